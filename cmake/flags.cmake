@@ -1,0 +1,23 @@
+# The one place for language level, warnings and Qt strictness; every target links it.
+add_library(gaugewell_flags INTERFACE)
+target_compile_features(gaugewell_flags INTERFACE cxx_std_20)
+target_compile_options(gaugewell_flags INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Wold-style-cast -Woverloaded-virtual
+  $<$<BOOL:${GAUGEWELL_WERROR}>:-Werror>)
+target_compile_definitions(gaugewell_flags INTERFACE
+  QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING
+  QT_NO_NARROWING_CONVERSIONS_IN_CONNECT QT_NO_CONTEXTLESS_CONNECT QT_NO_KEYWORDS
+  QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+if(GAUGEWELL_SANITIZE)
+  target_compile_options(gaugewell_flags INTERFACE
+    -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+  target_link_options(gaugewell_flags INTERFACE -fsanitize=address,undefined)
+endif()
+
+# gaugewell_platform_library(NAME): one static library of the folder it is called in.
+function(gaugewell_platform_library name)
+  file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h)
+  add_library(${name} STATIC ${sources})
+  target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR})
+  target_link_libraries(${name} PUBLIC gaugewell_flags)
+endfunction()
