@@ -1,0 +1,253 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/MDIMain.h"
+
+#include "analysis/frmSatisfactionIndex.h"
+#include "core/frmAboutUs.h"
+#include "core/gblGlobal.h"
+#include "core/menus.h"
+#include "core/pictures.h"
+#include "feedback/frmFeedBackObj.h"
+#include "platform/desktop/opener.h"
+#include "platform/forms/form.h"
+#include "platform/forms/msgbox.h"
+#include "reference/frmCustomer.h"
+#include "reference/frmParameter.h"
+#include "survey/frmSelectSurvey.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenuBar>
+#include <QToolBar>
+#include <QToolButton>
+
+#include <map>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+MDIMain* mainWindow = nullptr;
+
+QString text(const char* ascii) {
+    return QString::fromLatin1(ascii);
+}
+
+} // namespace
+
+MDIMain& MDIMain::instance() {
+    if (!mainWindow)
+        mainWindow = new MDIMain;
+    return *mainWindow;
+}
+
+bool MDIMain::isShown() {
+    return mainWindow && mainWindow->isVisible();
+}
+
+void MDIMain::destroy() {
+    delete mainWindow;
+}
+
+MDIMain::MDIMain() : stsBar(new forms::StatusBar(this)), area(new QMdiArea(this)) {
+    setObjectName(u"MDIMain"_s);
+    setWindowTitle(u"Gaugewell"_s);
+    stsBar->setObjectName(u"stsBar"_s);
+    setStatusBar(stsBar);
+    setCentralWidget(area);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    area->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    forms::Form::setHost(area);
+    makeMenus();
+    makeToolbar();
+    resize(1180, 660);
+}
+
+MDIMain::~MDIMain() {
+    setMousePointer(forms::DefaultPointer);
+    mainWindow = nullptr;
+}
+
+void MDIMain::makeMenus() {
+    using enum MenuEntry::State;
+    std::map<QString, QMenu*> menus;
+    for (const MenuEntry& entry : menuEntries()) {
+        QMenu* parent = *entry.parent ? menus.at(text(entry.parent)) : nullptr;
+        if (entry.state == Menu || entry.state == HiddenMenu) {
+            QMenu* menu =
+                parent ? parent->addMenu(text(entry.caption)) : menuBar()->addMenu(text(entry.caption));
+            menu->setObjectName(text(entry.name));
+            menu->menuAction()->setVisible(entry.state == Menu);
+            menus[text(entry.name)] = menu;
+            continue;
+        }
+        auto* action = new QAction(text(entry.caption), this);
+        action->setObjectName(text(entry.name));
+        action->setShortcut(QKeySequence(text(entry.shortcut)));
+        action->setSeparator(entry.caption[0] == '-');
+        action->setEnabled(entry.state == Open);
+        action->setVisible(entry.state != Hidden);
+        connect(action, &QAction::triggered, this, [this, name = text(entry.name)] { runEntry(name); });
+        if (parent)
+            parent->addAction(action);
+        else
+            menuBar()->addAction(action);
+    }
+}
+
+void MDIMain::makeToolbar() {
+    auto* tlbHold = addToolBar(u"Toolbar"_s);
+    tlbHold->setObjectName(u"tlbHold"_s);
+    tlbHold->setMovable(false);
+    const auto addButton = [&](const char* key, const char* toolTip, const char* pictureName) {
+        auto* button = new QToolButton(tlbHold);
+        button->setObjectName(text(key));
+        button->setToolTip(text(toolTip));
+        button->setAccessibleName(text(toolTip));
+        button->setIcon(picture(text(pictureName)));
+        tlbHold->addWidget(button);
+        return button;
+    };
+    QToolButton* customer = addButton("Customer", "Open Form", "form");
+    customer->setPopupMode(QToolButton::MenuButtonPopup);
+    auto* menu = new QMenu(customer);
+    for (const ButtonMenu& entry : customerButtonMenus()) {
+        QAction* action = menu->addAction(text(entry.caption));
+        action->setObjectName(u"tlb"_s + text(entry.key));
+        action->setSeparator(entry.caption[0] == '-');
+        action->setEnabled(entry.enabled);
+        connect(action, &QAction::triggered, this, [this, key = text(entry.key)] { toolbarMenu(key); });
+    }
+    customer->setMenu(menu);
+    connect(customer, &QToolButton::clicked, this,
+            [this] { openForm(false, true, [this] { openCustomer(); }); });
+
+    connect(addButton("Close", "Close Form", "close"), &QToolButton::clicked, this, [] {
+        frmCustomer::unload();
+        frmParameter::unload();
+        frmFeedBackObj::unload();
+    });
+    connect(addButton("terminate", "End Project", "terminate"), &QToolButton::clicked, this,
+            [] { toEndProgram(); });
+}
+
+void MDIMain::setMousePointer(int shape) {
+    if (shape == pointer)
+        return;
+    if (shape == forms::DefaultPointer)
+        QGuiApplication::restoreOverrideCursor();
+    else
+        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    pointer = shape;
+}
+
+void MDIMain::openForm(bool withWord, bool clearsWord, const std::function<void()>& open) {
+    setMousePointer(forms::Hourglass);
+    if (withWord)
+        toShowStatus(u"Opening Form..."_s);
+    open();
+    if (clearsWord)
+        toShowStatus({});
+    setMousePointer(forms::DefaultPointer);
+}
+
+void MDIMain::openCustomer() {
+    frmCustomer& form = frmCustomer::instance();
+    form.Show();
+    if (form.txtCustomerDtls()->isVisible())
+        form.txtCustomerDtls()->setFocus();
+}
+
+void MDIMain::openParameter() {
+    frmParameter& form = frmParameter::instance();
+    form.Show();
+    form.txtParameterDtls()->show();
+    form.txtParameterDtls()->setFocus();
+}
+
+void MDIMain::runEntry(const QString& name) {
+    if (name == u"mnuCusAndResp") {
+        openForm(true, true, [this] {
+            frmParameter::unload();
+            openCustomer();
+        });
+    } else if (name == u"mnuPrameter") {
+        openForm(true, true, [this] {
+            frmCustomer::unload();
+            openParameter();
+        });
+    } else if (name == u"mnuExit") {
+        close();
+    } else if (name == u"mnuNewSurvey") {
+        openForm(true, true, [] { frmSelectSurvey::instance().Show(); });
+    } else if (name == u"mnuObjective") {
+        openForm(true, true, [] {
+            frmFeedBackObj& form = frmFeedBackObj::instance();
+            form.Show();
+            if (form.txtDtls()->isVisible())
+                form.txtDtls()->setFocus();
+        });
+    } else if (name == u"mnuSatisfactionIndex") {
+        openForm(true, true, [] { frmSatisfactionIndex::instance().Show(); });
+    } else if (name == u"mnuGettingStarted") {
+        mnuGettingStarted();
+    } else if (name == u"mnuGWLHelp") {
+        mnuGWLHelp();
+    } else if (name == u"mnuAbout") {
+        openForm(false, false, [] { frmAboutUs::instance().Show(); });
+    }
+}
+
+void MDIMain::toolbarMenu(const QString& key) {
+    openForm(true, true, [&] {
+        if (key == u"Customer")
+            openCustomer();
+        else if (key == u"Parameter")
+            openParameter();
+        else if (key == u"ObjAndDesc")
+            frmFeedBackObj::instance().Show();
+    });
+}
+
+void MDIMain::mnuGWLHelp() {
+    setMousePointer(forms::Hourglass);
+    CommonDialog1.HelpFile = homeDirectory() + u"/GWL HELP 2.1.HLP";
+    CommonDialog1.HelpCommand = 11;
+    CommonDialog1.HelpContext = 0;
+    CommonDialog1.ShowHelp();
+    setMousePointer(forms::DefaultPointer);
+}
+
+void MDIMain::mnuGettingStarted() {
+    constexpr int smallestSuccess = 33;
+    const QString show = homeDirectory() + u"/gettingstarted.pps";
+    if (desktop::openFile(show) < smallestSuccess)
+        forms::msgBox(u"Error running "_s + show +
+                          u"...\r\nPlease ensure that you have MS PowerPoint installed.",
+                      forms::style::information, u"Gaugwell"_s);
+}
+
+void MDIMain::closeEvent(QCloseEvent* event) {
+    area->closeAllSubWindows();
+    if (area->currentSubWindow()) { // a form refused to close
+        event->ignore();
+        return;
+    }
+    toShowStatus({});
+    event->accept();
+    toEndProgram();
+}
+
+void toShowStatus(const QString& word) {
+    MDIMain::instance().stsBar->Panels(1).setText(word);
+}
+
+void toShowHelpTopic(int helpContext) {
+    forms::CommonDialog& dialog = MDIMain::instance().CommonDialog1;
+    dialog.HelpFile = homeDirectory() + u"/GWL HELP 2.1.HLP";
+    dialog.HelpCommand = 1;
+    dialog.HelpContext = helpContext;
+    dialog.ShowHelp();
+}

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/MDIMain.h"
+#include "core/frmSplash.h"
+#include "core/gblGlobal.h"
+#include "core/pictures.h"
+#include "platform/desktop/helpwindow.h"
+#include "platform/forms/msgbox.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QIcon>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString toReadCompanyName() {
+    QFile file(homeDirectory() + u"/company.txt");
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    QString line = QString::fromUtf8(file.readLine()).trimmed();
+    if (line.startsWith(QChar::ByteOrderMark))
+        line.remove(0, 1);
+    return line;
+}
+
+void toShowHelp(const forms::CommonDialog& dialog) {
+    constexpr int contents = 11;
+    const int context = dialog.HelpCommand == contents ? 0 : dialog.HelpContext;
+    if (!desktop::HelpWindow::show(dialog.HelpFile, context))
+        forms::msgBox(u"The help file '"_s + dialog.HelpFile + u"' cannot be read.");
+}
+
+} // namespace
+
+int Main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(u"gaugewell"_s);
+    QApplication::setApplicationDisplayName(u"Gaugewell"_s);
+    QApplication::setWindowIcon(picture(u"logo"_s));
+    QApplication::setQuitOnLastWindowClosed(false);
+    forms::helpSeat = toShowHelp;
+
+    strCompanyName = toReadCompanyName();
+    if (!toCreateDSN(u"gwl"_s, strDatabasePath))
+        return 0;
+    toOpenConnection();
+    frmSplash::instance().ShowModal();
+    const int result = MDIMain::isShown() ? QApplication::exec() : 0;
+    MDIMain::destroy();
+    cnnMain.reset();
+    return result;
+}

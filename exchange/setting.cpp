@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "exchange/setting.h"
+
+#include "core/failure.h"
+#include "core/gblGlobal.h"
+
+using namespace Qt::StringLiterals;
+
+bool toGetSetting() {
+    bool userDefined = false;
+    guarded({}, [&] {
+        toReconnect();
+        ado::Recordset setting;
+        setting.Open(u"select * from setting where setting='UserDefine' and checkeduser=True"_s, *cnnMain);
+        userDefined = !setting.Eof();
+    });
+    return userDefined;
+}

@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/ado/connection.h"
+
+#include "platform/ado/datasources.h"
+#include "platform/ado/password.h"
+#include "platform/ado/session.h"
+
+#include <QFile>
+
+#include <sqlite3.h>
+
+using namespace Qt::StringLiterals;
+
+namespace ado {
+namespace {
+
+QString partOf(const QString& connectionString, const QString& key) {
+    for (const QString& part : connectionString.split(u';')) {
+        if (part.section(u'=', 0, 0).trimmed().compare(key, Qt::CaseInsensitive) == 0)
+            return part.section(u'=', 1);
+    }
+    return {};
+}
+
+} // namespace
+
+Connection::Connection() : open(std::make_shared<Session>()) {}
+
+Connection::~Connection() {
+    Close();
+}
+
+void Connection::Open() {
+    const QString name = partOf(ConnectionString, u"DSN"_s);
+    const QString path = dataSourcePath(name);
+    if (path.isEmpty())
+        open->fail({number::dataSource, u"Data source name '"_s + name + u"' not found."});
+    open->open(path);
+    try {
+        requirePassword(*open, partOf(ConnectionString, u"PWD"_s));
+    } catch (const Failure&) {
+        open->close();
+        throw;
+    }
+}
+
+void Connection::Close() {
+    if (open->isOpen())
+        RollbackTrans();
+    open->close();
+}
+
+int Connection::State() const {
+    return open->isOpen() ? 1 : 0;
+}
+
+ErrorList& Connection::Errors() {
+    return open->errors();
+}
+
+const ErrorList& Connection::Errors() const {
+    return open->errors();
+}
+
+void Connection::Execute(const QString& sql) {
+    open->requireOpen();
+    Prepared statement = open->prepare(open->recorded([&] { return translate(sql); }));
+    while (statement.step()) {
+    }
+}
+
+void Connection::BeginTrans() {
+    open->requireOpen();
+    open->prepare({u"begin immediate"_s, {}}).step();
+}
+
+void Connection::CommitTrans() {
+    open->requireOpen();
+    open->prepare({u"commit"_s, {}}).step();
+}
+
+void Connection::RollbackTrans() {
+    if (InTransaction())
+        open->prepare({u"rollback"_s, {}}).step();
+}
+
+bool Connection::InTransaction() const {
+    return open->isOpen() && sqlite3_get_autocommit(open->handle()) == 0;
+}
+
+void Connection::BackupTo(const QString& path) {
+    open->requireOpen();
+    const QString beside = path + u".part";
+    QFile::remove(beside);
+    sqlite3* target = nullptr;
+    int code = sqlite3_open(beside.toUtf8().constData(), &target);
+    if (code == SQLITE_OK) {
+        sqlite3_backup* copy = sqlite3_backup_init(target, "main", open->handle(), "main");
+        if (copy) {
+            sqlite3_backup_step(copy, -1);
+            sqlite3_backup_finish(copy);
+        }
+        code = sqlite3_errcode(target);
+    }
+    sqlite3_close(target);
+    const bool copied =
+        code == SQLITE_OK && (!QFile::exists(path) || QFile::remove(path)) && QFile::rename(beside, path);
+    if (copied)
+        return;
+    QFile::remove(beside);
+    open->fail({code == SQLITE_OK ? SQLITE_IOERR : code,
+                u"The copy of the database '"_s + path + u"' cannot be written. Nothing has been changed."});
+}
+
+} // namespace ado

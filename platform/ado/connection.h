@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/ado/error.h"
+
+#include <QString>
+
+#include <memory>
+
+namespace ado {
+
+class Session;
+
+/// A connection to a database through its data source. Every operation that fails throws Failure.
+class Connection {
+public:
+    Connection();
+    ~Connection();
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+
+    /// "DSN=name;UID=;PWD=password;"
+    QString ConnectionString;
+
+    /// Opens the file of the data source and checks the password. A file that can only be read is opened for
+    /// reading.
+    void Open();
+    /// Closes; a transaction that is open is rolled back. Closing twice does nothing.
+    void Close();
+    /// 0 closed, 1 open.
+    int State() const;
+
+    ErrorList& Errors();
+    const ErrorList& Errors() const;
+
+    /// Runs one statement that gives no rows.
+    void Execute(const QString& sql);
+
+    /// Transactions do not nest. A transaction reserves the right to write at its start, so that another
+    /// program's lock is met before anything is done.
+    void BeginTrans();
+    void CommitTrans();
+    /// Does nothing without an open transaction.
+    void RollbackTrans();
+    bool InTransaction() const;
+
+    /// Copies the whole database, as it stands committed, into a file of that path; an older one there is
+    /// replaced only when the copy is whole.
+    void BackupTo(const QString& path);
+
+    const std::shared_ptr<Session>& session() const { return open; }
+
+private:
+    std::shared_ptr<Session> open;
+};
+
+} // namespace ado

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QString>
+
+namespace ado {
+
+/// Writes a data source into the user's registry of data sources, an ini file in the user's configuration
+/// folder with a section for each source. Request 4 (the only one) writes the section anew. driver: the
+/// driver's name and a NUL. attributes: "DSN=name", NUL, "DBQ=path", NUL. Returns 1 when it is written and 0
+/// when it is not.
+int SQLConfigDataSource(int request, const QString& driver, const QString& attributes);
+
+/// The database file of a data source; empty when there is none of that name.
+QString dataSourcePath(const QString& name);
+
+/// Where the registry lies.
+QString dataSourceRegistry();
+
+} // namespace ado

@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/ado/connection.h"
+#include "platform/ado/session.h"
+#include "platform/ado/value.h"
+
+#include <QVariant>
+
+#include <vector>
+
+namespace ado {
+
+class Recordset;
+
+/// One column of the current record.
+class Field {
+public:
+    Field(Recordset& owner, int index) : recordset(owner), column(index) {}
+    QString Name() const;
+    /// QString, qlonglong, float, double, QDate or bool by the column's declared type; invalid for Null.
+    QVariant Value() const;
+    bool IsNull() const { return !Value().isValid(); }
+    /// The value as the program shows it; the empty text for Null.
+    QString Text() const { return toText(Value()); }
+    /// Takes the value for the next Update, converted to the column's declared type. Throws Failure
+    /// number::typeMismatch or number::overflow for what does not fit.
+    Field& operator=(const QVariant& value);
+
+private:
+    Recordset& recordset;
+    int column;
+};
+
+/// The records that one select gives, fetched as they are asked for: opening takes one at most, Eof is known
+/// at once, RecordCount and MoveLast take all. Closing and destroying lets go of everything. Every operation
+/// that fails throws Failure and, when the store failed, records it in the connection's errors.
+class Recordset {
+public:
+    enum class Lock { ReadOnly, Optimistic };
+
+    Recordset() = default;
+    Recordset(const Recordset&) = delete;
+    Recordset& operator=(const Recordset&) = delete;
+
+    /// Opens one select. Optimistic: the records of "select * from TABLE ..." that can be changed and added
+    /// to; any other text is refused. ReadOnly refuses a statement that writes.
+    void Open(const QString& sql, Connection& connection, Lock lock = Lock::ReadOnly);
+    void Close();
+    bool IsOpen() const { return session != nullptr; }
+
+    bool Eof();
+    int RecordCount();
+    void MoveNext();
+    void MoveFirst();
+    void MoveLast();
+
+    /// The column of that name, without regard to case.
+    Field operator[](const char* name);
+    int FieldCount() const { return static_cast<int>(columns.size()); }
+    Field FieldAt(int index) { return {*this, index}; }
+
+    /// Begins a new record; its fields hold what is assigned, and the table's defaults after Update.
+    void AddNew();
+    /// Writes the changed fields of the current record, or the new one, which becomes the current.
+    void Update();
+
+private:
+    friend class Field;
+    struct Column {
+        QString name;
+        ColumnType type;
+    };
+    using Row = std::vector<QVariant>;
+
+    void requireOpen() const;
+    bool fetch();
+    Row& currentRow();
+    void insertRow();
+    void updateRow();
+    void readAgain(Row& row);
+    void assign(int column, const QVariant& value);
+    QVariant value(int column);
+
+    std::shared_ptr<Session> session;
+    Prepared source;
+    bool exhausted = true;
+    QString table; // empty when read only
+    std::vector<Column> columns;
+    std::vector<Row> rows; // with the rowid before the columns when writable
+    std::size_t position = 0;
+    bool adding = false;
+    Row pending;               // values to be written, in the store's form
+    std::vector<bool> changed; // which of them
+};
+
+} // namespace ado

@@ -1,0 +1,138 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/ado/value.h"
+
+#include "platform/ado/error.h"
+
+#include <cmath>
+#include <cstdint>
+
+using namespace Qt::StringLiterals;
+
+namespace ado {
+namespace {
+
+[[noreturn]] void typeMismatch() {
+    throw Failure({number::typeMismatch, u"Type mismatch"_s});
+}
+
+double toNumber(const QVariant& value) {
+    if (value.typeId() == QMetaType::Bool)
+        return value.toBool() ? -1 : 0;
+    bool isNumber = false;
+    const double result = value.typeId() == QMetaType::QString
+                              ? value.toString().trimmed().toDouble(&isNumber)
+                              : value.toDouble(&isNumber);
+    if (!isNumber || !std::isfinite(result))
+        typeMismatch();
+    return result;
+}
+
+QDate toDate(const QVariant& value) {
+    const QDate date = value.typeId() == QMetaType::QString
+                           ? QDate::fromString(value.toString().trimmed(), dateTextFormat.toString())
+                           : value.toDate();
+    if (!date.isValid())
+        typeMismatch();
+    return date;
+}
+
+bool toYesNo(const QVariant& value) {
+    if (value.typeId() == QMetaType::Bool)
+        return value.toBool();
+    const QString text = value.toString().trimmed();
+    if (text.compare(u"true"_s, Qt::CaseInsensitive) == 0)
+        return true;
+    if (text.compare(u"false"_s, Qt::CaseInsensitive) == 0)
+        return false;
+    return toNumber(value) != 0;
+}
+
+} // namespace
+
+ColumnType columnType(const QString& declared) {
+    const QString name = declared.section(u'(', 0, 0).trimmed().toUpper();
+    if (name == u"TEXT")
+        return ColumnType::Text;
+    if (name == u"INTEGER")
+        return ColumnType::Integer;
+    if (name == u"SMALLINT")
+        return ColumnType::SmallInt;
+    if (name == u"SINGLE")
+        return ColumnType::Single;
+    if (name == u"DOUBLE" || name == u"DECIMAL")
+        return ColumnType::Double;
+    if (name == u"DATE")
+        return ColumnType::Date;
+    if (name == u"YESNO")
+        return ColumnType::YesNo;
+    return ColumnType::Undeclared;
+}
+
+QString toText(const QVariant& value) {
+    switch (value.typeId()) {
+    case QMetaType::QDate:
+        return value.toDate().toString(dateTextFormat);
+    case QMetaType::Bool:
+        return value.toBool() ? u"True"_s : u"False"_s;
+    case QMetaType::Float:
+        return QString::number(static_cast<double>(value.toFloat()), 'g', 7);
+    default:
+        return value.toString();
+    }
+}
+
+double roundHalfEven(double value) {
+    return std::nearbyint(value); // the default rounding mode is to nearest, ties to even
+}
+
+qlonglong toWhole(const QVariant& value, qlonglong smallest, qlonglong largest) {
+    const double rounded = roundHalfEven(toNumber(value));
+    if (rounded < static_cast<double>(smallest) || rounded > static_cast<double>(largest))
+        throw Failure({number::overflow, u"Overflow"_s});
+    return static_cast<qlonglong>(rounded);
+}
+
+QVariant fromStore(ColumnType type, const QVariant& stored) {
+    if (!stored.isValid())
+        return {};
+    switch (type) {
+    case ColumnType::YesNo:
+        return stored.toDouble() != 0;
+    case ColumnType::Date:
+        return QDate::fromString(stored.toString(), Qt::ISODate);
+    case ColumnType::Single:
+        return stored.toFloat();
+    case ColumnType::Double:
+        return stored.toDouble();
+    case ColumnType::Text:
+        return stored.toString();
+    default:
+        return stored;
+    }
+}
+
+QVariant toStore(ColumnType type, const QVariant& value) {
+    if (!value.isValid() || value.isNull())
+        return {};
+    switch (type) {
+    case ColumnType::Text:
+        return toText(value);
+    case ColumnType::Integer:
+        return toWhole(value, INT32_MIN, INT32_MAX);
+    case ColumnType::SmallInt:
+        return toWhole(value);
+    case ColumnType::Single:
+        return static_cast<double>(static_cast<float>(toNumber(value)));
+    case ColumnType::Double:
+        return toNumber(value);
+    case ColumnType::Date:
+        return toDate(value).toString(Qt::ISODate);
+    case ColumnType::YesNo:
+        return toYesNo(value) ? -1 : 0;
+    case ColumnType::Undeclared:
+        break;
+    }
+    return value;
+}
+
+} // namespace ado

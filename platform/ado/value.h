@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QDate>
+#include <QString>
+#include <QVariant>
+
+namespace ado {
+
+/// What a column holds, by its declared type: TEXT, INTEGER (32 bits), SMALLINT (16 bits), SINGLE, DOUBLE or
+/// DECIMAL, DATE, YESNO. An expression has no declared type; its values stay what the store makes of them.
+enum class ColumnType { Undeclared, Text, Integer, SmallInt, Single, Double, Date, YesNo };
+
+ColumnType columnType(const QString& declared);
+
+/// A Null field.
+inline const QVariant Null{};
+
+/// The pattern in which dates show and turn into text, whatever the machine's regional setting.
+inline constexpr QStringView dateTextFormat = u"dd/MM/yyyy";
+
+/// The text of a field's value: Null is the empty text, a date dd/mm/yyyy, a yes/no "True" or "False",
+/// a number its shortest digits with a point.
+QString toText(const QVariant& value);
+
+/// The whole number of a value or text, between smallest and largest: fractions round to nearest with ties to
+/// even. Throws Failure number::typeMismatch ("Type mismatch") for what is no number, number::overflow
+/// ("Overflow") for what does not fit.
+qlonglong toWhole(const QVariant& value, qlonglong smallest = INT16_MIN, qlonglong largest = INT16_MAX);
+
+/// Rounds to a whole number, to nearest with ties to even.
+double roundHalfEven(double value);
+
+/// A stored value as the program sees it: QString, qlonglong, float, double, QDate or bool; invalid for Null.
+QVariant fromStore(ColumnType type, const QVariant& stored);
+
+/// A program's value as the store keeps it. Throws Failure as toWhole does, also for a text that is no date
+/// or yes/no.
+QVariant toStore(ColumnType type, const QVariant& value);
+
+} // namespace ado

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/desktop/opener.h"
+
+#include <QDesktopServices>
+#include <QFileInfo>
+#include <QUrl>
+
+namespace desktop {
+namespace {
+
+constexpr int noSuchFile = 2;
+constexpr int noProgram = 31;
+constexpr int handedOver = 42;
+
+int openByDesktop(const QString& path) {
+    if (!QFileInfo::exists(path))
+        return noSuchFile;
+    return QDesktopServices::openUrl(QUrl::fromLocalFile(path)) ? handedOver : noProgram;
+}
+
+} // namespace
+
+std::function<int(const QString&)> openFileSeat = openByDesktop;
+
+int openFile(const QString& path) {
+    return openFileSeat(path);
+}
+
+} // namespace desktop

@@ -1,0 +1,203 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/forms/flexgrid.h"
+
+#include "platform/forms/screen.h"
+#include "platform/forms/treeview.h"
+
+#include <QDragEnterEvent>
+#include <QHeaderView>
+#include <QHelpEvent>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QScrollBar>
+#include <QToolTip>
+
+#include <cmath>
+
+namespace forms {
+
+MSHFlexGrid::MSHFlexGrid(QWidget* parent) : QTableView(parent), cells(new FlexGridModel(this)) {
+    setModel(cells);
+    setSelectionMode(SingleSelection);
+    setEditTriggers(NoEditTriggers);
+    setTabKeyNavigation(false);
+    setVerticalScrollMode(ScrollPerItem);
+    setHorizontalScrollMode(ScrollPerPixel);
+    setWordWrap(false);
+    horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->setMinimumSectionSize(1);
+    verticalHeader()->setMinimumWidth(1);
+    verticalHeader()->setHighlightSections(false);
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 10);
+    horizontalHeader()->setSectionsClickable(true);
+    connect(horizontalHeader(), &QHeaderView::sectionPressed, this, [this] {
+        mouseRow = 0;
+        Q_EMIT MouseDown();
+    });
+    // A column that the user drags wider keeps its new share.
+    connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int section, int, int size) {
+        if (!movingCursor && horizontalHeader()->underMouse() && width() > 0)
+            shares[section + cells->fixedColumns()] = double(size) / width();
+    });
+}
+
+int MSHFlexGrid::toTwipsOf(int pixels) {
+    return toTwips(pixels);
+}
+
+void MSHFlexGrid::setRows(int count) {
+    cells->setRows(count);
+    moveCursor(row, col);
+}
+
+void MSHFlexGrid::setCols(int count, int fixedColumns) {
+    cells->setColumns(count, fixedColumns);
+    verticalHeader()->setVisible(fixedColumns > 0);
+    moveCursor(row, col);
+}
+
+void MSHFlexGrid::moveCursor(int toRow, int toCol) {
+    row = qBound(0, toRow, Rows() - 1);
+    col = qBound(0, toCol, Cols() - 1);
+    showCursor();
+}
+
+/// Lays the view's current cell under the cursor.
+void MSHFlexGrid::showCursor() {
+    movingCursor = true;
+    const QModelIndex index = cells->indexOf(row, col);
+    if (index.isValid())
+        setCurrentIndex(index);
+    movingCursor = false;
+}
+
+int MSHFlexGrid::TopRow() const {
+    return rowAt(0) + 1;
+}
+
+void MSHFlexGrid::setTopRow(int value) {
+    const QModelIndex top = cells->index(qBound(1, value, Rows() - 1) - 1, 0);
+    if (top.isValid())
+        scrollTo(top, PositionAtTop);
+}
+
+void MSHFlexGrid::setTextMatrix(int atRow, int atCol, const QString& text) {
+    if (TextMatrix(atRow, atCol) != text)
+        cells->change(atRow, atCol, [&](FlexGridModel::Cell& cell) { cell.text = text; });
+}
+
+void MSHFlexGrid::RemoveItem(int atRow) {
+    cells->removeRow(atRow);
+    moveCursor(row, col);
+}
+
+void MSHFlexGrid::setCellAlignment(int alignment) {
+    cells->change(row, col, [&](FlexGridModel::Cell& cell) { cell.centred = alignment == centred; });
+}
+
+void MSHFlexGrid::setCellFontBold(bool bold) {
+    cells->change(row, col, [&](FlexGridModel::Cell& cell) { cell.bold = bold; });
+}
+
+void MSHFlexGrid::setCellBackColor(const QColor& color) {
+    cells->change(row, col, [&](FlexGridModel::Cell& cell) { cell.back = color; });
+}
+
+int MSHFlexGrid::ColWidth(int column) const {
+    return static_cast<int>(std::lround(shares.value(column) * gridWidth()));
+}
+
+void MSHFlexGrid::setColWidth(int column, int twips) {
+    shares[column] = gridWidth() > 0 ? double(twips) / gridWidth() : 0;
+    applyWidths();
+}
+
+void MSHFlexGrid::applyWidths() {
+    movingCursor = true;
+    for (auto it = shares.cbegin(); it != shares.cend(); ++it) {
+        const int pixels = static_cast<int>(std::lround(it.value() * width()));
+        if (it.key() < cells->fixedColumns()) {
+            verticalHeader()->setFixedWidth(qMax(1, pixels));
+        } else {
+            setColumnHidden(it.key() - cells->fixedColumns(), pixels == 0);
+            setColumnWidth(it.key() - cells->fixedColumns(), pixels);
+        }
+    }
+    movingCursor = false;
+}
+
+QRect MSHFlexGrid::cellRect() const {
+    return visualRect(cells->indexOf(row, col));
+}
+
+void MSHFlexGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+    QTableView::currentChanged(current, previous);
+    if (movingCursor || !current.isValid())
+        return;
+    row = current.row() + 1;
+    col = current.column() + cells->fixedColumns();
+}
+
+void MSHFlexGrid::mousePressEvent(QMouseEvent* event) {
+    QTableView::mousePressEvent(event);
+    pressed = indexAt(event->position().toPoint());
+    if (!pressed.isValid())
+        return;
+    mouseRow = pressed.row() + 1;
+    Q_EMIT MouseDown();
+}
+
+void MSHFlexGrid::mouseReleaseEvent(QMouseEvent* event) {
+    QTableView::mouseReleaseEvent(event);
+    const bool sameCell = pressed.isValid() && indexAt(event->position().toPoint()) == pressed;
+    pressed = {};
+    if (sameCell && event->button() == Qt::LeftButton)
+        Q_EMIT Click();
+}
+
+void MSHFlexGrid::mouseDoubleClickEvent(QMouseEvent* event) {
+    QTableView::mouseDoubleClickEvent(event);
+    Q_EMIT DblClick();
+}
+
+void MSHFlexGrid::scrollContentsBy(int dx, int dy) {
+    QTableView::scrollContentsBy(dx, dy);
+    Q_EMIT Scroll();
+}
+
+void MSHFlexGrid::resizeEvent(QResizeEvent* event) {
+    QTableView::resizeEvent(event);
+    applyWidths();
+}
+
+bool MSHFlexGrid::viewportEvent(QEvent* event) {
+    if (event->type() == QEvent::ToolTip) { // the whole text of a cell that is cut off
+        auto* help = static_cast<QHelpEvent*>(event);
+        const QModelIndex index = indexAt(help->pos());
+        const QString text = index.data().toString();
+        if (fontMetrics().horizontalAdvance(text) > visualRect(index).width() - 8)
+            QToolTip::showText(help->globalPos(), text.toHtmlEscaped(), viewport(), visualRect(index));
+        else
+            QToolTip::hideText();
+        return true;
+    }
+    return QTableView::viewportEvent(event);
+}
+
+void MSHFlexGrid::dragEnterEvent(QDragEnterEvent* event) {
+    if (event->mimeData()->hasFormat(QLatin1StringView(TreeView::nodeMimeType)))
+        event->acceptProposedAction();
+}
+
+void MSHFlexGrid::dragMoveEvent(QDragMoveEvent* event) {
+    if (event->mimeData()->hasFormat(QLatin1StringView(TreeView::nodeMimeType)))
+        event->acceptProposedAction();
+}
+
+void MSHFlexGrid::dropEvent(QDropEvent* event) {
+    event->acceptProposedAction();
+    Q_EMIT DragDrop();
+}
+
+} // namespace forms

@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/forms/flexgridmodel.h"
+
+#include <QTableView>
+
+namespace forms {
+
+/// A grid of texts that is driven by a cursor (Row, Col) and cannot be typed into. Row 0 is the head row,
+/// column 0 the fixed column. Rows and columns count from 0, widths and positions are twips.
+class MSHFlexGrid : public QTableView {
+    Q_OBJECT
+
+public:
+    explicit MSHFlexGrid(QWidget* parent = nullptr);
+
+    int Rows() const { return cells->rows(); }
+    /// New rows are empty; the cursor of a row that goes moves to the last one left.
+    void setRows(int count);
+    int Cols() const { return cells->columns(); }
+    /// One fixed column unless told otherwise.
+    void setCols(int count, int fixedColumns = 1);
+    int Row() const { return row; }
+    void setRow(int value) { moveCursor(value, col); }
+    int Col() const { return col; }
+    void setCol(int value) { moveCursor(row, value); }
+    /// Moves the cursor; outside the grid it stops at the edge.
+    void moveCursor(int toRow, int toCol);
+    /// The first row in view below the head row.
+    int TopRow() const;
+    void setTopRow(int value);
+
+    QString TextMatrix(int atRow, int atCol) const { return cells->cell(atRow, atCol).text; }
+    void setTextMatrix(int atRow, int atCol, const QString& text);
+    void RemoveItem(int atRow);
+
+    /// Of the cell under the cursor.
+    QString Text() const { return TextMatrix(row, col); }
+    static constexpr int centred = 4;
+    void setCellAlignment(int alignment);
+    void setCellFontBold(bool bold);
+    void setCellBackColor(const QColor& color);
+    QColor CellBackColor() const { return cells->cell(row, col).back; }
+
+    int gridWidth() const { return toTwipsOf(width()); }
+    int ColWidth(int column) const;
+    /// The column keeps its share of the grid's width when the grid is resized; 0 hides it.
+    void setColWidth(int column, int twips);
+
+    /// The rectangle of the cursor's cell in the viewport; empty when it is fixed or hidden.
+    QRect cellRect() const;
+    /// Row of the last mouse press; 0 on the head row.
+    int MouseRow() const { return mouseRow; }
+
+Q_SIGNALS:
+    void MouseDown();
+    void Click();
+    void DblClick();
+    void Scroll();
+    /// A node dragged from a tree was let go over the grid.
+    void DragDrop();
+
+protected:
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void scrollContentsBy(int dx, int dy) override;
+    void resizeEvent(QResizeEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+private:
+    static int toTwipsOf(int pixels);
+    void applyWidths();
+    void showCursor();
+
+    FlexGridModel* cells;
+    int row = 1;
+    int col = 1;
+    int mouseRow = 0;
+    QModelIndex pressed;
+    bool movingCursor = false;
+    QHash<int, double> shares; // of the grid's width, by column
+};
+
+} // namespace forms

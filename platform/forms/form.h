@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/forms/screen.h"
+
+#include <QPointer>
+#include <QWidget>
+
+class QMdiArea;
+class QMdiSubWindow;
+
+namespace forms {
+
+/// A window of the program. It is loaded at its first use, shown, unloaded; its events are the virtual
+/// functions. Positions and sizes are twips, of the whole window with its frame, within the area that the
+/// window lives in: the client area of the main window for a sub-window, the screen for a dialog.
+class Form : public QWidget {
+    Q_OBJECT
+
+public:
+    enum class Kind { SubWindow, Dialog };
+
+    /// The area in which sub-windows live; without one they are windows of their own.
+    static void setHost(QMdiArea* area);
+
+    ~Form() override;
+
+    /// Shows the form without a lock and brings it to the front.
+    void Show();
+    /// Shows the form as a dialog and returns when it is unloaded.
+    void ShowModal();
+    /// Asks onQueryUnload, then closes the window and drops the form. False when that refuses.
+    bool Unload();
+
+    QString Caption() const { return windowTitle(); }
+    void setCaption(const QString& caption);
+
+    int Left() const { return toTwips(frame()->x()); }
+    int Top() const { return toTwips(frame()->y()); }
+    int Width() const { return toTwips(frame()->width()); }
+    int Height() const { return toTwips(frame()->height()); }
+    void setLeft(int twips);
+    void setTop(int twips);
+    void setHeight(int twips);
+    /// Size of the area that the form lives in.
+    int ScreenWidth() const { return toTwips(area().width()); }
+    int ScreenHeight() const { return toTwips(area().height()); }
+
+    int MousePointer() const { return pointer; }
+    /// One of MousePointer; 0 is the default pointer.
+    void setMousePointer(int shape);
+
+protected:
+    explicit Form(Kind windowKind);
+
+    virtual void onLoad() {}
+    /// The form became the active window.
+    virtual void onActivate() {}
+    virtual void onQueryUnload(bool& cancel) { Q_UNUSED(cancel) }
+    /// A key pressed anywhere in the form, before its controls see it. True keeps it from them. Esc unloads
+    /// the form.
+    virtual bool onKeyDown(int key);
+
+    /// Puts the form into its window and runs onLoad; called once, by the default instance.
+    void loadInto();
+    virtual void forgetInstance() = 0;
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    bool event(QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+
+private:
+    QWidget* frame() const;
+    QRect area() const;
+    void keepInSight();
+
+    Kind kind;
+    QPointer<QMdiSubWindow> subWindow;
+    int pointer = DefaultPointer;
+    bool unloading = false;
+};
+
+/// A form with one default instance that any code reaches by the form's class.
+template <class Self> class DefaultForm : public Form {
+public:
+    /// The default instance: made and loaded at its first use, gone after it is unloaded.
+    static Self& instance() {
+        if (!current) {
+            current = new Self;
+            static_cast<DefaultForm*>(current)->loadInto();
+        }
+        return *current;
+    }
+    /// The default instance when it is loaded, else null.
+    static Self* loaded() { return current; }
+    static void unload() {
+        if (current)
+            current->Unload();
+    }
+
+protected:
+    using Form::Form;
+    ~DefaultForm() override { forgetThis(); }
+    void forgetInstance() override { forgetThis(); }
+
+private:
+    void forgetThis() {
+        if (static_cast<Form*>(current) == this)
+            current = nullptr;
+    }
+    inline static Self* current = nullptr;
+};
+
+} // namespace forms

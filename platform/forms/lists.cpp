@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/forms/lists.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+
+namespace forms {
+
+ComboBox::ComboBox(QWidget* parent) : QComboBox(parent) {
+    connect(this, &QComboBox::activated, this, [this] { Q_EMIT Click(); });
+}
+
+void ComboBox::Clear() {
+    clear();
+}
+
+void ComboBox::AddItem(const QString& text) {
+    const int before = currentIndex();
+    addItem(text);
+    setCurrentIndex(before); // the first entry would else pick itself
+}
+
+void ComboBox::setListIndex(int index) {
+    if (index == currentIndex())
+        return;
+    setCurrentIndex(index);
+    Q_EMIT Click();
+}
+
+ListBox::ListBox(QWidget* parent) : QListWidget(parent) {
+    setUniformItemSizes(true);
+    setTabKeyNavigation(false);
+}
+
+void ListBox::Clear() {
+    clear();
+}
+
+QString ListBox::List(int index) const {
+    const QListWidgetItem* entry = item(index);
+    return entry ? entry->text() : QString();
+}
+
+int ListBox::ListIndex() const {
+    for (int i = 0; i < count(); ++i) {
+        if (item(i)->isSelected())
+            return i;
+    }
+    return -1;
+}
+
+bool ListBox::Selected(int index) const {
+    const QListWidgetItem* entry = item(index);
+    return entry && entry->isSelected();
+}
+
+void ListBox::setSelected(int index, bool chosen) {
+    QListWidgetItem* entry = item(index);
+    if (!entry || entry->isSelected() == chosen)
+        return;
+    if (chosen)
+        setCurrentRow(index, QItemSelectionModel::NoUpdate);
+    entry->setSelected(chosen);
+    Q_EMIT Click();
+}
+
+void ListBox::mouseReleaseEvent(QMouseEvent* event) {
+    QListWidget::mouseReleaseEvent(event);
+    if (event->button() == Qt::LeftButton && itemAt(event->position().toPoint()))
+        Q_EMIT Click();
+}
+
+void ListBox::mouseDoubleClickEvent(QMouseEvent* event) {
+    QListWidget::mouseDoubleClickEvent(event);
+    if (event->button() == Qt::LeftButton)
+        Q_EMIT DblClick();
+}
+
+void ListBox::keyPressEvent(QKeyEvent* event) {
+    const QList<QListWidgetItem*> before = selectedItems();
+    Q_EMIT KeyDown(event->key());
+    QListWidget::keyPressEvent(event);
+    if (selectedItems() != before)
+        Q_EMIT Click();
+}
+
+} // namespace forms

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QComboBox>
+#include <QListWidget>
+
+namespace forms {
+
+/// A drop-down list. Click is told when the user picks an entry, also the one that is picked already, and
+/// when code moves ListIndex to another entry; adding entries picks none.
+class ComboBox : public QComboBox {
+    Q_OBJECT
+
+public:
+    explicit ComboBox(QWidget* parent = nullptr);
+
+    void Clear();
+    void AddItem(const QString& text);
+    int ListCount() const { return count(); }
+    /// The picked entry from 0, or -1.
+    int ListIndex() const { return currentIndex(); }
+    void setListIndex(int index);
+    QString List(int index) const { return itemText(index); }
+    QString Text() const { return currentText(); }
+
+Q_SIGNALS:
+    void Click();
+};
+
+/// A list. Click is told when the user clicks an entry, also a chosen one, or chooses by keys, and when code
+/// chooses another entry.
+class ListBox : public QListWidget {
+    Q_OBJECT
+
+public:
+    explicit ListBox(QWidget* parent = nullptr);
+
+    void Clear();
+    void AddItem(const QString& text) { addItem(text); }
+    int ListCount() const { return count(); }
+    QString List(int index) const;
+    /// The first chosen entry from 0, or -1.
+    int ListIndex() const;
+    void setListIndex(int index) { setSelected(index, true); }
+    bool Selected(int index) const;
+    /// Chooses an entry or takes the choice back; in a list of single choice the others lose it.
+    void setSelected(int index, bool chosen);
+    int SelCount() const { return static_cast<int>(selectedItems().size()); }
+    /// The text of the first chosen entry, else empty.
+    QString Text() const { return List(ListIndex()); }
+
+Q_SIGNALS:
+    void Click();
+    void DblClick();
+    void KeyDown(int key);
+
+protected:
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+};
+
+} // namespace forms

@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/forms/msgbox.h"
+
+#include <QApplication>
+#include <QMessageBox>
+
+namespace forms {
+namespace {
+
+QMessageBox::Icon iconOf(int messageStyle) {
+    switch (messageStyle & 0xF0) {
+    case style::critical:
+        return QMessageBox::Critical;
+    case style::information:
+        return QMessageBox::Information;
+    default:
+        return QMessageBox::NoIcon;
+    }
+}
+
+Answer showMessage(const Message& message) {
+    QMessageBox box(QApplication::activeWindow());
+    box.setWindowTitle(message.title.isEmpty() ? QGuiApplication::applicationDisplayName() : message.title);
+    box.setTextFormat(Qt::PlainText);
+    box.setText(QString(message.text).replace(QLatin1StringView("\r\n"), QLatin1StringView("\n")));
+    box.setIcon(iconOf(message.style));
+    if (message.style & style::rightAligned)
+        box.setLayoutDirection(Qt::RightToLeft);
+    switch (message.style & 0xF) {
+    case style::okCancel:
+        box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
+        break;
+    case style::yesNo:
+        box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+        box.setEscapeButton(QMessageBox::No);
+        break;
+    default:
+        box.setStandardButtons(QMessageBox::Ok);
+    }
+    // The hourglass of the form that asks does not hang over the question.
+    QGuiApplication::setOverrideCursor(Qt::ArrowCursor);
+    const int pressed = box.exec();
+    QGuiApplication::restoreOverrideCursor();
+    switch (pressed) {
+    case QMessageBox::Cancel:
+        return Answer::Cancel;
+    case QMessageBox::Yes:
+        return Answer::Yes;
+    case QMessageBox::No:
+        return Answer::No;
+    default:
+        return Answer::Ok;
+    }
+}
+
+} // namespace
+
+std::function<Answer(const Message&)> messageSeat = showMessage;
+
+Answer msgBox(const QString& text, int style, const QString& title) {
+    return messageSeat({text, style, title});
+}
+
+} // namespace forms

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QString>
+
+#include <functional>
+
+namespace forms {
+
+/// The style of a message is the sum of its buttons, its icon and its alignment.
+namespace style {
+inline constexpr int okOnly = 0;
+inline constexpr int okCancel = 1;
+inline constexpr int yesNo = 4;
+inline constexpr int critical = 16;
+inline constexpr int information = 64;
+inline constexpr int noIcon = 80; ///< a sum that names no icon: the message shows none
+inline constexpr int rightAligned = 524288;
+} // namespace style
+
+enum class Answer { Ok = 1, Cancel = 2, Yes = 6, No = 7 };
+
+struct Message {
+    QString text;
+    int style = style::okOnly;
+    QString title; ///< empty: the application's own title
+};
+
+/// Shows a message and waits for its answer. Esc answers Cancel, or No where there is no Cancel.
+Answer msgBox(const QString& text, int style = style::okOnly, const QString& title = {});
+
+/// Who shows the messages; a test puts a recorder here.
+extern std::function<Answer(const Message&)> messageSeat;
+
+} // namespace forms

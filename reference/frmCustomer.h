@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/forms/form.h"
+#include "reference/grideditor.h"
+
+#include <memory>
+
+namespace Ui {
+class frmCustomer;
+}
+
+/// Keeps the customers and, for the customer under the cursor, the respondents. Typing changes the grids
+/// only; the add and save commands write a whole grid in one transaction. A row with an empty key cell is not
+/// stored yet.
+class frmCustomer : public forms::DefaultForm<frmCustomer> {
+    Q_OBJECT
+
+public:
+    ~frmCustomer() override;
+    QLineEdit* txtCustomerDtls() const;
+
+    void toSetWidthForCusGrid();
+    void toSetWidthForResGrid();
+    void toRefreshCustomerDetails();
+    void toSaveCustomerDtls();
+    void toDeleteCustomer();
+    void toRefreshRespondentDetails();
+    void toSaveRespondentDetails();
+    void toDeleteRespondentDetails();
+    void SetEditTextBox(int ColPos, int RowPos);
+    void SetEditRespondentTextBox(int ColPos, int RowPos);
+
+private:
+    friend class DefaultForm<frmCustomer>;
+    frmCustomer();
+    void onLoad() override;
+    void connectEvents();
+
+    void cmdAddCustomer();
+    void cmdSaveCustomer();
+    void cmdDeleteCustomer();
+    void cmdAddRespondent();
+    void cmdSaveRespondent();
+    void cmdDeleteRespondent();
+    void grdCustomerDtls_Click();
+    void toShowLastRespondent();
+    void toMoveWithCustomer(GridEditor::RowMove move);
+    /// The first row whose mandatory cell is blank, or 0.
+    bool toCheckDesignations(bool resetPointer);
+    void toSaveCustomerRow(int row);
+    void toSaveRespondentRow(int row);
+    QString toMakeDuplicateTest() const;
+    QString currentCustID() const;
+
+    std::unique_ptr<Ui::frmCustomer> ui;
+    GridEditor* customers = nullptr;
+    GridEditor* respondents = nullptr;
+};

@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "reference/gridtools.h"
+
+#include "platform/ado/recordset.h"
+#include "platform/forms/flexgrid.h"
+
+#include <cmath>
+
+void toSetHeadsAndWidths(forms::MSHFlexGrid* grid, const QStringList& heads,
+                         const std::vector<double>& shares) {
+    grid->setCols(static_cast<int>(shares.size()));
+    for (std::size_t i = 0; i < shares.size(); ++i)
+        grid->setColWidth(static_cast<int>(i),
+                          static_cast<int>(std::nearbyint(grid->gridWidth() * shares[i])));
+    const int row = grid->Row();
+    const int col = grid->Col();
+    for (int i = 1; i < grid->Cols(); ++i) {
+        grid->setTextMatrix(0, i, heads.value(i - 1));
+        grid->moveCursor(0, i);
+        grid->setCellAlignment(forms::MSHFlexGrid::centred);
+        grid->setCellFontBold(true);
+    }
+    grid->moveCursor(row, col);
+}
+
+void toEmptyGrid(forms::MSHFlexGrid* grid) {
+    grid->setRows(2);
+    for (int i = 1; i < grid->Cols(); ++i)
+        grid->setTextMatrix(1, i, {});
+}
+
+void toFillGridFrom(forms::MSHFlexGrid* grid, ado::Recordset& records,
+                    const std::vector<const char*>& fields) {
+    grid->setRows(records.RecordCount() + 1);
+    for (int row = 1; !records.Eof(); records.MoveNext(), ++row) {
+        for (std::size_t i = 0; i < fields.size(); ++i) {
+            const QString text = records[fields[i]].Text();
+            if (!text.isEmpty())
+                grid->setTextMatrix(row, static_cast<int>(i) + 1, text);
+        }
+    }
+}
+
+int toFindBlank(const forms::MSHFlexGrid* grid, int column) {
+    for (int row = 1; row < grid->Rows(); ++row) {
+        if (grid->TextMatrix(row, column).trimmed().isEmpty())
+            return row;
+    }
+    return 0;
+}

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QStringList>
+
+#include <vector>
+
+namespace ado {
+class Recordset;
+}
+namespace forms {
+class MSHFlexGrid;
+}
+
+/// Writes the heads into row 0, centred and bold, from column 1 on, and gives each column from 0 on its share
+/// of the grid's width; 0 hides the column.
+void toSetHeadsAndWidths(forms::MSHFlexGrid* grid, const QStringList& heads,
+                         const std::vector<double>& shares);
+
+/// Two rows, the cells of row 1 empty.
+void toEmptyGrid(forms::MSHFlexGrid* grid);
+
+/// One grid row a record, its fields in columns 1 onward. A Null or empty field leaves its cell as it was.
+void toFillGridFrom(forms::MSHFlexGrid* grid, ado::Recordset& records,
+                    const std::vector<const char*>& fields);
+
+/// The first row from 1 whose cell of that column is blank; 0 when there is none.
+int toFindBlank(const forms::MSHFlexGrid* grid, int column);

@@ -1,0 +1,154 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "tests/support/storetest.h"
+
+#include "core/MDIMain.h"
+#include "core/backup.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QFile>
+
+using namespace Qt::StringLiterals;
+
+ExpectedMessages::ExpectedMessages() {
+    forms::messageSeat = [this](const forms::Message& message) {
+        if (waiting.empty()) {
+            ADD_FAILURE() << "unexpected message: " << message.text.toStdString();
+            return forms::Answer::Cancel;
+        }
+        const Expected next = waiting.front();
+        waiting.pop_front();
+        if (next.beginning) {
+            EXPECT_EQ(message.text.left(next.message.text.size()), next.message.text);
+        } else {
+            EXPECT_EQ(message.text, next.message.text);
+        }
+        EXPECT_EQ(message.style, next.message.style) << message.text.toStdString();
+        EXPECT_EQ(message.title, next.message.title) << message.text.toStdString();
+        return next.answer;
+    };
+}
+
+ExpectedMessages::~ExpectedMessages() {
+    for (const Expected& missing : waiting)
+        ADD_FAILURE() << "message never came: " << missing.message.text.toStdString();
+    forms::messageSeat = [](const forms::Message&) { return forms::Answer::Cancel; };
+}
+
+void ExpectedMessages::expect(const QString& text, int style, const QString& title, forms::Answer answer) {
+    waiting.push_back({{text, style, title}, answer, false});
+}
+
+void ExpectedMessages::expectBeginning(const QString& beginning) {
+    waiting.push_back({{beginning, 0, {}}, forms::Answer::Ok, true});
+}
+
+void StoreTest::SetUp() {
+    ASSERT_TRUE(directory.isValid());
+    qputenv("XDG_CONFIG_HOME", directory.filePath(u"config"_s).toUtf8());
+    ASSERT_TRUE(QFile::copy(QStringLiteral(GAUGEWELL_STORE), directory.filePath(u"Tallywell.mdb"_s)));
+    setHomeDirectory(directory.path());
+    toForgetBackup();
+    ASSERT_TRUE(toCreateDSN(u"gwl"_s, strDatabasePath));
+    toOpenConnection();
+    ASSERT_EQ(cnnMain->State(), 1);
+    MDIMain::instance().show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&MDIMain::instance()));
+}
+
+void StoreTest::TearDown() {
+    MDIMain::destroy();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr) << "a form has left the hourglass behind";
+    cnnMain.reset();
+    setHomeDirectory({});
+}
+
+QStringList StoreTest::rows(const QString& sql) {
+    ado::Recordset records;
+    records.Open(sql, *cnnMain);
+    QStringList result;
+    for (; !records.Eof(); records.MoveNext()) {
+        QStringList fields;
+        for (int i = 0; i < records.FieldCount(); ++i)
+            fields << records.FieldAt(i).Text();
+        result << fields.join(u'|');
+    }
+    return result;
+}
+
+void StoreTest::run(const QString& sql) {
+    cnnMain->Execute(sql);
+}
+
+int StoreTest::add(const QString& table, const std::vector<std::pair<const char*, QVariant>>& fields) {
+    ado::Recordset records;
+    records.Open(u"select * from "_s + table, *cnnMain, ado::Recordset::Lock::Optimistic);
+    records.AddNew();
+    for (const auto& [name, value] : fields)
+        records[name] = value;
+    records.Update();
+    return records.FieldAt(0).Value().toInt();
+}
+
+int StoreTest::addCustomer(const QString& name) {
+    return add(u"customer"_s, {{"custname", name}, {"Address", u" "_s}});
+}
+
+int StoreTest::addRespondent(int custid, const QString& name, const QString& designation) {
+    return add(u"respondent"_s, {{"custid", custid},
+                                 {"respondentname", name},
+                                 {"respondentdesignation", designation},
+                                 {"emailid", u""_s}});
+}
+
+int StoreTest::addParameter(const QString& name) {
+    return add(u"parameter"_s, {{"parametername", name}});
+}
+
+int StoreTest::addQuestion(int paramid, const QString& text, bool score) {
+    return add(u"questions"_s, {{"question", text}, {"Type", score}, {"paramid", paramid}});
+}
+
+int StoreTest::addSurvey(int custid, const QDate& date) {
+    return add(u"survey"_s, {{"sdate", date}, {"custid", custid}});
+}
+
+void StoreTest::addQuestionnaire(int respondentid, int surveyid, const std::vector<int>& questions) {
+    int order = 0;
+    for (const int questionid : questions) {
+        add(u"responquesindex"_s, {{"respondentid", respondentid},
+                                   {"questionid", questionid},
+                                   {"surveyid", surveyid},
+                                   {"Order", ++order}});
+    }
+}
+
+void StoreTest::addScore(int respondentid, int questionid, int surveyid, const QDate& date,
+                         const QVariant& weightage, const QVariant& score) {
+    add(u"feedbackobjective"_s, {{"respondentid", respondentid},
+                                 {"questionid", questionid},
+                                 {"surveyid", surveyid},
+                                 {"surveydate", date},
+                                 {"weightage", weightage},
+                                 {"score", score}});
+}
+
+void press(QWidget& form, const char* button) {
+    auto* found = control<QAbstractButton>(form, button);
+    ASSERT_TRUE(found && found->isVisible() && found->isEnabled()) << button;
+    QTest::mouseClick(found, Qt::LeftButton);
+}
+
+void type(const QString& text) {
+    for (const QChar c : text) {
+        ASSERT_NE(QApplication::focusWidget(), nullptr);
+        QTest::sendKeyEvent(QTest::Click, QApplication::focusWidget(), Qt::Key_unknown, QString(c),
+                            Qt::NoModifier);
+    }
+}
+
+void key(Qt::Key pressed, Qt::KeyboardModifiers modifiers) {
+    ASSERT_NE(QApplication::focusWidget(), nullptr);
+    QTest::keyClick(QApplication::focusWidget(), pressed, modifiers);
+}

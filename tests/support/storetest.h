@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "core/gblGlobal.h"
+#include "platform/forms/msgbox.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+#include <gtest/gtest.h>
+
+#include <deque>
+
+/// gtest's failure messages show texts readably.
+inline void PrintTo(const QString& text, std::ostream* out) {
+    *out << '"' << text.toStdString() << '"';
+}
+
+/// The messages that a test waits for, in order. Any other message fails the test; so does one that never
+/// comes.
+class ExpectedMessages {
+public:
+    ExpectedMessages();
+    ~ExpectedMessages();
+    void expect(const QString& text, int style = 0, const QString& title = {},
+                forms::Answer answer = forms::Answer::Ok);
+    /// A message of the standard failure handler, whose text only begins so.
+    void expectBeginning(const QString& beginning);
+    int left() const { return static_cast<int>(waiting.size()); }
+
+private:
+    struct Expected {
+        forms::Message message;
+        forms::Answer answer;
+        bool beginning;
+    };
+    std::deque<Expected> waiting;
+};
+
+/// A fresh store in a home of its own, connected; the main window stands on the screen.
+class StoreTest : public ::testing::Test {
+protected:
+    void SetUp() override;
+    void TearDown() override;
+
+    /// The records of a select, each as its fields' texts joined by a bar.
+    static QStringList rows(const QString& sql);
+    /// The first field of the first record.
+    static QString value(const QString& sql) { return rows(sql).value(0).section(u'|', 0, 0); }
+    static void run(const QString& sql);
+    /// Adds a record to a table and gives its first field, the key.
+    static int add(const QString& table, const std::vector<std::pair<const char*, QVariant>>& fields);
+
+    // Builders
+    static int addCustomer(const QString& name);
+    static int addRespondent(int custid, const QString& name,
+                             const QString& designation = QStringLiteral("Buyer"));
+    static int addParameter(const QString& name);
+    static int addQuestion(int paramid, const QString& text, bool score = true);
+    static int addSurvey(int custid, const QDate& date);
+    static void addQuestionnaire(int respondentid, int surveyid, const std::vector<int>& questions);
+    static void addScore(int respondentid, int questionid, int surveyid, const QDate& date,
+                         const QVariant& weightage, const QVariant& score);
+
+    QString home() const { return directory.path(); }
+
+    ExpectedMessages messages;
+
+private:
+    QTemporaryDir directory;
+};
+
+/// A control of a form by its object name; fails the test when there is none.
+template <class Control> Control* control(QWidget& form, const char* name) {
+    auto* found = form.findChild<Control*>(QLatin1StringView(name));
+    EXPECT_NE(found, nullptr) << name;
+    return found;
+}
+
+/// Clicks a button by its object name.
+void press(QWidget& form, const char* button);
+
+/// Types into the widget that has the focus.
+void type(const QString& text);
+void key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
