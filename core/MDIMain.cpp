@@ -54,6 +54,7 @@ void MDIMain::destroy() {
 MDIMain::MDIMain() : stsBar(new forms::StatusBar(this)), area(new QMdiArea(this)) {
     setObjectName(u"MDIMain"_s);
     setWindowTitle(u"Gaugewell"_s);
+    QApplication::setWindowIcon(picture(u"logo"_s));
     stsBar->setObjectName(u"stsBar"_s);
     setStatusBar(stsBar);
     setCentralWidget(area);

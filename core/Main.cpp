@@ -2,13 +2,11 @@
 #include "core/MDIMain.h"
 #include "core/frmSplash.h"
 #include "core/gblGlobal.h"
-#include "core/pictures.h"
 #include "platform/desktop/helpwindow.h"
 #include "platform/forms/msgbox.h"
 
 #include <QApplication>
 #include <QFile>
-#include <QIcon>
 
 using namespace Qt::StringLiterals;
 
@@ -37,7 +35,6 @@ int Main(int argc, char** argv) {
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"gaugewell"_s);
     QApplication::setApplicationDisplayName(u"Gaugewell"_s);
-    QApplication::setWindowIcon(picture(u"logo"_s));
     QApplication::setQuitOnLastWindowClosed(false);
     forms::helpSeat = toShowHelp;
 

@@ -2,6 +2,7 @@
 -- script once, when the program is built.
 -- Names ignore case. Texts compare and sort without regard to case (UNICODE_CI). Dates are ISO texts, yes/no is -1 or 0.
 -- Keys are never given twice, so that nothing left behind can attach itself to a new row.
+-- An index that serves a list holds no more columns than its condition, so that the list keeps the order of entry.
 
 PRAGMA application_id = 0x4757454C;
 PRAGMA user_version = 1;
@@ -24,7 +25,7 @@ CREATE TABLE respondent (
     respondentdesignation TEXT COLLATE UNICODE_CI,
     emailid               TEXT COLLATE UNICODE_CI
 );
-CREATE INDEX respondent_customer ON respondent (custid, respondentname);
+CREATE INDEX respondent_customer ON respondent (custid);
 
 CREATE TABLE parameter (
     paramid       INTEGER PRIMARY KEY AUTOINCREMENT,
@@ -38,7 +39,7 @@ CREATE TABLE questions (
     Type       YESNO DEFAULT 0,                 -- yes: Score, no: Descriptive
     paramid    INTEGER REFERENCES parameter ON DELETE CASCADE
 );
-CREATE INDEX questions_parameter ON questions (paramid, question);
+CREATE INDEX questions_parameter ON questions (paramid);
 CREATE INDEX questions_text ON questions (question);
 
 -- Surveys ---------------------------------------------------------------------------------------------------------
@@ -96,7 +97,7 @@ CREATE TABLE log (                               -- one row an exported survey f
     surveyid    INTEGER,
     Status      YESNO DEFAULT 0                  -- whether the file has been read in
 );
-CREATE INDEX log_customer ON log (custname, respid, sdate);
+CREATE INDEX log_customer ON log (custname);
 CREATE INDEX log_respondent ON log (respid, sdate);
 CREATE INDEX log_file ON log (xlsfilename);
 CREATE INDEX log_survey ON log (surveyid, respid);

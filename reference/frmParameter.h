@@ -2,14 +2,17 @@
 #pragma once
 
 #include "platform/forms/form.h"
+#include "reference/grideditor.h"
 
 #include <memory>
 
-class QLineEdit;
 namespace Ui {
 class frmParameter;
 }
 
+/// Keeps the parameters and, for the parameter under the cursor, its questions of the type Score or
+/// Descriptive. Typing changes the grids only; the add and save commands write a whole grid in one
+/// transaction.
 class frmParameter : public forms::DefaultForm<frmParameter> {
     Q_OBJECT
 
@@ -17,8 +20,39 @@ public:
     ~frmParameter() override;
     QLineEdit* txtParameterDtls() const;
 
+    void toSetWidthForParamGrid();
+    void toSetWidthForQuestionGrid();
+    void toRefreshPrameterDetails();
+    void toSaveParameterDtls();
+    void toDeleteparameter();
+    void toRefreshQuestionDtls();
+    void toSaveQuestionDetails();
+    void toDeleteQuestionDetails();
+    void SetEditParameterTextBox(int ColPos, int RowPos);
+    void SetEditQuestionTextBox(int ColPos, int RowPos);
+
 private:
     friend class DefaultForm<frmParameter>;
     frmParameter();
+    void onLoad() override;
+    void connectEvents();
+
+    void cmdAddParameter();
+    void cmdSaveParameter();
+    void cmdDeleteParameter();
+    void cmdAddQuestion();
+    void cmdSaveQuestion();
+    void cmdDeleteQuestion();
+    void grdParameterDtls_Click();
+    void txtQuestionDtls_Change(const QString& text);
+    bool toCheckParameters(const QString& message);
+    bool toCheckQuestions(const QString& message);
+    void toSaveParameterRow(int row);
+    void toSaveQuestionRow(int row);
+    bool toConfirmDeletion(const QString& paramid);
+    QString currentParamID() const;
+
     std::unique_ptr<Ui::frmParameter> ui;
+    GridEditor* parameters = nullptr;
+    GridEditor* questions = nullptr;
 };

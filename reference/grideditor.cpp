@@ -7,10 +7,27 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 
+namespace {
+
+/// A shade between the cells' ground and the highlight, so that the cell in hand stands out in any theme.
+void tintBox(QLineEdit* box) {
+    QPalette palette = box->palette();
+    const QColor ground = palette.color(QPalette::Base);
+    const QColor highlight = palette.color(QPalette::Highlight);
+    const auto mixed = [](int a, int b) { return (a * 4 + b) / 5; };
+    palette.setColor(QPalette::Base,
+                     QColor(mixed(ground.red(), highlight.red()), mixed(ground.green(), highlight.green()),
+                            mixed(ground.blue(), highlight.blue())));
+    box->setPalette(palette);
+}
+
+} // namespace
+
 GridEditor::GridEditor(const GridEditorRules& rules, forms::MSHFlexGrid* edited, QLineEdit* editor)
     : QObject(edited), rule(rules), grid(edited), box(editor) {
     box->setParent(grid->viewport());
     box->setFrame(false);
+    tintBox(box);
     box->setMaxLength(rule.maxLength);
     box->setAccessibleName(grid->accessibleName());
     box->hide();

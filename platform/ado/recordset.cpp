@@ -34,7 +34,7 @@ void Recordset::Open(const QString& sql, Connection& connection, Lock lock) {
     Statement statement = opened->recorded([&] { return translate(sql); });
     if (lock == Lock::Optimistic) {
         table = opened->recorded([&] { return writableTable(sql); });
-        if (table.isEmpty())
+        if (table.isEmpty() || !opened->isTable(table))
             opened->fail({number::notWritable, u"Only the records of one table can be changed."_s});
         const qsizetype star = statement.sql.indexOf(u'*');
         statement.sql.replace(star, 1, u"rowid,*"_s);

@@ -26,6 +26,7 @@ public:
     /// Takes the value for the next Update, converted to the column's declared type. Throws Failure
     /// number::typeMismatch or number::overflow for what does not fit.
     Field& operator=(const QVariant& value);
+    Field& operator=(const QString& text) { return *this = QVariant(text); }
 
 private:
     Recordset& recordset;

@@ -122,6 +122,7 @@ void Session::close() {
     for (const Kept& statement : kept)
         sqlite3_finalize(statement.compiled);
     kept.clear();
+    tables.clear();
     // With statements still on loan the database closes when the last of them is finalized.
     sqlite3_close_v2(database);
     database = nullptr;
@@ -164,6 +165,17 @@ Prepared Session::prepare(const Statement& statement) {
     Prepared result(shared_from_this(), sql, compiled);
     result.bind(statement.parameters);
     return result;
+}
+
+bool Session::isTable(const QString& name) {
+    if (tables.contains(name))
+        return true;
+    Prepared lookup =
+        prepare({u"select 1 from sqlite_schema where type = 'table' and name = ? collate nocase"_s, {name}});
+    if (!lookup.step())
+        return false;
+    tables.insert(name);
+    return true;
 }
 
 void Session::giveBack(const QByteArray& sql, sqlite3_stmt* compiled) {

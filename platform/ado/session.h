@@ -4,6 +4,8 @@
 #include "platform/ado/dialect.h"
 #include "platform/ado/error.h"
 
+#include <QSet>
+
 #include <list>
 #include <memory>
 
@@ -64,6 +66,8 @@ public:
     /// Compiles the one statement of the text, or takes it from those kept. Records and throws a Failure.
     Prepared prepare(const Statement& statement);
     void giveBack(const QByteArray& sql, sqlite3_stmt* compiled);
+    /// Whether a table, and not a saved query, has that name.
+    bool isTable(const QString& name);
 
     /// Throws for a closed session; the store never saw the call, so nothing is recorded.
     void requireOpen() const;
@@ -87,6 +91,7 @@ private:
     sqlite3* database = nullptr;
     ErrorList errorList;
     std::list<Kept> kept; // most recently used first
+    QSet<QString> tables; // those known by isTable
 };
 
 } // namespace ado

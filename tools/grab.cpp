@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// grab HOME FOLDER: opens each form on the store in HOME and saves its picture, and that of the main window, in FOLDER,
+// so that its look is seen and not guessed. Takes QT_SCALE_FACTOR and -style as any Qt program does.
+#include "analysis/frmSatisfactionIndex.h"
+#include "core/MDIMain.h"
+#include "core/frmAboutUs.h"
+#include "core/frmSplash.h"
+#include "core/gblGlobal.h"
+#include "feedback/frmFeedBackObj.h"
+#include "reference/frmCustomer.h"
+#include "reference/frmParameter.h"
+#include "survey/frmSelectSurvey.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QTest>
+
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QDir folder;
+
+bool save(QWidget& window, const QString& name) {
+    QTest::qWait(100); // delayed layouts
+    return window.grab().save(folder.filePath(name + u".png"));
+}
+
+template <class FormClass> bool grabForm(const QString& name) {
+    FormClass::instance().Show();
+    const bool saved = save(MDIMain::instance(), name);
+    FormClass::unload();
+    return saved;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    QApplication::setApplicationDisplayName(u"Gaugewell"_s);
+    const QStringList arguments = QApplication::arguments();
+    if (arguments.size() != 3 || !QDir().mkpath(arguments[2])) {
+        std::fputs("usage: grab HOME FOLDER\n", stderr);
+        return 2;
+    }
+    setHomeDirectory(arguments[1]);
+    folder.setPath(arguments[2]);
+    strCompanyName = u"Larkmoor Quality Services"_s;
+    if (!toCreateDSN(u"gwl"_s, strDatabasePath))
+        return 1;
+    toOpenConnection();
+    frmSplash::instance().Show();
+    bool saved = save(frmSplash::instance(), u"frmSplash"_s);
+    frmSplash::unload();
+    MDIMain::instance().resize(1280, 690);
+    MDIMain::instance().show();
+    saved = save(MDIMain::instance(), u"MDIMain"_s) && saved;
+    saved = grabForm<frmAboutUs>(u"frmAboutUs"_s) && saved;
+    saved = grabForm<frmCustomer>(u"frmCustomer"_s) && saved;
+    saved = grabForm<frmParameter>(u"frmParameter"_s) && saved;
+    saved = grabForm<frmSelectSurvey>(u"frmSelectSurvey"_s) && saved;
+    saved = grabForm<frmFeedBackObj>(u"frmFeedBackObj"_s) && saved;
+    saved = grabForm<frmSatisfactionIndex>(u"frmSatisfactionIndex"_s) && saved;
+    MDIMain::destroy();
+    return saved ? 0 : 1;
+}
