@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/gblGlobal.h"
 
-int main(int argc, char** argv) { return Main(argc, argv); }
+int main(int argc, char** argv) {
+    return Main(argc, argv);
+}

@@ -11,12 +11,14 @@
 
 using namespace Qt::StringLiterals;
 
-frmSplash::frmSplash() : DefaultForm(Kind::Dialog), ui(std::make_unique<Ui::frmSplash>()) {
+frmSplash::frmSplash()
+    : DefaultForm(Kind::Dialog), ui(std::make_unique<Ui::frmSplash>()), Timer1(new QTimer(this)) {
     ui->setupUi(this);
     ui->Picture1->setPixmap(picture(u"splash"_s).pixmap(420, 130));
     ui->imgLogo->setPixmap(picture(u"logo"_s).pixmap(56, 56));
-    Timer1.setInterval(interval);
-    connect(&Timer1, &QTimer::timeout, this, &frmSplash::toLeadOn);
+    Timer1->setObjectName(u"Timer1"_s);
+    Timer1->setInterval(interval);
+    connect(Timer1, &QTimer::timeout, this, &frmSplash::toLeadOn);
 }
 
 frmSplash::~frmSplash() = default;
@@ -26,7 +28,7 @@ void frmSplash::onLoad() {
     setLeft((ScreenWidth() - Width()) / 2);
     setTop((ScreenHeight() - Height()) / 2);
     ui->lblCompanyName->setText(strCompanyName);
-    Timer1.start();
+    Timer1->start();
 }
 
 bool frmSplash::onKeyDown(int key) {
@@ -47,7 +49,7 @@ bool frmSplash::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void frmSplash::toLeadOn() {
-    Timer1.stop();
+    Timer1->stop();
     Unload();
     MDIMain::instance().show();
 }

@@ -29,5 +29,5 @@ private:
 
     static constexpr int interval = 4000; // milliseconds
     std::unique_ptr<Ui::frmSplash> ui;
-    QTimer Timer1;
+    QTimer* Timer1;
 };

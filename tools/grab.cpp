@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// grab HOME FOLDER: opens each form on the store in HOME and saves its picture, and that of the main window, in FOLDER,
-// so that its look is seen and not guessed. Takes QT_SCALE_FACTOR and -style as any Qt program does.
+// grab HOME FOLDER: opens each form on the store in HOME and saves its picture, and that of the main window,
+// in FOLDER, so that its look is seen and not guessed. Takes QT_SCALE_FACTOR and -style as any Qt program
+// does.
 #include "analysis/frmSatisfactionIndex.h"
 #include "core/MDIMain.h"
 #include "core/frmAboutUs.h"

@@ -1,0 +1,30 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
+# Installs what is needed, builds Gaugewell, installs it into ~/Gaugewell and starts it.
+set -euo pipefail
+cd "$(dirname "$0")"
+home="${GAUGEWELL_HOME:-$HOME/Gaugewell}"
+
+tools/packages.sh build run
+echo "Building..."
+cmake --preset release -DBUILD_TESTING=OFF >/dev/null
+cmake --build --preset release
+echo "Installing into $home (your database and your own files there are kept)..."
+cmake --install build/release --prefix "$home" >/dev/null
+
+if [ -n "${DISPLAY:-}" ] || [ -n "${WAYLAND_DISPLAY:-}" ]; then
+  echo "Starting $home/gaugewell"
+  exec "$home/gaugewell"
+fi
+
+echo "There is no display. Starting on a virtual one."
+tools/packages.sh display
+number=${GAUGEWELL_DISPLAY:-99}
+Xvfb ":$number" -screen 0 1280x800x24 -nolisten tcp >/dev/null 2>&1 &
+trap 'kill $(jobs -p) 2>/dev/null' EXIT
+export DISPLAY=":$number"
+for _ in $(seq 50); do [ -S "/tmp/.X11-unix/X$number" ] && break; sleep 0.1; done
+openbox >/dev/null 2>&1 &
+x11vnc -display "$DISPLAY" -localhost -forever -nopw -quiet >/dev/null 2>&1 &
+echo "Look at it with a VNC viewer at 127.0.0.1:5900 (this machine only). Quit the program with Ctrl+Q to end."
+"$home/gaugewell"

@@ -1,0 +1,23 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
+# test_install.sh BUILD: installing over a used home loses nothing, and a fresh home is whole.
+set -euo pipefail
+build=$1
+home=$(mktemp -d)
+trap 'rm -rf "$home"' EXIT
+install() { cmake --install "$build" --prefix "$home" >/dev/null; }
+fail() { echo "$1" >&2; exit 1; }
+
+install
+for file in gaugewell Tallywell.mdb "GWL HELP 2.1.HLP"; do
+  [ -s "$home/$file" ] || fail "missing in a fresh home: $file"
+done
+echo "the user's data" >>"$home/Tallywell.mdb"
+echo "Larkmoor" >"$home/company.txt"
+echo "own" >"$home/template.xls"
+before=$(cat "$home/Tallywell.mdb" "$home/company.txt" "$home/template.xls" | sha256sum)
+echo "stale" >"$home/GWL HELP 2.1.HLP"
+install
+after=$(cat "$home/Tallywell.mdb" "$home/company.txt" "$home/template.xls" | sha256sum)
+[ "$before" = "$after" ] || fail "installing has replaced the user's files"
+grep -q "<h2" "$home/GWL HELP 2.1.HLP" || fail "installing has kept stale help"

@@ -1,0 +1,33 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
+# Looks at the sources without running them: format, layering, file length, clang-tidy.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+mapfile -t sources < <(git ls-files '*.cpp' '*.h')
+
+echo "== Format =="
+clang-format --dry-run -Werror "${sources[@]}"
+
+echo "== Layers =="
+# platform/ knows no subsystem; a partner is used through its own headers only.
+if grep -nE '#include "(core|reference|survey|exchange|feedback|analysis|improvement|search)/' \
+  $(git ls-files 'platform/*.cpp' 'platform/*.h'); then
+  echo "A file of platform/ includes a subsystem's header." >&2
+  exit 1
+fi
+
+echo "== Length =="
+for file in "${sources[@]}"; do
+  lines=$(wc -l <"$file")
+  if [ "$lines" -gt 600 ]; then
+    echo "$file has $lines lines, more than 600." >&2
+    exit 1
+  fi
+done
+
+echo "== clang-tidy =="
+cmake --preset dev >/dev/null
+cmake --build --preset dev --target gaugewell_program_autogen gaugewell_forms_autogen gaugewell_chart_autogen \
+  gaugewell_desktop_autogen >/dev/null
+git ls-files '*.cpp' ':!tests' ':!bench' ':!fuzz' |
+  xargs -P "$(nproc)" -n 4 clang-tidy -p build/dev --quiet 2>/dev/null
