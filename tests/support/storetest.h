@@ -47,6 +47,8 @@ protected:
     /// The first field of the first record.
     static QString value(const QString& sql) { return rows(sql).value(0).section(u'|', 0, 0); }
     static void run(const QString& sql);
+    /// Runs a statement of the store's own SQL, such as one that makes a trigger which stops a save part way.
+    static void runRaw(const QString& sql) { cnnMain->session()->prepare({sql, {}}).step(); }
     /// Adds a record to a table and gives its first field, the key.
     static int add(const QString& table, const std::vector<std::pair<const char*, QVariant>>& fields);
 

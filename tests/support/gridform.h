@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/forms/flexgrid.h"
+#include "tests/support/storetest.h"
+
+#include <QHeaderView>
+#include <QLineEdit>
+
+/// A grid that is edited in place, driven as a user does.
+struct EditedGrid {
+    forms::MSHFlexGrid* grid;
+    QLineEdit* box;
+
+    EditedGrid(QWidget& form, const char* gridName, const char* boxName)
+        : grid(control<forms::MSHFlexGrid>(form, gridName)), box(control<QLineEdit>(form, boxName)) {}
+
+    void click(int row, int col) const {
+        const QModelIndex index = grid->model()->index(row - 1, col - 1);
+        QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(index).center());
+    }
+    void clickHead(int col) const {
+        const QHeaderView* head = grid->horizontalHeader();
+        QTest::mouseClick(head->viewport(), Qt::LeftButton, {},
+                          {head->sectionViewportPosition(col - 1) + 10, head->height() / 2});
+    }
+    /// Replaces the cell's text.
+    void enter(int row, int col, const QString& text) const {
+        click(row, col);
+        box->selectAll();
+        if (text.isEmpty())
+            key(Qt::Key_Delete);
+        else
+            type(text);
+    }
+    std::pair<int, int> cell() const { return {grid->Row(), grid->Col()}; }
+    bool boxLiesOverCell() const { return box->isVisible() && box->geometry() == grid->cellRect(); }
+};
