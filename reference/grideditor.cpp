@@ -7,6 +7,8 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 
+#include <algorithm>
+
 GridEditor::GridEditor(const GridEditorRules& rules, forms::MSHFlexGrid* edited, QLineEdit* editor)
     : QObject(edited), rule(rules), grid(edited), box(editor) {
     box->setParent(grid->viewport());
@@ -71,6 +73,8 @@ void GridEditor::mouseDown() {
 bool GridEditor::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::Resize && watched == grid->viewport())
         layBox();
+    if (event->type() == QEvent::InputMethod && watched == box)
+        return !acceptsAll(static_cast<QInputMethodEvent*>(event)->commitString());
     if (event->type() != QEvent::KeyPress)
         return false;
     auto* key = static_cast<QKeyEvent*>(event);
@@ -80,8 +84,14 @@ bool GridEditor::eventFilter(QObject* watched, QEvent* event) {
         return false;
     if ((key->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier && boxKey(key->key()))
         return true;
-    const QString typed = key->text();
-    return accepts && typed.size() == 1 && typed[0].isPrint() && !accepts(typed[0]);
+    return !acceptsAll(key->text());
+}
+
+/// Control characters are commands and pass.
+bool GridEditor::acceptsAll(const QString& typed) const {
+    return !accepts || std::all_of(typed.begin(), typed.end(), [this](QChar character) {
+        return character.category() == QChar::Other_Control || accepts(character);
+    });
 }
 
 /// A key for the grid, whose box is out of sight: brings the box back and goes on there.

@@ -61,7 +61,7 @@ public:
     std::function<void()> enterCommand;
     /// Takes the box's text after each change; writes it into the current cell unless it is replaced.
     std::function<void(const QString&)> onChange;
-    /// Whether a typed character may enter the box.
+    /// Whether a character that is typed, by key or input method, may enter the box.
     std::function<bool(QChar)> accepts;
 
     /// Moves the cursor to the cell, copies its text into the box and lays the box over it. Focus is the
@@ -83,6 +83,7 @@ private:
     void goToRow(int row, int col, RowMove move);
     void appendRow(int col, RowMove move);
     bool hasText(int row) const;
+    bool acceptsAll(const QString& typed) const;
     void layBox();
 
     const GridEditorRules rule;
