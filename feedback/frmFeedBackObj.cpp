@@ -335,10 +335,18 @@ void frmFeedBackObj::cmdSave_Click() {
 }
 
 void frmFeedBackObj::toSaveDtls() {
-    guarded({.form = this}, [this] {
+    guarded({.form = this, .rollback = FailureHandler::Rollback::BeforeMessages}, [this] {
         toReconnect();
-        for (int row = 1; row < ui->grdDtls->Rows(); ++row)
-            toSaveRow(row);
+        cnnMain->BeginTrans();
+        try {
+            for (int row = 1; row < ui->grdDtls->Rows(); ++row)
+                toSaveRow(row);
+        } catch (const std::exception&) {
+            if (cnnMain->InTransaction())
+                cnnMain->CommitTrans();
+            throw;
+        }
+        cnnMain->CommitTrans();
     });
 }
 

@@ -19,7 +19,7 @@ class frmFeedBackObj;
 }
 
 /// Keys in, shows and corrects the answers of a respondent to one survey. Typing changes the grid only; the
-/// save command writes every row, each for itself, so that a failure leaves the rows before it saved.
+/// save command writes every row.
 class frmFeedBackObj : public forms::DefaultForm<frmFeedBackObj> {
     Q_OBJECT
 
@@ -40,6 +40,8 @@ public:
     void toFillGrid();
     /// The stored answers to the questions in the grid.
     void tofillscoreandweightage();
+    /// Stores the rows one after the other. The transaction around them, there for speed, is committed also
+    /// when a row fails, so that the rows before it stay saved.
     void toSaveDtls();
     void toShowFileName();
 

@@ -8,6 +8,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QElapsedTimer>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
@@ -325,8 +326,7 @@ TEST_F(FeedbackTest, failureIsToldAndTheFormLivesOn) {
     other.ConnectionString = cnnMain->ConnectionString;
     other.Open();
     other.Execute(u"begin exclusive"_s);
-    messages.expectBeginning(u"Error : 5\r\nThe database is in use by another program."_s); // customer
-    messages.expectBeginning(u"Error : 5\r\nThe database is in use by another program."_s); // the save
+    messages.expectBeginning(u"Error : 5\r\nThe database is in use by another program."_s);
     enter(2, 2, u"9"_s);
     press(form, "cmdSave");
     EXPECT_EQ(messages.left(), 0);
@@ -334,6 +334,29 @@ TEST_F(FeedbackTest, failureIsToldAndTheFormLivesOn) {
     other.Execute(u"rollback"_s);
     press(form, "cmdSave");
     EXPECT_EQ(rows(objective), (QStringList{score(0, "1|0"), score(2, "9|0")}));
+}
+
+TEST_F(FeedbackTest, fiveHundredQuestionsFillAndSaveInTime) {
+    const int parameter = addParameter(u"Long"_s);
+    std::vector<int> many;
+    cnnMain->BeginTrans();
+    for (int i = 0; i < 500; ++i)
+        many.push_back(addQuestion(parameter, u"Question number %1 of many"_s.arg(i), i % 5 > 0));
+    addQuestionnaire(ann, addSurvey(acme, march.addDays(-1)), many);
+    cnnMain->CommitTrans();
+    frmFeedBackObj& form = open();
+    QElapsedTimer clock;
+    clock.start();
+    clickDate(dates().List(0) == u"13/03/2006"_s ? 0 : 1);
+    const qint64 filling = clock.restart();
+    ASSERT_EQ(grid().Rows(), 501);
+    press(form, "cmdSave");
+    const qint64 saving = clock.elapsed();
+    std::cout << "500 questions: fill " << filling << " ms, save " << saving << " ms\n";
+    EXPECT_EQ(value(u"select count(*) from feedbackobjective"_s), u"400"_s);
+    EXPECT_EQ(value(u"select count(*) from feedbackdescriptive"_s), u"100"_s);
+    EXPECT_LT(filling, 5000);
+    EXPECT_LT(saving, 5000);
 }
 
 } // namespace
