@@ -46,6 +46,8 @@ void GridEditor::setEdit(int col, int row) {
 
 void GridEditor::copyCell() {
     box->setText(grid->Text());
+    if (grid->Col() == rule.readOnlyColumn)
+        box->home(false);
 }
 
 void GridEditor::focusBox() {

@@ -25,6 +25,7 @@ struct GridEditorRules {
     bool downAppends;         ///< Down on the last row appends a row, unsaved, when column 1 is filled
     bool upOnFirstRow;        ///< Up on row 1 lays the box anew
     int maxLength;            ///< of the box's text, in characters
+    int readOnlyColumn = 0;   ///< its texts are shown from their beginning; 0 for none
 };
 
 namespace gridRules {
@@ -40,7 +41,8 @@ inline constexpr GridEditorRules respondent{3,    true, 3,      AtEnd::Command, 
 inline constexpr GridEditorRules parameter{1,    false, 1,  AtEnd::CommandThenLastRow, NeedsText::OnLastRow,
                                            true, false, 255};
 inline constexpr GridEditorRules question{2, true, 2, AtEnd::AppendRow, NeedsText::Always, true, false, 255};
-inline constexpr GridEditorRules feedback{4, true, 4, AtEnd::Stay, NeedsText::Never, false, false, noLimit};
+inline constexpr GridEditorRules feedback{4,     true,    4, AtEnd::Stay, NeedsText::Never, false,
+                                          false, noLimit, 1};
 } // namespace gridRules
 
 /// Edits a grid in place: one text box, laid over the grid's current cell, copies its text into the cell at
