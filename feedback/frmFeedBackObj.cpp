@@ -85,8 +85,6 @@ void frmFeedBackObj::txtDtls_Change(const QString& text) {
         break;
     case Judgement::SetBack:
         editor->copyCell();
-        if (col == feedbackColumn::question)
-            ui->txtDtls->home(false); // a long question is read from its beginning
         break;
     }
 }
