@@ -1,15 +1,373 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "feedback/frmFeedBackObj.h"
 
+#include "core/MDIMain.h"
+#include "core/failure.h"
+#include "core/gblGlobal.h"
+#include "exchange/setting.h"
+#include "feedback/markrules.h"
+#include "platform/forms/msgbox.h"
+#include "reference/grideditor.h"
+#include "reference/gridtools.h"
 #include "ui_frmFeedBackObj.h"
+
+#include <QTextDocument>
+
+using namespace Qt::StringLiterals;
+namespace style = forms::style;
+
+namespace {
+
+constexpr int helpContext = 6;
+constexpr int topOnLoad = 750; // twips
+constexpr QStringView noCustomer = u"0";
+
+} // namespace
 
 frmFeedBackObj::frmFeedBackObj() : DefaultForm(Kind::SubWindow), ui(std::make_unique<Ui::frmFeedBackObj>()) {
     ui->setupUi(this);
-    connect(ui->cmdClose, &QPushButton::clicked, this, [this] { Unload(); });
+    editor = new GridEditor(gridRules::feedback, ui->grdDtls, ui->txtDtls);
+    connectEvents();
 }
 
 frmFeedBackObj::~frmFeedBackObj() = default;
 
 QLineEdit* frmFeedBackObj::txtDtls() const {
     return ui->txtDtls;
+}
+
+void frmFeedBackObj::connectEvents() {
+    connect(ui->cmbCusName, &forms::ComboBox::Click, this, &frmFeedBackObj::cmbCusName_Click);
+    connect(ui->lstRespname, &forms::ListBox::Click, this, &frmFeedBackObj::lstRespname_Click);
+    connect(ui->lstSurveyDates, &forms::ListBox::Click, this, &frmFeedBackObj::lstSurveyDates_Click);
+    connect(ui->cmdSave, &QPushButton::clicked, this, &frmFeedBackObj::cmdSave_Click);
+    connect(ui->cmdHelp, &QPushButton::clicked, this, [] { toShowHelpTopic(helpContext); });
+    connect(ui->cmdClose, &QPushButton::clicked, this, [this] { Unload(); });
+    editor->onChange = [this](const QString& text) { txtDtls_Change(text); };
+    editor->accepts = [this](QChar character) { return toAcceptCharacter(ui->grdDtls->Col(), character); };
+}
+
+void frmFeedBackObj::onLoad() {
+    setLeft(0);
+    setTop(topOnLoad);
+    toFillcmbCustomername();
+    if (ui->cmbCusName->ListCount() > 0)
+        ui->cmbCusName->setListIndex(0);
+    toSetWidthForGrid();
+    SetEditTextBox(1, 1);
+    lstSurveyDates_Click();
+}
+
+void frmFeedBackObj::onActivate() {
+    blnSetting = toGetSetting();
+}
+
+void frmFeedBackObj::toSetWidthForGrid() {
+    toSetHeadsAndWidths(ui->grdDtls, {u"Question"_s, u"Weightage"_s, u"Score"_s, u"Description"_s},
+                        {0.01, 0.56, 0.12, 0.06, 0.23, 0});
+}
+
+void frmFeedBackObj::SetEditTextBox(int ColPos, int RowPos) {
+    guarded({.prefix = u"Error :"_s}, [&] { editor->setEdit(ColPos, RowPos); });
+}
+
+void frmFeedBackObj::txtDtls_Change(const QString& text) {
+    forms::MSHFlexGrid* grid = ui->grdDtls;
+    const int row = grid->Row();
+    const int col = grid->Col();
+    switch (toJudgeChange(col, grid->TextMatrix(row, feedbackColumn::type), text)) {
+    case Judgement::Take:
+        grid->setTextMatrix(row, col, text);
+        break;
+    case Judgement::Blank:
+        grid->setTextMatrix(row, col, {});
+        ui->txtDtls->clear();
+        break;
+    case Judgement::SetBack:
+        editor->copyCell();
+        break;
+    }
+}
+
+QString frmFeedBackObj::custid() const {
+    return QString::number(toGetCustID(ui->cmbCusName->Text()));
+}
+
+QDate frmFeedBackObj::shownDate() const {
+    return toDate(ui->lblSDate->text());
+}
+
+void frmFeedBackObj::toFillcmbCustomername() {
+    guarded({.form = this}, [this] {
+        toReconnect();
+        ui->cmbCusName->Clear();
+        ado::Recordset customer;
+        customer.Open(u"select * from customer"_s, *cnnMain);
+        for (; !customer.Eof(); customer.MoveNext())
+            ui->cmbCusName->AddItem(customer["custname"].Text());
+    });
+}
+
+void frmFeedBackObj::toFillListView() {
+    guarded({.prefix = u"Error :"_s, .form = this}, [this] {
+        toReconnect();
+        ui->lstSurveyDates->Clear();
+        ado::Recordset survey;
+        survey.Open(u"select distinct(sdate) as surveydate from responquery where custid="_s + custid(),
+                    *cnnMain);
+        for (; !survey.Eof(); survey.MoveNext())
+            ui->lstSurveyDates->AddItem(survey["surveydate"].Text());
+    });
+}
+
+void frmFeedBackObj::toFilllstRespondentName() {
+    guarded({.form = this}, [this] {
+        toReconnect();
+        ui->lstRespname->Clear();
+        const QString customer = custid();
+        if (customer == noCustomer)
+            return;
+        ado::Recordset respondent;
+        respondent.Open(u"select * from respondent where custid="_s + customer, *cnnMain);
+        for (; !respondent.Eof(); respondent.MoveNext())
+            ui->lstRespname->AddItem(respondent["respondentname"].Text());
+    });
+}
+
+QString frmFeedBackObj::toGetRespondentID(const QString& name) const {
+    ado::Recordset respondent;
+    respondent.Open(u"select * from custresp where custid="_s + custid() + u" and respondentname='" + name +
+                        u"'",
+                    *cnnMain);
+    return respondent.Eof() ? QString() : respondent["respondentid"].Text();
+}
+
+QString frmFeedBackObj::toGetQuestionID(const QString& question) const {
+    ado::Recordset questions;
+    questions.Open(u"select * from responquery where question='"_s + question + u"' and custid=" + custid() +
+                       u" and sdate=#" + toSqlDate(shownDate()) + u"#",
+                   *cnnMain);
+    return questions.Eof() ? QString() : questions["questionid"].Text();
+}
+
+QString frmFeedBackObj::toGetSurveyID(const QDate& date, const QString& customerName) const {
+    ado::Recordset survey;
+    survey.Open(u"select * from survey where sdate=#"_s + toSqlDate(date) + u"# and custid=" +
+                    QString::number(toGetCustID(customerName)),
+                *cnnMain);
+    return survey.Eof() ? QString() : survey["surveyid"].Text();
+}
+
+void frmFeedBackObj::toShowFileName() {
+    guarded({.form = this}, [this] {
+        toReconnect();
+        toShowFileLabel({});
+        const QDate date = toDate(ui->lstSurveyDates->Text());
+        ado::Recordset log;
+        log.Open(u"select * from log where custname='"_s + ui->cmbCusName->Text() + u"' and respid=" +
+                     toGetRespondentID(ui->lstRespname->Text()) + u" and sdate=#" + toSqlDate(date) + u"#",
+                 *cnnMain);
+        toShowFileLabel(log.Eof() ? u"No Survey File Exported..."_s
+                                  : u"Survey File Name : "_s + log["xlsfilename"].Text());
+    });
+}
+
+void frmFeedBackObj::toShowFileLabel(const QString& text) {
+    ui->lblXLSFile->setText(text);
+    ui->lblXLSFile->setToolTip(text.isEmpty() ? text : Qt::convertFromPlainText(text));
+}
+
+void frmFeedBackObj::toShowFileNameOfChoice() {
+    if (ui->lstSurveyDates->SelCount() > 0 && ui->lstRespname->SelCount() > 0)
+        toShowFileName();
+}
+
+void frmFeedBackObj::cmbCusName_Click() {
+    setMousePointer(forms::Hourglass);
+    if (ui->cmbCusName->ListCount() > 0) {
+        toFillListView();
+        toFilllstRespondentName();
+        if (ui->lstRespname->ListCount() > 0)
+            ui->lstRespname->setListIndex(0);
+        else
+            toShowNothing();
+    }
+    setMousePointer(forms::DefaultPointer);
+}
+
+void frmFeedBackObj::lstRespname_Click() {
+    setMousePointer(forms::Hourglass);
+    if (ui->lstSurveyDates->ListCount() == 0) {
+        toShowNothing();
+    } else if (ui->lstSurveyDates->SelCount() == 0) {
+        ui->lstSurveyDates->setListIndex(0); // its click fills the grid
+    } else {
+        toBlankGrid();
+        toFillGrid();
+        tofillscoreandweightage();
+    }
+    toShowFileNameOfChoice();
+    setMousePointer(forms::DefaultPointer);
+}
+
+void frmFeedBackObj::lstSurveyDates_Click() {
+    setMousePointer(forms::Hourglass);
+    if (ui->lstSurveyDates->ListCount() > 0) {
+        toFillGrid();
+        tofillscoreandweightage();
+    }
+    toShowFileNameOfChoice();
+    setMousePointer(forms::DefaultPointer);
+}
+
+void frmFeedBackObj::toBlankGrid() {
+    toEmptyGrid(ui->grdDtls);
+    ui->txtDtls->clear();
+}
+
+void frmFeedBackObj::toShowNothing() {
+    toBlankGrid();
+    ui->lblSDate->clear();
+    toShowFileLabel({});
+}
+
+void frmFeedBackObj::toFillGrid() {
+    guarded({.form = this}, [this] {
+        setMousePointer(forms::Hourglass);
+        toReconnect();
+        ui->lblSDate->setText(ui->lstSurveyDates->Text());
+        const QString customer = custid();
+        if (customer == noCustomer) {
+            toBlankGrid();
+        } else {
+            ado::Recordset questions;
+            questions.Open(u"select * from responquery where  respondentid="_s +
+                               toGetRespondentID(ui->lstRespname->Text()) + u" and custid=" + customer +
+                               u" and sdate=#" + toSqlDate(shownDate()) + u"#",
+                           *cnnMain);
+            if (questions.Eof())
+                toShowNothing();
+            else
+                toShowQuestions(questions);
+        }
+        SetEditTextBox(1, 1);
+        setMousePointer(forms::DefaultPointer);
+    });
+}
+
+void frmFeedBackObj::toShowQuestions(ado::Recordset& questions) {
+    forms::MSHFlexGrid* grid = ui->grdDtls;
+    grid->setRows(questions.RecordCount() + 1);
+    for (int row = 1; !questions.Eof(); questions.MoveNext(), ++row) {
+        grid->setTextMatrix(row, feedbackColumn::question, questions["question"].Text());
+        grid->setTextMatrix(row, feedbackColumn::weightage, {});
+        grid->setTextMatrix(row, feedbackColumn::score, {});
+        grid->setTextMatrix(row, feedbackColumn::description, {});
+        grid->setTextMatrix(row, feedbackColumn::type, questions["Type"].Text());
+    }
+}
+
+bool frmFeedBackObj::isScoreRow(int row) const {
+    return ui->grdDtls->TextMatrix(row, feedbackColumn::type) == scoreType;
+}
+
+frmFeedBackObj::AnswerKey frmFeedBackObj::toMakeAnswerKey(int row) const {
+    return {toGetRespondentID(ui->lstRespname->Text()),
+            toGetQuestionID(ui->grdDtls->TextMatrix(row, feedbackColumn::question))};
+}
+
+QString frmFeedBackObj::toMakeAnswerQuery(int row, const AnswerKey& key) const {
+    return u"select * from "_s + (isScoreRow(row) ? u"feedbackobjective" : u"feedbackdescriptive") +
+           u" where respondentid=" + key.respondentid + u" and questionid=" + key.questionid +
+           u" and surveydate=#" + toSqlDate(shownDate()) + u"#";
+}
+
+void frmFeedBackObj::tofillscoreandweightage() {
+    guarded({.form = this}, [this] {
+        setMousePointer(forms::Hourglass);
+        toReconnect();
+        const forms::MSHFlexGrid* grid = ui->grdDtls;
+        for (int row = 1; row < grid->Rows(); ++row) {
+            if (grid->TextMatrix(row, feedbackColumn::question).trimmed().isEmpty())
+                break;
+            toShowAnswer(row);
+        }
+        setMousePointer(forms::DefaultPointer);
+    });
+}
+
+void frmFeedBackObj::toShowAnswer(int row) {
+    forms::MSHFlexGrid* grid = ui->grdDtls;
+    const bool isScore = isScoreRow(row);
+    ado::Recordset answer;
+    answer.Open(toMakeAnswerQuery(row, toMakeAnswerKey(row)), *cnnMain);
+    if (answer.Eof()) {
+        if (isScore) {
+            grid->setTextMatrix(row, feedbackColumn::description, {});
+        } else {
+            grid->setTextMatrix(row, feedbackColumn::weightage, {});
+            grid->setTextMatrix(row, feedbackColumn::score, {});
+        }
+        return;
+    }
+    grid->setTextMatrix(row, feedbackColumn::weightage, toShownMark(answer["weightage"].Text()));
+    grid->setTextMatrix(row, feedbackColumn::score,
+                        isScore ? toShownMark(answer["score"].Text()) : QString());
+    grid->setTextMatrix(row, feedbackColumn::description, isScore ? QString() : answer["Description"].Text());
+}
+
+void frmFeedBackObj::cmdSave_Click() {
+    setMousePointer(forms::Hourglass);
+    if (toFindBlank(ui->grdDtls, feedbackColumn::question) > 0) {
+        forms::msgBox(u"Cannot Save.....Question details are missing"_s, style::critical,
+                      u"Gaugewell v2.1"_s);
+        setMousePointer(forms::DefaultPointer);
+        return;
+    }
+    if (ui->lstRespname->ListCount() > 0) {
+        toShowStatus(u"Saving....."_s);
+        toSaveDtls();
+        toShowStatus({});
+    }
+    setMousePointer(forms::DefaultPointer);
+}
+
+void frmFeedBackObj::toSaveDtls() {
+    guarded({.form = this, .rollback = FailureHandler::Rollback::BeforeMessages}, [this] {
+        toReconnect();
+        cnnMain->BeginTrans();
+        try {
+            for (int row = 1; row < ui->grdDtls->Rows(); ++row)
+                toSaveRow(row);
+        } catch (const std::exception&) {
+            if (cnnMain->InTransaction())
+                cnnMain->CommitTrans();
+            throw;
+        }
+        cnnMain->CommitTrans();
+    });
+}
+
+void frmFeedBackObj::toSaveRow(int row) {
+    const auto cell = [&](int column) { return ui->grdDtls->TextMatrix(row, column); };
+    const AnswerKey key = toMakeAnswerKey(row);
+    ado::Recordset answer;
+    answer.Open(toMakeAnswerQuery(row, key), *cnnMain, ado::Recordset::Lock::Optimistic);
+    const bool isNew = answer.Eof();
+    if (isNew)
+        answer.AddNew();
+    const auto write = [&](const char* field, const std::optional<QString>& text) {
+        if (text)
+            answer[field] = *text;
+    };
+    answer["respondentid"] = key.respondentid;
+    answer["questionid"] = key.questionid;
+    answer["surveydate"] = shownDate();
+    write("weightage", toMarkForStore(cell(feedbackColumn::weightage), isNew));
+    if (isScoreRow(row))
+        write("score", toMarkForStore(cell(feedbackColumn::score), isNew));
+    else
+        write("Description", toDescriptionForStore(cell(feedbackColumn::description)));
+    answer["surveyid"] = toGetSurveyID(shownDate(), ui->cmbCusName->Text());
+    answer.Update();
 }

@@ -3,15 +3,23 @@
 
 #include "platform/forms/form.h"
 
+#include <QDate>
+
 #include <memory>
 
+class GridEditor;
 class QLineEdit;
+
+namespace ado {
+class Recordset;
+}
 
 namespace Ui {
 class frmFeedBackObj;
 }
 
-/// Keys in, shows and corrects the answers of a respondent to one survey.
+/// Keys in, shows and corrects the answers of a respondent to one survey. Typing changes the grid only; the
+/// save command writes every row.
 class frmFeedBackObj : public forms::DefaultForm<frmFeedBackObj> {
     Q_OBJECT
 
@@ -19,9 +27,63 @@ public:
     ~frmFeedBackObj() override;
     QLineEdit* txtDtls() const;
 
+    /// Whether the user names the survey files, as it stood when the form last became active.
+    bool blnSetting = false;
+
+    void toFillcmbCustomername();
+    /// Fills the list of the customer's survey dates.
+    void toFillListView();
+    void toFilllstRespondentName();
+    void toSetWidthForGrid();
+    void SetEditTextBox(int ColPos, int RowPos);
+    /// One row a question of the chosen respondent, date and customer, without the answers.
+    void toFillGrid();
+    /// The stored answers to the questions in the grid.
+    void tofillscoreandweightage();
+    /// Stores the rows one after the other. The transaction around them, there for speed, is committed also
+    /// when a row fails, so that the rows before it stay saved.
+    void toSaveDtls();
+    void toShowFileName();
+
 private:
     friend class DefaultForm<frmFeedBackObj>;
     frmFeedBackObj();
+    void onLoad() override;
+    void onActivate() override;
+    void connectEvents();
+
+    void cmbCusName_Click();
+    void lstRespname_Click();
+    void lstSurveyDates_Click();
+    void cmdSave_Click();
+    void txtDtls_Change(const QString& text);
+
+    // These three throw Failure; the ids are empty when there is none.
+    QString toGetRespondentID(const QString& name) const;
+    /// Found by its text within the customer's survey of the date on show, whoever the respondent is; of two
+    /// questions with one text the first wins.
+    QString toGetQuestionID(const QString& question) const;
+    QString toGetSurveyID(const QDate& date, const QString& customerName) const;
+
+    struct AnswerKey {
+        QString respondentid;
+        QString questionid;
+    };
+    /// Of the answer to the question of a grid row.
+    AnswerKey toMakeAnswerKey(int row) const;
+    QString toMakeAnswerQuery(int row, const AnswerKey& key) const;
+    void toShowAnswer(int row);
+    void toSaveRow(int row);
+    void toShowQuestions(ado::Recordset& questions);
+    void toBlankGrid();
+    void toShowNothing();
+    void toShowFileLabel(const QString& text);
+    void toShowFileNameOfChoice();
+    bool isScoreRow(int row) const;
+    /// The custid of the chosen customer, "0" for none.
+    QString custid() const;
+    QDate shownDate() const;
 
     std::unique_ptr<Ui::frmFeedBackObj> ui;
+    GridEditor* editor = nullptr;
 };

@@ -7,6 +7,8 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 
+#include <algorithm>
+
 namespace {
 
 /// A shade between the cells' ground and the highlight, so that the cell in hand stands out in any theme.
@@ -61,6 +63,8 @@ void GridEditor::setEdit(int col, int row) {
 
 void GridEditor::copyCell() {
     box->setText(grid->Text());
+    if (grid->Col() == rule.readOnlyColumn)
+        box->home(false);
 }
 
 void GridEditor::focusBox() {
@@ -88,6 +92,8 @@ void GridEditor::mouseDown() {
 bool GridEditor::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::Resize && watched == grid->viewport())
         layBox();
+    if (event->type() == QEvent::InputMethod && watched == box)
+        return !acceptsAll(static_cast<QInputMethodEvent*>(event)->commitString());
     if (event->type() != QEvent::KeyPress)
         return false;
     auto* key = static_cast<QKeyEvent*>(event);
@@ -97,8 +103,14 @@ bool GridEditor::eventFilter(QObject* watched, QEvent* event) {
         return false;
     if ((key->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier && boxKey(key->key()))
         return true;
-    const QString typed = key->text();
-    return accepts && typed.size() == 1 && typed[0].isPrint() && !accepts(typed[0]);
+    return !acceptsAll(key->text());
+}
+
+/// Control characters are commands and pass.
+bool GridEditor::acceptsAll(const QString& typed) const {
+    return !accepts || std::all_of(typed.begin(), typed.end(), [this](QChar character) {
+        return character.category() == QChar::Other_Control || accepts(character);
+    });
 }
 
 /// A key for the grid, whose box is out of sight: brings the box back and goes on there.

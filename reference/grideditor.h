@@ -25,6 +25,7 @@ struct GridEditorRules {
     bool downAppends;         ///< Down on the last row appends a row, unsaved, when column 1 is filled
     bool upOnFirstRow;        ///< Up on row 1 lays the box anew
     int maxLength;            ///< of the box's text, in characters
+    int readOnlyColumn = 0;   ///< its texts are shown from their beginning; 0 for none
 };
 
 namespace gridRules {
@@ -40,7 +41,8 @@ inline constexpr GridEditorRules respondent{3,    true, 3,      AtEnd::Command, 
 inline constexpr GridEditorRules parameter{1,    false, 1,  AtEnd::CommandThenLastRow, NeedsText::OnLastRow,
                                            true, false, 255};
 inline constexpr GridEditorRules question{2, true, 2, AtEnd::AppendRow, NeedsText::Always, true, false, 255};
-inline constexpr GridEditorRules feedback{4, true, 4, AtEnd::Stay, NeedsText::Never, false, false, noLimit};
+inline constexpr GridEditorRules feedback{4,     true,    4, AtEnd::Stay, NeedsText::Never, false,
+                                          false, noLimit, 1};
 } // namespace gridRules
 
 /// Edits a grid in place: one text box, laid over the grid's current cell, copies its text into the cell at
@@ -61,7 +63,7 @@ public:
     std::function<void()> enterCommand;
     /// Takes the box's text after each change; writes it into the current cell unless it is replaced.
     std::function<void(const QString&)> onChange;
-    /// Whether a typed character may enter the box.
+    /// Whether a character that is typed, by key or input method, may enter the box.
     std::function<bool(QChar)> accepts;
 
     /// Moves the cursor to the cell, copies its text into the box and lays the box over it. Focus is the
@@ -83,6 +85,7 @@ private:
     void goToRow(int row, int col, RowMove move);
     void appendRow(int col, RowMove move);
     bool hasText(int row) const;
+    bool acceptsAll(const QString& typed) const;
     void layBox();
 
     const GridEditorRules rule;

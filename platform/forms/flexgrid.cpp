@@ -10,6 +10,7 @@
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QScrollBar>
+#include <QTextDocument>
 #include <QToolTip>
 
 #include <cmath>
@@ -177,7 +178,8 @@ bool MSHFlexGrid::viewportEvent(QEvent* event) {
         const QModelIndex index = indexAt(help->pos());
         const QString text = index.data().toString();
         if (fontMetrics().horizontalAdvance(text) > visualRect(index).width() - 8)
-            QToolTip::showText(help->globalPos(), text.toHtmlEscaped(), viewport(), visualRect(index));
+            QToolTip::showText(help->globalPos(), Qt::convertFromPlainText(text), viewport(),
+                               visualRect(index));
         else
             QToolTip::hideText();
         return true;

@@ -84,4 +84,11 @@ void ListBox::keyPressEvent(QKeyEvent* event) {
         Q_EMIT Click();
 }
 
+QItemSelectionModel::SelectionFlags ListBox::selectionCommand(const QModelIndex& index,
+                                                              const QEvent* event) const {
+    const QItemSelectionModel::SelectionFlags command = QListWidget::selectionCommand(index, event);
+    const bool takesBack = command & QItemSelectionModel::Deselect;
+    return takesBack && selectionMode() == SingleSelection ? QItemSelectionModel::NoUpdate : command;
+}
+
 } // namespace forms

@@ -28,7 +28,7 @@ Q_SIGNALS:
 };
 
 /// A list. Click is told when the user clicks an entry, also a chosen one, or chooses by keys, and when code
-/// chooses another entry.
+/// chooses another entry. In a list of single choice the user cannot take the choice back.
 class ListBox : public QListWidget {
     Q_OBJECT
 
@@ -58,6 +58,8 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
+                                                         const QEvent* event) const override;
 };
 
 } // namespace forms
