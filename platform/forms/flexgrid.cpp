@@ -158,7 +158,8 @@ void MSHFlexGrid::mouseReleaseEvent(QMouseEvent* event) {
 
 void MSHFlexGrid::mouseDoubleClickEvent(QMouseEvent* event) {
     QTableView::mouseDoubleClickEvent(event);
-    Q_EMIT DblClick();
+    if (indexAt(event->position().toPoint()).isValid())
+        Q_EMIT DblClick();
 }
 
 void MSHFlexGrid::scrollContentsBy(int dx, int dy) {
