@@ -77,6 +77,7 @@ int MSHFlexGrid::TopRow() const {
 }
 
 void MSHFlexGrid::setTopRow(int value) {
+    updateGeometries(); // rows added just now are not yet in the range of the scroll bar
     const QModelIndex top = cells->index(qBound(1, value, Rows() - 1) - 1, 0);
     if (top.isValid())
         scrollTo(top, PositionAtTop);
