@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/forms/commondialog.h"
 #include "tests/support/surveytest.h"
 
 #include <QElapsedTimer>
@@ -34,20 +33,20 @@ protected:
 
 TEST_F(SelectionTest, opensOnTheFirstCustomerTodayAndFollowsTheCustomer) {
     addRespondent(addCustomer(u"Bolt"_s), u"Carl"_s);
-    addCustomer(u"Nobody's"_s.replace(u'\'', QChar(0x2019)));
+    addCustomer(u"Nobody"_s);
     frmSelectSurvey& form = select();
-    EXPECT_EQ(form.dtSDate()->text(), u"05/03/2024"_s);
-    const std::vector<std::pair<int, QString>> chosen = {{2, {}}, {1, u"Carl"_s}, {0, u"Ann"_s}};
-    for (const auto& [customer, respondent] : chosen) {
+    QStringList respondents;
+    for (const int customer : {0, 2, 1}) {
         form.cmbCustomer()->setListIndex(customer);
-        EXPECT_EQ(form.lstRespondent()->Text(), respondent);
+        respondents << form.lstRespondent()->Text();
     }
-    EXPECT_EQ(form.lstRespondent()->ListCount(), 2);
+    EXPECT_EQ(respondents, (QStringList{u"Ann"_s, {}, u"Carl"_s}));
     EXPECT_EQ(form.Top(), qRound(form.ScreenHeight() * 0.65) / 2 - form.Height() / 2);
 }
 
 TEST_F(SelectionTest, asksBeforeAnExistingQuestionnaireIsEdited) {
     addStored(ann, today, {0});
+    run(u"update setting set checkeduser = True"_s);
     struct Case {
         int respondent;
         QDate date;
@@ -76,6 +75,7 @@ TEST_F(SelectionTest, asksBeforeAnExistingQuestionnaireIsEdited) {
         if (c.caption.isEmpty())
             continue;
         EXPECT_EQ(frmNewSurvey::instance().Caption(), c.caption);
+        EXPECT_TRUE(frmNewSurvey::instance().blnSetting);
         EXPECT_EQ(grid()->Rows(), c.rows);
         EXPECT_EQ(labels(), (QStringList{u"Acme"_s, form.lstRespondent()->Text(), form.dtSDate()->text()}));
         frmNewSurvey::unload();
@@ -113,26 +113,14 @@ TEST_F(SelectionTest, anEmptyStoreOpensAllTheSame) {
     EXPECT_EQ(tree()->topLevelItemCount(), 0);
 }
 
-TEST_F(SelectionTest, helpAndSetting) {
-    std::vector<int> asked;
-    forms::helpSeat = [&](const forms::CommonDialog& dialog) { asked.push_back(dialog.HelpContext); };
-    run(u"update setting set checkeduser = True"_s);
-    press(select(), "cmdHelp");
-    press(open(), "cmdHelp");
-    EXPECT_EQ(asked, (std::vector{201, 201}));
-    EXPECT_TRUE(frmNewSurvey::instance().blnSetting);
-    forms::helpSeat = [](const forms::CommonDialog&) {};
-}
-
 TEST_F(SelectionTest, aLargeCatalogueOpensWithoutAWait) {
+    int paramid = 0;
     cnnMain->BeginTrans();
     for (int i = 0; i < 2000; ++i)
         addRespondent(addCustomer(u"Customer %1"_s.arg(i)), u"Respondent"_s);
-    for (int i = 0; i < 50; ++i) {
-        const int paramid = addParameter(u"Parameter %1"_s.arg(i));
-        for (int j = 0; j < 10; ++j)
-            addQuestion(paramid, u"Question %1?"_s.arg(j), j % 2 == 0);
-    }
+    for (int i = 0; i < 500; ++i)
+        addQuestion(i % 10 ? paramid : paramid = addParameter(u"Parameter %1"_s.arg(i)),
+                    u"Question %1?"_s.arg(i));
     cnnMain->CommitTrans();
     QElapsedTimer timer;
     timer.start();

@@ -34,29 +34,30 @@ protected:
         StoreTest::TearDown();
     }
 
-    /// A survey in which the respondent has these questions of the catalogue. Gives its surveyid.
-    int addStored(int respondentid, const QDate& date, const std::vector<int>& numbers) {
-        const QString found =
-            value(QStringLiteral("select surveyid from survey where sdate=#") + toSqlDate(date) + u"#");
+    /// A survey in which the respondent has these questions of the catalogue.
+    void addStored(int respondentid, const QDate& date, const std::vector<int>& numbers) {
+        const QString found = toGetSurveyID(date.toString(ado::dateTextFormat), QStringLiteral("Acme"));
         const int surveyid = found.isEmpty() ? addSurvey(acme, date) : found.toInt();
         std::vector<int> questions;
         for (const int number : numbers)
             questions.push_back(question.at(static_cast<std::size_t>(number)));
         addQuestionnaire(respondentid, surveyid, questions);
-        return surveyid;
     }
 
-    /// The questionnaires of a respondent, row by row: "date position question number".
-    QStringList stored(int respondentid) {
-        QStringList result;
+    /// The questionnaires of a respondent: "05/03 1:4 2:0" are the questions 4 and 0 in positions 1 and 2.
+    QString stored(int respondentid) {
+        QString result;
+        QString date;
         for (const QString& row :
-             rows(QStringLiteral("select survey.sdate, responquesindex.[Order], questionid from "
-                                 "responquesindex, survey where survey.surveyid=responquesindex.surveyid "
-                                 "and respondentid=") +
-                  QString::number(respondentid) + u" order by survey.sdate, responquesindex.[Order]")) {
+             rows(QStringLiteral("select sdate, responquesindex.[Order], questionid from responquesindex, "
+                                 "survey where survey.surveyid=responquesindex.surveyid and respondentid=") +
+                  QString::number(respondentid) + u" order by sdate, responquesindex.[Order]")) {
             const QStringList fields = row.split(u'|');
-            const auto at = std::find(question.begin(), question.end(), fields[2].toInt());
-            result << fields[0].left(5) + u' ' + fields[1] + u' ' + QString::number(at - question.begin());
+            if (fields[0] != date)
+                result += (result.isEmpty() ? u"" : u" ") + fields[0].left(5);
+            date = fields[0];
+            const auto number = std::find(question.begin(), question.end(), fields[2].toInt());
+            result += u' ' + fields[1] + u':' + QString::number(number - question.begin());
         }
         return result;
     }
@@ -92,15 +93,12 @@ protected:
             number < 0 ? parameter : parameter->child(number < 2 ? number : number - 2);
         return tree()->visualItemRect(node).center();
     }
-    static void clickNode(int number) {
-        QTest::mouseClick(tree()->viewport(), Qt::LeftButton, {}, nodeAt(number));
-    }
     static QPoint rowAt(int row) {
         return {5, grid()->rowViewportPosition(row - 1) + grid()->rowHeight(0) / 2};
     }
     static void clickRow(int row) { QTest::mouseClick(grid()->viewport(), Qt::LeftButton, {}, rowAt(row)); }
     static void addByButton(int number) {
-        clickNode(number);
+        QTest::mouseClick(tree()->viewport(), Qt::LeftButton, {}, nodeAt(number));
         press(frmNewSurvey::instance(), "cmdAdd");
     }
 
