@@ -1,12 +1,121 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "survey/frmSelectSurvey.h"
 
+#include "core/MDIMain.h"
+#include "core/failure.h"
+#include "core/gblGlobal.h"
+#include "platform/forms/clock.h"
+#include "platform/forms/msgbox.h"
+#include "survey/frmNewSurvey.h"
 #include "ui_frmSelectSurvey.h"
+
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+namespace style = forms::style;
+
+namespace {
+
+constexpr int helpContext = 201;
+constexpr double heightShare = 0.65; // of the screen, in the middle of which the form opens
+
+} // namespace
 
 frmSelectSurvey::frmSelectSurvey()
     : DefaultForm(Kind::SubWindow), ui(std::make_unique<Ui::frmSelectSurvey>()) {
     ui->setupUi(this);
+    connect(ui->cmbCustomer, &forms::ComboBox::Click, this, &frmSelectSurvey::cmbCustomer_Click);
+    connect(ui->cmdBlankSurvey, &QPushButton::clicked, this, &frmSelectSurvey::cmdBlankSurvey);
+    connect(ui->cmdHelp, &QPushButton::clicked, this, [] { toShowHelpTopic(helpContext); });
     connect(ui->cmdClose, &QPushButton::clicked, this, [this] { Unload(); });
 }
 
 frmSelectSurvey::~frmSelectSurvey() = default;
+
+forms::ComboBox* frmSelectSurvey::cmbCustomer() const {
+    return ui->cmbCustomer;
+}
+
+forms::ListBox* frmSelectSurvey::lstRespondent() const {
+    return ui->lstRespondent;
+}
+
+forms::DTPicker* frmSelectSurvey::dtSDate() const {
+    return ui->dtSDate;
+}
+
+void frmSelectSurvey::onLoad() {
+    setTop(static_cast<int>(std::nearbyint(ScreenHeight() * heightShare)) / 2 - Height() / 2);
+    setLeft(ScreenWidth() / 2 - Width() / 2);
+    ui->dtSDate->setValue(forms::today());
+    toFillCustomerList();
+    if (ui->cmbCustomer->ListCount() > 0)
+        ui->cmbCustomer->setListIndex(0);
+}
+
+void frmSelectSurvey::toFillCustomerList() {
+    guarded({.form = this}, [this] {
+        toReconnect();
+        ado::Recordset customer;
+        customer.Open(u"select * from customer"_s, *cnnMain);
+        ui->cmbCustomer->Clear();
+        for (; !customer.Eof(); customer.MoveNext())
+            ui->cmbCustomer->AddItem(customer["custname"].Text());
+    });
+}
+
+void frmSelectSurvey::cmbCustomer_Click() {
+    if (ui->cmbCustomer->ListIndex() != -1)
+        toFillRespondentList();
+}
+
+void frmSelectSurvey::toFillRespondentList() {
+    guarded({.form = this}, [this] {
+        toReconnect();
+        ado::Recordset custresp;
+        custresp.Open(u"select * from custresp where custname='"_s + ui->cmbCustomer->Text() + u"'",
+                      *cnnMain);
+        ui->lstRespondent->Clear();
+        for (; !custresp.Eof(); custresp.MoveNext())
+            ui->lstRespondent->AddItem(custresp["respondentname"].Text());
+        if (ui->lstRespondent->ListCount() > 0)
+            ui->lstRespondent->setListIndex(0);
+    });
+}
+
+bool frmSelectSurvey::toIsSurveyNew(const QDate& date, const QString& customer, const QString& respondent) {
+    bool isNew = false;
+    guarded({.form = this}, [&] {
+        toReconnect();
+        ado::Recordset existingsurvey;
+        existingsurvey.Open(u"select * from existingsurvey where sdate=#"_s + toSqlDate(date) +
+                                u"# and custname='" + customer + u"' and respondentname='" + respondent +
+                                u"'",
+                            *cnnMain);
+        isNew = existingsurvey.Eof();
+    });
+    return isNew;
+}
+
+void frmSelectSurvey::cmdBlankSurvey() {
+    const auto open = [](const QString& caption, bool withQuestions) {
+        frmNewSurvey& editor = frmNewSurvey::instance();
+        if (!caption.isEmpty())
+            editor.setCaption(caption);
+        editor.Show();
+        if (withQuestions)
+            editor.toRefreshGrid();
+    };
+    setMousePointer(forms::Hourglass);
+    const QString customer = ui->cmbCustomer->List(ui->cmbCustomer->ListIndex());
+    if (toIsSurveyNew(ui->dtSDate->Value(), customer, ui->lstRespondent->Text()))
+        open(u"New Survey"_s, false);
+    else if (blnSurveyPasted)
+        open({}, true); // the import has set the caption
+    else if (forms::msgBox(u"Survey already exists for Selected Survey Date,Customer and Respondent....\r\n"
+                           "Do you wish to Edit the same Survey....Press 'Yes' to continue"_s,
+                           style::yesNo + style::information, u"Gaugewell v2.1"_s) == forms::Answer::Yes)
+        open(u"Edit Selected Survey"_s, true);
+    blnSurveyPasted = false;
+    setMousePointer(forms::DefaultPointer);
+}

@@ -1,26 +1,38 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/forms/dtpicker.h"
 #include "platform/forms/form.h"
+#include "platform/forms/lists.h"
 
 #include <memory>
-
-class QLineEdit;
 
 namespace Ui {
 class frmSelectSurvey;
 }
 
-/// Picks customer, respondent and date of the questionnaire to be composed.
+/// Picks customer, respondent and date of the questionnaire to be composed, and opens it.
 class frmSelectSurvey : public forms::DefaultForm<frmSelectSurvey> {
     Q_OBJECT
 
 public:
     ~frmSelectSurvey() override;
 
+    forms::ComboBox* cmbCustomer() const;
+    forms::ListBox* lstRespondent() const;
+    forms::DTPicker* dtSDate() const;
+
+    void toFillCustomerList();
+    void toFillRespondentList();
+    /// Opens the questionnaire of the three choices; asks first when it exists and has not just been pasted.
+    void cmdBlankSurvey();
+
 private:
     friend class DefaultForm<frmSelectSurvey>;
     frmSelectSurvey();
+    void onLoad() override;
+    void cmbCustomer_Click();
+    bool toIsSurveyNew(const QDate& date, const QString& customer, const QString& respondent);
 
     std::unique_ptr<Ui::frmSelectSurvey> ui;
 };

@@ -78,6 +78,7 @@ int MSHFlexGrid::TopRow() const {
 }
 
 void MSHFlexGrid::setTopRow(int value) {
+    updateGeometries(); // rows added just now are not yet in the range of the scroll bar
     const QModelIndex top = cells->index(qBound(1, value, Rows() - 1) - 1, 0);
     if (top.isValid())
         scrollTo(top, PositionAtTop);
@@ -159,7 +160,8 @@ void MSHFlexGrid::mouseReleaseEvent(QMouseEvent* event) {
 
 void MSHFlexGrid::mouseDoubleClickEvent(QMouseEvent* event) {
     QTableView::mouseDoubleClickEvent(event);
-    Q_EMIT DblClick();
+    if (indexAt(event->position().toPoint()).isValid())
+        Q_EMIT DblClick();
 }
 
 void MSHFlexGrid::scrollContentsBy(int dx, int dy) {

@@ -56,6 +56,7 @@ public:
 Q_SIGNALS:
     void MouseDown();
     void Click();
+    /// On a cell; the ground below the last row tells nothing.
     void DblClick();
     void Scroll();
     /// A node dragged from a tree was let go over the grid.

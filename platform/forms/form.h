@@ -81,8 +81,9 @@ private:
     bool unloading = false;
 };
 
-/// A form with one default instance that any code reaches by the form's class.
-template <class Self> class DefaultForm : public Form {
+/// A form with one default instance that any code reaches by the form's class. Base is Form, or the class
+/// that several forms share.
+template <class Self, class Base = Form> class DefaultForm : public Base {
 public:
     /// The default instance: made and loaded at its first use, gone after it is unloaded.
     static Self& instance() {
@@ -100,7 +101,7 @@ public:
     }
 
 protected:
-    using Form::Form;
+    using Base::Base;
     ~DefaultForm() override { forgetThis(); }
     void forgetInstance() override { forgetThis(); }
 

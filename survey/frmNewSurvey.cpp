@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "survey/frmNewSurvey.h"
+
+#include "platform/ado/value.h"
+#include "survey/frmSelectSurvey.h"
+#include "ui_frmNewSurvey.h"
+
+frmNewSurvey::frmNewSurvey() : DefaultForm(Kind::SubWindow), ui(std::make_unique<Ui::frmNewSurvey>()) {
+    ui->setupUi(this);
+    toAdopt({.trvParameter = ui->trvParameter,
+             .grdParamAndQuest = ui->grdParamAndQuest,
+             .cmdAdd = ui->cmdAdd,
+             .cmdRemove = ui->cmdRemove,
+             .cmdUpward = ui->cmdUpward,
+             .cmdDownward = ui->cmdDownward,
+             .cmdSave = ui->cmdSave,
+             .cmdHelp = ui->cmdHelp,
+             .cmdClose = ui->cmdClose});
+}
+
+frmNewSurvey::~frmNewSurvey() = default;
+
+void frmNewSurvey::onLoad() {
+    SurveyEditor::onLoad();
+    const frmSelectSurvey& selection = frmSelectSurvey::instance();
+    ui->lblSurveyDate->setText(ado::toText(selection.dtSDate()->Value()));
+    ui->lblCustomerName->setText(selection.cmbCustomer()->List(selection.cmbCustomer()->ListIndex()));
+    ui->lblRespondentName->setText(selection.lstRespondent()->Text());
+}
+
+SurveyContext frmNewSurvey::context() const {
+    return {ui->lblCustomerName->text(), ui->lblRespondentName->text(), ui->lblSurveyDate->text()};
+}
+
+int frmNewSurvey::helpContext() const {
+    return 201;
+}

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QString>
+
+#include <vector>
+
+/// The survey that a form has in hand, as its controls show it.
+struct SurveyContext {
+    QString customer;
+    QString respondent;
+    QString date; ///< dd/mm/yyyy
+};
+
+/// A question is known by its text and that of its parameter.
+struct ChosenQuestion {
+    QString parameter;
+    QString question;
+};
+
+/// The surveyid of a customer's survey of that date (dd/mm/yyyy); empty when there is none. A failure is
+/// shown and gives an empty text.
+QString toGetSurveyID(const QString& date, const QString& customer);
+
+/// The respondentid of a customer's respondent; empty when there is none. A failure is shown and gives an
+/// empty text.
+QString toGetRespondentID(const QString& respondent, const QString& customer);
+
+/// Adds the survey of the context's customer and date unless it exists. A failure is shown and kept from the
+/// caller.
+void toSaveSurveyID(const SurveyContext& survey);
+
+/// What a rewrite does when the customer has no survey of the date.
+enum class WithoutSurvey { Fail, KeepRows };
+
+/// Throws the respondent's questionnaire away and writes the questions as their new one, in positions from
+/// 1. A question that is no longer in the catalogue is written as the one before it. Does nothing for an
+/// unknown respondent. The transaction is the caller's; throws ado::Failure.
+void toRewriteQuestionnaire(const SurveyContext& survey, const std::vector<ChosenQuestion>& questions,
+                            WithoutSurvey withoutSurvey = WithoutSurvey::Fail);
+
+/// Exchanges the respondent's question at a position with its neighbour, which is the one above for step -1
+/// and the one below for step 1. Position and respondent alone say which rows these are: for a respondent
+/// with several surveys the neighbour can be another survey's, and the question then goes over to that
+/// survey. The transaction is the caller's; throws ado::Failure.
+void toMoveQuestion(const SurveyContext& survey, const ChosenQuestion& question, int position, int step);

@@ -1,0 +1,324 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "survey/surveyeditor.h"
+
+#include "core/MDIMain.h"
+#include "core/failure.h"
+#include "core/gblGlobal.h"
+#include "core/pictures.h"
+#include "exchange/setting.h"
+#include "platform/forms/flexgrid.h"
+#include "platform/forms/msgbox.h"
+#include "platform/forms/treeview.h"
+#include "reference/gridtools.h"
+
+#include <QAbstractButton>
+
+using namespace Qt::StringLiterals;
+using Rollback = FailureHandler::Rollback;
+
+namespace {
+
+constexpr int parameterColumn = 1;
+constexpr int questionColumn = 2;
+constexpr int rowsWithQuestions = 3; // head row, one question, the blank row
+constexpr int rowsThatScroll = 8;
+
+} // namespace
+
+void SurveyEditor::toAdopt(const Controls& adopted) {
+    control = adopted;
+    control.cmdAdd->setIcon(picture(u"add"_s));
+    control.cmdRemove->setIcon(picture(u"remove"_s));
+    control.cmdUpward->setIcon(picture(u"up"_s));
+    control.cmdDownward->setIcon(picture(u"down"_s));
+    connectTree();
+    connectButtons();
+    connect(control.grdParamAndQuest, &forms::MSHFlexGrid::DblClick, this,
+            &SurveyEditor::grdParamAndQuest_DblClick);
+    connect(control.grdParamAndQuest, &forms::MSHFlexGrid::DragDrop, this, [] { blnNodeDragged = true; });
+}
+
+void SurveyEditor::connectTree() {
+    using forms::TreeView;
+    TreeView* tree = control.trvParameter;
+    connect(tree, &TreeView::DblClick, this, &SurveyEditor::trvParameter_DblClick);
+    connect(tree, &TreeView::KeyDown, this, &SurveyEditor::trvParameter_KeyDown);
+    connect(tree, &TreeView::OLECompleteDrag, this, &SurveyEditor::trvParameter_OLECompleteDrag);
+    connect(tree, &TreeView::itemExpanded, this,
+            [](QTreeWidgetItem* node) { node->setIcon(0, picture(u"folder-open"_s)); });
+    connect(tree, &TreeView::itemCollapsed, this,
+            [](QTreeWidgetItem* node) { node->setIcon(0, picture(u"folder-closed"_s)); });
+}
+
+void SurveyEditor::connectButtons() {
+    const auto onClick = [this](QAbstractButton* button, const auto& command) {
+        connect(button, &QAbstractButton::clicked, this, command);
+    };
+    onClick(control.cmdAdd, [this] { cmdAdd(); });
+    onClick(control.cmdRemove, [this] { cmdRemove(); });
+    onClick(control.cmdUpward, [this] { cmdMove(&SurveyEditor::toMoveRowUpward); });
+    onClick(control.cmdDownward, [this] { cmdMove(&SurveyEditor::toMoveRowDownward); });
+    onClick(control.cmdSave, [this] { cmdSave(); });
+    onClick(control.cmdClose, [this] { Unload(); });
+    onClick(control.cmdHelp, [this] {
+        setMousePointer(forms::Hourglass);
+        toShowHelpTopic(helpContext());
+        setMousePointer(forms::DefaultPointer);
+    });
+}
+
+void SurveyEditor::onLoad() {
+    blnMail = false;
+    strXLSFileName.clear();
+    setLeft(0);
+    setTop(0);
+    toSetHeadsAndWidths(control.grdParamAndQuest, {u"Parameter"_s, u"Question"_s}, {0.05, 0.2, 0.7});
+    buildTree();
+}
+
+void SurveyEditor::onActivate() {
+    blnSetting = toGetSetting();
+}
+
+void SurveyEditor::buildTree() {
+    guarded({.form = this}, [this] {
+        toReconnect();
+        ado::Recordset param;
+        param.Open(u"select distinct(parametername) from param"_s, *cnnMain);
+        for (; !param.Eof(); param.MoveNext()) {
+            strParam = param["parametername"].Text();
+            auto* node = new QTreeWidgetItem(control.trvParameter, {strParam});
+            node->setIcon(0, picture(u"folder-closed"_s));
+            BuildNode();
+        }
+    });
+}
+
+void SurveyEditor::BuildNode() {
+    guarded({.form = this}, [this] {
+        toReconnect();
+        QTreeWidgetItem* parameter =
+            control.trvParameter->findItems(strParam, Qt::MatchExactly | Qt::MatchCaseSensitive).value(0);
+        if (!parameter)
+            return;
+        ado::Recordset param;
+        param.Open(u"select distinct(question),type from param where parametername='"_s + strParam + u"'",
+                   *cnnMain);
+        const QIcon score = picture(u"question-score"_s);
+        const QIcon descriptive = picture(u"question-descriptive"_s);
+        for (; !param.Eof(); param.MoveNext()) {
+            auto* node = new QTreeWidgetItem(parameter, {param["question"].Text()});
+            node->setIcon(0, param["type"].Value().toBool() ? score : descriptive);
+            node->setToolTip(0, node->text(0).toHtmlEscaped()); // the tree cuts long ones off
+        }
+    });
+}
+
+ChosenQuestion SurveyEditor::questionAt(int row) const {
+    const forms::MSHFlexGrid* grid = control.grdParamAndQuest;
+    return {grid->TextMatrix(row, parameterColumn), grid->TextMatrix(row, questionColumn)};
+}
+
+std::vector<ChosenQuestion> SurveyEditor::chosenQuestions() const {
+    std::vector<ChosenQuestion> questions;
+    for (int row = 1; row <= control.grdParamAndQuest->Rows() - 2; ++row)
+        questions.push_back(questionAt(row));
+    return questions;
+}
+
+bool SurveyEditor::isChosen(const ChosenQuestion& question) const {
+    for (int row = 1; row < control.grdParamAndQuest->Rows(); ++row) {
+        const ChosenQuestion chosen = questionAt(row);
+        if (chosen.question == question.question && chosen.parameter == question.parameter)
+            return true;
+    }
+    return false;
+}
+
+void SurveyEditor::cmdAdd() {
+    forms::MSHFlexGrid* grid = control.grdParamAndQuest;
+    const QTreeWidgetItem* nodCurrent = control.trvParameter->SelectedItem();
+    if (!nodCurrent) {
+        forms::msgBox(u"Select a Question to add"_s, forms::style::critical, u"Gaugewell v2.1"_s);
+        control.trvParameter->setFocus();
+        toShowStatus({});
+        return;
+    }
+    if (!nodCurrent->parent())
+        return;
+    const ChosenQuestion question{nodCurrent->parent()->text(0), nodCurrent->text(0)};
+    if ((question.parameter.isEmpty() && question.question.isEmpty()) || isChosen(question) || !mayAdd())
+        return;
+    toShowStatus(u"saving...."_s);
+    toInsertAtCursor(question);
+    cmdSave();
+    if (grid->Rows() >= rowsThatScroll)
+        grid->setTopRow(grid->Rows() - 2);
+    grid->setFocus();
+    toShowStatus({});
+}
+
+/// The rows from the cursor on move one down. On the blank row, which the cursor then leaves to the question,
+/// there are none.
+void SurveyEditor::toInsertAtCursor(const ChosenQuestion& question) {
+    forms::MSHFlexGrid* grid = control.grdParamAndQuest;
+    const auto put = [grid](int row, const ChosenQuestion& chosen) {
+        grid->setTextMatrix(row, questionColumn, chosen.question);
+        grid->setTextMatrix(row, parameterColumn, chosen.parameter);
+    };
+    grid->setRows(grid->Rows() + 1);
+    for (int row = grid->Rows() - 2; row > grid->Row(); --row)
+        put(row, questionAt(row - 1));
+    put(grid->Row(), question);
+}
+
+void SurveyEditor::cmdRemove() {
+    forms::MSHFlexGrid* grid = control.grdParamAndQuest;
+    setMousePointer(forms::Hourglass);
+    toShowStatus(u"Removing...."_s);
+    intDel = 1;
+    if (grid->Rows() >= rowsWithQuestions) {
+        if (grid->Row() != grid->Rows() - 1) {
+            grid->RemoveItem(grid->Row());
+            cmdSave();
+        }
+    } else {
+        toEmptyGrid(grid);
+        if (!hasSurveyDate()) {
+            setMousePointer(forms::DefaultPointer);
+            return;
+        }
+        cmdSave();
+    }
+    toShowStatus({});
+    setMousePointer(forms::DefaultPointer);
+}
+
+void SurveyEditor::cmdMove(void (SurveyEditor::*command)()) {
+    if (control.grdParamAndQuest->Rows() >= rowsWithQuestions) {
+        toShowStatus(u"Setting Priority...."_s);
+        (this->*command)();
+    }
+    toShowStatus({});
+}
+
+void SurveyEditor::trvParameter_DblClick() {
+    setMousePointer(forms::Hourglass);
+    toShowStatus(u"saving...."_s);
+    intDel = 0;
+    cmdAdd();
+    toShowStatus({});
+    setMousePointer(forms::DefaultPointer);
+}
+
+void SurveyEditor::trvParameter_KeyDown(int key) {
+    setMousePointer(forms::Hourglass);
+    if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+        toShowStatus(u"saving..."_s);
+        cmdAdd();
+    }
+    toShowStatus({});
+    setMousePointer(forms::DefaultPointer);
+}
+
+void SurveyEditor::trvParameter_OLECompleteDrag() {
+    toShowStatus(u"saving...."_s);
+    setMousePointer(forms::ArrowPointer);
+    if (blnNodeDragged) {
+        cmdAdd();
+        blnNodeDragged = false;
+    }
+    toShowStatus({});
+    setMousePointer(forms::DefaultPointer);
+}
+
+void SurveyEditor::grdParamAndQuest_DblClick() {
+    setMousePointer(forms::Hourglass);
+    intDel = 1;
+    cmdRemove();
+    setMousePointer(forms::DefaultPointer);
+}
+
+void SurveyEditor::toSaveSurveyID() {
+    ::toSaveSurveyID(context());
+}
+
+void SurveyEditor::toRewrite() {
+    toRewriteQuestionnaire(context(), chosenQuestions());
+}
+
+void SurveyEditor::toSaveParamAndQuest() {
+    guarded({.form = this, .rollback = Rollback::BeforeMessages}, [this] {
+        toReconnect();
+        cnnMain->BeginTrans();
+        toSaveSurveyID();
+        toRewrite();
+        cnnMain->CommitTrans();
+        toRefreshGrid();
+        intDel = 1;
+    });
+}
+
+void SurveyEditor::toRefreshGrid() {
+    guarded({.form = this}, [this] {
+        toReconnect();
+        forms::MSHFlexGrid* grid = control.grdParamAndQuest;
+        const SurveyContext survey = context();
+        const QString surveyid = hasSurveyDate() ? toGetSurveyID(survey.date, survey.customer) : QString();
+        if (surveyid.isEmpty()) {
+            toEmptyGrid(grid);
+            return;
+        }
+        if (survey.respondent.isEmpty())
+            return;
+        ado::Recordset respondent;
+        respondent.Open(u"select * from respondent where respondentname='"_s + survey.respondent +
+                            u"' and custid=" + QString::number(toGetCustID(survey.customer)),
+                        *cnnMain);
+        if (respondent.Eof()) {
+            toEmptyGrid(grid);
+            return;
+        }
+        const QString respondentid = respondent["respondentid"].Text();
+        respondent.Close();
+        ado::Recordset responquery;
+        responquery.Open(u"select * from responquery where respondentid="_s + respondentid +
+                             u" and surveyid=" + surveyid + u" order by responquery.order",
+                         *cnnMain);
+        grid->setRows(2);
+        if (responquery.Eof()) {
+            toEmptyGrid(grid);
+            return;
+        }
+        toFillGridFrom(grid, responquery, {"parametername", "question"});
+        grid->setRows(grid->Rows() + 1);
+    });
+}
+
+void SurveyEditor::toMoveRow(int step, bool stays) {
+    forms::MSHFlexGrid* grid = control.grdParamAndQuest;
+    const int row = grid->Row();
+    guarded({.form = this, .rollback = Rollback::BeforeMessages}, [&] {
+        toReconnect();
+        cnnMain->BeginTrans();
+        if (stays) {
+            cnnMain->RollbackTrans();
+            return;
+        }
+        toMoveQuestion(context(), questionAt(row), row, step);
+        cnnMain->CommitTrans();
+        toRefreshGrid();
+        grid->setRow(row + step);
+    });
+}
+
+void SurveyEditor::toMoveRowUpward() {
+    const forms::MSHFlexGrid* grid = control.grdParamAndQuest;
+    toMoveRow(-1, grid->Row() == 1 || grid->Row() == grid->Rows() - 1);
+}
+
+/// From the blank row there is nothing to move: the store refuses the search for its question.
+void SurveyEditor::toMoveRowDownward() {
+    const forms::MSHFlexGrid* grid = control.grdParamAndQuest;
+    toMoveRow(1, grid->Row() == grid->Rows() - 2);
+}

@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/forms/clock.h"
+#include "platform/forms/flexgrid.h"
+#include "platform/forms/treeview.h"
+#include "survey/frmNewSurvey.h"
+#include "survey/frmSelectSurvey.h"
+#include "tests/support/storetest.h"
+
+/// A customer with two respondents, and a catalogue of five questions whose numbers in the tests are their
+/// places here: 0 and 1 under Delivery, 2 to 4 under Quality. Today is 5 March 2024.
+class SurveyTest : public StoreTest {
+protected:
+    static inline const QDate today{2024, 3, 5};
+
+    void SetUp() override {
+        StoreTest::SetUp();
+        forms::todaySeat = [] { return today; };
+        acme = addCustomer(QStringLiteral("Acme"));
+        ann = addRespondent(acme, QStringLiteral("Ann"));
+        bob = addRespondent(acme, QStringLiteral("Bob"));
+        const int delivery = addParameter(QStringLiteral("Delivery"));
+        const int quality = addParameter(QStringLiteral("Quality"));
+        question = {addQuestion(delivery, QStringLiteral("On time?")),
+                    addQuestion(delivery, QStringLiteral("Overall?")),
+                    addQuestion(quality, QStringLiteral("Overall?")),
+                    addQuestion(quality, QStringLiteral("Sturdy?")),
+                    addQuestion(quality, QStringLiteral("What else?"), false)};
+    }
+
+    void TearDown() override {
+        forms::todaySeat = [] { return QDate::currentDate(); };
+        StoreTest::TearDown();
+    }
+
+    /// A survey in which the respondent has these questions of the catalogue.
+    void addStored(int respondentid, const QDate& date, const std::vector<int>& numbers) {
+        const QString found = toGetSurveyID(date.toString(ado::dateTextFormat), QStringLiteral("Acme"));
+        const int surveyid = found.isEmpty() ? addSurvey(acme, date) : found.toInt();
+        std::vector<int> questions;
+        for (const int number : numbers)
+            questions.push_back(question.at(static_cast<std::size_t>(number)));
+        addQuestionnaire(respondentid, surveyid, questions);
+    }
+
+    /// The questionnaires of a respondent: "05/03 1:4 2:0" are the questions 4 and 0 in positions 1 and 2.
+    QString stored(int respondentid) {
+        QString result;
+        QString date;
+        for (const QString& row :
+             rows(QStringLiteral("select sdate, responquesindex.[Order], questionid from responquesindex, "
+                                 "survey where survey.surveyid=responquesindex.surveyid and respondentid=") +
+                  QString::number(respondentid) + u" order by sdate, responquesindex.[Order]")) {
+            const QStringList fields = row.split(u'|');
+            if (fields[0] != date)
+                result += (result.isEmpty() ? u"" : u" ") + fields[0].left(5);
+            date = fields[0];
+            const auto number = std::find(question.begin(), question.end(), fields[2].toInt());
+            result += u' ' + fields[1] + u':' + QString::number(number - question.begin());
+        }
+        return result;
+    }
+
+    /// Opens the editor for a respondent of Acme, today; a questionnaire that exists is edited.
+    frmNewSurvey& open(int respondent = 0) {
+        frmSelectSurvey& selection = frmSelectSurvey::instance();
+        selection.Show();
+        selection.lstRespondent()->setListIndex(respondent);
+        blnSurveyPasted = true; // opens without the question
+        selection.cmdBlankSurvey();
+        return frmNewSurvey::instance();
+    }
+
+    static forms::TreeView* tree() {
+        return control<forms::TreeView>(frmNewSurvey::instance(), "trvParameter");
+    }
+    static forms::MSHFlexGrid* grid() {
+        return control<forms::MSHFlexGrid>(frmNewSurvey::instance(), "grdParamAndQuest");
+    }
+    /// The texts of the grid, "parameter: question" from row 1 on.
+    static QStringList shown() {
+        QStringList result;
+        for (int row = 1; row < grid()->Rows(); ++row)
+            result << grid()->TextMatrix(row, 1) + QStringLiteral(": ") + grid()->TextMatrix(row, 2);
+        return result;
+    }
+    /// The middle of a tree's node; -1 is the node of Delivery.
+    static QPoint nodeAt(int number) {
+        tree()->expandAll();
+        const QTreeWidgetItem* parameter = tree()->topLevelItem(number < 2 ? 0 : 1);
+        const QTreeWidgetItem* node =
+            number < 0 ? parameter : parameter->child(number < 2 ? number : number - 2);
+        return tree()->visualItemRect(node).center();
+    }
+    static QPoint rowAt(int row) {
+        return {5, grid()->rowViewportPosition(row - 1) + grid()->rowHeight(0) / 2};
+    }
+    static void clickRow(int row) { QTest::mouseClick(grid()->viewport(), Qt::LeftButton, {}, rowAt(row)); }
+    static void addByButton(int number) {
+        QTest::mouseClick(tree()->viewport(), Qt::LeftButton, {}, nodeAt(number));
+        press(frmNewSurvey::instance(), "cmdAdd");
+    }
+
+    int acme = 0;
+    int ann = 0;
+    int bob = 0;
+    std::vector<int> question; // questionid by number
+};
