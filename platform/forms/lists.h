@@ -27,8 +27,8 @@ Q_SIGNALS:
     void Click();
 };
 
-/// A list. Click is told when the user clicks an entry, also a chosen one, or chooses by keys, and when code
-/// chooses another entry.
+/// A list. Click is told when the user clicks an entry, also a chosen one, or changes the choice by mouse or
+/// keys, and when code chooses another entry; once for a double click, before DblClick.
 class ListBox : public QListWidget {
     Q_OBJECT
 
@@ -53,11 +53,19 @@ Q_SIGNALS:
     void Click();
     void DblClick();
     void KeyDown(int key);
+    /// The focus goes to another control of the window.
+    void Validate();
 
 protected:
+    void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
+private:
+    QList<QListWidgetItem*> chosenAtPress;
+    bool secondOfDouble = false; // the release that ends a double click is no click of its own
 };
 
 } // namespace forms
