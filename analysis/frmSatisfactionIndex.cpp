@@ -29,6 +29,7 @@ std::optional<std::int16_t> ratingOf(const ado::Field& field) {
 frmSatisfactionIndex::frmSatisfactionIndex()
     : DefaultForm(Kind::SubWindow), ui(std::make_unique<Ui::frmSatisfactionIndex>()) {
     ui->setupUi(this);
+    ui->layout->setAlignment(ui->Frame1, Qt::AlignTop);
     ui->mschart->setCategoryTitle(u"Survey Date"_s);
     ui->mschart->setValueTitle(u"Satisfaction Index"_s);
     ui->mschart->setValueScale({.Minimum = 0, .Maximum = 11, .MajorDivision = 11, .MinorDivision = 1});

@@ -14,10 +14,14 @@ constexpr double twipsPerPixel = 15;
 constexpr std::array<QRgb, 7> colors{0xFF0072B2, 0xFFD55E00, 0xFF009E73, 0xFFCC79A7,
                                      0xFF56B4E9, 0xFFE69F00, 0xFF000000};
 
-constexpr std::array shapes{
-    QCPScatterStyle::ssCircle,  QCPScatterStyle::ssSquare,           QCPScatterStyle::ssTriangle,
-    QCPScatterStyle::ssDiamond, QCPScatterStyle::ssTriangleInverted, QCPScatterStyle::ssStar,
-    QCPScatterStyle::ssCross,   QCPScatterStyle::ssCrossCircle};
+constexpr std::array shapes{QCPScatterStyle::ssCircle,
+                            QCPScatterStyle::ssSquare,
+                            QCPScatterStyle::ssTriangle,
+                            QCPScatterStyle::ssDiamond,
+                            QCPScatterStyle::ssTriangleInverted,
+                            QCPScatterStyle::ssStar,
+                            QCPScatterStyle::ssCross,
+                            QCPScatterStyle::ssPlus};
 
 constexpr std::array dashes{Qt::SolidLine, Qt::DashLine, Qt::DotLine, Qt::DashDotLine, Qt::DashDotDotLine};
 

@@ -12,8 +12,8 @@ namespace chart {
 namespace {
 
 constexpr QRgb gridColor = 0xFFD9D9D9;
-constexpr QSize legendIcon{34, 12};
-constexpr int legendSpacing = 4;
+constexpr int legendIconWidth = 34;
+constexpr int legendSpacing = 2;
 constexpr int widestName = 190;
 constexpr int narrowestName = 90; // where names stand in several columns
 constexpr double ringSize = 17;
@@ -49,7 +49,6 @@ PlotView::PlotView(QWidget* parent) : QCustomPlot(parent), ring(addGraph()) {
     beside->setMargins({0, 8, 8, 0});
     legend->setTextColor(Qt::black);
     legend->setBorderPen(Qt::NoPen);
-    legend->setIconSize(legendIcon);
     legend->setFillOrder(QCPLayoutGrid::foRowsFirst);
     legend->setRowSpacing(legendSpacing);
 }
@@ -73,6 +72,7 @@ void PlotView::draw(const DataArray& cells, const QStringList& rowLabels, const 
         axis->setLabelFont(font());
     }
     legend->setFont(font());
+    legend->setIconSize(legendIconWidth, entryHeight());
     const int entries = cells.columns();
     const int columnsOfNames = legendColumns(entries);
     legend->setWrap((entries + columnsOfNames - 1) / columnsOfNames);
@@ -124,9 +124,14 @@ void PlotView::drawRowLabels(int rows, const QStringList& labels) {
     xAxis->setRange(0.5, qMax(1, rows) + 0.5);
 }
 
+/// An entry is as high as its icon, and clips what is higher.
+int PlotView::entryHeight() const {
+    return fontMetrics().height() + 2;
+}
+
 int PlotView::legendColumns(int entries) const {
-    const int entryHeight = qMax(fontMetrics().height(), legendIcon.height()) + legendSpacing;
-    const int fitting = qMax(1, (height() - 2 * entryHeight) / entryHeight);
+    const int step = entryHeight() + legendSpacing;
+    const int fitting = qMax(1, (height() - 2 * step) / step);
     return qMax(1, (entries + fitting - 1) / fitting);
 }
 

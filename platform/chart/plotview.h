@@ -36,6 +36,7 @@ protected:
 private:
     void drawSeries(const DataArray& cells, int number, const QString& name, const Series& series);
     void drawRowLabels(int rows, const QStringList& labels);
+    int entryHeight() const;
     int legendColumns(int entries) const;
 
     QCPGraph* ring;
