@@ -1,12 +1,364 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/frmSatisfactionIndex.h"
 
+#include "analysis/satisfactionindex.h"
+#include "core/MDIMain.h"
+#include "core/failure.h"
+#include "core/gblGlobal.h"
+#include "core/worktable.h"
+#include "platform/forms/clock.h"
+#include "platform/forms/msgbox.h"
 #include "ui_frmSatisfactionIndex.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int helpContext = 11;
+constexpr int titleBar = 350;     // twips
+constexpr int roomForChart = 360; // pixels that keep the chart readable
+
+std::optional<std::int16_t> ratingOf(const ado::Field& field) {
+    if (field.IsNull())
+        return std::nullopt;
+    return static_cast<std::int16_t>(ado::toWhole(field.Value()));
+}
+
+} // namespace
 
 frmSatisfactionIndex::frmSatisfactionIndex()
     : DefaultForm(Kind::SubWindow), ui(std::make_unique<Ui::frmSatisfactionIndex>()) {
     ui->setupUi(this);
-    connect(ui->cmdClose, &QPushButton::clicked, this, [this] { Unload(); });
+    ui->layout->setAlignment(ui->Frame1, Qt::AlignTop);
+    ui->mschart->setCategoryTitle(u"Survey Date"_s);
+    ui->mschart->setValueTitle(u"Satisfaction Index"_s);
+    ui->mschart->setValueScale({.Minimum = 0, .Maximum = 11, .MajorDivision = 11, .MinorDivision = 1});
+    connectEvents();
 }
 
 frmSatisfactionIndex::~frmSatisfactionIndex() = default;
+
+void frmSatisfactionIndex::connectEvents() {
+    using This = frmSatisfactionIndex;
+    connect(ui->cmdCustomerName, &forms::ComboBox::Click, this, &This::cmdCustomerName_Click);
+    connect(ui->lstParameter, &forms::ListBox::Click, this, &This::toCollapse);
+    connect(ui->dtFrom, &forms::DTPicker::Change, this, &This::toCollapse);
+    connect(ui->dtTo, &forms::DTPicker::Change, this, &This::toCollapse);
+    connect(ui->lstParameter, &forms::ListBox::DblClick, this, &This::lstParameter_DblClick);
+    connect(ui->lstParameter, &forms::ListBox::KeyDown, this, [this](int key) {
+        if (key == Qt::Key_Return || key == Qt::Key_Enter)
+            lstParameter_DblClick();
+    });
+    connect(ui->lstSurveyDates, &forms::ListBox::Validate, ui->lstSurveyDates,
+            &forms::ListBox::clearSelection);
+    connect(ui->cmdView, &QPushButton::clicked, this, &This::cmdView);
+    connect(ui->cmdClose, &QPushButton::clicked, this, [this] { Unload(); });
+    connect(ui->cmdHelp, &QPushButton::clicked, this, &This::cmdHelp);
+    connect(ui->mschart, &chart::MSChart::PointActivated, this, &This::mschart_PointActivated);
+}
+
+void frmSatisfactionIndex::onLoad() {
+    setLeft(0);
+    setTop(0);
+    toCollapse();
+    ui->dtTo->setValue(forms::today());
+    toFillCustomername();
+    if (ui->cmdCustomerName->ListCount() > 0) {
+        ui->cmdCustomerName->setListIndex(0);
+        toFillSurveyDateList();
+    }
+    if (ui->lstSurveyDates->ListCount() > 0)
+        ui->dtFrom->setValue(toDate(ui->lstSurveyDates->List(0)));
+    if (ui->lstParameter->ListCount() > 0)
+        ui->lstParameter->setListIndex(0);
+}
+
+void frmSatisfactionIndex::toCollapse() {
+    ui->cmdPrint->hide();
+    ui->mschart->hide();
+    setHeight(forms::toTwips(ui->Frame1->sizeHint().height()) + titleBar);
+}
+
+void frmSatisfactionIndex::toExpand() {
+    const int frame = forms::toTwips(ui->Frame1->sizeHint().height());
+    ui->cmdPrint->show();
+    ui->mschart->show();
+    setHeight(qMax(2 * frame + 2000, frame + titleBar + forms::toTwips(roomForChart)));
+}
+
+QString frmSatisfactionIndex::customer() const {
+    return ui->cmdCustomerName->List(ui->cmdCustomerName->ListIndex());
+}
+
+void frmSatisfactionIndex::toFillCustomername() {
+    guarded({}, [this] {
+        setMousePointer(forms::Hourglass);
+        toReconnect();
+        ado::Recordset customers;
+        customers.Open(u"select * from customer"_s, *cnnMain);
+        ui->cmdCustomerName->Clear();
+        for (; !customers.Eof(); customers.MoveNext())
+            ui->cmdCustomerName->AddItem(customers["custname"].Text());
+    });
+    setMousePointer(forms::DefaultPointer);
+}
+
+void frmSatisfactionIndex::toFillParameterName() {
+    guarded({}, [this] {
+        toReconnect();
+        ado::Recordset parameters;
+        parameters.Open(u"select distinct(parametername) from responquery where custname='"_s + customer() +
+                            u"'",
+                        *cnnMain);
+        ui->lstParameter->Clear();
+        for (; !parameters.Eof(); parameters.MoveNext())
+            ui->lstParameter->AddItem(parameters["parametername"].Text());
+    });
+}
+
+void frmSatisfactionIndex::toFillSurveyDateList() {
+    guarded({}, [this] {
+        toReconnect();
+        const int custid = toGetCustID(customer());
+        ado::Recordset survey;
+        survey.Open(u"select * from survey where custid="_s + QString::number(custid) +
+                        u" order by sdate asc",
+                    *cnnMain);
+        ui->lstSurveyDates->Clear();
+        for (; !survey.Eof(); survey.MoveNext())
+            ui->lstSurveyDates->AddItem(survey["sdate"].Text());
+    });
+}
+
+void frmSatisfactionIndex::toFillParameters() {
+    toReconnect();
+    ado::Recordset parameters;
+    parameters.Open(u"select distinct(parameter) from mscharttry"_s, *cnnMain);
+    ui->lstParameter->Clear();
+    for (; !parameters.Eof(); parameters.MoveNext())
+        ui->lstParameter->AddItem(parameters["Parameter"].Text());
+}
+
+void frmSatisfactionIndex::cmdCustomerName_Click() {
+    if (ui->cmdCustomerName->ListCount() > 0)
+        toFillParameterName();
+}
+
+void frmSatisfactionIndex::lstParameter_DblClick() {
+    if (ui->lstParameter->ListCount() > 0)
+        cmdView();
+}
+
+void frmSatisfactionIndex::cmdHelp() {
+    setMousePointer(forms::Hourglass);
+    toShowHelpTopic(helpContext);
+    setMousePointer(forms::DefaultPointer);
+}
+
+void frmSatisfactionIndex::cmdView() {
+    setMousePointer(forms::Hourglass);
+    toFillTable();
+    if (toCheckIndexRecords()) {
+        toShowStatus(u"Saving to view Satisfaction Index..."_s);
+        toFillSurveyDateOrder();
+        toPrepareChartRows();
+        toDrawChart();
+        toExpand();
+    } else {
+        forms::msgBox(u"No record(s) present to evaluates Satisfaction Index"_s, forms::style::information,
+                      u"Gaugewell v2.1"_s);
+        toCollapse();
+    }
+    toShowStatus({});
+    setMousePointer(forms::DefaultPointer);
+}
+
+void frmSatisfactionIndex::mschart_PointActivated(int series, int point) {
+    if (const std::optional<double> value = ui->mschart->GetData(point, series))
+        forms::msgBox(u"Satisfaction Index : "_s + ado::toText(static_cast<float>(*value)));
+}
+
+void frmSatisfactionIndex::toFillTable() {
+    guarded({.form = this}, [this] {
+        toReconnect();
+        toFillWorkTable([this] {
+            cnnMain->Execute(u"delete * from linetable"_s);
+            for (int i = 0; i < ui->lstParameter->ListCount(); ++i) {
+                if (ui->lstParameter->Selected(i))
+                    toFillGroupsOf(ui->lstParameter->List(i));
+            }
+        });
+        setMousePointer(forms::DefaultPointer);
+    });
+}
+
+void frmSatisfactionIndex::toFillGroupsOf(const QString& parameter) {
+    const QString from = toSqlDate(ui->dtFrom->Value());
+    const QString to = toSqlDate(ui->dtTo->Value());
+    ado::Recordset answers;
+    answers.Open(u"select * from scatterqry where custname='"_s + customer() + u"' and surveydate between #" +
+                     from + u"# and  # " + to + u"# ",
+                 *cnnMain);
+    if (answers.Eof())
+        return;
+    answers.Close();
+
+    ado::Recordset groups;
+    groups.Open(u"select distinct(parametername),surveydate from scatterqry where parametername='"_s +
+                    parameter + u"' and surveydate between #" + from + u"# and # " + to +
+                    u"# and custname='" + customer() + u"'",
+                *cnnMain);
+    for (; !groups.Eof(); groups.MoveNext())
+        toFillGroup(groups["parametername"].Text(), groups["surveydate"].Value().toDate());
+}
+
+void frmSatisfactionIndex::toFillGroup(const QString& parameter, const QDate& surveydate) {
+    ado::Recordset answers;
+    answers.Open(u"select * from scatterqry where parametername='"_s + parameter + u"' and custname='" +
+                     customer() + u"' and surveydate =#" + toSqlDate(surveydate) + u"#",
+                 *cnnMain);
+    std::vector<RatedAnswer> group;
+    for (; !answers.Eof(); answers.MoveNext())
+        group.push_back({ratingOf(answers["weightage"]), ratingOf(answers["score"])});
+    if (group.empty())
+        return;
+
+    ado::Recordset line;
+    line.Open(u"select * from linetable"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
+    line.AddNew();
+    line["custname"] = customer();
+    line["Parameter"] = parameter;
+    line["sindex"] = satisfactionIndex(group);
+    line["sdate"] = surveydate;
+    line.Update();
+}
+
+bool frmSatisfactionIndex::toCheckIndexRecords() {
+    bool found = false;
+    guarded({}, [&] {
+        toReconnect();
+        ado::Recordset line;
+        line.Open(u"select * from linetable where sindex <> 0"_s, *cnnMain);
+        found = !line.Eof();
+    });
+    return found;
+}
+
+void frmSatisfactionIndex::toFillSurveyDateOrder() {
+    guarded({.form = this}, [this] {
+        toReconnect();
+        setMousePointer(forms::Hourglass);
+        toFillWorkTable([] {
+            cnnMain->Execute(u"delete * from surveydateorder"_s);
+            ado::Recordset order;
+            order.Open(u"select * from surveydateorder"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
+            ado::Recordset dates;
+            dates.Open(u"select distinct(sdate) from linetable where sindex <> 0 order by sdate asc"_s,
+                       *cnnMain);
+            for (int counter = 1; !dates.Eof(); dates.MoveNext(), ++counter) {
+                order.AddNew();
+                order["sdate"] = dates["sdate"].Value();
+                order["roworder"] = counter;
+                order.Update();
+            }
+        });
+        setMousePointer(forms::DefaultPointer);
+    });
+}
+
+int frmSatisfactionIndex::toGetRowOrder(const QDate& sdate) {
+    int roworder = 0;
+    guarded({}, [&] {
+        toReconnect();
+        ado::Recordset order;
+        order.Open(u"select * from surveydateorder where sdate=#"_s + toSqlDate(sdate) + u"#", *cnnMain);
+        if (!order.Eof())
+            roworder = order["roworder"].Value().toInt();
+    });
+    return roworder;
+}
+
+void frmSatisfactionIndex::toPrepareChartRows() {
+    guarded({.form = this}, [this] {
+        toReconnect();
+        setMousePointer(forms::Hourglass);
+        ado::Recordset order;
+        order.Open(u"select * from surveydateorder order by roworder asc"_s, *cnnMain);
+        if (!order.Eof()) {
+            ui->mschart->Refresh();
+            ui->mschart->setRowCount(order.RecordCount());
+            const int rows = ui->mschart->RowCount();
+            if (rows != 1)
+                ui->mschart->setChartData(chart::DataArray(rows, rows));
+            for (int counter = 1; !order.Eof(); order.MoveNext(), ++counter) {
+                ui->mschart->setRow(counter);
+                ui->mschart->setRowLabel(order["sdate"].Text());
+            }
+        }
+        setMousePointer(forms::DefaultPointer);
+    });
+}
+
+void frmSatisfactionIndex::toDrawChart() {
+    guardedWithNumber(u" : "_s, [this] {
+        toReconnect();
+        setMousePointer(forms::Hourglass);
+        ui->mschart->Refresh();
+        chart::DataArray cells(ui->mschart->RowCount(), ui->lstParameter->SelCount());
+        int series = 1;
+        for (int i = 0; i < ui->lstParameter->ListCount(); ++i) {
+            if (ui->lstParameter->Selected(i))
+                toDrawSeries(ui->lstParameter->List(i), series++, cells);
+        }
+        ui->mschart->setChartData(cells);
+        toLabelChart();
+        toSetMarkers();
+        setMousePointer(forms::DefaultPointer);
+    });
+}
+
+void frmSatisfactionIndex::toDrawSeries(const QString& parameter, int series, chart::DataArray& cells) {
+    ado::Recordset line;
+    line.Open(u"select * from linetable where parameter='"_s + parameter +
+                  u"' and sindex <> 0 order by sdate asc",
+              *cnnMain);
+    if (line.Eof())
+        return;
+    ui->mschart->setColumnCount(series);
+    chart::Series& drawn = ui->mschart->SeriesItem(series);
+    drawn.ShowLine = true;
+    drawn.SeriesMarker = {.Auto = false, .Show = true};
+    for (; !line.Eof(); line.MoveNext()) {
+        ui->mschart->setRow(toGetRowOrder(line["sdate"].Value().toDate()));
+        cells.at(ui->mschart->Row(), series) = line["sindex"].Value().toFloat();
+    }
+}
+
+/// Dates along the axis, parameters in the legend.
+void frmSatisfactionIndex::toLabelChart() {
+    ado::Recordset dates;
+    dates.Open(u"select distinct(sdate) from surveydateorder order by sdate asc"_s, *cnnMain);
+    for (int counter = 1; !dates.Eof(); dates.MoveNext(), ++counter) {
+        ui->mschart->setRow(counter);
+        ui->mschart->setRowLabel(dates["sdate"].Text());
+    }
+    int counter = 1;
+    for (int i = 0; i < ui->lstParameter->ListCount(); ++i) {
+        if (!ui->lstParameter->Selected(i))
+            continue;
+        ui->mschart->setColumn(counter++);
+        ui->mschart->setColumnLabel(ui->lstParameter->List(i));
+    }
+}
+
+void frmSatisfactionIndex::toSetMarkers() {
+    for (int i = 1; i <= ui->mschart->SeriesCount(); ++i) {
+        chart::Series& series = ui->mschart->SeriesItem(i);
+        series.SeriesMarker.Auto = false;
+        series.Pen.Width = 20;
+        series.Marker.Visible = true;
+        series.Marker.Size = 140;
+        series.Marker.Style = 14;
+        series.Marker.FillColor.Automatic = true;
+    }
+}

@@ -3,24 +3,68 @@
 
 #include "platform/forms/form.h"
 
-#include <memory>
+#include <QDate>
 
-class QLineEdit;
+#include <memory>
 
 namespace Ui {
 class frmSatisfactionIndex;
 }
 
-/// Shows the Satisfaction Index of the chosen parameters over time.
+namespace chart {
+class DataArray;
+}
+
+/// Computes the Satisfaction Index of the chosen parameters on each survey date of a customer and shows it as
+/// one line a parameter. Collapsed, the form shows the choice only; expanded, the chart below it. A change of
+/// the parameters or dates collapses it, so that a chart never stands beside a choice that it does not show.
 class frmSatisfactionIndex : public forms::DefaultForm<frmSatisfactionIndex> {
     Q_OBJECT
 
 public:
     ~frmSatisfactionIndex() override;
 
+    void toFillCustomername();
+    void toFillParameterName();
+    void toFillSurveyDateList();
+
+    /// Rebuilds linetable: one row for each chosen parameter and each survey date between dtFrom and dtTo,
+    /// both included, with the index of all answers to the parameter's questions on that date.
+    void toFillTable();
+    /// Whether linetable holds an index other than 0.
+    bool toCheckIndexRecords();
+    /// Rebuilds surveydateorder: the dates with an index other than 0, numbered from 1 for the earliest.
+    void toFillSurveyDateOrder();
+    /// The number of a date in surveydateorder; 0 when it has none.
+    int toGetRowOrder(const QDate& sdate);
+    /// Fills lstParameter from mscharttry; a failure is thrown.
+    void toFillParameters();
+
+    /// Gives the chart an empty row for each date of surveydateorder.
+    void toPrepareChartRows();
+    /// Fills the chart from linetable: a column for each chosen parameter, also for one without an index.
+    void toDrawChart();
+
 private:
     friend class DefaultForm<frmSatisfactionIndex>;
     frmSatisfactionIndex();
+    void onLoad() override;
+    void connectEvents();
+
+    void cmdCustomerName_Click();
+    void lstParameter_DblClick();
+    void cmdView();
+    void cmdHelp();
+    void mschart_PointActivated(int series, int point);
+
+    void toCollapse();
+    void toExpand();
+    QString customer() const;
+    void toFillGroupsOf(const QString& parameter);
+    void toFillGroup(const QString& parameter, const QDate& surveydate);
+    void toDrawSeries(const QString& parameter, int series, chart::DataArray& cells);
+    void toLabelChart();
+    void toSetMarkers();
 
     std::unique_ptr<Ui::frmSatisfactionIndex> ui;
 };

@@ -5,6 +5,8 @@
 #include "platform/forms/form.h"
 #include "platform/forms/msgbox.h"
 
+#include <stdexcept>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -28,6 +30,19 @@ void rollBack() {
     }
 }
 
+/// Number and description of a failure that may be the store's or a computation's.
+ado::Error errorOf(const std::exception& failure) {
+    constexpr int subscriptOutOfRange = 9;
+    constexpr int otherFailure = 5;
+    if (const auto* known = dynamic_cast<const ado::Failure*>(&failure))
+        return known->cause();
+    if (dynamic_cast<const std::overflow_error*>(&failure))
+        return {ado::number::overflow, u"Overflow"_s};
+    if (dynamic_cast<const std::out_of_range*>(&failure))
+        return {subscriptOutOfRange, u"Subscript out of range"_s};
+    return {otherFailure, QString::fromUtf8(failure.what())};
+}
+
 } // namespace
 
 bool guarded(const FailureHandler& handler, const std::function<void()>& procedure) {
@@ -43,6 +58,19 @@ bool guarded(const FailureHandler& handler, const std::function<void()>& procedu
         toShowErrors(handler.prefix);
         if (handler.rollback == Rollback::AfterMessages)
             rollBack();
+        return false;
+    }
+}
+
+bool guardedWithNumber(const QString& separator, const std::function<void()>& procedure) {
+    try {
+        procedure();
+        return true;
+    } catch (const std::exception& failure) {
+        if (cnnMain)
+            cnnMain->Errors().Clear(); // this message tells it
+        const ado::Error error = errorOf(failure);
+        forms::msgBox(QString::number(error.Number) + separator + error.Description);
         return false;
     }
 }

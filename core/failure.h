@@ -23,3 +23,7 @@ struct FailureHandler {
 /// rolled back when the handler says so. A failure that has nothing to do with the database ends the
 /// procedure without a word. Returns true when the procedure ran to its end.
 bool guarded(const FailureHandler& handler, const std::function<void()>& procedure);
+
+/// Runs a procedure whose handler shows the one failure that ended it, whatever its source: number,
+/// separator, description. Returns true when the procedure ran to its end.
+bool guardedWithNumber(const QString& separator, const std::function<void()>& procedure);

@@ -1,0 +1,270 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/chart/mschart.h"
+
+#include "platform/chart/plotview.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QHelpEvent>
+#include <QVBoxLayout>
+
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace chart {
+namespace {
+
+constexpr double reach = 9; // pixels around a point that still pick it
+
+void requireNumber(int number, int count) {
+    if (number < 1 || number > count)
+        throw std::out_of_range("Subscript out of range");
+}
+
+void setCount(QStringList& labels, int count) {
+    while (labels.size() < count)
+        labels << QString();
+    labels.resize(count);
+}
+
+} // namespace
+
+MSChart::MSChart(QWidget* parent) : QWidget(parent), view(new PlotView(this)) {
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins({});
+    layout->addWidget(view);
+    setFocusPolicy(Qt::StrongFocus);
+    setMouseTracking(true);
+    setValueScale({});
+    view->beforePaint = [this] { drawIfChanged(); };
+}
+
+MSChart::~MSChart() = default;
+
+void MSChart::setCategoryTitle(const QString& title) {
+    view->xAxis->setLabel(title);
+    Refresh();
+}
+
+void MSChart::setValueTitle(const QString& title) {
+    view->yAxis->setLabel(title);
+    Refresh();
+}
+
+void MSChart::setValueScale(const ValueScale& scale) {
+    view->setValueAxis(scale.Minimum, scale.Maximum, scale.MajorDivision, scale.MinorDivision);
+    Refresh();
+}
+
+void MSChart::setRowCount(int count) {
+    setChartData(data.resized(count, ColumnCount()));
+}
+
+void MSChart::setColumnCount(int count) {
+    setChartData(data.resized(RowCount(), count));
+}
+
+void MSChart::setRow(int number) {
+    requireNumber(number, RowCount());
+    row = number;
+}
+
+QString MSChart::RowLabel() const {
+    return rowLabels.value(row - 1);
+}
+
+void MSChart::setRowLabel(const QString& label) {
+    requireNumber(row, RowCount());
+    rowLabels[row - 1] = label;
+    Refresh();
+}
+
+void MSChart::setColumn(int number) {
+    requireNumber(number, ColumnCount());
+    column = number;
+}
+
+QString MSChart::ColumnLabel() const {
+    return columnLabels.value(column - 1);
+}
+
+void MSChart::setColumnLabel(const QString& label) {
+    requireNumber(column, ColumnCount());
+    columnLabels[column - 1] = label;
+    Refresh();
+}
+
+void MSChart::setChartData(const DataArray& array) {
+    data = array;
+    setCount(rowLabels, data.rows());
+    setCount(columnLabels, data.columns());
+    seriesList.resize(static_cast<std::size_t>(data.columns()));
+    moveTo({});
+    Refresh();
+}
+
+std::optional<double> MSChart::GetData(int rowNumber, int columnNumber) const {
+    return data.at(rowNumber, columnNumber);
+}
+
+Series& MSChart::SeriesItem(int number) {
+    requireNumber(number, SeriesCount());
+    Refresh();
+    return seriesList[static_cast<std::size_t>(number - 1)];
+}
+
+void MSChart::Refresh() {
+    changed = true;
+    view->update();
+}
+
+void MSChart::drawIfChanged() {
+    if (!changed)
+        return;
+    changed = false;
+    view->draw(data, rowLabels, columnLabels, seriesList);
+}
+
+void MSChart::EditCopy() {
+    QGuiApplication::clipboard()->setImage(Picture());
+}
+
+QImage MSChart::Picture() {
+    drawIfChanged();
+    return view->toPixmap(0, 0, devicePixelRatioF()).toImage();
+}
+
+bool MSChart::SavePicture(const QString& path) {
+    return Picture().save(path);
+}
+
+QPoint MSChart::PointPosition(int series, int point) {
+    drawIfChanged();
+    const std::optional<double> value = GetData(point, series);
+    return value ? view->mapTo(this, view->positionOf(point, *value).toPoint()) : QPoint(-1, -1);
+}
+
+/// The point nearest to a position, when it is within reach; of several on one spot the one drawn on top.
+MSChart::Point MSChart::pointAt(const QPoint& position) {
+    Point nearest;
+    double distance = reach;
+    for (int series = 1; series <= SeriesCount(); ++series) {
+        for (int point = 1; point <= RowCount(); ++point) {
+            if (!GetData(point, series))
+                continue;
+            const QPoint offset = PointPosition(series, point) - position;
+            const double away = std::hypot(offset.x(), offset.y());
+            if (away <= distance) {
+                distance = away;
+                nearest = {series, point};
+            }
+        }
+    }
+    return nearest;
+}
+
+/// The figures that stand on the spot of a point, a line each.
+QString MSChart::tipOf(const Point& point) const {
+    QStringList lines;
+    const std::optional<double> value = GetData(point.row, point.series);
+    for (int series = 1; series <= SeriesCount(); ++series) {
+        if (GetData(point.row, series) == value)
+            lines << columnLabels[series - 1] + u", " + rowLabels[point.row - 1] + u": " +
+                         QString::number(*value, 'g', 7);
+    }
+    return lines.join(u'\n');
+}
+
+bool MSChart::exists(const Point& point) const {
+    return point.series >= 1 && point.series <= SeriesCount() && point.row >= 1 && point.row <= RowCount() &&
+           GetData(point.row, point.series);
+}
+
+/// The next point of the same series in a direction (1 or -1), or the same point at its end.
+MSChart::Point MSChart::nextInSeries(Point from, int direction) const {
+    for (int next = from.row + direction; next >= 1 && next <= RowCount(); next += direction) {
+        if (exists({from.series, next}))
+            return {from.series, next};
+    }
+    return from;
+}
+
+/// The point of the next series in a direction that stands nearest to the row, or the same point.
+MSChart::Point MSChart::nextSeries(Point from, int direction) const {
+    for (int series = from.series + direction; series >= 1 && series <= SeriesCount(); series += direction) {
+        for (int away = 0; away < RowCount(); ++away) {
+            if (exists({series, from.row - away}))
+                return {series, from.row - away};
+            if (exists({series, from.row + away}))
+                return {series, from.row + away};
+        }
+    }
+    return from;
+}
+
+void MSChart::moveTo(const Point& point) {
+    current = point;
+    if (current && hasFocus()) {
+        view->mark(QPointF(point.row, *GetData(point.row, point.series)));
+        setAccessibleDescription(tipOf(point));
+    } else {
+        view->mark(std::nullopt);
+        setAccessibleDescription({});
+    }
+}
+
+void MSChart::keyPressEvent(QKeyEvent* event) {
+    const bool arrow = event->key() >= Qt::Key_Left && event->key() <= Qt::Key_Down;
+    const bool enter =
+        event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter || event->key() == Qt::Key_Space;
+    if (enter && current) {
+        Q_EMIT PointActivated(current.series, current.row);
+    } else if (arrow && !current) {
+        moveTo(nextSeries({0, 1}, 1));
+    } else if (arrow) {
+        const bool forward = event->key() == Qt::Key_Right || event->key() == Qt::Key_Down;
+        const bool along = event->key() == Qt::Key_Left || event->key() == Qt::Key_Right;
+        moveTo(along ? nextInSeries(current, forward ? 1 : -1) : nextSeries(current, forward ? 1 : -1));
+    } else {
+        QWidget::keyPressEvent(event);
+    }
+}
+
+void MSChart::focusInEvent(QFocusEvent* event) {
+    QWidget::focusInEvent(event);
+    moveTo(current);
+}
+
+void MSChart::focusOutEvent(QFocusEvent* event) {
+    QWidget::focusOutEvent(event);
+    moveTo(current);
+}
+
+void MSChart::mouseMoveEvent(QMouseEvent* event) {
+    if (pointAt(event->position().toPoint()))
+        setCursor(Qt::PointingHandCursor);
+    else
+        unsetCursor();
+}
+
+void MSChart::mouseReleaseEvent(QMouseEvent* event) {
+    const Point picked = pointAt(event->position().toPoint());
+    if (event->button() == Qt::LeftButton && picked)
+        Q_EMIT PointActivated(picked.series, picked.row);
+}
+
+void MSChart::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    Refresh();
+}
+
+bool MSChart::event(QEvent* event) {
+    if (event->type() == QEvent::ToolTip) {
+        const Point point = pointAt(static_cast<QHelpEvent*>(event)->pos());
+        setToolTip(point ? tipOf(point) : QString());
+    }
+    return QWidget::event(event);
+}
+
+} // namespace chart

@@ -1,2 +1,118 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
+
+#include "platform/chart/dataarray.h"
+#include "platform/chart/series.h"
+
+#include <QWidget>
+
+namespace chart {
+
+class PlotView;
+
+/// A two-dimensional line chart: the columns of its data are the series, the rows the categories along the
+/// horizontal axis. Rows, columns, series and points are numbered from 1; a number that does not exist throws
+/// std::out_of_range. The scale is fixed and does not follow the data. The background is white in any theme,
+/// so that a picture of the chart prints well.
+///
+/// A click on a point, or Enter on the point that the arrow keys have reached, tells PointActivated; a
+/// pointer that rests on a point shows its figure.
+class MSChart : public QWidget {
+    Q_OBJECT
+
+public:
+    struct ValueScale {
+        double Minimum = 0;
+        double Maximum = 100;
+        int MajorDivision = 10; ///< parts between labelled lines
+        int MinorDivision = 1;  ///< parts of each of them; 1: not divided
+    };
+
+    explicit MSChart(QWidget* parent = nullptr);
+    ~MSChart() override;
+
+    void setCategoryTitle(const QString& title);
+    void setValueTitle(const QString& title);
+    void setValueScale(const ValueScale& scale);
+
+    int RowCount() const { return data.rows(); }
+    void setRowCount(int count);
+    int ColumnCount() const { return data.columns(); }
+    void setColumnCount(int count);
+
+    /// The row that RowLabel belongs to.
+    int Row() const { return row; }
+    void setRow(int number);
+    QString RowLabel() const;
+    void setRowLabel(const QString& label);
+
+    /// The column that ColumnLabel, the name of a series, belongs to.
+    int Column() const { return column; }
+    void setColumn(int number);
+    QString ColumnLabel() const;
+    void setColumnLabel(const QString& label);
+
+    const DataArray& ChartData() const { return data; }
+    /// Replaces all cells; RowCount and ColumnCount become those of the array. Labels stay.
+    void setChartData(const DataArray& array);
+    /// The value of a cell; nothing for Null.
+    std::optional<double> GetData(int rowNumber, int columnNumber) const;
+
+    int SeriesCount() const { return static_cast<int>(seriesList.size()); }
+    /// How a series is drawn; a change shows with the next painting.
+    Series& SeriesItem(int number);
+
+    /// Has the chart drawn anew.
+    void Refresh();
+    /// Puts a picture of the chart on the clipboard.
+    void EditCopy();
+    QImage Picture();
+    /// Writes the picture in the format of the path's suffix, over an older file. False when that fails.
+    bool SavePicture(const QString& path);
+
+    /// Where a point stands in the widget.
+    QPoint PointPosition(int series, int point);
+
+    QSize minimumSizeHint() const override { return {320, 200}; }
+    QSize sizeHint() const override { return {720, 340}; }
+
+Q_SIGNALS:
+    /// The user picked the point of that number, which is its row, in the series of that number.
+    void PointActivated(int series, int point);
+
+protected:
+    bool event(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
+private:
+    struct Point {
+        int series = 0;
+        int row = 0; ///< 0: none
+        explicit operator bool() const { return row > 0; }
+    };
+
+    void drawIfChanged();
+    Point pointAt(const QPoint& position);
+    QString tipOf(const Point& point) const;
+    bool exists(const Point& point) const;
+    Point nextInSeries(Point from, int direction) const;
+    Point nextSeries(Point from, int direction) const;
+    void moveTo(const Point& point);
+
+    PlotView* view;
+    DataArray data;
+    QStringList rowLabels;
+    QStringList columnLabels;
+    std::vector<Series> seriesList;
+    int row = 1;
+    int column = 1;
+    bool changed = true;
+    Point current; // reached by the keys
+};
+
+} // namespace chart

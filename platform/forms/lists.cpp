@@ -64,13 +64,22 @@ void ListBox::setSelected(int index, bool chosen) {
     Q_EMIT Click();
 }
 
+void ListBox::mousePressEvent(QMouseEvent* event) {
+    secondOfDouble = false;
+    chosenAtPress = selectedItems();
+    QListWidget::mousePressEvent(event);
+}
+
 void ListBox::mouseReleaseEvent(QMouseEvent* event) {
     QListWidget::mouseReleaseEvent(event);
-    if (event->button() == Qt::LeftButton && itemAt(event->position().toPoint()))
+    if (event->button() != Qt::LeftButton || secondOfDouble)
+        return;
+    if (itemAt(event->position().toPoint()) || selectedItems() != chosenAtPress)
         Q_EMIT Click();
 }
 
 void ListBox::mouseDoubleClickEvent(QMouseEvent* event) {
+    secondOfDouble = true;
     QListWidget::mouseDoubleClickEvent(event);
     if (event->button() == Qt::LeftButton)
         Q_EMIT DblClick();
@@ -89,6 +98,12 @@ QItemSelectionModel::SelectionFlags ListBox::selectionCommand(const QModelIndex&
     const QItemSelectionModel::SelectionFlags command = QListWidget::selectionCommand(index, event);
     const bool takesBack = command & QItemSelectionModel::Deselect;
     return takesBack && selectionMode() == SingleSelection ? QItemSelectionModel::NoUpdate : command;
+}
+
+void ListBox::focusOutEvent(QFocusEvent* event) {
+    QListWidget::focusOutEvent(event);
+    if (event->reason() != Qt::ActiveWindowFocusReason && event->reason() != Qt::PopupFocusReason)
+        Q_EMIT Validate();
 }
 
 } // namespace forms

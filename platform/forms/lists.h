@@ -27,8 +27,9 @@ Q_SIGNALS:
     void Click();
 };
 
-/// A list. Click is told when the user clicks an entry, also a chosen one, or chooses by keys, and when code
-/// chooses another entry. In a list of single choice the user cannot take the choice back.
+/// A list. Click is told when the user clicks an entry, also a chosen one, or changes the choice by mouse or
+/// keys, and when code chooses another entry; once for a double click, before DblClick. In a list of single
+/// choice the user cannot take the choice back.
 class ListBox : public QListWidget {
     Q_OBJECT
 
@@ -53,13 +54,21 @@ Q_SIGNALS:
     void Click();
     void DblClick();
     void KeyDown(int key);
+    /// The focus goes to another control of the window.
+    void Validate();
 
 protected:
+    void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
                                                          const QEvent* event) const override;
+    void focusOutEvent(QFocusEvent* event) override;
+
+private:
+    QList<QListWidgetItem*> chosenAtPress;
+    bool secondOfDouble = false; // the release that ends a double click is no click of its own
 };
 
 } // namespace forms

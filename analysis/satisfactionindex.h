@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+
+/// One answer to a question: what it was rated with. Nothing or 0 means not rated.
+struct RatedAnswer {
+    std::optional<std::int16_t> weightage;
+    std::optional<std::int16_t> score;
+};
+
+/// The Satisfaction Index of a group of n answers, on the scale of the score:
+///
+///     A = (w1 + ... + wn) / n        the average weightage
+///     v(k) = s(k) * (w(k) / A)       the weighted scores, 0 throughout when A is 0
+///     T(k) = round(T(k-1) + v(k))    to a whole number in every step, ties to even, from T(0) = 0
+///     index = T(n) / n
+///
+/// An answer that lacks its weightage or its score adds nothing, but stays in the count n. A, w/A, v and the
+/// index are held in single precision. No answers give 0. Throws std::overflow_error when a T leaves
+/// -32768..32767.
+float satisfactionIndex(std::span<const RatedAnswer> answers);

@@ -1,0 +1,165 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The Satisfaction Index of one customer, 10 parameters on 20 dates (4,000 answers), in a small store and in
+// one of 2,000 customers and 1,000,000 answers; beside it one pass of the C API over the same answers.
+#include "analysis/frmSatisfactionIndex.h"
+#include "core/gblGlobal.h"
+#include "platform/ado/casefold.h"
+#include "platform/forms/dtpicker.h"
+#include "platform/forms/lists.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <algorithm>
+#include <cstdio>
+
+#include <sqlite3.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int measured = 7; // the customer with four respondents and 20 surveys; all others have two and 5
+
+void run(const QString& sql) {
+    cnnMain->Execute(sql);
+}
+
+QString numbers(int count) {
+    return u"with recursive n(i) as (select 1 union all select i + 1 from n where i < %1) "_s.arg(count);
+}
+
+void buildStore(int customers) {
+    const QString many = u"case when custid = %1 then "_s.arg(measured);
+    cnnMain->BeginTrans();
+    run(u"insert into customer (custid, custname, Address) "_s + numbers(customers) +
+        u"select i, 'Customer ' || i, ' ' from n");
+    run(u"insert into respondent (respondentid, custid, respondentname) "_s + numbers(4) +
+        u"select custid * 10 + i, custid, 'Respondent ' || i from customer, n where i <= " + many +
+        u"4 else 2 end");
+    run(u"insert into parameter (paramid, parametername) "_s + numbers(40) +
+        u"select i, 'Parameter ' || i from n");
+    run(u"insert into questions (questionid, paramid, question, Type) "_s + numbers(5) +
+        u"select paramid * 5 - 5 + i, paramid, 'Question ' || i || ' of ' || parametername, True from "
+        u"parameter, n");
+    run(u"insert into survey (surveyid, custid, sdate) "_s + numbers(20) +
+        u"select custid * 100 + i, custid, date('2020-01-01', '+' || i * 30 || ' days') from customer, n "
+        u"where i <= " +
+        many + u"20 else 5 end order by i");
+    const QString asked =
+        u" from survey join respondent on respondent.custid = survey.custid join questions on "
+        u"questionid <= 50 order by sdate, surveyid, respondentid, questionid"_s;
+    run(u"insert into responquesindex select respondentid, questionid, surveyid, questionid"_s + asked);
+    run(u"insert into feedbackobjective (respondentid, questionid, surveyid, surveydate, score, weightage) "
+        "select respondentid, questionid, surveyid, sdate, 1 + abs(random()) % 10, 1 + abs(random()) % 5"_s +
+        asked);
+    cnnMain->CommitTrans();
+}
+
+/// The median of several runs, in milliseconds.
+template <class Work> double timeOf(Work work) {
+    std::vector<double> times;
+    for (int i = 0; i < 15; ++i) {
+        QElapsedTimer timer;
+        timer.start();
+        work();
+        times.push_back(static_cast<double>(timer.nsecsElapsed()) / 1e6);
+    }
+    std::nth_element(times.begin(), times.begin() + 7, times.end());
+    return times[7];
+}
+
+class Bound {
+public:
+    explicit Bound(const QString& path) {
+        sqlite3_open(path.toUtf8().constData(), &database);
+        ado::registerTextRules(database);
+        sqlite3_prepare_v2(database,
+                           "select * from scatterqry where custname = 'Customer 7' "
+                           "and surveydate between '2020-01-01' and '2029-12-31'",
+                           -1, &statement, nullptr);
+    }
+    Bound(const Bound&) = delete;
+    Bound& operator=(const Bound&) = delete;
+    ~Bound() {
+        sqlite3_finalize(statement);
+        sqlite3_close(database);
+    }
+
+    /// Number of answers read.
+    int pass() {
+        int rows = 0;
+        for (; sqlite3_step(statement) == SQLITE_ROW; ++rows) {
+            for (int column = 0; column < 3; ++column)
+                read += sqlite3_column_bytes(statement, column);
+            read += sqlite3_column_int64(statement, 3) + sqlite3_column_int64(statement, 4);
+        }
+        sqlite3_reset(statement);
+        return rows;
+    }
+
+private:
+    sqlite3* database = nullptr;
+    sqlite3_stmt* statement = nullptr;
+    qlonglong read = 0;
+};
+
+frmSatisfactionIndex& chosen() {
+    frmSatisfactionIndex& form = frmSatisfactionIndex::instance();
+    form.findChild<forms::ComboBox*>(u"cmdCustomerName"_s)->setListIndex(measured - 1);
+    form.findChild<forms::DTPicker*>(u"dtFrom"_s)->setValue({2020, 1, 1});
+    form.findChild<forms::DTPicker*>(u"dtTo"_s)->setValue({2029, 12, 31});
+    form.findChild<forms::ListBox*>(u"lstParameter"_s)->selectAll();
+    return form;
+}
+
+void measure(int customers) {
+    const QTemporaryDir home;
+    const QString path = home.filePath(u"Tallywell.mdb"_s);
+    qputenv("XDG_CONFIG_HOME", home.filePath(u"config"_s).toUtf8());
+    QFile::copy(QStringLiteral(GAUGEWELL_STORE), path);
+    setHomeDirectory(home.path());
+    if (!toCreateDSN(u"gwl"_s, strDatabasePath))
+        return;
+    toOpenConnection();
+    buildStore(customers);
+
+    int answers = 0;
+    Bound bound(path);
+    const double pass = timeOf([&] { answers = bound.pass(); });
+    frmSatisfactionIndex& form = chosen();
+    const double fill = timeOf([&] { form.toFillTable(); });
+    const double view = timeOf([&] {
+        form.toFillTable();
+        form.toCheckIndexRecords();
+        form.toFillSurveyDateOrder();
+        form.toPrepareChartRows();
+        form.toDrawChart();
+    });
+    const double sync = timeOf([] {
+        cnnMain->BeginTrans();
+        run(u"delete * from surveydateorder"_s);
+        run(u"insert into surveydateorder (sdate, roworder) values ('2020-01-01', 1)"_s);
+        cnnMain->CommitTrans();
+    });
+    const double names = timeOf([&] { form.toFillParameterName(); });
+    std::printf("%9d %8d %8.2f %8.2f %6.2f %8.2f %8.2f %8.2f\n", customers, answers, pass, fill, fill / pass,
+                view, sync, names);
+    frmSatisfactionIndex::unload();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    cnnMain.reset();
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QApplication application(argc, argv);
+    std::printf("milliseconds, medians of 15; goal: fill/pass at most 3 and flat\n");
+    std::printf("customers  answers     pass     fill  ratio     view one sync    names\n");
+    measure(20);
+    measure(2000);
+    return 0;
+}

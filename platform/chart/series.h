@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QColor>
+
+namespace chart {
+
+/// How one series is drawn. Widths and sizes are twips, 15 to a logical pixel.
+struct Series {
+    bool ShowLine = true; ///< joins neighbouring points; a Null between them leaves a gap
+
+    struct MarkerRule {
+        bool Auto = true; ///< the chart decides: it shows markers
+        bool Show = true; ///< whether markers show, when not Auto
+    } SeriesMarker;
+
+    struct Line {
+        int Width = 20;
+    } Pen;
+
+    struct Fill {
+        bool Automatic = true; ///< the series' own colour of the palette
+        QColor Value;          ///< the colour, when not Automatic
+    };
+    /// The marker of all points of the series.
+    struct PointMarker {
+        bool Visible = true;
+        int Size = 120; ///< diameter
+        int Style = 14; ///< 14: filled, in the shape by which the series is told from the others
+        Fill FillColor;
+    } Marker;
+
+    bool showsMarkers() const { return Marker.Visible && (SeriesMarker.Auto || SeriesMarker.Show); }
+};
+
+} // namespace chart

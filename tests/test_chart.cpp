@@ -1,0 +1,169 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/chart/mschart.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+#include <gtest/gtest.h>
+
+#include <set>
+
+using namespace Qt::StringLiterals;
+using chart::DataArray;
+using chart::MSChart;
+
+namespace {
+
+using Picked = std::vector<std::pair<int, int>>; // series and point
+
+class ChartTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        shown.resize(800, 360);
+        shown.setValueScale({.Minimum = 0, .Maximum = 11, .MajorDivision = 11, .MinorDivision = 1});
+        QObject::connect(&shown, &MSChart::PointActivated, &shown,
+                         [this](int series, int point) { picked.emplace_back(series, point); });
+        shown.show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&shown));
+    }
+
+    /// Columns of figures; a 0 is Null.
+    void fill(const std::vector<std::vector<double>>& columns) {
+        DataArray cells(static_cast<int>(columns.front().size()), static_cast<int>(columns.size()));
+        for (int row = 1; row <= cells.rows(); ++row) {
+            for (int column = 1; column <= cells.columns(); ++column) {
+                const double value =
+                    columns[static_cast<std::size_t>(column - 1)][static_cast<std::size_t>(row - 1)];
+                if (value != 0)
+                    cells.at(row, column) = value;
+            }
+        }
+        shown.setChartData(cells);
+    }
+
+    bool inked(const QImage& image, QPointF at) const {
+        const qreal ratio = image.width() / static_cast<qreal>(shown.width());
+        return image.pixelColor((at * ratio).toPoint()).saturation() > 60;
+    }
+
+    MSChart shown;
+    Picked picked;
+};
+
+TEST_F(ChartTest, lineJoinsNeighboursAndLeavesAGapAtNull) {
+    fill({{4, 8, 0, 8, 4}});
+    const QImage image = shown.Picture();
+    const auto between = [&](int from, int to) {
+        return QPointF(shown.PointPosition(1, from) + shown.PointPosition(1, to)) / 2;
+    };
+    EXPECT_TRUE(inked(image, shown.PointPosition(1, 1)));
+    EXPECT_TRUE(inked(image, between(1, 2)));
+    EXPECT_FALSE(inked(image, between(2, 4))) << "a line over the missing point";
+    EXPECT_EQ(shown.PointPosition(1, 3), QPoint(-1, -1));
+
+    shown.SeriesItem(1).ShowLine = false;
+    EXPECT_FALSE(inked(shown.Picture(), between(1, 2)));
+    shown.SeriesItem(1).SeriesMarker = {.Auto = false, .Show = false};
+    EXPECT_FALSE(inked(shown.Picture(), shown.PointPosition(1, 1)));
+}
+
+TEST_F(ChartTest, scaleIsFixed) {
+    fill({{1, 10}});
+    const int perUnit = (shown.PointPosition(1, 1).y() - shown.PointPosition(1, 2).y()) / 9;
+    fill({{1, 2}});
+    EXPECT_NEAR(shown.PointPosition(1, 1).y() - shown.PointPosition(1, 2).y(), perUnit, 1);
+    fill({{1, 300}});
+    EXPECT_LT(shown.PointPosition(1, 2).y(), 0);
+}
+
+TEST_F(ChartTest, pickingByMouse) {
+    fill({{5, 0, 7}, {0, 6, 7}});
+    const auto click = [&](QPoint at) { QTest::mouseClick(&shown, Qt::LeftButton, {}, at); };
+    click(shown.PointPosition(1, 1));
+    click(shown.PointPosition(2, 2) + QPoint(4, -4)); // a near miss
+    click(shown.PointPosition(1, 3));                 // both series on one spot: the one on top
+    click(shown.PointPosition(1, 1) + QPoint(0, 30)); // on no point
+    QTest::mouseClick(&shown, Qt::RightButton, {}, shown.PointPosition(1, 1));
+    EXPECT_EQ(picked, (Picked{{1, 1}, {2, 2}, {2, 3}}));
+}
+
+TEST_F(ChartTest, pickingByKeys) {
+    fill({{0, 5, 0, 7}, {0, 0, 0, 0}, {6, 0, 6, 0}});
+    shown.setFocus();
+    const auto press = [&](std::initializer_list<Qt::Key> keys) {
+        for (const Qt::Key key : keys)
+            QTest::keyClick(&shown, key);
+        QTest::keyClick(&shown, Qt::Key_Return);
+    };
+    press({});                             // nothing is reached yet
+    press({Qt::Key_Right});                // the first point there is
+    press({Qt::Key_Right, Qt::Key_Right}); // over the gap, and no further than the end
+    press({Qt::Key_Down});                 // over the empty series to the nearest row
+    press({Qt::Key_Left, Qt::Key_Left});
+    EXPECT_EQ(picked, (Picked{{1, 2}, {1, 4}, {3, 3}, {3, 1}}));
+    fill({{5}});
+    QTest::keyClick(&shown, Qt::Key_Return);
+    EXPECT_EQ(picked.size(), 4u) << "a point of the data before";
+}
+
+TEST_F(ChartTest, labelsBelongToTheCurrentRowAndColumn) {
+    fill({{5, 6}, {7, 8}});
+    shown.setRow(2);
+    shown.setRowLabel(u"second"_s);
+    shown.setColumn(2);
+    shown.setColumnLabel(u"right"_s);
+    fill({{1, 2}, {3, 4}, {5, 6}}); // labels stay, figures go
+    EXPECT_EQ(shown.RowLabel(), u"second");
+    EXPECT_EQ(shown.ColumnLabel(), u"right");
+    EXPECT_EQ(shown.GetData(2, 3), 6);
+    shown.setRow(1);
+    EXPECT_EQ(shown.RowLabel(), QString());
+    shown.setRowCount(1);
+    EXPECT_EQ(shown.GetData(1, 3), 5);
+    EXPECT_THROW(shown.GetData(2, 1), std::out_of_range);
+    EXPECT_THROW(shown.setRow(0), std::out_of_range);
+    EXPECT_THROW(shown.setColumn(4), std::out_of_range);
+    EXPECT_THROW(shown.SeriesItem(4), std::out_of_range);
+}
+
+TEST_F(ChartTest, copyAndFileHoldThePicture) {
+    fill({{5, 6, 7}});
+    QGuiApplication::clipboard()->clear();
+    shown.EditCopy();
+    const QImage copy = QGuiApplication::clipboard()->image();
+    ASSERT_FALSE(copy.isNull());
+    EXPECT_TRUE(inked(copy, shown.PointPosition(1, 2)));
+    EXPECT_EQ(copy.pixelColor(1, 1), QColor(Qt::white));
+
+    const QTemporaryDir directory;
+    const QString path = directory.filePath(u"chart.bmp"_s);
+    ASSERT_TRUE(shown.SavePicture(path));
+    fill({{9}});
+    ASSERT_TRUE(shown.SavePicture(path)) << "over the older one";
+    EXPECT_TRUE(inked(QImage(path), shown.PointPosition(1, 1)));
+    EXPECT_FALSE(shown.SavePicture(directory.filePath(u"none/chart.bmp"_s)));
+}
+
+/// Twelve series with long names leave the plot its room, and no two look alike.
+TEST_F(ChartTest, manySeries) {
+    fill(std::vector<std::vector<double>>(12, {5, 6}));
+    for (int column = 1; column <= 12; ++column) {
+        shown.setColumn(column);
+        shown.setColumnLabel(u"A parameter with a name longer than any legend can hold %1"_s.arg(column));
+    }
+    EXPECT_GT(shown.PointPosition(1, 2).x() - shown.PointPosition(1, 1).x(), shown.width() / 4);
+    std::set<std::vector<uchar>> looks;
+    for (int series = 1; series <= 12; ++series) {
+        std::vector<std::vector<double>> one(12, {0, 0});
+        one[static_cast<std::size_t>(series - 1)] = {5, 6};
+        fill(one);
+        const QPoint at = shown.PointPosition(series, 1);
+        const QImage cut = shown.Picture().copy(QRect(at - QPoint(6, 6), at + QPoint(6, 6)));
+        looks.insert({cut.constBits(), cut.constBits() + cut.sizeInBytes()});
+    }
+    EXPECT_EQ(looks.size(), 12u);
+}
+
+} // namespace
