@@ -44,10 +44,14 @@ void SurveyEditor::connectTree() {
     connect(tree, &TreeView::DblClick, this, &SurveyEditor::trvParameter_DblClick);
     connect(tree, &TreeView::KeyDown, this, &SurveyEditor::trvParameter_KeyDown);
     connect(tree, &TreeView::OLECompleteDrag, this, &SurveyEditor::trvParameter_OLECompleteDrag);
+    const auto showFolder = [](QTreeWidgetItem* node, const QString& name) {
+        if (!node->parent()) // a question keeps the picture of its type
+            node->setIcon(0, picture(name));
+    };
     connect(tree, &TreeView::itemExpanded, this,
-            [](QTreeWidgetItem* node) { node->setIcon(0, picture(u"folder-open"_s)); });
+            [=](QTreeWidgetItem* node) { showFolder(node, u"folder-open"_s); });
     connect(tree, &TreeView::itemCollapsed, this,
-            [](QTreeWidgetItem* node) { node->setIcon(0, picture(u"folder-closed"_s)); });
+            [=](QTreeWidgetItem* node) { showFolder(node, u"folder-closed"_s); });
 }
 
 void SurveyEditor::connectButtons() {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/MDIMain.h"
+#include "tests/support/drag.h"
 #include "tests/support/surveytest.h"
 
 #include <QApplication>
@@ -30,25 +31,7 @@ protected:
     }
 
     static void drag(int number, bool toGrid) {
-        forms::TreeView::dragSeat = [toGrid](QDrag& carried) {
-            if (!toGrid)
-                return;
-            QWidget* target = grid()->viewport();
-            QDragEnterEvent enter({20, 20}, Qt::CopyAction, carried.mimeData(), Qt::LeftButton, {});
-            QApplication::sendEvent(target, &enter);
-            EXPECT_TRUE(target->acceptDrops() && enter.isAccepted());
-            QDropEvent drop({20, 20}, Qt::CopyAction, carried.mimeData(), Qt::LeftButton, {});
-            QApplication::sendEvent(target, &drop);
-        };
-        QWidget* source = tree()->viewport();
-        QTest::mousePress(source, Qt::LeftButton, {}, nodeAt(number));
-        for (const int far : {10, 30}) {
-            const QPoint at = nodeAt(number) + QPoint(far, far);
-            QMouseEvent move(QEvent::MouseMove, at, source->mapToGlobal(at), Qt::NoButton, Qt::LeftButton,
-                             {});
-            QApplication::sendEvent(source, &move);
-        }
-        QTest::mouseRelease(source, Qt::LeftButton, {}, nodeAt(number));
+        dragNode(tree(), nodeAt(number), toGrid ? grid()->viewport() : nullptr);
     }
 
     static void expectAtRest() {

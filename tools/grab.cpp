@@ -8,13 +8,18 @@
 #include "core/frmSplash.h"
 #include "core/gblGlobal.h"
 #include "feedback/frmFeedBackObj.h"
+#include "platform/forms/dtpicker.h"
 #include "reference/frmCustomer.h"
 #include "reference/frmParameter.h"
+#include "survey/frmNewSurvey.h"
 #include "survey/frmSelectSurvey.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
+#include <QListWidget>
 #include <QTest>
+#include <QTreeWidget>
 
 #include <cstdio>
 
@@ -33,6 +38,30 @@ template <class FormClass> bool grabForm(const QString& name) {
     FormClass::instance().Show();
     const bool saved = save(MDIMain::instance(), name);
     FormClass::unload();
+    return saved;
+}
+
+/// The editor of the first customer's first respondent; needs the selection to stand.
+bool grabEditor() {
+    frmSelectSurvey& selection = frmSelectSurvey::instance();
+    selection.Show();
+    blnSurveyPasted = true; // opens a questionnaire that exists without a question
+    selection.dtSDate()->setValue({2026, 3, 31});
+    selection.cmdBlankSurvey();
+    frmNewSurvey::instance().findChild<QTreeWidget*>()->expandAll();
+    const bool saved = save(MDIMain::instance(), u"frmNewSurvey"_s);
+    frmNewSurvey::unload();
+    frmSelectSurvey::unload();
+    return saved;
+}
+
+bool grabIndex() {
+    frmSatisfactionIndex& form = frmSatisfactionIndex::instance();
+    form.Show();
+    form.findChild<QListWidget*>(u"lstParameter"_s)->selectAll();
+    form.findChild<QAbstractButton*>(u"cmdView"_s)->click();
+    const bool saved = save(MDIMain::instance(), u"frmSatisfactionIndex-chart"_s);
+    frmSatisfactionIndex::unload();
     return saved;
 }
 
@@ -64,6 +93,8 @@ int main(int argc, char** argv) {
     saved = grabForm<frmSelectSurvey>(u"frmSelectSurvey"_s) && saved;
     saved = grabForm<frmFeedBackObj>(u"frmFeedBackObj"_s) && saved;
     saved = grabForm<frmSatisfactionIndex>(u"frmSatisfactionIndex"_s) && saved;
+    saved = grabEditor() && saved;
+    saved = grabIndex() && saved;
     MDIMain::destroy();
     return saved ? 0 : 1;
 }

@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The time from the start of the process to the main window on the screen, splash aside, beside that of an
+// empty window, alternating, each in a process of its own.
+#include "core/MDIMain.h"
+#include "core/gblGlobal.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <algorithm>
+#include <cstdio>
+#include <vector>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int repeats = 21;
+
+void waitFor(QWidget& window) {
+    window.show();
+    if (!QTest::qWaitForWindowExposed(&window))
+        std::exit(1);
+}
+
+int child(const QString& what) {
+    if (what == u"empty") {
+        QWidget window;
+        window.resize(1180, 660);
+        waitFor(window);
+        return 0;
+    }
+    setHomeDirectory(what);
+    if (!toCreateDSN(u"gwl"_s, strDatabasePath))
+        return 1;
+    toOpenConnection();
+    waitFor(MDIMain::instance());
+    MDIMain::destroy();
+    return cnnMain->State() == 1 ? 0 : 1;
+}
+
+double milliseconds(const QString& program, const QString& what) {
+    QElapsedTimer clock;
+    clock.start();
+    if (QProcess::execute(program, {what}) != 0)
+        std::exit(1);
+    return static_cast<double>(clock.nsecsElapsed()) / 1e6;
+}
+
+double median(std::vector<double> values) {
+    std::sort(values.begin(), values.end());
+    return values[values.size() / 2];
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    if (argc == 2)
+        return child(QApplication::arguments().at(1));
+    const QTemporaryDir home;
+    QFile::copy(QStringLiteral(GAUGEWELL_STORE), home.filePath(u"Tallywell.mdb"_s));
+    qputenv("XDG_CONFIG_HOME", home.filePath(u"config"_s).toUtf8());
+    std::vector<double> empty;
+    std::vector<double> program;
+    for (int i = 0; i < repeats; ++i) {
+        empty.push_back(milliseconds(QApplication::applicationFilePath(), u"empty"_s));
+        program.push_back(milliseconds(QApplication::applicationFilePath(), home.path()));
+    }
+    std::printf("empty window %6.1f ms   main window %6.1f ms   ratio %.2f (goal 1.5)\n", median(empty),
+                median(program), median(program) / median(empty));
+    return 0;
+}
