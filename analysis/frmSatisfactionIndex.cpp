@@ -19,9 +19,10 @@ constexpr int titleBar = 350;     // twips
 constexpr int roomForChart = 360; // pixels that keep the chart readable
 
 std::optional<std::int16_t> ratingOf(const ado::Field& field) {
-    if (field.IsNull())
+    const QVariant value = field.Value();
+    if (!value.isValid())
         return std::nullopt;
-    return static_cast<std::int16_t>(ado::toWhole(field.Value()));
+    return static_cast<std::int16_t>(ado::toWhole(value));
 }
 
 } // namespace
@@ -217,9 +218,11 @@ void frmSatisfactionIndex::toFillGroup(const QString& parameter, const QDate& su
     answers.Open(u"select * from scatterqry where parametername='"_s + parameter + u"' and custname='" +
                      customer() + u"' and surveydate =#" + toSqlDate(surveydate) + u"#",
                  *cnnMain);
+    const ado::Field weightage = answers["weightage"];
+    const ado::Field score = answers["score"];
     std::vector<RatedAnswer> group;
     for (; !answers.Eof(); answers.MoveNext())
-        group.push_back({ratingOf(answers["weightage"]), ratingOf(answers["score"])});
+        group.push_back({ratingOf(weightage), ratingOf(score)});
     if (group.empty())
         return;
 

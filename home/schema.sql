@@ -71,7 +71,8 @@ CREATE TABLE feedbackobjective (                 -- answers to Score questions; 
     score         SMALLINT DEFAULT 0,
     weightage     SMALLINT DEFAULT 0
 );
-CREATE INDEX feedbackobjective_answer ON feedbackobjective (respondentid, questionid, surveydate);
+CREATE INDEX feedbackobjective_answer                 -- with the ratings, so that an index needs no table look-ups
+    ON feedbackobjective (respondentid, questionid, surveydate, weightage, score);
 CREATE INDEX feedbackobjective_date ON feedbackobjective (respondentid, surveydate);
 CREATE INDEX feedbackobjective_survey ON feedbackobjective (surveyid, respondentid);
 
@@ -262,8 +263,17 @@ CROSS JOIN feedbackdescriptive ON feedbackdescriptive.respondentid = respondent.
 CROSS JOIN questions ON questions.questionid = feedbackdescriptive.questionid
 CROSS JOIN parameter ON parameter.paramid = questions.paramid;
 
+-- This one is asked for one parameter of one customer, so it goes by the parameter's questions and not by all
+-- answers of the date.
 CREATE VIEW scatterqry AS
-SELECT custname, parametername, surveydate, weightage, score FROM objquery;
+SELECT customer.custname, parameter.parametername, feedbackobjective.surveydate, feedbackobjective.weightage,
+       feedbackobjective.score
+FROM customer
+CROSS JOIN parameter
+CROSS JOIN respondent ON respondent.custid = customer.custid
+CROSS JOIN questions ON questions.paramid = parameter.paramid
+CROSS JOIN feedbackobjective ON feedbackobjective.respondentid = respondent.respondentid
+                            AND feedbackobjective.questionid = questions.questionid;
 
 CREATE VIEW scatter AS
 SELECT custname, parametername, surveydate AS sdate, weightage, score FROM objquery;

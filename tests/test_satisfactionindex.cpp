@@ -219,6 +219,24 @@ TEST_F(SatisfactionIndexTest, emptyStore) {
     EXPECT_FALSE(control<QPushButton>(form, "cmdPrint")->isEnabled());
 }
 
+/// However large the store: no statement that a fill repeats walks through a whole table.
+TEST_F(SatisfactionIndexTest, repeatedStatementsGoByIndexes) {
+    const QString date = u"#03/01/2024#"_s;
+    const QStringList statements{
+        u"select distinct(parametername),surveydate from scatterqry where parametername='Price' and "
+        u"surveydate "
+        "between "_s +
+            date + u" and " + date + u" and custname='Acme'",
+        u"select * from scatterqry where parametername='Price' and custname='Acme' and surveydate ="_s + date,
+        u"select * from linetable where parameter='Price' and sindex <> 0 order by sdate asc"_s,
+        u"select * from surveydateorder where sdate="_s + date};
+    for (const QString& sql : statements) {
+        const QStringList plan = rows(u"explain query plan "_s + sql);
+        EXPECT_FALSE(plan.isEmpty());
+        EXPECT_EQ(plan.filter(u"SCAN"_s), QStringList()) << sql.toStdString();
+    }
+}
+
 /// An overflow ends the fill without a word; the groups before it stay, and the chart shows them.
 TEST_F(SatisfactionIndexTest, overflowIsSilentAndKeepsWhatWasWritten) {
     addAcme();

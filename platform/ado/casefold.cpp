@@ -38,6 +38,12 @@ char32_t folded(char32_t value) {
     return QChar::toCaseFolded(value);
 }
 
+/// Whether one of the bytes stands within a character.
+bool isContinuation(char a, char b) {
+    return (static_cast<unsigned char>(a) & 0xC0U) == 0x80U ||
+           (static_cast<unsigned char>(b) & 0xC0U) == 0x80U;
+}
+
 std::string_view textOf(sqlite3_value* value) {
     const auto* bytes = reinterpret_cast<const char*>(sqlite3_value_text(value));
     return bytes ? std::string_view(bytes, static_cast<std::size_t>(sqlite3_value_bytes(value)))
@@ -67,7 +73,11 @@ void like(sqlite3_context* context, int, sqlite3_value** arguments) {
 
 int compareFolded(std::string_view a, std::string_view b) {
     std::size_t i = 0;
-    std::size_t j = 0;
+    while (i < a.size() && i < b.size() && a[i] == b[i])
+        ++i;
+    while (i > 0 && i < a.size() && i < b.size() && isContinuation(a[i], b[i]))
+        --i; // back to the start of the character in which they differ
+    std::size_t j = i;
     while (i < a.size() && j < b.size()) {
         const char32_t x = folded(next(a, i));
         const char32_t y = folded(next(b, j));

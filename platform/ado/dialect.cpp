@@ -5,6 +5,7 @@
 
 #include <QDate>
 
+#include <array>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -112,9 +113,24 @@ std::vector<Token> statementTokens(QStringView text) {
     return tokens;
 }
 
+/// The date of M/d/yyyy, with or without leading zeros.
+QDate americanDate(QStringView text) {
+    const QList<QStringView> parts = text.split(u'/');
+    if (parts.size() != 3 || parts[0].size() > 2 || parts[1].size() > 2 || parts[2].size() != 4)
+        return {};
+    std::array<int, 3> numbers{};
+    for (std::size_t i = 0; i < 3; ++i) {
+        for (const QChar c : parts[static_cast<qsizetype>(i)]) {
+            if (c < u'0' || c > u'9')
+                return {};
+            numbers[i] = numbers[i] * 10 + c.unicode() - u'0';
+        }
+    }
+    return {numbers[2], numbers[0], numbers[1]};
+}
+
 QString isoDate(QStringView literal) {
-    const QString inner = literal.sliced(1, literal.size() - 2).trimmed().toString();
-    const QDate date = QDate::fromString(inner, u"M/d/yyyy"_s);
+    const QDate date = americanDate(literal.sliced(1, literal.size() - 2).trimmed());
     if (!date.isValid())
         refuse(number::syntax, u"Syntax error in date in query expression '" + literal + u"'.");
     return date.toString(Qt::ISODate);

@@ -45,7 +45,7 @@ void Recordset::Open(const QString& sql, Connection& connection, Lock lock) {
         opened->fail({number::notWritable, u"A recordset takes a select only."_s});
     for (int i = table.isEmpty() ? 0 : 1; i < count; ++i) {
         columns.push_back({QString::fromUtf8(sqlite3_column_name(source.get(), i)),
-                           columnType(QString::fromUtf8(sqlite3_column_decltype(source.get(), i)))});
+                           columnType(sqlite3_column_decltype(source.get(), i))});
     }
     session = opened;
     exhausted = false;

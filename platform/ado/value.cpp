@@ -3,8 +3,11 @@
 
 #include "platform/ado/error.h"
 
+#include <array>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
+#include <string_view>
 
 using namespace Qt::StringLiterals;
 
@@ -49,23 +52,41 @@ bool toYesNo(const QVariant& value) {
 
 } // namespace
 
-ColumnType columnType(const QString& declared) {
-    const QString name = declared.section(u'(', 0, 0).trimmed().toUpper();
-    if (name == u"TEXT")
-        return ColumnType::Text;
-    if (name == u"INTEGER")
-        return ColumnType::Integer;
-    if (name == u"SMALLINT")
-        return ColumnType::SmallInt;
-    if (name == u"SINGLE")
-        return ColumnType::Single;
-    if (name == u"DOUBLE" || name == u"DECIMAL")
-        return ColumnType::Double;
-    if (name == u"DATE")
-        return ColumnType::Date;
-    if (name == u"YESNO")
-        return ColumnType::YesNo;
+ColumnType columnType(const char* declared) {
+    static constexpr std::array<std::pair<const char*, ColumnType>, 8> words{
+        {{"TEXT", ColumnType::Text},
+         {"INTEGER", ColumnType::Integer},
+         {"SMALLINT", ColumnType::SmallInt},
+         {"SINGLE", ColumnType::Single},
+         {"DOUBLE", ColumnType::Double},
+         {"DECIMAL", ColumnType::Double},
+         {"DATE", ColumnType::Date},
+         {"YESNO", ColumnType::YesNo}}};
+    const std::string_view whole = declared ? declared : "";
+    const std::string_view name = whole.substr(0, whole.find_first_of("( "));
+    for (const auto& [word, type] : words) {
+        if (name.size() == std::strlen(word) && qstrnicmp(name.data(), word, name.size()) == 0)
+            return type;
+    }
     return ColumnType::Undeclared;
+}
+
+QDate fromIso(QStringView text) {
+    const auto digits = [text](qsizetype from, qsizetype count) {
+        int value = 0;
+        for (const QChar c : text.sliced(from, count)) {
+            if (c < u'0' || c > u'9')
+                return -1;
+            value = value * 10 + c.unicode() - u'0';
+        }
+        return value;
+    };
+    if (text.size() != 10 || text[4] != u'-' || text[7] != u'-')
+        return {};
+    const int year = digits(0, 4);
+    const int month = digits(5, 2);
+    const int day = digits(8, 2);
+    return year > 0 ? QDate(year, month, day) : QDate();
 }
 
 QString toText(const QVariant& value) {
@@ -99,13 +120,13 @@ QVariant fromStore(ColumnType type, const QVariant& stored) {
     case ColumnType::YesNo:
         return stored.toDouble() != 0;
     case ColumnType::Date:
-        return QDate::fromString(stored.toString(), Qt::ISODate);
+        return fromIso(stored.toString());
     case ColumnType::Single:
         return stored.toFloat();
     case ColumnType::Double:
         return stored.toDouble();
     case ColumnType::Text:
-        return stored.toString();
+        return stored.typeId() == QMetaType::QString ? stored : QVariant(stored.toString());
     default:
         return stored;
     }

@@ -11,7 +11,8 @@ namespace ado {
 /// DECIMAL, DATE, YESNO. An expression has no declared type; its values stay what the store makes of them.
 enum class ColumnType { Undeclared, Text, Integer, SmallInt, Single, Double, Date, YesNo };
 
-ColumnType columnType(const QString& declared);
+/// The declared type as the schema writes it, with or without lengths; null and unknown words are Undeclared.
+ColumnType columnType(const char* declared);
 
 /// A Null field.
 inline const QVariant Null{};
@@ -27,6 +28,9 @@ QString toText(const QVariant& value);
 /// even. Throws Failure number::typeMismatch ("Type mismatch") for what is no number, number::overflow
 /// ("Overflow") for what does not fit.
 qlonglong toWhole(const QVariant& value, qlonglong smallest = INT16_MIN, qlonglong largest = INT16_MAX);
+
+/// The date of an ISO text yyyy-mm-dd; invalid for any other text.
+QDate fromIso(QStringView text);
 
 /// Rounds to a whole number, to nearest with ties to even.
 double roundHalfEven(double value);
