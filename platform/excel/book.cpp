@@ -91,6 +91,8 @@ void Book::readSheets() {
         sheets_.push_back({shortText(record.body, 6), substream, worksheet, nullptr});
         unclaimed.erase(place);
     }
+    if (sheets_.empty())
+        damaged(u"it has no sheet"_s);
 }
 
 int Book::findSheet(QStringView name) const {

@@ -18,6 +18,8 @@ public:
 
     // Position of the sheet of that name (in any case), or -1.
     int findSheet(QStringView name) const;
+    int sheetCount() const { return int(sheets_.size()); }
+    bool isWorksheet(int sheet) const { return sheets_[size_t(sheet)].worksheet; }
     QString sheetName(int sheet) const { return sheets_[size_t(sheet)].name; }
     // A worksheet's records taken apart, at the first call; Refusal for a chart, a macro sheet or a damaged
     // one.

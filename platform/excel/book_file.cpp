@@ -140,7 +140,9 @@ void BookFile::save(const QString& path) {
         refuse(path, refusal.reason());
     }
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
+    // A full disk shows at flush() only; commit() alone would put a cut-off file in the old one's place.
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush() ||
+        !file.commit())
         refuse(path, u"could not be saved, what was there before is unchanged: %1"_s.arg(file.errorString()));
     path_ = path;
     noteDiskState();

@@ -42,6 +42,15 @@ bool CellFormat::wrapped() const {
     return get8(bytes_, 6) & wrapBit;
 }
 
+bool CellFormat::looksLike(const CellFormat& other) const {
+    const auto look = [](QByteArray bytes) {
+        put16(bytes, 4, get16(bytes, 4) & 0x000B); // lock, hidden formula, prefix
+        put8(bytes, 9, 0);
+        return bytes;
+    };
+    return look(bytes_) == look(other.bytes_);
+}
+
 void CellFormat::markUsed(quint8 group) {
     put8(bytes_, 9, get8(bytes_, 9) | group);
 }

@@ -114,16 +114,12 @@ quint16 Editor::plainFormat() {
     return formats.intern(formats.clone(formats.defaultIndex()));
 }
 
-bool Editor::looksOtherThan(quint16 format, quint16 plain) const {
-    const Formats& formats = book_.formats();
-    return format != formats.defaultIndex() && format != plain &&
-           formats.cellFormat(format).bytes() != formats.cellFormat(plain).bytes();
-}
-
 void Editor::clear(const Area& area) {
     refuseIfProtected(area.first);
     const quint16 plain = plainFormat();
-    sheet_.clear(area, plain, [&](quint16 format) { return looksOtherThan(format, plain); });
+    sheet_.clear(area, plain, [&formats = std::as_const(book_.formats()), plain](quint16 format) {
+        return !formats.cellFormat(format).looksLike(formats.cellFormat(plain));
+    });
     book_.valuesChanged();
 }
 

@@ -26,7 +26,6 @@ public:
 private:
     quint16 formatIndex(Place place) const;
     quint16 plainFormat();
-    bool looksOtherThan(quint16 format, quint16 plain) const;
     void setFormat(Place place, quint16 format);
     void refuseIfProtected(Place place) const;
     quint16 formatForDate(quint16 format, QTime time);

@@ -24,6 +24,8 @@ public:
     quint16 numberFormat() const;
     bool locked() const;
     bool wrapped() const;
+    // Equal in everything but the parent style and the marks of what differs from it.
+    bool looksLike(const CellFormat& other) const;
 
     void setFont(quint16 index);
     void setNumberFormat(quint16 id);
