@@ -230,6 +230,19 @@ TEST_F(ExcelFormat, ListsOnlyGrow) {
         Refusal);
 }
 
+// A table that counts fewer texts than it holds: new texts must not go behind the uncounted ones.
+TEST_F(ExcelFormat, TextsBehindTheTableAreNoTexts) {
+    Records globals{{id::Bof, {}},
+                    {id::SharedStrings, QByteArray::fromHex("01000000 01000000 0100 00 61 0100 00 62")},
+                    {id::Continue, QByteArray::fromHex("0100 00 63")},
+                    {id::Eof, {}}};
+    SharedStrings strings(globals);
+    EXPECT_EQ(strings.intern(u"new"_s), 1U);
+    strings.writeInto(globals);
+    ASSERT_EQ(globals.size(), 3U);
+    EXPECT_EQ(SharedStrings(globals).text(1), u"new"_s);
+}
+
 // Theme colours of all cells get lost when the checksum over the formats is wrong.
 TEST_F(ExcelFormat, ChecksumOfFormatsFollows) {
     Records globals{{id::Bof, {}},

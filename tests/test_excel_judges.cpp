@@ -85,6 +85,42 @@ protected:
     }
 };
 
+// Every cell of the examples reads here as it reads there.
+TEST_F(ExcelJudges, XlrdReadsTheSame) {
+    for (const QString& sample : sampleNames) {
+        SCOPED_TRACE(qPrintable(sample));
+        const Worksheet sheet =
+            application_.Workbooks().Open(samplePath(sample)).Worksheets(firstSheet(sample));
+        const QJsonObject cells = seenByXlrd(samplePath(sample))[u"cells"].toObject();
+        ASSERT_GE(cells.size(), 10);
+        for (auto at = cells.begin(); at != cells.end(); ++at) {
+            SCOPED_TRACE(qPrintable(at.key()));
+            const QJsonObject cell = at.value().toObject();
+            const QJsonValue theirs = cell[u"value"];
+            const excel::Value ours = sheet.Range(at.key()).Value();
+            switch (cell[u"type"].toInt()) {
+            case 2:
+                EXPECT_EQ(ours.number(), theirs.toDouble());
+                break;
+            case 3:
+                EXPECT_EQ(ours.date().toString(Qt::ISODate) + ours.time().toString(u" hh:mm:ss"_s),
+                          theirs.toString());
+                break;
+            case 4:
+                EXPECT_EQ(ours.truth(), theirs.toInt() == 1);
+                break;
+            case 5:
+                EXPECT_TRUE(ours == excel::Value::error(quint8(theirs.toInt())));
+                break;
+            default: // texts and blanks
+                EXPECT_EQ(ours.text(), theirs.toString());
+            }
+            EXPECT_EQ(sheet.Range(at.key()).Locked(), cell[u"locked"].toBool());
+            EXPECT_EQ(sheet.Range(at.key()).WrapText(), cell[u"wrapped"].toBool());
+        }
+    }
+}
+
 TEST_F(ExcelJudges, XlrdSeesValuesLocksWrapsBordersAndProtection) {
     for (const QString& sample : sampleNames) {
         SCOPED_TRACE(qPrintable(sample));

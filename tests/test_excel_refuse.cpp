@@ -155,7 +155,7 @@ TEST_F(ExcelRefuse, MutationsAreRefusedOrReadable) {
     QRandomGenerator random(20240229);
     int readable = 0;
     int refused = 0;
-    for (int round = 0; round < 4000; ++round) {
+    for (int round = 0; round < 2500; ++round) {
         QByteArray content = sample(round % int(sampleNames.size()));
         if (round % 5 == 0)
             content.truncate(random.bounded(int(content.size())));
@@ -168,6 +168,6 @@ TEST_F(ExcelRefuse, MutationsAreRefusedOrReadable) {
         ++(saved.isEmpty() ? refused : readable);
         ASSERT_TRUE(saved.isEmpty() || !exerciseWorkbook(saved).isEmpty()) << "round " << round;
     }
-    EXPECT_GT(readable, 500);
-    EXPECT_GT(refused, 500);
+    EXPECT_GT(readable, 300);
+    EXPECT_GT(refused, 300);
 }

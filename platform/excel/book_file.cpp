@@ -44,7 +44,7 @@ QByteArray readWhole(const QString& path) {
         refuse(path, u"cannot be opened: %1"_s.arg(file.errorString()));
     if (file.size() > CompoundFile::maxFileSize)
         refuse(path, u"is larger than 64 MB"_s);
-    const QByteArray content = file.readAll();
+    QByteArray content = file.readAll();
     if (file.error() != QFileDevice::NoError)
         refuse(path, u"cannot be read: %1"_s.arg(file.errorString()));
     return content;

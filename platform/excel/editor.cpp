@@ -30,7 +30,7 @@ Value Editor::value(Place place) const {
     const Cell* cell = sheet_.cells.find(place);
     if (!cell)
         return {};
-    const Value value = cellValue(*cell, book_.strings());
+    Value value = cellValue(*cell, book_.strings());
     if (value.number() && book_.formats().isDate(format(place).numberFormat()))
         return fromSerial(*value.number(), book_.from1904());
     return value;

@@ -35,6 +35,8 @@ SharedStrings::SharedStrings(const Records& globals) {
         if (plain && !plain_.contains(texts_.back()))
             plain_.insert(texts_.back(), i);
     }
+    lastChunk_ = reader.chunk();
+    lastEnd_ = reader.offset();
 }
 
 const QString& SharedStrings::text(quint32 index) const {
@@ -59,6 +61,9 @@ quint32 SharedStrings::intern(const QString& text) {
 void SharedStrings::append(const QString& text) {
     const bool wide = !isLatin1(text);
     const int width = wide ? 2 : 1;
+    // Bytes behind the last text that is counted belong to none.
+    chunks_.resize(lastChunk_ + 1);
+    chunks_.back().truncate(lastEnd_);
     // The count, the flags and the first character must stand in one record.
     if (chunks_.back().size() + 3 + width > maxRecordBody)
         chunks_.emplace_back();
@@ -75,6 +80,8 @@ void SharedStrings::append(const QString& text) {
         appendCharacters(chunks_.back(), rest.first(fit), wide);
         rest = rest.sliced(fit);
     }
+    lastChunk_ = chunks_.size() - 1;
+    lastEnd_ = chunks_.back().size();
 }
 
 void SharedStrings::writeInto(Records& globals) const {

@@ -26,6 +26,8 @@ public:
 private:
     void append(const QString& text);
     std::vector<QByteArray> chunks_;
+    size_t lastChunk_ = 0; // where the last text ends
+    qsizetype lastEnd_ = 8;
     std::vector<QString> texts_;
     QHash<QString, quint32> plain_;
 };

@@ -128,7 +128,7 @@ QString ChunkReader::richText(bool* plain) {
         damaged(u"a text is longer than a cell can hold"_s);
     const quint64 runs = flags & richFlag ? u16() : 0;
     const quint64 phonetic = flags & phoneticFlag ? u32() : 0;
-    const QString text = characters(count, flags);
+    QString text = characters(count, flags);
     skip(4 * runs + phonetic);
     if (plain)
         *plain = (flags & (richFlag | phoneticFlag)) == 0;

@@ -27,6 +27,8 @@ public:
     quint16 u16();
     quint32 u32();
     void skip(quint64 count);
+    size_t chunk() const { return chunk_; } // where the next byte is read
+    qsizetype offset() const { return at_; }
     // Characters after a flags byte; at the edge of a chunk a new flags byte is taken.
     QString characters(int count, quint8 flags);
     // A text with a count of two bytes and, after it, whatever its flags announce: runs of fonts and

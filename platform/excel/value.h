@@ -18,6 +18,7 @@ public:
     Value(const QString& text); // an empty text is a blank
     Value(double number) : content_(number) {}
     Value(int number) : content_(double(number)) {}
+    Value(bool) = delete; // boolean() says what is meant
     Value(QDate date, QTime time = QTime(0, 0)) : content_(Moment{date, time}) {}
     static Value boolean(bool value);
     // An error value by its code in the file: 0x00 #NULL!, 0x07 #DIV/0!, 0x0F #VALUE!, 0x17 #REF!,
