@@ -111,6 +111,36 @@ TEST_F(ExcelFormat, LargeContainersComeBack) {
     }
 }
 
+// Macros and embedded workbooks lie in storages; a nested stream may be called Workbook too.
+TEST_F(ExcelFormat, StoragesAndWhatIsInThemStay) {
+    QByteArray content = fileContent(samplePath(u"t_xlwt.xls"_s));
+    const qsizetype directory = 512 * (1 + qsizetype(get32(content, 48)));
+    const auto entry = [&](int index, QStringView name, quint8 type, quint32 right, quint32 child) {
+        const qsizetype at = directory + 128 * index;
+        content.replace(at, 128, QByteArray(128, '\0'));
+        for (qsizetype i = 0; i < name.size(); ++i)
+            put16(content, at + 2 * i, name[i].unicode());
+        put16(content, at + 64, quint16(2 * name.size() + 2));
+        put8(content, at + 66, type);
+        put32(content, at + 68, container::noEntry);
+        put32(content, at + 72, right);
+        put32(content, at + 76, child);
+    };
+    put32(content, directory + 128 + 72, 2); // right of the workbook's entry
+    entry(2, u"MBD00012AB3", CompoundFile::Storage, container::noEntry, 3);
+    entry(3, u"Workbook", CompoundFile::Stream, container::noEntry, container::noEntry);
+    CompoundFile file = CompoundFile::parse(content);
+    EXPECT_EQ(file.findStream(u"Workbook"), 1);
+    file.setData(3, "embedded");
+    BookFile book(u"x.xls"_s, file.serialize());
+    book.book().sheet(0).unprotect();
+    const CompoundFile saved = CompoundFile::parse(book.content());
+    EXPECT_EQ(saved.data(3), "embedded");
+    EXPECT_EQ(saved.entries()[2].raw, file.entries()[2].raw);
+    put32(content, directory + 128 * 3 + 72, 2); // a loop
+    EXPECT_THROW(CompoundFile::parse(content), Refusal);
+}
+
 TEST_F(ExcelFormat, TextsAreReadAcrossRecords) {
     const struct {
         std::vector<const char*> chunks; // hex

@@ -44,7 +44,7 @@ int neededHeight(const Sheet& sheet, int row, const Formats& formats, const Shar
     const auto& cells = sheet.cells.cells();
     for (auto at = cells.lower_bound({row, 0}); at != cells.end() && at->first.row == row; ++at) {
         const auto& [place, cell] = *at;
-        if (isHidden(sheet, place.column) || sheet.isMerged(place))
+        if (isHidden(sheet, place.column))
             continue;
         const CellFormat format = formats.cellFormat(cell.format());
         const QByteArray font = formats.font(format.font());
@@ -52,7 +52,9 @@ int neededHeight(const Sheet& sheet, int row, const Formats& formats, const Shar
         if (format.wrapped())
             lines = wrappedLines(cellValue(cell, strings).text(),
                                  lineWidth(sheet, place.column, font, formats.font(0)));
-        height = std::max(height, lines * std::ceil(fontHeight(font) * lineSpacing));
+        const double needed = lines * std::ceil(fontHeight(font) * lineSpacing);
+        if (needed > height && !sheet.isMerged(place))
+            height = needed;
     }
     return int(std::min<double>(height, maxHeight));
 }

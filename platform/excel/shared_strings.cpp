@@ -92,9 +92,9 @@ void SharedStrings::writeInto(Records& globals) const {
     auto at = std::find_if(globals.begin(), globals.end() - 1,
                            [](const Record& r) { return r.id == id::BookExtension || r.id == id::Theme; });
     if (old >= 0) {
-        at = globals.erase(globals.begin() + old);
-        while (at->id == id::Continue)
-            at = globals.erase(at);
+        const auto first = globals.begin() + old;
+        at = globals.erase(first, std::find_if(first + 1, globals.end(),
+                                               [](const Record& r) { return r.id != id::Continue; }));
     }
     Records table;
     for (const QByteArray& chunk : chunks_)

@@ -79,6 +79,8 @@ void Sheet::writeColumns() {
 
 namespace {
 
+constexpr size_t maxMergedAreas = 100'000;
+
 Area mergedArea(const QByteArray& body, qsizetype index) {
     const qsizetype at = 2 + 8 * index;
     return {{get16(body, at), get16(body, at + 4)}, {get16(body, at + 2), get16(body, at + 6)}};
@@ -87,11 +89,16 @@ Area mergedArea(const QByteArray& body, qsizetype index) {
 } // namespace
 
 void Sheet::readMergedAreas() {
-    for (const Records* part : {&before_, &after_})
-        for (const Record& record : *part)
-            if (record.id == id::MergedCells)
-                for (int i = 0; i < get16(record.body, 0); ++i)
-                    merged_.push_back(mergedArea(record.body, i));
+    for (const Records* part : {&before_, &after_}) {
+        for (const Record& record : *part) {
+            if (record.id != id::MergedCells)
+                continue;
+            for (int i = 0; i < get16(record.body, 0); ++i)
+                merged_.push_back(mergedArea(record.body, i));
+            if (merged_.size() > maxMergedAreas)
+                damaged(u"a sheet has too many merged areas"_s);
+        }
+    }
 }
 
 bool Sheet::isMerged(Place place) const {
