@@ -23,7 +23,7 @@ const QString password = u"kvtwpa"_s;
 // Global records around one worksheet with these records between its Bof and Eof.
 QByteArray bookStream(const Records& globals, const Records& sheet) {
     const CompoundFile container = CompoundFile::parse(fileContent(samplePath(u"lo_native.xls"_s)));
-    const QByteArray sample = container.data(container.findStream(u"Workbook"));
+    const QByteArray& sample = container.data(container.findStream(u"Workbook"));
     QByteArray stream;
     qsizetype at = 0;
     quint32 boundSheet = 0;
@@ -228,8 +228,8 @@ TEST_F(ExcelEdit, SharedFormulasAreNotTornApart) {
 }
 
 TEST_F(ExcelEdit, DatesFollowTheWorkbooksCount) {
-    Book book(
-        bookStream({record(id::DateMode, "0100")}, {record(id::Number, "0000 0000 0f00 0000000000000000")}));
+    Book book(bookStream({record(id::DateMode, "0100"), record(id::RecalculationId, "c1010000 12345678")},
+                         {record(id::Number, "0000 0000 0f00 0000000000000000")}));
     Editor editor(book, 0);
     editor.setValue({1, 0}, QDate(2024, 2, 29));
     EXPECT_EQ(editor.value({1, 0}).date(), QDate(2024, 2, 29));
@@ -242,6 +242,8 @@ TEST_F(ExcelEdit, DatesFollowTheWorkbooksCount) {
         EXPECT_FALSE(refusalOf([&] { editor.setValue({1, 0}, number); }).isEmpty());
     EXPECT_FALSE(refusalOf([&] { editor.setValue({1, 0}, QString(32768, u'x')); }).isEmpty());
     EXPECT_EQ(editor.value({1, 0}).date(), QDate(2024, 2, 29));
+    // Formulas are to be computed anew where the file is opened.
+    EXPECT_TRUE(book.stream().contains(QByteArray::fromHex("c1010800 c1010000 00000000")));
     editor.setValue({1, 0}, u"two\r\nlines\rmore"_s);
     EXPECT_EQ(editor.value({1, 0}).text(), u"two\nlines\nmore"_s);
 }
@@ -258,6 +260,7 @@ TEST_F(ExcelEdit, RowsGrowWithWrappedText) {
     Book saved(book.stream());
     const auto height = [&](int row) { return excel::biff::get16(*saved.sheet(0).cells.findRow(row), 6); };
     EXPECT_EQ(height(0), saved.sheet(0).defaultRowHeight());
-    EXPECT_GE(height(1), 20 * height(0)); // a column holds one or two words
-    EXPECT_EQ(height(2), 300);            // set by hand
+    EXPECT_GE(height(1), 20 * height(0));                                  // a column holds one or two words
+    EXPECT_EQ(height(2), 300);                                             // set by hand
+    EXPECT_EQ(excel::biff::get16(*saved.sheet(0).cells.findRow(1), 4), 1); // the column behind the last cell
 }

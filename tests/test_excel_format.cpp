@@ -287,6 +287,10 @@ TEST_F(ExcelFormat, ChecksumOfFormatsFollows) {
     ASSERT_EQ(globals[4].id, id::XfCrc);
     EXPECT_EQ(get16(globals[4].body, 14), 2);
     EXPECT_EQ(get32(globals[4].body, 16), 0x3F99B798u);
+
+    // A format made from one with extended properties has none.
+    put32(globals[2].body, 14, 1U << 25);
+    EXPECT_EQ(get32(Formats(globals).clone(0).bytes(), 14), 0U);
 }
 
 TEST_F(ExcelFormat, WrappedLines) {
