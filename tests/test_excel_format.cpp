@@ -116,7 +116,7 @@ TEST_F(ExcelFormat, StoragesAndWhatIsInThemStay) {
     QByteArray content = fileContent(samplePath(u"t_xlwt.xls"_s));
     const qsizetype directory = 512 * (1 + qsizetype(get32(content, 48)));
     const auto entry = [&](int index, QStringView name, quint8 type, quint32 right, quint32 child) {
-        const qsizetype at = directory + 128 * index;
+        const qsizetype at = directory + qsizetype(128) * index;
         content.replace(at, 128, QByteArray(128, '\0'));
         for (qsizetype i = 0; i < name.size(); ++i)
             put16(content, at + 2 * i, name[i].unicode());
@@ -137,7 +137,7 @@ TEST_F(ExcelFormat, StoragesAndWhatIsInThemStay) {
     const CompoundFile saved = CompoundFile::parse(book.content());
     EXPECT_EQ(saved.data(3), "embedded");
     EXPECT_EQ(saved.entries()[2].raw, file.entries()[2].raw);
-    put32(content, directory + 128 * 3 + 72, 2); // a loop
+    put32(content, directory + 456, 2); // a loop
     EXPECT_THROW(CompoundFile::parse(content), Refusal);
 }
 
