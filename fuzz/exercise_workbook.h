@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/excel/book_file.h"
+#include "platform/excel/editor.h"
+#include "platform/excel/error.h"
+#include "platform/excel/refusal.h"
+
+// Uses content as a workbook in every way a program does and gives what saving it makes. Whatever is wrong
+// with the content must end in a refusal: that gives an empty result.
+inline QByteArray exerciseWorkbook(const QByteArray& content) {
+    using namespace excel::biff;
+    try {
+        BookFile file(QStringLiteral("mutant.xls"), content);
+        for (int i = 0; i < file.book().sheetCount(); ++i) {
+            if (!file.book().isWorksheet(i))
+                continue;
+            Editor editor(file.book(), i);
+            for (const auto& [place, cell] : file.book().sheet(i).cells.cells())
+                editor.value(place).text();
+            file.book().sheet(i).unprotect();
+            editor.clear({{13, 0}, {65535, 6}});
+            editor.clear({{3, 2}, {5, 2}});
+            editor.setValue({20, 1}, QStringLiteral("text \u20AC"));
+            editor.setValue({20, 2}, QDate(2024, 2, 29));
+            editor.changeFormat({20, 1}, [](CellFormat& format) { format.setWrapped(true); });
+            editor.setFontColour({20, 1}, 32);
+            editor.protect(QStringLiteral("kvtwpa"));
+        }
+        return file.content();
+    } catch (const excel::Error&) {
+    } catch (const Refusal&) {
+    }
+    return {};
+}

@@ -1,0 +1,209 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/excel/cell_table.h"
+
+#include "platform/excel/bytes.h"
+#include "platform/excel/refusal.h"
+
+#include <algorithm>
+#include <set>
+
+using namespace Qt::StringLiterals;
+
+namespace excel::biff {
+
+namespace {
+
+constexpr qsizetype rowSize = 16;
+constexpr int rowsPerBlock = 32;
+
+bool isFollower(quint16 id) {
+    return id == id::String || id == id::SharedFormula || id == id::Array || id == id::Table ||
+           id == id::Continue;
+}
+
+bool isRun(quint16 id) {
+    return id == id::MultiRk || id == id::MultiBlank;
+}
+
+// The bytes a cell's record has at least.
+qsizetype leastSize(quint16 id) {
+    switch (id) {
+    case id::Blank:
+        return 6;
+    case id::Number:
+        return 14;
+    case id::Rk:
+    case id::LabelSst:
+        return 10;
+    case id::BoolError:
+        return 8;
+    case id::Label:
+    case id::RichString:
+        return 9;
+    case id::Formula:
+        return 22;
+    default:
+        return 0;
+    }
+}
+
+Place placeOf(const QByteArray& body) {
+    const Place place{get16(body, 0), get16(body, 2)};
+    if (place.column >= maxColumns)
+        damaged(u"a cell lies beyond the last column"_s);
+    return place;
+}
+
+// Where the formula stands whose shared, array or table definition this formula uses; {-1, -1} for none.
+Place definitionOf(const Cell& cell) {
+    constexpr qsizetype tokens = 22;
+    if (cell.record.id != id::Formula || cell.record.body.size() < tokens + 5)
+        return {-1, -1};
+    const quint8 token = get8(cell.record.body, tokens);
+    if (token != 1 && token != 2)
+        return {-1, -1};
+    return {get16(cell.record.body, tokens + 1), get16(cell.record.body, tokens + 3)};
+}
+
+} // namespace
+
+quint16 Cell::format() const {
+    return get16(record.body, 4);
+}
+void Cell::setFormat(quint16 index) {
+    put16(record.body, 4, index);
+}
+
+bool CellTable::holds(quint16 recordId) {
+    return recordId == id::Row || leastSize(recordId) > 0 || isRun(recordId) ||
+           (isFollower(recordId) && recordId != id::Continue);
+}
+
+void CellTable::take(const Record& record) {
+    if (record.id == id::Row) {
+        latest_ = {-1, -1};
+        rows_[get16(record.body, 0)] = slice(record.body, 0, rowSize).toByteArray();
+    } else if (isFollower(record.id)) {
+        const auto owner = cells_.find(latest_);
+        if (owner == cells_.end())
+            damaged(u"a formula's result stands without its formula"_s);
+        owner->second.followers.push_back(record);
+    } else if (isRun(record.id)) {
+        takeRun(record);
+    } else {
+        slice(record.body, 0, leastSize(record.id));
+        latest_ = placeOf(record.body);
+        insert(latest_, {record, {}});
+    }
+}
+
+void CellTable::takeRun(const Record& record) {
+    const qsizetype width = record.id == id::MultiRk ? 6 : 2;
+    const Place first = placeOf(record.body);
+    const int last = get16(record.body, record.body.size() - 2);
+    const int count = last - first.column + 1;
+    if (count < 1 || last >= maxColumns || record.body.size() != 6 + count * width)
+        damaged(u"a run of cells is broken"_s);
+    for (int i = 0; i < count; ++i) {
+        Cell cell{{record.id == id::MultiRk ? id::Rk : id::Blank, {}}, {}};
+        append16(cell.record.body, quint16(first.row));
+        append16(cell.record.body, quint16(first.column + i));
+        cell.record.body.append(slice(record.body, 4 + i * width, width));
+        insert({first.row, first.column + i}, cell);
+    }
+    latest_ = {-1, -1};
+}
+
+void CellTable::insert(Place place, Cell cell) {
+    cells_.insert_or_assign(place, std::move(cell));
+    if (cells_.size() > maxCells)
+        throw Refusal(u"has more than two million cells"_s);
+}
+
+const Cell* CellTable::find(Place place) const {
+    const auto at = cells_.find(place);
+    return at == cells_.end() ? nullptr : &at->second;
+}
+
+Cell* CellTable::find(Place place) {
+    return const_cast<Cell*>(std::as_const(*this).find(place));
+}
+
+void CellTable::put(Place place, Cell cell) {
+    refuseLossOfShared({place, place});
+    insert(place, std::move(cell));
+}
+
+void CellTable::erase(const Area& area) {
+    refuseLossOfShared(area);
+    for (auto at = cells_.lower_bound(area.first); at != cells_.end() && at->first.row <= area.last.row;)
+        at = area.contains(at->first) ? cells_.erase(at) : std::next(at);
+}
+
+void CellTable::refuseLossOfShared(const Area& lost) const {
+    const auto defines = [](const Record& r) {
+        return r.id == id::SharedFormula || r.id == id::Array || r.id == id::Table;
+    };
+    std::set<Place> definitions;
+    for (auto at = cells_.lower_bound(lost.first); at != cells_.end() && at->first <= lost.last; ++at) {
+        const Records& followers = at->second.followers;
+        if (lost.contains(at->first) && std::any_of(followers.begin(), followers.end(), defines))
+            definitions.insert(at->first);
+    }
+    if (definitions.empty())
+        return;
+    for (const auto& [place, cell] : cells_)
+        if (!lost.contains(place) && definitions.contains(definitionOf(cell)))
+            throw Refusal(u"has in %1 a formula that cell %2 shares; it cannot be replaced"_s.arg(
+                definitionOf(cell).name(), place.name()));
+}
+
+QByteArray& CellTable::row(int row, quint16 height) {
+    QByteArray& body = rows_[row];
+    if (body.isEmpty()) {
+        body = QByteArray(rowSize, '\0');
+        put16(body, 0, quint16(row));
+        put16(body, row_field::height, height);
+        put16(body, row_field::flags, row_field::alwaysSet);
+        put16(body, row_field::format, 15);
+    }
+    return body;
+}
+
+const QByteArray* CellTable::findRow(int row) const {
+    const auto at = rows_.find(row);
+    return at == rows_.end() ? nullptr : &at->second;
+}
+
+Area CellTable::used() const {
+    Area area{{maxRows, maxColumns}, {-1, -1}};
+    for (const auto& [place, cell] : cells_) {
+        area.first = {std::min(area.first.row, place.row), std::min(area.first.column, place.column)};
+        area.last = {place.row, std::max(area.last.column, place.column)};
+    }
+    return area;
+}
+
+void CellTable::appendTo(Records& records, quint16 defaultHeight) {
+    for (auto& [number, body] : rows_)
+        put32(body, row_field::firstColumn, 0); // the end column with it
+    for (auto cell = cells_.begin(); cell != cells_.end();) {
+        const int number = cell->first.row;
+        QByteArray& body = row(number, defaultHeight);
+        put16(body, row_field::firstColumn, quint16(cell->first.column));
+        while (cell != cells_.end() && cell->first.row == number)
+            put16(body, row_field::endColumn, quint16((cell++)->first.column + 1));
+    }
+    auto cell = cells_.begin();
+    for (auto row = rows_.begin(); row != rows_.end();) {
+        const int blockEnd = (row->first / rowsPerBlock + 1) * rowsPerBlock;
+        for (; row != rows_.end() && row->first < blockEnd; ++row)
+            records.push_back({id::Row, row->second});
+        for (; cell != cells_.end() && cell->first.row < blockEnd; ++cell) {
+            records.push_back(cell->second.record);
+            records.insert(records.end(), cell->second.followers.begin(), cell->second.followers.end());
+        }
+    }
+}
+
+} // namespace excel::biff

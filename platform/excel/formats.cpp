@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/excel/formats.h"
+
+#include "platform/excel/bytes.h"
+#include "platform/excel/refusal.h"
+#include "platform/excel/serial_date.h"
+#include "platform/excel/text.h"
+
+#include <algorithm>
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+namespace excel::biff {
+
+namespace {
+
+constexpr qsizetype cellFormatSize = 20;
+constexpr quint16 missingFontIndex = 4; // no font has this index; the fifth font has index 5
+constexpr quint16 firstOwnNumberFormat = 164;
+
+quint32 checksum(const std::vector<QByteArray>& cellFormats) {
+    static const auto table = [] {
+        std::array<quint32, 256> entries{};
+        for (quint32 i = 0; i < 256; ++i) {
+            quint32 value = i << 24;
+            for (int bit = 0; bit < 8; ++bit)
+                value = value & 0x80000000 ? (value << 1) ^ 0xAF : value << 1;
+            entries[i] = value & 0xFFFF;
+        }
+        return entries;
+    }();
+    quint32 crc = 0;
+    for (const QByteArray& format : cellFormats)
+        for (const char byte : format)
+            crc = (crc << 8) ^ table[(crc >> 24) ^ quint8(byte)];
+    return crc;
+}
+
+} // namespace
+
+Formats::Formats(const Records& globals) {
+    for (const Record& record : globals) {
+        if (record.id == id::Font) {
+            get16(record.body, 14); // the fixed part must be there
+            fonts_.push_back(record.body);
+        } else if (record.id == id::Xf) {
+            cellFormats_.emplace_back(slice(record.body, 0, cellFormatSize).toByteArray());
+        } else if (record.id == id::Format) {
+            numberFormats_[get16(record.body, 0)] = longText(record.body, 2);
+        }
+    }
+    if (fonts_.empty() || cellFormats_.empty() || cellFormats_.size() > 0xFFFF)
+        damaged(u"the list of fonts or of cell formats is missing"_s);
+    readFonts_ = fonts_.size();
+    readCellFormats_ = cellFormats_.size();
+    default_ = quint16(std::min<size_t>(15, cellFormats_.size() - 1));
+    for (size_t i = cellFormats_.size(); i-- > 0;)
+        cellFormatIndex_[cellFormats_[i]] = quint16(i);
+}
+
+CellFormat Formats::cellFormat(quint16 index) const {
+    return CellFormat(cellFormats_[valid(index)]);
+}
+
+quint16 Formats::intern(const CellFormat& format) {
+    const auto known = cellFormatIndex_.constFind(format.bytes());
+    if (known != cellFormatIndex_.constEnd())
+        return *known;
+    if (cellFormats_.size() >= maxCellFormats)
+        throw Refusal(u"has too many different cell formats"_s);
+    cellFormats_.push_back(format.bytes());
+    const auto index = quint16(cellFormats_.size() - 1);
+    cellFormatIndex_[format.bytes()] = index;
+    return index;
+}
+
+QByteArray Formats::font(quint16 index) const {
+    const size_t position = index > missingFontIndex ? size_t(index) - 1 : index;
+    return fonts_[position < fonts_.size() ? position : 0];
+}
+
+quint16 Formats::fontInColour(quint16 index, quint16 colour) {
+    QByteArray wanted = font(index);
+    put16(wanted, 4, colour);
+    auto found = std::find(fonts_.begin(), fonts_.end(), wanted);
+    if (found == fonts_.end()) {
+        if (fonts_.size() >= maxFonts)
+            throw Refusal(u"has too many different fonts"_s);
+        found = fonts_.insert(fonts_.end(), wanted);
+    }
+    const auto position = quint16(found - fonts_.begin());
+    return position < missingFontIndex ? position : quint16(position + 1);
+}
+
+bool Formats::isDate(quint16 numberFormat) const {
+    const auto own = numberFormats_.find(numberFormat);
+    if (own != numberFormats_.end())
+        return isDateCode(own->second);
+    const auto within = [=](int first, int last) { return numberFormat >= first && numberFormat <= last; };
+    return within(14, 22) || within(27, 36) || within(45, 47) || within(50, 58);
+}
+
+quint16 Formats::numberFormat(const QString& code) {
+    for (const auto& [number, known] : numberFormats_)
+        if (known == code)
+            return number;
+    const quint16 last = numberFormats_.empty() ? 0 : numberFormats_.rbegin()->first;
+    if (last == 0xFFFF)
+        throw Refusal(u"has too many number formats"_s);
+    const quint16 number = std::max<quint16>(firstOwnNumberFormat, quint16(last + 1));
+    numberFormats_[number] = code;
+    QByteArray body;
+    append16(body, number);
+    newNumberFormats_.push_back({id::Format, body + longTextBytes(code)});
+    return number;
+}
+
+void Formats::writeInto(Records& globals) const {
+    const auto insertAfter = [&globals](int position, const Records& records) {
+        globals.insert(globals.begin() + position + 1, records.begin(), records.end());
+    };
+    const auto added = [](quint16 id, const std::vector<QByteArray>& bodies, size_t read) {
+        Records records;
+        for (size_t i = read; i < bodies.size(); ++i)
+            records.push_back({id, bodies[i]});
+        return records;
+    };
+    insertAfter(lastOf(globals, id::Xf), added(id::Xf, cellFormats_, readCellFormats_));
+    insertAfter(std::max(lastOf(globals, id::Format), lastOf(globals, id::Font)), newNumberFormats_);
+    insertAfter(lastOf(globals, id::Font), added(id::Font, fonts_, readFonts_));
+    refreshChecksum(globals);
+}
+
+// With a wrong checksum the extended properties (theme colours) of every cell are ignored by readers.
+void Formats::refreshChecksum(Records& globals) const {
+    const int at = lastOf(globals, id::XfCrc);
+    if (at < 0 || cellFormats_.size() == readCellFormats_)
+        return;
+    QByteArray& body = globals[size_t(at)].body;
+    put16(body, 14, quint16(cellFormats_.size()));
+    put32(body, 16, checksum(cellFormats_));
+}
+
+} // namespace excel::biff

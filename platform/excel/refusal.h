@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QString>
+#include <exception>
+
+namespace excel::biff {
+
+// Why a file's content cannot be worked with, as the end of a sentence that begins with the file's name
+// ("is damaged: ..."). The objects on top turn it into an excel::Error.
+class Refusal : public std::exception {
+public:
+    explicit Refusal(const QString& reason) : reason_(reason) {}
+    const QString& reason() const { return reason_; }
+    const char* what() const noexcept override { return "the workbook is refused"; }
+
+private:
+    QString reason_;
+};
+
+[[noreturn]] inline void damaged(const QString& detail) {
+    throw Refusal(QStringLiteral("is damaged: ") + detail);
+}
+
+} // namespace excel::biff

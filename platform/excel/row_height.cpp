@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/excel/row_height.h"
+
+#include "platform/excel/bytes.h"
+#include "platform/excel/cell_value.h"
+#include "platform/excel/formats.h"
+#include "platform/excel/shared_strings.h"
+#include "platform/excel/sheet.h"
+
+#include <algorithm>
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace excel::biff {
+
+namespace {
+
+constexpr int maxHeight = 8190;       // twips
+constexpr double lineSpacing = 1.275; // height of a line to that of its font
+constexpr int cellPadding = 182;      // 1/256 of a digit's width
+constexpr quint16 bold = 700;
+
+int fontHeight(const QByteArray& font) {
+    return get16(font, 0);
+} // twips
+
+// Digits of the cell's font that fit into a line of the cell.
+double lineWidth(const Sheet& sheet, int column, const QByteArray& font, const QByteArray& baseFont) {
+    const ColumnInfo* info = sheet.column(column);
+    const int width = info ? int(info->width()) : sheet.defaultColumnWidth();
+    const double scale = double(std::max(fontHeight(font), 1)) / std::max(fontHeight(baseFont), 1);
+    const double weight = get16(font, 6) >= bold ? 1.1 : 1.0;
+    return std::max(1.0, (width - cellPadding) / 256.0 / scale / weight);
+}
+
+bool isHidden(const Sheet& sheet, int column) {
+    const ColumnInfo* info = sheet.column(column);
+    return info && info->hidden();
+}
+
+int neededHeight(const Sheet& sheet, int row, const Formats& formats, const SharedStrings& strings) {
+    double height = sheet.defaultRowHeight();
+    const auto& cells = sheet.cells.cells();
+    for (auto at = cells.lower_bound({row, 0}); at != cells.end() && at->first.row == row; ++at) {
+        const auto& [place, cell] = *at;
+        if (isHidden(sheet, place.column))
+            continue;
+        const CellFormat format = formats.cellFormat(cell.format());
+        const QByteArray font = formats.font(format.font());
+        int lines = 1;
+        if (format.wrapped())
+            lines = wrappedLines(cellValue(cell, strings).text(),
+                                 lineWidth(sheet, place.column, font, formats.font(0)));
+        const double needed = lines * std::ceil(fontHeight(font) * lineSpacing);
+        if (needed > height && !sheet.isMerged(place))
+            height = needed;
+    }
+    return int(std::min<double>(height, maxHeight));
+}
+
+} // namespace
+
+int wrappedLines(const QString& text, double width) {
+    int lines = 0;
+    for (const QStringView paragraph : QStringView(text).split(u'\n')) {
+        double filled = 0;
+        ++lines;
+        for (const QStringView word : paragraph.split(u' ')) {
+            const double wide =
+                double(std::count_if(word.begin(), word.end(), [](QChar c) { return c >= u'\u2E80'; }));
+            const double length = double(word.size()) + wide;
+            const double joined = filled == 0 ? length : filled + 1 + length;
+            if (joined <= width) {
+                filled = joined;
+                continue;
+            }
+            lines += filled > 0;
+            const double broken = std::max(0.0, std::ceil(length / width) - 1);
+            lines += int(broken);
+            filled = length - broken * width;
+        }
+    }
+    return lines;
+}
+
+void fitRowHeights(Sheet& sheet, const Formats& formats, const SharedStrings& strings) {
+    for (const int row : sheet.touchedRows) {
+        const quint16 usual = sheet.defaultRowHeight();
+        QByteArray& body = sheet.cells.row(row, usual);
+        const quint16 flags = get16(body, row_field::flags);
+        if (!(flags & (row_field::customHeight | row_field::hidden)))
+            put16(body, row_field::height, quint16(neededHeight(sheet, row, formats, strings)));
+    }
+    sheet.touchedRows.clear();
+}
+
+} // namespace excel::biff

@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/excel/value.h"
+
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace excel {
+
+namespace {
+
+QString numberText(double number) {
+    if (number == 0)
+        return u"0"_s; // also for -0
+    if (std::abs(number) < 1e15 && std::trunc(number) == number)
+        return QString::number(qint64(number));
+    return QString::number(number, 'g', 15);
+}
+
+QString errorName(quint8 code) {
+    switch (code) {
+    case 0x00:
+        return u"#NULL!"_s;
+    case 0x07:
+        return u"#DIV/0!"_s;
+    case 0x0F:
+        return u"#VALUE!"_s;
+    case 0x17:
+        return u"#REF!"_s;
+    case 0x1D:
+        return u"#NAME?"_s;
+    case 0x24:
+        return u"#NUM!"_s;
+    default:
+        return u"#N/A"_s;
+    }
+}
+
+} // namespace
+
+Value::Value(const QString& text) {
+    if (!text.isEmpty())
+        content_ = text;
+}
+
+Value Value::boolean(bool value) {
+    Value result;
+    result.content_ = value;
+    return result;
+}
+
+Value Value::error(quint8 code) {
+    Value result;
+    result.content_ = ErrorCode{code};
+    return result;
+}
+
+QString Value::text() const {
+    switch (type()) {
+    case Type::Text:
+        return std::get<QString>(content_);
+    case Type::Number:
+        return numberText(std::get<double>(content_));
+    case Type::Date:
+        return date().toString(u"dd/MM/yyyy"_s) +
+               (time() == QTime(0, 0) ? QString() : time().toString(u" hh:mm:ss"_s));
+    case Type::Boolean:
+        return std::get<bool>(content_) ? u"TRUE"_s : u"FALSE"_s;
+    case Type::Error:
+        return errorName(std::get<ErrorCode>(content_).code);
+    case Type::Blank:
+        break;
+    }
+    return {};
+}
+
+std::optional<double> Value::number() const {
+    const double* number = std::get_if<double>(&content_);
+    return number ? std::optional(*number) : std::nullopt;
+}
+
+QDate Value::date() const {
+    const Moment* moment = std::get_if<Moment>(&content_);
+    return moment ? moment->date : QDate();
+}
+
+QTime Value::time() const {
+    const Moment* moment = std::get_if<Moment>(&content_);
+    return moment ? moment->time : QTime();
+}
+
+std::optional<bool> Value::truth() const {
+    const bool* truth = std::get_if<bool>(&content_);
+    return truth ? std::optional(*truth) : std::nullopt;
+}
+
+} // namespace excel

@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/excel/workbook.h"
+
+#include "platform/excel/application.h"
+#include "platform/excel/error.h"
+#include "platform/excel/open_workbook.h"
+
+using namespace Qt::StringLiterals;
+
+namespace excel {
+
+OpenWorkbook& checkedOpen(const std::shared_ptr<OpenWorkbook>& open) {
+    if (!open)
+        throw Error(u"No workbook is open."_s);
+    if (!open->file)
+        throw Error(u"The workbook \"%1\" is closed."_s.arg(open->name));
+    return *open;
+}
+
+OpenWorkbook& Workbook::open() const {
+    return checkedOpen(open_);
+}
+
+Worksheet Workbook::Worksheets(const QString& name) const {
+    biff::Book& book = open().file->book();
+    const int sheet = book.findSheet(name);
+    if (sheet < 0)
+        throw Error(u"The file \"%1\" has no sheet \"%2\"."_s.arg(open_->name, name));
+    try {
+        book.sheet(sheet);
+    } catch (const biff::Refusal& refusal) {
+        throw Error(u"The file \"%1\" %2."_s.arg(open_->name, refusal.reason()));
+    }
+    return Worksheet(biff::SheetHandle(open_, sheet));
+}
+
+QString Workbook::FullName() const {
+    return open().file->path();
+}
+
+excel::Application Workbook::Application() const {
+    return excel::Application(open().application);
+}
+
+void Workbook::Save() const {
+    SaveAs(FullName());
+}
+
+void Workbook::SaveAs(const QString& path) const {
+    OpenWorkbook& workbook = open();
+    workbook.file->save(path);
+    workbook.name = workbook.file->name();
+    workbook.changed = false;
+}
+
+void Workbook::Close(bool saveChanges) const {
+    if (!isOpen())
+        return;
+    if (saveChanges && open_->changed)
+        Save();
+    open_->file.reset();
+}
+
+bool Workbook::isOpen() const {
+    return open_ && open_->file;
+}
+
+} // namespace excel

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/excel/application.h"
+#include "platform/excel/error.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+// Example workbooks: t_xlwt.xls was made by xlwt (two sheets protected with "kvtwpa"), filled_by_lo.xls is
+// the same filled in and saved by LibreOffice, lo_native.xls was made in LibreOffice, gn.xls saved by
+// Gnumeric.
+inline const QStringList sampleNames{QStringLiteral("t_xlwt.xls"), QStringLiteral("filled_by_lo.xls"),
+                                     QStringLiteral("lo_native.xls"), QStringLiteral("gn.xls")};
+
+inline QString firstSheet(const QString& sample) {
+    return sample == sampleNames[2] ? QStringLiteral("Nat") : QStringLiteral("Form");
+}
+
+inline QString testsFolder() {
+    return QStringLiteral(GAUGEWELL_TESTS_FOLDER);
+}
+
+inline QString samplePath(const QString& name) {
+    return testsFolder() + QStringLiteral("/data/xls/") + name;
+}
+
+inline QByteArray fileContent(const QString& path) {
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(path);
+    return file.readAll();
+}
+
+inline void writeFile(const QString& path, const QByteArray& content) {
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << qPrintable(path);
+    ASSERT_EQ(file.write(content), content.size());
+}
+
+inline void PrintTo(const QString& text, std::ostream* out) {
+    *out << '"' << qPrintable(text) << '"';
+}
+
+// A folder of its own for each test, with copies of the examples.
+class ExcelFiles : public ::testing::Test {
+protected:
+    QString path(const QString& name) const { return folder_.filePath(name); }
+    QString copyOf(const QString& sample) const {
+        QFile::copy(samplePath(sample), path(sample));
+        return path(sample);
+    }
+    // The sentence of the Error that work throws; empty when it throws none.
+    template <typename Work> static QString errorOf(Work&& work) {
+        try {
+            work();
+        } catch (const excel::Error& error) {
+            return error.text();
+        }
+        return {};
+    }
+
+    QTemporaryDir folder_;
+    excel::Application application_;
+};

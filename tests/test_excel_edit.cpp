@@ -1,0 +1,266 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "tests/excel_files.h"
+
+#include "platform/excel/bytes.h"
+#include "platform/excel/compound_file.h"
+#include "platform/excel/editor.h"
+#include "platform/excel/refusal.h"
+
+using namespace Qt::StringLiterals;
+using excel::Value;
+using excel::biff::Book;
+using excel::biff::CompoundFile;
+using excel::biff::Editor;
+using excel::biff::Place;
+using excel::biff::Record;
+using excel::biff::Records;
+namespace id = excel::biff::id;
+
+namespace {
+
+const QString password = u"kvtwpa"_s;
+
+// Global records around one worksheet with these records between its Bof and Eof.
+QByteArray bookStream(const Records& globals, const Records& sheet) {
+    const CompoundFile container = CompoundFile::parse(fileContent(samplePath(u"lo_native.xls"_s)));
+    const QByteArray& sample = container.data(container.findStream(u"Workbook"));
+    QByteArray stream;
+    qsizetype at = 0;
+    quint32 boundSheet = 0;
+    for (bool done = false; !done;) {
+        Record record{excel::biff::get16(sample, at), {}};
+        record.body = sample.mid(at + 4, excel::biff::get16(sample, at + 2));
+        at += 4 + record.body.size();
+        done = record.id == id::Eof;
+        const bool replaced =
+            std::any_of(globals.begin(), globals.end(), [&](const Record& r) { return r.id == record.id; });
+        if (done)
+            for (const Record& own : globals)
+                excel::biff::appendRecord(stream, own);
+        if (record.id == id::BoundSheet && boundSheet != 0)
+            continue; // one sheet is enough
+        if (record.id == id::BoundSheet)
+            boundSheet = quint32(stream.size()) + 4;
+        if (!replaced)
+            excel::biff::appendRecord(stream, record);
+    }
+    excel::biff::put32(stream, boundSheet, quint32(stream.size()));
+    excel::biff::appendRecord(stream, {id::Bof, QByteArray::fromHex("00061000bb0dcc0700000000060000 00")});
+    for (const Record& record : sheet)
+        excel::biff::appendRecord(stream, record);
+    excel::biff::appendRecord(stream, {id::Eof, {}});
+    return stream;
+}
+
+Record record(quint16 recordId, const char* hex) {
+    return {recordId, QByteArray::fromHex(hex)};
+}
+
+QString refusalOf(const std::function<void()>& work) {
+    try {
+        work();
+    } catch (const excel::biff::Refusal& refusal) {
+        return refusal.reason();
+    }
+    return {};
+}
+
+} // namespace
+
+class ExcelEdit : public ExcelFiles {};
+
+TEST_F(ExcelEdit, ReadsWhatOtherProgramsWrote) {
+    const excel::Worksheet sheet =
+        application_.Workbooks().Open(samplePath(u"filled_by_lo.xls"_s)).Worksheets(u"Form"_s);
+    const struct {
+        int row, column;
+        Value value;
+    } cases[] = {
+        {3, 2, 1234.56}, {4, 2, QDate(2024, 2, 29)}, {12, 1, 7}, {12, 2, 0.1},
+        {12, 3, 14}, // the result of a formula
+        {60, 60, {}},
+    };
+    for (const auto& c : cases)
+        EXPECT_TRUE(sheet.Cells(c.row, c.column).Value() == c.value)
+            << c.row << ',' << c.column << ": " << qPrintable(sheet.Cells(c.row, c.column).Value().text());
+    EXPECT_TRUE(sheet.Range(u"B2"_s).Value().text().contains(u'\u20AC'));
+    EXPECT_TRUE(sheet.Range(u"b5"_s).Value().text().contains(u'\n'));
+    EXPECT_TRUE(sheet.IsProtected());
+    EXPECT_FALSE(sheet.Range(u"B2"_s).Locked());
+    EXPECT_TRUE(sheet.Range(u"A2"_s).Locked());
+}
+
+// Every example takes every kind of edit and gives it back from disk.
+TEST_F(ExcelEdit, EditsComeBackFromDisk) {
+    const QString longText = QString(9000, u'x') + QString(9000, u'\u4E2D');
+    const Value values[] = {u"plain"_s,
+                            u"\u20ACuro, \u4E2D, \U0001F600"_s,
+                            longText,
+                            -1234.5,
+                            42,
+                            Value(QDate(2024, 2, 29)),
+                            Value(QDate(2023, 12, 31), QTime(23, 59, 59)),
+                            Value::boolean(true),
+                            u"12"_s,
+                            Value()};
+    for (const QString& name : sampleNames) {
+        SCOPED_TRACE(qPrintable(name));
+        excel::Workbook book = application_.Workbooks().Open(copyOf(name));
+        excel::Worksheet sheet = book.Worksheets(firstSheet(name));
+        sheet.Unprotect(password);
+        int row = 200;
+        for (const Value& value : values)
+            sheet.Cells(row++, 2).setValue(value);
+        sheet.Range(u"C200:D201"_s).setLocked(false);
+        sheet.Cells(200, 3).setWrapText(true);
+        sheet.Cells(200, 3).Font().setColorIndex(25);
+        sheet.Cells(200, 3).BorderAround(excel::BorderWeight::Thin, 32);
+        sheet.Protect(password);
+        book.Close(true);
+        EXPECT_FALSE(book.isOpen());
+
+        sheet = application_.Workbooks().Open(path(name)).Worksheets(firstSheet(name));
+        row = 200;
+        for (const Value& value : values) {
+            EXPECT_TRUE(sheet.Cells(row, 2).Value() == value)
+                << row << qPrintable(sheet.Cells(row, 2).Value().text());
+            ++row;
+        }
+        EXPECT_TRUE(sheet.IsProtected());
+        EXPECT_FALSE(sheet.Cells(200, 3).Locked());
+        EXPECT_FALSE(sheet.Cells(201, 4).Locked());
+        EXPECT_TRUE(sheet.Cells(202, 4).Locked());
+        EXPECT_TRUE(sheet.Cells(200, 3).WrapText());
+        EXPECT_FALSE(sheet.Cells(201, 3).WrapText());
+        EXPECT_EQ(sheet.Cells(200, 3).Font().ColorIndex(), 25);
+    }
+}
+
+TEST_F(ExcelEdit, ProtectionIsKeptAndAsked) {
+    excel::Workbook book = application_.Workbooks().Open(copyOf(u"t_xlwt.xls"_s));
+    const excel::Worksheet sheet = book.Worksheets(u"Form"_s);
+    sheet.Range(u"B2"_s).setValue(u"an unlocked cell"_s);
+    for (const auto& work : std::vector<std::function<void()>>{
+             [&] { sheet.Range(u"A2"_s).setValue(1); },
+             [&] { sheet.Range(u"B2"_s).setLocked(true); },
+             [&] { sheet.Range(u"B2"_s).Clear(); },
+         })
+        EXPECT_TRUE(errorOf(work).contains(u"\"Form\" of the file \"t_xlwt.xls\" is protected"_s));
+    for (const QString& wrong : {u"wrong"_s, u"KVTWPA"_s, u""_s, u"caf\u00E9"_s})
+        EXPECT_FALSE(errorOf([&] { sheet.Unprotect(wrong); }).isEmpty()) << qPrintable(wrong);
+    EXPECT_TRUE(sheet.IsProtected());
+    sheet.Unprotect(password);
+    EXPECT_FALSE(sheet.IsProtected());
+    sheet.Range(u"A2"_s).setValue(1);
+    sheet.Protect(u"another"_s);
+    EXPECT_FALSE(errorOf([&] { sheet.Protect(password); }).isEmpty());
+    sheet.Unprotect(u"another"_s);
+    sheet.Protect({});
+    sheet.Unprotect(u"anything"_s);
+    EXPECT_FALSE(sheet.IsProtected());
+}
+
+TEST_F(ExcelEdit, HandlesOfClosedWorkbooksThrow) {
+    excel::Workbook book = application_.Workbooks().Open(copyOf(u"gn.xls"_s));
+    const excel::Range cell = book.Worksheets(u"Form"_s).Cells(1, 1);
+    EXPECT_EQ(application_.Workbooks().Count(), 1);
+    QStringList shown;
+    excel::Application::setFileShower([&](const QString& file) { shown << file; });
+    book.Application().setVisible(true);
+    excel::Application::setFileShower({});
+    EXPECT_EQ(shown, QStringList{path(u"gn.xls"_s)});
+    application_.Quit();
+    EXPECT_EQ(application_.Workbooks().Count(), 0);
+    EXPECT_EQ(errorOf([&] { cell.setValue(1); }), u"The workbook \"gn.xls\" is closed."_s);
+    EXPECT_FALSE(errorOf([&] { book.Save(); }).isEmpty());
+    EXPECT_FALSE(errorOf([] { excel::Workbook().Save(); }).isEmpty());
+}
+
+// Column C has its own format (locked is off), row 3 too; A4:B5 and A2:B3 are merged.
+TEST_F(ExcelEdit, ClearLeavesPlainCellsAndTheRowsAbove) {
+    const QByteArray stream =
+        bookStream({}, {record(id::ColumnInfo, "01000400 0009 1000 0000 0000"), record(0x0200, ""),
+                        record(id::Row, "0300 0000 0000 ff00 00000000 8001 1000"),
+                        record(id::Number, "0300 0200 0f00 000000000000f03f"),
+                        record(id::Number, "0000 0200 0f00 000000000000f03f"),
+                        record(id::MergedCells, "0200 0300 0400 0000 0100 0100 0200 0000 0100")});
+    Book book(stream);
+    {
+        Editor editor(book, 0);
+        editor.changeFormat({5, 5}, [](auto& format) { format.setLocked(false); });
+        editor.clear({{2, 0}, {65535, 2}});
+        EXPECT_TRUE(editor.value({3, 2}).isBlank());
+    }
+    Book again(book.stream());
+    Editor editor(again, 0);
+    const auto looks = [&](Place place) { return editor.format(place).bytes(); };
+    const QByteArray plain = again.formats().cellFormat(15).bytes();
+    const QByteArray column = again.formats().cellFormat(16).bytes();
+    ASSERT_NE(plain, column);
+    EXPECT_EQ(editor.value({0, 2}).text(), u"1"_s);
+    EXPECT_EQ(looks({1, 1}), column); // above the cleared area
+    EXPECT_EQ(looks({1, 2}), column);
+    EXPECT_EQ(looks({100, 2}), plain); // cleared
+    EXPECT_EQ(looks({3, 0}), plain);   // cleared, in the row with a format
+    EXPECT_EQ(looks({3, 3}), column);  // right of the cleared area
+    EXPECT_EQ(looks({100, 3}), column);
+    EXPECT_FALSE(again.sheet(0).isMerged({3, 0}));
+    EXPECT_TRUE(again.sheet(0).isMerged({2, 0})); // lies across the edge
+    EXPECT_LT(again.sheet(0).cells.cells().size(), 20U);
+}
+
+// A3 and A4 share the formula that stands with A3.
+TEST_F(ExcelEdit, SharedFormulasAreNotTornApart) {
+    const char* member = "0000 0f00 000000000000f03f 0800 00000000 0500 01 0200 0000";
+    Book book(bookStream({}, {record(id::Formula, (QByteArray("0200 ") + member).constData()),
+                              record(id::SharedFormula, "020003000000 0000 0300 1e0100"),
+                              record(id::Formula, (QByteArray("0300 ") + member).constData())}));
+    Editor editor(book, 0);
+    EXPECT_TRUE(refusalOf([&] { editor.setValue({2, 0}, 5); }).contains(u"A4"_s));
+    EXPECT_TRUE(refusalOf([&] { editor.clear({{0, 0}, {2, 0}}); }).contains(u"A3"_s));
+    EXPECT_EQ(editor.value({2, 0}).text(), u"1"_s);
+    editor.changeFormat({2, 0}, [](auto& format) { format.setLocked(false); });
+    Book kept(book.stream());
+    EXPECT_EQ(kept.sheet(0).cells.find({2, 0})->followers.size(), 1U);
+    editor.setValue({3, 0}, 5); // not the one with the formula
+    editor.setValue({2, 0}, 5); // and now nobody shares it
+    EXPECT_EQ(refusalOf([&] { editor.clear({{0, 0}, {9, 0}}); }), QString());
+}
+
+TEST_F(ExcelEdit, DatesFollowTheWorkbooksCount) {
+    Book book(bookStream({record(id::DateMode, "0100"), record(id::RecalculationId, "c1010000 12345678")},
+                         {record(id::Number, "0000 0000 0f00 0000000000000000")}));
+    Editor editor(book, 0);
+    editor.setValue({1, 0}, QDate(2024, 2, 29));
+    EXPECT_EQ(editor.value({1, 0}).date(), QDate(2024, 2, 29));
+    const QByteArray body = book.sheet(0).cells.find({1, 0})->record.body;
+    EXPECT_EQ(excel::biff::getDouble(body, 6), 45351 - 1462);
+    for (const QDate date : {QDate(1899, 12, 31), QDate(10000, 1, 1), QDate()})
+        EXPECT_FALSE(refusalOf([&] { editor.setValue({1, 0}, date); }).isEmpty());
+    for (const double number :
+         {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity()})
+        EXPECT_FALSE(refusalOf([&] { editor.setValue({1, 0}, number); }).isEmpty());
+    EXPECT_FALSE(refusalOf([&] { editor.setValue({1, 0}, QString(32768, u'x')); }).isEmpty());
+    EXPECT_EQ(editor.value({1, 0}).date(), QDate(2024, 2, 29));
+    // Formulas are to be computed anew where the file is opened.
+    EXPECT_TRUE(book.stream().contains(QByteArray::fromHex("c1010800 c1010000 00000000")));
+    editor.setValue({1, 0}, u"two\r\nlines\rmore"_s);
+    EXPECT_EQ(editor.value({1, 0}).text(), u"two\nlines\nmore"_s);
+}
+
+TEST_F(ExcelEdit, RowsGrowWithWrappedText) {
+    Book book(bookStream({}, {record(id::Row, "0200 0000 0000 2c01 00000000 4001 0f00")}));
+    Editor editor(book, 0);
+    const auto wrap = [](auto& format) { format.setWrapped(true); };
+    for (const int row : {0, 1, 2}) {
+        editor.setValue({row, 0}, QString(u"word "_s).repeated(40));
+        if (row > 0)
+            editor.changeFormat({row, 0}, wrap);
+    }
+    Book saved(book.stream());
+    const auto height = [&](int row) { return excel::biff::get16(*saved.sheet(0).cells.findRow(row), 6); };
+    EXPECT_EQ(height(0), saved.sheet(0).defaultRowHeight());
+    EXPECT_GE(height(1), 20 * height(0));                                  // a column holds one or two words
+    EXPECT_EQ(height(2), 300);                                             // set by hand
+    EXPECT_EQ(excel::biff::get16(*saved.sheet(0).cells.findRow(1), 4), 1); // the column behind the last cell
+}

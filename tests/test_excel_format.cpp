@@ -1,0 +1,307 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "tests/excel_files.h"
+
+#include "platform/excel/book_file.h"
+#include "platform/excel/bytes.h"
+#include "platform/excel/protection.h"
+#include "platform/excel/refusal.h"
+#include "platform/excel/row_height.h"
+#include "platform/excel/serial_date.h"
+#include "platform/excel/text.h"
+
+#include <QRandomGenerator>
+
+using namespace Qt::StringLiterals;
+using namespace excel::biff;
+using excel::Value;
+
+namespace {
+
+Records recordsOf(const QByteArray& stream) {
+    Records records;
+    for (qsizetype at = 0; at + 4 <= stream.size() && get16(stream, at) != 0;) {
+        records.push_back({get16(stream, at), stream.mid(at + 4, get16(stream, at + 2))});
+        at += 4 + records.back().body.size();
+    }
+    return records;
+}
+
+// A stream's records without offsets and indexes of offsets, as lines to compare.
+QStringList content(const QByteArray& stream) {
+    QStringList lines;
+    for (Record record : recordsOf(stream)) {
+        if (record.id == id::BoundSheet)
+            put32(record.body, 0, 0);
+        if (record.id != id::Index && record.id != id::DbCell && record.id != id::ExtendedSst)
+            lines << QString::number(record.id, 16) + u' ' + QString::fromLatin1(record.body.toHex());
+    }
+    return lines;
+}
+
+QByteArray workbookOf(const CompoundFile& file) {
+    return file.data(file.findStream(u"workbook"));
+}
+
+} // namespace
+
+class ExcelFormat : public ExcelFiles {};
+
+TEST_F(ExcelFormat, NothingIsLostBySaving) {
+    for (const QString& name : sampleNames) {
+        SCOPED_TRACE(qPrintable(name));
+        const QByteArray original = fileContent(samplePath(name));
+        const CompoundFile before = CompoundFile::parse(original);
+        const CompoundFile after = CompoundFile::parse(BookFile(name, original).content());
+        ASSERT_EQ(before.entries().size(), after.entries().size());
+        for (size_t i = 0; i < before.entries().size(); ++i) {
+            const auto& [oldEntry, oldData] = before.entries()[i];
+            const auto& [newEntry, newData] = after.entries()[i];
+            EXPECT_EQ(oldEntry.left(116), newEntry.left(116)); // all but the place and the size
+            EXPECT_TRUE(oldData == newData || before.entries()[i].name() == u"Workbook") << i;
+        }
+        EXPECT_EQ(content(workbookOf(before)), content(workbookOf(after)));
+    }
+}
+
+// The same for sheets that were taken apart and put together: cells in any order, everything else in its own.
+TEST_F(ExcelFormat, NothingIsLostByEditing) {
+    const auto sorted = [](QStringList lines) {
+        const auto rewritten = [](const QString& line) {
+            const QString number = line.section(u' ', 0, 0);
+            return QStringList{u"208"_s, u"200"_s, u"bd"_s, u"be"_s, u"27e"_s, u"201"_s, u"1c1"_s}.contains(
+                number);
+        };
+        lines.removeIf(rewritten);
+        lines.sort();
+        return lines;
+    };
+    for (const QString& name : sampleNames) {
+        SCOPED_TRACE(qPrintable(name));
+        BookFile file(name, fileContent(samplePath(name)));
+        const CompoundFile before = CompoundFile::parse(fileContent(samplePath(name)));
+        Sheet& sheet = file.book().sheet(0);
+        sheet.changed = true;
+        const QByteArray saved = file.content();
+        EXPECT_EQ(sorted(content(workbookOf(before))),
+                  sorted(content(workbookOf(CompoundFile::parse(saved)))));
+        BookFile again(name, saved);
+        const auto bodies = [](const Sheet& s) {
+            QStringList lines;
+            for (const auto& [place, cell] : s.cells.cells())
+                lines << place.name() + QString::fromLatin1(cell.record.body.toHex());
+            return lines;
+        };
+        EXPECT_EQ(bodies(sheet), bodies(again.book().sheet(0)));
+        EXPECT_EQ(file.content(), again.content());
+    }
+}
+
+// Large enough for the allocation table to need an allocation table of its own.
+TEST_F(ExcelFormat, LargeContainersComeBack) {
+    CompoundFile file = CompoundFile::parse(fileContent(samplePath(u"filled_by_lo.xls"_s)));
+    QRandomGenerator random(1);
+    const int stream = file.findStream(u"Workbook");
+    for (const int size : {0, 1, 64, 4095, 4096, 4097, 7'000'000, 17'000'000}) {
+        QByteArray data(size, Qt::Uninitialized);
+        std::generate(data.begin(), data.end(), [&] { return char(random.generate()); });
+        file.setData(stream, data);
+        const CompoundFile again = CompoundFile::parse(file.serialize());
+        for (size_t i = 0; i < file.entries().size(); ++i)
+            EXPECT_EQ(file.entries()[i].data, again.entries()[i].data) << size << ' ' << i;
+    }
+}
+
+// Macros and embedded workbooks lie in storages; a nested stream may be called Workbook too.
+TEST_F(ExcelFormat, StoragesAndWhatIsInThemStay) {
+    QByteArray content = fileContent(samplePath(u"t_xlwt.xls"_s));
+    const qsizetype directory = 512 * (1 + qsizetype(get32(content, 48)));
+    const auto entry = [&](int index, QStringView name, quint8 type, quint32 right, quint32 child) {
+        const qsizetype at = directory + qsizetype(128) * index;
+        content.replace(at, 128, QByteArray(128, '\0'));
+        for (qsizetype i = 0; i < name.size(); ++i)
+            put16(content, at + 2 * i, name[i].unicode());
+        put16(content, at + 64, quint16(2 * name.size() + 2));
+        put8(content, at + 66, type);
+        put32(content, at + 68, container::noEntry);
+        put32(content, at + 72, right);
+        put32(content, at + 76, child);
+    };
+    put32(content, directory + 128 + 72, 2); // right of the workbook's entry
+    entry(2, u"MBD00012AB3", CompoundFile::Storage, container::noEntry, 3);
+    entry(3, u"Workbook", CompoundFile::Stream, container::noEntry, container::noEntry);
+    CompoundFile file = CompoundFile::parse(content);
+    EXPECT_EQ(file.findStream(u"Workbook"), 1);
+    file.setData(3, "embedded");
+    BookFile book(u"x.xls"_s, file.serialize());
+    book.book().sheet(0).unprotect();
+    const CompoundFile saved = CompoundFile::parse(book.content());
+    EXPECT_EQ(saved.data(3), "embedded");
+    EXPECT_EQ(saved.entries()[2].raw, file.entries()[2].raw);
+    put32(content, directory + 456, 2); // a loop
+    EXPECT_THROW(CompoundFile::parse(content), Refusal);
+}
+
+TEST_F(ExcelFormat, TextsAreReadAcrossRecords) {
+    const struct {
+        std::vector<const char*> chunks; // hex
+        std::vector<QString> texts;
+    } cases[] = {
+        {{"0300 00 616263"}, {u"abc"_s}},
+        {{"0200 01 4100 AC20"}, {u"A\u20AC"_s}},
+        {{"0300 00 61", "00 6263"}, {u"abc"_s}},
+        {{"0300 00 61", "01 6200 AC20"}, {u"ab\u20AC"_s}},
+        {{"0300 01 6100", "00 6263 0100 00 64"}, {u"abc"_s, u"d"_s}},
+        {{"0300", "00 616263"}, {u"abc"_s}},
+        {{"0100 08 0100 61", "0000 0500", "0100 00 62"}, {u"a"_s, u"b"_s}},
+        {{"0100 0C 0100 02000000 61 00000500 AA", "BB 0100 00 62"}, {u"a"_s, u"b"_s}},
+        {{"0000 00 0100 00 62"}, {u""_s, u"b"_s}},
+    };
+    for (const auto& c : cases) {
+        std::vector<QByteArray> chunks;
+        for (const char* hex : c.chunks)
+            chunks.push_back(QByteArray::fromHex(hex));
+        ChunkReader reader(chunks);
+        for (const QString& text : c.texts)
+            EXPECT_EQ(reader.richText(), text) << c.chunks[0];
+    }
+    for (const char* hex : {"", "0300", "0300 00 6162", "0200 01 4100 AC", "0100 08 0100 61 0000", "0180 00"})
+        EXPECT_THROW(ChunkReader({QByteArray::fromHex(hex)}).richText(), Refusal) << hex;
+}
+
+TEST_F(ExcelFormat, SerialNumbersAndDates) {
+    const struct {
+        double serial;
+        bool from1904;
+        const char* text;
+    } cases[] = {
+        {1, false, "01/01/1900"},
+        {59, false, "28/02/1900"},
+        {60, false, "60"},
+        {61, false, "01/03/1900"},
+        {45351, false, "29/02/2024"},
+        {45351.5, false, "29/02/2024 12:00:00"},
+        {45351.999999, false, "01/03/2024"},
+        {0.5, false, "0.5"},
+        {-1, false, "-1"},
+        {2958465, false, "31/12/9999"},
+        {2958466, false, "2958466"},
+        {0, true, "01/01/1904"},
+        {43889, true, "29/02/2024"},
+        {1e300, false, "1e+300"},
+    };
+    for (const auto& c : cases) {
+        const Value value = fromSerial(c.serial, c.from1904);
+        EXPECT_EQ(value.text(), QString::fromLatin1(c.text));
+        if (value.date() >= QDate(1900, 3, 1)) {
+            EXPECT_NEAR(*toSerial(value.date(), value.time(), c.from1904), c.serial, 1e-5);
+        }
+    }
+}
+
+TEST_F(ExcelFormat, CodesThatShowDates) {
+    for (const char* code : {"dd/mm/yyyy", "yyyy\\-mm\\-dd\\ hh:mm", "[h]:mm", "[$-407]d. mmmm yyyy",
+                             "h AM/PM", "[Red]dd\"x\";0", "MM", "[ss]"})
+        EXPECT_TRUE(isDateCode(QString::fromLatin1(code))) << code;
+    for (const char* code : {"General", "0.00", "#,##0_);[Red](#,##0)", "\"day\" 0", "0\\d", "0;dd",
+                             "[$-409]0.0E+00", "@", "0_h", "", "[Magenta]0", "\"open"})
+        EXPECT_FALSE(isDateCode(QString::fromLatin1(code))) << code;
+}
+
+TEST_F(ExcelFormat, ValuesAsTexts) {
+    const std::pair<Value, const char*> cases[] = {
+        {Value(0.1 + 0.2), "0.3"},        {Value(-0.0), "0"},
+        {Value(1e14), "100000000000000"}, {Value(12), "12"},
+        {Value(1234.56), "1234.56"},      {Value(QString()), ""},
+        {Value::boolean(true), "TRUE"},   {Value::error(0x07), "#DIV/0!"},
+        {Value::error(0x2A), "#N/A"},     {Value(1.0 / 3), "0.333333333333333"},
+    };
+    for (const auto& [value, text] : cases)
+        EXPECT_EQ(value.text(), QString::fromLatin1(text));
+    EXPECT_TRUE(Value(QString()).isBlank());
+}
+
+TEST_F(ExcelFormat, PasswordHashes) {
+    const std::pair<const char*, quint16> cases[] = {
+        {"", 0},           {"a", 0xCE88}, {"test", 0xCBEB}, {"password", 0x83AF}, {"abcdefghij", 0xFEF1},
+        {"kvtwpa", 0xDDD3}};
+    for (const auto& [password, hash] : cases)
+        EXPECT_EQ(passwordHash(QString::fromLatin1(password)), hash) << password;
+    EXPECT_THROW(passwordHash(u"caf\u00E9"_s), Refusal);
+    EXPECT_THROW(passwordHash(QString(16, u'x')), Refusal);
+}
+
+TEST_F(ExcelFormat, ListsOnlyGrow) {
+    BookFile file(u"lo_native.xls"_s, fileContent(samplePath(u"lo_native.xls"_s)));
+    Formats& formats = file.book().formats();
+    CellFormat format = formats.clone(15);
+    EXPECT_EQ(formats.intern(format), 15); // nothing changed, nothing added
+    const quint16 red = formats.fontInColour(format.font(), 10);
+    EXPECT_NE(red, 4); // no font has this number
+    EXPECT_EQ(formats.fontInColour(format.font(), 10), red);
+    EXPECT_EQ(get16(formats.font(red), 4), 10);
+    format.setFont(red);
+    const quint16 added = formats.intern(format);
+    EXPECT_EQ(formats.intern(format), added);
+    EXPECT_GE(formats.numberFormat(u"dd/mm/yyyy"_s), 164);
+    EXPECT_TRUE(formats.isDate(formats.numberFormat(u"dd/mm/yyyy"_s)));
+    const quint32 text = file.book().strings().intern(u"new"_s);
+    EXPECT_EQ(file.book().strings().intern(u"new"_s), text);
+    EXPECT_EQ(file.book().strings().count(), text + 1);
+
+    BookFile again(u"lo_native.xls"_s, file.content());
+    EXPECT_EQ(again.book().formats().cellFormat(added).bytes(), format.bytes());
+    EXPECT_EQ(again.book().formats().font(red), formats.font(red));
+    EXPECT_EQ(again.book().strings().text(text), u"new"_s);
+    EXPECT_THROW(
+        for (int i = 0; i < 5000; ++i) {
+            format.setNumberFormat(quint16(i + 200));
+            formats.intern(format);
+        },
+        Refusal);
+}
+
+// A table that counts fewer texts than it holds: new texts must not go behind the uncounted ones.
+TEST_F(ExcelFormat, TextsBehindTheTableAreNoTexts) {
+    Records globals{{id::Bof, {}},
+                    {id::SharedStrings, QByteArray::fromHex("01000000 01000000 0100 00 61 0100 00 62")},
+                    {id::Continue, QByteArray::fromHex("0100 00 63")},
+                    {id::Eof, {}}};
+    SharedStrings strings(globals);
+    EXPECT_EQ(strings.intern(u"new"_s), 1U);
+    strings.writeInto(globals);
+    ASSERT_EQ(globals.size(), 3U);
+    EXPECT_EQ(SharedStrings(globals).text(1), u"new"_s);
+}
+
+// Theme colours of all cells get lost when the checksum over the formats is wrong.
+TEST_F(ExcelFormat, ChecksumOfFormatsFollows) {
+    Records globals{{id::Bof, {}},
+                    {id::Font, QByteArray(16, '\0')},
+                    {id::Xf, QByteArray(20, '\1')},
+                    {id::XfCrc, QByteArray(20, '\0')}};
+    Formats formats(globals);
+    CellFormat format = formats.clone(0);
+    format.setLocked(false);
+    formats.intern(format);
+    formats.writeInto(globals);
+    ASSERT_EQ(globals[4].id, id::XfCrc);
+    EXPECT_EQ(get16(globals[4].body, 14), 2);
+    EXPECT_EQ(get32(globals[4].body, 16), 0x3F99B798u);
+
+    // A format made from one with extended properties has none.
+    put32(globals[2].body, 14, 1U << 25);
+    EXPECT_EQ(get32(Formats(globals).clone(0).bytes(), 14), 0U);
+}
+
+TEST_F(ExcelFormat, WrappedLines) {
+    const struct {
+        const char* text;
+        double width;
+        int lines;
+    } cases[] = {{"", 10, 1},          {"one two", 7, 1},      {"one two", 6, 2}, {"one\ntwo\n", 80, 3},
+                 {"abcdefghij", 4, 3}, {"a abcdefghij", 4, 4}, {"a b c d", 1, 4}};
+    for (const auto& c : cases)
+        EXPECT_EQ(wrappedLines(QString::fromLatin1(c.text), c.width), c.lines) << c.text;
+    EXPECT_EQ(wrappedLines(u"\u4E2D\u4E2D"_s, 4), 1); // as wide as two letters
+    EXPECT_EQ(wrappedLines(u"\u4E2D\u4E2D\u4E2D"_s, 4), 2);
+}

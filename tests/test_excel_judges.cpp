@@ -1,0 +1,212 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Programs written elsewhere read the workbooks that were edited here. They must be installed: python3-xlrd,
+// gnumeric and libreoffice-calc-nogui.
+#include "tests/excel_files.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+
+using namespace Qt::StringLiterals;
+using excel::BorderWeight;
+using excel::Worksheet;
+
+namespace {
+
+const QString password = u"kvtwpa"_s;
+const QString question = u"How do you rate our delivery \u2014 on time, complete, \u201Cfriendly\u201D?"_s;
+
+QByteArray run(const QString& program, const QStringList& arguments) {
+    QProcess process;
+    process.start(program, arguments);
+    EXPECT_TRUE(process.waitForFinished(120'000)) << qPrintable(program) << " is missing or hangs";
+    EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().constData();
+    return process.readAllStandardOutput();
+}
+
+QJsonObject seenByXlrd(const QString& path) {
+    return QJsonDocument::fromJson(run(u"/usr/bin/python3"_s, {testsFolder() + u"/excel_judge.py"_s, path}))
+        .object();
+}
+
+void ask(const Worksheet& sheet, int row, int colour) {
+    for (int column = 3; column <= 6; ++column) {
+        sheet.Cells(row, column).BorderAround(BorderWeight::Thin, 1);
+        sheet.Cells(row, column).setLocked(true);
+    }
+    sheet.Cells(row, 2).BorderAround(BorderWeight::Thin, colour);
+    sheet.Cells(row, 2).setValue(question);
+    sheet.Cells(row, 2).setWrapText(true);
+    sheet.Cells(row, 2).setLocked(true);
+    sheet.Cells(row, 3).setLocked(false);
+    sheet.Cells(row, 9).setValue(QString::number(row));
+}
+
+// Fills the first sheet in the manner of a questionnaire.
+void fill(const Worksheet& sheet) {
+    sheet.Unprotect(password);
+    sheet.Range(u"A14"_s, u"G65536"_s).Clear();
+    sheet.Range(u"H1"_s).setValue(QDate(2024, 2, 29));
+    sheet.Range(u"I1"_s).setValue(u"0123"_s);
+    for (int row = 14; row < 34; row += 2)
+        ask(sheet, row, row % 4 == 0 ? 3 : 25);
+    const excel::Range box = sheet.Cells(35, 2);
+    box.Font().setColorIndex(25);
+    box.setValue(u"Type your Answer here"_s);
+    box.BorderAround(BorderWeight::Thin, 32);
+    box.setLocked(false);
+    sheet.Range(u"C36:E38"_s).BorderAround(BorderWeight::Thin, 5);
+    sheet.Protect(password);
+}
+
+QJsonArray framed(const char* colour) {
+    const QString name = QString::fromLatin1(colour);
+    return {name, name, name, name};
+}
+
+} // namespace
+
+class ExcelJudges : public ExcelFiles {
+protected:
+    QString filled(const QString& sample) const {
+        const excel::Workbook book = application_.Workbooks().Open(samplePath(sample));
+        fill(book.Worksheets(firstSheet(sample)));
+        book.SaveAs(path(u"filled_"_s + sample));
+        book.Close();
+        return path(u"filled_"_s + sample);
+    }
+    // Converts by LibreOffice under a profile of its own.
+    void soffice(const QString& format, const QStringList& files) const {
+        run(u"soffice"_s,
+            QStringList{u"-env:UserInstallation=file://"_s + path(u"profile"_s), u"--headless"_s,
+                        u"--convert-to"_s, format, u"--outdir"_s, path(u"out"_s)} +
+                files);
+    }
+};
+
+// Every cell of the examples reads here as it reads there.
+TEST_F(ExcelJudges, XlrdReadsTheSame) {
+    for (const QString& sample : sampleNames) {
+        SCOPED_TRACE(qPrintable(sample));
+        const Worksheet sheet =
+            application_.Workbooks().Open(samplePath(sample)).Worksheets(firstSheet(sample));
+        const QJsonObject cells = seenByXlrd(samplePath(sample))[u"cells"].toObject();
+        ASSERT_GE(cells.size(), 10);
+        for (auto at = cells.begin(); at != cells.end(); ++at) {
+            SCOPED_TRACE(qPrintable(at.key()));
+            const QJsonObject cell = at.value().toObject();
+            const QJsonValue theirs = cell[u"value"];
+            const excel::Value ours = sheet.Range(at.key()).Value();
+            switch (cell[u"type"].toInt()) {
+            case 2:
+                EXPECT_EQ(ours.number(), theirs.toDouble());
+                break;
+            case 3:
+                EXPECT_EQ(ours.date().toString(Qt::ISODate) + ours.time().toString(u" hh:mm:ss"_s),
+                          theirs.toString());
+                break;
+            case 4:
+                EXPECT_EQ(ours.truth(), theirs.toInt() == 1);
+                break;
+            case 5:
+                EXPECT_TRUE(ours == excel::Value::error(quint8(theirs.toInt())));
+                break;
+            default: // texts and blanks
+                EXPECT_EQ(ours.text(), theirs.toString());
+            }
+            EXPECT_EQ(sheet.Range(at.key()).Locked(), cell[u"locked"].toBool());
+            EXPECT_EQ(sheet.Range(at.key()).WrapText(), cell[u"wrapped"].toBool());
+        }
+    }
+}
+
+TEST_F(ExcelJudges, XlrdSeesValuesLocksWrapsBordersAndProtection) {
+    for (const QString& sample : sampleNames) {
+        SCOPED_TRACE(qPrintable(sample));
+        const QJsonObject seen = seenByXlrd(filled(sample));
+        const QJsonObject cells = seen[u"cells"].toObject();
+        const auto cell = [&](QLatin1StringView name) { return cells[name].toObject(); };
+        const QJsonObject asked = cell("B16"_L1);
+        EXPECT_EQ(asked[u"value"].toString(), question);
+        EXPECT_TRUE(asked[u"wrapped"].toBool());
+        EXPECT_TRUE(asked[u"locked"].toBool());
+        EXPECT_EQ(asked[u"borders"].toArray(), framed("FF0000"));
+        EXPECT_EQ(cell("B14"_L1)[u"borders"].toArray(), framed("000080"));
+        EXPECT_EQ(cell("C14"_L1)[u"borders"].toArray(), framed("000000"));
+        EXPECT_FALSE(cell("C14"_L1)[u"locked"].toBool(true));
+        EXPECT_FALSE(cell("C14"_L1)[u"wrapped"].toBool(true));
+        EXPECT_TRUE(cell("D14"_L1)[u"locked"].toBool());
+        EXPECT_EQ(cell("C14"_L1)[u"type"].toInt(), 6); // blank with a format
+        EXPECT_EQ(cell("H1"_L1)[u"value"].toString(), u"2024-02-29 00:00:00"_s);
+        EXPECT_EQ(cell("H1"_L1)[u"format"].toString(), u"dd/mm/yyyy"_s);
+        EXPECT_EQ(cell("I1"_L1)[u"value"].toString(), u"0123"_s);
+        EXPECT_EQ(cell("B35"_L1)[u"borders"].toArray(), framed("0000FF"));
+        EXPECT_EQ(cell("B35"_L1)[u"font"].toString(), u"000080"_s);
+        EXPECT_FALSE(cell("B35"_L1)[u"locked"].toBool(true));
+        EXPECT_EQ(cell("C36"_L1)[u"borders"].toArray(), (QJsonArray{u"0000FF"_s, {}, u"0000FF"_s, {}}));
+        EXPECT_EQ(cell("D37"_L1)[u"borders"].toArray(), (QJsonArray{{}, {}, {}, {}}));
+        EXPECT_EQ(
+            seen[u"protection"].toObject(),
+            (QJsonObject{
+                {u"12"_s, u"0001"_s}, {u"DD"_s, u"0001"_s}, {u"63"_s, u"0001"_s}, {u"13"_s, u"DDD3"_s}}));
+        // What the example had outside the cleared range is still there.
+        const QJsonObject before = seenByXlrd(samplePath(sample))[u"cells"].toObject();
+        for (auto at = before.begin(); at != before.end(); ++at)
+            EXPECT_TRUE(at.value() == cells[at.key()] || at.value()[u"type"].toInt() == 0)
+                << qPrintable(at.key());
+    }
+}
+
+TEST_F(ExcelJudges, GnumericAndLibreOfficeOpenThem) {
+    QStringList files;
+    for (const QString& sample : sampleNames)
+        files << filled(sample);
+    soffice(u"csv:Text - txt - csv (StarCalc):44,34,76"_s, files);
+    for (const QString& file : files) {
+        SCOPED_TRACE(qPrintable(file));
+        const QString csv = path(u"gnumeric.csv"_s);
+        run(u"ssconvert"_s, {file, csv});
+        const QString byOffice = path(u"out/"_s) + QFileInfo(file).completeBaseName() + u".csv"_s;
+        for (const QString& converted : {csv, byOffice}) {
+            const QString text = QString::fromUtf8(fileContent(converted));
+            EXPECT_EQ(text.count(QString(question).replace(u'"', u"\"\""_s)), 10);
+            EXPECT_EQ(text.count(u"Type your Answer here"_s), 1);
+            EXPECT_TRUE(text.contains(u"29/02/2024"_s) || text.contains(u"2024/02/29"_s)) << qPrintable(text);
+        }
+    }
+}
+
+TEST_F(ExcelJudges, WhatLibreOfficeSavesIsReadAndEditedAgain) {
+    const QString file = filled(u"t_xlwt.xls"_s);
+    soffice(u"xls:MS Excel 97"_s, {file});
+    const QString saved = path(u"out/filled_t_xlwt.xls"_s);
+    const excel::Workbook book = application_.Workbooks().Open(saved);
+    const Worksheet sheet = book.Worksheets(u"Form"_s);
+    EXPECT_EQ(sheet.Cells(16, 2).Value().text(), question);
+    EXPECT_EQ(sheet.Cells(1, 8).Value().date(), QDate(2024, 2, 29));
+    EXPECT_EQ(sheet.Cells(1, 9).Value().text(), u"0123"_s);
+    EXPECT_FALSE(sheet.Cells(35, 2).Locked());
+    EXPECT_TRUE(sheet.IsProtected());
+    fill(sheet);
+    book.Close(true);
+    EXPECT_EQ(seenByXlrd(saved)[u"cells"].toObject()[u"B16"].toObject()[u"borders"].toArray(),
+              framed("FF0000"));
+}
+
+// Texts that run over many Continue records, narrow and wide, are cut where other readers expect it.
+TEST_F(ExcelJudges, XlrdReadsTextsAcrossRecords) {
+    const excel::Workbook book = application_.Workbooks().Open(copyOf(u"lo_native.xls"_s));
+    const Worksheet sheet = book.Worksheets(u"Nat"_s);
+    sheet.Unprotect(password);
+    QStringList texts;
+    for (int i = 0; i < 400; ++i) {
+        const QChar letter = i % 3 == 0 ? QChar(0x4E00 + i) : QChar(u'a' + i % 26);
+        texts << QString(1 + (i * 37) % 3000, letter) + QString::number(i);
+        sheet.Cells(20 + i, 1).setValue(texts.back());
+    }
+    book.Close(true);
+    const QJsonObject cells = seenByXlrd(path(u"lo_native.xls"_s))[u"cells"].toObject();
+    for (int i = 0; i < 400; ++i)
+        ASSERT_EQ(cells[u"A%1"_s.arg(20 + i)].toObject()[u"value"].toString(), texts[i]) << i;
+}

@@ -1,0 +1,173 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "tests/excel_files.h"
+
+#include "fuzz/exercise_workbook.h"
+#include "platform/excel/bytes.h"
+
+#include <QDir>
+#include <QRandomGenerator>
+#include <csignal>
+#include <sys/resource.h>
+
+using namespace Qt::StringLiterals;
+using namespace excel::biff;
+
+namespace {
+
+template <size_t N> QByteArray bytes(const char (&literal)[N]) {
+    return {literal, N - 1};
+}
+
+QByteArray sample(int index = 0) {
+    return fileContent(samplePath(sampleNames[index]));
+}
+
+// An example with some of its workbook stream or container changed.
+QByteArray changed(const std::function<void(CompoundFile&, int stream)>& change) {
+    CompoundFile file = CompoundFile::parse(sample());
+    change(file, file.findStream(u"Workbook"));
+    return file.serialize();
+}
+
+QByteArray withStream(const std::function<void(QByteArray&)>& change) {
+    return changed([&](CompoundFile& file, int stream) {
+        QByteArray data = file.data(stream);
+        change(data);
+        file.setData(stream, data);
+    });
+}
+
+// An example whose workbook stream has another name.
+QByteArray renamed(QStringView name) {
+    QByteArray content = sample();
+    QByteArray utf16(64, '\0');
+    for (qsizetype i = 0; i < name.size(); ++i)
+        put16(utf16, 2 * i, name[i].unicode());
+    const qsizetype at = content.indexOf(QByteArray("W\0o\0r\0k\0b\0o\0o\0k\0", 16));
+    content.replace(at, 64, utf16);
+    put16(content, at + 64, quint16(2 * name.size() + 2));
+    return content;
+}
+
+} // namespace
+
+class ExcelRefuse : public ExcelFiles {};
+
+TEST_F(ExcelRefuse, SaysWhatAFileIs) {
+    const struct {
+        QByteArray content;
+        const char* phrase;
+    } cases[] = {
+        {"", "is empty"},
+        {bytes("PK\x03\x04\x14\0\x06\0[Content_Types].xml"), "newer Excel workbook (.xlsx)"},
+        {bytes("PK\x03\x04\x14\0\0\0mimetypeapplication/vnd.oasis.opendocument.spreadsheet"), "OpenDocument"},
+        {"\xEF\xBB\xBF \n<html><table>", "(HTML)"},
+        {"<?xml version=\"1.0\"?>", "(HTML)"},
+        {"Question;Score\r\n1;5\r\n", "CSV"},
+        {bytes("\x09\x04\x06\0\0\0\x10\0\0\0"), "Excel 95 or older"},
+        {bytes("\x89PNG\0\0\0\0"), "is no Excel workbook"},
+        {renamed(u"Book"), "Excel 95 or older"},
+        {renamed(u"EncryptedPackage"), "encrypted"},
+        {renamed(u"WordDocument"), "holds no workbook"},
+        {withStream([](auto& data) { put16(data, 4, 0x0500); }), "Excel 95 or older"},
+        {withStream([](auto& data) { data.insert(20, QByteArray("\x2F\0\x02\0\0\0", 6)); }), "encrypted"},
+        {withStream([](auto& data) { data.truncate(2000); }), "is damaged"},
+        {withStream([](auto& data) { data.clear(); }), "is damaged"},
+        {withStream([](auto& data) { put16(data, 6, 0x0010); }), "is damaged"},
+        {withStream([](auto& data) { data.insert(20, data.first(20)); }), "is damaged"},
+        {sample().left(512), "is damaged"},
+        {sample().left(3000), "is damaged"},
+    };
+    for (const auto& c : cases) {
+        writeFile(path(u"file.xls"_s), c.content);
+        const QString error = errorOf([&] { application_.Workbooks().Open(path(u"file.xls"_s)); });
+        EXPECT_TRUE(error.startsWith(u"The file \"file.xls\" ") && error.endsWith(u'.') &&
+                    error.contains(QString::fromLatin1(c.phrase)))
+            << c.phrase << ": " << qPrintable(error);
+    }
+    EXPECT_TRUE(
+        errorOf([&] { application_.Workbooks().Open(path(u"none.xls"_s)); }).contains(u"was not found"_s));
+    EXPECT_TRUE(errorOf([&] { application_.Workbooks().Open(folder_.path()); }).contains(u"folder"_s));
+}
+
+TEST_F(ExcelRefuse, SaysWhatASheetCannotDo) {
+    excel::Workbook book = application_.Workbooks().Open(copyOf(u"t_xlwt.xls"_s));
+    EXPECT_EQ(errorOf([&] { book.Worksheets(u"Sheet9"_s); }),
+              u"The file \"t_xlwt.xls\" has no sheet \"Sheet9\"."_s);
+    const excel::Worksheet sheet = book.Worksheets(u"DONN\u00C9ES"_s);
+    EXPECT_EQ(sheet.Name(), u"Donn\u00E9es"_s);
+    sheet.Unprotect(u"kvtwpa"_s);
+    const std::function<void()> cases[] = {
+        [&] { sheet.Cells(0, 1); },
+        [&] { sheet.Cells(65537, 1); },
+        [&] { sheet.Cells(1, 257); },
+        [&] { sheet.Range(u"A0"_s); },
+        [&] { sheet.Range(u"A1:IW2"_s); },
+        [&] { sheet.Range(u"A1:B2:C3"_s); },
+        [&] { sheet.Range(u"Score"_s); },
+        [&] { sheet.Cells(1, 1).Font().setColorIndex(57); },
+        [&] { sheet.Cells(1, 1).BorderAround(excel::BorderWeight::Thin, 0); },
+        [&] { sheet.Cells(1, 1).setValue(excel::Value::error(7)); },
+        [&] { sheet.Range(u"A1:IV65536"_s).setLocked(false); },
+        [&] { sheet.Protect(u"much too long a password"_s); },
+    };
+    for (const auto& work : cases)
+        EXPECT_TRUE(errorOf(work).contains(u"of the file \"t_xlwt.xls\""_s)) << qPrintable(errorOf(work));
+    EXPECT_EQ(sheet.Range(u"IV65536"_s).Value().text(), QString());
+}
+
+TEST_F(ExcelRefuse, AFailedSaveLeavesTheOldFile) {
+    const QString file = copyOf(u"t_xlwt.xls"_s);
+    excel::Workbook book = application_.Workbooks().Open(file);
+    const QByteArray before = fileContent(file);
+    book.Worksheets(u"Form"_s).Unprotect(u"kvtwpa"_s);
+
+    QFile::setPermissions(file, QFileDevice::ReadOwner);
+    EXPECT_TRUE(errorOf([&] { book.Close(true); }).contains(u"is read-only"_s));
+    QFile::setPermissions(file, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+    EXPECT_TRUE(errorOf([&] { book.SaveAs(path(u"missing/x.xls"_s)); }).contains(u"could not be saved"_s));
+    EXPECT_TRUE(errorOf([&] { book.SaveAs(folder_.path()); }).contains(u"could not be saved"_s));
+
+    // A disk that takes 2000 bytes and no more.
+    std::signal(SIGXFSZ, SIG_IGN);
+    rlimit old{};
+    getrlimit(RLIMIT_FSIZE, &old);
+    const rlimit tight{2000, old.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &tight);
+    const QString full = errorOf([&] { book.Save(); });
+    setrlimit(RLIMIT_FSIZE, &old);
+    EXPECT_TRUE(full.contains(u"could not be saved"_s)) << qPrintable(full);
+
+    EXPECT_EQ(fileContent(file), before);
+    EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files), QStringList{u"t_xlwt.xls"_s});
+    ASSERT_TRUE(book.isOpen());
+
+    writeFile(file, before + QByteArray(512, '\0')); // by another program
+    EXPECT_TRUE(errorOf([&] { book.Save(); }).contains(u"changed by another program"_s));
+    book.SaveAs(path(u"other.xls"_s));
+    book.Save();
+    EXPECT_EQ(book.FullName(), path(u"other.xls"_s));
+    EXPECT_FALSE(application_.Workbooks().Open(path(u"other.xls"_s)).Worksheets(u"Form"_s).IsProtected());
+}
+
+// Damaged files end in a sentence: never in a crash, a hang, or a file that cannot be read back.
+TEST_F(ExcelRefuse, MutationsAreRefusedOrReadable) {
+    QRandomGenerator random(20240229);
+    int readable = 0;
+    int refused = 0;
+    for (int round = 0; round < 2500; ++round) {
+        QByteArray content = sample(round % int(sampleNames.size()));
+        if (round % 5 == 0)
+            content.truncate(random.bounded(int(content.size())));
+        for (int n = random.bounded(1, 8); n > 0 && round % 5 != 0; --n) {
+            const int at = random.bounded(round % 2 == 0 ? int(content.size()) : 4096);
+            const quint8 values[] = {0, 0xFF, 0x7F, 0x80, 1, quint8(random.generate())};
+            content[at] = char(values[random.bounded(6)]);
+        }
+        const QByteArray saved = exerciseWorkbook(content);
+        ++(saved.isEmpty() ? refused : readable);
+        ASSERT_TRUE(saved.isEmpty() || !exerciseWorkbook(saved).isEmpty()) << "round " << round;
+    }
+    EXPECT_GT(readable, 300);
+    EXPECT_GT(refused, 300);
+}
