@@ -212,9 +212,9 @@ TEST_F(ExcelEdit, ClearLeavesPlainCellsAndTheRowsAbove) {
 // A3 and A4 share the formula that stands with A3.
 TEST_F(ExcelEdit, SharedFormulasAreNotTornApart) {
     const char* member = "0000 0f00 000000000000f03f 0800 00000000 0500 01 0200 0000";
-    Book book(bookStream({}, {record(id::Formula, (QByteArray("0200 ") + member).constData()),
+    Book book(bookStream({}, {record(id::Formula, QByteArray("0200 ").append(member).constData()),
                               record(id::SharedFormula, "020003000000 0000 0300 1e0100"),
-                              record(id::Formula, (QByteArray("0300 ") + member).constData())}));
+                              record(id::Formula, QByteArray("0300 ").append(member).constData())}));
     Editor editor(book, 0);
     EXPECT_TRUE(refusalOf([&] { editor.setValue({2, 0}, 5); }).contains(u"A4"_s));
     EXPECT_TRUE(refusalOf([&] { editor.clear({{0, 0}, {2, 0}}); }).contains(u"A3"_s));
