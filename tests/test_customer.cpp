@@ -227,6 +227,20 @@ TEST_F(CustomerTest, aRespondentIsDeletedAtOnceAndAFailingCopyStopsTheDeletion) 
     EXPECT_TRUE(respondents->box->hasFocus());
 }
 
+TEST_F(CustomerTest, aStoreThatCannotBeWrittenIsToldAndNothingTypedIsLost) {
+    addCustomer(u"Acme"_s);
+    frmCustomer& form = open();
+    runRaw(u"pragma query_only = 1"_s); // as of a file or folder without the right to write
+    customers->enter(1, 2, u"1 High Street"_s);
+    messages.expect(u"Error : 8\r\nThe database cannot be changed: the file or its folder is read-only."_s);
+    press(form, "cmdSaveCustomer");
+    EXPECT_EQ(customers->grid->TextMatrix(1, 2), u"1 High Street"_s);
+    EXPECT_EQ(form.MousePointer(), forms::DefaultPointer);
+    runRaw(u"pragma query_only = 0"_s);
+    press(form, "cmdSaveCustomer");
+    EXPECT_EQ(value(u"select Address from customer"_s), u"1 High Street"_s);
+}
+
 TEST_F(CustomerTest, escapeClosesFromAnyControlAndDropsWhatWasTyped) {
     open();
     type(u"Acme"_s);

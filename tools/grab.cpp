@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// grab HOME FOLDER: opens each form on the store in HOME and saves its picture, and that of the main window,
-// in FOLDER, so that its look is seen and not guessed. Takes QT_SCALE_FACTOR and -style as any Qt program
-// does.
+// grab HOME FOLDER [dark]: opens each form on the store in HOME and saves its picture, and that of the main
+// window, in FOLDER, so that its look is seen and not guessed. Takes QT_SCALE_FACTOR and -style as any Qt
+// program does.
 #include "analysis/frmSatisfactionIndex.h"
 #include "core/MDIMain.h"
 #include "core/frmAboutUs.h"
@@ -32,6 +32,13 @@ QDir folder;
 bool save(QWidget& window, const QString& name) {
     QTest::qWait(100); // delayed layouts
     return window.grab().save(folder.filePath(name + u".png"));
+}
+
+QPalette darkPalette() {
+    QPalette palette(QColor(45, 45, 48));
+    palette.setColor(QPalette::Base, QColor(30, 30, 30));
+    palette.setColor(QPalette::Highlight, QColor(48, 140, 198));
+    return palette;
 }
 
 template <class FormClass> bool grabForm(const QString& name) {
@@ -71,10 +78,12 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     QApplication::setApplicationDisplayName(u"Gaugewell"_s);
     const QStringList arguments = QApplication::arguments();
-    if (arguments.size() != 3 || !QDir().mkpath(arguments[2])) {
-        std::fputs("usage: grab HOME FOLDER\n", stderr);
+    if (arguments.size() < 3 || !QDir().mkpath(arguments[2])) {
+        std::fputs("usage: grab HOME FOLDER [dark]\n", stderr);
         return 2;
     }
+    if (arguments.value(3) == u"dark")
+        QApplication::setPalette(darkPalette());
     setHomeDirectory(arguments[1]);
     folder.setPath(arguments[2]);
     strCompanyName = u"Larkmoor Quality Services"_s;
