@@ -54,7 +54,7 @@ void frmSatisfactionIndex::connectEvents() {
             &forms::ListBox::clearSelection);
     connect(ui->cmdView, &QPushButton::clicked, this, &This::cmdView);
     connect(ui->cmdClose, &QPushButton::clicked, this, [this] { Unload(); });
-    connect(ui->cmdHelp, &QPushButton::clicked, this, &This::cmdHelp);
+    connect(ui->cmdHelp, &QPushButton::clicked, this, [] { toShowHelpTopic(helpContext); });
     connect(ui->mschart, &chart::MSChart::PointActivated, this, &This::mschart_PointActivated);
 }
 
@@ -148,12 +148,6 @@ void frmSatisfactionIndex::cmdCustomerName_Click() {
 void frmSatisfactionIndex::lstParameter_DblClick() {
     if (ui->lstParameter->ListCount() > 0)
         cmdView();
-}
-
-void frmSatisfactionIndex::cmdHelp() {
-    setMousePointer(forms::Hourglass);
-    toShowHelpTopic(helpContext);
-    setMousePointer(forms::DefaultPointer);
 }
 
 void frmSatisfactionIndex::cmdView() {

@@ -54,7 +54,6 @@ private:
     void cmdCustomerName_Click();
     void lstParameter_DblClick();
     void cmdView();
-    void cmdHelp();
     void mschart_PointActivated(int series, int point);
 
     void toCollapse();

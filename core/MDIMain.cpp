@@ -164,8 +164,7 @@ void MDIMain::openCustomer() {
 void MDIMain::openParameter() {
     frmParameter& form = frmParameter::instance();
     form.Show();
-    form.txtParameterDtls()->show();
-    form.txtParameterDtls()->setFocus();
+    form.toFocusParameter();
 }
 
 void MDIMain::runEntry(const QString& name) {
@@ -195,7 +194,7 @@ void MDIMain::runEntry(const QString& name) {
     } else if (name == u"mnuGettingStarted") {
         mnuGettingStarted();
     } else if (name == u"mnuGWLHelp") {
-        mnuGWLHelp();
+        toShowHelp(11, 0);
     } else if (name == u"mnuAbout") {
         openForm(false, false, [] { frmAboutUs::instance().Show(); });
     }
@@ -210,15 +209,6 @@ void MDIMain::toolbarMenu(const QString& key) {
         else if (key == u"ObjAndDesc")
             frmFeedBackObj::instance().Show();
     });
-}
-
-void MDIMain::mnuGWLHelp() {
-    setMousePointer(forms::Hourglass);
-    CommonDialog1.HelpFile = homeDirectory() + u"/GWL HELP 2.1.HLP";
-    CommonDialog1.HelpCommand = 11;
-    CommonDialog1.HelpContext = 0;
-    CommonDialog1.ShowHelp();
-    setMousePointer(forms::DefaultPointer);
 }
 
 void MDIMain::mnuGettingStarted() {
@@ -245,10 +235,15 @@ void toShowStatus(const QString& word) {
     MDIMain::instance().stsBar->Panels(1).setText(word);
 }
 
+void MDIMain::toShowHelp(int command, int context) {
+    setMousePointer(forms::Hourglass);
+    CommonDialog1.HelpFile = homeDirectory() + u"/GWL HELP 2.1.HLP";
+    CommonDialog1.HelpCommand = command;
+    CommonDialog1.HelpContext = context;
+    CommonDialog1.ShowHelp();
+    setMousePointer(forms::DefaultPointer);
+}
+
 void toShowHelpTopic(int helpContext) {
-    forms::CommonDialog& dialog = MDIMain::instance().CommonDialog1;
-    dialog.HelpFile = homeDirectory() + u"/GWL HELP 2.1.HLP";
-    dialog.HelpCommand = 1;
-    dialog.HelpContext = helpContext;
-    dialog.ShowHelp();
+    MDIMain::instance().toShowHelp(1, helpContext);
 }

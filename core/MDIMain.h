@@ -29,6 +29,8 @@ public:
     forms::StatusBar* stsBar;
 
     void setMousePointer(int shape);
+    /// Command 1 shows the topic of that context number, 11 the contents.
+    void toShowHelp(int command, int context);
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -43,7 +45,6 @@ private:
     void toolbarMenu(const QString& key);
     void openCustomer();
     void openParameter();
-    void mnuGWLHelp();
     void mnuGettingStarted();
 
     QMdiArea* area;

@@ -34,7 +34,7 @@ void toShowHelp(const forms::CommonDialog& dialog) {
 int Main(int argc, char** argv) {
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"gaugewell"_s);
-    QApplication::setApplicationDisplayName(u"Gaugewell"_s);
+    forms::applicationTitle = u"Gaugewell"_s;
     QApplication::setQuitOnLastWindowClosed(false);
     forms::helpSeat = toShowHelp;
 

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/backup.h"
 
+#include "core/MDIMain.h"
 #include "core/gblGlobal.h"
+#include "platform/forms/screen.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -12,6 +14,13 @@ namespace {
 
 constexpr qsizetype mostKept = 10;
 bool copied = false;
+
+struct HourglassWhile {
+    HourglassWhile() { MDIMain::instance().setMousePointer(forms::Hourglass); }
+    HourglassWhile(const HourglassWhile&) = delete;
+    HourglassWhile& operator=(const HourglassWhile&) = delete;
+    ~HourglassWhile() { MDIMain::instance().setMousePointer(forms::DefaultPointer); }
+};
 
 void dropOldCopies(const QDir& folder) {
     QStringList copies = folder.entryList({u"Tallywell-*.mdb"_s}, QDir::Files, QDir::Name);
@@ -24,6 +33,7 @@ void dropOldCopies(const QDir& folder) {
 void toBackupBeforeLoss() {
     if (copied)
         return;
+    const HourglassWhile copying;
     const QDir folder(QFileInfo(strDatabasePath).absoluteDir().filePath(u"backup"_s));
     folder.mkpath(u"."_s);
     const QString stamp = QDateTime::currentDateTime().toString(u"yyyy-MM-dd-HHmmss");

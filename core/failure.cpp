@@ -22,11 +22,13 @@ void toShowErrors(const QString& prefix) {
 }
 
 void rollBack() {
+    if (!cnnMain)
+        return;
+    const ado::ErrorList errors = cnnMain->Errors();
     try {
-        if (cnnMain)
-            cnnMain->RollbackTrans();
+        cnnMain->RollbackTrans();
     } catch (const ado::Failure&) {
-        cnnMain->Errors().Clear(); // the store has rolled back by itself
+        cnnMain->Errors() = errors; // the store has rolled back by itself; what made it do so is to be told
     }
 }
 

@@ -32,8 +32,11 @@ void frmSplash::onLoad() {
 }
 
 bool frmSplash::onKeyDown(int key) {
-    // A shift key alone is no key press.
-    if (key != Qt::Key_Shift && key != Qt::Key_Control && key != Qt::Key_Alt && key != Qt::Key_Meta)
+    // A key press gives a character: not a shift or lock key alone, no arrow, no function key.
+    constexpr int firstWithoutCharacter = Qt::Key_Escape;
+    const bool isPress = key < firstWithoutCharacter || key == Qt::Key_Escape || key == Qt::Key_Return ||
+                         key == Qt::Key_Enter || key == Qt::Key_Backspace;
+    if (isPress)
         Unload();
     return true;
 }

@@ -232,7 +232,7 @@ void frmFeedBackObj::toShowNothing() {
 }
 
 void frmFeedBackObj::toFillGrid() {
-    guarded({.form = this}, [this] {
+    const bool filled = guarded({.form = this}, [this] {
         setMousePointer(forms::Hourglass);
         toReconnect();
         ui->lblSDate->setText(ui->lstSurveyDates->Text());
@@ -253,6 +253,8 @@ void frmFeedBackObj::toFillGrid() {
         SetEditTextBox(1, 1);
         setMousePointer(forms::DefaultPointer);
     });
+    if (!filled)
+        toShowNothing(); // else a save would store one date's marks under another
 }
 
 void frmFeedBackObj::toShowQuestions(ado::Recordset& questions) {

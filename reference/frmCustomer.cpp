@@ -138,20 +138,27 @@ void frmCustomer::toRefreshRespondentDetails() {
         toReconnect();
         forms::MSHFlexGrid* grid = ui->grdRespondentDtls;
         if (currentCustID().isEmpty()) {
-            toEmptyGrid(grid);
+            toShowNoRespondents();
             ui->grdCustomerDtls->setFocus();
             return;
         }
         ado::Recordset respondent;
         respondent.Open(u"select * from respondent where custid="_s + currentCustID(), *cnnMain);
         if (respondent.Eof()) {
-            toEmptyGrid(grid);
+            toShowNoRespondents();
             return;
         }
         toFillGridFrom(grid, respondent,
                        {"respondentname", "respondentdesignation", "emailid", "respondentid"});
         SetEditRespondentTextBox(grid->Col(), grid->Row());
     });
+}
+
+void frmCustomer::toShowNoRespondents() {
+    forms::MSHFlexGrid* grid = ui->grdRespondentDtls;
+    toEmptyGrid(grid);
+    if (!ui->txtRespondentDtls->isHidden()) // it would go on showing another customer's respondent
+        SetEditRespondentTextBox(grid->Col(), grid->Row());
 }
 
 void frmCustomer::toSaveCustomerDtls() {
@@ -328,6 +335,7 @@ void frmCustomer::cmdSaveCustomer() {
 void frmCustomer::cmdDeleteCustomer() {
     toDeleteCustomer();
     customers->focusBox();
+    toShowStatus({});
 }
 
 bool frmCustomer::toCheckDesignations(bool resetPointer) {

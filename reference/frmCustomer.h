@@ -45,8 +45,9 @@ private:
     void cmdDeleteRespondent();
     void grdCustomerDtls_Click();
     void toShowLastRespondent();
+    void toShowNoRespondents();
     void toMoveWithCustomer(GridEditor::RowMove move);
-    /// The first row whose mandatory cell is blank, or 0.
+    /// Whether every respondent has a designation; tells of the first that has none.
     bool toCheckDesignations(bool resetPointer);
     void toSaveCustomerRow(int row);
     void toSaveRespondentRow(int row);

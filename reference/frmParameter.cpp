@@ -35,6 +35,11 @@ QLineEdit* frmParameter::txtParameterDtls() const {
     return ui->txtParameterDtls;
 }
 
+void frmParameter::toFocusParameter() {
+    SetEditParameterTextBox(1, ui->grdParameterDtls->Row());
+    parameters->focusBox();
+}
+
 void frmParameter::connectEvents() {
     const auto onClick = [this](QPushButton* button, void (frmParameter::*command)()) {
         connect(button, &QPushButton::clicked, this, command);
@@ -223,8 +228,10 @@ bool frmParameter::toConfirmDeletion(const QString& paramid) {
         return true;
     ado::Recordset question;
     question.Open(u"select * from questions where paramid="_s + paramid, *cnnMain);
-    return !question.Eof() && msgBox(u"Deleting of parameter will delete all the Corresponding records"_s,
-                                     style::okCancel, u"Gaugewell v2.1"_s) == forms::Answer::Ok;
+    const bool hasQuestions = !question.Eof();
+    question.Close(); // nothing stays locked while the question is on the screen
+    return hasQuestions && msgBox(u"Deleting of parameter will delete all the Corresponding records"_s,
+                                  style::okCancel, u"Gaugewell v2.1"_s) == forms::Answer::Ok;
 }
 
 void frmParameter::toDeleteparameter() {

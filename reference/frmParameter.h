@@ -19,6 +19,8 @@ class frmParameter : public forms::DefaultForm<frmParameter> {
 public:
     ~frmParameter() override;
     QLineEdit* txtParameterDtls() const;
+    /// Shows the box of the current parameter and gives it the focus.
+    void toFocusParameter();
 
     void toSetWidthForParamGrid();
     void toSetWidthForQuestionGrid();

@@ -23,6 +23,10 @@ void tintBox(QLineEdit* box) {
     box->setPalette(palette);
 }
 
+bool isModifier(int key) {
+    return key >= Qt::Key_Shift && key <= Qt::Key_ScrollLock;
+}
+
 } // namespace
 
 GridEditor::GridEditor(const GridEditorRules& rules, forms::MSHFlexGrid* edited, QLineEdit* editor)
@@ -97,8 +101,8 @@ bool GridEditor::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::KeyPress)
         return false;
     auto* key = static_cast<QKeyEvent*>(event);
-    if (watched == grid)
-        return gridKey(key);
+    if (watched == grid) // what the box has no use for ends here and does not come back to it
+        return box->hasFocus() || gridKey(key);
     if (watched != box)
         return false;
     if ((key->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier && boxKey(key->key()))
@@ -116,7 +120,7 @@ bool GridEditor::acceptsAll(const QString& typed) const {
 /// A key for the grid, whose box is out of sight: brings the box back and goes on there.
 bool GridEditor::gridKey(QKeyEvent* event) {
     const bool movesOn = event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab ||
-                         event->key() == Qt::Key_Escape ||
+                         event->key() == Qt::Key_Escape || isModifier(event->key()) ||
                          (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier));
     if (movesOn)
         return false;

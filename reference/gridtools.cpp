@@ -7,7 +7,7 @@
 #include <cmath>
 
 void toSetHeadsAndWidths(forms::MSHFlexGrid* grid, const QStringList& heads,
-                         const std::vector<double>& shares) {
+                         const std::vector<double>& shares, bool bold) {
     grid->setCols(static_cast<int>(shares.size()));
     for (std::size_t i = 0; i < shares.size(); ++i)
         grid->setColWidth(static_cast<int>(i),
@@ -18,7 +18,7 @@ void toSetHeadsAndWidths(forms::MSHFlexGrid* grid, const QStringList& heads,
         grid->setTextMatrix(0, i, heads.value(i - 1));
         grid->moveCursor(0, i);
         grid->setCellAlignment(forms::MSHFlexGrid::centred);
-        grid->setCellFontBold(true);
+        grid->setCellFontBold(bold);
     }
     grid->moveCursor(row, col);
 }

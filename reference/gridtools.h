@@ -12,10 +12,10 @@ namespace forms {
 class MSHFlexGrid;
 }
 
-/// Writes the heads into row 0, centred and bold, from column 1 on, and gives each column from 0 on its share
-/// of the grid's width; 0 hides the column.
+/// Writes the heads into row 0, centred and, unless told otherwise, bold, from column 1 on, and gives each
+/// column from 0 on its share of the grid's width; 0 hides the column.
 void toSetHeadsAndWidths(forms::MSHFlexGrid* grid, const QStringList& heads,
-                         const std::vector<double>& shares);
+                         const std::vector<double>& shares, bool bold = true);
 
 /// Two rows, the cells of row 1 empty.
 void toEmptyGrid(forms::MSHFlexGrid* grid);

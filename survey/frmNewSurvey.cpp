@@ -21,11 +21,11 @@ frmNewSurvey::frmNewSurvey() : DefaultForm(Kind::SubWindow), ui(std::make_unique
 frmNewSurvey::~frmNewSurvey() = default;
 
 void frmNewSurvey::onLoad() {
-    SurveyEditor::onLoad();
     const frmSelectSurvey& selection = frmSelectSurvey::instance();
     ui->lblSurveyDate->setText(ado::toText(selection.dtSDate()->Value()));
     ui->lblCustomerName->setText(selection.cmbCustomer()->List(selection.cmbCustomer()->ListIndex()));
     ui->lblRespondentName->setText(selection.lstRespondent()->Text());
+    SurveyEditor::onLoad();
 }
 
 SurveyContext frmNewSurvey::context() const {

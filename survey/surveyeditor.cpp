@@ -12,6 +12,7 @@
 #include "reference/gridtools.h"
 
 #include <QAbstractButton>
+#include <QTextDocument>
 
 using namespace Qt::StringLiterals;
 using Rollback = FailureHandler::Rollback;
@@ -64,11 +65,7 @@ void SurveyEditor::connectButtons() {
     onClick(control.cmdDownward, [this] { cmdMove(&SurveyEditor::toMoveRowDownward); });
     onClick(control.cmdSave, [this] { cmdSave(); });
     onClick(control.cmdClose, [this] { Unload(); });
-    onClick(control.cmdHelp, [this] {
-        setMousePointer(forms::Hourglass);
-        toShowHelpTopic(helpContext());
-        setMousePointer(forms::DefaultPointer);
-    });
+    onClick(control.cmdHelp, [this] { toShowHelpTopic(helpContext()); });
 }
 
 void SurveyEditor::onLoad() {
@@ -76,7 +73,7 @@ void SurveyEditor::onLoad() {
     strXLSFileName.clear();
     setLeft(0);
     setTop(0);
-    toSetHeadsAndWidths(control.grdParamAndQuest, {u"Parameter"_s, u"Question"_s}, {0.05, 0.2, 0.7});
+    toSetHeadsAndWidths(control.grdParamAndQuest, {u"Parameter"_s, u"Question"_s}, {0.05, 0.2, 0.7}, false);
     buildTree();
 }
 
@@ -113,7 +110,7 @@ void SurveyEditor::BuildNode() {
         for (; !param.Eof(); param.MoveNext()) {
             auto* node = new QTreeWidgetItem(parameter, {param["question"].Text()});
             node->setIcon(0, param["type"].Value().toBool() ? score : descriptive);
-            node->setToolTip(0, node->text(0).toHtmlEscaped()); // the tree cuts long ones off
+            node->setToolTip(0, Qt::convertFromPlainText(node->text(0))); // the tree cuts long ones off
         }
     });
 }
@@ -252,6 +249,10 @@ void SurveyEditor::toRewrite() {
 }
 
 void SurveyEditor::toSaveParamAndQuest() {
+    if (unread) { // the grid does not show what is stored, so it must not be stored instead
+        toRefreshGrid();
+        return;
+    }
     guarded({.form = this, .rollback = Rollback::BeforeMessages}, [this] {
         toReconnect();
         cnnMain->BeginTrans();
@@ -264,7 +265,7 @@ void SurveyEditor::toSaveParamAndQuest() {
 }
 
 void SurveyEditor::toRefreshGrid() {
-    guarded({.form = this}, [this] {
+    unread = !guarded({.form = this}, [this] {
         toReconnect();
         forms::MSHFlexGrid* grid = control.grdParamAndQuest;
         const SurveyContext survey = context();

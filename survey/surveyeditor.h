@@ -80,4 +80,5 @@ private:
     void toMoveRow(int step, bool stays);
 
     Controls control{};
+    bool unread = false; // the last refresh failed
 };

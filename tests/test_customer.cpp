@@ -106,6 +106,53 @@ TEST_F(CustomerTest, headAndScrollHideTheBox) {
     EXPECT_EQ(customers->grid->TextMatrix(2, 2), u" x"_s);
 }
 
+TEST_F(CustomerTest, keysThatTheBoxHasNoUseForEndThere) {
+    addCustomer(u"Acme"_s);
+    open();
+    for (const Qt::Key pressed : {Qt::Key_Shift, Qt::Key_CapsLock, Qt::Key_F5, Qt::Key_PageDown})
+        QTest::keyClick(customers->box, pressed);
+    QTest::keyClick(customers->box, Qt::Key_Return, Qt::ShiftModifier);
+    EXPECT_EQ(customers->cell(), Cell(1, 1));
+    EXPECT_TRUE(customers->box->hasFocus());
+    customers->grid->setTopRow(1);
+    customers->clickHead(1);
+    customers->grid->setFocus();
+    QTest::keyClick(customers->grid, Qt::Key_Shift);
+    EXPECT_FALSE(customers->box->isVisible());
+}
+
+TEST_F(CustomerTest, aPressThatSlipsToAnotherRowStaysWithItsOwn) {
+    addRespondent(addCustomer(u"Acme"_s), u"Ann"_s);
+    addCustomer(u"Bolt"_s);
+    open();
+    customers->click(2, 1);
+    const auto middle = [&](int row) {
+        return customers->grid->visualRect(customers->grid->model()->index(row - 1, 1)).center();
+    };
+    QWidget* cells = customers->grid->viewport();
+    QTest::mousePress(cells, Qt::LeftButton, {}, middle(1));
+    QMouseEvent slip(QEvent::MouseMove, middle(2), cells->mapToGlobal(middle(2)), Qt::NoButton,
+                     Qt::LeftButton, {});
+    QCoreApplication::sendEvent(cells, &slip);
+    QTest::mouseRelease(cells, Qt::LeftButton, {}, middle(2));
+    EXPECT_EQ(customers->cell(), Cell(1, 2));
+    EXPECT_TRUE(customers->boxLiesOverCell());
+    EXPECT_EQ(respondents->grid->TextMatrix(1, 1), u"Ann"_s) << "the click counts for that row";
+}
+
+TEST_F(CustomerTest, accessKeysPressTheFormsButtonsAndEnterTheFocusedOne) {
+    frmCustomer& form = open();
+    type(u"Acme"_s);
+    key(Qt::Key_S, Qt::AltModifier); // also the access key of a menu
+    EXPECT_EQ(value(u"select custname from customer"_s), u"Acme"_s);
+    key(Qt::Key_A, Qt::AltModifier);
+    EXPECT_EQ(customers->grid->Rows(), 3);
+    control<QWidget>(form, "cmdDeleteCustomer")->setFocus();
+    customers->grid->setRow(1);
+    key(Qt::Key_Return);
+    EXPECT_EQ(value(u"select count(*) from customer"_s), u"0"_s);
+}
+
 TEST_F(CustomerTest, savingSkipsAStoredNameAndFiltersApostrophes) {
     addCustomer(u"Acme"_s);
     frmCustomer& form = open();
@@ -169,6 +216,8 @@ TEST_F(CustomerTest, respondentsFollowTheCustomerUnderTheCursor) {
     EXPECT_EQ(respondents->grid->TextMatrix(1, 1), u""_s) << "unsaved cells are dropped";
     key(Qt::Key_Up);
     EXPECT_EQ(respondents->grid->TextMatrix(2, 1), u"Abe"_s);
+    key(Qt::Key_Down);
+    EXPECT_EQ(respondents->box->text(), u""_s) << "no respondent of another customer";
 }
 
 TEST_F(CustomerTest, theDuplicateTestKeepsItsOddities) {

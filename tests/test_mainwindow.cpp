@@ -98,6 +98,25 @@ TEST_F(MainWindowTest, shortcutsOpenFormsAndTheTwoCataloguesExcludeEachOther) {
     EXPECT_EQ(frmAboutUs::loaded(), nullptr);
 }
 
+TEST_F(MainWindowTest, aShortcutGoesBeforeTheEditingKeysOfATextBox) {
+    frmParameter::instance().Show();
+    frmParameter::instance().toFocusParameter();
+    QLineEdit* box = frmParameter::instance().txtParameterDtls();
+    type(u"Price"_s);
+    const auto boxTakesSelectAll = [&] {
+        QKeyEvent asked(QEvent::ShortcutOverride, Qt::Key_A, Qt::ControlModifier);
+        asked.ignore(); // asked before a shortcut is looked for: accepted, the key edits
+        QCoreApplication::sendEvent(box, &asked);
+        return asked.isAccepted();
+    };
+    EXPECT_TRUE(boxTakesSelectAll());
+    QAction command(&MDIMain::instance());
+    command.setShortcut(QKeySequence(Qt::CTRL | Qt::Key_A));
+    EXPECT_FALSE(boxTakesSelectAll());
+    shortcut(Qt::Key_U);
+    EXPECT_NE(frmCustomer::loaded(), nullptr);
+}
+
 TEST_F(MainWindowTest, theToolbarsDropDownOpensItsForms) {
     const auto choose = [](const char* name) { control<QAction>(MDIMain::instance(), name)->trigger(); };
     choose("tlbParameter");

@@ -76,7 +76,6 @@ bool grabIndex() {
 
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
-    QApplication::setApplicationDisplayName(u"Gaugewell"_s);
     const QStringList arguments = QApplication::arguments();
     if (arguments.size() < 3 || !QDir().mkpath(arguments[2])) {
         std::fputs("usage: grab HOME FOLDER [dark]\n", stderr);

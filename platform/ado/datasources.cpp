@@ -2,6 +2,7 @@
 #include "platform/ado/datasources.h"
 
 #include <QHash>
+#include <QSet>
 #include <QSettings>
 #include <QStandardPaths>
 
@@ -13,6 +14,13 @@ QString dataSourceRegistry() {
     return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
            u"/gaugewell/datasources.ini";
 }
+
+namespace {
+
+/// Sources that could not be written in this run: an older entry of that name would lead to another file.
+QSet<QString> unwritten;
+
+} // namespace
 
 int SQLConfigDataSource(int request, const QString& driver, const QString& attributes) {
     QHash<QString, QString> values;
@@ -26,10 +34,17 @@ int SQLConfigDataSource(int request, const QString& driver, const QString& attri
     registry.setValue(name + u"/Driver", driver.section(u'\0', 0, 0));
     registry.setValue(name + u"/DBQ", values.value(u"DBQ"_s));
     registry.sync();
-    return registry.status() == QSettings::NoError ? 1 : 0;
+    const bool written = registry.status() == QSettings::NoError;
+    if (written)
+        unwritten.remove(name);
+    else
+        unwritten.insert(name);
+    return written ? 1 : 0;
 }
 
 QString dataSourcePath(const QString& name) {
+    if (unwritten.contains(name))
+        return {};
     const QSettings registry(dataSourceRegistry(), QSettings::IniFormat);
     return registry.value(name + u"/DBQ").toString();
 }

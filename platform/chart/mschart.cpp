@@ -6,6 +6,7 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QHelpEvent>
+#include <QTextDocument>
 #include <QVBoxLayout>
 
 #include <cmath>
@@ -262,7 +263,7 @@ void MSChart::resizeEvent(QResizeEvent* event) {
 bool MSChart::event(QEvent* event) {
     if (event->type() == QEvent::ToolTip) {
         const Point point = pointAt(static_cast<QHelpEvent*>(event)->pos());
-        setToolTip(point ? tipOf(point) : QString());
+        setToolTip(point ? Qt::convertFromPlainText(tipOf(point)) : QString());
     }
     return QWidget::event(event);
 }

@@ -6,7 +6,7 @@ namespace forms {
 DTPicker::DTPicker(QWidget* parent) : QDateEdit(parent) {
     setDisplayFormat(QStringLiteral("dd/MM/yyyy"));
     setCalendarPopup(true);
-    setMinimumDate({1900, 1, 1});
+    setMinimumDate({100, 1, 1});
     setMaximumDate({9999, 12, 31});
     connect(this, &QDateEdit::dateChanged, this, [this] { Q_EMIT Change(); });
 }

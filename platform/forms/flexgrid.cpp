@@ -90,8 +90,9 @@ void MSHFlexGrid::setTextMatrix(int atRow, int atCol, const QString& text) {
 }
 
 void MSHFlexGrid::RemoveItem(int atRow) {
+    const int before = row;
     cells->removeRow(atRow);
-    moveCursor(row, col);
+    moveCursor(before, col);
 }
 
 void MSHFlexGrid::setCellAlignment(int alignment) {
@@ -150,17 +151,23 @@ void MSHFlexGrid::mousePressEvent(QMouseEvent* event) {
     Q_EMIT MouseDown();
 }
 
+/// A press that slips to another cell still belongs to the cell where it began: the cursor stays there.
+void MSHFlexGrid::mouseMoveEvent(QMouseEvent* event) {
+    if (event->buttons() == Qt::NoButton)
+        QTableView::mouseMoveEvent(event);
+}
+
 void MSHFlexGrid::mouseReleaseEvent(QMouseEvent* event) {
     QTableView::mouseReleaseEvent(event);
-    const bool sameCell = pressed.isValid() && indexAt(event->position().toPoint()) == pressed;
+    const bool clicked = pressed.isValid() && viewport()->rect().contains(event->position().toPoint());
     pressed = {};
-    if (sameCell && event->button() == Qt::LeftButton)
+    if (clicked && event->button() == Qt::LeftButton)
         Q_EMIT Click();
 }
 
 void MSHFlexGrid::mouseDoubleClickEvent(QMouseEvent* event) {
     QTableView::mouseDoubleClickEvent(event);
-    if (indexAt(event->position().toPoint()).isValid())
+    if (event->button() == Qt::LeftButton && indexAt(event->position().toPoint()).isValid())
         Q_EMIT DblClick();
 }
 

@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/forms/form.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QEventLoop>
 #include <QKeyEvent>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QPushButton>
 #include <QScreen>
+#include <QToolButton>
 
 namespace forms {
 namespace {
@@ -45,6 +48,8 @@ void Form::loadInto() {
         setParent(QApplication::activeWindow(), Qt::Dialog);
         setWindowModality(Qt::ApplicationModal);
     }
+    for (QPushButton* button : findChildren<QPushButton*>())
+        button->setAutoDefault(true); // Enter presses the button that has the focus
     onLoad();
 }
 
@@ -65,14 +70,18 @@ void Form::setCaption(const QString& caption) {
 }
 
 void Form::setLeft(int twips) {
-    frame()->move(toPixels(twips), frame()->y());
+    if (!frame()->isMaximized())
+        frame()->move(toPixels(twips), frame()->y());
 }
 
 void Form::setTop(int twips) {
-    frame()->move(frame()->x(), toPixels(twips));
+    if (!frame()->isMaximized())
+        frame()->move(frame()->x(), toPixels(twips));
 }
 
 void Form::setHeight(int twips) {
+    if (frame()->isMaximized())
+        return;
     frame()->resize(frame()->width(), toPixels(twips));
     if (isVisible())
         keepInSight();
@@ -152,10 +161,52 @@ bool Form::onKeyDown(int key) {
 }
 
 bool Form::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() != QEvent::KeyPress || unloading || !watched->isWidgetType())
+    const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
+    if (!isKey || unloading || !watched->isWidgetType())
         return false;
-    const auto* target = static_cast<QWidget*>(watched);
-    return (target == this || isAncestorOf(target)) && onKeyDown(static_cast<QKeyEvent*>(event)->key());
+    auto* target = static_cast<QWidget*>(watched);
+    if (target != this && !isAncestorOf(target))
+        return false;
+    auto* key = static_cast<QKeyEvent*>(event);
+    if (event->type() == QEvent::ShortcutOverride)
+        return claimShortcut(key);
+    if (QAbstractButton* button = buttonOf(key, target)) {
+        button->click();
+        return true;
+    }
+    return onKeyDown(key->key());
+}
+
+/// Which of a control, a button of this form and the main window's menus a key belongs to: an access key of
+/// the form goes before the menu bar's, a shortcut of the main window before the editing keys of a text box.
+bool Form::claimShortcut(QKeyEvent* event) {
+    if (buttonOf(event, this)) {
+        event->accept();
+        return true;
+    }
+    for (const QAction* action : window()->findChildren<QAction*>(Qt::FindDirectChildrenOnly)) {
+        if (action->isEnabled() && !action->shortcut().isEmpty() &&
+            action->shortcut() == QKeySequence(event->keyCombination())) {
+            event->ignore();
+            return true;
+        }
+    }
+    return false;
+}
+
+/// The button that a key presses: by its access key, or Enter on a tool button that has the focus.
+QAbstractButton* Form::buttonOf(const QKeyEvent* event, QWidget* target) const {
+    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isEnter && event->modifiers() == Qt::NoModifier)
+        return qobject_cast<QToolButton*>(target);
+    if (event->modifiers() != Qt::AltModifier)
+        return nullptr;
+    for (QAbstractButton* button : findChildren<QAbstractButton*>()) {
+        if (button->isVisible() && button->isEnabled() &&
+            QKeySequence::mnemonic(button->text()) == QKeySequence(event->keyCombination()))
+            return button;
+    }
+    return nullptr;
 }
 
 void Form::closeEvent(QCloseEvent* event) {

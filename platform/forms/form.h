@@ -6,6 +6,7 @@
 #include <QPointer>
 #include <QWidget>
 
+class QAbstractButton;
 class QMdiArea;
 class QMdiSubWindow;
 
@@ -71,6 +72,8 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
+    bool claimShortcut(QKeyEvent* event);
+    QAbstractButton* buttonOf(const QKeyEvent* event, QWidget* target) const;
     QWidget* frame() const;
     QRect area() const;
     void keepInSight();

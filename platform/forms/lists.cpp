@@ -3,6 +3,7 @@
 
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QWheelEvent>
 
 namespace forms {
 
@@ -25,6 +26,10 @@ void ComboBox::setListIndex(int index) {
         return;
     setCurrentIndex(index);
     Q_EMIT Click();
+}
+
+void ComboBox::wheelEvent(QWheelEvent* event) {
+    event->ignore();
 }
 
 ListBox::ListBox(QWidget* parent) : QListWidget(parent) {

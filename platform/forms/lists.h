@@ -25,6 +25,11 @@ public:
 
 Q_SIGNALS:
     void Click();
+
+protected:
+    /// The wheel turns pages and picks nothing: a pick by accident would drop what was typed for the entry
+    /// before.
+    void wheelEvent(QWheelEvent* event) override;
 };
 
 /// A list. Click is told when the user clicks an entry, also a chosen one, or changes the choice by mouse or

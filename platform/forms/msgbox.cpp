@@ -20,7 +20,7 @@ QMessageBox::Icon iconOf(int messageStyle) {
 
 Answer showMessage(const Message& message) {
     QMessageBox box(QApplication::activeWindow());
-    box.setWindowTitle(message.title.isEmpty() ? QGuiApplication::applicationDisplayName() : message.title);
+    box.setWindowTitle(message.title.isEmpty() ? applicationTitle : message.title);
     box.setTextFormat(Qt::PlainText);
     box.setText(QString(message.text).replace(QLatin1StringView("\r\n"), QLatin1StringView("\n")));
     box.setIcon(iconOf(message.style));
@@ -55,6 +55,7 @@ Answer showMessage(const Message& message) {
 
 } // namespace
 
+QString applicationTitle;
 std::function<Answer(const Message&)> messageSeat = showMessage;
 
 Answer msgBox(const QString& text, int style, const QString& title) {

@@ -29,6 +29,9 @@ struct Message {
 /// Shows a message and waits for its answer. Esc answers Cancel, or No where there is no Cancel.
 Answer msgBox(const QString& text, int style = style::okOnly, const QString& title = {});
 
+/// The application's own title, of messages that have none of their own.
+extern QString applicationTitle;
+
 /// Who shows the messages; a test puts a recorder here.
 extern std::function<Answer(const Message&)> messageSeat;
 

@@ -4,6 +4,7 @@
 #include <QDrag>
 #include <QKeyEvent>
 #include <QMimeData>
+#include <QMouseEvent>
 
 namespace forms {
 
@@ -35,7 +36,11 @@ void TreeView::startDrag(Qt::DropActions) {
 
 void TreeView::mouseDoubleClickEvent(QMouseEvent* event) {
     QTreeWidget::mouseDoubleClickEvent(event);
-    Q_EMIT DblClick();
+    // On the arrow of a folder it opens and closes, and means no node.
+    const QPoint at = event->position().toPoint();
+    const bool onArrow = indexAt(at).isValid() && !visualRect(indexAt(at)).contains(at);
+    if (event->button() == Qt::LeftButton && !onArrow)
+        Q_EMIT DblClick();
 }
 
 void TreeView::keyPressEvent(QKeyEvent* event) {
