@@ -6,7 +6,7 @@
 namespace crystal {
 namespace {
 
-constexpr double columnGap = 3 * dotsPerMillimetre;
+constexpr double columnGap = 5 * dotsPerMillimetre;
 
 QRectF inDots(const QRectF& millimetres) {
     return {millimetres.topLeft() * dotsPerMillimetre, millimetres.size() * dotsPerMillimetre};
@@ -24,8 +24,8 @@ Look::Look(const Layout& layout)
     title = TextStyle(size + 9, width, Qt::AlignLeft, true);
     label = TextStyle(size, labelWidth - columnGap);
     value = TextStyle(size + 1, width - labelWidth, Qt::AlignLeft, true);
-    small = TextStyle(size - 1, width * 0.6);
-    smallRight = TextStyle(size - 1, width * 0.4, Qt::AlignRight);
+    small = TextStyle(size - 1, width * 0.35);
+    smallRight = TextStyle(size - 1, width * 0.65, Qt::AlignRight);
     count = TextStyle(size - 1, width * 0.25, Qt::AlignRight);
     headings[0] = TextStyle(size + 2, width * 0.75, Qt::AlignLeft, true);
     headings[1] = TextStyle(size + 0.5, width * 0.75, Qt::AlignLeft, true);

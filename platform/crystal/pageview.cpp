@@ -47,14 +47,19 @@ void PageView::goTo(int page) {
 
 void PageView::setZoom(double zoom) {
     const double place = verticalScrollBar()->value() / step();
+    chosen = true;
     factor = std::clamp(zoom, 0.25, 4.0);
     updateBars();
     verticalScrollBar()->setValue(static_cast<int>(place * step()));
     viewport()->update();
 }
 
+double PageView::widthZoom() const {
+    return (viewport()->width() - 2 * gap) * dotsPerInch / logicalDpiX() / report->paperSize().width();
+}
+
 void PageView::fitWidth() {
-    setZoom((viewport()->width() - 2 * gap) * dotsPerInch / logicalDpiX() / report->paperSize().width());
+    setZoom(widthZoom());
 }
 
 void PageView::updateBars() {
@@ -90,6 +95,8 @@ void PageView::paintEvent(QPaintEvent*) {
 }
 
 void PageView::resizeEvent(QResizeEvent*) {
+    if (!chosen)
+        factor = std::clamp(widthZoom(), 0.25, 1.0);
     updateBars();
 }
 

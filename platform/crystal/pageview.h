@@ -19,7 +19,7 @@ public:
     /// The page at the upper part of the view, from 0.
     int page() const;
     void goTo(int page);
-    /// 1: as large as on paper; within 0.25..4.
+    /// 1: as large as on paper; within 0.25..4. Until one is set, 1 or what shows the page's whole width.
     double zoom() const { return factor; }
     void setZoom(double zoom);
     /// The page's width fills the view's.
@@ -39,10 +39,12 @@ private:
     double scale() const; // pixels a dot
     QSizeF pageSize() const;
     double step() const; // from page to page
+    double widthZoom() const;
     void updateBars();
 
     std::shared_ptr<const Report> report;
     double factor = 1;
+    bool chosen = false; // the zoom, by the user
 };
 
 } // namespace crystal

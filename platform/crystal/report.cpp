@@ -51,6 +51,8 @@ void Report::paint(QPainter& painter, int number) const {
     const Block* above = nullptr;
     for (const Item& item : page.items) {
         const Block& block = content.blocks[item.block];
+        if (above && above->kind == Block::Kind::Row && block.kind != Block::Kind::Heading)
+            paintRule(painter, block, item.y, above);
         if (block.kind == Block::Kind::Heading)
             paintHeading(painter, block, item);
         else if (block.kind == Block::Kind::Mean)
@@ -59,6 +61,7 @@ void Report::paint(QPainter& painter, int number) const {
             paintRow(painter, block, item, above);
         above = &block;
     }
+    line(painter, page.items.back().y + page.items.back().height, hairline, look.body.left());
 }
 
 /// Draws the first page's head, or measures it without a painter. Gives the place below it.
@@ -79,7 +82,7 @@ double Report::walkHead(QPainter* painter) const {
     y += look.title.height(design.title) + 2 * look.padding;
     y = walkValues(painter, y) + 2 * look.padding;
     if (painter)
-        line(*painter, y, accent);
+        line(*painter, y, accent, look.body.left());
     return walkPictures(painter, y + 4 * look.padding);
 }
 
@@ -121,19 +124,21 @@ void Report::paintRunningHead(QPainter& painter) const {
             right << value;
     }
     painter.setPen(grey);
-    look.small.draw(painter, body.topLeft(), design.title, 0, 1);
-    look.smallRight.draw(painter, {body.left() + body.width() * 0.6, body.top()}, right.join(u" \u00b7 "_s),
-                         0, 1);
+    look.small.draw(painter, body.topLeft(), look.small.elided(design.title));
+    drawSmallRight(painter, body.top(), look.smallRight.elided(right.join(u" \u00b7 "_s)));
+}
+
+void Report::drawSmallRight(QPainter& painter, double y, const QString& text) const {
+    look.smallRight.draw(painter, {look.body.left() + look.body.width() * 0.35, y}, text);
 }
 
 void Report::paintFoot(QPainter& painter, int page) const {
     const QRectF& body = look.body;
     const double y = body.bottom() - look.small.lineHeight();
-    line(painter, y - look.padding, hairline);
+    line(painter, y - look.padding, hairline, body.left());
     painter.setPen(grey);
     look.small.draw(painter, {body.left(), y}, tr("Printed %1").arg(printedOn.toString(ado::dateTextFormat)));
-    look.smallRight.draw(painter, {body.left() + body.width() * 0.6, y},
-                         tr("Page %1 of %2").arg(page + 1).arg(pageCount()));
+    drawSmallRight(painter, y, tr("Page %1 of %2").arg(page + 1).arg(pageCount()));
 }
 
 void Report::paintColumnHead(QPainter& painter, double top) const {
@@ -155,7 +160,7 @@ void Report::paintHeading(QPainter& painter, const Block& block, const Item& ite
                     {look.body.right() - look.body.width() * 0.25 - 2 * look.padding,
                      y + style.lineHeight() - look.count.lineHeight()},
                     block.texts.last());
-    line(painter, item.y + item.height, block.level == 0 ? accent : hairline);
+    line(painter, item.y + item.height, block.level == 0 ? accent : hairline, look.body.left());
 }
 
 void Report::paintRow(QPainter& painter, const Block& block, const Item& item, const Block* above) const {
@@ -165,7 +170,6 @@ void Report::paintRow(QPainter& painter, const Block& block, const Item& item, c
             look.cells[i].draw(painter, {look.columnLeft[i], item.y + look.padding},
                                block.texts[static_cast<qsizetype>(i)], item.firstLine, item.lines);
     }
-    line(painter, item.y + item.height, hairline);
 }
 
 void Report::paintMean(QPainter& painter, const Block& block, const Item& item) const {
@@ -179,13 +183,22 @@ void Report::paintMean(QPainter& painter, const Block& block, const Item& item) 
         }
         look.means[i].draw(painter, {look.columnLeft[i], item.y + look.padding}, text, 0, 1);
     }
-    line(painter, item.y + item.height, grey);
 }
 
-void Report::line(QPainter& painter, double y, const QColor& color) const {
+/// Between two rows, beginning at the first cell that has changed.
+void Report::paintRule(QPainter& painter, const Block& block, double y, const Block* above) const {
+    std::size_t column = 0;
+    while (block.kind == Block::Kind::Row && column + 1 < design.columns.size() &&
+           isLeftOut(design, column, block, above))
+        ++column;
+    const bool mean = block.kind == Block::Kind::Mean;
+    line(painter, y, mean ? grey : hairline, column == 0 ? look.body.left() : look.columnLeft[column]);
+}
+
+void Report::line(QPainter& painter, double y, const QColor& color, double left) const {
     constexpr double thickness = 0.5 * dotsPerPoint;
     painter.setPen(QPen(color, thickness));
-    painter.drawLine(QPointF(look.body.left(), y), QPointF(look.body.right(), y));
+    painter.drawLine(QPointF(left, y), QPointF(look.body.right(), y));
 }
 
 } // namespace crystal

@@ -33,7 +33,9 @@ private:
     void paintHeading(QPainter& painter, const Block& block, const Item& item) const;
     void paintRow(QPainter& painter, const Block& block, const Item& item, const Block* above) const;
     void paintMean(QPainter& painter, const Block& block, const Item& item) const;
-    void line(QPainter& painter, double y, const QColor& color) const;
+    void paintRule(QPainter& painter, const Block& block, double y, const Block* above) const;
+    void drawSmallRight(QPainter& painter, double y, const QString& text) const;
+    void line(QPainter& painter, double y, const QColor& color, double left) const;
 
     Layout design;
     Records content;

@@ -37,6 +37,10 @@ int TextStyle::lines(const QString& text) const {
     return *measured.insert(text, laidOut(text)->lineCount());
 }
 
+QString TextStyle::elided(const QString& text) const {
+    return QFontMetricsF(font).elidedText(text, Qt::ElideRight, space);
+}
+
 void TextStyle::draw(QPainter& painter, QPointF place, const QString& text, int firstLine, int count) const {
     if (text.isEmpty())
         return;

@@ -32,6 +32,8 @@ public:
     /// The number of lines that the text wraps to; 0 for an empty text.
     int lines(const QString& text) const;
     double height(const QString& text) const { return lines(text) * distance; }
+    /// The text, or as much of its beginning as one line takes.
+    QString elided(const QString& text) const;
     /// Draws some of the text's lines, the first of them at the place of its left upper corner.
     void draw(QPainter& painter, QPointF place, const QString& text, int firstLine = 0,
               int count = 100000) const;
