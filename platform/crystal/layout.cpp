@@ -25,7 +25,7 @@ public:
     }
 
     QString text(const QString& name) {
-        const QString value = text(name, {});
+        QString value = text(name, {});
         if (value.isEmpty())
             refuse(u"<"_s + element + u"> needs the attribute '" + name + u"'.");
         return value;
@@ -35,7 +35,7 @@ public:
                                         [&](const auto& attribute) { return attribute.first == name; });
         if (found == values.end())
             return otherwise;
-        const QString value = found->second;
+        QString value = found->second;
         values.erase(found);
         return value;
     }
