@@ -3,6 +3,8 @@
 #   A template or a report layout is replaced only while the user has not changed it: while it is still what the last
 #   install put there, by the checksums kept in installed.txt.
 #   Help is the program's own and is replaced.
+cmake_policy(VERSION 3.25) # the install script that includes this sets none
+
 set(home "$ENV{DESTDIR}${CMAKE_INSTALL_PREFIX}")
 set(checksums "${home}/installed.txt")
 

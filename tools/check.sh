@@ -27,7 +27,7 @@ done
 
 echo "== clang-tidy =="
 cmake --preset dev >/dev/null
-cmake --build --preset dev --target gaugewell_program_autogen gaugewell_forms_autogen gaugewell_chart_autogen \
+cmake --build --preset dev --target gaugewell_program_autogen gaugewell_forms_autogen gaugewell_chart_autogen gaugewell_crystal_autogen \
   gaugewell_desktop_autogen >/dev/null
 git ls-files '*.cpp' ':!tests' ':!bench' ':!fuzz' |
   xargs -P "$(nproc)" -n 4 clang-tidy -p build/dev --quiet 2>/dev/null

@@ -36,8 +36,17 @@ void Connection::Open() {
     if (path.isEmpty())
         open->fail({number::dataSource, u"Data source name '"_s + name + u"' not found."});
     open->open(path);
+    admit(partOf(ConnectionString, u"PWD"_s));
+}
+
+void Connection::OpenReadOnly(const QString& path, const QString& password) {
+    open->open(path, Session::Access::Read);
+    admit(password);
+}
+
+void Connection::admit(const QString& password) {
     try {
-        requirePassword(*open, partOf(ConnectionString, u"PWD"_s));
+        requirePassword(*open, password);
     } catch (const Failure&) {
         open->close();
         throw;

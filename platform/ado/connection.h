@@ -25,6 +25,8 @@ public:
     /// Opens the file of the data source and checks the password. A file that can only be read is opened for
     /// reading.
     void Open();
+    /// Opens a database file by its path, for reading only, and checks the password.
+    void OpenReadOnly(const QString& path, const QString& password);
     /// Closes; a transaction that is open is rolled back. Closing twice does nothing.
     void Close();
     /// 0 closed, 1 open.
@@ -51,6 +53,8 @@ public:
     const std::shared_ptr<Session>& session() const { return open; }
 
 private:
+    void admit(const QString& password);
+
     std::shared_ptr<Session> open;
 };
 

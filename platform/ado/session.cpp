@@ -94,12 +94,13 @@ QVariant Prepared::column(int index) const {
     }
 }
 
-void Session::open(const QString& path) {
+void Session::open(const QString& path, Access access) {
     close();
     errorList.Clear();
     if (!QFileInfo(path).isFile())
         fail({number::dataSource, u"Could not find the database file '"_s + path + u"'."});
-    const int code = sqlite3_open_v2(path.toUtf8().constData(), &database, SQLITE_OPEN_READWRITE, nullptr);
+    const int flags = access == Access::Read ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
+    const int code = sqlite3_open_v2(path.toUtf8().constData(), &database, flags, nullptr);
     if (code != SQLITE_OK) {
         const QString words = database ? QString::fromUtf8(sqlite3_errmsg(database)) : QString();
         close();

@@ -57,7 +57,9 @@ public:
     Session& operator=(const Session&) = delete;
     ~Session() { close(); }
 
-    void open(const QString& path);
+    enum class Access { ReadWrite, Read };
+
+    void open(const QString& path, Access access = Access::ReadWrite);
     void close();
     bool isOpen() const { return database != nullptr; }
     sqlite3* handle() const { return database; }

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/crystal/crystalreport.h"
+
+#include "platform/crystal/previewwindow.h"
+#include "platform/crystal/report.h"
+
+using namespace Qt::StringLiterals;
+
+namespace crystal {
+
+std::function<void(const std::shared_ptr<const Report>&, const QString&, int)> previewSeat =
+    PreviewWindow::show;
+
+void CrystalReport::setAction(int action) {
+    constexpr int runNow = 1;
+    if (action != runNow)
+        return;
+    Layout layout = readLayout(ReportFileName);
+    const QString name = organisation(layout.organisation, layout.line);
+    if (!Password.startsWith(u'\n'))
+        throw ReportError(ReportFileName, 0, u"The password does not begin with a line feed."_s);
+    Records records =
+        readRecords(layout, DataFiles(0), Password.mid(1), parseSelection(SelectionFormula, ReportFileName));
+    previewSeat(std::make_shared<const Report>(std::move(layout), std::move(records), name), WindowTitle,
+                WindowState);
+}
+
+/// The text of the formula of that name.
+QString CrystalReport::organisation(const QString& wanted, qint64 line) const {
+    QString given;
+    for (const auto& [index, formula] : formulas) {
+        const QString name = formula.section(u'=', 0, 0).trimmed();
+        const QString text = formula.section(u'=', 1).trimmed();
+        if (text.size() < 2 || !text.startsWith(u'\'') || !text.endsWith(u'\''))
+            throw ReportError(
+                ReportFileName, 0,
+                u"The formula \"%1\" is not a name, = and a text between apostrophes."_s.arg(formula));
+        if (name == wanted)
+            return text.mid(1, text.size() - 2);
+        given += u" '"_s + name + u"'";
+    }
+    if (wanted.isEmpty())
+        return {};
+    throw ReportError(ReportFileName, line,
+                      u"The layout's organisation is the formula '%1', but the report was given%2."_s.arg(
+                          wanted, given.isEmpty() ? u" none"_s : given));
+}
+
+} // namespace crystal

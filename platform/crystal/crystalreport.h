@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/crystal/reporterror.h"
+
+#include <QString>
+
+#include <functional>
+#include <map>
+#include <memory>
+
+namespace crystal {
+
+class Report;
+
+/// Runs a report by its properties: reads the layout, reads the database, which is opened for reading only,
+/// and shows the preview, from which the user prints. Every failure is thrown as ReportError.
+class CrystalReport {
+public:
+    /// A line feed and then the database's password.
+    QString Password;
+    /// Formulas(0): "CompanyName='Larkmoor Ltd'". The name has to be the layout's, letter for letter; between
+    /// the outer apostrophes stands the text, whatever it holds.
+    QString& Formulas(int index) { return formulas[index]; }
+    /// DataFiles(0): full path of the database.
+    QString& DataFiles(int index) { return dataFiles[index]; }
+    /// Full path of the layout.
+    QString ReportFileName;
+    /// Which records are shown (crystal::parseSelection); empty: all.
+    QString SelectionFormula;
+    /// Title of the preview window.
+    QString WindowTitle;
+    /// 0 as it comes, 1 minimised, 2 maximised.
+    int WindowState = 0;
+
+    /// 1 runs the report; other values do nothing.
+    void setAction(int action);
+
+private:
+    QString organisation(const QString& wanted, qint64 line) const;
+
+    std::map<int, QString> formulas;
+    std::map<int, QString> dataFiles;
+};
+
+/// Who shows a report that has been run: the title and the state of the window come from the properties.
+/// Without a test's own it is PreviewWindow.
+extern std::function<void(const std::shared_ptr<const Report>&, const QString& title, int state)> previewSeat;
+
+} // namespace crystal

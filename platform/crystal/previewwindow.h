@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/crystal/report.h"
+
+#include <QMainWindow>
+
+#include <functional>
+#include <memory>
+
+class QLabel;
+class QPrinter;
+class QSpinBox;
+
+namespace crystal {
+
+class PageView;
+
+/// Shows a report's pages; from here the user prints them or saves them as a PDF. A failure of either stands
+/// in the status bar. The window is gone when it is closed.
+class PreviewWindow : public QMainWindow {
+    Q_OBJECT
+
+public:
+    /// Opens a window of its own for the report. state: 0 as it comes, 1 minimised, 2 maximised.
+    static void show(const std::shared_ptr<const Report>& report, const QString& title, int state);
+
+    void printReport();
+    void saveAsPdf();
+
+private:
+    PreviewWindow(std::shared_ptr<const Report> shown, const QString& title);
+    void addActions();
+    void addPageBox();
+    void attempt(const QString& success, const std::function<void()>& step);
+
+    std::shared_ptr<const Report> report;
+    PageView* view;
+    QSpinBox* pageBox;
+};
+
+/// Who asks for the PDF's file, given a suggestion; an empty text: the user gave up. A test answers here.
+extern std::function<QString(QWidget* window, const QString& suggestion)> pdfFileSeat;
+
+/// Who lets the user choose a printer and pages; false: the user gave up.
+extern std::function<bool(QWidget* window, QPrinter& printer)> printerSeat;
+
+} // namespace crystal

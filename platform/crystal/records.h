@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/crystal/layout.h"
+#include "platform/crystal/selection.h"
+
+#include <QStringList>
+
+namespace crystal {
+
+/// One line of the report's body.
+struct Block {
+    enum class Kind {
+        Heading, ///< of a group: its words and the row count
+        Row,     ///< one text a column
+        Mean,    ///< below a group: one text a column, empty for a column without a mean
+    };
+
+    Kind kind = Kind::Row;
+    int level = 0; ///< of a heading, from 0
+    QStringList texts;
+};
+
+/// What a report shows, as texts.
+struct Records {
+    QStringList values; ///< of the head, one for each HeadValue; empty where nothing is known
+    std::vector<Block> blocks;
+};
+
+/// Reads the layout's table from the database file, which is opened for reading only. Throws ReportError for
+/// a password that is not the file's, a table or field that is not there, and a condition that does not fit.
+Records readRecords(const Layout& layout, const QString& database, const QString& password,
+                    const std::vector<Condition>& selection);
+
+} // namespace crystal

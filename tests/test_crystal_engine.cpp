@@ -1,0 +1,324 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/ado/connection.h"
+#include "platform/ado/store.h"
+#include "platform/crystal/crystalreport.h"
+#include "platform/crystal/output.h"
+#include "platform/crystal/pageview.h"
+#include "platform/crystal/previewwindow.h"
+#include "platform/crystal/selection.h"
+#include "tests/support/pdftext.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QPrinter>
+#include <QSpinBox>
+#include <QStatusBar>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The sentence of the failure that the step throws; empty when it throws none.
+template <class Step> QString failureOf(Step step) {
+    try {
+        step();
+    } catch (const crystal::ReportError& error) {
+        return error.text();
+    }
+    return {};
+}
+
+TEST(Selection, readsTheShapesThatReportsUse) {
+    const struct {
+        QString formula, conditions;
+    } cases[] = {
+        {u""_s, u""_s},
+        {u"{log.custname}='Zoë & Söhne'"_s, u"log custname = Zoë & Söhne;"_s},
+        {u"{a.custname}='X' and {a.date}>=date(2002,03,05)and {a.date}<=date(2002,12,31)"_s,
+         u"a custname = X;a date >= 2002-03-05;a date <= 2002-12-31;"_s},
+        {u"{r.respondentname} = ['Ann'] and {r.custname}=[' and {x.y}= ']and {r.sdate}=date(2002,3,5)"_s,
+         u"r respondentname = Ann;r custname =  and {x.y}= ;r sdate = 2002-03-05;"_s},
+        {u"{a.b}=''"_s, u"a b = ;"_s},
+    };
+    for (const auto& [formula, conditions] : cases) {
+        QString found;
+        for (const crystal::Condition& condition : crystal::parseSelection(formula, u"x.rpt"_s))
+            found += condition.table + u' ' + condition.field + u' ' + condition.comparison + u' ' +
+                     condition.value.toString() + u';';
+        EXPECT_EQ(found.toStdString(), conditions.toStdString()) << formula.toStdString();
+    }
+}
+
+TEST(Selection, refusesEverythingElse) {
+    const struct {
+        QString formula, reason;
+    } cases[] = {
+        {u"{a.b}='O'Brien'"_s, u"at 'Brien'': 'and' is expected"_s},
+        {u"{a.b}='x' or {a.c}='y'"_s, u"'and' is expected"_s},
+        {u"{a.b}='x' and "_s, u"at its end: '{' is expected"_s},
+        {u"{a.b}='x"_s, u"a closing apostrophe is expected"_s},
+        {u"{a.b}=['x'"_s, u"']' is expected"_s},
+        {u"{a.b}=['x','y']"_s, u"']' is expected"_s},
+        {u"{ab}='x'"_s, u"a table's name and a point is expected"_s},
+        {u"{a.b='x'"_s, u"a field's name and } is expected"_s},
+        {u"{a.b}<>'x'"_s, u"=, >= or <= is expected"_s},
+        {u"{a.b}>='x'"_s, u"a date is expected"_s},
+        {u"{a.b}=7"_s, u"''' is expected"_s},
+        {u"{a.b}=date(2002,15,03)"_s, u"'2002,15,03' is not a date"_s},
+        {u"{a.b}=date(2002,02,29)"_s, u"is not a date"_s},
+        {u"{a.b}=date(,02,03)"_s, u"a whole number is expected"_s},
+        {u"{a.b}=date(2002,02,03"_s, u"')' is expected"_s},
+        {u"{a.b}='x'; delete from a"_s, u"'and' is expected"_s},
+    };
+    for (const auto& [formula, reason] : cases) {
+        const QString sentence = failureOf([&] { crystal::parseSelection(formula, u"x.rpt"_s); });
+        EXPECT_TRUE(sentence.startsWith(u"x.rpt: "_s) && sentence.contains(reason))
+            << formula.toStdString() << ": " << sentence.toStdString();
+    }
+}
+
+/// A store of one table and a layout for it; the preview is kept instead of shown.
+class CrystalTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ado::createStore(directory.filePath(u"store.mdb"_s),
+                         "create table visit (guest TEXT collate UNICODE_CI, day DATE, mark SINGLE,"
+                         " paid YESNO, note TEXT collate UNICODE_CI);"
+                         "insert into visit values ('Ann', '2002-03-15', 7, -1, 'first');"
+                         "insert into visit values ('Zoë', '2002-03-16', 0, 0, 'second');"
+                         "insert into visit values ('ann', '2002-03-17', 8.5, null, 'third');",
+                         u"secret"_s);
+        report.Password = u"\nsecret"_s;
+        report.DataFiles(0) = directory.filePath(u"store.mdb"_s);
+        report.ReportFileName = directory.filePath(u"visit.rpt"_s);
+        report.Formulas(0) = u"CompanyName='O'Hara & Sons'"_s;
+        crystal::previewSeat = [this](const auto& shown, const QString&, int) { run = shown; };
+    }
+    void TearDown() override { crystal::previewSeat = crystal::PreviewWindow::show; }
+
+    void writeLayout(const QString& inside, const QString& table = u"visit"_s) const {
+        QFile file(report.ReportFileName);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write((u"<report title='Visits' table='"_s + table +
+                    u"' organisation='CompanyName' empty='Nobody came.'>\n" + inside + u"\n</report>\n")
+                       .toUtf8());
+    }
+    void execute(const QByteArray& sql) {
+        const QString path = report.DataFiles(0);
+        QFile::remove(path);
+        ado::createStore(
+            path, "create table visit (guest TEXT, day DATE, mark SINGLE, paid YESNO, note TEXT);" + sql,
+            u"secret"_s);
+    }
+    QString failure() {
+        return failureOf([this] { report.setAction(1); });
+    }
+    QStringList pages() const {
+        const QString pdf = directory.filePath(u"out.pdf"_s);
+        crystal::savePdf(*run, pdf);
+        return pdfPages(pdf);
+    }
+
+    QTemporaryDir directory;
+    crystal::CrystalReport report;
+    std::shared_ptr<const crystal::Report> run;
+};
+
+const QString guestColumn = u"<column field='guest' width='1' heading='Guest'/>"_s;
+
+TEST_F(CrystalTest, layoutErrorsNameFileAndLine) {
+    const struct {
+        QString inside, place, sentence;
+    } cases[] = {
+        {u"<column field='guest' width='1'>"_s, u", line 3: "_s, u"not valid XML"_s},
+        {u"\n<colum field='guest'/>"_s, u", line 3: "_s, u"no element <colum>"_s},
+        {u"<column field='guest' width='1' wide='2'/>"_s, u", line 2: "_s, u"no attribute 'wide'"_s},
+        {u"<column width='1'/>"_s, u", line 2: "_s, u"needs the attribute 'field'"_s},
+        {u"<column field='guest' width='a'/>"_s, u", line 2: "_s, u"is not a number from 1 to 1000"_s},
+        {u"<column field='guest'/>"_s, u", line 2: "_s, u"is not a number"_s},
+        {u"<page paper='A9'/>"_s, u", line 2: "_s, u"not one of: A4, A3"_s},
+        {u"<group field='guest' count='rows'/>"_s, u", line 2: "_s, u"two words with a bar"_s},
+        {u"<column field='guest' width='1' mean='yes'/>"_s, u", line 2: "_s, u"has a mean"_s},
+        {u"<order field='day'/>"_s, u", line 1: "_s, u"no <column>"_s},
+        {guestColumn + u"\n<order field='dya'/>"_s, u", line 3: "_s, u"no field 'dya' in 'visit'"_s},
+        {u"\n\n<column field='gast' width='1'/>"_s, u", line 4: "_s, u"no field 'gast'"_s},
+        {u"<column field='guest' width='1' format='date'/>"_s, u", line 2: "_s, u"does not fit"_s},
+        {u"<column field='paid' width='1' format='number'/>"_s, u", line 2: "_s, u"does not fit"_s},
+        {guestColumn + u"\n<picture file='no.bmp'/>"_s, u", line 3: "_s, u"no.bmp' is not there"_s},
+    };
+    for (const auto& [inside, place, sentence] : cases) {
+        writeLayout(inside);
+        const QString found = failure();
+        EXPECT_TRUE(found.startsWith(report.ReportFileName + place) && found.contains(sentence))
+            << inside.toStdString() << ": " << found.toStdString();
+    }
+}
+
+TEST_F(CrystalTest, propertiesThatDoNotFitAreRefused) {
+    using Change = std::function<void()>;
+    const struct {
+        Change change;
+        QString sentence;
+    } cases[] = {
+        {[&] { report.Password = u"\nother"_s; }, u"store.mdb: Not a valid password."_s},
+        {[&] { report.Password = u"secret"_s; }, u"does not begin with a line feed"_s},
+        {[&] { report.DataFiles(0) += u"x"_s; }, u"Could not find the database file"_s},
+        {[&] { report.ReportFileName += u"x"_s; }, u"visit.rptx: The report layout is not there"_s},
+        {[&] { report.Formulas(0) = u"companyname='A'"_s; }, u"but the report was given 'companyname'"_s},
+        {[&] { report.Formulas(0) = u"CompanyName=A"_s; }, u"not a name, = and a text"_s},
+        {[&] { report.Formulas(0) = u"CompanyName='"_s; }, u"not a name, = and a text"_s},
+        {[&] { report.SelectionFormula = u"{visit.gast}='A'"_s; }, u"no field 'gast'"_s},
+        {[&] { report.SelectionFormula = u"{log.guest}='A'"_s; },
+         u"names {log.guest}, but the report reads"_s},
+        {[&] { report.SelectionFormula = u"{visit.day}='A'"_s; }, u"compares {visit.day} with a text"_s},
+        {[&] { report.SelectionFormula = u"{visit.guest}=date(2002,1,1)"_s; }, u"with a date"_s},
+        {[&] { writeLayout(guestColumn, u"visits"_s); }, u"no table or saved query 'visits'"_s},
+    };
+    for (const auto& [change, sentence] : cases) {
+        const crystal::CrystalReport before = report;
+        writeLayout(guestColumn);
+        change();
+        EXPECT_TRUE(failure().contains(sentence)) << failure().toStdString();
+        report = before;
+    }
+    EXPECT_EQ(run, nullptr);
+}
+
+TEST_F(CrystalTest, recordsAreChosenGroupedAndShownByTheLayout) {
+    writeLayout(u"<value label='Newest' field='day' format='date' take='largest'/>"
+                "<group field='guest' label='Guest:' count='1 visit|%n visits'/>"
+                "<column field='day' width='2' format='date' heading='Day'/>"
+                "<column field='mark' width='2' format='number' decimals='1' zero='none' mean='yes'/>"
+                "<column field='paid' width='2' format='yesno' yes='paid' no='open'/>"_s);
+    ASSERT_EQ(failure().toStdString(), "");
+    expectInOrder(pages().value(0),
+                  {u"O'Hara & Sons"_s, u"Visits"_s, u"Newest"_s, u"17/03/2002"_s, u"Day"_s, u"Guest: Ann"_s,
+                   u"2 visits"_s, u"15/03/2002 7.0 paid"_s, u"17/03/2002 8.5 open"_s, u"Mean 7.75"_s,
+                   u"Guest: Zoë"_s, u"1 visit"_s, u"16/03/2002 none open"_s,
+                   QDate::currentDate().toString(u"'Printed' dd/MM/yyyy"_s), u"Page 1 of 1"_s});
+
+    report.SelectionFormula =
+        u"{visit.guest} = ['ANN'] and {Visit.Day}>=date(2002,03,16)and {visit.day}<=date(2002,03,17)"_s;
+    ASSERT_EQ(failure().toStdString(), "");
+    EXPECT_EQ(run->pageCount(), 1);
+    const QString text = pages().value(0);
+    expectInOrder(text, {u"Guest: ann"_s, u"17/03/2002 8.5 open"_s});
+    EXPECT_FALSE(text.contains(u"15/03/2002"_s) || text.contains(u"Zoë"_s)) << text.toStdString();
+}
+
+TEST_F(CrystalTest, withoutRecordsTheLayoutsSentenceStandsUnderWhatWasAskedFor) {
+    writeLayout(u"<value label='Guest' field='guest'/><column field='day' width='1' heading='Day'/>"_s);
+    report.SelectionFormula = u"{visit.guest}='Bo'"_s;
+    ASSERT_EQ(failure().toStdString(), "");
+    expectInOrder(pages().value(0), {u"Guest Bo"_s, u"Nobody came."_s, u"Page 1 of 1"_s});
+}
+
+TEST_F(CrystalTest, headingsReturnOnEveryPageAndALongTextGoesOn) {
+    QStringList words;
+    for (int i = 0; i < 4000; ++i)
+        words << u"w%1."_s.arg(i);
+    QByteArray sql = "insert into visit (guest, note) values ('Ann', '" + words.join(u' ').toUtf8() + "');";
+    for (int i = 0; i < 120; ++i)
+        sql += "insert into visit (guest, note) values ('Bo', 'row" + QByteArray::number(i) + ".');";
+    execute(sql);
+    writeLayout(
+        u"<page paper='A5'/><group field='guest'/><column field='note' width='1' heading='Remark'/>"_s);
+    ASSERT_EQ(failure().toStdString(), "");
+    const QStringList all = pages();
+    ASSERT_EQ(all.size(), run->pageCount());
+    ASSERT_GT(all.size(), 8);
+    for (qsizetype i = 0; i < all.size(); ++i)
+        expectInOrder(all[i], {u"Visits"_s, u"Remark"_s, u"Page %1 of %2"_s.arg(i + 1).arg(all.size())});
+    EXPECT_TRUE(all[1].contains(u"Ann (continued)"_s));
+    EXPECT_TRUE(all.last().contains(u"Bo (continued)"_s));
+    for (int i = 0; i < 120; ++i)
+        words << u"row%1."_s.arg(i);
+    expectInOrder(all.join(u' '), words);
+}
+
+TEST_F(CrystalTest, readsOnlyAndLeavesTheDatabaseAsItWas) {
+    writeLayout(guestColumn);
+    QFile store(report.DataFiles(0));
+    const auto content = [&] {
+        EXPECT_TRUE(store.open(QIODevice::ReadOnly));
+        const QByteArray bytes = store.readAll();
+        store.close();
+        return bytes;
+    };
+    const QByteArray before = content();
+    ASSERT_TRUE(store.setPermissions(QFile::ReadOwner));
+    EXPECT_EQ(failure().toStdString(), "");
+    EXPECT_EQ(content(), before);
+    EXPECT_EQ(QDir(directory.path()).entryList(QDir::Files), (QStringList{u"store.mdb"_s, u"visit.rpt"_s}));
+
+    ASSERT_TRUE(store.setPermissions(QFile::ReadOwner | QFile::WriteOwner));
+    ado::Connection connection;
+    connection.OpenReadOnly(report.DataFiles(0), u"secret"_s);
+    EXPECT_THROW(connection.Execute(u"delete from visit"_s), ado::Failure);
+    EXPECT_EQ(content(), before);
+}
+
+TEST_F(CrystalTest, thePreviewTurnsPagesPrintsAndSaves) {
+    QByteArray sql;
+    for (int i = 0; i < 200; ++i)
+        sql += "insert into visit (guest) values ('Guest" + QByteArray::number(i) + "');";
+    execute(sql);
+    writeLayout(guestColumn);
+    crystal::previewSeat = crystal::PreviewWindow::show;
+    report.WindowTitle = u"The visits"_s;
+    report.WindowState = 2;
+    ASSERT_EQ(failure().toStdString(), "");
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    const auto found = std::find_if(windows.begin(), windows.end(),
+                                    [](QWidget* widget) { return widget->objectName() == u"PreviewWindow"; });
+    ASSERT_NE(found, windows.end());
+    QPointer<QMainWindow> window = qobject_cast<QMainWindow*>(*found);
+    EXPECT_EQ(window->windowTitle(), u"The visits"_s);
+    EXPECT_TRUE(window->isMaximized());
+    const auto press = [&](const char* action) {
+        window->findChild<QAction*>(QLatin1StringView(action))->trigger();
+    };
+
+    auto* view = window->findChild<crystal::PageView*>();
+    const auto* box = window->findChild<QSpinBox*>(u"page"_s);
+    const int last = box->maximum();
+    ASSERT_GT(last, 3);
+    EXPECT_EQ(box->text(), u"Page 1 of %1"_s.arg(last));
+    QTest::keyClick(view, Qt::Key_PageDown);
+    EXPECT_EQ(box->value(), 2);
+    press("next");
+    EXPECT_EQ(box->value(), 3);
+    QTest::keyClick(view, Qt::Key_PageUp);
+    EXPECT_EQ(box->value(), 2);
+    const double zoom = view->zoom();
+    press("larger");
+    EXPECT_GT(view->zoom(), zoom);
+    EXPECT_EQ(box->value(), 2);
+    QTest::keyClick(view, Qt::Key_End);
+    EXPECT_EQ(box->value(), last);
+
+    const QString saved = directory.filePath(u"saved.pdf"_s);
+    crystal::pdfFileSeat = [&](QWidget*, const QString&) { return saved; };
+    press("save");
+    const QStringList savedPages = pdfPages(saved);
+    EXPECT_EQ(savedPages.size(), last);
+    const QString printed = directory.filePath(u"printed.pdf"_s);
+    crystal::printerSeat = [&](QWidget*, QPrinter& printer) {
+        printer.setOutputFileName(printed);
+        printer.setFromTo(2, 3);
+        return true;
+    };
+    press("print");
+    EXPECT_EQ(pdfPages(printed).join(u'\n'), savedPages.mid(1, 2).join(u'\n'));
+    crystal::pdfFileSeat = [&](QWidget*, const QString&) { return directory.filePath(u"no/such.pdf"_s); };
+    press("save");
+    EXPECT_TRUE(window->statusBar()->currentMessage().contains(u"no/such.pdf: The PDF cannot be written"_s));
+    press("close");
+    QTRY_VERIFY(window.isNull());
+}
+
+} // namespace
