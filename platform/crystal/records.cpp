@@ -142,7 +142,8 @@ public:
         ado::Prepared columns =
             session.prepare({u"select name, type from pragma_table_info(?)"_s, {layout.table}});
         while (columns.step())
-            types[columns.column(0).toString().toLower()] = ado::columnType(columns.column(1).toString());
+            types[columns.column(0).toString().toLower()] =
+                ado::columnType(columns.column(1).toString().toUtf8().constData());
         if (types.empty())
             throw ReportError(layout.file, layout.line,
                               u"The database has no table or saved query '%1'."_s.arg(layout.table));
