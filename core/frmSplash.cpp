@@ -42,8 +42,9 @@ bool frmSplash::onKeyDown(int key) {
 }
 
 bool frmSplash::eventFilter(QObject* watched, QEvent* event) {
-    const bool inFrame = watched == ui->Frame1 || (watched->isWidgetType() &&
-                                                   ui->Frame1->isAncestorOf(static_cast<QWidget*>(watched)));
+    // Without the frame the form is still being made.
+    const auto* widget = watched->isWidgetType() ? static_cast<QWidget*>(watched) : nullptr;
+    const bool inFrame = ui->Frame1 && widget && (widget == ui->Frame1 || ui->Frame1->isAncestorOf(widget));
     if (inFrame && event->type() == QEvent::MouseButtonRelease) {
         toLeadOn();
         return true;
