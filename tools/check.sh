@@ -26,8 +26,9 @@ for file in "${sources[@]}"; do
 done
 
 echo "== clang-tidy =="
+# The generated headers must be there. The path-sensitive clang-analyzer takes as long as all the rest: run it by hand,
+# as .clang-tidy has it.
 cmake --preset dev >/dev/null
-cmake --build --preset dev --target gaugewell_program_autogen gaugewell_forms_autogen gaugewell_chart_autogen gaugewell_crystal_autogen \
-  gaugewell_desktop_autogen >/dev/null
+cmake --build --preset dev --target autogen >/dev/null
 git ls-files '*.cpp' ':!tests' ':!bench' ':!fuzz' |
-  xargs -P "$(nproc)" -n 4 clang-tidy -p build/dev --quiet 2>/dev/null
+  xargs -P "$(nproc)" -n 4 clang-tidy -p build/dev --quiet '--checks=-clang-analyzer-*' 2>/dev/null
