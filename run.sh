@@ -1,14 +1,24 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: GPL-3.0-or-later
 # Installs what is needed, builds Gaugewell, installs it into ~/Gaugewell and starts it.
+# With --demo: into ~/Gaugewell-demo, with a store of invented surveys to look at.
 set -euo pipefail
 cd "$(dirname "$0")"
-home="${GAUGEWELL_HOME:-$HOME/Gaugewell}"
+case "${1:-}" in
+  "") home="${GAUGEWELL_HOME:-$HOME/Gaugewell}" ;;
+  --demo) home="${GAUGEWELL_DEMO_HOME:-$HOME/Gaugewell-demo}" ;;
+  *) echo "usage: run.sh [--demo]" >&2; exit 2 ;;
+esac
 
 tools/packages.sh build run
 echo "Building..."
 cmake --preset release -DBUILD_TESTING=OFF >/dev/null
 cmake --build --preset release
+if [ "${1:-}" = --demo ] && [ ! -e "$home/Tallywell.mdb" ]; then
+  mkdir -p "$home"
+  build/release/tools/makedemo home/schema.sql "$home/Tallywell.mdb" kvtwpa
+  echo "Larkmoor Quality Services" >"$home/company.txt"
+fi
 echo "Installing into $home (your database and your own files there are kept)..."
 cmake --install build/release --prefix "$home" >/dev/null
 

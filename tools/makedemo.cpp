@@ -1,0 +1,198 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// makedemo SCHEMA.SQL STORE.MDB PASSWORD: makes the demonstration store: 5 customers with 3 respondents each,
+// 8 parameters of 5 questions, 6 quarterly surveys with answers, and actions. The same store at each run.
+#include "platform/ado/error.h"
+#include "platform/ado/store.h"
+#include "tools/demotexts.h"
+
+#include <QCoreApplication>
+#include <QDate>
+#include <QFile>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <iterator>
+#include <random>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int quarters = 6;
+constexpr int questionsOfParameter = 5;
+
+QDate surveyDate(int quarter) {
+    return QDate(2025, 4, 1).addMonths(3 * quarter).addDays(-1); // the last day of the quarter
+}
+
+QString quoted(const QString& text) {
+    return u"'" + QString(text).replace(u'\'', QChar(0x2019)) + u"'";
+}
+QString quoted(const char* text) {
+    return quoted(QString::fromUtf8(text));
+}
+QString quoted(const QDate& date) {
+    return quoted(date.toString(Qt::ISODate));
+}
+
+/// Numbers that are the same on every machine.
+class Chance {
+public:
+    /// A whole number from 0 to end - 1.
+    int below(int end) { return static_cast<int>(generator() % static_cast<unsigned>(end)); }
+    /// About the normal distribution with standard deviation 1.
+    double noise() {
+        double sum = 0;
+        for (int i = 0; i < 12; ++i)
+            sum += below(10000) / 10000.0;
+        return sum - 6;
+    }
+
+private:
+    std::mt19937 generator{20260630};
+};
+
+class DemoScript {
+public:
+    QByteArray text() {
+        addCatalogue();
+        addCustomers();
+        for (int quarter = 0; quarter < quarters; ++quarter)
+            for (int customer = 0; customer < int(std::size(demo::customers)); ++customer)
+                addSurvey(customer, quarter);
+        addActions();
+        return script.toUtf8();
+    }
+
+private:
+    void insert(const QString& table, const QStringList& values) {
+        script += u"INSERT INTO " + table + u" VALUES (" + values.join(u", "_s) + u");\n";
+    }
+
+    void addCatalogue() {
+        int paramid = 0;
+        for (const demo::Parameter& parameter : demo::parameters) {
+            insert(u"parameter"_s, {QString::number(++paramid), quoted(parameter.name)});
+            const int first = (paramid - 1) * questionsOfParameter + 1;
+            int questionid = first;
+            for (const char* question : parameter.scored)
+                insert(u"questions"_s,
+                       {QString::number(questionid++), quoted(question), u"-1"_s, QString::number(paramid)});
+            insert(u"questions"_s,
+                   {QString::number(questionid), quoted(parameter.open), u"0"_s, QString::number(paramid)});
+        }
+    }
+
+    static QString emailOf(const demo::Respondent& respondent, const demo::Customer& customer) {
+        const QString surname = QString::fromUtf8(respondent.name).section(u' ', -1);
+        QString plain;
+        for (const QChar letter : surname.normalized(QString::NormalizationForm_D).toLower())
+            if (letter.isLetter())
+                plain += letter;
+        return plain + u"@" + QString::fromUtf8(customer.domain);
+    }
+
+    void addCustomers() {
+        int custid = 0;
+        int respondentid = 0;
+        for (const demo::Customer& customer : demo::customers) {
+            insert(u"customer"_s,
+                   {QString::number(++custid), quoted(customer.name), quoted(customer.address),
+                    quoted(customer.phone), quoted(u"info@" + QString::fromUtf8(customer.domain))});
+            for (const demo::Respondent& respondent : customer.respondents)
+                insert(u"respondent"_s,
+                       {QString::number(++respondentid), QString::number(custid), quoted(respondent.name),
+                        quoted(respondent.designation), quoted(emailOf(respondent, customer))});
+            insert(u"standardmessage"_s,
+                   {QString::number(custid),
+                    quoted(u"Dear customer,\n\nplease fill in the attached questionnaire and send it back "
+                           "within two weeks. Thank you for helping us to improve.\n\n"_s +
+                           QString::fromUtf8(demo::organisation))});
+        }
+    }
+
+    void addSurvey(int customer, int quarter) {
+        const QString surveyid = QString::number(++lastSurvey);
+        insert(u"survey"_s, {surveyid, quoted(surveyDate(quarter)), QString::number(customer + 1)});
+        for (int person = 0; person < 3; ++person) {
+            const int respondentid = customer * 3 + person + 1;
+            const bool answered = quarter + 1 < quarters || person < 2; // the last forms are still out
+            int order = 0;
+            int questionid = 0;
+            for (const demo::Parameter& parameter : demo::parameters)
+                for (int i = 0; i < questionsOfParameter; ++i) {
+                    insert(u"responquesindex"_s,
+                           {QString::number(respondentid), QString::number(++questionid), surveyid,
+                            QString::number(++order)});
+                    if (answered)
+                        addAnswer(parameter, {customer, quarter, respondentid, questionid, i}, surveyid);
+                }
+        }
+    }
+
+    struct Asked {
+        int customer;
+        int quarter;
+        int respondentid;
+        int questionid;
+        int ofParameter; // which question of its parameter
+    };
+
+    static QString mark(double value) {
+        return QString::number(std::clamp(static_cast<int>(std::lround(value)), 1, 10));
+    }
+
+    void addAnswer(const demo::Parameter& parameter, const Asked& asked, const QString& surveyid) {
+        const QStringList key{u"NULL"_s, QString::number(asked.respondentid),
+                              QString::number(asked.questionid), surveyid, quoted(surveyDate(asked.quarter))};
+        const QString weightage = mark(parameter.weightage + 0.8 * chance.noise());
+        if (asked.ofParameter < int(parameter.scored.size())) {
+            const double mean = parameter.level + parameter.trend * asked.quarter +
+                                demo::customers[asked.customer].bias + 0.3 * (asked.ofParameter - 1.5);
+            insert(u"feedbackobjective"_s, key + QStringList{mark(mean + 0.9 * chance.noise()), weightage});
+        } else {
+            const char* reply = parameter.replies[std::size_t(chance.below(int(parameter.replies.size())))];
+            insert(u"feedbackdescriptive"_s, key + QStringList{quoted(reply), weightage});
+        }
+    }
+
+    void addActions() {
+        int actionid = 0;
+        for (const demo::Action& action : demo::actions) {
+            const QDate date = surveyDate(action.quarter).addDays(14);
+            insert(u"actionplan"_s,
+                   {QString::number(++actionid), QString::number(action.customer + 1), quoted(date),
+                    quoted(action.text), quoted(date.addDays(action.daysToTarget)),
+                    action.complete ? u"-1"_s : u"0"_s});
+        }
+    }
+
+    Chance chance;
+    QString script;
+    int lastSurvey = 0;
+};
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.size() != 4) {
+        std::fputs("usage: makedemo SCHEMA.SQL STORE.MDB PASSWORD\n", stderr);
+        return 2;
+    }
+    QFile schema(arguments[1]);
+    if (!schema.open(QIODevice::ReadOnly)) {
+        std::fprintf(stderr, "%s: %s\n", qPrintable(arguments[1]), qPrintable(schema.errorString()));
+        return 1;
+    }
+    try {
+        ado::createStore(arguments[2], schema.readAll() + "\nBEGIN;\n" + DemoScript().text() + "COMMIT;\n",
+                         arguments[3]);
+    } catch (const ado::Failure& failure) {
+        std::fprintf(stderr, "%s: %s\n", qPrintable(arguments[2]), failure.what());
+        return 1;
+    }
+    return 0;
+}
