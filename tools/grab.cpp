@@ -7,6 +7,7 @@
 #include "core/frmAboutUs.h"
 #include "core/frmSplash.h"
 #include "core/gblGlobal.h"
+#include "exchange/frmSetting.h"
 #include "feedback/frmFeedBackObj.h"
 #include "platform/forms/dtpicker.h"
 #include "reference/frmCustomer.h"
@@ -99,6 +100,7 @@ int main(int argc, char** argv) {
     saved = grabForm<frmCustomer>(u"frmCustomer"_s) && saved;
     saved = grabForm<frmParameter>(u"frmParameter"_s) && saved;
     saved = grabForm<frmSelectSurvey>(u"frmSelectSurvey"_s) && saved;
+    saved = grabForm<frmSetting>(u"frmSetting"_s) && saved;
     saved = grabForm<frmFeedBackObj>(u"frmFeedBackObj"_s) && saved;
     saved = grabForm<frmSatisfactionIndex>(u"frmSatisfactionIndex"_s) && saved;
     saved = grabEditor() && saved;
