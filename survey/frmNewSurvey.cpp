@@ -15,7 +15,10 @@ frmNewSurvey::frmNewSurvey() : DefaultForm(Kind::SubWindow), ui(std::make_unique
              .cmdDownward = ui->cmdDownward,
              .cmdSave = ui->cmdSave,
              .cmdHelp = ui->cmdHelp,
-             .cmdClose = ui->cmdClose});
+             .cmdClose = ui->cmdClose,
+             .cmdExport = ui->cmdExport,
+             .cmdmail = ui->cmdmail,
+             .cmdPrint = ui->cmdPrint});
 }
 
 frmNewSurvey::~frmNewSurvey() = default;
