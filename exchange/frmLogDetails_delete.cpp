@@ -43,7 +43,7 @@ void frmLogDetails::cmdDelete_Click() {
 void frmLogDetails::toDeleteFile(const QString& fileName, const QString& path) const {
     QFile file(path);
     if (!file.remove())
-        throw std::runtime_error((path + u": "_s + file.errorString()).toStdString());
+        throw std::runtime_error(u"%1: %2"_s.arg(path, file.errorString()).toStdString());
     toDeleteLogRow(fileName);
 }
 
