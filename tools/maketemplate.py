@@ -3,15 +3,15 @@
 """maketemplate.py FILE: draws the template of survey files, home/template.xls (needs python3-xlwt).
 
 Rows 1 to 13 are drawn here; the program writes A1, B3, B8, B9 and the hidden columns H and I, and the questions
-from row 14 on. Those take the look of the workbook's default cell, which is set here as well: its font, its vertical
-alignment, and the height of a row, so that an empty box is big enough to write into.
+from row 14 on. Those take the look of the workbook's default cell, which is set here as well: its vertical alignment
+and the height of a row, so that an empty box is big enough to write into.
 The standard palette must stay as it is: the program frames its boxes by its colour indexes.
 """
 import struct
 import sys
 
 import xlwt
-from xlwt import BIFFRecords, Style
+from xlwt import BIFFRecords
 
 PASSWORD = "kvtwpa"
 BLACK, RED, DARK_BLUE, BLUE, GREY, PALE_BLUE, WHITE = 8, 10, 32, 39, 23, 44, 9
@@ -111,9 +111,8 @@ def set_up_page(sheet):
 
 
 def main(path):
-    Style.default_style.font.name = "Arial"
-    Style.default_style.alignment.vert = xlwt.Alignment.VERT_CENTER
     book = TemplateWorkbook(encoding="utf-8")
+    book.default_style.alignment.vert = xlwt.Alignment.VERT_CENTER
     sheet = book.add_sheet("Sheet1")
     for letter, characters in WIDTHS.items():
         sheet.col(ord(letter) - ord("A")).width = characters * 256
