@@ -7,7 +7,7 @@
 #include "core/worktable.h"
 #include "exchange/answers.h"
 #include "exchange/surveylog.h"
-#include "exchange/viewer.h"
+#include "platform/excel/application.h"
 
 #include <cmath>
 
@@ -40,7 +40,7 @@ bool SurveyReader::read(const QString& path, const QString& registerName) {
         toWriteTogether([&] {
             if (!registerName.isEmpty())
                 toSetLogStatus(registerName);
-            excel::Application appExcel = toGetExcel();
+            excel::Application appExcel;
             const excel::Workbook wkbExcel = appExcel.Workbooks().Open(path);
             const excel::Worksheet wksExcel = wkbExcel.Worksheets(cellmap::sheetName.toString());
             wksExcel.Unprotect(cellmap::sheetPassword.toString());
