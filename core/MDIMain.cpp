@@ -7,6 +7,8 @@
 #include "core/menus.h"
 #include "core/pictures.h"
 #include "exchange/frmSetting.h"
+#include "exchange/frmLogDetails.h"
+#include "exchange/frmReading.h"
 #include "feedback/frmFeedBackObj.h"
 #include "platform/desktop/opener.h"
 #include "platform/forms/form.h"
@@ -185,6 +187,13 @@ void MDIMain::runEntry(const QString& name) {
         close();
     } else if (name == u"mnuNewSurvey") {
         openForm(true, true, [] { frmSelectSurvey::instance().Show(); });
+    } else if (name == u"mnuEmailSurveys") {
+        openForm(true, true, [] { frmLogDetails::instance().Show(); });
+    } else if (name == u"mnuReadMultipleFiles") {
+        openForm(false, false, [] {
+            blnExistingSurvey = false;
+            frmReading::instance().Show();
+        });
     } else if (name == u"mnuObjective") {
         openForm(true, true, [] {
             frmFeedBackObj& form = frmFeedBackObj::instance();

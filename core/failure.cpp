@@ -78,13 +78,16 @@ bool guardedWithNumber(const QString& separator, const std::function<void()>& pr
 }
 
 bool guardedWithDescription(const std::function<void()>& procedure) {
+    if (cnnMain)
+        cnnMain->Errors().Clear(); // those that are there afterwards are this procedure's
     try {
         procedure();
         return true;
     } catch (const std::exception& failure) {
-        if (cnnMain)
-            cnnMain->Errors().Clear(); // this message tells it
-        forms::msgBox(errorOf(failure).Description);
+        if (cnnMain && cnnMain->Errors().Count() > 0)
+            toShowErrors(u"Error : "_s);
+        else
+            forms::msgBox(errorOf(failure).Description);
         return false;
     }
 }

@@ -29,5 +29,5 @@ bool guarded(const FailureHandler& handler, const std::function<void()>& procedu
 bool guardedWithNumber(const QString& separator, const std::function<void()>& procedure);
 
 /// Runs a procedure that drives workbooks, dialogs or mail: the failure that ends it is shown by its own
-/// description. Returns true when the procedure ran to its end.
+/// description; the store's are shown as guarded shows them. Returns true when the procedure ran to its end.
 bool guardedWithDescription(const std::function<void()>& procedure);

@@ -22,15 +22,19 @@ void commitOrRollBack() {
 
 } // namespace
 
-void toFillWorkTable(const std::function<void()>& fill) {
+void toWriteTogether(const std::function<void()>& write) {
     cnnMain->BeginTrans();
     std::exception_ptr failure;
     try {
-        fill();
+        write();
     } catch (const std::exception&) {
         failure = std::current_exception();
     }
     commitOrRollBack();
     if (failure)
         std::rethrow_exception(failure);
+}
+
+void toFillWorkTable(const std::function<void()>& fill) {
+    toWriteTogether(fill);
 }

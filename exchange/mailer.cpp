@@ -70,7 +70,6 @@ void Mailer::toSetRecipient(const QString& recipient) {
 void Mailer::toHandOver() {
     constexpr int sendByDialog = 2;
     MAPIMessages1.setAction(sendByDialog);
-    toSignOff();
 }
 
 void Mailer::toSignOff() {
@@ -87,6 +86,7 @@ void Mailer::sendmail(const ExportedFile& file) {
         toAttach(file.strGenerateXLSFile, toHomePath(file.strGenerateXLSFile));
         toSetRecipient(toGetEmailId(file.respondentName, toGetCustID(file.customerName)));
         toHandOver();
+        toSignOff();
         strFound = false;
     });
 }

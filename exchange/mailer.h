@@ -38,7 +38,7 @@ public:
     /// The name that the respondent sees, and the file's full path.
     void toAttach(const QString& name, const QString& path);
     void toSetRecipient(const QString& recipient);
-    /// Hands the message to the mail client and signs off.
+    /// Hands the message to the mail client.
     void toHandOver();
     void toSignOff();
 };

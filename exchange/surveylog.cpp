@@ -41,3 +41,14 @@ void toWriteLogRow(const SurveyContext& survey, const QString& fileName) {
         log.Update();
     });
 }
+
+void toSetLogStatus(const QString& fileName) {
+    toReconnect();
+    ado::Recordset log;
+    log.Open(u"select * from log where xlsfilename='"_s + toStoredText(fileName) + u"'", *cnnMain,
+             Lock::Optimistic);
+    if (log.Eof())
+        return;
+    log["Status"] = true;
+    log.Update();
+}

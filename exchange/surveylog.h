@@ -10,3 +10,6 @@ void toResetLogStatus(const QString& respondentid, const QString& date);
 
 /// Enters the survey's file in the register, or writes its row anew; whether it has been read in stays.
 void toWriteLogRow(const SurveyContext& survey, const QString& fileName);
+
+/// The file counts as read in, when the register has it. Throws ado::Failure.
+void toSetLogStatus(const QString& fileName);

@@ -40,6 +40,7 @@ void frmFeedBackObj::connectEvents() {
     connect(ui->cmbCusName, &forms::ComboBox::Click, this, &frmFeedBackObj::cmbCusName_Click);
     connect(ui->lstRespname, &forms::ListBox::Click, this, &frmFeedBackObj::lstRespname_Click);
     connect(ui->lstSurveyDates, &forms::ListBox::Click, this, &frmFeedBackObj::lstSurveyDates_Click);
+    connect(ui->cmdRead, &QPushButton::clicked, this, &frmFeedBackObj::cmdRead_Click);
     connect(ui->cmdSave, &QPushButton::clicked, this, &frmFeedBackObj::cmdSave_Click);
     connect(ui->cmdHelp, &QPushButton::clicked, this, [] { toShowHelpTopic(helpContext); });
     connect(ui->cmdClose, &QPushButton::clicked, this, [this] { Unload(); });
@@ -59,6 +60,8 @@ void frmFeedBackObj::onLoad() {
 }
 
 void frmFeedBackObj::onActivate() {
+    blnLog = false;
+    blnBrowse = false;
     blnSetting = toGetSetting();
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/forms/commondialog.h"
 #include "platform/forms/form.h"
 
 #include <QDate>
@@ -30,6 +31,14 @@ public:
     /// Whether the user names the survey files, as it stood when the form last became active.
     bool blnSetting = false;
 
+    forms::CommonDialog cmnDlg;
+    QString strXLName;         ///< the file that the register has for the choice
+    QString strReturnFileName; ///< the file to open, when it was found
+    bool blnLog = false;       ///< the register has a file for the choice
+    /// strReturnFileName is a full path from the dialog. Stays so after a read until the form becomes active
+    /// again.
+    bool blnBrowse = false;
+
     void toFillcmbCustomername();
     /// Fills the list of the customer's survey dates.
     void toFillListView();
@@ -44,6 +53,13 @@ public:
     /// when a row fails, so that the rows before it stay saved.
     void toSaveDtls();
     void toShowFileName();
+    /// Reads the survey file of the choice: the one in the home directory, or one that the user locates. The
+    /// grid shows the answers afterwards.
+    void toreadFromXlsFile();
+    /// Asks where the file of the choice is and reads it, if it has the name that the register knows.
+    void toLocateXlsFile();
+    /// Reads strReturnFileName.
+    void XLSWrite();
 
 private:
     friend class DefaultForm<frmFeedBackObj>;
@@ -55,6 +71,7 @@ private:
     void cmbCusName_Click();
     void lstRespname_Click();
     void lstSurveyDates_Click();
+    void cmdRead_Click();
     void cmdSave_Click();
     void txtDtls_Change(const QString& text);
 
@@ -64,6 +81,10 @@ private:
     /// questions with one text the first wins.
     QString toGetQuestionID(const QString& question) const;
     QString toGetSurveyID(const QDate& date, const QString& customerName) const;
+
+    /// The name that the register has for the choice, or empty. Finding it marks the file as read in.
+    QString toGetLoggedFileName();
+    bool toCheckFileExists(const QString& fileName);
 
     struct AnswerKey {
         QString respondentid;

@@ -8,6 +8,9 @@
 #include "core/frmSplash.h"
 #include "core/gblGlobal.h"
 #include "exchange/frmSetting.h"
+#include "exchange/frmLogDetails.h"
+#include "exchange/frmMessage.h"
+#include "exchange/frmReading.h"
 #include "feedback/frmFeedBackObj.h"
 #include "platform/forms/dtpicker.h"
 #include "reference/frmCustomer.h"
@@ -46,6 +49,29 @@ template <class FormClass> bool grabForm(const QString& name) {
     FormClass::instance().Show();
     const bool saved = save(MDIMain::instance(), name);
     FormClass::unload();
+    return saved;
+}
+
+/// With a list of files; those of the register show their details.
+bool grabReading() {
+    forms::openFileSeat = [](const forms::CommonDialog&) {
+        return homeDirectory() + u"/111.xls\n" + homeDirectory() + u"/Returned by Ann in March.xls";
+    };
+    frmReading& form = frmReading::instance();
+    form.Show();
+    form.findChild<QAbstractButton*>(u"cmdBrowse"_s)->click();
+    form.findChild<QListWidget*>(u"lstXlsFiles"_s)->item(0)->setSelected(true);
+    const bool saved = save(MDIMain::instance(), u"frmReading"_s);
+    frmReading::unload();
+    return saved;
+}
+
+bool grabMessage() {
+    frmLogDetails::instance().Show();
+    frmMessage::instance().Show();
+    const bool saved = save(frmMessage::instance(), u"frmMessage"_s);
+    frmMessage::unload();
+    frmLogDetails::unload();
     return saved;
 }
 
@@ -102,6 +128,9 @@ int main(int argc, char** argv) {
     saved = grabForm<frmSelectSurvey>(u"frmSelectSurvey"_s) && saved;
     saved = grabForm<frmSetting>(u"frmSetting"_s) && saved;
     saved = grabForm<frmFeedBackObj>(u"frmFeedBackObj"_s) && saved;
+    saved = grabForm<frmLogDetails>(u"frmLogDetails"_s) && saved;
+    saved = grabMessage() && saved;
+    saved = grabReading() && saved;
     saved = grabForm<frmSatisfactionIndex>(u"frmSatisfactionIndex"_s) && saved;
     saved = grabEditor() && saved;
     saved = grabIndex() && saved;

@@ -34,6 +34,9 @@ Answer showMessage(const Message& message) {
         box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
         box.setEscapeButton(QMessageBox::No);
         break;
+    case style::retryCancel:
+        box.setStandardButtons(QMessageBox::Retry | QMessageBox::Cancel);
+        break;
     default:
         box.setStandardButtons(QMessageBox::Ok);
     }
@@ -44,6 +47,8 @@ Answer showMessage(const Message& message) {
     switch (pressed) {
     case QMessageBox::Cancel:
         return Answer::Cancel;
+    case QMessageBox::Retry:
+        return Answer::Retry;
     case QMessageBox::Yes:
         return Answer::Yes;
     case QMessageBox::No:

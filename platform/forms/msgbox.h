@@ -12,13 +12,14 @@ namespace style {
 inline constexpr int okOnly = 0;
 inline constexpr int okCancel = 1;
 inline constexpr int yesNo = 4;
+inline constexpr int retryCancel = 5;
 inline constexpr int critical = 16;
 inline constexpr int information = 64;
 inline constexpr int noIcon = 80; ///< a sum that names no icon: the message shows none
 inline constexpr int rightAligned = 524288;
 } // namespace style
 
-enum class Answer { Ok = 1, Cancel = 2, Yes = 6, No = 7 };
+enum class Answer { Ok = 1, Cancel = 2, Retry = 4, Yes = 6, No = 7 };
 
 struct Message {
     QString text;

@@ -1,0 +1,141 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "exchange/frmLogDetails.h"
+
+#include "core/MDIMain.h"
+#include "core/failure.h"
+#include "core/gblGlobal.h"
+#include "core/reports.h"
+#include "exchange/frmMessage.h"
+#include "exchange/homefile.h"
+#include "exchange/viewer.h"
+#include "ui_frmLogDetails.h"
+
+#include <QPlainTextEdit>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int helpContext = 203;
+
+QString toShownStatus(const QVariant& status) {
+    if (!status.isValid())
+        return {};
+    return status.toBool() ? u"Yes"_s : u"No"_s;
+}
+
+} // namespace
+
+frmLogDetails::frmLogDetails() : DefaultForm(Kind::SubWindow), ui(std::make_unique<Ui::frmLogDetails>()) {
+    ui->setupUi(this);
+    ui->lsvDtls->setColumns({{u"Survey File"_s, 0.36},
+                             {u"Survey Date"_s, 0.16},
+                             {u"Respondent Name"_s, 0.34},
+                             {u"File ReadIN"_s, 0.14}});
+    connectEvents();
+}
+
+frmLogDetails::~frmLogDetails() = default;
+
+void frmLogDetails::connectEvents() {
+    connect(ui->cmbCustomer, &forms::ComboBox::Click, this, &frmLogDetails::cmbCustomer_Click);
+    connect(ui->lsvDtls, &forms::ListView::DblClick, this, &frmLogDetails::toOpenFiles);
+    connect(ui->lsvDtls, &forms::ListView::KeyDown, this, [this](int key) {
+        if (key == Qt::Key_Return || key == Qt::Key_Enter)
+            toOpenFiles();
+    });
+    connect(ui->cmdmail, &QPushButton::clicked, this, &frmLogDetails::cmdmail_Click);
+    connect(ui->cmdStandardMessage, &QPushButton::clicked, this, [] { frmMessage::instance().ShowModal(); });
+    connect(ui->cmdDelete, &QPushButton::clicked, this, &frmLogDetails::cmdDelete_Click);
+    connect(ui->cmdPrint, &QPushButton::clicked, this, &frmLogDetails::cmdPrint_Click);
+    connect(ui->cmdHelp, &QPushButton::clicked, this, [] { toShowHelpTopic(helpContext); });
+    connect(ui->cmdClose, &QPushButton::clicked, this, [this] { Unload(); });
+}
+
+void frmLogDetails::onLoad() {
+    toCenterForm(*this);
+    toFillCustomerList();
+    if (ui->cmbCustomer->ListCount() > 0)
+        ui->cmbCustomer->setListIndex(0);
+}
+
+QString frmLogDetails::toGetCustomer() const {
+    return ui->cmbCustomer->Text();
+}
+
+void frmLogDetails::toFillCustomerList() {
+    guarded({.form = this}, [this] {
+        toReconnect();
+        ui->cmbCustomer->Clear();
+        ado::Recordset customer;
+        customer.Open(u"select * from customer"_s, *cnnMain);
+        for (; !customer.Eof(); customer.MoveNext())
+            ui->cmbCustomer->AddItem(customer["custname"].Text());
+    });
+}
+
+void frmLogDetails::cmbCustomer_Click() {
+    if (ui->cmbCustomer->ListIndex() >= 0)
+        toFillListView();
+}
+
+void frmLogDetails::toFillListView() {
+    guarded({.prefix = u"Error :"_s, .form = this}, [this] {
+        toReconnect();
+        ui->lsvDtls->Clear();
+        std::vector<QStringList> files;
+        ado::Recordset log;
+        log.Open(u"select * from log where custname='"_s + toGetCustomer() + u"'", *cnnMain);
+        for (; !log.Eof(); log.MoveNext()) {
+            files.push_back({log["xlsfilename"].Text(), log["sdate"].Text(), log["respname"].Text(),
+                             toShownStatus(log["Status"].Value())});
+        }
+        ui->lsvDtls->setItems(std::move(files));
+    });
+}
+
+QString frmLogDetails::toGetStandardMessage(const QString& customerName) const {
+    return mailer.toGetStandardMessage(customerName);
+}
+
+void frmLogDetails::toWriteStandardMessage() {
+    guarded({.form = this}, [this] {
+        toReconnect();
+        const QString text = frmMessage::instance().txtMessage()->toPlainText();
+        const QString custid = QString::number(toGetCustID(toGetCustomer()));
+        ado::Recordset standard;
+        standard.Open(u"select * from standardmessage where customerid="_s + custid, *cnnMain,
+                      ado::Recordset::Lock::Optimistic);
+        if (standard.Eof())
+            standard.AddNew();
+        standard["customerid"] = custid;
+        standard["standardmessage"] = toFilterApostrophe(text).value_or(text.trimmed());
+        standard.Update();
+    });
+}
+
+void frmLogDetails::toOpenFiles() {
+    setMousePointer(forms::Hourglass);
+    guardedWithDescription([this] {
+        for (const int row : ui->lsvDtls->SelectedRows()) {
+            toShowStatus(u"Generating XLS File....."_s);
+            toViewWorkbook(toHomePath(ui->lsvDtls->Text(row)));
+            toShowStatus({});
+        }
+    });
+    toShowStatus({});
+    setMousePointer(forms::DefaultPointer);
+}
+
+void frmLogDetails::cmdPrint_Click() {
+    setMousePointer(forms::Hourglass);
+    if (ui->lsvDtls->ListCount() > 0) {
+        toShowStatus(u"Generating Report....."_s);
+        guarded({.form = this}, [this] {
+            toStartReport(crptReport, u"log.rpt"_s, u"CompanyName"_s, u"Log Details"_s,
+                          u"{log.custname}='"_s + toGetCustomer() + u'\'');
+        });
+        toShowStatus({});
+    }
+    setMousePointer(forms::DefaultPointer);
+}

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "exchange/mailer.h"
+#include "platform/crystal/crystalreport.h"
+#include "platform/forms/commondialog.h"
+#include "platform/forms/form.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace Ui {
+class frmLogDetails;
+}
+
+/// The register of survey files: lists a customer's files, mails, opens, deletes and prints them.
+class frmLogDetails : public forms::DefaultForm<frmLogDetails> {
+    Q_OBJECT
+
+public:
+    ~frmLogDetails() override;
+
+    forms::CommonDialog cmnDlg;
+    crystal::CrystalReport crptReport;
+
+    /// The customer chosen here, or empty.
+    QString toGetCustomer() const;
+    QString toGetStandardMessage(const QString& customerName) const;
+    /// Stores the text of frmMessage as the message of the chosen customer. A failure is shown.
+    void toWriteStandardMessage();
+    void toFillCustomerList();
+    void toFillListView();
+    /// Hands each chosen file to the mail client, one mail a file. A failure shows its own description and
+    /// ends the run; once the user was asked where a file is, failing steps are passed over instead.
+    void sendmail();
+
+private:
+    friend class DefaultForm<frmLogDetails>;
+    frmLogDetails();
+    void onLoad() override;
+    void connectEvents();
+
+    void cmbCustomer_Click();
+    void cmdmail_Click();
+    void cmdDelete_Click();
+    void cmdPrint_Click();
+    /// Opens the chosen files in the desktop's spreadsheet program.
+    void toOpenFiles();
+
+    /// False when the user gave up or chose another file, so that the run ends.
+    bool toMailFile(const QString& fileName, const QString& respondentName);
+    /// The full path of a file that the home directory has not; nothing when the user gave up or chose
+    /// another file.
+    std::optional<QString> toLocateForMail(const QString& fileName);
+    void toStep(const std::function<void()>& step) const;
+
+    /// Throws when the file or its rows cannot be deleted.
+    void toDeleteFile(const QString& fileName, const QString& path) const;
+    void toDeleteLogRow(const QString& fileName) const;
+    void toDeleteElsewhere(const QString& fileName);
+
+    std::unique_ptr<Ui::frmLogDetails> ui;
+    Mailer mailer;
+    bool passesOverFailures = false;
+};

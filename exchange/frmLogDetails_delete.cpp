@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Deleting the files that are chosen in the register.
+#include "core/MDIMain.h"
+#include "core/failure.h"
+#include "core/gblGlobal.h"
+#include "exchange/frmLogDetails.h"
+#include "exchange/homefile.h"
+#include "platform/forms/msgbox.h"
+#include "ui_frmLogDetails.h"
+
+#include <QFile>
+
+#include <stdexcept>
+
+using namespace Qt::StringLiterals;
+namespace style = forms::style;
+
+void frmLogDetails::cmdDelete_Click() {
+    if (ui->lsvDtls->ListCount() == 0)
+        return;
+    toShowStatus(u"Deleting Survey File...."_s);
+    QString fileName;
+    try {
+        for (const int row : ui->lsvDtls->SelectedRows()) {
+            fileName = ui->lsvDtls->Text(row);
+            if (forms::msgBox(u"Are you sure you want to delete the Survey File - "_s + fileName,
+                              style::yesNo, u"Gaugewell v2.1"_s) == forms::Answer::Yes)
+                toDeleteFile(fileName, toHomePath(fileName));
+            else
+                toShowStatus(u"Deletion Cancelled......"_s);
+        }
+    } catch (const std::exception&) { // whatever failed, the file is taken to be missing
+        toShowStatus({});
+        if (cnnMain)
+            cnnMain->Errors().Clear();
+        toDeleteElsewhere(fileName);
+        return;
+    }
+    toFillListView();
+    toShowStatus({});
+}
+
+void frmLogDetails::toDeleteFile(const QString& fileName, const QString& path) const {
+    QFile file(path);
+    if (!file.remove())
+        throw std::runtime_error(u"%1: %2"_s.arg(path, file.errorString()).toStdString());
+    toDeleteLogRow(fileName);
+}
+
+void frmLogDetails::toDeleteLogRow(const QString& fileName) const {
+    toReconnect();
+    cnnMain->Execute(u"delete * from log where xlsfilename='"_s + fileName + u"'");
+}
+
+void frmLogDetails::toDeleteElsewhere(const QString& fileName) {
+    constexpr int hideReadOnlyBox = 4;
+    if (forms::msgBox(
+            fileName +
+                u" Survey File not found in the Current Directory......Kindly locate the file to Delete",
+            style::okCancel) != forms::Answer::Ok)
+        return;
+    cmnDlg.Filter = u"All Files (*.xls)|*.xls"_s;
+    cmnDlg.Flags = hideReadOnlyBox;
+    cmnDlg.CancelError = false; // the mailing of this form may have set it
+    cmnDlg.ShowOpen();
+    if (cmnDlg.FileTitle.trimmed() == fileName.trimmed() && !cmnDlg.FileName.isEmpty())
+        guardedWithDescription([&] { toDeleteFile(fileName, cmnDlg.FileName); });
+    else
+        forms::msgBox(u"Invalid Survey File Selected ..You must select "_s + fileName +
+                          u" Survey File to Delete",
+                      style::retryCancel);
+}

@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Mailing the files that are chosen in the register.
+#include "core/failure.h"
+#include "core/gblGlobal.h"
+#include "exchange/frmLogDetails.h"
+#include "exchange/homefile.h"
+#include "platform/forms/msgbox.h"
+#include "ui_frmLogDetails.h"
+
+using namespace Qt::StringLiterals;
+namespace style = forms::style;
+
+void frmLogDetails::cmdmail_Click() {
+    setMousePointer(forms::Hourglass);
+    sendmail();
+    setMousePointer(forms::DefaultPointer);
+}
+
+void frmLogDetails::sendmail() {
+    constexpr int respondentColumn = 2;
+    guardedWithDescription([this] {
+        if (!mailer.toTestMailKey())
+            return;
+        passesOverFailures = false;
+        for (const int row : ui->lsvDtls->SelectedRows()) {
+            if (!toMailFile(ui->lsvDtls->Text(row), ui->lsvDtls->Text(row, respondentColumn)))
+                break;
+        }
+        mailer.strFound = false;
+    });
+}
+
+bool frmLogDetails::toMailFile(const QString& fileName, const QString& respondentName) {
+    toStep([this] { mailer.toBeginMail(); });
+    const QString message = toGetStandardMessage(toGetCustomer());
+    mailer.MAPIMessages1.MsgNoteText =
+        message.isEmpty() ? u"."_s : message; // no client drops a body of one dot
+    const std::optional<QString> path =
+        toCheckFileExists(fileName) ? toHomePath(fileName) : toLocateForMail(fileName);
+    if (!path) {
+        toStep([this] { mailer.toSignOff(); });
+        return false;
+    }
+    mailer.toAttach(fileName, *path);
+    const QString address = mailer.toGetEmailId(respondentName, toGetCustID(toGetCustomer()));
+    mailer.toSetRecipient(address.isEmpty() ? u"No email address found"_s : address);
+    toStep([this] { mailer.toHandOver(); });
+    toStep([this] { mailer.toSignOff(); });
+    return true;
+}
+
+std::optional<QString> frmLogDetails::toLocateForMail(const QString& fileName) {
+    constexpr int hideReadOnlyBox = 4;
+    forms::msgBox(fileName + u" file not found in the Home directory..Kindly locate the file to attach",
+                  style::information);
+    cmnDlg.Filter = u"*.xls|*.xls|*.xls"_s;
+    cmnDlg.Flags = hideReadOnlyBox;
+    cmnDlg.CancelError = true;
+    passesOverFailures = true;
+    try {
+        cmnDlg.ShowOpen();
+    } catch (const forms::DialogCancelled&) {
+        forms::msgBox(u"Process cancelled..."_s, style::information);
+        return {};
+    }
+    if (cmnDlg.FileTitle.trimmed() != fileName.trimmed()) {
+        forms::msgBox(u"Wrong Survey file selected....."_s, style::critical);
+        return {};
+    }
+    return cmnDlg.FileName;
+}
+
+void frmLogDetails::toStep(const std::function<void()>& step) const {
+    try {
+        step();
+    } catch (const std::exception&) {
+        if (!passesOverFailures)
+            throw;
+    }
+}

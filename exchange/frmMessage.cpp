@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "exchange/frmMessage.h"
+
+#include "core/gblGlobal.h"
+#include "exchange/frmLogDetails.h"
+#include "ui_frmMessage.h"
+
+frmMessage::frmMessage() : DefaultForm(Kind::Dialog), ui(std::make_unique<Ui::frmMessage>()) {
+    ui->setupUi(this);
+    connect(ui->cmdSave, &QPushButton::clicked, this, &frmMessage::cmdSave_Click);
+}
+
+frmMessage::~frmMessage() = default;
+
+QPlainTextEdit* frmMessage::txtMessage() const {
+    return ui->txtMessage;
+}
+
+void frmMessage::onLoad() {
+    toCenterForm(*this);
+    frmLogDetails& log = frmLogDetails::instance();
+    const QString message = log.toGetStandardMessage(log.toGetCustomer());
+    if (!message.trimmed().isEmpty())
+        ui->txtMessage->setPlainText(message);
+}
+
+void frmMessage::cmdSave_Click() {
+    if (!ui->txtMessage->toPlainText().trimmed().isEmpty())
+        frmLogDetails::instance().toWriteStandardMessage();
+    Unload();
+}

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/forms/form.h"
+
+#include <memory>
+
+class QPlainTextEdit;
+
+namespace Ui {
+class frmMessage;
+}
+
+/// The message that goes with every survey file mailed to the customer chosen in frmLogDetails. Saving a
+/// blank text keeps the message that is stored.
+class frmMessage : public forms::DefaultForm<frmMessage> {
+    Q_OBJECT
+
+public:
+    ~frmMessage() override;
+    QPlainTextEdit* txtMessage() const;
+
+private:
+    friend class DefaultForm<frmMessage>;
+    frmMessage();
+    void onLoad() override;
+    void cmdSave_Click();
+
+    std::unique_ptr<Ui::frmMessage> ui;
+};

@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "exchange/viewer.h"
+
+#include "exchange/cellmap.h"
+#include "platform/excel/application.h"
+
+void toViewWorkbook(const QString& path) {
+    const excel::Workbook wkbExcel = excel::Application().Workbooks().Open(path);
+    wkbExcel.Application().setVisible(true);
+    // The desktop's program runs what the workbook is to run when it opens.
+    const excel::Worksheet wksExcel = wkbExcel.Worksheets(cellmap::sheetName.toString());
+}

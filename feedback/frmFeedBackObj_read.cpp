@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Reading the survey file that belongs to the customer, respondent and date on show.
+#include "core/MDIMain.h"
+#include "core/failure.h"
+#include "exchange/filenames.h"
+#include "exchange/homefile.h"
+#include "exchange/reader.h"
+#include "exchange/surveylog.h"
+#include "feedback/frmFeedBackObj.h"
+#include "platform/forms/msgbox.h"
+#include "ui_frmFeedBackObj.h"
+
+using namespace Qt::StringLiterals;
+namespace style = forms::style;
+
+void frmFeedBackObj::cmdRead_Click() {
+    setMousePointer(forms::Hourglass);
+    toShowStatus(u"Reading Survey File......"_s);
+    toreadFromXlsFile();
+    toShowStatus({});
+    setMousePointer(forms::DefaultPointer);
+}
+
+QString frmFeedBackObj::toGetLoggedFileName() {
+    blnLog = false;
+    if (ui->lstSurveyDates->SelCount() == 0 || ui->lstRespname->SelCount() == 0)
+        return {};
+    const QString logged =
+        ::toGetLoggedFileName({ui->cmbCusName->Text(), ui->lstRespname->Text(), ui->lstSurveyDates->Text()});
+    if (logged.isEmpty())
+        return logged;
+    strXLName = logged;
+    guarded({}, [&] { toSetLogStatus(logged); });
+    blnLog = true;
+    return logged;
+}
+
+bool frmFeedBackObj::toCheckFileExists(const QString& fileName) {
+    const bool exists = ::toCheckFileExists(fileName);
+    strReturnFileName = exists ? fileName : QString();
+    return exists;
+}
+
+void frmFeedBackObj::toreadFromXlsFile() {
+    if (toCheckFileExists(toGetLoggedFileName())) {
+        XLSWrite();
+        tofillscoreandweightage();
+    } else if (!blnLog) {
+        forms::msgBox(
+            u"There is no Survey File Exported for the Selected Repondent and Selected Survey Date..."_s,
+            style::information, u"Gaugewell v2.1"_s);
+    } else {
+        toLocateXlsFile();
+    }
+}
+
+void frmFeedBackObj::toLocateXlsFile() {
+    constexpr int hideReadOnlyBox = 4;
+    cmnDlg.Filter = u"*.xls|*.xls|*.xls"_s;
+    cmnDlg.Flags = hideReadOnlyBox;
+    cmnDlg.ShowOpen();
+    if (cmnDlg.FileName.trimmed().isEmpty() || cmnDlg.FileTitle == u"Template.xls")
+        return;
+    if (toGetLoggedFileName().isEmpty()) {
+        forms::msgBox(u"There is no Survey File for the selected Respondent and selected Survey Date..."_s,
+                      style::critical);
+    } else if (cmnDlg.FileTitle.trimmed() != strXLName.trimmed()) {
+        forms::msgBox(u"You have not specified the Correct XLS file.....The orignal file is - "_s +
+                          strXLName + u" Please locate the same XLS file",
+                      style::critical);
+    } else {
+        strReturnFileName = cmnDlg.FileName.trimmed();
+        blnBrowse = true;
+        XLSWrite();
+        tofillscoreandweightage();
+    }
+}
+
+void frmFeedBackObj::XLSWrite() {
+    // A located file leaves blnBrowse set, so that a bare name is then taken as it stands.
+    SurveyReader().read(blnBrowse ? strReturnFileName : toHomePath(strReturnFileName));
+}

@@ -1,0 +1,355 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/MDIMain.h"
+#include "exchange/frmReading.h"
+#include "feedback/frmFeedBackObj.h"
+#include "platform/forms/lists.h"
+#include "tests/support/surveyfile.h"
+#include "tests/support/surveytest.h"
+
+#include <QDir>
+#include <QLabel>
+#include <QProcess>
+
+using namespace Qt::StringLiterals;
+namespace style = forms::style;
+
+namespace {
+
+const QString overflow = u"Overflow"_s;
+const QString mismatch = u"Type mismatch"_s;
+const QString title = u"Gaugewell v2.1"_s;
+
+/// Notes what the status panel shows.
+class PanelWatch : public QObject {
+public:
+    PanelWatch() { MDIMain::instance().stsBar->Panels(1).installEventFilter(this); }
+    QStringList seen;
+
+protected:
+    bool eventFilter(QObject* panel, QEvent* event) override {
+        const QString text = static_cast<QLabel*>(panel)->text();
+        if (event->type() == QEvent::Paint && seen.value(seen.size() - 1) != text)
+            seen << text;
+        return false;
+    }
+};
+
+/// Ann has the questions 0 and 4 of the catalogue in the survey of today, exported under the name ann.xls.
+class ReadingTest : public SurveyTest {
+protected:
+    void SetUp() override {
+        SurveyTest::SetUp();
+        addStored(ann, today, {0, 4});
+        logged(ann, u"ann.xls"_s);
+        forms::openFileSeat = [this](const forms::CommonDialog& dialog) {
+            flags = dialog.Flags;
+            return picked;
+        };
+    }
+    void logged(int respondentid, const QString& name) {
+        add(u"log"_s, {{"custname", u"Acme"_s},
+                       {"respname", u"Ann"_s},
+                       {"respid", respondentid},
+                       {"xlsfilename", name},
+                       {"sdate", today},
+                       {"surveyid", 1}});
+    }
+    QString path(const QString& name) const { return home() + u'/' + name; }
+    SurveyFile file(const std::map<QString, excel::Value>& entered = {}) const {
+        return {.respondentid = ann,
+                .questions = {{question[0], true}, {question[4], false}},
+                .entered = entered};
+    }
+    void import(const QString& files) {
+        picked = files;
+        frmReading& form = frmReading::instance();
+        form.Show();
+        press(form, "cmdBrowse");
+        auto* list = control<forms::ListBox>(form, "lstXlsFiles");
+        EXPECT_EQ(list->ListCount(), files.split(u'\n').size());
+        list->setFocus();
+        key(Qt::Key_A, Qt::ControlModifier);
+        press(form, "cmdImport");
+        EXPECT_EQ(messages.left(), 0);
+        EXPECT_EQ(MDIMain::instance().stsBar->Panels(1).Text(), QString());
+    }
+    void expectDone() { messages.expect(u"Import Done...."_s, style::information); }
+    /// The answers as "questionid:weightage,score" and "questionid:weightage words"; a Null is "-".
+    QString answers(int respondentid) {
+        QStringList result;
+        for (const QString& row :
+             rows(u"select questionid, weightage, score, surveyid, surveydate from feedbackobjective "
+                  "where respondentid="_s +
+                  QString::number(respondentid))) {
+            EXPECT_TRUE(row.endsWith(u"|1|05/03/2024"_s)) << row.toStdString();
+            result << row.section(u'|', 0, 0) + u':' + row.section(u'|', 1, 2).replace(u'|', u',');
+        }
+        for (const QString& row :
+             rows(u"select questionid, weightage, Description, Description is null from feedbackdescriptive "
+                  "where respondentid="_s +
+                  QString::number(respondentid)))
+            result << row.section(u'|', 0, 0) + u':' + row.section(u'|', 1, 1) + u' ' +
+                          (row.endsWith(u"|1"_s) ? u"-"_s : row.section(u'|', 2, 2));
+        return result.join(u' ');
+    }
+
+    QString picked; // in the open dialog
+    int flags = 0;
+};
+
+TEST_F(ReadingTest, cellsBecomeAnswersOrEndTheRead) {
+    using Entered = std::map<QString, excel::Value>;
+    struct Case {
+        Entered entered;
+        QString message; // none: read to the end
+        QString answers;
+    };
+    const Entered filled{{u"D14"_s, 9}, {u"C14"_s, 7}, {u"D16"_s, 3}, {u"B17"_s, u" It's good "_s}};
+    const auto with = [&](const char* address, const excel::Value& value) {
+        Entered entered = filled;
+        entered[QString::fromLatin1(address)] = value;
+        return entered;
+    };
+    const QString all = u"1:9,7 5:3  It's good "_s;
+    const QString noWords = u"1:9,7"_s;
+    const Case cases[] = {
+        {{}, {}, u"1:0,0 5:0 -"_s},
+        {filled, {}, all},
+        {with("B17", u"  Type your Answer here "_s), {}, u"1:9,7 5:3 -"_s},
+        {with("B17", {}), {}, u"1:9,7 5:3 "_s},
+        {with("B17", 12.5), {}, u"1:9,7 5:3 12.5"_s},
+        {with("C14", u" 7.5 "_s), {}, u"1:9,8 5:3  It's good "_s},
+        {with("C14", 8.5), {}, u"1:9,8 5:3  It's good "_s},
+        {with("C14", -32768), {}, u"1:9,-32768 5:3  It's good "_s},
+        {with("C14", 32767.6), overflow, {}},
+        {with("D16", 40000), overflow, noWords},
+        {with("D16", u"ten"_s), mismatch, noWords},
+        {with("D16", u" "_s), mismatch, noWords},
+        {with("D16", QDate(2024, 2, 1)), mismatch, noWords},
+        {with("I16", u"5 or 1=1"_s), mismatch, noWords},
+        {with("I16", u"5'; delete * from log"_s), mismatch, noWords},
+        {with("I16", 5.5), mismatch, noWords},
+        {with("I16", u"99999999999"_s), overflow, noWords},
+        {with("I16", excel::Value::boolean(true)), mismatch, noWords},
+        {with("I16", {}), {}, noWords},
+        {with("I2", u"1 or 1=1"_s), mismatch, {}},
+        {with("I2", {}), mismatch, {}},
+        {with("I5", 1e300), overflow, {}},
+        {with("I3", u"05/03/2024"_s), {}, all},
+        {with("I3", u"#01/01/2000#"_s), mismatch, {}},
+        {with("I3", 45356), {}, all}, // the cell shows dates
+        {with("I3", -5), mismatch, {}},
+        {with("I4", u"0"_s), {}, noWords},
+        {with("I4", {}), {}, noWords},
+        {with("I4", -1e9), {}, {}},
+        {with("I4", 1e9), overflow, {}},
+        {with("I4", u"many"_s), mismatch, {}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.answers.toStdString() + ' ' +
+                     (c.entered.empty() ? "" : c.entered.begin()->first.toStdString()));
+        run(u"delete * from feedbackobjective"_s);
+        run(u"delete * from feedbackdescriptive"_s);
+        run(u"update log set Status=False"_s);
+        file(c.entered).saveAs(path(u"ann.xls"_s));
+        if (!c.message.isEmpty())
+            messages.expect(c.message);
+        expectDone();
+        import(path(u"ann.xls"_s));
+        EXPECT_EQ(answers(ann), c.answers);
+        EXPECT_EQ(answers(bob), QString());
+        EXPECT_EQ(rows(u"select xlsfilename, Status from log"_s), QStringList(u"ann.xls|True"_s));
+    }
+    EXPECT_EQ(QDir(path(u"backup"_s)).entryList({u"*.mdb"_s}).size(), 1); // before the first of them
+}
+
+TEST_F(ReadingTest, whatIsNoSurveyFileEndsWithItsSentence) {
+    const QString samples = QStringLiteral(GAUGEWELL_SOURCE "/tests/data/xls/");
+    const auto refuse = [&](const QString& sentence, const QString& from) {
+        messages.expectBeginning(sentence);
+        expectDone();
+        import(from);
+        EXPECT_EQ(answers(ann), QString());
+    };
+    refuse(u"The file \"t_xlwt.xls\" has no sheet \"Sheet1\"."_s, samples + u"t_xlwt.xls");
+    refuse(u"The file \"%1\" "_s.arg(path(u"missing.xls"_s)), path(u"missing.xls"_s));
+    ASSERT_TRUE(
+        QFile::copy(QStringLiteral(GAUGEWELL_SOURCE "/tests/excel_judge.py"), path(u"a script.xls"_s)));
+    refuse(u"The file \"a script.xls\" "_s, path(u"a script.xls"_s));
+    file().saveAs(path(u"other password.xls"_s));
+    const excel::Workbook workbook = excel::Application().Workbooks().Open(path(u"other password.xls"_s));
+    workbook.Worksheets(u"Sheet1"_s).Unprotect(u"kvtwpa"_s);
+    workbook.Worksheets(u"Sheet1"_s).Protect(u"other"_s);
+    workbook.Save();
+    refuse(u"Sheet \"Sheet1\" of the file \"other password.xls\" "_s, path(u"other password.xls"_s));
+
+    // Formulas count by their results, merged cells by their first; another sheet stands before Sheet1.
+    messages.expect(mismatch);
+    expectDone();
+    import(samples + u"formulas_and_merges.xls");
+    EXPECT_EQ(answers(ann), u"1:9,7 2:0,5 5:4 Good work"_s);
+}
+
+TEST_F(ReadingTest, manyFilesOfWhichSomeAreBad) {
+    QStringList files;
+    for (int i = 1; i <= 30; ++i) {
+        const QString name = u"Anné %1 o'k.xls"_s.arg(i);
+        logged(100 + i, toStoredText(name));
+        SurveyFile survey = file({{u"C14"_s, i % 10}});
+        survey.respondentid = 100 + i;
+        if (i == 7)
+            survey.entered[u"D16"_s] = u"seven"_s;
+        survey.saveAs(path(name));
+        if (i == 12) {
+            ASSERT_TRUE(QFile::resize(path(name), 700));
+        } else if (i == 30) {
+            ASSERT_TRUE(QFile::remove(path(name)));
+        }
+        files << path(name);
+    }
+    messages.expect(mismatch);
+    messages.expectBeginning(u"The file \"Anné 12 o'k.xls\" "_s);
+    messages.expectBeginning(u"The file \"%1\" "_s.arg(path(u"Anné 30 o'k.xls"_s)));
+    messages.expect(
+        u"Not read to the end:\r\nAnné 7 o'k.xls (cell D16)\r\nAnné 12 o'k.xls\r\nAnné 30 o'k.xls"_s,
+        style::information);
+    expectDone();
+    const PanelWatch panel;
+    import(files.join(u'\n'));
+    EXPECT_EQ(flags, 512);
+    EXPECT_EQ(panel.seen.value(1), u"Importing Survey File(s)......Anné 1 o'k.xls, 29 left"_s);
+    EXPECT_EQ(panel.seen.value(30), u"Importing Survey File(s)......Anné 30 o'k.xls, 0 left"_s);
+    EXPECT_EQ(value(u"select count(*) from feedbackobjective"_s), u"28"_s);
+    EXPECT_EQ(value(u"select count(*) from feedbackdescriptive"_s), u"27"_s);
+    EXPECT_EQ(value(u"select count(*) from log where Status=True"_s), u"30"_s);
+    EXPECT_EQ(answers(129), u"1:0,9 5:0 -"_s);
+}
+
+TEST_F(ReadingTest, theFormOfManyFiles) {
+    frmReading& form = frmReading::instance();
+    form.Show();
+    auto* list = control<forms::ListBox>(form, "lstXlsFiles");
+    messages.expect(u"No Xls files present in the List to Import"_s, style::information);
+    press(form, "cmdImport");
+    picked = u"/a/Template.xls\n/a/ann.xls\n/b c/template.xls"_s;
+    press(form, "cmdBrowse");
+    ASSERT_EQ(list->ListCount(), 2);
+    messages.expect(u"Select one or more file(s) to import"_s, style::information);
+    press(form, "cmdImport");
+    const auto details = [&]() -> QString {
+        return control<QLabel>(form, "lblCustName")->text() + u'|' +
+               control<QLabel>(form, "lblRespName")->text() + u'|' +
+               control<QLabel>(form, "lblSDate")->text();
+    };
+    list->setFocus();
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(0)).center());
+    EXPECT_EQ(details(), u"Acme|Ann|05/03/2024"_s);
+    key(Qt::Key_Down);
+    EXPECT_EQ(details(), u"||"_s);
+    key(Qt::Key_Up, Qt::ShiftModifier);
+    EXPECT_EQ(details(), u"||"_s);
+    picked.clear();
+    press(form, "cmdBrowse");
+    EXPECT_EQ(list->ListCount(), 2);
+    key(Qt::Key_Escape);
+    EXPECT_EQ(frmReading::loaded(), nullptr);
+}
+
+/// The other door.
+class ReadInTest : public ReadingTest {
+protected:
+    frmFeedBackObj& feedback() {
+        frmFeedBackObj::instance().Show();
+        return frmFeedBackObj::instance();
+    }
+    void readIn() {
+        press(feedback(), "cmdRead");
+        EXPECT_EQ(messages.left(), 0);
+    }
+    QString gridRow(int row) {
+        const auto* cells = control<forms::MSHFlexGrid>(feedback(), "grdDtls");
+        return cells->TextMatrix(row, 2) + u'|' + cells->TextMatrix(row, 3) + u'|' +
+               cells->TextMatrix(row, 4);
+    }
+};
+
+TEST_F(ReadInTest, theFileOfTheChoiceIsFoundOrLocated) {
+    const auto status = [] { return value(u"select Status from log"_s); };
+    ASSERT_TRUE(QDir(home()).mkpath(u"elsewhere"_s));
+    const SurveyFile filled = file({{u"D14"_s, 9}, {u"C14"_s, 7}, {u"B17"_s, u"Good"_s}});
+    filled.saveAs(path(u"elsewhere/ann.xls"_s));
+
+    for (const QString& answer : {QString(), path(u"Template.xls"_s)}) { // the row reads as read all the same
+        run(u"update log set Status=False"_s);
+        picked = answer;
+        readIn();
+        EXPECT_EQ(status(), u"True"_s);
+    }
+    picked = path(u"elsewhere/Ann.xls"_s);
+    messages.expect(u"You have not specified the Correct XLS file.....The orignal file is - ann.xls Please "
+                    u"locate the same XLS file"_s,
+                    style::critical);
+    readIn();
+    EXPECT_EQ(flags, 4);
+    EXPECT_EQ(answers(ann), QString());
+    picked = path(u"elsewhere/ann.xls"_s);
+    readIn();
+    EXPECT_EQ(gridRow(1), u"9|7|"_s);
+    EXPECT_EQ(gridRow(2), u"||Good"_s);
+
+    file({{u"D14"_s, 4}}).saveAs(path(u"ann.xls"_s));
+    messages.expectBeginning(u"The file \"ann.xls\" "_s); // sought where the program runs, until then
+    readIn();
+    EXPECT_EQ(gridRow(1), u"9|7|"_s);
+    frmReading::instance().Show(); // the form becomes active again
+    feedback();
+    readIn();
+    EXPECT_EQ(gridRow(1), u"4||"_s);
+    EXPECT_EQ(gridRow(2), u"||"_s);
+
+    run(u"delete * from log"_s);
+    messages.expect(
+        u"There is no Survey File Exported for the Selected Repondent and Selected Survey Date..."_s,
+        style::information, title);
+    readIn();
+    run(u"delete * from survey"_s); // nothing to choose
+    frmFeedBackObj::unload();
+    messages.expect(
+        u"There is no Survey File Exported for the Selected Repondent and Selected Survey Date..."_s,
+        style::information, title);
+    readIn();
+}
+
+TEST_F(ReadInTest, aStoreThatFailsEndsTheReadAndIsTold) {
+    file({{u"D14"_s, 9}}).saveAs(path(u"ann.xls"_s));
+    runRaw(
+        u"create trigger no before insert on feedbackdescriptive begin select raise(abort, 'full'); end"_s);
+    messages.expectBeginning(u"Error : "_s);
+    readIn();
+    EXPECT_EQ(answers(ann), u"1:9,0"_s);
+    run(u"update log set xlsfilename='../ann.xls'"_s); // no bare name
+    picked.clear();
+    readIn();
+}
+
+TEST_F(ReadInTest, exportedFilledInLibreOfficeAndReadBack) {
+    run(u"delete * from log"_s);
+    ASSERT_TRUE(QFile::copy(QStringLiteral(GAUGEWELL_SOURCE "/home/template.xls"), path(u"template.xls"_s)));
+    messages.expect(u"Survey File Exported...Do you want to view the file? "_s,
+                    style::yesNo + style::information, title, forms::Answer::No);
+    press(open(), "cmdExport");
+    frmNewSurvey::unload();
+    const QString exported = path(value(u"select xlsfilename from log"_s));
+    QProcess office;
+    office.start(u"/usr/bin/python3"_s,
+                 {QStringLiteral(GAUGEWELL_SOURCE "/tests/fill_survey.py"), exported,
+                  uR"({"C14": 7, "D14": 10, "D16": 2, "B17": "Très bien, l'équipe"})"_s});
+    ASSERT_TRUE(office.waitForFinished(120'000));
+    ASSERT_EQ(office.exitCode(), 0) << office.readAllStandardError().constData();
+    readIn();
+    EXPECT_EQ(gridRow(1), u"10|7|"_s);
+    EXPECT_EQ(gridRow(2), u"2||Très bien, l'équipe"_s);
+    EXPECT_EQ(value(u"select Status from log"_s), u"True"_s);
+}
+
+} // namespace
