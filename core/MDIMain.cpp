@@ -12,6 +12,7 @@
 #include "platform/forms/msgbox.h"
 #include "reference/frmCustomer.h"
 #include "reference/frmParameter.h"
+#include "survey/frmEditExistingSurvey.h"
 #include "survey/frmSelectSurvey.h"
 
 #include <QAction>
@@ -182,6 +183,8 @@ void MDIMain::runEntry(const QString& name) {
         close();
     } else if (name == u"mnuNewSurvey") {
         openForm(true, true, [] { frmSelectSurvey::instance().Show(); });
+    } else if (name == u"mnuEditSurvey") {
+        openForm(true, true, [] { frmEditExistingSurvey::instance().Show(); });
     } else if (name == u"mnuObjective") {
         openForm(true, true, [] {
             frmFeedBackObj& form = frmFeedBackObj::instance();

@@ -42,6 +42,7 @@ protected:
         QAbstractButton* cmdUpward;
         QAbstractButton* cmdDownward;
         QAbstractButton* cmdSave;
+        QAbstractButton* cmdCopy;
         QAbstractButton* cmdHelp;
         QAbstractButton* cmdClose;
     };
@@ -55,13 +56,17 @@ protected:
 
     virtual SurveyContext context() const = 0;
     virtual int helpContext() const = 0;
-    /// Whether there is a survey date to show and to change.
+    /// Whether there is a survey date to change.
     virtual bool hasSurveyDate() const { return true; }
     /// Whether the chosen question may be added; says why not.
     virtual bool mayAdd() { return true; }
     /// Writes the rows of the grid within the open transaction.
     virtual void toRewrite();
+    /// Lets the user copy the questions of an existing survey into this one.
+    virtual void toImport() = 0;
     std::vector<ChosenQuestion> chosenQuestions() const;
+    /// False when the last refresh failed: the grid does not show what is stored.
+    bool showsStore() const { return !unread; }
 
 private:
     void connectTree();
@@ -69,6 +74,7 @@ private:
     void cmdAdd();
     void cmdRemove();
     void cmdSave() { toSaveParamAndQuest(); }
+    void cmdCopy();
     void cmdMove(void (SurveyEditor::*command)());
     void trvParameter_DblClick();
     void trvParameter_KeyDown(int key);
@@ -80,5 +86,5 @@ private:
     void toMoveRow(int step, bool stays);
 
     Controls control{};
-    bool unread = false; // the last refresh failed
+    bool unread = false;
 };
