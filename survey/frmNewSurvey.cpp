@@ -17,7 +17,10 @@ frmNewSurvey::frmNewSurvey() : DefaultForm(Kind::SubWindow), ui(std::make_unique
              .cmdSave = ui->cmdSave,
              .cmdCopy = ui->cmdCopy,
              .cmdHelp = ui->cmdHelp,
-             .cmdClose = ui->cmdClose});
+             .cmdClose = ui->cmdClose,
+             .cmdExport = ui->cmdExport,
+             .cmdmail = ui->cmdmail,
+             .cmdPrint = ui->cmdPrint});
 }
 
 frmNewSurvey::~frmNewSurvey() = default;

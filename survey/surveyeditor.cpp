@@ -65,6 +65,9 @@ void SurveyEditor::connectButtons() {
     onClick(control.cmdDownward, [this] { cmdMove(&SurveyEditor::toMoveRowDownward); });
     onClick(control.cmdSave, [this] { cmdSave(); });
     onClick(control.cmdCopy, [this] { cmdCopy(); });
+    onClick(control.cmdExport, [this] { toExport(false); });
+    onClick(control.cmdmail, [this] { toExport(true); });
+    onClick(control.cmdPrint, [this] { cmdPrint(); });
     onClick(control.cmdClose, [this] { Unload(); });
     onClick(control.cmdHelp, [this] { toShowHelpTopic(helpContext()); });
 }
@@ -128,6 +131,10 @@ std::vector<ChosenQuestion> SurveyEditor::chosenQuestions() const {
     return questions;
 }
 
+bool SurveyEditor::hasQuestions() const {
+    return control.grdParamAndQuest->Rows() >= rowsWithQuestions;
+}
+
 bool SurveyEditor::isChosen(const ChosenQuestion& question) const {
     for (int row = 1; row < control.grdParamAndQuest->Rows(); ++row) {
         const ChosenQuestion chosen = questionAt(row);
@@ -179,7 +186,7 @@ void SurveyEditor::cmdRemove() {
     setMousePointer(forms::Hourglass);
     toShowStatus(u"Removing...."_s);
     intDel = 1;
-    if (grid->Rows() >= rowsWithQuestions) {
+    if (hasQuestions()) {
         if (grid->Row() != grid->Rows() - 1) {
             grid->RemoveItem(grid->Row());
             cmdSave();
@@ -205,7 +212,7 @@ void SurveyEditor::cmdCopy() {
 }
 
 void SurveyEditor::cmdMove(void (SurveyEditor::*command)()) {
-    if (control.grdParamAndQuest->Rows() >= rowsWithQuestions) {
+    if (hasQuestions()) {
         toShowStatus(u"Setting Priority...."_s);
         (this->*command)();
     }

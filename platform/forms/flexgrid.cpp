@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/forms/flexgrid.h"
 
+#include "platform/forms/celltip.h"
 #include "platform/forms/screen.h"
 #include "platform/forms/treeview.h"
 
@@ -10,8 +11,6 @@
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QScrollBar>
-#include <QTextDocument>
-#include <QToolTip>
 
 #include <cmath>
 
@@ -182,15 +181,8 @@ void MSHFlexGrid::resizeEvent(QResizeEvent* event) {
 }
 
 bool MSHFlexGrid::viewportEvent(QEvent* event) {
-    if (event->type() == QEvent::ToolTip) { // the whole text of a cell that is cut off
-        auto* help = static_cast<QHelpEvent*>(event);
-        const QModelIndex index = indexAt(help->pos());
-        const QString text = index.data().toString();
-        if (fontMetrics().horizontalAdvance(text) > visualRect(index).width() - 8)
-            QToolTip::showText(help->globalPos(), Qt::convertFromPlainText(text), viewport(),
-                               visualRect(index));
-        else
-            QToolTip::hideText();
+    if (event->type() == QEvent::ToolTip) {
+        showCutText(*this, *static_cast<QHelpEvent*>(event));
         return true;
     }
     return QTableView::viewportEvent(event);

@@ -1,0 +1,152 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/forms/listview.h"
+
+#include "platform/forms/celltip.h"
+#include "platform/forms/listviewmodel.h"
+
+#include <QContextMenuEvent>
+#include <QHeaderView>
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+
+#include <algorithm>
+#include <cmath>
+
+namespace forms {
+
+ListView::ListView(QWidget* parent) : QTreeView(parent), items(new ListViewModel(this)) {
+    setModel(items);
+    setRootIsDecorated(false);
+    setItemsExpandable(false);
+    setUniformRowHeights(true); // so that no row is measured before it is seen
+    setAllColumnsShowFocus(true);
+    setSelectionMode(ExtendedSelection);
+    setEditTriggers(NoEditTriggers);
+    setTextElideMode(Qt::ElideRight);
+    header()->setStretchLastSection(false);
+    header()->setSectionsMovable(false);
+    header()->setMinimumSectionSize(20);
+    // A column that the user drags wider keeps its new share.
+    connect(header(), &QHeaderView::sectionResized, this, [this](int column, int, int size) {
+        if (!applyingWidths && header()->underMouse() && viewport()->width() > 0)
+            shares[static_cast<std::size_t>(column)] = double(size) / viewport()->width();
+    });
+}
+
+void ListView::setColumns(const std::vector<Column>& columns) {
+    QStringList heads;
+    shares.clear();
+    for (const Column& column : columns) {
+        heads << column.head;
+        shares.push_back(column.share);
+    }
+    applyingWidths = true;
+    items->setHeads(heads);
+    applyingWidths = false;
+    applyWidths();
+}
+
+void ListView::setItems(std::vector<QStringList> rows) {
+    if (items->holds(rows))
+        clearSelection();
+    else
+        items->setRows(std::move(rows));
+}
+
+void ListView::AddItem(const QStringList& row) {
+    items->addRow(row);
+}
+
+int ListView::ListCount() const {
+    return items->rowCount();
+}
+
+QString ListView::Text(int row, int column) const {
+    return items->text(row, column);
+}
+
+std::vector<int> ListView::SelectedRows() const {
+    std::vector<int> rows;
+    for (const QModelIndex& index : selectionModel()->selectedRows())
+        rows.push_back(index.row());
+    std::sort(rows.begin(), rows.end());
+    return rows;
+}
+
+bool ListView::Selected(int row) const {
+    return selectionModel()->isSelected(items->index(row, 0));
+}
+
+void ListView::setSelected(int row, bool chosen) {
+    const auto command = chosen ? QItemSelectionModel::Select : QItemSelectionModel::Deselect;
+    selectionModel()->select(items->index(row, 0), command | QItemSelectionModel::Rows);
+}
+
+void ListView::setCurrentRow(int row) {
+    selectionModel()->setCurrentIndex(items->index(row, 0), QItemSelectionModel::NoUpdate);
+}
+
+void ListView::mousePressEvent(QMouseEvent* event) {
+    QTreeView::mousePressEvent(event);
+    pressedOnRow = event->button() == Qt::LeftButton && indexAt(event->position().toPoint()).isValid();
+}
+
+void ListView::mouseReleaseEvent(QMouseEvent* event) {
+    QTreeView::mouseReleaseEvent(event);
+    const bool inside = viewport()->rect().contains(event->position().toPoint());
+    const bool clicked = std::exchange(pressedOnRow, false) && inside;
+    if (event->button() == Qt::LeftButton && clicked)
+        Q_EMIT Click();
+    else if (event->button() == Qt::RightButton && inside)
+        Q_EMIT RightClick(event->globalPosition().toPoint());
+}
+
+void ListView::mouseDoubleClickEvent(QMouseEvent* event) {
+    QTreeView::mouseDoubleClickEvent(event); // the release that ends it is no click of its own
+    if (event->button() == Qt::LeftButton && indexAt(event->position().toPoint()).isValid())
+        Q_EMIT DblClick();
+}
+
+void ListView::contextMenuEvent(QContextMenuEvent* event) {
+    event->accept(); // the right button tells when it is let go
+    if (event->reason() != QContextMenuEvent::Keyboard)
+        return;
+    const QRect row = visualRect(currentIndex()).intersected(viewport()->rect());
+    Q_EMIT RightClick(viewport()->mapToGlobal(row.isEmpty() ? QPoint() : QPoint(20, row.bottom())));
+}
+
+void ListView::keyPressEvent(QKeyEvent* event) {
+    const int before = CurrentRow();
+    Q_EMIT KeyDown(event->key());
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        return;
+    QTreeView::keyPressEvent(event);
+    if (CurrentRow() != before)
+        Q_EMIT Click();
+}
+
+void ListView::resizeEvent(QResizeEvent* event) {
+    QTreeView::resizeEvent(event);
+    applyWidths();
+}
+
+bool ListView::viewportEvent(QEvent* event) {
+    if (event->type() != QEvent::ToolTip)
+        return QTreeView::viewportEvent(event);
+    showCutText(*this, *static_cast<QHelpEvent*>(event));
+    return true;
+}
+
+void ListView::applyWidths() {
+    applyingWidths = true;
+    for (std::size_t i = 0; i < shares.size(); ++i) {
+        const int column = static_cast<int>(i);
+        setColumnHidden(column, shares[i] == 0);
+        if (shares[i] > 0)
+            setColumnWidth(column, static_cast<int>(std::floor(shares[i] * viewport()->width())));
+    }
+    applyingWidths = false;
+}
+
+} // namespace forms

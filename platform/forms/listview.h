@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QStringList>
+#include <QTreeView>
+
+#include <vector>
+
+namespace forms {
+
+class ListViewModel;
+
+/// A list of items in report view: each item is a row of texts, the item's own text in column 0 and its
+/// sub-items in the columns behind. The texts cannot be typed into. Rows and columns count from 0. Filling
+/// costs the same for the view whatever the number of rows. Several rows can be chosen (as in a list box of
+/// extended selection) unless the form sets SingleSelection.
+class ListView : public QTreeView {
+    Q_OBJECT
+
+public:
+    struct Column {
+        QString head;
+        double share; ///< of the list's width, kept when the list is resized; 0 hides the column
+    };
+
+    explicit ListView(QWidget* parent = nullptr);
+
+    /// Sets the column heads; the list is empty afterwards.
+    void setColumns(const std::vector<Column>& columns);
+
+    void Clear() { setItems({}); }
+    /// Replaces all rows; nothing is chosen afterwards. A row may hold fewer texts than there are columns.
+    /// Rows that stand already are not drawn anew: the list does not scroll back to its beginning.
+    void setItems(std::vector<QStringList> rows);
+    /// Adds one row at the end. Many rows go in at once with setItems.
+    void AddItem(const QStringList& row);
+    int ListCount() const;
+    /// The empty text outside the list.
+    QString Text(int row, int column = 0) const;
+
+    /// The chosen rows in the order of the list.
+    std::vector<int> SelectedRows() const;
+    bool Selected(int row) const;
+    void setSelected(int row, bool chosen);
+    /// The row under the keyboard's cursor, chosen or not; -1 for none.
+    int CurrentRow() const { return currentIndex().row(); }
+    /// Moves the cursor and chooses nothing.
+    void setCurrentRow(int row);
+
+Q_SIGNALS:
+    /// The user clicked a row with the left button, once for a double click, or moved to another row by keys.
+    void Click();
+    /// On a row; the head and the ground below the last row tell nothing.
+    void DblClick();
+    void KeyDown(int key);
+    /// The right button was let go anywhere over the list, after the row under it was chosen, or the menu key
+    /// was pressed; the position is the screen's.
+    void RightClick(const QPoint& globalPosition);
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
+
+private:
+    void applyWidths();
+
+    ListViewModel* items;
+    std::vector<double> shares; // by column
+    bool applyingWidths = false;
+    bool pressedOnRow = false;
+};
+
+} // namespace forms
