@@ -33,7 +33,10 @@ frmEditExistingSurvey::frmEditExistingSurvey()
              .cmdSave = ui->cmdSave,
              .cmdCopy = ui->cmdCopy,
              .cmdHelp = ui->cmdHelp,
-             .cmdClose = ui->cmdClose});
+             .cmdClose = ui->cmdClose,
+             .cmdExport = ui->cmdExport,
+             .cmdmail = ui->cmdmail,
+             .cmdPrint = ui->cmdPrint});
     using Self = frmEditExistingSurvey;
     connect(ui->cmbCustomer, &forms::ComboBox::Click, this, &Self::cmbCustomer_Click);
     connect(ui->lstRespondent, &forms::ListBox::Click, this, &Self::lstRespondent_Click);
@@ -54,8 +57,8 @@ int frmEditExistingSurvey::helpContext() const {
     return 202;
 }
 
-QString frmEditExistingSurvey::toGetRespondentID(const QString& name) const {
-    return ::toGetRespondentID(name, context().customer);
+QString frmEditExistingSurvey::reportTitle() const {
+    return u"Customer Satisfaction Survey Report"_s;
 }
 
 void frmEditExistingSurvey::cmbCustomer_Click() {

@@ -21,8 +21,6 @@ public:
     void toFillCustomerList() { lists.toFillCustomerList(); }
     void toFillRespondentList() { lists.toFillRespondentList(); }
     void toFillSurveyDateList() { lists.toFillSurveyDateList(); }
-    /// The respondentid of the picked customer's respondent of that name, or empty.
-    QString toGetRespondentID(const QString& name) const;
     /// Deletes the picked respondent's questionnaire of the picked date, with its answers, its survey files'
     /// register rows and its report rows; the survey itself too when no one else has a questionnaire on that
     /// date, which the number of its questions tells.
@@ -35,6 +33,8 @@ private:
     SurveyContext context() const override { return lists.picked(); }
     int helpContext() const override;
     bool hasSurveyDate() const override { return !context().date.isEmpty(); }
+    HistoryRoad historyRoad() const override { return HistoryRoad::NewestFirst; }
+    QString reportTitle() const override;
     bool mayAdd() override;
     void toRewrite() override;
     void toImport() override;

@@ -45,6 +45,6 @@ void frmNewSurvey::toImport() {
     blnExistingSurvey = true;
     frmPasteSurvey::toCopyInto(context(), *this);
     // A selection that was closed before has been loaded again for the copy only.
-    if (frmSelectSurvey::loaded() && frmSelectSurvey::instance().isHidden())
+    if (frmSelectSurvey::loaded() && !frmSelectSurvey::loaded()->isVisible())
         frmSelectSurvey::unload();
 }
