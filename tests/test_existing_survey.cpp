@@ -17,7 +17,7 @@ namespace {
 
 const QString title = u"Gaugewell v2.1"_s;
 const QDate early{2024, 1, 31};
-const QDate late{2024, 3, 4};
+const QString lateText = u"04/03/2024"_s;
 
 class ExistingTest : public SurveyTest {
 protected:
@@ -25,32 +25,31 @@ protected:
         control<QAction>(MDIMain::instance(), "mnuEditSurvey")->trigger();
         return frmEditExistingSurvey::instance();
     }
-    template <class FormClass> static void pick(FormClass& form, const char* name, const QString& entry) {
+    static void pick(QWidget& form, const char* name, const QString& entry) {
         auto* list = control<forms::ListBox>(form, name);
         const auto found = list->findItems(entry, Qt::MatchExactly);
         ASSERT_FALSE(found.isEmpty()) << name << entry.toStdString();
         QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(found[0]).center());
     }
-    template <class FormClass> static void pickCustomer(FormClass& form, const QString& entry) {
+    static void pickCustomer(QWidget& form, const QString& entry) {
         auto* list = control<forms::ComboBox>(form, "cmbCustomer");
         list->setListIndex(list->findText(entry));
     }
-    template <class FormClass> static QStringList entries(FormClass& form, const char* name) {
+    /// The dates offered, the picked one starred.
+    static QString dates(QWidget& form) {
         QStringList result;
-        const auto* list = control<forms::ListBox>(form, name);
+        const auto* list = control<forms::ListBox>(form, "lstSurvetDates");
         for (int i = 0; i < list->ListCount(); ++i)
             result << list->List(i) + (list->Selected(i) ? u"*" : u"");
-        return result;
+        return result.join(u' ');
     }
-    template <class FormClass> static int rowsOf(FormClass& form) {
-        return control<forms::MSHFlexGrid>(form, "grdParamAndQuest")->Rows();
-    }
+    static int rowsOf(QWidget& form) { return control<forms::MSHFlexGrid>(form, "grdParamAndQuest")->Rows(); }
     static QString status() { return MDIMain::instance().stsBar->Panels(1).Text(); }
-    void pressDelete(const QString& date = {}, const QString& customer = {}, Answer answer = Answer::No,
-                     const QString& failure = {}) {
+    void pressDelete(const QString& date, Answer answer = Answer::Yes, const QString& failure = {}) {
         if (!date.isEmpty())
             messages.expect(u"You are about to delete the survey dated "_s + date + u" for Customer - " +
-                                customer + u"\r\nAre you sure you want to delete...?",
+                                control<forms::ComboBox>(edit(), "cmbCustomer")->Text() +
+                                u"\r\nAre you sure you want to delete...?",
                             4, title, answer);
         if (!failure.isEmpty())
             messages.expectBeginning(failure);
@@ -59,54 +58,56 @@ protected:
         EXPECT_EQ(status(), QString());
         EXPECT_FALSE(cnnMain->InTransaction());
     }
-    void add(int number, const QString& message = {}) {
+    void addFirst(const QString& message) {
         auto* questions = control<forms::TreeView>(edit(), "trvParameter");
-        questions->setCurrentItem(
-            questions->topLevelItem(number < 2 ? 0 : 1)->child(number < 2 ? number : number - 2));
-        if (!message.isEmpty())
-            messages.expect(message, 80, title);
+        questions->setCurrentItem(questions->topLevelItem(0)->child(0));
+        messages.expect(message, 80, title);
         QTest::keyClick(questions, Qt::Key_Return);
     }
+    static void refuse(const QString& change) {
+        runRaw(u"create trigger refuses before "_s + change + u" begin select raise(abort, 'no'); end");
+    }
     /// Presses a button that opens the import, drives it, and leaves it by Esc when it is still open.
-    template <class FormClass>
-    static void import(FormClass& form, const char* button,
-                       const std::function<void(frmPasteSurvey&)>& drive) {
-        bool opened = false;
+    static void import(QWidget& form, const char* button, const std::function<void(frmPasteSurvey&)>& drive) {
         QTimer::singleShot(0, &form, [&] {
-            opened = frmPasteSurvey::loaded();
-            ASSERT_TRUE(opened);
+            ASSERT_NE(frmPasteSurvey::loaded(), nullptr);
             EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
             drive(frmPasteSurvey::instance());
             if (frmPasteSurvey::loaded())
                 QTest::keyClick(&frmPasteSurvey::instance(), Qt::Key_Escape);
         });
         press(form, button);
-        EXPECT_TRUE(opened);
-        EXPECT_EQ(frmPasteSurvey::loaded(), nullptr);
         EXPECT_EQ(status(), QString());
         EXPECT_TRUE(rows(u"select * from copydetails"_s).isEmpty());
     }
 };
 
 TEST_F(ExistingTest, theListsFollowEachOtherAndWithoutADateNothingIsChanged) {
-    addStored(ann, late, {0, 1});
+    addStored(ann, {2024, 3, 4}, {0, 4});
     addStored(ann, early, {2});
+    ASSERT_TRUE(
+        QFile::copy(QStringLiteral(GAUGEWELL_SOURCE "/home/rptrating.rpt"), home() + u"/rptrating.rpt"));
+    crystal::previewSeat = [&](const auto&, const QString& text, int) { strCompanyName = text; };
     addCustomer(u"Nobody"_s);
     frmEditExistingSurvey& form = edit();
+    auto* respondents = control<forms::ListBox>(form, "lstRespondent");
     EXPECT_EQ(control<forms::ComboBox>(form, "cmbCustomer")->ListCount(), 1);
-    EXPECT_EQ(entries(form, "lstRespondent"), (QStringList{u"Ann*"_s, u"Bob"_s}));
-    EXPECT_EQ(entries(form, "lstSurvetDates"), (QStringList{u"31/01/2024*"_s, u"04/03/2024"_s}));
+    EXPECT_EQ(respondents->ListCount(), 2);
+    EXPECT_EQ(dates(form), u"31/01/2024* 04/03/2024"_s);
     EXPECT_EQ(rowsOf(form), 3);
-    pick(form, "lstSurvetDates", u"04/03/2024"_s);
+    pick(form, "lstSurvetDates", lateText);
     EXPECT_EQ(rowsOf(form), 4);
-    add(4);
-    EXPECT_EQ(stored(ann), u"31/01 1:2 04/03 1:4 2:0 3:1"_s);
+    press(form, "cmdPrint");
+    crystal::previewSeat = crystal::PreviewWindow::show;
+    EXPECT_EQ(std::exchange(strCompanyName, {}), u"Customer Satisfaction Survey Report"_s);
+    EXPECT_EQ(rows(u"select sdate, question from reportlinktable"_s),
+              (QStringList{lateText + u"|On time?", lateText + u"|What else?"}));
 
     pick(form, "lstRespondent", u"Bob"_s);
     EXPECT_EQ(rowsOf(form), 2);
     const QStringList before = storeRows(*cnnMain);
-    add(3, u"No Survey Date available......"_s);
-    pressDelete();
+    addFirst(u"No Survey Date available......"_s);
+    pressDelete({});
     messages.expect(u"No Survey Date available for the Selected Respondent...Import from other survey cannot "
                     "be performed.."_s,
                     16, title);
@@ -116,122 +117,91 @@ TEST_F(ExistingTest, theListsFollowEachOtherAndWithoutADateNothingIsChanged) {
     press(form, "cmdPrint");
     press(form, "cmdRemove");
     EXPECT_EQ(status(), u"Removing...."_s);
-    run(u"delete * from respondent where respondentname='Bob'"_s);
+    EXPECT_EQ(storeRows(*cnnMain), before);
     pick(form, "lstRespondent", u"Ann"_s);
-    EXPECT_EQ(goneRows(storeRows(*cnnMain), before), QStringList());
     run(u"delete * from respondent"_s);
     Q_EMIT control<forms::ComboBox>(form, "cmbCustomer")->Click();
-    EXPECT_EQ(entries(form, "lstSurvetDates"), QStringList());
+    EXPECT_EQ(dates(form) + QString::number(rowsOf(form)), u"2"_s);
     messages.expect(u"No Respondent name present to Edit Survey"_s, 16, title);
     press(form, "cmdCopy");
     QTest::keyClick(&form, Qt::Key_Escape);
     EXPECT_EQ(frmEditExistingSurvey::loaded(), nullptr);
 }
 
-TEST_F(ExistingTest, theReportIsOfThePickedSurvey) {
-    addStored(ann, early, {0});
-    addStored(ann, late, {1, 4});
-    ASSERT_TRUE(
-        QFile::copy(QStringLiteral(GAUGEWELL_SOURCE "/home/rptrating.rpt"), home() + u"/rptrating.rpt"));
-    QString shown;
-    crystal::previewSeat = [&](const auto&, const QString& windowTitle, int) { shown = windowTitle; };
-    edit();
-    pick(edit(), "lstSurvetDates", u"04/03/2024"_s);
-    press(edit(), "cmdPrint");
-    crystal::previewSeat = crystal::PreviewWindow::show;
-    EXPECT_EQ(shown, u"Customer Satisfaction Survey Report"_s);
-    EXPECT_EQ(rows(u"select sdate, question from reportlinktable"_s),
-              (QStringList{u"04/03/2024|Overall?"_s, u"04/03/2024|What else?"_s}));
-}
-
 TEST_F(ExistingTest, anEmptyDateIsDeletedOnlyWithTheCustomersLastQuestions) {
     addStored(ann, early, {0});
-    addStored(ann, late, {1});
-    addScore(ann, question[0], toGetSurveyID(u"31/01/2024"_s, u"Acme"_s).toInt(), early, 1, 2);
+    addStored(ann, {2024, 3, 4}, {1});
     frmEditExistingSurvey& form = edit();
     press(form, "cmdRemove");
     QStringList before = storeRows(*cnnMain);
-    pressDelete(u"31/01/2024"_s, u"Acme"_s, Answer::No);
-    pressDelete(u"31/01/2024"_s, u"Acme"_s, Answer::Yes); // the later date still has questions
+    pressDelete(u"31/01/2024"_s); // the later date still has questions
     EXPECT_EQ(storeRows(*cnnMain), before);
     EXPECT_FALSE(QDir(home()).exists(u"backup"_s));
-    EXPECT_EQ(entries(form, "lstSurvetDates"), QStringList{u"04/03/2024"_s});
-    pressDelete();
-    add(3, u"No Survey Date selected......Select one and proceed....."_s);
-    pick(form, "lstSurvetDates", u"04/03/2024"_s);
+    EXPECT_EQ(dates(form), lateText);
+    pressDelete({});
+    addFirst(u"No Survey Date selected......Select one and proceed....."_s);
+    pick(form, "lstSurvetDates", lateText);
     press(form, "cmdRemove");
+    addScore(ann, question[0], toGetSurveyID(lateText, u"Acme"_s).toInt(), early, 1, 2);
     before = storeRows(*cnnMain);
-    runRaw(u"create trigger refuses before delete on survey begin select raise(abort, 'no'); end"_s);
-    pressDelete(u"04/03/2024"_s, u"Acme"_s, Answer::Yes, u"Error : 19\r\n"_s);
+    refuse(u"delete on survey"_s);
+    pressDelete(lateText, Answer::Yes, u"Error : 19\r\nno"_s);
     EXPECT_EQ(storeRows(*cnnMain), before);
     runRaw(u"drop trigger refuses"_s);
-    run(u"update feedbackobjective set surveyid="_s + toGetSurveyID(u"04/03/2024"_s, u"Acme"_s));
-    pressDelete(u"04/03/2024"_s, u"Acme"_s, Answer::Yes);
-    EXPECT_EQ(rows(u"select surveyid from survey"_s) + rows(u"select score from feedbackobjective"_s),
-              QStringList());
+    pressDelete(lateText);
+    EXPECT_EQ(goneRows(before, storeRows(*cnnMain)).size(), 3); // two surveys, one answer
     EXPECT_TRUE(QDir(home()).exists(u"backup"_s));
 }
 
-/// The copy of Ann's survey of the early date, which has 0, 1, 3 and 4, into one that may have questions.
+/// Ann's survey of the early date has the questions 0, 1, 3 and 4.
 TEST_F(ExistingTest, eachCallerCopiesIntoItsOwnSurvey) {
+    enum Caller { Select, New, NewWithSelectClosed, Edit };
     struct Case {
-        const char* caller;
+        Caller caller;
         std::vector<int> before; // Bob's questions of today
-        const char* after;
-        const char* saved; // after Sturdy? (3) or Overall? of Quality (2) has been added
+        const char16_t* after;
+        const char16_t* saved; // after the first has been removed
     };
     const std::vector<Case> cases = {
-        {"frmSelectSurvey", {}, "5:0 5:1 5:3 5:4", "1:2 2:0 3:1 4:3 5:4"},
-        {"frmNewSurvey", {2, 1}, "1:2 2:1 5:0 5:3 5:4", "1:1 2:0 3:3 4:4"},
-        {"frmEditExistingSurvey", {2, 1}, "1:2 2:1 5:0 5:3 5:4", "1:1 2:0 3:3 4:4"},
-        {"closed", {4}, "1:4 5:0 5:1 5:3", "1:2 2:4 3:0 4:1 5:3"}};
+        {Select, {}, u"05/03 5:0 5:1 5:3 5:4", u"05/03 1:1 2:3 3:4"},
+        {New, {2, 1}, u"05/03 1:2 2:1 5:0 5:3 5:4", u"05/03 1:1 2:0 3:3 4:4"},
+        {NewWithSelectClosed, {4}, u"05/03 1:4 5:0 5:1 5:3", u"05/03 1:0 2:1 3:3"},
+        {Edit, {2, 1}, u"05/03 1:2 2:1 5:0 5:3 5:4", u"05/03 1:1 2:0 3:3 4:4"}};
+    addStored(ann, early, {0, 1, 3, 4});
+    const QString annBefore = stored(ann);
     for (const Case& c : cases) {
         SCOPED_TRACE(c.caller);
-        run(u"delete * from responquesindex"_s);
-        run(u"delete * from survey"_s);
-        addStored(ann, early, {0, 1, 3, 4});
+        run(u"delete * from responquesindex where respondentid="_s + QString::number(bob));
+        run(u"delete * from survey where sdate=#03/05/2024#"_s);
         if (!c.before.empty())
             addStored(bob, today, c.before);
-        const QString annBefore = stored(ann);
-        const bool edits = *c.caller == 'f' && c.caller[3] == 'E';
-        if (edits) {
-            frmSelectSurvey::instance().Show();
-            edit();
-            pick(edit(), "lstRespondent", u"Bob"_s);
-        } else if (c.caller[3] != 'S') {
+        frmSelectSurvey::instance().Show();
+        frmSelectSurvey::instance().lstRespondent()->setListIndex(1);
+        if (c.caller == New || c.caller == NewWithSelectClosed)
             open(1);
-        } else {
-            frmSelectSurvey::instance().Show();
-            frmSelectSurvey::instance().lstRespondent()->setListIndex(1);
-        }
-        if (*c.caller == 'c')
-            QTest::keyClick(&frmSelectSurvey::instance(), Qt::Key_Escape);
-        const auto copy = [](frmPasteSurvey& form) {
-            EXPECT_EQ(entries(form, "lstSurvetDates").last(), u"31/01/2024*"_s);
-            EXPECT_EQ(rowsOf(form), 6);
-            QTest::keyClick(&form, Qt::Key_O, Qt::AltModifier);
-        };
-        if (edits)
-            import(edit(), "cmdCopy", copy);
-        else if (c.caller[3] == 'S')
-            import(frmSelectSurvey::instance(), "cmdExistingSurvey", copy);
-        else
-            import(frmNewSurvey::instance(), "cmdCopy", copy);
-        EXPECT_EQ(stored(bob), u"05/03 "_s + QString::fromLatin1(c.after));
-        EXPECT_EQ(stored(ann), annBefore);
-        EXPECT_EQ(frmSelectSurvey::loaded() != nullptr, !edits && *c.caller != 'c');
-        SurveyEditor& editor = edits ? static_cast<SurveyEditor&>(edit()) : frmNewSurvey::instance();
-        EXPECT_EQ(editor.Caption(), edits ? u"Edit Survey"_s : u"Edit Selected Survey"_s);
-        EXPECT_EQ(rowsOf(editor), 2 + QString::fromLatin1(c.after).count(u':'));
-        if (edits || c.before.size() == 2)
-            press(editor, "cmdRemove"); // of the first
-        else
-            addByButton(2);
-        EXPECT_EQ(stored(bob), u"05/03 "_s + QString::fromLatin1(c.saved));
-        edits ? frmEditExistingSurvey::unload() : frmNewSurvey::unload();
-        frmSelectSurvey::unload();
-    }
+        if (c.caller == NewWithSelectClosed)
+            frmSelectSurvey::unload();
+        if (c.caller == Edit)
+            pick(edit(), "lstRespondent", u"Bob"_s);
+        QWidget& form = c.caller == Select ? static_cast<QWidget&>(frmSelectSurvey::instance())
+                        : c.caller == Edit ? static_cast<QWidget&>(edit())
+                                           : frmNewSurvey::instance();
+        import(form, c.caller == Select ? "cmdExistingSurvey" : "cmdCopy", [](frmPasteSurvey& paste) {
+            EXPECT_EQ(dates(paste), u"31/01/2024*"_s);
+        EXPECT_EQ(rowsOf(paste), 6);
+        QTest::keyClick(&paste, Qt::Key_O, Qt::AltModifier);
+    });
+    EXPECT_EQ(stored(bob), QString::fromUtf16(c.after));
+    EXPECT_EQ(frmSelectSurvey::loaded() != nullptr, c.caller == Select || c.caller == New);
+    SurveyEditor& editor = c.caller == Edit ? static_cast<SurveyEditor&>(edit()) : frmNewSurvey::instance();
+    EXPECT_EQ(editor.Caption(), c.caller == Edit ? u"Edit Survey"_s : u"Edit Selected Survey"_s);
+    EXPECT_EQ(rowsOf(editor), 2 + stored(bob).count(u':'));
+    press(editor, "cmdRemove");
+    EXPECT_EQ(stored(bob), QString::fromUtf16(c.saved));
+    EXPECT_EQ(stored(ann), annBefore);
+    editor.Unload();
 }
+} // namespace
 
 TEST_F(ExistingTest, aSurveyIsNotOfferedToItselfAndAFailureKeepsWhatWasCopied) {
     addStored(ann, today, {0, 1, 4});
@@ -239,28 +209,101 @@ TEST_F(ExistingTest, aSurveyIsNotOfferedToItselfAndAFailureKeepsWhatWasCopied) {
     const QStringList before = storeRows(*cnnMain);
     frmSelectSurvey::instance().Show();
     import(frmSelectSurvey::instance(), "cmdExistingSurvey", [&](frmPasteSurvey& form) {
-        EXPECT_EQ(entries(form, "lstSurvetDates"), QStringList());
+        EXPECT_EQ(dates(form), QString());
     messages.expect(u"Select a Survey Date to import...."_s, 16, title);
     press(form, "cmdPaste");
     EXPECT_EQ(messages.left(), 0);
 });
     import(edit(), "cmdCopy", [](frmPasteSurvey& form) { // itself: all is there already
-        EXPECT_EQ(entries(form, "lstSurvetDates"), QStringList{u"05/03/2024*"_s});
+        EXPECT_EQ(dates(form), u"05/03/2024*"_s);
     press(form, "cmdPaste");
-    } // namespace
-);
+    });
     import(edit(), "cmdCopy", [](frmPasteSurvey& form) { press(form, "cmdClose");
     });
     EXPECT_EQ(storeRows(*cnnMain), before);
-    runRaw(u"create trigger refuses before insert on responquesindex when new.questionid="_s +
-           QString::number(question[3]) + u" begin select raise(abort, 'no'); end");
-    messages.expectBeginning(u"Error : 19\r\n"_s);
-    import(edit(), "cmdCopy", [&](frmPasteSurvey& form) {
+    refuse(u"insert on responquesindex when new.questionid="_s + QString::number(question[3]));
+    messages.expectBeginning(u"Error : 19\r\nno"_s);
+    import(edit(), "cmdCopy", [](frmPasteSurvey& form) {
         pick(form, "lstRespondent", u"Bob"_s);
     press(form, "cmdPaste");
     });
     EXPECT_EQ(stored(ann), u"05/03 1:0 2:1 3:4 5:2"_s);
     EXPECT_FALSE(cnnMain->InTransaction());
+    }
+
+    /// In 30 customers Ann has the questions 1 to 3 on six dates, Bob 4 and 5 on all of them but the last.
+    TEST_F(ExistingTest, deletingAndCopyingTouchTheRowsThatWereMeantAndNoOthers) {
+        cnnMain->BeginTrans();
+        for (int i = 1; i < 30; ++i) {
+            const int custid = addCustomer(u"Customer %1"_s.arg(i));
+            addRespondent(custid, u"Ann"_s);
+            addRespondent(custid, u"Bob"_s);
+        }
+        for (int month = 1; month <= 6; ++month)
+            run(u"insert into survey (sdate, custid) select '2024-0%1-15', custid from customer"_s.arg(
+                month));
+        run(u"insert into responquesindex select respondentid, questionid, surveyid, case when questionid < "
+            u"4 then "
+            "questionid else questionid - 3 end from custresp join survey on survey.custid = custresp.custid "
+            "join "
+            "questions on (questionid < 4) = (respondentname = 'Ann') where questionid < 4 or sdate < '2024-06-01'"_s);
+        const QString each = u" select respondentid, questionid, surveyid, sdate from responquery"_s;
+        for (const QString& table : {u"feedbackobjective"_s, u"feedbackdescriptive"_s})
+            run(u"insert into "_s + table + u" (respondentid, questionid, surveyid, surveydate)" + each);
+        run(u"insert into log (respid, xlsfilename, surveyid, sdate)"_s + each);
+        run(u"insert into reportlinktable (respondentid, questionid, custid, sdate)"_s + each);
+        cnnMain->CommitTrans();
+
+        const QString customer = u"Customer 17"_s;
+        const QString annId = toGetRespondentID(u"Ann"_s, customer);
+        pickCustomer(edit(), customer);
+        for (const auto& [date, alone] : {std::pair(u"15/03/2024"_s, false), {u"15/06/2024"_s, true}}) {
+            pick(edit(), "lstSurvetDates", date);
+            const QStringList before = storeRows(*cnnMain);
+            pressDelete(date, Answer::No);
+            const QString ofSurvey = u"surveyid="_s + toGetSurveyID(date, customer);
+            QStringList meant = alone ? storeRows(*cnnMain, u"survey"_s, ofSurvey) : QStringList();
+            for (const char* name :
+                 {"responquesindex", "reportlinktable", "feedbackobjective", "feedbackdescriptive", "log"}) {
+                const QString table = QString::fromLatin1(name);
+                meant += storeRows(*cnnMain, table,
+                                   (table == u"reportlinktable" ? u"custid"_s + ofSurvey.mid(8) : ofSurvey) +
+                                       (table == u"log" ? u" and respid=" : u" and respondentid=") + annId);
+                refuse(u"delete on "_s + table);
+                pressDelete(date, Answer::Yes, u"Error : 19\r\nno"_s);
+                runRaw(u"drop trigger refuses"_s);
+                pick(edit(), "lstSurvetDates", date);
+            }
+            meant.sort();
+            EXPECT_EQ(storeRows(*cnnMain), before);
+            pressDelete(date);
+            const QStringList after = storeRows(*cnnMain);
+            EXPECT_EQ(goneRows(before, after), meant);
+            EXPECT_EQ(goneRows(after, before), QStringList());
+            EXPECT_EQ(meant.size(), 15 + alone);
+            EXPECT_TRUE(dates(edit()).startsWith(u"15/01/2024* "));
+            EXPECT_EQ(rowsOf(edit()), 5);
+        }
+
+        const QStringList before = storeRows(*cnnMain);
+    import(edit(), "cmdCopy", [](frmPasteSurvey& form) {
+        pickCustomer(form, u"Customer 4"_s);
+    pick(form, "lstRespondent", u"Bob"_s);
+    pick(form, "lstSurvetDates", u"15/02/2024"_s);
+    press(form, "cmdPaste");
+    });
+    const QStringList copied = storeRows(*cnnMain);
+    const QString row =
+        u"responquesindex|"_s + annId + u"|%1|" + toGetSurveyID(u"15/01/2024"_s, customer) + u"|%2";
+    EXPECT_EQ(goneRows(before, copied), QStringList());
+    EXPECT_EQ(goneRows(copied, before), (QStringList{row.arg(4).arg(3), row.arg(5).arg(3)}));
+    press(edit(), "cmdRemove"); // the first; the save gives the others their places
+    EXPECT_EQ(goneRows(storeRows(*cnnMain), before),
+              (QStringList{row.arg(2).arg(1), row.arg(3).arg(2), row.arg(4).arg(3), row.arg(5).arg(4)}));
+    EXPECT_EQ(
+        rows(u"select surveyid from responquesindex where surveyid not in (select surveyid from survey)"_s),
+        QStringList());
+    EXPECT_EQ(QDir(home() + u"/backup").entryList(QDir::Files).size(), 1);
     }
 
     } // namespace
