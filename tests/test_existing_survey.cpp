@@ -69,13 +69,16 @@ protected:
     }
     /// Presses a button that opens the import, drives it, and leaves it by Esc when it is still open.
     static void import(QWidget& form, const char* button, const std::function<void(frmPasteSurvey&)>& drive) {
-        QTimer::singleShot(0, &form, [&] {
+        QTimer whenShown;
+        whenShown.setSingleShot(true);
+        QObject::connect(&whenShown, &QTimer::timeout, &form, [&] {
             ASSERT_NE(frmPasteSurvey::loaded(), nullptr);
             EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
             drive(frmPasteSurvey::instance());
             if (frmPasteSurvey::loaded())
                 QTest::keyClick(&frmPasteSurvey::instance(), Qt::Key_Escape);
         });
+        whenShown.start();
         press(form, button);
         EXPECT_EQ(status(), QString());
         EXPECT_TRUE(rows(u"select * from copydetails"_s).isEmpty());
