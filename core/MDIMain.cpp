@@ -15,6 +15,7 @@
 #include "platform/forms/msgbox.h"
 #include "reference/frmCustomer.h"
 #include "reference/frmParameter.h"
+#include "survey/frmEditExistingSurvey.h"
 #include "survey/frmSelectSurvey.h"
 
 #include <QAction>
@@ -194,6 +195,8 @@ void MDIMain::runEntry(const QString& name) {
             blnExistingSurvey = false;
             frmReading::instance().Show();
         });
+    } else if (name == u"mnuEditSurvey") {
+        openForm(true, true, [] { frmEditExistingSurvey::instance().Show(); });
     } else if (name == u"mnuObjective") {
         openForm(true, true, [] {
             frmFeedBackObj& form = frmFeedBackObj::instance();

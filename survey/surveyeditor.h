@@ -53,6 +53,7 @@ protected:
         QAbstractButton* cmdUpward;
         QAbstractButton* cmdDownward;
         QAbstractButton* cmdSave;
+        QAbstractButton* cmdCopy;
         QAbstractButton* cmdHelp;
         QAbstractButton* cmdClose;
         QAbstractButton* cmdExport;
@@ -69,7 +70,7 @@ protected:
 
     virtual SurveyContext context() const = 0;
     virtual int helpContext() const = 0;
-    /// Whether there is a survey date to show and to change.
+    /// Whether there is a survey date to change.
     virtual bool hasSurveyDate() const { return true; }
     virtual HistoryRoad historyRoad() const { return HistoryRoad::OldestFirst; }
     /// Of the window that shows the survey report.
@@ -78,7 +79,11 @@ protected:
     virtual bool mayAdd() { return true; }
     /// Writes the rows of the grid within the open transaction.
     virtual void toRewrite();
+    /// Lets the user copy the questions of an existing survey into this one.
+    virtual void toImport() = 0;
     std::vector<ChosenQuestion> chosenQuestions() const;
+    /// False when the last refresh failed: the grid does not show what is stored.
+    bool showsStore() const { return !unread; }
 
 private:
     void connectTree();
@@ -86,6 +91,7 @@ private:
     void cmdAdd();
     void cmdRemove();
     void cmdSave() { toSaveParamAndQuest(); }
+    void cmdCopy();
     void cmdMove(void (SurveyEditor::*command)());
     void toExport(bool mailed);
     void cmdPrint();
@@ -102,5 +108,5 @@ private:
     Controls control{};
     Mailer mailer;
     crystal::CrystalReport crptPrint;
-    bool unread = false; // the last refresh failed
+    bool unread = false;
 };

@@ -15,7 +15,9 @@
 #include "platform/forms/dtpicker.h"
 #include "reference/frmCustomer.h"
 #include "reference/frmParameter.h"
+#include "survey/frmEditExistingSurvey.h"
 #include "survey/frmNewSurvey.h"
+#include "survey/frmPasteSurvey.h"
 #include "survey/frmSelectSurvey.h"
 
 #include <QAbstractButton>
@@ -89,6 +91,13 @@ bool grabEditor() {
     return saved;
 }
 
+bool grabPaste() {
+    frmPasteSurvey::instance().Show();
+    const bool saved = save(frmPasteSurvey::instance(), u"frmPasteSurvey"_s);
+    frmPasteSurvey::unload();
+    return saved;
+}
+
 bool grabIndex() {
     frmSatisfactionIndex& form = frmSatisfactionIndex::instance();
     form.Show();
@@ -127,6 +136,8 @@ int main(int argc, char** argv) {
     saved = grabForm<frmParameter>(u"frmParameter"_s) && saved;
     saved = grabForm<frmSelectSurvey>(u"frmSelectSurvey"_s) && saved;
     saved = grabForm<frmSetting>(u"frmSetting"_s) && saved;
+    saved = grabForm<frmEditExistingSurvey>(u"frmEditExistingSurvey"_s) && saved;
+    saved = grabPaste() && saved;
     saved = grabForm<frmFeedBackObj>(u"frmFeedBackObj"_s) && saved;
     saved = grabForm<frmLogDetails>(u"frmLogDetails"_s) && saved;
     saved = grabMessage() && saved;
