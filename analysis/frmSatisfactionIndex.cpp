@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/frmSatisfactionIndex.h"
 
+#include "analysis/chartmenu.h"
+#include "analysis/choices.h"
+#include "analysis/ratings.h"
 #include "analysis/satisfactionindex.h"
 #include "core/MDIMain.h"
 #include "core/failure.h"
 #include "core/gblGlobal.h"
+#include "core/reports.h"
 #include "core/worktable.h"
 #include "platform/forms/clock.h"
 #include "platform/forms/msgbox.h"
@@ -15,15 +19,9 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int helpContext = 11;
-constexpr int titleBar = 350;     // twips
-constexpr int roomForChart = 360; // pixels that keep the chart readable
-
-std::optional<std::int16_t> ratingOf(const ado::Field& field) {
-    const QVariant value = field.Value();
-    if (!value.isValid())
-        return std::nullopt;
-    return static_cast<std::int16_t>(ado::toWhole(value));
-}
+constexpr int titleBar = 350;          // twips
+constexpr int roomForChart = 360;      // pixels that keep the chart readable
+constexpr QSize printedSize{690, 377}; // pixels
 
 } // namespace
 
@@ -34,6 +32,7 @@ frmSatisfactionIndex::frmSatisfactionIndex()
     ui->mschart->setCategoryTitle(u"Survey Date"_s);
     ui->mschart->setValueTitle(u"Satisfaction Index"_s);
     ui->mschart->setValueScale({.Minimum = 0, .Maximum = 11, .MajorDivision = 11, .MinorDivision = 1});
+    toAddPictureMenu(*ui->mschart, printedSize);
     connectEvents();
 }
 
@@ -53,6 +52,7 @@ void frmSatisfactionIndex::connectEvents() {
     connect(ui->lstSurveyDates, &forms::ListBox::Validate, ui->lstSurveyDates,
             &forms::ListBox::clearSelection);
     connect(ui->cmdView, &QPushButton::clicked, this, &This::cmdView);
+    connect(ui->cmdPrint, &QPushButton::clicked, this, &This::cmdPrint);
     connect(ui->cmdClose, &QPushButton::clicked, this, [this] { Unload(); });
     connect(ui->cmdHelp, &QPushButton::clicked, this, [] { toShowHelpTopic(helpContext); });
     connect(ui->mschart, &chart::MSChart::PointActivated, this, &This::mschart_PointActivated);
@@ -92,15 +92,8 @@ QString frmSatisfactionIndex::customer() const {
 }
 
 void frmSatisfactionIndex::toFillCustomername() {
-    guarded({}, [this] {
-        setMousePointer(forms::Hourglass);
-        toReconnect();
-        ado::Recordset customers;
-        customers.Open(u"select * from customer"_s, *cnnMain);
-        ui->cmdCustomerName->Clear();
-        for (; !customers.Eof(); customers.MoveNext())
-            ui->cmdCustomerName->AddItem(customers["custname"].Text());
-    });
+    setMousePointer(forms::Hourglass);
+    guarded({}, [this] { toListCustomers(*ui->cmdCustomerName); });
     setMousePointer(forms::DefaultPointer);
 }
 
@@ -118,17 +111,7 @@ void frmSatisfactionIndex::toFillParameterName() {
 }
 
 void frmSatisfactionIndex::toFillSurveyDateList() {
-    guarded({}, [this] {
-        toReconnect();
-        const int custid = toGetCustID(customer());
-        ado::Recordset survey;
-        survey.Open(u"select * from survey where custid="_s + QString::number(custid) +
-                        u" order by sdate asc",
-                    *cnnMain);
-        ui->lstSurveyDates->Clear();
-        for (; !survey.Eof(); survey.MoveNext())
-            ui->lstSurveyDates->AddItem(survey["sdate"].Text());
-    });
+    guarded({}, [this] { toListSurveyDates(*ui->lstSurveyDates, customer()); });
 }
 
 void frmSatisfactionIndex::toFillParameters() {
@@ -164,6 +147,22 @@ void frmSatisfactionIndex::cmdView() {
                       u"Gaugewell v2.1"_s);
         toCollapse();
     }
+    toShowStatus({});
+    setMousePointer(forms::DefaultPointer);
+}
+
+void frmSatisfactionIndex::cmdPrint() {
+    guardedWithNumber(u":"_s, [this] {
+        setMousePointer(forms::Hourglass);
+        if (ui->lstParameter->ListCount() == 0)
+            return;
+        toShowStatus(u"Generating Report....."_s);
+        if (ui->cmdCustomerName->ListCount() == 0)
+            return;
+        toSavePictureForReport(*ui->mschart, u"satis.bmp"_s, printedSize);
+        toStartReport(MDIMain::instance().crpReport, u"satisfactionindex.rpt"_s, u"companyname"_s,
+                      u"Survey Report"_s);
+    });
     toShowStatus({});
     setMousePointer(forms::DefaultPointer);
 }
@@ -216,7 +215,7 @@ void frmSatisfactionIndex::toFillGroup(const QString& parameter, const QDate& su
     const ado::Field score = answers["score"];
     std::vector<RatedAnswer> group;
     for (; !answers.Eof(); answers.MoveNext())
-        group.push_back({ratingOf(weightage), ratingOf(score)});
+        group.push_back({toRating(weightage), toRating(score)});
     if (group.empty())
         return;
 

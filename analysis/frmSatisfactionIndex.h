@@ -54,6 +54,7 @@ private:
     void cmdCustomerName_Click();
     void lstParameter_DblClick();
     void cmdView();
+    void cmdPrint();
     void mschart_PointActivated(int series, int point);
 
     void toCollapse();
