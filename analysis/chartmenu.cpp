@@ -8,6 +8,7 @@
 #include "platform/forms/msgbox.h"
 
 #include <QAction>
+#include <QFile>
 
 using namespace Qt::StringLiterals;
 
@@ -17,17 +18,20 @@ constexpr int pathFileAccess = 75;
 constexpr double sharpness = 3; // 96 dots an inch of a logical pixel become about 300 on paper
 
 void toSavePicture(chart::MSChart& drawn, const QString& kind, const QSize& size) {
-    const QString suffix = kind.toLower();
+    const QString suffix = u'.' + kind.toLower();
     forms::CommonDialog& dialog = MDIMain::instance().CommonDialog1;
     dialog.CancelError = false;
-    dialog.Filter = kind + u" picture|*."_s + suffix;
-    dialog.FileName = drawn.accessibleName() + u'.' + suffix;
+    dialog.Filter = kind + u" picture|*"_s + suffix;
     dialog.ShowSave();
-    if (dialog.FileName.isEmpty())
+    QString path = dialog.FileName;
+    if (path.isEmpty())
         return;
-    const QString path = dialog.FileName.endsWith(u'.' + suffix, Qt::CaseInsensitive)
-                             ? dialog.FileName
-                             : dialog.FileName + u'.' + suffix;
+    if (!path.endsWith(suffix, Qt::CaseInsensitive)) {
+        path += suffix;
+        if (QFile::exists(path) && forms::msgBox(path + u" already exists.\r\nDo you want to replace it?",
+                                                 forms::style::yesNo) != forms::Answer::Yes)
+            return;
+    }
     if (!drawn.SavePicture(path, size, sharpness))
         forms::msgBox(u"The picture could not be saved as "_s + path, forms::style::critical);
 }

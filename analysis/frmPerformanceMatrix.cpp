@@ -250,6 +250,7 @@ void frmPerformanceMatrix::toDrawOnHiddenChart() {
 void frmPerformanceMatrix::setGrid() {
     ado::Recordset details;
     details.Open(u"select CustName,Parameter,Wt,Sc from ScatterTable Order by PARAMETER"_s, *cnnMain);
+    const QStringList headings{u"Customer"_s, u"Parameter"_s, u"Wt"_s, u"Sc"_s};
     forms::MSHFlexGrid& grid = *ui->MSHFlexGrid1;
     grid.setUpdatesEnabled(false);
     grid.setRows(1);
@@ -258,7 +259,7 @@ void frmPerformanceMatrix::setGrid() {
     for (const auto& [column, share] : {std::pair(0, 0.2), {1, 0.5}, {2, 0.12}, {3, 0.12}})
         grid.setColWidth(column, static_cast<int>(share * grid.gridWidth()));
     for (int column = 0; column < grid.Cols(); ++column) {
-        grid.setTextMatrix(0, column, details.FieldAt(column).Name());
+        grid.setTextMatrix(0, column, headings[column]);
         grid.moveCursor(0, column);
         grid.setCellFontBold(true);
     }
@@ -279,7 +280,6 @@ void frmPerformanceMatrix::setGrid() {
             grid.setCellAlignment(forms::MSHFlexGrid::centred);
         }
     }
-    grid.setTextMatrix(0, 0, u"Customer"_s);
     grid.setUpdatesEnabled(true);
 }
 
