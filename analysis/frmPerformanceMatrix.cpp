@@ -209,6 +209,7 @@ void frmPerformanceMatrix::toDrawChart() {
             points.at(row, 1) = place.score;
             points.at(row, 2) = static_cast<float>(place.weightage);
         }
+        ui->MSHFlexGrid1->moveCursor(1, 0); // back to the top
         ui->mschart->setChartData(points);
         toSetPoint();
     });

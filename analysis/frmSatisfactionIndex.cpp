@@ -14,6 +14,8 @@
 #include "platform/forms/msgbox.h"
 #include "ui_frmSatisfactionIndex.h"
 
+#include <map>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -22,6 +24,24 @@ constexpr int helpContext = 11;
 constexpr int titleBar = 350;          // twips
 constexpr int roomForChart = 360;      // pixels that keep the chart readable
 constexpr QSize printedSize{690, 377}; // pixels
+
+/// The answers by date, dates and answers in the order in which they come: the index depends on it.
+std::vector<DateGroup> groupsOf(ado::Recordset& answers) {
+    const ado::Field parametername = answers["parametername"];
+    const ado::Field surveydate = answers["surveydate"];
+    const ado::Field weightage = answers["weightage"];
+    const ado::Field score = answers["score"];
+    std::vector<DateGroup> groups;
+    std::map<QDate, std::size_t> places;
+    for (; !answers.Eof(); answers.MoveNext()) {
+        const QDate date = surveydate.Value().toDate();
+        const auto [place, isNew] = places.try_emplace(date, groups.size());
+        if (isNew)
+            groups.push_back({parametername.Text(), date, {}});
+        groups[place->second].answers.push_back({toRating(weightage), toRating(score)});
+    }
+    return groups;
+}
 
 } // namespace
 
@@ -197,36 +217,24 @@ void frmSatisfactionIndex::toFillGroupsOf(const QString& parameter) {
         return;
     answers.Close();
 
-    ado::Recordset groups;
-    groups.Open(u"select distinct(parametername),surveydate from scatterqry where parametername='"_s +
-                    parameter + u"' and surveydate between #" + from + u"# and # " + to +
-                    u"# and custname='" + customer() + u"'",
-                *cnnMain);
-    for (; !groups.Eof(); groups.MoveNext())
-        toFillGroup(groups["parametername"].Text(), groups["surveydate"].Value().toDate());
+    answers.Open(u"select * from scatterqry where parametername='"_s + parameter +
+                     u"' and surveydate between #" + from + u"# and # " + to + u"# and custname='" +
+                     customer() + u"'",
+                 *cnnMain);
+    toFillLines(groupsOf(answers));
 }
 
-void frmSatisfactionIndex::toFillGroup(const QString& parameter, const QDate& surveydate) {
-    ado::Recordset answers;
-    answers.Open(u"select * from scatterqry where parametername='"_s + parameter + u"' and custname='" +
-                     customer() + u"' and surveydate =#" + toSqlDate(surveydate) + u"#",
-                 *cnnMain);
-    const ado::Field weightage = answers["weightage"];
-    const ado::Field score = answers["score"];
-    std::vector<RatedAnswer> group;
-    for (; !answers.Eof(); answers.MoveNext())
-        group.push_back({toRating(weightage), toRating(score)});
-    if (group.empty())
-        return;
-
+void frmSatisfactionIndex::toFillLines(const std::vector<DateGroup>& groups) {
     ado::Recordset line;
     line.Open(u"select * from linetable"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
-    line.AddNew();
-    line["custname"] = customer();
-    line["Parameter"] = parameter;
-    line["sindex"] = satisfactionIndex(group);
-    line["sdate"] = surveydate;
-    line.Update();
+    for (const DateGroup& group : groups) {
+        line.AddNew();
+        line["custname"] = customer();
+        line["Parameter"] = group.parameter;
+        line["sindex"] = satisfactionIndex(group.answers);
+        line["sdate"] = group.surveydate;
+        line.Update();
+    }
 }
 
 bool frmSatisfactionIndex::toCheckIndexRecords() {
