@@ -1,28 +1,46 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/frmSatisfactionIndex.h"
 
+#include "analysis/chartmenu.h"
+#include "analysis/choices.h"
+#include "analysis/ratings.h"
 #include "analysis/satisfactionindex.h"
 #include "core/MDIMain.h"
 #include "core/failure.h"
 #include "core/gblGlobal.h"
+#include "core/reports.h"
 #include "core/worktable.h"
 #include "platform/forms/clock.h"
 #include "platform/forms/msgbox.h"
 #include "ui_frmSatisfactionIndex.h"
+
+#include <map>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
 constexpr int helpContext = 11;
-constexpr int titleBar = 350;     // twips
-constexpr int roomForChart = 360; // pixels that keep the chart readable
+constexpr int titleBar = 350;          // twips
+constexpr int roomForChart = 360;      // pixels that keep the chart readable
+constexpr QSize printedSize{690, 377}; // pixels
 
-std::optional<std::int16_t> ratingOf(const ado::Field& field) {
-    const QVariant value = field.Value();
-    if (!value.isValid())
-        return std::nullopt;
-    return static_cast<std::int16_t>(ado::toWhole(value));
+/// The answers by date, dates and answers in the order in which they come: the index depends on it.
+std::vector<DateGroup> groupsOf(ado::Recordset& answers) {
+    const ado::Field parametername = answers["parametername"];
+    const ado::Field surveydate = answers["surveydate"];
+    const ado::Field weightage = answers["weightage"];
+    const ado::Field score = answers["score"];
+    std::vector<DateGroup> groups;
+    std::map<QDate, std::size_t> places;
+    for (; !answers.Eof(); answers.MoveNext()) {
+        const QDate date = surveydate.Value().toDate();
+        const auto [place, isNew] = places.try_emplace(date, groups.size());
+        if (isNew)
+            groups.push_back({parametername.Text(), date, {}});
+        groups[place->second].answers.push_back({toRating(weightage), toRating(score)});
+    }
+    return groups;
 }
 
 } // namespace
@@ -34,6 +52,7 @@ frmSatisfactionIndex::frmSatisfactionIndex()
     ui->mschart->setCategoryTitle(u"Survey Date"_s);
     ui->mschart->setValueTitle(u"Satisfaction Index"_s);
     ui->mschart->setValueScale({.Minimum = 0, .Maximum = 11, .MajorDivision = 11, .MinorDivision = 1});
+    toAddPictureMenu(*ui->mschart, printedSize);
     connectEvents();
 }
 
@@ -53,6 +72,7 @@ void frmSatisfactionIndex::connectEvents() {
     connect(ui->lstSurveyDates, &forms::ListBox::Validate, ui->lstSurveyDates,
             &forms::ListBox::clearSelection);
     connect(ui->cmdView, &QPushButton::clicked, this, &This::cmdView);
+    connect(ui->cmdPrint, &QPushButton::clicked, this, &This::cmdPrint);
     connect(ui->cmdClose, &QPushButton::clicked, this, [this] { Unload(); });
     connect(ui->cmdHelp, &QPushButton::clicked, this, [] { toShowHelpTopic(helpContext); });
     connect(ui->mschart, &chart::MSChart::PointActivated, this, &This::mschart_PointActivated);
@@ -92,15 +112,8 @@ QString frmSatisfactionIndex::customer() const {
 }
 
 void frmSatisfactionIndex::toFillCustomername() {
-    guarded({}, [this] {
-        setMousePointer(forms::Hourglass);
-        toReconnect();
-        ado::Recordset customers;
-        customers.Open(u"select * from customer"_s, *cnnMain);
-        ui->cmdCustomerName->Clear();
-        for (; !customers.Eof(); customers.MoveNext())
-            ui->cmdCustomerName->AddItem(customers["custname"].Text());
-    });
+    setMousePointer(forms::Hourglass);
+    guarded({}, [this] { toListCustomers(*ui->cmdCustomerName); });
     setMousePointer(forms::DefaultPointer);
 }
 
@@ -118,17 +131,7 @@ void frmSatisfactionIndex::toFillParameterName() {
 }
 
 void frmSatisfactionIndex::toFillSurveyDateList() {
-    guarded({}, [this] {
-        toReconnect();
-        const int custid = toGetCustID(customer());
-        ado::Recordset survey;
-        survey.Open(u"select * from survey where custid="_s + QString::number(custid) +
-                        u" order by sdate asc",
-                    *cnnMain);
-        ui->lstSurveyDates->Clear();
-        for (; !survey.Eof(); survey.MoveNext())
-            ui->lstSurveyDates->AddItem(survey["sdate"].Text());
-    });
+    guarded({}, [this] { toListSurveyDates(*ui->lstSurveyDates, customer()); });
 }
 
 void frmSatisfactionIndex::toFillParameters() {
@@ -168,6 +171,22 @@ void frmSatisfactionIndex::cmdView() {
     setMousePointer(forms::DefaultPointer);
 }
 
+void frmSatisfactionIndex::cmdPrint() {
+    guardedWithNumber(u":"_s, [this] {
+        setMousePointer(forms::Hourglass);
+        if (ui->lstParameter->ListCount() == 0)
+            return;
+        toShowStatus(u"Generating Report....."_s);
+        if (ui->cmdCustomerName->ListCount() == 0)
+            return;
+        toSavePictureForReport(*ui->mschart, u"satis.bmp"_s, printedSize);
+        toStartReport(MDIMain::instance().crpReport, u"satisfactionindex.rpt"_s, u"companyname"_s,
+                      u"Survey Report"_s);
+    });
+    toShowStatus({});
+    setMousePointer(forms::DefaultPointer);
+}
+
 void frmSatisfactionIndex::mschart_PointActivated(int series, int point) {
     if (const std::optional<double> value = ui->mschart->GetData(point, series))
         forms::msgBox(u"Satisfaction Index : "_s + ado::toText(static_cast<float>(*value)));
@@ -198,36 +217,24 @@ void frmSatisfactionIndex::toFillGroupsOf(const QString& parameter) {
         return;
     answers.Close();
 
-    ado::Recordset groups;
-    groups.Open(u"select distinct(parametername),surveydate from scatterqry where parametername='"_s +
-                    parameter + u"' and surveydate between #" + from + u"# and # " + to +
-                    u"# and custname='" + customer() + u"'",
-                *cnnMain);
-    for (; !groups.Eof(); groups.MoveNext())
-        toFillGroup(groups["parametername"].Text(), groups["surveydate"].Value().toDate());
+    answers.Open(u"select * from scatterqry where parametername='"_s + parameter +
+                     u"' and surveydate between #" + from + u"# and # " + to + u"# and custname='" +
+                     customer() + u"'",
+                 *cnnMain);
+    toFillLines(groupsOf(answers));
 }
 
-void frmSatisfactionIndex::toFillGroup(const QString& parameter, const QDate& surveydate) {
-    ado::Recordset answers;
-    answers.Open(u"select * from scatterqry where parametername='"_s + parameter + u"' and custname='" +
-                     customer() + u"' and surveydate =#" + toSqlDate(surveydate) + u"#",
-                 *cnnMain);
-    const ado::Field weightage = answers["weightage"];
-    const ado::Field score = answers["score"];
-    std::vector<RatedAnswer> group;
-    for (; !answers.Eof(); answers.MoveNext())
-        group.push_back({ratingOf(weightage), ratingOf(score)});
-    if (group.empty())
-        return;
-
+void frmSatisfactionIndex::toFillLines(const std::vector<DateGroup>& groups) {
     ado::Recordset line;
     line.Open(u"select * from linetable"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
-    line.AddNew();
-    line["custname"] = customer();
-    line["Parameter"] = parameter;
-    line["sindex"] = satisfactionIndex(group);
-    line["sdate"] = surveydate;
-    line.Update();
+    for (const DateGroup& group : groups) {
+        line.AddNew();
+        line["custname"] = customer();
+        line["Parameter"] = group.parameter;
+        line["sindex"] = satisfactionIndex(group.answers);
+        line["sdate"] = group.surveydate;
+        line.Update();
+    }
 }
 
 bool frmSatisfactionIndex::toCheckIndexRecords() {

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "analysis/satisfactionindex.h"
 #include "platform/forms/form.h"
 
 #include <QDate>
 
 #include <memory>
+#include <vector>
 
 namespace Ui {
 class frmSatisfactionIndex;
@@ -14,6 +16,13 @@ class frmSatisfactionIndex;
 namespace chart {
 class DataArray;
 }
+
+/// The answers to a parameter's questions on one date.
+struct DateGroup {
+    QString parameter;
+    QDate surveydate;
+    std::vector<RatedAnswer> answers;
+};
 
 /// Computes the Satisfaction Index of the chosen parameters on each survey date of a customer and shows it as
 /// one line a parameter. Collapsed, the form shows the choice only; expanded, the chart below it. A change of
@@ -54,13 +63,14 @@ private:
     void cmdCustomerName_Click();
     void lstParameter_DblClick();
     void cmdView();
+    void cmdPrint();
     void mschart_PointActivated(int series, int point);
 
     void toCollapse();
     void toExpand();
     QString customer() const;
     void toFillGroupsOf(const QString& parameter);
-    void toFillGroup(const QString& parameter, const QDate& surveydate);
+    void toFillLines(const std::vector<DateGroup>& groups);
     void toDrawSeries(const QString& parameter, int series, chart::DataArray& cells);
     void toLabelChart();
     void toSetMarkers();

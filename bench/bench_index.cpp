@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The Satisfaction Index of one customer, 10 parameters on 20 dates (4,000 answers), in a small store and in
-// one of 2,000 customers and 1,000,000 answers; beside it one pass of the C API over the same answers.
+// The Satisfaction Index of one customer, 10 parameters on 20 dates (4,000 answers), and the Performance
+// Matrix of one of these dates (200 answers), in a small store and in one of 2,000 customers and 1,000,000
+// answers; beside each one pass of the C API over the same answers.
+#include "analysis/frmPerformanceMatrix.h"
 #include "analysis/frmSatisfactionIndex.h"
 #include "core/gblGlobal.h"
 #include "platform/ado/casefold.h"
@@ -73,14 +75,10 @@ template <class Work> double timeOf(Work work) {
 
 class Bound {
 public:
-    explicit Bound(const QString& path) {
+    Bound(const QString& path, const QByteArray& sql) {
         sqlite3_open(path.toUtf8().constData(), &database);
         ado::registerTextRules(database);
-        sqlite3_prepare_v2(database,
-                           "select custname, parametername, surveydate, weightage, score from objquery where "
-                           "custname = 'Customer 7' "
-                           "and surveydate between '2020-01-01' and '2029-12-31'",
-                           -1, &statement, nullptr);
+        sqlite3_prepare_v2(database, sql.constData(), -1, &statement, nullptr);
     }
     Bound(const Bound&) = delete;
     Bound& operator=(const Bound&) = delete;
@@ -134,7 +132,9 @@ void measure(int customers) {
     buildStore(customers);
 
     int answers = 0;
-    Bound bound(path);
+    const QByteArray answersOf = "select custname, parametername, surveydate, weightage, score from objquery "
+                                 "where custname = 'Customer 7' and surveydate ";
+    Bound bound(path, answersOf + "between '2020-01-01' and '2029-12-31'");
     const double pass = timeOf([&] { answers = bound.pass(); });
     frmSatisfactionIndex& form = chosen();
     const double fill = timeOf([&] { form.toFillTable(); });
@@ -151,6 +151,16 @@ void measure(int customers) {
     std::printf("%9d %8s %8d %7.2f %7.2f %6.2f %7.2f %7.2f %7.2f\n", customers, qPrintable(storeSize()),
                 answers, pass, work, work / pass, fill, view, names);
     frmSatisfactionIndex::unload();
+
+    Bound oneDate(path, answersOf + "= '2020-01-31'");
+    const double datePass = timeOf([&] { answers = oneDate.pass(); });
+    frmPerformanceMatrix& matrix = frmPerformanceMatrix::instance();
+    matrix.findChild<forms::ComboBox*>(u"cmdCustomerName"_s)->setListIndex(measured - 1);
+    matrix.findChild<forms::ListBox*>(u"lstSurveyDates"_s)->setListIndex(0);
+    const double matrixFill = timeOf([&] { matrix.toFillTable(); });
+    std::printf("%9s %8s %8d %7.3f %7.3f %6.2f\n", "matrix", "", answers, datePass, matrixFill,
+                matrixFill / datePass);
+    frmPerformanceMatrix::unload();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     cnnMain.reset();
 }
@@ -162,7 +172,7 @@ int main(int argc, char** argv) {
     const QApplication application(argc, argv);
     std::printf("milliseconds, best of 25; all but 'synced' without waiting for the disk\n"
                 "pass: all answers read once; fill: linetable filled (goal: ratio at most 3, and flat)\n"
-                "view: fill, dates, chart; names: the list of parameters\n\n"
+                "view: fill, dates, chart; names: the list of parameters; matrix: scattertable filled\n\n"
                 "customers    store  answers    pass    fill  ratio  synced    view   names\n");
     if (argc > 1) { // the numbers of customers, for a profiler
         for (int i = 1; i < argc; ++i)

@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/MDIMain.h"
 
+#include "analysis/frmDateToDate.h"
+#include "analysis/frmDtoDActionPlan.h"
+#include "analysis/frmDtoDSatisfactionOverview.h"
+#include "analysis/frmPerformanceMatrix.h"
 #include "analysis/frmSatisfactionIndex.h"
 #include "core/frmAboutUs.h"
 #include "core/gblGlobal.h"
@@ -204,8 +208,16 @@ void MDIMain::runEntry(const QString& name) {
             if (form.txtDtls()->isVisible())
                 form.txtDtls()->setFocus();
         });
+    } else if (name == u"mnuSurveyResponseAnalysis") {
+        openForm(true, true, [] { frmDateToDate::instance().Show(); });
+    } else if (name == u"mnuSatisfactionOverviewAnalysis") {
+        openForm(true, true, [] { frmDtoDSatisfactionOverview::instance().Show(); });
+    } else if (name == u"mnuImprovementPlanAnalysis") {
+        openForm(false, false, [] { frmDtoDActionPlan::instance().Show(); });
     } else if (name == u"mnuSatisfactionIndex") {
         openForm(true, true, [] { frmSatisfactionIndex::instance().Show(); });
+    } else if (name == u"mnuPerformanceMatrix") {
+        openForm(true, true, [] { frmPerformanceMatrix::instance().Show(); });
     } else if (name == u"mnuGettingStarted") {
         mnuGettingStarted();
     } else if (name == u"mnuGWLHelp") {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/crystal/crystalreport.h"
 #include "platform/forms/commondialog.h"
 #include "platform/forms/statusbar.h"
 
@@ -25,6 +26,8 @@ public:
 
     /// The dialog for files at start-up and for the help calls of all forms.
     forms::CommonDialog CommonDialog1;
+    /// Runs the reports of the analyses.
+    crystal::CrystalReport crpReport;
     /// Panel 1 carries the progress words of all forms.
     forms::StatusBar* stsBar;
 

@@ -2,6 +2,7 @@
 #include "core/failure.h"
 
 #include "core/gblGlobal.h"
+#include "platform/crystal/reporterror.h"
 #include "platform/forms/form.h"
 #include "platform/forms/msgbox.h"
 
@@ -42,6 +43,8 @@ ado::Error errorOf(const std::exception& failure) {
         return {ado::number::overflow, u"Overflow"_s};
     if (dynamic_cast<const std::out_of_range*>(&failure))
         return {subscriptOutOfRange, u"Subscript out of range"_s};
+    if (const auto* report = dynamic_cast<const crystal::ReportError*>(&failure))
+        return {crystal::ReportError::Number, report->text()};
     return {otherFailure, QString::fromUtf8(failure.what())};
 }
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/chart/mschart.h"
+#include "tests/support/pdftext.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -139,11 +140,56 @@ TEST_F(ChartTest, copyAndFileHoldThePicture) {
 
     const QTemporaryDir directory;
     const QString path = directory.filePath(u"chart.bmp"_s);
-    ASSERT_TRUE(shown.SavePicture(path));
+    ASSERT_TRUE(shown.SavePicture(path, shown.size()));
     fill({{9}});
-    ASSERT_TRUE(shown.SavePicture(path)) << "over the older one";
+    ASSERT_TRUE(shown.SavePicture(path, shown.size(), 3)) << "over the older one";
+    EXPECT_EQ(QImage(path).size(), shown.size() * 3);
     EXPECT_TRUE(inked(QImage(path), shown.PointPosition(1, 1)));
-    EXPECT_FALSE(shown.SavePicture(directory.filePath(u"none/chart.bmp"_s)));
+    EXPECT_FALSE(shown.SavePicture(directory.filePath(u"none/chart.bmp"_s), shown.size()));
+}
+
+/// A drawing has the words of the chart and, read by another program, its marks where the picture has them.
+TEST_F(ChartTest, drawingsHoldWordsAndShapes) {
+    fill({{9}});
+    shown.setValueTitle(u"Qualité"_s);
+    const QTemporaryDir directory;
+    const QString svg = directory.filePath(u"chart.svg"_s);
+    ASSERT_TRUE(shown.SavePicture(svg, shown.size()));
+    QFile file(svg);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(QString::fromUtf8(file.readAll()).contains(u"Qualité"));
+    const QString pdf = directory.filePath(u"chart.pdf"_s);
+    ASSERT_TRUE(shown.SavePicture(pdf, shown.size()));
+    EXPECT_TRUE(pdfPages(pdf).value(0).contains(u"Qualité"));
+    QProcess drawer;
+    drawer.start(u"pdftoppm"_s,
+                 {u"-png"_s, u"-singlefile"_s, u"-r"_s, u"96"_s, pdf, directory.filePath(u"page"_s)});
+    ASSERT_TRUE(drawer.waitForFinished());
+    const QImage page(directory.filePath(u"page.png"_s));
+    EXPECT_EQ(page.size(), shown.size());
+    EXPECT_TRUE(inked(page, shown.PointPosition(1, 1)));
+}
+
+/// Two columns a series, any order across, and the whole marker of a point on the edge of the scale.
+TEST_F(ChartTest, xyChart) {
+    const chart::Scale scale{.Minimum = 0, .Maximum = 10, .MajorDivision = 2, .MinorDivision = 5};
+    shown.setCategoryScale(scale);
+    shown.setValueScale(scale);
+    fill({{10.1, 5, 10}, {10.1, 2, 10}});
+    shown.setChartType(MSChart::xy);
+    ASSERT_EQ(shown.SeriesCount(), 1);
+    shown.SeriesItem(1).ShowLine = false;
+    const auto at = [&](int point) { return shown.PointPosition(1, point); };
+    EXPECT_EQ(at(1).x() > at(3).x() && at(3).x() > at(2).x(), true);
+    EXPECT_LT(at(3).y(), at(2).y());
+    const QImage image = shown.Picture();
+    for (int point = 1; point <= 3; ++point) {
+        EXPECT_TRUE(inked(image, at(point))) << point;
+        QTest::mouseClick(&shown, Qt::LeftButton, {}, at(point));
+    }
+    EXPECT_TRUE(inked(image, at(1) + QPoint(2, -3))) << "cut off";
+    EXPECT_FALSE(inked(image, (at(2) + at(3)) / 2)) << "a line";
+    EXPECT_EQ(picked, (Picked{{1, 1}, {1, 2}, {1, 3}}));
 }
 
 /// Twelve series with long names leave the plot its room, and no two look alike.

@@ -1,12 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/failure.h"
 #include "core/reports.h"
-#include "platform/crystal/output.h"
-#include "platform/crystal/previewwindow.h"
-#include "tests/support/pdftext.h"
-#include "tests/support/storetest.h"
+#include "tests/support/reporttest.h"
 
-#include <QDir>
 #include <QImage>
 
 using namespace Qt::StringLiterals;
@@ -16,27 +12,13 @@ namespace {
 const QString customer = u"Bäckerei Müller"_s;
 
 /// The layouts of the program over a store with three respondents, eight parameters and forty questions.
-class LayoutTest : public StoreTest {
+class LayoutTest : public ReportTest {
 protected:
     void SetUp() override {
-        StoreTest::SetUp();
-        const QDir source(QStringLiteral(GAUGEWELL_SOURCE) + u"/home"_s);
-        for (const QString& file : source.entryList({u"*.rpt"_s}))
-            ASSERT_TRUE(QFile::copy(source.filePath(file), home() + u'/' + file));
+        ReportTest::SetUp();
         QImage picture(300, 200, QImage::Format_RGB32);
         picture.fill(Qt::darkCyan);
         ASSERT_TRUE(picture.save(home() + u"/satis.bmp"_s) && picture.save(home() + u"/perform.bmp"_s));
-        strCompanyName = u"Larkmoor Ltd"_s;
-        crystal::previewSeat = [this](const auto& run, const QString& windowTitle, int state) {
-            shown = run;
-            title = windowTitle;
-            EXPECT_EQ(state, 2);
-        };
-    }
-    void TearDown() override {
-        crystal::previewSeat = crystal::PreviewWindow::show;
-        strCompanyName.clear();
-        StoreTest::TearDown();
     }
 
     static void fill() {
@@ -113,17 +95,13 @@ protected:
 
     /// The pages of a report as another program reads its PDF.
     QStringList pages(const QString& file, const QString& formula, const QString& selection) {
-        shown.reset();
         toStartReport(report, file, formula, u"Title of "_s + file, selection);
         EXPECT_EQ(title, u"Title of "_s + file);
         EXPECT_TRUE(report.SelectionFormula.isEmpty());
-        crystal::savePdf(*shown, home() + u"/out.pdf"_s);
-        return pdfPages(home() + u"/out.pdf"_s);
+        return takePages();
     }
 
     crystal::CrystalReport report;
-    std::shared_ptr<const crystal::Report> shown;
-    QString title;
 };
 
 struct Case {

@@ -2,6 +2,10 @@
 // grab HOME FOLDER [dark]: opens each form on the store in HOME and saves its picture, and that of the main
 // window, in FOLDER, so that its look is seen and not guessed. Takes QT_SCALE_FACTOR and -style as any Qt
 // program does.
+#include "analysis/frmDateToDate.h"
+#include "analysis/frmDtoDActionPlan.h"
+#include "analysis/frmDtoDSatisfactionOverview.h"
+#include "analysis/frmPerformanceMatrix.h"
 #include "analysis/frmSatisfactionIndex.h"
 #include "core/MDIMain.h"
 #include "core/frmAboutUs.h"
@@ -13,6 +17,7 @@
 #include "exchange/frmReading.h"
 #include "feedback/frmFeedBackObj.h"
 #include "platform/forms/dtpicker.h"
+#include "platform/forms/lists.h"
 #include "reference/frmCustomer.h"
 #include "reference/frmParameter.h"
 #include "survey/frmEditExistingSurvey.h"
@@ -108,6 +113,15 @@ bool grabIndex() {
     return saved;
 }
 
+bool grabMatrix() {
+    frmPerformanceMatrix& form = frmPerformanceMatrix::instance();
+    form.Show();
+    form.findChild<forms::ListBox*>(u"lstSurveyDates"_s)->setListIndex(0);
+    const bool saved = save(MDIMain::instance(), u"frmPerformanceMatrix-chart"_s);
+    frmPerformanceMatrix::unload();
+    return saved;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -143,8 +157,13 @@ int main(int argc, char** argv) {
     saved = grabMessage() && saved;
     saved = grabReading() && saved;
     saved = grabForm<frmSatisfactionIndex>(u"frmSatisfactionIndex"_s) && saved;
+    saved = grabForm<frmPerformanceMatrix>(u"frmPerformanceMatrix"_s) && saved;
+    saved = grabForm<frmDateToDate>(u"frmDateToDate"_s) && saved;
+    saved = grabForm<frmDtoDSatisfactionOverview>(u"frmDtoDSatisfactionOverview"_s) && saved;
+    saved = grabForm<frmDtoDActionPlan>(u"frmDtoDActionPlan"_s) && saved;
     saved = grabEditor() && saved;
     saved = grabIndex() && saved;
+    saved = grabMatrix() && saved;
     MDIMain::destroy();
     return saved ? 0 : 1;
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/chart/mschart.h"
 
+#include "platform/chart/plotfile.h"
 #include "platform/chart/plotview.h"
 
 #include <QClipboard>
@@ -10,6 +11,7 @@
 #include <QVBoxLayout>
 
 #include <cmath>
+#include <limits>
 
 using namespace Qt::StringLiterals;
 
@@ -44,18 +46,28 @@ MSChart::MSChart(QWidget* parent) : QWidget(parent), view(new PlotView(this)) {
 MSChart::~MSChart() = default;
 
 void MSChart::setCategoryTitle(const QString& title) {
-    view->xAxis->setLabel(title);
+    acrossTitle = title;
     Refresh();
 }
 
 void MSChart::setValueTitle(const QString& title) {
-    view->yAxis->setLabel(title);
+    upTitle = title;
     Refresh();
 }
 
-void MSChart::setValueScale(const ValueScale& scale) {
-    view->setValueAxis(scale.Minimum, scale.Maximum, scale.MajorDivision, scale.MinorDivision);
+void MSChart::setValueScale(const Scale& scale) {
+    upScale = scale;
     Refresh();
+}
+
+void MSChart::setCategoryScale(const Scale& scale) {
+    acrossScale = scale;
+    Refresh();
+}
+
+void MSChart::setChartType(int chartType) {
+    type = chartType;
+    setChartData(data);
 }
 
 void MSChart::setRowCount(int count) {
@@ -100,7 +112,7 @@ void MSChart::setChartData(const DataArray& array) {
     data = array;
     setCount(rowLabels, data.rows());
     setCount(columnLabels, data.columns());
-    seriesList.resize(static_cast<std::size_t>(data.columns()));
+    seriesList.resize(static_cast<std::size_t>(type == xy ? data.columns() / 2 : data.columns()));
     moveTo({});
     Refresh();
 }
@@ -124,7 +136,36 @@ void MSChart::drawIfChanged() {
     if (!changed)
         return;
     changed = false;
-    view->draw(data, rowLabels, columnLabels, seriesList);
+    view->draw(drawing());
+}
+
+Drawing MSChart::drawing() const {
+    Drawing result{acrossTitle, upTitle, upScale, std::nullopt, rowLabels, {}};
+    if (type == xy)
+        result.across = acrossScale;
+    for (int number = 1; number <= SeriesCount(); ++number) {
+        DrawnSeries series;
+        series.name = columnLabels.value(number - 1);
+        series.look = seriesList[static_cast<std::size_t>(number - 1)];
+        for (int point = 1; point <= RowCount(); ++point) {
+            const double gap = std::numeric_limits<double>::quiet_NaN();
+            const QPointF place = coordinates({number, point}).value_or(QPointF(point, gap));
+            series.x << place.x();
+            series.y << place.y();
+        }
+        result.series.push_back(std::move(series));
+    }
+    return result;
+}
+
+/// Where a point stands on the scales; nothing when there is no such point or it has no value.
+std::optional<QPointF> MSChart::coordinates(const Point& point) const {
+    if (point.series < 1 || point.series > SeriesCount() || point.row < 1 || point.row > RowCount())
+        return std::nullopt;
+    const std::optional<double> across =
+        type == xy ? data.at(point.row, 2 * point.series - 1) : std::optional<double>(point.row);
+    const std::optional<double> up = data.at(point.row, type == xy ? 2 * point.series : point.series);
+    return across && up ? std::optional<QPointF>({*across, *up}) : std::nullopt;
 }
 
 void MSChart::EditCopy() {
@@ -136,14 +177,19 @@ QImage MSChart::Picture() {
     return view->toPixmap(0, 0, devicePixelRatioF()).toImage();
 }
 
-bool MSChart::SavePicture(const QString& path) {
-    return Picture().save(path);
+bool MSChart::SavePicture(const QString& path, const QSize& size, double sharpness) {
+    PlotView page;
+    page.setFont(font());
+    page.resize(size);
+    page.setViewport(QRect({}, size));
+    page.draw(drawing());
+    return savePlot(page, path, sharpness);
 }
 
 QPoint MSChart::PointPosition(int series, int point) {
     drawIfChanged();
-    const std::optional<double> value = GetData(point, series);
-    return value ? view->mapTo(this, view->positionOf(point, *value).toPoint()) : QPoint(-1, -1);
+    const std::optional<QPointF> place = coordinates({series, point});
+    return place ? view->mapTo(this, view->positionOf(*place).toPoint()) : QPoint(-1, -1);
 }
 
 /// The point nearest to a position, when it is within reach; of several on one spot the one drawn on top.
@@ -152,7 +198,7 @@ MSChart::Point MSChart::pointAt(const QPoint& position) {
     double distance = reach;
     for (int series = 1; series <= SeriesCount(); ++series) {
         for (int point = 1; point <= RowCount(); ++point) {
-            if (!GetData(point, series))
+            if (!exists({series, point}))
                 continue;
             const QPoint offset = PointPosition(series, point) - position;
             const double away = std::hypot(offset.x(), offset.y());
@@ -165,8 +211,10 @@ MSChart::Point MSChart::pointAt(const QPoint& position) {
     return nearest;
 }
 
-/// The figures that stand on the spot of a point, a line each.
+/// What stands on the spot of a point, a line each.
 QString MSChart::tipOf(const Point& point) const {
+    if (tipText)
+        return tipText(point.series, point.row);
     QStringList lines;
     const std::optional<double> value = GetData(point.row, point.series);
     for (int series = 1; series <= SeriesCount(); ++series) {
@@ -175,11 +223,6 @@ QString MSChart::tipOf(const Point& point) const {
                          QString::number(*value, 'g', 7);
     }
     return lines.join(u'\n');
-}
-
-bool MSChart::exists(const Point& point) const {
-    return point.series >= 1 && point.series <= SeriesCount() && point.row >= 1 && point.row <= RowCount() &&
-           GetData(point.row, point.series);
 }
 
 /// The next point of the same series in a direction (1 or -1), or the same point at its end.
@@ -207,7 +250,7 @@ MSChart::Point MSChart::nextSeries(Point from, int direction) const {
 void MSChart::moveTo(const Point& point) {
     current = point;
     if (current && hasFocus()) {
-        view->mark(QPointF(point.row, *GetData(point.row, point.series)));
+        view->mark(coordinates(point));
         setAccessibleDescription(tipOf(point));
     } else {
         view->mark(std::nullopt);

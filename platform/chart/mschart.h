@@ -2,18 +2,21 @@
 #pragma once
 
 #include "platform/chart/dataarray.h"
-#include "platform/chart/series.h"
+#include "platform/chart/drawing.h"
 
 #include <QWidget>
+
+#include <functional>
 
 namespace chart {
 
 class PlotView;
 
-/// A two-dimensional line chart: the columns of its data are the series, the rows the categories along the
-/// horizontal axis. Rows, columns, series and points are numbered from 1; a number that does not exist throws
-/// std::out_of_range. The scale is fixed and does not follow the data. The background is white in any theme,
-/// so that a picture of the chart prints well.
+/// A two-dimensional chart. In a line chart the columns of the data are the series, the rows the categories
+/// along the horizontal axis; in an XY chart two columns are a series, the values across and up, and the rows
+/// are its points. Rows, columns, series and points are numbered from 1; a number that does not exist throws
+/// std::out_of_range. Scales are fixed and do not follow the data. The background is white in any theme, so
+/// that a picture of the chart prints well.
 ///
 /// A click on a point, or Enter on the point that the arrow keys have reached, tells PointActivated; a
 /// pointer that rests on a point shows its figure.
@@ -21,19 +24,21 @@ class MSChart : public QWidget {
     Q_OBJECT
 
 public:
-    struct ValueScale {
-        double Minimum = 0;
-        double Maximum = 100;
-        int MajorDivision = 10; ///< parts between labelled lines
-        int MinorDivision = 1;  ///< parts of each of them; 1: not divided
-    };
+    static constexpr int line = 3;
+    static constexpr int xy = 16;
 
     explicit MSChart(QWidget* parent = nullptr);
     ~MSChart() override;
 
     void setCategoryTitle(const QString& title);
     void setValueTitle(const QString& title);
-    void setValueScale(const ValueScale& scale);
+    void setValueScale(const Scale& scale);
+    /// Of the horizontal axis of an XY chart.
+    void setCategoryScale(const Scale& scale);
+
+    int ChartType() const { return type; }
+    /// line or xy.
+    void setChartType(int chartType);
 
     int RowCount() const { return data.rows(); }
     void setRowCount(int count);
@@ -62,13 +67,18 @@ public:
     /// How a series is drawn; a change shows with the next painting.
     Series& SeriesItem(int number);
 
+    /// What the tip of a point says; without one its name and figures.
+    std::function<QString(int series, int point)> tipText;
+
     /// Has the chart drawn anew.
     void Refresh();
     /// Puts a picture of the chart on the clipboard.
     void EditCopy();
     QImage Picture();
-    /// Writes the picture in the format of the path's suffix, over an older file. False when that fails.
-    bool SavePicture(const QString& path);
+    /// Writes the chart, laid out for a size in logical pixels, over an older file: as a drawing when the
+    /// suffix is svg or pdf, else as a picture of that format with `sharpness` dots a pixel. False when that
+    /// fails.
+    bool SavePicture(const QString& path, const QSize& size, double sharpness = 1);
 
     /// Where a point stands in the widget.
     QPoint PointPosition(int series, int point);
@@ -97,14 +107,21 @@ private:
     };
 
     void drawIfChanged();
+    Drawing drawing() const;
+    std::optional<QPointF> coordinates(const Point& point) const;
     Point pointAt(const QPoint& position);
     QString tipOf(const Point& point) const;
-    bool exists(const Point& point) const;
+    bool exists(const Point& point) const { return coordinates(point).has_value(); }
     Point nextInSeries(Point from, int direction) const;
     Point nextSeries(Point from, int direction) const;
     void moveTo(const Point& point);
 
     PlotView* view;
+    int type = line;
+    QString acrossTitle;
+    QString upTitle;
+    Scale acrossScale;
+    Scale upScale;
     DataArray data;
     QStringList rowLabels;
     QStringList columnLabels;

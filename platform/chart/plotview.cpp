@@ -4,7 +4,6 @@
 #include "platform/chart/palette.h"
 
 #include <cmath>
-#include <limits>
 
 using namespace Qt::StringLiterals;
 
@@ -12,6 +11,7 @@ namespace chart {
 namespace {
 
 constexpr QRgb gridColor = 0xFFD9D9D9;
+constexpr QRgb borderColor = 0xFF808080; // of the lines that part an XY chart
 constexpr int legendIconWidth = 34;
 constexpr int legendSpacing = 2;
 constexpr int widestName = 190;
@@ -19,6 +19,30 @@ constexpr int narrowestName = 90; // where names stand in several columns
 constexpr double ringSize = 17;
 constexpr double slanted = 45;
 constexpr double upright = 90;
+constexpr double margin = 0.03; // of the scale, so that a point on its edge shows its whole marker
+
+/// Labels at the major divisions, marks at the minor ones.
+class ScaleTicker : public QCPAxisTickerFixed {
+public:
+    explicit ScaleTicker(const Scale& scale) : marks(scale.MinorDivision - 1) {
+        setTickStep((scale.Maximum - scale.Minimum) / scale.MajorDivision);
+        setTickOrigin(scale.Minimum);
+        setScaleStrategy(ssNone);
+    }
+
+protected:
+    int getSubTickCount(double /*tickStep*/) override { return marks; }
+
+private:
+    int marks;
+};
+
+void setScale(QCPAxis& axis, const Scale& scale, double outside = 0) {
+    const double beyond = outside * (scale.Maximum - scale.Minimum);
+    axis.setTicker(QSharedPointer<ScaleTicker>::create(scale));
+    axis.setSubTicks(scale.MinorDivision > 1);
+    axis.setRange(scale.Minimum - beyond, scale.Maximum + beyond);
+}
 
 } // namespace
 
@@ -29,11 +53,9 @@ PlotView::PlotView(QWidget* parent) : QCustomPlot(parent), ring(addGraph()) {
     for (QCPAxis* axis : {xAxis, yAxis}) {
         axis->setTickLabelColor(Qt::black);
         axis->setLabelColor(Qt::black);
-        axis->grid()->setPen(QPen(QColor(gridColor), 0));
         axis->grid()->setZeroLinePen(Qt::NoPen);
         axis->setSubTicks(false);
     }
-    xAxis->grid()->setVisible(false);
     ring->removeFromLegend();
     ring->setLineStyle(QCPGraph::lsNone);
     ring->setScatterStyle({QCPScatterStyle::ssCircle, QPen(Qt::black, 1.5), Qt::NoBrush, ringSize});
@@ -53,75 +75,70 @@ PlotView::PlotView(QWidget* parent) : QCustomPlot(parent), ring(addGraph()) {
     legend->setRowSpacing(legendSpacing);
 }
 
-void PlotView::setValueAxis(double minimum, double maximum, int majorDivision, int minorDivision) {
-    const QSharedPointer<QCPAxisTickerFixed> ticker(new QCPAxisTickerFixed);
-    ticker->setTickStep((maximum - minimum) / majorDivision);
-    ticker->setTickOrigin(minimum);
-    ticker->setScaleStrategy(QCPAxisTickerFixed::ssNone);
-    yAxis->setTicker(ticker);
-    yAxis->setSubTicks(minorDivision > 1);
-    yAxis->setRange(minimum, maximum);
-}
-
-void PlotView::draw(const DataArray& cells, const QStringList& rowLabels, const QStringList& columnLabels,
-                    const std::vector<Series>& series) {
+void PlotView::draw(const Drawing& drawing) {
     for (int i = graphCount() - 1; i > 0; --i)
         removeGraph(i); // all but the ring
+    xAxis->setLabel(drawing.acrossTitle);
+    yAxis->setLabel(drawing.upTitle);
     for (QCPAxis* axis : {xAxis, yAxis}) {
         axis->setTickLabelFont(font());
         axis->setLabelFont(font());
+        axis->grid()->setPen(drawing.across ? QPen(QColor(borderColor), 1) : QPen(QColor(gridColor), 0));
     }
-    legend->setFont(font());
-    legend->setIconSize(legendIconWidth, entryHeight());
-    const int entries = cells.columns();
-    const int columnsOfNames = legendColumns(entries);
-    legend->setWrap((entries + columnsOfNames - 1) / columnsOfNames);
-    const int nameWidth = qBound(narrowestName, width() / 4 / columnsOfNames, widestName);
-    for (int number = 1; number <= entries; ++number) {
-        const QString name =
-            fontMetrics().elidedText(columnLabels.value(number - 1), Qt::ElideRight, nameWidth);
-        drawSeries(cells, number, name, series[static_cast<std::size_t>(number - 1)]);
-    }
-    legend->setVisible(entries > 0);
+    xAxis->grid()->setVisible(drawing.across.has_value());
+    setScale(*yAxis, drawing.up, drawing.across ? margin : 0);
+    const auto entries = static_cast<int>(drawing.series.size());
+    setLegend(drawing.across ? 0 : entries);
+    for (int number = 1; number <= entries; ++number)
+        drawSeries(drawing.series[static_cast<std::size_t>(number - 1)], number, drawing);
     setBufferDevicePixelRatio(devicePixelRatioF());
-    replot(rpQueuedRefresh); // once for the size of the plot, on which the labels depend
-    drawRowLabels(cells.rows(), rowLabels);
+    if (drawing.across) {
+        setScale(*xAxis, *drawing.across, margin);
+    } else {
+        replot(rpQueuedRefresh); // once for the size of the plot, on which the labels depend
+        drawCategories(static_cast<int>(drawing.categories.size()), drawing.categories);
+    }
     replot(rpQueuedRefresh);
 }
 
-void PlotView::drawSeries(const DataArray& cells, int number, const QString& name, const Series& series) {
-    QVector<double> x;
-    QVector<double> y;
-    for (int row = 1; row <= cells.rows(); ++row) {
-        x << row;
-        y << cells.at(row, number).value_or(std::numeric_limits<double>::quiet_NaN()); // NaN leaves a gap
-    }
+void PlotView::setLegend(int entries) {
+    legend->setFont(font());
+    legend->setIconSize(legendIconWidth, entryHeight());
+    const int columnsOfNames = legendColumns(entries);
+    legend->setWrap((entries + columnsOfNames - 1) / columnsOfNames);
+    legend->setVisible(entries > 0);
+    nameWidth = qBound(narrowestName, viewport().width() / 4 / columnsOfNames, widestName);
+}
+
+void PlotView::drawSeries(const DrawnSeries& series, int number, const Drawing& drawing) {
     QCPGraph* graph = addGraph();
-    graph->setName(name);
-    graph->setData(x, y, true);
+    graph->setName(fontMetrics().elidedText(series.name, Qt::ElideRight, nameWidth));
+    graph->setData(series.x, series.y, !drawing.across);
     graph->setAdaptiveSampling(false);
-    graph->setLineStyle(series.ShowLine ? QCPGraph::lsLine : QCPGraph::lsNone);
-    graph->setPen(seriesPen(series, number));
-    if (series.showsMarkers())
-        graph->setScatterStyle(seriesMarker(series, number));
+    graph->setLineStyle(series.look.ShowLine ? QCPGraph::lsLine : QCPGraph::lsNone);
+    graph->setPen(seriesPen(series.look, number));
+    if (series.look.showsMarkers())
+        graph->setScatterStyle(seriesMarker(series.look, number));
+    if (drawing.across)
+        graph->removeFromLegend();
 }
 
 /// The labels stand level where they fit, else slanted, else upright, and where even that is too tight only
 /// some of them stand.
-void PlotView::drawRowLabels(int rows, const QStringList& labels) {
+void PlotView::drawCategories(int count, const QStringList& labels) {
     int widest = 0;
     for (const QString& label : labels)
         widest = qMax(widest, fontMetrics().horizontalAdvance(label));
-    const double room = axisRect()->width() / qMax(1.0, static_cast<double>(rows));
+    const double room = axisRect()->width() / qMax(1.0, static_cast<double>(count));
     const double line = fontMetrics().height();
     const double angle = room > widest + line ? 0 : room > line * 1.6 ? slanted : upright;
     const int every = angle == upright ? qMax(1, static_cast<int>(std::ceil(line / room))) : 1;
     const QSharedPointer<QCPAxisTickerText> ticker(new QCPAxisTickerText);
-    for (int row = 1; row <= rows; row += every)
+    for (int row = 1; row <= count; row += every)
         ticker->addTick(row, labels.value(row - 1));
     xAxis->setTicker(ticker);
     xAxis->setTickLabelRotation(-angle);
-    xAxis->setRange(0.5, qMax(1, rows) + 0.5);
+    xAxis->setRange(0.5, qMax(1, count) + 0.5);
 }
 
 /// An entry is as high as its icon, and clips what is higher.
@@ -131,7 +148,7 @@ int PlotView::entryHeight() const {
 
 int PlotView::legendColumns(int entries) const {
     const int step = entryHeight() + legendSpacing;
-    const int fitting = qMax(1, (height() - 2 * step) / step);
+    const int fitting = qMax(1, (viewport().height() - 2 * step) / step);
     return qMax(1, (entries + fitting - 1) / fitting);
 }
 
@@ -142,8 +159,8 @@ void PlotView::mark(const std::optional<QPointF>& point) {
     replot(rpQueuedRefresh);
 }
 
-QPointF PlotView::positionOf(double x, double y) const {
-    return {xAxis->coordToPixel(x), yAxis->coordToPixel(y)};
+QPointF PlotView::positionOf(const QPointF& coordinates) const {
+    return {xAxis->coordToPixel(coordinates.x()), yAxis->coordToPixel(coordinates.y())};
 }
 
 void PlotView::paintEvent(QPaintEvent* event) {

@@ -1,31 +1,26 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "platform/chart/dataarray.h"
+#include "platform/chart/drawing.h"
 #include "platform/chart/qcp.h"
-#include "platform/chart/series.h"
-
-#include <QStringList>
 
 #include <functional>
 
 namespace chart {
 
-/// Draws what MSChart holds: x is the row, y the value. The legend stands beside the plot and never over a
-/// point; names too long for it end in an ellipsis.
+/// Draws what MSChart holds. The legend of a line chart stands beside the plot and never over a point; names
+/// too long for it end in an ellipsis. An XY chart has no legend, and its labelled lines stand out.
 class PlotView : public QCustomPlot {
     Q_OBJECT
 
 public:
-    explicit PlotView(QWidget* parent);
+    explicit PlotView(QWidget* parent = nullptr);
 
-    void setValueAxis(double minimum, double maximum, int majorDivision, int minorDivision);
-    void draw(const DataArray& cells, const QStringList& rowLabels, const QStringList& columnLabels,
-              const std::vector<Series>& series);
+    void draw(const Drawing& drawing);
     /// Rings one point with its coordinates; without one, none.
     void mark(const std::optional<QPointF>& point);
     /// Where coordinates stand in the widget.
-    QPointF positionOf(double x, double y) const;
+    QPointF positionOf(const QPointF& coordinates) const;
 
     /// Called before each painting.
     std::function<void()> beforePaint;
@@ -34,12 +29,14 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    void drawSeries(const DataArray& cells, int number, const QString& name, const Series& series);
-    void drawRowLabels(int rows, const QStringList& labels);
+    void setLegend(int entries);
+    void drawSeries(const DrawnSeries& series, int number, const Drawing& drawing);
+    void drawCategories(int count, const QStringList& labels);
     int entryHeight() const;
     int legendColumns(int entries) const;
 
     QCPGraph* ring;
+    int nameWidth = 0; // pixels of a name in the legend
 };
 
 } // namespace chart

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "analysis/chartmenu.h"
+
+#include "core/MDIMain.h"
+#include "core/gblGlobal.h"
+#include "platform/ado/error.h"
+#include "platform/chart/mschart.h"
+#include "platform/forms/msgbox.h"
+
+#include <QAction>
+#include <QFile>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int pathFileAccess = 75;
+constexpr double sharpness = 3; // 96 dots an inch of a logical pixel become about 300 on paper
+
+void toSavePicture(chart::MSChart& drawn, const QString& kind, const QSize& size) {
+    const QString suffix = u'.' + kind.toLower();
+    forms::CommonDialog& dialog = MDIMain::instance().CommonDialog1;
+    dialog.CancelError = false;
+    dialog.Filter = kind + u" picture|*"_s + suffix;
+    dialog.ShowSave();
+    QString path = dialog.FileName;
+    if (path.isEmpty())
+        return;
+    if (!path.endsWith(suffix, Qt::CaseInsensitive)) {
+        path += suffix;
+        if (QFile::exists(path) && forms::msgBox(path + u" already exists.\r\nDo you want to replace it?",
+                                                 forms::style::yesNo) != forms::Answer::Yes)
+            return;
+    }
+    if (!drawn.SavePicture(path, size, sharpness))
+        forms::msgBox(u"The picture could not be saved as "_s + path, forms::style::critical);
+}
+
+} // namespace
+
+void toAddPictureMenu(chart::MSChart& drawn, const QSize& size) {
+    drawn.setContextMenuPolicy(Qt::ActionsContextMenu);
+    const auto add = [&](const QString& text, const auto& step) {
+        auto* action = new QAction(text, &drawn);
+        QObject::connect(action, &QAction::triggered, &drawn, step);
+        drawn.addAction(action);
+    };
+    add(u"&Copy picture"_s, [&drawn] { drawn.EditCopy(); });
+    for (const QString& kind : {u"PNG"_s, u"SVG"_s, u"PDF"_s})
+        add(u"Save picture as "_s + kind + u"...",
+            [&drawn, kind, size] { toSavePicture(drawn, kind, size); });
+}
+
+void toSavePictureForReport(chart::MSChart& drawn, const QString& file, const QSize& size) {
+    if (!drawn.SavePicture(homeDirectory() + u'/' + file, size, sharpness))
+        throw ado::Failure({pathFileAccess, u"Path/File access error"_s});
+}

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "analysis/choices.h"
+
+#include "core/gblGlobal.h"
+
+using namespace Qt::StringLiterals;
+
+void toListCustomers(forms::ComboBox& list) {
+    toReconnect();
+    ado::Recordset customers;
+    customers.Open(u"select * from customer"_s, *cnnMain);
+    list.Clear();
+    for (; !customers.Eof(); customers.MoveNext())
+        list.AddItem(customers["custname"].Text());
+}
+
+void toListSurveyDates(forms::ListBox& list, const QString& customer) {
+    toReconnect();
+    const int custid = toGetCustID(customer);
+    ado::Recordset survey;
+    survey.Open(u"select * from survey where custid="_s + QString::number(custid) + u" order by sdate asc",
+                *cnnMain);
+    list.Clear();
+    for (; !survey.Eof(); survey.MoveNext())
+        list.AddItem(survey["sdate"].Text());
+}

@@ -1,0 +1,124 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "analysis/frmDateToDate.h"
+
+#include "analysis/choices.h"
+#include "core/MDIMain.h"
+#include "core/failure.h"
+#include "core/gblGlobal.h"
+#include "core/reports.h"
+#include "core/worktable.h"
+#include "ui_frmDateToDate.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int helpContext = 8;
+
+} // namespace
+
+frmDateToDate::frmDateToDate() : DefaultForm(Kind::SubWindow), ui(std::make_unique<Ui::frmDateToDate>()) {
+    ui->setupUi(this);
+    connect(ui->cmbCustomer, &forms::ComboBox::Click, this, &frmDateToDate::cmbCustomer_Click);
+    connect(ui->cmdPrint, &QPushButton::clicked, this, &frmDateToDate::cmdPrint);
+    connect(ui->cmdClose, &QPushButton::clicked, this, [this] { Unload(); });
+    connect(ui->cmdHelp, &QPushButton::clicked, this, [] { toShowHelpTopic(helpContext); });
+}
+
+frmDateToDate::~frmDateToDate() = default;
+
+void frmDateToDate::onLoad() {
+    toFillCustomerList();
+    if (ui->cmbCustomer->ListCount() > 0)
+        ui->cmbCustomer->setListIndex(0);
+    if (ui->lstSurveyDate->ListCount() > 0)
+        ui->lstSurveyDate->setListIndex(0);
+}
+
+void frmDateToDate::cmbCustomer_Click() {
+    if (ui->cmbCustomer->ListIndex() < 0)
+        return;
+    toFillSurveyDates();
+    if (ui->lstSurveyDate->ListCount() > 0 && ui->lstSurveyDate->SelCount() == 0)
+        ui->lstSurveyDate->setListIndex(0);
+}
+
+void frmDateToDate::cmdPrint() {
+    setMousePointer(forms::Hourglass);
+    if (ui->cmbCustomer->ListCount() > 0) {
+        toShowStatus(u"Generating Report....."_s);
+        toFillReporttable();
+    }
+    toShowStatus({});
+    setMousePointer(forms::DefaultPointer);
+}
+
+void frmDateToDate::toFillCustomerList() {
+    guarded({}, [this] { toListCustomers(*ui->cmbCustomer); });
+}
+
+void frmDateToDate::toFillSurveyDates() {
+    guarded({}, [this] {
+        toReconnect();
+        const int custid = toGetCustID(ui->cmbCustomer->Text());
+        ado::Recordset survey;
+        survey.Open(u"select distinct(sdate) from survey where custid="_s + QString::number(custid) +
+                        u" order by sdate asc",
+                    *cnnMain);
+        ui->lstSurveyDate->Clear();
+        for (; !survey.Eof(); survey.MoveNext())
+            ui->lstSurveyDate->AddItem(survey["sdate"].Text());
+    });
+}
+
+void frmDateToDate::toFillReporttable() {
+    guarded({}, [this] {
+        toReconnect();
+        const QString where = u" where custname='"_s + ui->cmbCustomer->Text() + u"' and surveydate =#" +
+                              toSqlDate(toDate(ui->lstSurveyDate->Text())) + u"# and weightage <>0";
+        toFillWorkTable([&] {
+            cnnMain->Execute(u"delete * from report"_s);
+            toAddScores(where);
+            toAddReplies(where);
+        });
+        toStartReport(MDIMain::instance().crpReport, u"surveyresponse.rpt"_s, u"CompanyName"_s,
+                      u"Survey Report"_s);
+    });
+}
+
+void frmDateToDate::toAddScores(const QString& where) {
+    ado::Recordset answers;
+    answers.Open(u"select * from objquery"_s + where + u" and score <>0 order by parametername", *cnnMain);
+    ado::Recordset report;
+    report.Open(u"select * from report"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
+    for (; !answers.Eof(); answers.MoveNext()) {
+        report.AddNew();
+        report["responname"] = answers["respondentname"].Value();
+        report["question"] = answers["question"].Value();
+        report["Parameter"] = answers["parametername"].Value();
+        if (!answers["score"].IsNull())
+            report["sc"] = answers["score"].Value();
+        if (!answers["weightage"].IsNull())
+            report["wt"] = answers["weightage"].Value();
+        report["Type"] = true;
+        report.Update();
+    }
+}
+
+void frmDateToDate::toAddReplies(const QString& where) {
+    ado::Recordset answers;
+    answers.Open(u"select * from descquery"_s + where + u" order by parametername", *cnnMain);
+    ado::Recordset report;
+    report.Open(u"select * from report"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
+    for (; !answers.Eof(); answers.MoveNext()) {
+        report.AddNew();
+        report["responname"] = answers["respondentname"].Value();
+        report["question"] = answers["question"].Value();
+        report["Parameter"] = answers["parametername"].Value();
+        if (!answers["weightage"].IsNull())
+            report["wt"] = answers["weightage"].Value();
+        report["Type"] = false;
+        report["Reply"] = answers["Description"].Value();
+        report.Update();
+    }
+}

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "analysis/frmDtoDActionPlan.h"
+
+#include "analysis/choices.h"
+#include "core/MDIMain.h"
+#include "core/failure.h"
+#include "core/reports.h"
+#include "platform/ado/value.h"
+#include "platform/forms/clock.h"
+#include "ui_frmDtoDActionPlan.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int helpContext = 10;
+
+} // namespace
+
+frmDtoDActionPlan::frmDtoDActionPlan()
+    : DefaultForm(Kind::SubWindow), ui(std::make_unique<Ui::frmDtoDActionPlan>()) {
+    ui->setupUi(this);
+    connect(ui->cmdPrint, &QPushButton::clicked, this, &frmDtoDActionPlan::cmdPrint);
+    connect(ui->cmdClose, &QPushButton::clicked, this, [this] { Unload(); });
+    connect(ui->cmdHelp, &QPushButton::clicked, this, [] { toShowHelpTopic(helpContext); });
+}
+
+frmDtoDActionPlan::~frmDtoDActionPlan() = default;
+
+void frmDtoDActionPlan::onLoad() {
+    toFillCustomerList();
+    if (ui->cmbCustomer->ListCount() > 0)
+        ui->cmbCustomer->setListIndex(0);
+    ui->dtFrom->setValue(forms::today());
+    ui->dtTo->setValue(forms::today());
+}
+
+void frmDtoDActionPlan::toFillCustomerList() {
+    guarded({}, [this] { toListCustomers(*ui->cmbCustomer); });
+}
+
+void frmDtoDActionPlan::cmdPrint() {
+    setMousePointer(forms::Hourglass);
+    if (ui->cmbCustomer->ListCount() > 0) {
+        toShowStatus(u"Generating Report....."_s);
+        guarded({}, [this] {
+            const QString selection = u"{action.custname}='"_s + ui->cmbCustomer->Text() +
+                                      u"' and {action.date}>=" +
+                                      toFormulaDate(ado::toText(ui->dtFrom->Value())) +
+                                      u"and {action.date}<=" + toFormulaDate(ado::toText(ui->dtTo->Value()));
+            toStartReport(MDIMain::instance().crpReport, u"actionplan.rpt"_s, u"CompanyName"_s,
+                          u"Analysis on Improvement Plan"_s, selection);
+        });
+    }
+    toShowStatus({});
+    setMousePointer(forms::DefaultPointer);
+}

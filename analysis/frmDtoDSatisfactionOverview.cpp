@@ -1,0 +1,124 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "analysis/frmDtoDSatisfactionOverview.h"
+
+#include "analysis/choices.h"
+#include "core/MDIMain.h"
+#include "core/failure.h"
+#include "core/gblGlobal.h"
+#include "core/reports.h"
+#include "core/worktable.h"
+#include "platform/forms/clock.h"
+#include "ui_frmDtoDSatisfactionOverview.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int helpContext = 9;
+
+/// Begins a row for an answer; its Type stays to be given.
+void addAnswer(ado::Recordset& row, ado::Recordset& answer, const QString& tablename) {
+    row.AddNew();
+    row["responname"] = answer["respondentname"].Value();
+    row["question"] = answer["question"].Value();
+    if (answer["weightage"].Value().toInt() != 0)
+        row["wt"] = answer["weightage"].Value();
+    row["sdate"] = answer["surveydate"].Value();
+    row["Parameter"] = answer["parametername"].Value();
+    row["tablename"] = tablename;
+}
+
+} // namespace
+
+frmDtoDSatisfactionOverview::frmDtoDSatisfactionOverview()
+    : DefaultForm(Kind::SubWindow), ui(std::make_unique<Ui::frmDtoDSatisfactionOverview>()) {
+    ui->setupUi(this);
+    connect(ui->cmdPrint, &QPushButton::clicked, this, &frmDtoDSatisfactionOverview::cmdPrint);
+    connect(ui->cmdClose, &QPushButton::clicked, this, [this] { Unload(); });
+    connect(ui->cmdHelp, &QPushButton::clicked, this, [] { toShowHelpTopic(helpContext); });
+}
+
+frmDtoDSatisfactionOverview::~frmDtoDSatisfactionOverview() = default;
+
+void frmDtoDSatisfactionOverview::onLoad() {
+    toFillCustomerList();
+    if (ui->cmbCustomer->ListCount() > 0)
+        ui->cmbCustomer->setListIndex(0);
+    ui->dtFrom->setValue(forms::today());
+    ui->dtTo->setValue(forms::today());
+}
+
+void frmDtoDSatisfactionOverview::cmdPrint() {
+    setMousePointer(forms::Hourglass);
+    if (ui->cmbCustomer->ListCount() > 0) {
+        toShowStatus(u"Generating Report....."_s);
+        toFillReporttable();
+    }
+    toShowStatus({});
+    setMousePointer(forms::DefaultPointer);
+}
+
+void frmDtoDSatisfactionOverview::toFillCustomerList() {
+    guarded({}, [this] { toListCustomers(*ui->cmbCustomer); });
+}
+
+void frmDtoDSatisfactionOverview::toFillReporttable() {
+    guarded({}, [this] {
+        toReconnect();
+        toFillWorkTable([this] {
+            cnnMain->Execute(u"delete * from reporttable"_s);
+            toAddDescriptive();
+            toAddObjective();
+            toAddActions();
+        });
+        toStartReport(MDIMain::instance().crpReport, u"satisfaction.rpt"_s, u"CompanyName"_s,
+                      u"Satisfaction Overview"_s);
+    });
+}
+
+QString frmDtoDSatisfactionOverview::within(const QString& field) const {
+    return u" where custname='"_s + ui->cmbCustomer->Text() + u"' and " + field + u">=#" +
+           toSqlDate(ui->dtFrom->Value()) + u"# and " + field + u"<=#" + toSqlDate(ui->dtTo->Value()) + u'#';
+}
+
+void frmDtoDSatisfactionOverview::toAddDescriptive() {
+    ado::Recordset answers;
+    answers.Open(u"select * from descquery"_s + within(u"surveydate"_s) + u" order by parametername",
+                 *cnnMain);
+    ado::Recordset rows;
+    rows.Open(u"select * from reporttable"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
+    for (; !answers.Eof(); answers.MoveNext()) {
+        addAnswer(rows, answers, u"Survey Descriptive"_s);
+        rows["Type"] = answers["Description"].Value();
+        rows.Update();
+    }
+}
+
+void frmDtoDSatisfactionOverview::toAddObjective() {
+    ado::Recordset answers;
+    answers.Open(u"select * from objquery"_s + within(u"surveydate"_s) + u" order by parametername",
+                 *cnnMain);
+    ado::Recordset rows;
+    rows.Open(u"select * from reporttable"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
+    for (; !answers.Eof(); answers.MoveNext()) {
+        addAnswer(rows, answers, u"Survey Objective"_s);
+        if (answers["score"].Text() != u"0")
+            rows["Type"] = answers["score"].Text();
+        rows.Update();
+    }
+}
+
+void frmDtoDSatisfactionOverview::toAddActions() {
+    ado::Recordset actions;
+    actions.Open(u"select * from action"_s + within(u"date"_s), *cnnMain);
+    ado::Recordset rows;
+    rows.Open(u"select * from reporttable"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
+    for (; !actions.Eof(); actions.MoveNext()) {
+        rows.AddNew();
+        rows["question"] = actions["Action"].Value();
+        rows["Type"] = actions["Status"].Value().toBool() ? u"Completed"_s : u"Not Completed"_s;
+        rows["sdate"] = actions["Date"].Value();
+        rows["tablename"] = u"Planned Actions"_s;
+        rows.Update();
+    }
+}

@@ -1,0 +1,322 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "analysis/frmPerformanceMatrix.h"
+
+#include "analysis/chartmenu.h"
+#include "analysis/choices.h"
+#include "analysis/performancematrix.h"
+#include "analysis/ratings.h"
+#include "core/MDIMain.h"
+#include "core/failure.h"
+#include "core/gblGlobal.h"
+#include "core/reports.h"
+#include "core/worktable.h"
+#include "platform/forms/msgbox.h"
+#include "ui_frmPerformanceMatrix.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int helpContext = 12;
+constexpr int designHeight = 7140; // twips, as all heights here
+constexpr int tall = 7215;
+constexpr int titleBar = 350;
+constexpr int roomForChart = 340; // pixels that keep the chart readable
+constexpr QSize printedSize{690, 436};
+constexpr QColor grey{0xC0, 0xC0, 0xC0};
+const QString title = u"Gaugewell v2.1"_s;
+
+QString twoDecimals(double value) {
+    return QString::number(value, 'f', 2);
+}
+
+/// One parameter and the answers to its questions.
+struct Group {
+    QString parameter;
+    std::vector<RatedAnswer> answers;
+};
+
+Group& groupOf(std::vector<Group>& groups, const QString& parameter) {
+    for (Group& group : groups) {
+        if (group.parameter.compare(parameter, Qt::CaseInsensitive) == 0)
+            return group;
+    }
+    return groups.emplace_back(Group{parameter, {}});
+}
+
+} // namespace
+
+frmPerformanceMatrix::frmPerformanceMatrix()
+    : DefaultForm(Kind::SubWindow), ui(std::make_unique<Ui::frmPerformanceMatrix>()) {
+    ui->setupUi(this);
+    ui->layout->setAlignment(ui->Frame1, Qt::AlignTop);
+    ui->mschart->setCategoryTitle(u"Score"_s);
+    ui->mschart->setValueTitle(u"Weightage"_s);
+    const chart::Scale scale{.Minimum = 0, .Maximum = 10, .MajorDivision = 2, .MinorDivision = 5};
+    ui->mschart->setCategoryScale(scale);
+    ui->mschart->setValueScale(scale);
+    ui->mschart->tipText = [this](int series, int point) { return pointText(series, point); };
+    toAddPictureMenu(*ui->mschart, printedSize);
+    connectEvents();
+}
+
+frmPerformanceMatrix::~frmPerformanceMatrix() = default;
+
+void frmPerformanceMatrix::connectEvents() {
+    using This = frmPerformanceMatrix;
+    connect(ui->cmdCustomerName, &forms::ComboBox::Click, this, &This::cmdCustomerName_Click);
+    connect(ui->lstSurveyDates, &forms::ListBox::Click, this, &This::lstSurveyDates_Click);
+    connect(ui->cmdView, &QPushButton::clicked, this, &This::cmdView);
+    connect(ui->cmdPrint, &QPushButton::clicked, this, &This::cmdPrint);
+    connect(ui->cmdClose, &QPushButton::clicked, this, [this] { Unload(); });
+    connect(ui->cmdHelp, &QPushButton::clicked, this, [] { toShowHelpTopic(helpContext); });
+    connect(ui->mschart, &chart::MSChart::PointActivated, this, &This::mschart_PointActivated);
+}
+
+void frmPerformanceMatrix::onLoad() {
+    setLeft(0);
+    setTop(0);
+    toFillCustomername();
+    if (ui->cmdCustomerName->ListCount() > 0)
+        ui->cmdCustomerName->setListIndex(0);
+    else
+        toShorten(frameHeight() + titleBar);
+}
+
+int frmPerformanceMatrix::frameHeight() const {
+    return forms::toTwips(ui->Frame1->sizeHint().height());
+}
+
+/// No shorter than what shows the whole choice.
+void frmPerformanceMatrix::toShorten(int twips) {
+    ui->mschart->hide();
+    ui->Frame3->hide();
+    setHeight(qMax(twips, frameHeight() + titleBar));
+}
+
+void frmPerformanceMatrix::toExpand() {
+    ui->mschart->show();
+    ui->Frame3->show();
+    setHeight(qMax(tall, frameHeight() + titleBar + forms::toTwips(roomForChart)));
+}
+
+QString frmPerformanceMatrix::customer() const {
+    return ui->cmdCustomerName->List(ui->cmdCustomerName->ListIndex());
+}
+
+void frmPerformanceMatrix::toFillCustomername() {
+    setMousePointer(forms::Hourglass);
+    guarded({}, [this] { toListCustomers(*ui->cmdCustomerName); });
+    setMousePointer(forms::DefaultPointer);
+}
+
+void frmPerformanceMatrix::toFillSurveyDateList() {
+    guarded({}, [this] { toListSurveyDates(*ui->lstSurveyDates, customer()); });
+}
+
+void frmPerformanceMatrix::cmdCustomerName_Click() {
+    ui->cmdPrint->hide();
+    if (ui->cmdCustomerName->ListCount() == 0)
+        return;
+    toFillSurveyDateList();
+    toShorten(qRound((designHeight - frameHeight()) / 2.6));
+}
+
+void frmPerformanceMatrix::lstSurveyDates_Click() {
+    if (ui->lstSurveyDates->ListCount() == 0)
+        return;
+    setMousePointer(forms::Hourglass);
+    toShowStatus(u"Saving to View Performance Matrix...."_s);
+    cmdView();
+}
+
+void frmPerformanceMatrix::cmdView() {
+    setMousePointer(forms::Hourglass);
+    if (ui->lstSurveyDates->ListCount() > 0) {
+        toShowStatus(u"Saving to View Performance Matrix...."_s);
+        toFillTable();
+        toDrawChart();
+        toDrawOnHiddenChart();
+    }
+    toShowStatus({});
+    setMousePointer(forms::DefaultPointer);
+}
+
+void frmPerformanceMatrix::toFillTable() {
+    guarded({}, [this] {
+        toReconnect();
+        toFillWorkTable([this] {
+            cnnMain->Execute(u"delete * from scattertable"_s);
+            for (int i = 0; i < ui->lstSurveyDates->ListCount(); ++i) {
+                if (ui->lstSurveyDates->Selected(i))
+                    toFillMeans();
+            }
+        });
+    });
+}
+
+/// Reads the answers of the date once; parameters follow one another as their first answers do.
+void frmPerformanceMatrix::toFillMeans() {
+    ado::Recordset answers;
+    answers.Open(u"select * from scatter where custname='"_s + customer() + u"' and sdate=#" +
+                     toSqlDate(toDate(ui->lstSurveyDates->Text())) + u"# ",
+                 *cnnMain);
+    const ado::Field parametername = answers["parametername"];
+    const ado::Field weightage = answers["weightage"];
+    const ado::Field score = answers["score"];
+    std::vector<Group> groups;
+    for (; !answers.Eof(); answers.MoveNext())
+        groupOf(groups, parametername.Text()).answers.push_back({toRating(weightage), toRating(score)});
+
+    ado::Recordset scatter;
+    scatter.Open(u"select * from scattertable"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
+    for (const Group& group : groups) {
+        const std::optional<MatrixMeans> means = matrixMeans(group.answers);
+        if (!means)
+            continue;
+        scatter.AddNew();
+        scatter["custname"] = customer();
+        scatter["Parameter"] = group.parameter;
+        scatter["wt"] = means->weightage;
+        scatter["sc"] = means->score;
+        scatter.Update();
+    }
+}
+
+void frmPerformanceMatrix::toDrawChart() {
+    guarded({}, [this] {
+        toReconnect();
+        ado::Recordset scatter;
+        scatter.Open(u"select * from scattertable order by sc"_s, *cnnMain);
+        if (scatter.Eof()) {
+            forms::msgBox(u"No record(s) present to view Performance Matrix"_s, forms::style::information,
+                          title);
+            toShorten(frameHeight() + 200);
+            ui->cmdPrint->hide();
+            return;
+        }
+        toExpand();
+        ui->cmdPrint->show();
+        ui->mschart->Refresh();
+        setGrid();
+        chart::DataArray points(scatter.RecordCount(), 2);
+        MatrixPlaces places;
+        for (int row = 1; !scatter.Eof(); scatter.MoveNext(), ++row) {
+            const MatrixMeans means{.weightage = scatter["wt"].Value().toDouble(),
+                                    .score = scatter["sc"].Value().toDouble()};
+            toColorGridRow(means.score, means.weightage, row);
+            const MatrixMeans place = places.next(means);
+            points.at(row, 1) = place.score;
+            points.at(row, 2) = static_cast<float>(place.weightage);
+        }
+        ui->MSHFlexGrid1->moveCursor(1, 0); // back to the top
+        ui->mschart->setChartData(points);
+        toSetPoint();
+    });
+}
+
+void frmPerformanceMatrix::toSetPoint() {
+    ui->mschart->setChartType(chart::MSChart::xy);
+    for (int k = 1; k <= ui->mschart->SeriesCount(); ++k) {
+        chart::Series& series = ui->mschart->SeriesItem(k);
+        series.ShowLine = false;
+        series.SeriesMarker = {.Auto = false, .Show = true};
+        series.Marker.Visible = true;
+        series.Marker.Size = 150;
+        series.Marker.Style = 14;
+        series.Marker.FillColor = {.Automatic = false, .Value = QColor(0, 0, 255)};
+    }
+}
+
+void frmPerformanceMatrix::toDrawOnHiddenChart() {
+    guardedWithNumber(u" : "_s, [this] {
+        toReconnect();
+        ado::Recordset scatter;
+        scatter.Open(u"select * from scattertable order by sc"_s, *cnnMain);
+        if (scatter.Eof())
+            return;
+        chart::MSChart& figures = *ui->mschartHidden;
+        chart::DataArray points(scatter.RecordCount(), 2);
+        figures.setRowCount(points.rows());
+        for (int row = 1; !scatter.Eof(); scatter.MoveNext(), ++row) {
+            points.at(row, 1) = scatter["sc"].Value().toDouble();
+            points.at(row, 2) = scatter["wt"].Value().toFloat();
+            figures.setRow(row);
+            figures.setRowLabel(scatter["Parameter"].Text());
+        }
+        figures.setChartData(points);
+    });
+}
+
+void frmPerformanceMatrix::setGrid() {
+    ado::Recordset details;
+    details.Open(u"select CustName,Parameter,Wt,Sc from ScatterTable Order by PARAMETER"_s, *cnnMain);
+    const QStringList headings{u"Customer"_s, u"Parameter"_s, u"Wt"_s, u"Sc"_s};
+    forms::MSHFlexGrid& grid = *ui->MSHFlexGrid1;
+    grid.setUpdatesEnabled(false);
+    grid.setRows(1);
+    grid.setRows(details.RecordCount() + 1);
+    grid.setCols(details.FieldCount(), 0);
+    for (const auto& [column, share] : {std::pair(0, 0.2), {1, 0.5}, {2, 0.12}, {3, 0.12}})
+        grid.setColWidth(column, static_cast<int>(share * grid.gridWidth()));
+    for (int column = 0; column < grid.Cols(); ++column) {
+        grid.setTextMatrix(0, column, headings[column]);
+        grid.moveCursor(0, column);
+        grid.setCellFontBold(true);
+    }
+    for (int row = 1; !details.Eof(); details.MoveNext(), ++row) {
+        for (int column = 0; column < grid.Cols(); ++column) {
+            const bool figure = column >= 2;
+            grid.setTextMatrix(row, column,
+                               figure ? twoDecimals(details.FieldAt(column).Value().toDouble())
+                                      : details.FieldAt(column).Text());
+            grid.moveCursor(row, column);
+            if (column % 2 == 0)
+                grid.setCellBackColor(grey);
+        }
+    }
+    for (int row = 0; row < grid.Rows(); ++row) {
+        for (int column = 2; column < grid.Cols(); ++column) {
+            grid.moveCursor(row, column);
+            grid.setCellAlignment(forms::MSHFlexGrid::centred);
+        }
+    }
+    grid.setUpdatesEnabled(true);
+}
+
+void frmPerformanceMatrix::toColorGridRow(double score, double weightage, int row) {
+    const QColor color = quadrantColor(score, weightage);
+    if (!color.isValid())
+        return;
+    for (const int column : {2, 3}) {
+        ui->MSHFlexGrid1->moveCursor(row, column);
+        ui->MSHFlexGrid1->setCellBackColor(color);
+    }
+}
+
+/// What a point stands for, from the hidden chart: its figures before it was moved.
+QString frmPerformanceMatrix::pointText(int series, int point) const {
+    chart::MSChart& figures = *ui->mschartHidden;
+    figures.setRow(point);
+    const double score = figures.GetData(point, series).value_or(0);
+    const double weightage = figures.GetData(point, series + 1).value_or(0);
+    return u"Parameter  : "_s + figures.RowLabel() + u"\r\nWeightage : " + twoDecimals(weightage) +
+           u"\r\nScore         : " + twoDecimals(score);
+}
+
+void frmPerformanceMatrix::mschart_PointActivated(int series, int point) {
+    guarded({}, [&] { forms::msgBox(pointText(series, point), forms::style::information, title); });
+}
+
+void frmPerformanceMatrix::cmdPrint() {
+    guardedWithNumber(u":"_s, [this] {
+        setMousePointer(forms::Hourglass);
+        if (ui->cmdCustomerName->ListCount() > 0)
+            toShowStatus(u"Generating Report...."_s);
+        toSavePictureForReport(*ui->mschart, u"perform.bmp"_s, printedSize);
+        toStartReport(MDIMain::instance().crpReport, u"scatter.rpt"_s, u"companyname"_s,
+                      u"Performance Matrix Report"_s);
+    });
+    toShowStatus({});
+    setMousePointer(forms::DefaultPointer);
+}

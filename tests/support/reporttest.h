@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/crystal/output.h"
+#include "platform/crystal/previewwindow.h"
+#include "tests/support/pdftext.h"
+#include "tests/support/storetest.h"
+
+#include <QDir>
+
+/// A store with the program's layouts beside it; a report that is run is caught instead of shown.
+class ReportTest : public StoreTest {
+protected:
+    void SetUp() override {
+        StoreTest::SetUp();
+        const QDir source(QStringLiteral(GAUGEWELL_SOURCE "/home"));
+        for (const QString& file : source.entryList({QStringLiteral("*.rpt")}))
+            ASSERT_TRUE(QFile::copy(source.filePath(file), home() + u'/' + file));
+        strCompanyName = QStringLiteral("Larkmoor Ltd");
+        crystal::previewSeat = [this](const auto& run, const QString& windowTitle, int state) {
+            shown = run;
+            title = windowTitle;
+            EXPECT_EQ(state, 2);
+        };
+    }
+    void TearDown() override {
+        crystal::previewSeat = crystal::PreviewWindow::show;
+        strCompanyName.clear();
+        StoreTest::TearDown();
+    }
+
+    /// The pages of the report that was run last, as another program reads its PDF; none when none was run.
+    QStringList takePages() {
+        if (!shown)
+            return {};
+        crystal::savePdf(*std::exchange(shown, nullptr), home() + QStringLiteral("/out.pdf"));
+        return pdfPages(home() + QStringLiteral("/out.pdf"));
+    }
+
+    std::shared_ptr<const crystal::Report> shown;
+    QString title; ///< of the last report's window
+};

@@ -1,0 +1,269 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "analysis/frmPerformanceMatrix.h"
+#include "analysis/performancematrix.h"
+#include "core/MDIMain.h"
+#include "platform/chart/mschart.h"
+#include "platform/forms/flexgrid.h"
+#include "platform/forms/lists.h"
+#include "tests/support/reporttest.h"
+
+#include <QAction>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QImage>
+#include <QPushButton>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using Answers = std::vector<RatedAnswer>;
+
+/// n answers with these sums of weightages and scores.
+Answers sums(std::size_t n, std::int16_t weightages, std::int16_t scores) {
+    Answers answers(n, RatedAnswer{0, 0});
+    answers.front() = {weightages, scores};
+    return answers;
+}
+
+TEST(MatrixMeans, ofGroups) {
+    struct Case {
+        Answers answers;
+        double weightage, score;
+    };
+    const std::vector<Case> cases{
+        {{{8, 7}, {6, 0}, {4, 9}}, 6, 5.33},
+        {{{std::nullopt, 3}, {5, std::nullopt}}, 2.5, 1.5}, // each test on its own, Null counts in n
+        {{{0, 7}, {0, 8}}, 0, 7.5},
+        {sums(8, 17, 19), 2.12, 2.38},  // 2.125 and 2.375: ties to the even digit
+        {sums(40, 107, 3), 2.67, 0.07}, // as doubles 2.675 lies below a tie and 0.075 does as well
+        {sums(200, 1, 3), 0.01, 0.01}, // 0.005 lies above a tie, 0.015 below
+    };
+    for (const Case& test : cases) {
+        const std::optional<MatrixMeans> means = matrixMeans(test.answers);
+        ASSERT_TRUE(means);
+        EXPECT_EQ(means->weightage, test.weightage);
+        EXPECT_EQ(means->score, test.score);
+    }
+    EXPECT_FALSE(matrixMeans(Answers{{0, 0}, {std::nullopt, std::nullopt}}));
+    EXPECT_THROW(matrixMeans(Answers{{1, 32767}, {1, 1}}), std::overflow_error);
+    EXPECT_EQ(matrixMeans(Answers{{32767, 1}, {32767, 1}})->weightage, 32767);
+}
+
+TEST(MatrixPlaces, coincidingPointsMoveApart) {
+    MatrixPlaces places;
+    const auto next = [&](double score, double weightage) {
+        const MatrixMeans place = places.next({.weightage = weightage, .score = score});
+        return std::pair(place.score, place.weightage);
+    };
+    using Place = std::pair<double, double>;
+    EXPECT_EQ(next(5.67, 2.5), Place(5.67, 2.5));
+    EXPECT_EQ(next(5.67, 2.5), Place(6.1, 1.9)) << "the fraction goes, half to even";
+    EXPECT_EQ(next(5.67, 2.6), Place(5.67, 2.6)) << "another weightage";
+    EXPECT_EQ(next(5.67, 2.5), Place(5.67, 2.5)) << "another between";
+    const std::vector<Place> rest{{5.9, 1.9}, {5.9, 2.1}, {6.1, 2.1}, {6.1, 2}, {6, 1.9}, {5.9, 2}, {6, 2.1}};
+    for (const Place& place : rest)
+        EXPECT_EQ(next(5.67, 2.5), place) << "the count goes on";
+    EXPECT_THROW(next(5.67, 2.5), std::out_of_range);
+}
+
+TEST(QuadrantColor, bordersAtFive) {
+    const QColor green(0, 255, 0);
+    const QColor yellow(255, 255, 0);
+    const QColor red(255, 0, 0);
+    const std::vector<std::tuple<double, double, QColor>> cases{
+        {5, 5, green},   {4.99, 5, red}, {5, 4.99, yellow}, {0, 0, yellow},
+        {10, 0, yellow}, {0, 10, red},   {10, 10, green},   {10.01, 4.99, QColor()}};
+    for (const auto& [score, weightage, color] : cases)
+        EXPECT_EQ(quadrantColor(score, weightage), color) << score << ", " << weightage;
+}
+
+const QDate spring{2024, 3, 1};
+const QDate autumn{2024, 9, 1};
+
+class PerformanceMatrixTest : public ReportTest {
+protected:
+    /// Adds a parameter with one answer.
+    void rate(const QString& parameter, int weightage, int score, const QDate& date = spring) {
+        const int question = addQuestion(addParameter(parameter), parameter + u'?');
+        addScore(respondent, question, surveys[date], date, weightage, score);
+    }
+    void SetUp() override {
+        ReportTest::SetUp();
+        acme = addCustomer(u"Acme"_s);
+        respondent = addRespondent(acme, u"Ann"_s);
+        for (const QDate& date : {spring, autumn})
+            surveys[date] = addSurvey(acme, date);
+        addCustomer(u"Brown"_s);
+    }
+    frmPerformanceMatrix& open() {
+        frmPerformanceMatrix& form = frmPerformanceMatrix::instance();
+        form.Show();
+        drawn = control<chart::MSChart>(form, "mschart");
+        dates = control<forms::ListBox>(form, "lstSurveyDates");
+        print = control<QPushButton>(form, "cmdPrint");
+        return form;
+    }
+    void clickDate(int index) const {
+        QTest::mouseClick(dates->viewport(), Qt::LeftButton, {},
+                          dates->visualItemRect(dates->item(index)).center());
+    }
+    void expectTip(int point, const QString& name, const QString& weightage, const QString& score) {
+        messages.expect(u"Parameter  : "_s + name + u"\r\nWeightage : " + weightage +
+                            u"\r\nScore         : " + score,
+                        forms::style::information, u"Gaugewell v2.1"_s);
+        QTest::mouseClick(drawn, Qt::LeftButton, {}, drawn->PointPosition(1, point));
+    }
+    QStringList gridRows() {
+        auto* grid = control<forms::MSHFlexGrid>(frmPerformanceMatrix::instance(), "MSHFlexGrid1");
+        QStringList result;
+        for (int row = 0; row < grid->Rows(); ++row) {
+            QStringList cells;
+            for (int column = 0; column < grid->Cols(); ++column)
+                cells << grid->TextMatrix(row, column);
+            grid->moveCursor(row, 3);
+            result << cells.join(u'|') + (row > 0 ? u'|' + grid->CellBackColor().name() : QString());
+        }
+        return result;
+    }
+
+    int acme = 0;
+    int respondent = 0;
+    QMap<QDate, int> surveys;
+    chart::MSChart* drawn = nullptr;
+    forms::ListBox* dates = nullptr;
+    QPushButton* print = nullptr;
+};
+
+TEST_F(PerformanceMatrixTest, viewShowsChartAndGrid) {
+    rate(u"Zeal"_s, 5, 5);
+    rate(u"Price"_s, 7, 3);
+    rate(u"Care"_s, 7, 3);
+    rate(u"Speed"_s, 2, 9);
+    rate(u"Unrated"_s, 0, 0);
+    frmPerformanceMatrix& form = open();
+    EXPECT_FALSE(drawn->isVisible() || print->isVisible());
+    const int shortHeight = form.Height();
+    clickDate(0);
+    EXPECT_TRUE(drawn->isVisible() && print->isVisible());
+    EXPECT_GE(form.Height(), 7215);
+    EXPECT_EQ(MDIMain::instance().stsBar->Panels(1).Text(), QString());
+    EXPECT_EQ(
+        rows(u"select custname, Parameter, wt, sc from scattertable"_s),
+        (QStringList{u"Acme|Zeal|5|5"_s, u"Acme|Price|7|3"_s, u"Acme|Care|7|3"_s, u"Acme|Speed|2|9"_s}));
+    // by parameter, the colours by score: red, red, green, yellow
+    EXPECT_EQ(gridRows(), (QStringList{u"Customer|Parameter|Wt|Sc"_s, u"Acme|Care|7.00|3.00|#ff0000"_s,
+                                       u"Acme|Price|7.00|3.00|#ff0000"_s, u"Acme|Speed|2.00|9.00|#00ff00"_s,
+                                       u"Acme|Zeal|5.00|5.00|#ffff00"_s}));
+    EXPECT_EQ(drawn->GetData(1, 1), 3);
+    EXPECT_FLOAT_EQ(static_cast<float>(*drawn->GetData(2, 1)), 3.1F);
+    EXPECT_FLOAT_EQ(static_cast<float>(*drawn->GetData(2, 2)), 6.9F);
+    EXPECT_EQ(drawn->SeriesItem(1).Marker.FillColor.Value, QColor(0, 0, 255));
+    expectTip(1, u"Price"_s, u"7.00"_s, u"3.00"_s);
+    expectTip(2, u"Care"_s, u"7.00"_s, u"3.00"_s); // moved, yet its true figures
+    expectTip(4, u"Speed"_s, u"2.00"_s, u"9.00"_s);
+
+    const QString none = u"No record(s) present to view Performance Matrix"_s;
+    messages.expect(none, forms::style::information, u"Gaugewell v2.1"_s);
+    clickDate(1);
+    EXPECT_FALSE(drawn->isVisible() || print->isVisible());
+    EXPECT_LE(form.Height(), shortHeight);
+    clickDate(0);
+    control<forms::ComboBox>(form, "cmdCustomerName")->setListIndex(1);
+    EXPECT_FALSE(drawn->isVisible() || print->isVisible());
+    press(form, "cmdView"); // no date, no word
+    key(Qt::Key_Escape);
+    EXPECT_EQ(frmPerformanceMatrix::loaded(), nullptr);
+}
+
+TEST_F(PerformanceMatrixTest, meansOfAllAnswersOfTheDate) {
+    const int price = addParameter(u"Price"_s);
+    const int bob = addRespondent(acme, u"Bob"_s);
+    const int first = addQuestion(price, u"Fair?"_s);
+    const int second = addQuestion(price, u"Clear?"_s);
+    addScore(respondent, first, surveys[spring], spring, 8, 7);
+    addScore(respondent, second, surveys[spring], spring, 6, 0);
+    addScore(bob, first, surveys[spring], spring, 4, 9);
+    addScore(bob, second, surveys[autumn], autumn, 1, 1);
+    open();
+    clickDate(0);
+    EXPECT_EQ(rows(u"select wt, sc from scattertable"_s), QStringList{u"6|5.33"_s});
+    expectTip(1, u"Price"_s, u"6.00"_s, u"5.33"_s);
+}
+
+/// The table of shifts holds eight: the ninth ends the drawing without a word, the chart keeps what it had.
+TEST_F(PerformanceMatrixTest, ninthCoincidenceEndsInSilence) {
+    for (int i = 0; i < 10; ++i)
+        rate(u"Same %1"_s.arg(i), 6, 6);
+    rate(u"Later"_s, 3, 3, autumn);
+    open();
+    clickDate(1);
+    clickDate(0);
+    EXPECT_TRUE(print->isVisible());
+    EXPECT_EQ(drawn->RowCount(), 1);
+    EXPECT_EQ(gridRows().size(), 11);
+}
+
+TEST_F(PerformanceMatrixTest, reportHoldsChartAndRows) {
+    rate(u"Price"_s, 7, 3);
+    rate(u"Qualité"_s, 8, 9);
+    frmPerformanceMatrix& form = open();
+    clickDate(0);
+    press(form, "cmdPrint");
+    EXPECT_EQ(title, u"Performance Matrix Report");
+    const QStringList pages = takePages();
+    ASSERT_EQ(pages.size(), 1);
+    expectInOrder(pages[0], {u"Larkmoor Ltd"_s, u"Acme"_s, u"Mean weightage"_s, u"Price 7.00 3.00"_s,
+                             u"Qualité 8.00 9.00"_s});
+    EXPECT_GT(QImage(home() + u"/perform.bmp"_s).width(), 2000) << "too coarse for a page";
+
+    ASSERT_TRUE(QFile::remove(home() + u"/scatter.rpt"_s));
+    messages.expectBeginning(u"20500:"_s + home() + u"/scatter.rpt"_s);
+    press(form, "cmdPrint");
+    ASSERT_TRUE(QFile::remove(home() + u"/perform.bmp"_s) && QDir().mkdir(home() + u"/perform.bmp"_s));
+    messages.expect(u"75:Path/File access error"_s);
+    press(form, "cmdPrint");
+    EXPECT_EQ(MDIMain::instance().stsBar->Panels(1).Text(), QString());
+    EXPECT_EQ(form.MousePointer(), forms::DefaultPointer);
+}
+
+TEST_F(PerformanceMatrixTest, pictureMenuCopiesAndSaves) {
+    rate(u"Price"_s, 7, 3);
+    open();
+    clickDate(0);
+    ASSERT_EQ(drawn->contextMenuPolicy(), Qt::ActionsContextMenu);
+    const QList<QAction*> actions = drawn->actions();
+    ASSERT_EQ(actions.size(), 4);
+    QGuiApplication::clipboard()->clear();
+    actions[0]->trigger();
+    EXPECT_FALSE(QGuiApplication::clipboard()->image().isNull());
+    QString answer;
+    forms::saveFileSeat = [&](const forms::CommonDialog&) { return answer; };
+    actions[1]->trigger(); // given up
+    const QStringList names{u"a.png"_s, u"a.svg"_s, u"a.pdf"_s};
+    for (int i = 0; i < 3; ++i) {
+        answer = home() + (i == 0 ? u"/a.PNG"_s : u"/a"_s);
+        actions[1 + i]->trigger();
+    }
+    EXPECT_EQ(QDir(home()).entryList({u"a.*"_s}, QDir::Files, QDir::Name),
+              (QStringList{u"a.PNG"_s, u"a.pdf"_s, u"a.svg"_s}));
+    messages.expect(home() + u"/a.pdf already exists.\r\nDo you want to replace it?"_s, forms::style::yesNo,
+                    {}, forms::Answer::No);
+    actions[3]->trigger();
+    answer = home() + u"/none/a.png"_s;
+    messages.expect(u"The picture could not be saved as "_s + answer, forms::style::critical);
+    actions[1]->trigger();
+}
+
+TEST_F(PerformanceMatrixTest, failuresAreToldByTheProcedureTheyEnd) {
+    rate(u"Price"_s, 7, 3);
+    open();
+    runRaw(u"drop table scattertable"_s);
+    messages.expectBeginning(u"Error : 1\r\n"_s);
+    messages.expectBeginning(u"Error : 1\r\n"_s);
+    messages.expectBeginning(u"1 : "_s);
+    clickDate(0);
+    EXPECT_EQ(frmPerformanceMatrix::instance().MousePointer(), forms::DefaultPointer);
+}
+
+} // namespace
