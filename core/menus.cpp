@@ -23,8 +23,8 @@ const std::vector<MenuEntry>& menuEntries() {
         {"mnuImprovementPlanAnalysis", "mnuAnalysis", "Improvement Plan &Analysis", "", Later},
         {"mnuSatisfactionIndex", "mnuAnalysis", "Satisfaction &Index", "", Open},
         {"mnuPerformanceMatrix", "mnuAnalysis", "&Performance Matrix", "", Later},
-        {"mnuImprovementPlan", "", "&Improvement Tracking", "", Later},
-        {"mnuSearch", "", "&Search", "", Later},
+        {"mnuImprovementPlan", "", "&Improvement Tracking", "", Open},
+        {"mnuSearch", "", "&Search", "", Open},
         {"mnuHelp", "", "&Help", "", Menu},
         {"mnuGettingStarted", "mnuHelp", "&Getting Started", "", Open},
         {"mnuGWLHelp", "mnuHelp", "&Contents", "F1", Open},
@@ -46,7 +46,7 @@ const std::vector<ButtonMenu>& customerButtonMenus() {
         {"Question", "&New/Edit Survey", true}, // known, and opens no form
         {"", "-", true},
         {"ObjAndDesc", "&Survey", true},
-        {"Improvement", "&Improvement Plan", false},
+        {"Improvement", "&Improvement Plan", true},
     };
     return menus;
 }

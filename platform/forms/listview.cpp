@@ -117,10 +117,10 @@ void ListView::contextMenuEvent(QContextMenuEvent* event) {
 }
 
 void ListView::keyPressEvent(QKeyEvent* event) {
-    const int before = CurrentRow();
     Q_EMIT KeyDown(event->key());
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
         return;
+    const int before = CurrentRow();
     QTreeView::keyPressEvent(event);
     if (CurrentRow() != before)
         Q_EMIT Click();
