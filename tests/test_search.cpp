@@ -6,6 +6,7 @@
 #include "search/frmSearch.h"
 #include "tests/support/listview.h"
 
+#include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMdiArea>
@@ -64,6 +65,35 @@ protected:
         add(u"actionplan"_s,
             {{"customerid", acme}, {"Date", QDate(2006, 6, 1)}, {"Action", u"No late van, ever"_s}});
         run(u"insert into actionplan (customerid) values (1)"_s); // no date, no text
+    }
+    /// 30 customers, each with a survey, an answer of each kind and an action on six dates.
+    static void fillLarge() {
+        run(u"insert into customer (custid, custname) with recursive n(i) as (select 1 union all select i + "
+            u"1 "
+            "from n where i < 30) select i, 'Customer ' || i from n"_s);
+        run(u"insert into survey (custid, sdate) with recursive n(k) as (select 1 union all select k + 1 "
+            u"from n "
+            "where k < 6) select custid, date('2024-03-02', '+' || k || ' days') from customer, n where true order by 1, k"_s);
+        run(u"insert into respondent (respondentid, custid, respondentname) select custid, custid, 'Ann' from customer"_s);
+        addQuestion(addParameter(u"Sales"_s), u"On time?"_s);
+        addQuestion(1, u"Wishes?"_s, false);
+        const QString answers =
+            u" select custid, questionid, surveyid, sdate, 7 from survey, questions where Type="_s;
+        const QString fields = u" (respondentid, questionid, surveyid, surveydate, weightage)"_s;
+        run(u"insert into responquesindex select custid, questionid, surveyid, questionid from survey, questions"_s);
+        run(u"insert into feedbackobjective"_s + fields + answers + u"True");
+        run(u"insert into feedbackdescriptive"_s + fields + answers + u"False");
+        run(u"insert into actionplan (customerid, Date, Action) select custid, sdate, 'Call ' || surveyid from survey"_s);
+    }
+    /// Every record of every table behind its table's name.
+    static QStringList wholeStore() {
+        QStringList all;
+        for (const QString& table :
+             rows(u"select name from sqlite_schema where type = 'table' and name <> 'sqlite_sequence'"_s)) {
+            for (const QString& row : rows(u"select * from ["_s + table + u"]"))
+                all << table + u": " + row;
+        }
+        return all;
     }
 };
 
@@ -153,6 +183,36 @@ TEST_F(SearchTest, aHitOpensItsFormAndTheSearchStaysBehind) {
     EXPECT_FALSE(blnSearchOpen);
     frmFeedBackObj::instance().Show();
     EXPECT_FALSE(blnSearchToFeedback);
+}
+
+TEST_F(SearchTest, findingAndDeletingActionsTouchesNothingElseInTheStore) {
+    fillLarge();
+    const QStringList before = wholeStore();
+    form().Show();
+    const QString third = u"03/03/2024|Call 139|Customer 24|Improvement Plan|139"_s;
+    EXPECT_EQ(search(u"39 139"_s),
+              QStringList({u"05/03/2024|Call 39|Customer 7|Improvement Plan|39"_s, third}));
+    list().setFocus();
+    key(Qt::Key_Home);
+    key(Qt::Key_Return);
+    auto& actions = *control<forms::ListView>(frmImprovementPlan::instance(), "lsvDtls");
+    EXPECT_EQ(actions.ListCount(), 6);
+    EXPECT_EQ(control<QLineEdit>(frmImprovementPlan::instance(), "txtDescription")->text(), u"Call 39"_s);
+    const auto deleteRow = [&](int row, forms::Answer answer) {
+        messages.expect(u"Do you want to delete"_s, forms::style::yesNo, u"Gaugewell v2.1"_s, answer);
+        clickRow(actions, row, Qt::RightButton);
+        QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_D);
+    };
+    deleteRow(2, forms::Answer::No);
+    run(u"delete * from search"_s);
+    EXPECT_EQ(wholeStore(), before);
+    deleteRow(2, forms::Answer::Yes);
+    EXPECT_EQ(search(u"39"_s), QStringList{third});
+    run(u"delete * from search"_s);
+    QStringList expected = before;
+    EXPECT_EQ(expected.removeAll(u"actionplan: 39|7|05/03/2024|Call 39||False"_s), 1);
+    EXPECT_EQ(wholeStore(), expected);
+    EXPECT_EQ(actions.ListCount(), 5);
 }
 
 TEST_F(SearchTest, aHundredThousandHitsAreListedAndTheLastOneCanBeOpened) {

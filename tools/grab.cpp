@@ -8,15 +8,18 @@
 #include "core/frmSplash.h"
 #include "core/gblGlobal.h"
 #include "feedback/frmFeedBackObj.h"
+#include "improvement/frmImprovementPlan.h"
 #include "platform/forms/dtpicker.h"
 #include "reference/frmCustomer.h"
 #include "reference/frmParameter.h"
+#include "search/frmSearch.h"
 #include "survey/frmNewSurvey.h"
 #include "survey/frmSelectSurvey.h"
 
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QTest>
 #include <QTreeWidget>
@@ -72,6 +75,16 @@ bool grabIndex() {
     return saved;
 }
 
+bool grabSearch() {
+    frmSearch& form = frmSearch::instance();
+    form.Show();
+    form.findChild<QLineEdit*>(u"txtKeyword"_s)->setText(u"delivery quality call"_s);
+    form.findChild<QAbstractButton*>(u"cmdOK"_s)->click();
+    const bool saved = save(MDIMain::instance(), u"frmSearch"_s);
+    frmSearch::unload();
+    return saved;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -101,6 +114,8 @@ int main(int argc, char** argv) {
     saved = grabForm<frmSelectSurvey>(u"frmSelectSurvey"_s) && saved;
     saved = grabForm<frmFeedBackObj>(u"frmFeedBackObj"_s) && saved;
     saved = grabForm<frmSatisfactionIndex>(u"frmSatisfactionIndex"_s) && saved;
+    saved = grabForm<frmImprovementPlan>(u"frmImprovementPlan"_s) && saved;
+    saved = grabSearch() && saved;
     saved = grabEditor() && saved;
     saved = grabIndex() && saved;
     MDIMain::destroy();
