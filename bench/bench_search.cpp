@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The keyword search over 1,000,000 answers of 2,000 customers, 100,000 answers in words and 100,000 actions,
 // with one keyword that finds few, one that finds 100,000, and three; beside it one 'like' pass of the C API
-// over the same texts.
+// over the same texts. Another number of customers can be given.
 #include "core/gblGlobal.h"
 #include "platform/ado/casefold.h"
 #include "platform/forms/listview.h"
@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 
 #include <sqlite3.h>
 
@@ -26,9 +27,9 @@ QString numbers(int count) {
     return u"with recursive n(i) as (select 1 union all select i + 1 from n where i < %1) "_s.arg(count);
 }
 
-void buildStore() {
+void buildStore(int customers) {
     const QString statements[] = {
-        u"insert into customer (custid, custname, Address) "_s + numbers(2000) +
+        u"insert into customer (custid, custname, Address) "_s + numbers(customers) +
             u"select i, 'Customer ' || i, ' ' from n",
         u"insert into respondent (respondentid, custid, respondentname) "_s + numbers(2) +
             u"select custid * 10 + i, custid, 'Respondent ' || i from customer, n",
@@ -98,6 +99,7 @@ void measure(sqlite3* database, const QString& words) {
     });
     std::printf("%-24s %8d %9.1f %9.1f %6.2f %9.1f %9.1f\n", qPrintable(words), hits, pass, search,
                 search / pass, fill, show);
+    std::fflush(stdout);
 }
 
 } // namespace
@@ -113,7 +115,7 @@ int main(int argc, char** argv) {
     if (!toCreateDSN(u"gwl"_s, strDatabasePath))
         return 1;
     toOpenConnection();
-    buildStore();
+    buildStore(argc > 1 ? std::atoi(argv[1]) : 2000);
     cnnMain->Execute(u"pragma synchronous = off"_s);
     sqlite3* database = nullptr;
     sqlite3_open(path.toUtf8().constData(), &database);
@@ -122,7 +124,7 @@ int main(int argc, char** argv) {
                 "pass: the same texts met once by 'like'; search: work table filled (goal: ratio at most 3)\n"
                 "fill: list filled from the work table; show: rows set in the view and drawn\n\n"
                 "keywords                     hits      pass    search  ratio      fill      show\n");
-    for (const QString& words : {u"unheard"_s, u"buyer"_s, u"matter 17 buyer"_s, u"unheard buyer lorry"_s})
+    for (const QString& words : {u"unheard"_s, u"buyer"_s, u"17 buyer"_s, u"unheard lorry goods"_s})
         measure(database, words);
     sqlite3_close(database);
     frmSearch::unload();

@@ -22,21 +22,6 @@ constexpr int customerColumn = 2;
 constexpr int tableColumn = 3;
 constexpr int idColumn = 4;
 
-/// Where a pass takes the fields of a hit from.
-struct Source {
-    SearchPass pass;
-    const char* date;
-    const char* text;
-    const char* id;
-    const char* tablename;
-};
-
-constexpr Source sources[] = {
-    {SearchPass::Objective, "surveydate", "question", "feedbackobjid", "Survey (Objective)"},
-    {SearchPass::Descriptive, "surveydate", "question", "feedbackdescid", "Survey (Descriptive)"},
-    {SearchPass::Action, "Date", "Action", "actionid", "Improvement Plan"},
-};
-
 } // namespace
 
 frmSearch::frmSearch() : DefaultForm(Kind::SubWindow), ui(std::make_unique<Ui::frmSearch>()) {
@@ -115,29 +100,13 @@ void frmSearch::toSplitKeywords() {
         toReconnect();
         toFillWorkTable([this] {
             cnnMain->Execute(u"delete * from search"_s);
-            for (const Source& source : sources)
-                toRunPass(source.pass);
+            for (const SearchPass pass :
+                 {SearchPass::Objective, SearchPass::Descriptive, SearchPass::Action}) {
+                const QStringList keywords = toSplit(toStoredText(ui->txtKeyword->text().trimmed()));
+                cnnMain->Execute(toMakeHitInsertion(pass, keywords));
+            }
         });
     });
-}
-
-void frmSearch::toRunPass(SearchPass pass) {
-    const QStringList keywords = toSplit(toStoredText(ui->txtKeyword->text().trimmed()));
-    const Source& source = sources[static_cast<std::size_t>(pass)];
-    const QString tablename = QString::fromLatin1(source.tablename);
-    ado::Recordset found;
-    found.Open(toMakeSearchSql(pass, keywords), *cnnMain);
-    ado::Recordset search;
-    search.Open(u"select * from search"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
-    for (; !found.Eof(); found.MoveNext()) {
-        search.AddNew();
-        search["sdate"] = found[source.date].Value();
-        search["Desc"] = found[source.text].Value();
-        search["custname"] = found["custname"].Value();
-        search["tablename"] = tablename;
-        search["Id"] = found[source.id].Value();
-        search.Update();
-    }
 }
 
 void frmSearch::toFillListView() {
@@ -146,10 +115,13 @@ void frmSearch::toFillListView() {
         ui->lsvDtls->Clear();
         ado::Recordset search;
         search.Open(u"select * from search"_s, *cnnMain);
+        const ado::Field fields[] = {search["sdate"], search["Desc"], search["custname"], search["tablename"],
+                                     search["Id"]};
         std::vector<QStringList> hits;
         for (; !search.Eof(); search.MoveNext()) {
-            hits.push_back({search["sdate"].Text(), search["Desc"].Text(), search["custname"].Text(),
-                            search["tablename"].Text(), search["Id"].Text()});
+            QStringList& hit = hits.emplace_back();
+            for (const ado::Field& field : fields)
+                hit << field.Text();
         }
         ui->lsvDtls->setItems(std::move(hits));
     });

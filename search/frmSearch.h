@@ -48,7 +48,6 @@ private:
     void cmdOK_Click();
     void txtKeyword_Change();
     void toJump();
-    void toRunPass(SearchPass pass);
     bool hasKeywords() const;
 
     std::unique_ptr<Ui::frmSearch> ui;

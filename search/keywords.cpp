@@ -31,6 +31,19 @@ QString beginningOf(SearchPass pass) {
     return {};
 }
 
+/// What a hit takes from its source, in the order of the work table's fields.
+QString fieldsOf(SearchPass pass) {
+    switch (pass) {
+    case SearchPass::Objective:
+        return u"surveydate, question, feedbackobjid, custname, 'Survey (Objective)'"_s;
+    case SearchPass::Descriptive:
+        return u"surveydate, question, feedbackdescid, custname, 'Survey (Descriptive)'"_s;
+    case SearchPass::Action:
+        return u"[Date], [Action], actionid, custname, 'Improvement Plan'"_s;
+    }
+    return {};
+}
+
 } // namespace
 
 QStringList toSplit(const QString& text) {
@@ -45,4 +58,9 @@ QString toMakeSearchSql(SearchPass pass, const QStringList& keywords) {
     for (const QString& keyword : keywords)
         clauses << clauseOf(pass, keyword);
     return beginningOf(pass) + u"(" + clauses.join(u" or ") + u")";
+}
+
+QString toMakeHitInsertion(SearchPass pass, const QStringList& keywords) {
+    return u"insert into search (sdate, [Desc], Id, custname, tablename) select "_s + fieldsOf(pass) +
+           u" from (" + toMakeSearchSql(pass, keywords) + u")";
 }

@@ -15,3 +15,7 @@ enum class SearchPass { Objective, Descriptive, Action };
 
 /// The statement that finds what holds any of the keywords. They stand in it as they are.
 QString toMakeSearchSql(SearchPass pass, const QStringList& keywords);
+
+/// The statement that adds all hits of that one to the work table at once: row by row it would take many
+/// times as long as finding them.
+QString toMakeHitInsertion(SearchPass pass, const QStringList& keywords);
