@@ -14,6 +14,7 @@
 #include "reference/frmCustomer.h"
 #include "reference/frmParameter.h"
 #include "search/frmSearch.h"
+#include "survey/frmEditExistingSurvey.h"
 #include "survey/frmSelectSurvey.h"
 
 #include <QAction>
@@ -185,6 +186,8 @@ void MDIMain::runEntry(const QString& name) {
         close();
     } else if (name == u"mnuNewSurvey") {
         openForm(true, true, [] { frmSelectSurvey::instance().Show(); });
+    } else if (name == u"mnuEditSurvey") {
+        openForm(true, true, [] { frmEditExistingSurvey::instance().Show(); });
     } else if (name == u"mnuObjective") {
         openForm(true, true, [] {
             frmFeedBackObj& form = frmFeedBackObj::instance();

@@ -76,3 +76,15 @@ bool guardedWithNumber(const QString& separator, const std::function<void()>& pr
         return false;
     }
 }
+
+bool guardedWithDescription(const std::function<void()>& procedure) {
+    try {
+        procedure();
+        return true;
+    } catch (const std::exception& failure) {
+        if (cnnMain)
+            cnnMain->Errors().Clear(); // this message tells it
+        forms::msgBox(errorOf(failure).Description);
+        return false;
+    }
+}

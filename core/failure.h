@@ -27,3 +27,7 @@ bool guarded(const FailureHandler& handler, const std::function<void()>& procedu
 /// Runs a procedure whose handler shows the one failure that ended it, whatever its source: number,
 /// separator, description. Returns true when the procedure ran to its end.
 bool guardedWithNumber(const QString& separator, const std::function<void()>& procedure);
+
+/// Runs a procedure that drives workbooks, dialogs or mail: the failure that ends it is shown by its own
+/// description. Returns true when the procedure ran to its end.
+bool guardedWithDescription(const std::function<void()>& procedure);

@@ -12,7 +12,7 @@ const std::vector<MenuEntry>& menuEntries() {
         {"mnuExit", "mnuFile", "E&xit", "Ctrl+Q", Open},
         {"mnuSurveyDefine", "", "&Define Survey", "", Menu},
         {"mnuNewSurvey", "mnuSurveyDefine", "&New Survey", "Ctrl+N", Open},
-        {"mnuEditSurvey", "mnuSurveyDefine", "&Edit Survey", "Ctrl+E", Later},
+        {"mnuEditSurvey", "mnuSurveyDefine", "&Edit Survey", "Ctrl+E", Open},
         {"mnuEmailSurveys", "mnuSurveyDefine", "Email &Surveys", "Ctrl+M", Later},
         {"mnuFeedBack", "", "FeedBac&k", "", Menu},
         {"mnuObjective", "mnuFeedBack", "&Survey", "Ctrl+O", Open},

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "survey/frmNewSurvey.h"
 
-#include "platform/ado/value.h"
+#include "core/gblGlobal.h"
+#include "survey/frmPasteSurvey.h"
 #include "survey/frmSelectSurvey.h"
 #include "ui_frmNewSurvey.h"
 
@@ -14,8 +15,12 @@ frmNewSurvey::frmNewSurvey() : DefaultForm(Kind::SubWindow), ui(std::make_unique
              .cmdUpward = ui->cmdUpward,
              .cmdDownward = ui->cmdDownward,
              .cmdSave = ui->cmdSave,
+             .cmdCopy = ui->cmdCopy,
              .cmdHelp = ui->cmdHelp,
-             .cmdClose = ui->cmdClose});
+             .cmdClose = ui->cmdClose,
+             .cmdExport = ui->cmdExport,
+             .cmdmail = ui->cmdmail,
+             .cmdPrint = ui->cmdPrint});
 }
 
 frmNewSurvey::~frmNewSurvey() = default;
@@ -34,4 +39,12 @@ SurveyContext frmNewSurvey::context() const {
 
 int frmNewSurvey::helpContext() const {
     return 201;
+}
+
+void frmNewSurvey::toImport() {
+    blnExistingSurvey = true;
+    frmPasteSurvey::toCopyInto(context(), *this);
+    // A selection that was closed before has been loaded again for the copy only.
+    if (frmSelectSurvey::loaded() && !frmSelectSurvey::loaded()->isVisible())
+        frmSelectSurvey::unload();
 }

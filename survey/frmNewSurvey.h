@@ -24,6 +24,7 @@ private:
     void onLoad() override;
     SurveyContext context() const override;
     int helpContext() const override;
+    void toImport() override;
 
     std::unique_ptr<Ui::frmNewSurvey> ui;
 };

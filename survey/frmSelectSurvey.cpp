@@ -7,6 +7,7 @@
 #include "platform/forms/clock.h"
 #include "platform/forms/msgbox.h"
 #include "survey/frmNewSurvey.h"
+#include "survey/frmPasteSurvey.h"
 #include "ui_frmSelectSurvey.h"
 
 #include <cmath>
@@ -26,6 +27,7 @@ frmSelectSurvey::frmSelectSurvey()
     ui->setupUi(this);
     connect(ui->cmbCustomer, &forms::ComboBox::Click, this, &frmSelectSurvey::cmbCustomer_Click);
     connect(ui->cmdBlankSurvey, &QPushButton::clicked, this, &frmSelectSurvey::cmdBlankSurvey);
+    connect(ui->cmdExistingSurvey, &QPushButton::clicked, this, &frmSelectSurvey::cmdExistingSurvey);
     connect(ui->cmdHelp, &QPushButton::clicked, this, [] { toShowHelpTopic(helpContext); });
     connect(ui->cmdClose, &QPushButton::clicked, this, [this] { Unload(); });
 }
@@ -118,4 +120,29 @@ void frmSelectSurvey::cmdBlankSurvey() {
         open(u"Edit Selected Survey"_s, true);
     blnSurveyPasted = false;
     setMousePointer(forms::DefaultPointer);
+}
+
+void frmSelectSurvey::cmdExistingSurvey() {
+    setMousePointer(forms::Hourglass);
+    blnExistingSurvey = true;
+    frmPasteSurvey::toCopyInto({ui->cmbCustomer->List(ui->cmbCustomer->ListIndex()),
+                                ui->lstRespondent->Text(), ado::toText(ui->dtSDate->Value())},
+                               *this);
+    setMousePointer(forms::DefaultPointer);
+}
+
+/// The respondent of an editor that has stood open while other choices were made here need not be the chosen
+/// one.
+void frmSelectSurvey::toSelect(const SurveyContext& survey) {
+    const auto entryOf = [](const auto* list, const QString& text) {
+        int entry = 0;
+        while (entry < list->ListCount() && list->List(entry).trimmed() != text.trimmed())
+            ++entry;
+        return entry;
+    };
+    if (const int customer = entryOf(ui->cmbCustomer, survey.customer);
+        customer < ui->cmbCustomer->ListCount())
+        ui->cmbCustomer->setListIndex(customer);
+    ui->lstRespondent->setListIndex(entryOf(ui->lstRespondent, survey.respondent));
+    ui->dtSDate->setValue(toDate(survey.date));
 }

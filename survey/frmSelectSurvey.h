@@ -4,6 +4,7 @@
 #include "platform/forms/dtpicker.h"
 #include "platform/forms/form.h"
 #include "platform/forms/lists.h"
+#include "survey/questionnaire.h"
 
 #include <memory>
 
@@ -24,6 +25,9 @@ public:
 
     void toFillCustomerList();
     void toFillRespondentList();
+    /// Picks the customer, respondent and date of a survey; a customer or respondent that is not offered
+    /// leaves its choice as it is.
+    void toSelect(const SurveyContext& survey);
     /// Opens the questionnaire of the three choices; asks first when it exists and has not just been pasted.
     void cmdBlankSurvey();
 
@@ -32,6 +36,7 @@ private:
     frmSelectSurvey();
     void onLoad() override;
     void cmbCustomer_Click();
+    void cmdExistingSurvey();
     bool toIsSurveyNew(const QDate& date, const QString& customer, const QString& respondent);
 
     std::unique_ptr<Ui::frmSelectSurvey> ui;

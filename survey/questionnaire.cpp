@@ -3,6 +3,8 @@
 
 #include "core/failure.h"
 #include "core/gblGlobal.h"
+#include "platform/forms/flexgrid.h"
+#include "reference/gridtools.h"
 
 using namespace Qt::StringLiterals;
 using Lock = ado::Recordset::Lock;
@@ -22,6 +24,12 @@ QString toLookUp(const QString& sql, const char* field) {
     ado::Recordset records;
     records.Open(sql, *cnnMain);
     return records.Eof() ? QString() : records[field].Text();
+}
+
+QString toLookUpRespondent(const SurveyContext& survey) {
+    return toLookUp(u"select * from respondent where respondentname='"_s + survey.respondent +
+                        u"' and custid=" + custidOf(survey.customer),
+                    "respondentid");
 }
 
 /// Adds one row of a questionnaire.
@@ -74,6 +82,32 @@ void toSaveSurveyID(const SurveyContext& survey) {
     });
 }
 
+void toShowQuestionnaire(forms::MSHFlexGrid* grid, const SurveyContext& survey) {
+    const QString surveyid = survey.date.isEmpty() ? QString() : toGetSurveyID(survey.date, survey.customer);
+    if (surveyid.isEmpty()) {
+        toEmptyGrid(grid);
+        return;
+    }
+    if (survey.respondent.isEmpty())
+        return;
+    const QString respondentid = toLookUpRespondent(survey);
+    if (respondentid.isEmpty()) {
+        toEmptyGrid(grid);
+        return;
+    }
+    ado::Recordset responquery;
+    responquery.Open(u"select * from responquery where respondentid="_s + respondentid + u" and surveyid=" +
+                         surveyid + u" order by responquery.order",
+                     *cnnMain);
+    grid->setRows(2);
+    if (responquery.Eof()) {
+        toEmptyGrid(grid);
+        return;
+    }
+    toFillGridFrom(grid, responquery, {"parametername", "question"});
+    grid->setRows(grid->Rows() + 1);
+}
+
 void toRewriteQuestionnaire(const SurveyContext& survey, const std::vector<ChosenQuestion>& questions,
                             WithoutSurvey withoutSurvey) {
     const QString respondentid =
@@ -99,10 +133,7 @@ void toRewriteQuestionnaire(const SurveyContext& survey, const std::vector<Chose
 }
 
 void toMoveQuestion(const SurveyContext& survey, const ChosenQuestion& question, int position, int step) {
-    const QString respondentid =
-        toLookUp(u"select * from respondent where respondentname='"_s + survey.respondent + u"' and custid=" +
-                     custidOf(survey.customer),
-                 "respondentid");
+    const QString respondentid = toLookUpRespondent(survey);
     if (respondentid.isEmpty())
         return;
     const QString paramid =
@@ -126,4 +157,27 @@ void toMoveQuestion(const SurveyContext& survey, const ChosenQuestion& question,
     }
     neighbour.Close();
     toAddQuestion(respondentid, questionid, surveyid, position + step);
+}
+
+void toCopyQuestionnaire(const SurveyContext& source, const SurveyContext& target) {
+    const QString custid = custidOf(target.customer);
+    const QString respondentid = toGetRespondentID(target.respondent, target.customer);
+    toSaveSurveyID(target);
+    ado::Recordset copied;
+    copied.Open(u"select * from responquery where custid="_s + custidOf(source.customer) + u" and sdate=#" +
+                    toSqlDate(toDate(source.date)) + u"# and respondentid=" +
+                    toGetRespondentID(source.respondent, source.customer),
+                *cnnMain);
+    const int position = copied.RecordCount() + 1; // takes all records before the first is added
+    for (; !copied.Eof(); copied.MoveNext()) {
+        ado::Recordset present;
+        present.Open(u"select * from responquery where parametername='"_s + copied["parametername"].Text() +
+                         u"' and question='" + copied["question"].Text() + u"' and respondentid=" +
+                         respondentid + u" and custid=" + custid + u" and sdate=#" +
+                         toSqlDate(toDate(target.date)) + u"#",
+                     *cnnMain);
+        if (present.Eof())
+            toAddQuestion(respondentid, copied["questionid"].Value(),
+                          toGetSurveyID(target.date, target.customer), position);
+    }
 }

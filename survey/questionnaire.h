@@ -5,6 +5,10 @@
 
 #include <vector>
 
+namespace forms {
+class MSHFlexGrid;
+}
+
 /// The survey that a form has in hand, as its controls show it.
 struct SurveyContext {
     QString customer;
@@ -30,6 +34,11 @@ QString toGetRespondentID(const QString& respondent, const QString& customer);
 /// caller.
 void toSaveSurveyID(const SurveyContext& survey);
 
+/// Shows the stored questionnaire in a grid: one row a question in order of position, and a blank row.
+/// Without a survey of that customer and date, and for an empty date or an unknown respondent, there is only
+/// the blank row; for an empty respondent the grid stays as it is. Throws ado::Failure.
+void toShowQuestionnaire(forms::MSHFlexGrid* grid, const SurveyContext& survey);
+
 /// What a rewrite does when the customer has no survey of the date.
 enum class WithoutSurvey { Fail, KeepRows };
 
@@ -44,3 +53,9 @@ void toRewriteQuestionnaire(const SurveyContext& survey, const std::vector<Chose
 /// with several surveys the neighbour can be another survey's, and the question then goes over to that
 /// survey. The transaction is the caller's; throws ado::Failure.
 void toMoveQuestion(const SurveyContext& survey, const ChosenQuestion& question, int position, int step);
+
+/// Adds the questions of the source's questionnaire to the target's, and the survey of the target unless it
+/// exists. A question that the target has already, by its text and its parameter's, stays as it is. All added
+/// ones stand in one position, the number of the source's questions and one more; the next rewrite gives them
+/// places of their own. The transaction is the caller's; throws ado::Failure.
+void toCopyQuestionnaire(const SurveyContext& source, const SurveyContext& target);

@@ -64,6 +64,10 @@ void SurveyEditor::connectButtons() {
     onClick(control.cmdUpward, [this] { cmdMove(&SurveyEditor::toMoveRowUpward); });
     onClick(control.cmdDownward, [this] { cmdMove(&SurveyEditor::toMoveRowDownward); });
     onClick(control.cmdSave, [this] { cmdSave(); });
+    onClick(control.cmdCopy, [this] { cmdCopy(); });
+    onClick(control.cmdExport, [this] { toExport(false); });
+    onClick(control.cmdmail, [this] { toExport(true); });
+    onClick(control.cmdPrint, [this] { cmdPrint(); });
     onClick(control.cmdClose, [this] { Unload(); });
     onClick(control.cmdHelp, [this] { toShowHelpTopic(helpContext()); });
 }
@@ -127,6 +131,10 @@ std::vector<ChosenQuestion> SurveyEditor::chosenQuestions() const {
     return questions;
 }
 
+bool SurveyEditor::hasQuestions() const {
+    return control.grdParamAndQuest->Rows() >= rowsWithQuestions;
+}
+
 bool SurveyEditor::isChosen(const ChosenQuestion& question) const {
     for (int row = 1; row < control.grdParamAndQuest->Rows(); ++row) {
         const ChosenQuestion chosen = questionAt(row);
@@ -178,7 +186,7 @@ void SurveyEditor::cmdRemove() {
     setMousePointer(forms::Hourglass);
     toShowStatus(u"Removing...."_s);
     intDel = 1;
-    if (grid->Rows() >= rowsWithQuestions) {
+    if (hasQuestions()) {
         if (grid->Row() != grid->Rows() - 1) {
             grid->RemoveItem(grid->Row());
             cmdSave();
@@ -195,8 +203,16 @@ void SurveyEditor::cmdRemove() {
     setMousePointer(forms::DefaultPointer);
 }
 
+void SurveyEditor::cmdCopy() {
+    setMousePointer(forms::Hourglass);
+    toShowStatus(u"Opening Form....."_s);
+    toImport();
+    toShowStatus({});
+    setMousePointer(forms::DefaultPointer);
+}
+
 void SurveyEditor::cmdMove(void (SurveyEditor::*command)()) {
-    if (control.grdParamAndQuest->Rows() >= rowsWithQuestions) {
+    if (hasQuestions()) {
         toShowStatus(u"Setting Priority...."_s);
         (this->*command)();
     }
@@ -267,36 +283,7 @@ void SurveyEditor::toSaveParamAndQuest() {
 void SurveyEditor::toRefreshGrid() {
     unread = !guarded({.form = this}, [this] {
         toReconnect();
-        forms::MSHFlexGrid* grid = control.grdParamAndQuest;
-        const SurveyContext survey = context();
-        const QString surveyid = hasSurveyDate() ? toGetSurveyID(survey.date, survey.customer) : QString();
-        if (surveyid.isEmpty()) {
-            toEmptyGrid(grid);
-            return;
-        }
-        if (survey.respondent.isEmpty())
-            return;
-        ado::Recordset respondent;
-        respondent.Open(u"select * from respondent where respondentname='"_s + survey.respondent +
-                            u"' and custid=" + QString::number(toGetCustID(survey.customer)),
-                        *cnnMain);
-        if (respondent.Eof()) {
-            toEmptyGrid(grid);
-            return;
-        }
-        const QString respondentid = respondent["respondentid"].Text();
-        respondent.Close();
-        ado::Recordset responquery;
-        responquery.Open(u"select * from responquery where respondentid="_s + respondentid +
-                             u" and surveyid=" + surveyid + u" order by responquery.order",
-                         *cnnMain);
-        grid->setRows(2);
-        if (responquery.Eof()) {
-            toEmptyGrid(grid);
-            return;
-        }
-        toFillGridFrom(grid, responquery, {"parametername", "question"});
-        grid->setRows(grid->Rows() + 1);
+        toShowQuestionnaire(control.grdParamAndQuest, context());
     });
 }
 

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "exchange/mailer.h"
+#include "exchange/surveyexport.h"
+#include "platform/crystal/crystalreport.h"
 #include "platform/forms/form.h"
 #include "survey/questionnaire.h"
 
@@ -14,15 +17,12 @@ class TreeView;
 /// Composes the questionnaire of one respondent and survey. A tree offers the questions of the catalogue, a
 /// grid shows the chosen ones in order of priority: its row number is the question's position in the store,
 /// and its last row is always blank. Each change is written at once and the grid is read again.
-class SurveyEditor : public forms::Form {
+class SurveyEditor : public forms::Form, public ExportState {
     Q_OBJECT
 
 public:
-    QString strParam;        ///< the parameter whose questions are being added to the tree
-    bool blnMail = false;    ///< an export is mailed as well
-    bool blnSetting = false; ///< the user names the survey files
-    int intDel = 0; ///< 1 after the last change was a removal or a save, 0 after a double click in the tree
-    QString strXLSFileName; ///< of the last exported survey file
+    QString strParam; ///< the parameter whose questions are being added to the tree
+    int intDel = 0;   ///< 1 after the last change was a removal or a save, 0 after a double click in the tree
 
     void buildTree();
     /// Adds the questions of strParam under its node.
@@ -33,6 +33,17 @@ public:
     void toMoveRowUpward();
     void toMoveRowDownward();
 
+    /// Exports the survey in hand, and mails it when blnMail says so.
+    void toWriteToExcelSheet();
+    /// Makes reportlinktable that of the survey in hand, with the marks given last.
+    void toGetTheLastScoreAndWeightage();
+    /// The id of a respondent of the customer in hand; empty when there is none.
+    QString toGetRespondentID(const QString& respondent) const;
+    /// Hands the file exported last to the mail client.
+    void sendmail();
+    /// The customer's standard message; empty when there is none.
+    QString toGetStandardMessage(const QString& customer) const;
+
 protected:
     struct Controls {
         forms::TreeView* trvParameter;
@@ -42,8 +53,12 @@ protected:
         QAbstractButton* cmdUpward;
         QAbstractButton* cmdDownward;
         QAbstractButton* cmdSave;
+        QAbstractButton* cmdCopy;
         QAbstractButton* cmdHelp;
         QAbstractButton* cmdClose;
+        QAbstractButton* cmdExport;
+        QAbstractButton* cmdmail;
+        QAbstractButton* cmdPrint;
     };
 
     explicit SurveyEditor(Kind windowKind) : Form(windowKind) {}
@@ -55,13 +70,20 @@ protected:
 
     virtual SurveyContext context() const = 0;
     virtual int helpContext() const = 0;
-    /// Whether there is a survey date to show and to change.
+    /// Whether there is a survey date to change.
     virtual bool hasSurveyDate() const { return true; }
+    virtual HistoryRoad historyRoad() const { return HistoryRoad::OldestFirst; }
+    /// Of the window that shows the survey report.
+    virtual QString reportTitle() const { return QStringLiteral("Gaugewell v2.1 Survey Report"); }
     /// Whether the chosen question may be added; says why not.
     virtual bool mayAdd() { return true; }
     /// Writes the rows of the grid within the open transaction.
     virtual void toRewrite();
+    /// Lets the user copy the questions of an existing survey into this one.
+    virtual void toImport() = 0;
     std::vector<ChosenQuestion> chosenQuestions() const;
+    /// False when the last refresh failed: the grid does not show what is stored.
+    bool showsStore() const { return !unread; }
 
 private:
     void connectTree();
@@ -69,7 +91,11 @@ private:
     void cmdAdd();
     void cmdRemove();
     void cmdSave() { toSaveParamAndQuest(); }
+    void cmdCopy();
     void cmdMove(void (SurveyEditor::*command)());
+    void toExport(bool mailed);
+    void cmdPrint();
+    bool hasQuestions() const;
     void trvParameter_DblClick();
     void trvParameter_KeyDown(int key);
     void trvParameter_OLECompleteDrag();
@@ -80,5 +106,7 @@ private:
     void toMoveRow(int step, bool stays);
 
     Controls control{};
-    bool unread = false; // the last refresh failed
+    Mailer mailer;
+    crystal::CrystalReport crptPrint;
+    bool unread = false;
 };

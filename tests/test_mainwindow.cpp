@@ -49,7 +49,7 @@ TEST_F(MainWindowTest, entriesStandWithCaptionShortcutAndPlace) {
         {"mnuSettings", "&Settings", "", "mnuFile", false, true},
         {"mnuExit", "E&xit", "Ctrl+Q", "mnuFile", true, true},
         {"mnuNewSurvey", "&New Survey", "Ctrl+N", "mnuSurveyDefine", true, true},
-        {"mnuEditSurvey", "&Edit Survey", "Ctrl+E", "mnuSurveyDefine", false, true},
+        {"mnuEditSurvey", "&Edit Survey", "Ctrl+E", "mnuSurveyDefine", true, true},
         {"mnuEmailSurveys", "Email &Surveys", "Ctrl+M", "mnuSurveyDefine", false, true},
         {"mnuObjective", "&Survey", "Ctrl+O", "mnuFeedBack", true, true},
         {"mnuReadMultipleFiles", "&Read Multiple Files", "Ctrl+R", "mnuFeedBack", false, true},

@@ -13,7 +13,9 @@
 #include "reference/frmCustomer.h"
 #include "reference/frmParameter.h"
 #include "search/frmSearch.h"
+#include "survey/frmEditExistingSurvey.h"
 #include "survey/frmNewSurvey.h"
+#include "survey/frmPasteSurvey.h"
 #include "survey/frmSelectSurvey.h"
 
 #include <QAbstractButton>
@@ -65,6 +67,13 @@ bool grabEditor() {
     return saved;
 }
 
+bool grabPaste() {
+    frmPasteSurvey::instance().Show();
+    const bool saved = save(frmPasteSurvey::instance(), u"frmPasteSurvey"_s);
+    frmPasteSurvey::unload();
+    return saved;
+}
+
 bool grabIndex() {
     frmSatisfactionIndex& form = frmSatisfactionIndex::instance();
     form.Show();
@@ -112,6 +121,8 @@ int main(int argc, char** argv) {
     saved = grabForm<frmCustomer>(u"frmCustomer"_s) && saved;
     saved = grabForm<frmParameter>(u"frmParameter"_s) && saved;
     saved = grabForm<frmSelectSurvey>(u"frmSelectSurvey"_s) && saved;
+    saved = grabForm<frmEditExistingSurvey>(u"frmEditExistingSurvey"_s) && saved;
+    saved = grabPaste() && saved;
     saved = grabForm<frmFeedBackObj>(u"frmFeedBackObj"_s) && saved;
     saved = grabForm<frmSatisfactionIndex>(u"frmSatisfactionIndex"_s) && saved;
     saved = grabForm<frmImprovementPlan>(u"frmImprovementPlan"_s) && saved;

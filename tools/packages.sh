@@ -6,7 +6,7 @@ set -euo pipefail
 build="g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools libgl1-mesa-dev libsqlite3-dev libqcustomplot-dev"
 run="libqt6svg6 qt6-qpa-plugins fonts-dejavu-core xdg-utils"
 display="xvfb x11vnc openbox"
-tests="libgtest-dev libgmock-dev libqt6svg6 fonts-dejavu-core poppler-utils python3-xlrd gnumeric libreoffice-calc-nogui"
+tests="xdg-utils libgtest-dev libgmock-dev libqt6svg6 fonts-dejavu-core poppler-utils python3-xlrd gnumeric libreoffice-calc-nogui python3-uno"
 checks="clang-format clang-tidy libclang-rt-14-dev python3"
 
 wanted=""

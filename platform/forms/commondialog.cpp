@@ -4,6 +4,8 @@
 #include <QApplication>
 #include <QFileDialog>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace forms {
@@ -18,9 +20,20 @@ QString askForFile(const CommonDialog& dialog) {
     return box.exec() == QDialog::Accepted ? box.selectedFiles().join(u'\n') : QString();
 }
 
+/// Asks before a file is replaced that the shown folder has.
+QString askForNewFile(const CommonDialog& dialog) {
+    QFileDialog box(QApplication::activeWindow());
+    box.setAcceptMode(QFileDialog::AcceptSave);
+    box.setNameFilter(qtFilter(dialog.Filter));
+    if (!dialog.InitDir.isEmpty())
+        box.setDirectory(dialog.InitDir);
+    return box.exec() == QDialog::Accepted ? box.selectedFiles().value(0) : QString();
+}
+
 } // namespace
 
 std::function<QString(const CommonDialog&)> openFileSeat = askForFile;
+std::function<QString(const CommonDialog&)> saveFileSeat = askForNewFile;
 std::function<void(const CommonDialog&)> helpSeat = [](const CommonDialog&) {};
 
 QString qtFilter(const QString& filter) {
@@ -33,7 +46,21 @@ QString qtFilter(const QString& filter) {
 }
 
 void CommonDialog::ShowOpen() {
-    FileName = openFileSeat(*this);
+    take(openFileSeat(*this));
+}
+
+void CommonDialog::ShowSave() {
+    take(saveFileSeat(*this));
+}
+
+/// Either separator ends a folder, whatever platform the path comes from.
+void CommonDialog::take(const QString& answer) {
+    FileName = answer;
+    const bool several = answer.contains(u'\n');
+    const qsizetype folderEnd = std::max(answer.lastIndexOf(u'/'), answer.lastIndexOf(u'\\'));
+    FileTitle = several ? QString() : answer.mid(folderEnd + 1);
+    if (answer.isEmpty() && CancelError)
+        throw DialogCancelled();
 }
 
 void CommonDialog::ShowHelp() {

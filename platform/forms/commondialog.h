@@ -3,9 +3,17 @@
 
 #include <QString>
 
+#include <exception>
 #include <functional>
 
 namespace forms {
+
+/// The user cancelled a dialog whose CancelError is set.
+class DialogCancelled : public std::exception {
+public:
+    static constexpr int Number = 32755;
+    const char* what() const noexcept override { return "Cancel was selected."; }
+};
 
 /// The file and help dialogs, driven by properties.
 class CommonDialog {
@@ -15,9 +23,13 @@ public:
     /// Bits: 4 hides the read-only box (it is never shown), 512 allows several files, 8192 asks before
     /// creating.
     int Flags = 0;
-    bool CancelError = false;
+    bool CancelError = false; ///< a cancel throws DialogCancelled
+    /// Where the dialog for saving begins; empty: the current folder.
+    QString InitDir;
     /// What the user chose: one full path a line; empty when cancelled.
     QString FileName;
+    /// The name in FileName without its folder; empty when there are several or none.
+    QString FileTitle;
 
     QString HelpFile;
     int HelpCommand = 0; ///< 1 the topic of HelpContext, 11 the contents
@@ -25,11 +37,17 @@ public:
 
     /// Asks for a file to open. The answer stands in FileName.
     void ShowOpen();
+    /// Asks for a name to save under. The answer stands in FileName as it was typed: no suffix is added.
+    void ShowSave();
     void ShowHelp();
+
+private:
+    void take(const QString& answer);
 };
 
 /// Who asks for files and who shows help; the program and tests put theirs here.
 extern std::function<QString(const CommonDialog&)> openFileSeat;
+extern std::function<QString(const CommonDialog&)> saveFileSeat;
 extern std::function<void(const CommonDialog&)> helpSeat;
 
 /// The filter as Qt's file dialog takes it.

@@ -91,8 +91,8 @@ void ListBox::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 void ListBox::keyPressEvent(QKeyEvent* event) {
+    Q_EMIT KeyDown(event->key()); // who changes the choice here has told its Click already
     const QList<QListWidgetItem*> before = selectedItems();
-    Q_EMIT KeyDown(event->key());
     QListWidget::keyPressEvent(event);
     if (selectedItems() != before)
         Q_EMIT Click();

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "survey/questionnaire.h"
+
+// Survey files are known by their bare names; all of them live in the home directory. Failures of the store
+// are shown and give an empty text or false.
+
+/// The template of survey files in the home directory.
+inline constexpr QStringView templateFile = u"template.xls";
+
+/// The name under which the register has the survey's file; empty when it was never exported.
+QString toGetLoggedFileName(const SurveyContext& survey);
+
+/// The program's own name for the survey's file: surveyid, custid and respondentid put together without a
+/// separator, so that two surveys can come to the same name, and ".xls". Empty for a survey that has no
+/// question.
+QString toMakeSystemFileName(const SurveyContext& survey);
+
+/// Whether the register has the name, for any customer.
+bool toIsFileNameLogged(const QString& fileName);
+
+/// Whether a file of that name is the program's own and not to be written over: the template, or any file of
+/// the home directory that is no workbook.
+bool isProgramsOwnFile(const QString& fileName);

@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "exchange/mailer.h"
+
+#include "core/failure.h"
+#include "core/gblGlobal.h"
+#include "exchange/homefile.h"
+#include "platform/forms/msgbox.h"
+#include "platform/mapi/client.h"
+
+using namespace Qt::StringLiterals;
+
+bool Mailer::toTestMailKey() {
+    strFound = mapi::hasClient();
+    if (!strFound)
+        forms::msgBox(u"Cannot send E-Mail....There is no Default Mail Client Installed on your PC..."_s,
+                      forms::style::critical, u"Gaugewell v2.1"_s);
+    return strFound;
+}
+
+QString Mailer::toGetStandardMessage(const QString& customerName) const {
+    QString message;
+    guarded({}, [&] {
+        toReconnect();
+        ado::Recordset standard;
+        standard.Open(u"select * from standardmessage where customerid="_s +
+                          QString::number(toGetCustID(customerName)),
+                      *cnnMain);
+        if (!standard.Eof())
+            message = standard["standardmessage"].Text().trimmed();
+    });
+    return message;
+}
+
+QString Mailer::toGetEmailId(const QString& respondentName, int custid) const {
+    QString address;
+    guarded({}, [&] {
+        toReconnect();
+        ado::Recordset respondent;
+        respondent.Open(u"select * from respondent where respondentname='"_s + respondentName +
+                            u"' and custid=" + QString::number(custid),
+                        *cnnMain);
+        if (!respondent.Eof())
+            address = respondent["emailid"].Text();
+    });
+    return address;
+}
+
+void Mailer::toBeginMail() {
+    constexpr int signOn = 1;
+    constexpr int compose = 6;
+    MAPISession1.setAction(signOn);
+    MAPIMessages1.SessionID = MAPISession1.SessionID;
+    MAPIMessages1.setAction(compose);
+    MAPIMessages1.MsgSubject = u"Customer Satisfaction Survey"_s;
+}
+
+void Mailer::toAttach(const QString& name, const QString& path) {
+    MAPIMessages1.AttachmentIndex = 0;
+    MAPIMessages1.AttachmentType = 0;
+    MAPIMessages1.AttachmentName = name;
+    MAPIMessages1.AttachmentPathName = path;
+}
+
+void Mailer::toSetRecipient(const QString& recipient) {
+    MAPIMessages1.RecipIndex = 0;
+    MAPIMessages1.RecipType = 1;
+    MAPIMessages1.RecipDisplayName = recipient;
+}
+
+void Mailer::toHandOver() {
+    constexpr int sendByDialog = 2;
+    MAPIMessages1.setAction(sendByDialog);
+    toSignOff();
+}
+
+void Mailer::toSignOff() {
+    constexpr int signOff = 2;
+    MAPISession1.setAction(signOff);
+}
+
+void Mailer::sendmail(const ExportedFile& file) {
+    guardedWithDescription([&] {
+        if (!toTestMailKey())
+            return;
+        toBeginMail();
+        MAPIMessages1.MsgNoteText = toGetStandardMessage(file.customerName);
+        toAttach(file.strGenerateXLSFile, toHomePath(file.strGenerateXLSFile));
+        toSetRecipient(toGetEmailId(file.respondentName, toGetCustID(file.customerName)));
+        toHandOver();
+        strFound = false;
+    });
+}

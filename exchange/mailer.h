@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/mapi/mapimessages.h"
+#include "platform/mapi/mapisession.h"
+
+/// The survey file just exported, and for whom.
+struct ExportedFile {
+    QString customerName;
+    QString respondentName;
+    QString strGenerateXLSFile; ///< bare name of a file in the home directory
+};
+
+/// Hands survey files to the user's mail client, each with the customer's standard message. Each form that
+/// mails has one.
+class Mailer {
+public:
+    /// There is a mail client; false at rest.
+    bool strFound = false;
+    mapi::MAPISession MAPISession1;
+    mapi::MAPIMessages MAPIMessages1;
+
+    /// Mails the file just exported. Tells the user when there is no client; a failure shows its own
+    /// description.
+    void sendmail(const ExportedFile& file);
+
+    /// Sets strFound. False, with the message to the user, when there is no mail client.
+    bool toTestMailKey();
+    /// The customer's standard message, trimmed; empty when there is none. A failure is shown and gives the
+    /// empty text.
+    QString toGetStandardMessage(const QString& customerName) const;
+    /// The respondent's address, or empty. A failure is shown and gives the empty text.
+    QString toGetEmailId(const QString& respondentName, int custid) const;
+
+    // The pieces of a mail; they throw mapi::Failure.
+    /// Signs on and begins a message with its subject.
+    void toBeginMail();
+    /// The name that the respondent sees, and the file's full path.
+    void toAttach(const QString& name, const QString& path);
+    void toSetRecipient(const QString& recipient);
+    /// Hands the message to the mail client and signs off.
+    void toHandOver();
+    void toSignOff();
+};

@@ -1,0 +1,156 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "exchange/surveyexport.h"
+
+#include "core/failure.h"
+#include "core/gblGlobal.h"
+#include "exchange/filenames.h"
+#include "exchange/homefile.h"
+#include "exchange/surveylog.h"
+#include "exchange/surveysheet.h"
+#include "platform/forms/clock.h"
+#include "platform/forms/commondialog.h"
+#include "platform/forms/form.h"
+#include "platform/forms/msgbox.h"
+
+using namespace Qt::StringLiterals;
+namespace style = forms::style;
+
+namespace {
+
+const QString& title() {
+    static const QString text = u"Gaugewell v2.1"_s;
+    return text;
+}
+
+} // namespace
+
+void SurveyExport::run() {
+    form.setMousePointer(forms::Hourglass);
+    state.strGenerateXLSFile.clear();
+    toChooseName();
+    if (exists && !mayOverwrite()) {
+        state.blnMail = false;
+        form.setMousePointer(forms::DefaultPointer);
+        return;
+    }
+    respondentid = toGetRespondentID(survey.respondent, survey.customer);
+    guarded({}, [&] {
+        toReconnect();
+        toGetTheLastScoreAndWeightage(survey, road);
+    });
+    toResetLogStatus(respondentid, survey.date);
+    guarded({.form = &form}, [&] {
+        toReconnect();
+        toWriteWorkbook();
+    });
+}
+
+/// A file that is there keeps its name in both modes. Otherwise the program makes one, or the user is asked
+/// later, unless the register has the name of a file that is gone.
+void SurveyExport::toChooseName() {
+    const QString logged = toGetLoggedFileName(survey);
+    exists = toCheckFileExists(logged);
+    if (exists || state.blnSetting)
+        state.strGenerateXLSFile = logged;
+    else
+        state.strGenerateXLSFile = state.strXLSFileName = toMakeSystemFileName(survey);
+}
+
+bool SurveyExport::mayOverwrite() const {
+    return forms::msgBox(state.strGenerateXLSFile + u" file apready exist for Respondent - " +
+                             survey.respondent + u" for Survey Date - " + survey.date +
+                             u"....Do you want to overwrite?\r\n",
+                         style::yesNo + style::information, title()) == forms::Answer::Yes;
+}
+
+QString SurveyExport::path() const {
+    return toHomePath(state.strGenerateXLSFile);
+}
+
+void SurveyExport::step(const std::function<void()>& action) const {
+    try {
+        action();
+    } catch (const std::exception&) {
+        if (trapping)
+            throw;
+        cnnMain->Errors().Clear();
+    }
+}
+
+void SurveyExport::toWriteWorkbook() {
+    wkbExcel = appExcel.Workbooks().Open(exists ? path() : toHomePath(templateFile.toString()));
+    wksExcel = wkbExcel.Worksheets(cellmap::sheetName.toString());
+    wksExcel.Unprotect(cellmap::sheetPassword.toString());
+    toFillSurveySheet(wksExcel, {.organisation = strCompanyName,
+                                 .customer = survey.customer,
+                                 .respondent = survey.respondent,
+                                 .custid = QString::number(toGetCustID(survey.customer)),
+                                 .respondentid = respondentid,
+                                 .surveyid = toGetSurveyID(survey.date, survey.customer),
+                                 .surveyDate = toDate(survey.date),
+                                 .exportDate = forms::todaySeat()});
+    if (state.strGenerateXLSFile.trimmed().isEmpty() && !toAskForName())
+        return;
+    toWriteLogRow(survey, state.strGenerateXLSFile);
+    toSave();
+    if (state.blnMail)
+        step(sendmail);
+    else
+        toView();
+    state.blnMail = false;
+    form.setMousePointer(forms::DefaultPointer);
+}
+
+/// Asks until the name is free. False when the user cancels.
+bool SurveyExport::toAskForName() {
+    forms::CommonDialog cmnDlg;
+    cmnDlg.Filter = u"*.xls|*.xls|*.xls"_s;
+    cmnDlg.Flags = 4;
+    cmnDlg.CancelError = true;
+    cmnDlg.InitDir = homeDirectory();
+    trapping = false;
+    for (bool again = false;; again = true) {
+        if (again)
+            forms::msgBox(u"Duplicate Survey File...Cannot Save Duplicate Survey File..."_s, style::critical,
+                          title());
+        try {
+            cmnDlg.ShowSave();
+        } catch (const forms::DialogCancelled&) {
+            cmnDlg.FileTitle.clear();
+        }
+        if (cmnDlg.FileTitle.trimmed().isEmpty()) {
+            forms::msgBox(u"Survey File Export cancelled..."_s, style::information, title());
+            wkbExcel.Close(false);
+            appExcel.Quit();
+            return false;
+        }
+        // The register's statements take no plain apostrophe, so that the file has none either.
+        const QString chosen = toStoredText(cmnDlg.FileTitle);
+        if (toIsFileNameLogged(chosen) || isProgramsOwnFile(chosen))
+            continue;
+        state.strGenerateXLSFile = chosen;
+        return true;
+    }
+}
+
+/// A workbook that could not be saved is not closed with its changes: they would go into the template.
+void SurveyExport::toSave() {
+    bool saved = false;
+    step([&] { wksExcel.Protect(cellmap::sheetPassword.toString()); });
+    step([&] {
+        exists ? wkbExcel.Save() : wkbExcel.SaveAs(path());
+        saved = true;
+    });
+    step([&] { wkbExcel.Close(saved); });
+}
+
+void SurveyExport::toView() {
+    if (forms::msgBox(u"Survey File Exported...Do you want to view the file? "_s,
+                      style::yesNo + style::information, title()) == forms::Answer::Yes)
+        step([&] {
+            wkbExcel = appExcel.Workbooks().Open(path());
+            wkbExcel.Application().setVisible(true);
+        });
+    else
+        appExcel.Quit();
+}

@@ -1,0 +1,195 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "survey/frmEditExistingSurvey.h"
+
+#include "core/MDIMain.h"
+#include "core/backup.h"
+#include "core/failure.h"
+#include "core/gblGlobal.h"
+#include "platform/forms/msgbox.h"
+#include "survey/frmPasteSurvey.h"
+#include "ui_frmEditExistingSurvey.h"
+
+using namespace Qt::StringLiterals;
+using forms::msgBox;
+using Rollback = FailureHandler::Rollback;
+namespace style = forms::style;
+
+namespace {
+
+constexpr int rowsWithoutQuestions = 2; // head row, the blank row
+
+} // namespace
+
+frmEditExistingSurvey::frmEditExistingSurvey()
+    : DefaultForm(Kind::SubWindow), ui(std::make_unique<Ui::frmEditExistingSurvey>()) {
+    ui->setupUi(this);
+    lists = {this, ui->cmbCustomer, ui->lstRespondent, ui->lstSurvetDates};
+    toAdopt({.trvParameter = ui->trvParameter,
+             .grdParamAndQuest = ui->grdParamAndQuest,
+             .cmdAdd = ui->cmdAdd,
+             .cmdRemove = ui->cmdRemove,
+             .cmdUpward = ui->cmdUpward,
+             .cmdDownward = ui->cmdDownward,
+             .cmdSave = ui->cmdSave,
+             .cmdCopy = ui->cmdCopy,
+             .cmdHelp = ui->cmdHelp,
+             .cmdClose = ui->cmdClose,
+             .cmdExport = ui->cmdExport,
+             .cmdmail = ui->cmdmail,
+             .cmdPrint = ui->cmdPrint});
+    using Self = frmEditExistingSurvey;
+    connect(ui->cmbCustomer, &forms::ComboBox::Click, this, &Self::cmbCustomer_Click);
+    connect(ui->lstRespondent, &forms::ListBox::Click, this, &Self::lstRespondent_Click);
+    connect(ui->lstSurvetDates, &forms::ListBox::Click, this, &Self::lstSurvetDates_Click);
+    connect(ui->lstSurvetDates, &forms::ListBox::KeyDown, this, &Self::lstSurvetDates_KeyDown);
+}
+
+frmEditExistingSurvey::~frmEditExistingSurvey() = default;
+
+void frmEditExistingSurvey::onLoad() {
+    SurveyEditor::onLoad();
+    toFillCustomerList();
+    lists.toPickFirstCustomer();
+    lists.toPickFirstDate();
+}
+
+int frmEditExistingSurvey::helpContext() const {
+    return 202;
+}
+
+QString frmEditExistingSurvey::reportTitle() const {
+    return u"Customer Satisfaction Survey Report"_s;
+}
+
+void frmEditExistingSurvey::cmbCustomer_Click() {
+    if (ui->cmbCustomer->ListIndex() == -1)
+        return;
+    toFillRespondentList();
+    if (ui->lstRespondent->ListCount() == 0)
+        toRefreshGrid();
+}
+
+void frmEditExistingSurvey::lstRespondent_Click() {
+    if (ui->lstRespondent->ListCount() == 0)
+        return;
+    toFillSurveyDateList();
+    lists.toPickFirstDate();
+    toRefreshGrid();
+}
+
+void frmEditExistingSurvey::lstSurvetDates_Click() {
+    if (ui->lstSurvetDates->ListCount() > 0)
+        toRefreshGrid();
+}
+
+bool frmEditExistingSurvey::mayAdd() {
+    if (ui->lstSurvetDates->ListCount() == 0)
+        msgBox(u"No Survey Date available......"_s, style::noIcon, u"Gaugewell v2.1"_s);
+    else if (ui->lstSurvetDates->SelCount() == 0)
+        msgBox(u"No Survey Date selected......Select one and proceed....."_s, style::noIcon,
+               u"Gaugewell v2.1"_s);
+    else
+        return true;
+    return false;
+}
+
+/// Once for each chosen respondent, and each time for the first of them.
+void frmEditExistingSurvey::toRewrite() {
+    for (int i = 0; i < ui->lstRespondent->ListCount(); ++i) {
+        if (ui->lstRespondent->Selected(i))
+            toRewriteQuestionnaire(context(), chosenQuestions(), WithoutSurvey::KeepRows);
+    }
+}
+
+void frmEditExistingSurvey::toImport() {
+    if (ui->lstRespondent->ListCount() > 0 && ui->lstSurvetDates->ListCount() > 0) {
+        blnExistingSurvey = false;
+        frmPasteSurvey::toCopyInto(context(), *this);
+    } else if (ui->lstRespondent->ListCount() == 0) {
+        msgBox(u"No Respondent name present to Edit Survey"_s, style::critical, u"Gaugewell v2.1"_s);
+    } else {
+        msgBox(u"No Survey Date available for the Selected Respondent...Import from other survey cannot be "
+               "performed.."_s,
+               style::critical, u"Gaugewell v2.1"_s);
+    }
+}
+
+void frmEditExistingSurvey::lstSurvetDates_KeyDown(int key) {
+    if (key != Qt::Key_Delete)
+        return;
+    toShowStatus(u"Deletion in Progress...."_s);
+    if (ui->lstSurvetDates->SelCount() == 1) {
+        const SurveyContext survey = context();
+        if (msgBox(u"You are about to delete the survey dated "_s + survey.date + u" for Customer - " +
+                       survey.customer + u"\r\nAre you sure you want to delete...?",
+                   style::yesNo, u"Gaugewell v2.1"_s) == forms::Answer::No) {
+            toShowStatus(u"Deletion Cancelled...."_s);
+        } else if (ui->grdParamAndQuest->Rows() != rowsWithoutQuestions) {
+            toDeleteSurvey();
+            lists.toPickFirstDate();
+            toRefreshGrid();
+        } else {
+            toDeleteEmptySurvey();
+        }
+    }
+    toShowStatus({});
+}
+
+void frmEditExistingSurvey::toDeleteSurvey() {
+    if (!showsStore()) // the rows of the grid cannot be counted on
+        return;
+    guarded({.form = this, .rollback = Rollback::BeforeMessages}, [this] {
+        toReconnect();
+        toBackupBeforeLoss();
+        cnnMain->BeginTrans();
+        const SurveyContext survey = context();
+        const QString date = u"#"_s + toSqlDate(toDate(survey.date)) + u"#";
+        const QString ofDate =
+            u"sdate="_s + date + u" and custid=" + QString::number(toGetCustID(survey.customer));
+        ado::Recordset responquery;
+        responquery.Open(u"select * from responquery where "_s + ofDate, *cnnMain);
+        if (!responquery.Eof()) {
+            const QString surveyid = responquery["surveyid"].Text();
+            if (responquery.RecordCount() == ui->grdParamAndQuest->Rows() - 2)
+                cnnMain->Execute(u"delete * from Survey where "_s + ofDate + u" and surveyid=" + surveyid);
+            const QString respondentid = toGetRespondentID(survey.respondent);
+            const QString ofRespondent =
+                u" where surveyid="_s + surveyid + u" and respondentid=" + respondentid;
+            const QString ofAnswers = ofRespondent + u" and surveydate=" + date;
+            cnnMain->Execute(u"delete * from responquesindex"_s + ofRespondent);
+            cnnMain->Execute(u"delete * from reportlinktable where sdate="_s + date + u" and respondentid=" +
+                             respondentid);
+            cnnMain->Execute(u"delete * from feedbackobjective"_s + ofAnswers);
+            cnnMain->Execute(u"delete * from feedbackdescriptive"_s + ofAnswers);
+            cnnMain->Execute(u"delete * from log where surveyid="_s + surveyid + u" and respid=" +
+                             respondentid);
+        }
+        cnnMain->CommitTrans();
+        toFillSurveyDateList();
+    });
+}
+
+bool frmEditExistingSurvey::hasCustomerQuestions(const QString& custid) const {
+    ado::Recordset responquery;
+    responquery.Open(u"select * from responquery where custid="_s + custid, *cnnMain);
+    return !responquery.Eof();
+}
+
+/// For a date without questions: deletes all surveys of the customer when none has questions any more.
+void frmEditExistingSurvey::toDeleteEmptySurvey() {
+    guarded({.form = this, .rollback = Rollback::BeforeMessages}, [this] {
+        toReconnect();
+        const SurveyContext survey = context();
+        const QString custid = QString::number(toGetCustID(survey.customer));
+        if (!hasCustomerQuestions(custid)) {
+            toBackupBeforeLoss(); // which cannot be done within a transaction
+            cnnMain->BeginTrans();
+            cnnMain->Execute(u"delete * from feedbackobjective where surveyid="_s +
+                             toGetSurveyID(survey.date, survey.customer) + u" and respondentid=" +
+                             toGetRespondentID(survey.respondent));
+            cnnMain->Execute(u"delete * from survey where custid="_s + custid);
+            cnnMain->CommitTrans();
+        }
+        toFillSurveyDateList();
+    });
+}

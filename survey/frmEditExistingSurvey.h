@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "survey/surveyeditor.h"
+#include "survey/surveylists.h"
+
+#include <memory>
+
+namespace Ui {
+class frmEditExistingSurvey;
+}
+
+/// Changes the questionnaire that is picked from three lists, and deletes survey dates. It begins no new
+/// date.
+class frmEditExistingSurvey : public forms::DefaultForm<frmEditExistingSurvey, SurveyEditor> {
+    Q_OBJECT
+
+public:
+    ~frmEditExistingSurvey() override;
+
+    void toFillCustomerList() { lists.toFillCustomerList(); }
+    void toFillRespondentList() { lists.toFillRespondentList(); }
+    void toFillSurveyDateList() { lists.toFillSurveyDateList(); }
+    /// Deletes the picked respondent's questionnaire of the picked date, with its answers, its survey files'
+    /// register rows and its report rows; the survey itself too when no one else has a questionnaire on that
+    /// date, which the number of its questions tells.
+    void toDeleteSurvey();
+
+private:
+    friend class DefaultForm<frmEditExistingSurvey, SurveyEditor>;
+    frmEditExistingSurvey();
+    void onLoad() override;
+    SurveyContext context() const override { return lists.picked(); }
+    int helpContext() const override;
+    bool hasSurveyDate() const override { return !context().date.isEmpty(); }
+    HistoryRoad historyRoad() const override { return HistoryRoad::NewestFirst; }
+    QString reportTitle() const override;
+    bool mayAdd() override;
+    void toRewrite() override;
+    void toImport() override;
+    void cmbCustomer_Click();
+    void lstRespondent_Click();
+    void lstSurvetDates_Click();
+    void lstSurvetDates_KeyDown(int key);
+    void toDeleteEmptySurvey();
+    bool hasCustomerQuestions(const QString& custid) const;
+
+    std::unique_ptr<Ui::frmEditExistingSurvey> ui;
+    SurveyLists lists;
+};

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/forms/form.h"
+#include "survey/surveylists.h"
+
+#include <memory>
+
+class QLineEdit;
+
+namespace Ui {
+class frmPasteSurvey;
+}
+
+/// Copies the questions of an existing survey into the survey that the caller hands over. The user picks the
+/// source from the lists and sees its questions.
+class frmPasteSurvey : public forms::DefaultForm<frmPasteSurvey> {
+    Q_OBJECT
+
+public:
+    /// Opens the form on the target and returns when it is unloaded; blnExistingSurvey has been set. The
+    /// caller's pointer goes back to the default, for it is the user's turn.
+    static void toCopyInto(const SurveyContext& target, forms::Form& caller);
+
+    ~frmPasteSurvey() override;
+
+    /// The respondent chosen in frmSelectSurvey when the copy is for the survey composed from there.
+    QString strSelectedRespondent;
+
+    void toFillCustomerList() { lists.toFillCustomerList(); }
+    void toFillRespondentList() { lists.toFillRespondentList(); }
+    /// Without the date of frmSelectSurvey for the respondent chosen there: no survey is copied onto itself.
+    void toFillSurveyDateList();
+    void toRefreshGrid();
+    /// The respondentid of the source customer's respondent of that name.
+    QString toGetRespondentID(const QString& name) const;
+    /// The respondentid of the source.
+    QString toGetRespondent() const { return toGetRespondentID(lists.picked().respondent); }
+    /// The respondentid of the target customer's respondent of that name.
+    QString toGetCopiedRespondent(const QString& name) const;
+    void toSaveSurveyID() { ::toSaveSurveyID(target()); }
+    void toDeleteCopyDeteails();
+    /// Records the copy in hand in copydetails.
+    void toSaveTheCopyDetails();
+    /// Does the copy that copydetails records; what was copied before a failure stays.
+    void toPasteCopyDetails();
+
+private:
+    friend class DefaultForm<frmPasteSurvey>;
+    frmPasteSurvey();
+    void onLoad() override;
+    void onQueryUnload(bool& cancel) override;
+    SurveyContext target() const;
+    void cmbCustomer_Click();
+    void lstRespondent_Click();
+    void lstSurvetDates_Click();
+    void cmdPaste();
+    void toShowInNewSurvey();
+
+    std::unique_ptr<Ui::frmPasteSurvey> ui;
+    SurveyLists lists;
+};

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "survey/surveylists.h"
+
+#include "core/failure.h"
+#include "core/gblGlobal.h"
+#include "platform/forms/lists.h"
+
+using namespace Qt::StringLiterals;
+
+SurveyContext SurveyLists::picked() const {
+    return {cmbCustomer->List(cmbCustomer->ListIndex()), lstRespondent->Text(), lstSurvetDates->Text()};
+}
+
+void SurveyLists::toFillCustomerList() const {
+    guarded({.form = form}, [this] {
+        toReconnect();
+        ado::Recordset existingsurvey;
+        existingsurvey.Open(u"select distinct(custname) from existingsurvey"_s, *cnnMain);
+        cmbCustomer->Clear();
+        for (; !existingsurvey.Eof(); existingsurvey.MoveNext())
+            cmbCustomer->AddItem(existingsurvey["custname"].Text());
+    });
+}
+
+void SurveyLists::toFillRespondentList() const {
+    guarded({.form = form}, [this] {
+        toReconnect();
+        lstRespondent->Clear();
+        ado::Recordset custresp;
+        custresp.Open(u"select * from custresp where custname='"_s + picked().customer + u"'", *cnnMain);
+        for (; !custresp.Eof(); custresp.MoveNext())
+            lstRespondent->AddItem(custresp["respondentname"].Text());
+    });
+    if (lstRespondent->ListCount() > 0)
+        lstRespondent->setListIndex(0);
+    else
+        lstSurvetDates->Clear();
+}
+
+void SurveyLists::toFillSurveyDateList(const QDate& leftOut) const {
+    guarded({.form = form}, [&] {
+        toReconnect();
+        lstSurvetDates->Clear();
+        const SurveyContext survey = picked();
+        ado::Recordset existingsurvey;
+        existingsurvey.Open(
+            u"select distinct(sdate) from existingsurvey where custid="_s +
+                QString::number(toGetCustID(survey.customer)) + u" and respondentid=" +
+                toGetRespondentID(survey.respondent, survey.customer) +
+                (leftOut.isValid() ? u" and sdate<>#"_s + toSqlDate(leftOut) + u"# " : u""_s) +
+                u" order by sdate asc",
+            *cnnMain);
+        for (; !existingsurvey.Eof(); existingsurvey.MoveNext())
+            lstSurvetDates->AddItem(existingsurvey["sdate"].Text());
+    });
+}
+
+void SurveyLists::toPickFirstCustomer() const {
+    if (cmbCustomer->ListCount() > 0)
+        cmbCustomer->setListIndex(0);
+}
+
+void SurveyLists::toPickFirstDate() const {
+    if (lstSurvetDates->ListCount() > 0)
+        lstSurvetDates->setListIndex(0);
+}

@@ -1,0 +1,87 @@
+#!/usr/bin/python3
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""Fills survey files in LibreOffice as respondents would, and saves them as Excel 97 workbooks in their places.
+
+fill_survey.py FILE MARKS [FILE MARKS]...
+
+MARKS is a JSON object of cells of Sheet1 and what is typed into them: '{"C14": 7, "D14": 9, "B17": "Very good"}'. A
+number is entered as a number, a text as a text, null empties the cell. A cell that is locked while its sheet is
+protected ends the run with status 1 and leaves that file as it was. One run starts LibreOffice once, with a profile
+of its own, whatever the number of files. Needs libreoffice-calc-nogui and python3-uno.
+"""
+import json
+import os
+import subprocess
+import sys
+import tempfile
+import time
+
+import uno
+from com.sun.star.beans import PropertyValue
+from com.sun.star.connection import NoConnectException
+
+START_SECONDS = 60
+
+
+def connect(pipe, office):
+    local = uno.getComponentContext()
+    resolver = local.ServiceManager.createInstanceWithContext("com.sun.star.bridge.UnoUrlResolver", local)
+    for _ in range(START_SECONDS * 10):
+        if office.poll() is not None:
+            sys.exit("LibreOffice has ended with status %d" % office.returncode)
+        try:
+            context = resolver.resolve("uno:pipe,name=%s;urp;StarOffice.ComponentContext" % pipe)
+            return context.ServiceManager.createInstanceWithContext("com.sun.star.frame.Desktop", context)
+        except NoConnectException:
+            time.sleep(0.1)
+    sys.exit("LibreOffice does not answer")
+
+
+def properties(**values):
+    return tuple(PropertyValue(Name=name, Value=value) for name, value in values.items())
+
+
+def enter(sheet, address, value):
+    cell = sheet.getCellRangeByName(address)
+    if sheet.isProtected() and cell.CellProtection.IsLocked:
+        sys.exit("%s is locked" % address)
+    if isinstance(value, (int, float)):
+        cell.setValue(value)
+    else:
+        cell.setString(value or "")
+
+
+def fill(desktop, path, marks):
+    url = uno.systemPathToFileUrl(os.path.abspath(path))
+    document = desktop.loadComponentFromURL(url, "_blank", 0, properties(Hidden=True))
+    try:
+        sheet = document.Sheets.getByName("Sheet1")
+        for address, value in marks.items():
+            enter(sheet, address, value)
+        document.storeToURL(url, properties(FilterName="MS Excel 97", Overwrite=True))
+    finally:
+        document.close(True)
+
+
+def main(arguments):
+    if len(arguments) < 2 or len(arguments) % 2:
+        sys.exit(__doc__)
+    pipe = "fill_survey_%d" % os.getpid()
+    with tempfile.TemporaryDirectory() as profile:
+        office = subprocess.Popen(["soffice", "-env:UserInstallation=file://" + profile, "--headless", "--norestore",
+                                   "--nologo", "--accept=pipe,name=%s;urp;" % pipe],
+                                  stdout=subprocess.DEVNULL)
+        try:
+            desktop = connect(pipe, office)
+            for path, marks in zip(arguments[::2], arguments[1::2]):
+                fill(desktop, path, json.loads(marks))
+        finally:
+            try:
+                desktop.terminate()
+            except Exception:  # it never answered, or went away while it said goodbye
+                office.kill()
+            office.wait()
+
+
+if __name__ == "__main__":
+    main(sys.argv[1:])

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/ado/recordset.h"
+
+#include <QStringList>
+
+#include <algorithm>
+#include <iterator>
+
+/// The rows of a table that meet a condition ("1=1" for all), as "table|field|field...", sorted.
+inline QStringList storeRows(ado::Connection& store, const QString& table,
+                             const QString& condition = QStringLiteral("1=1")) {
+    ado::Recordset records;
+    records.Open(QStringLiteral("select * from [") + table + u"] where " + condition, store);
+    QStringList result;
+    for (; !records.Eof(); records.MoveNext()) {
+        QString row = table;
+        for (int i = 0; i < records.FieldCount(); ++i)
+            row += u'|' + records.FieldAt(i).Text();
+        result << row;
+    }
+    result.sort();
+    return result;
+}
+
+/// The rows of all tables.
+inline QStringList storeRows(ado::Connection& store) {
+    ado::Recordset tables;
+    tables.Open(
+        QStringLiteral("select name from sqlite_master where type='table' and name<>'sqlite_sequence'"),
+        store);
+    QStringList result;
+    for (; !tables.Eof(); tables.MoveNext())
+        result += storeRows(store, tables["name"].Text());
+    result.sort();
+    return result;
+}
+
+/// The rows that have gone between two sorted lists of rows; with the lists exchanged, those that have come.
+inline QStringList goneRows(const QStringList& before, const QStringList& after) {
+    QStringList result;
+    std::set_difference(before.begin(), before.end(), after.begin(), after.end(), std::back_inserter(result));
+    return result;
+}

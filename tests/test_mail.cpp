@@ -1,0 +1,131 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/mapi/client.h"
+#include "platform/mapi/mapimessages.h"
+#include "platform/mapi/mapisession.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QUrl>
+#include <QUrlQuery>
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// xdg-email hands what it made to a hook, the stand-in for a mail client, which writes it down.
+class MailTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        qputenv("PATH", folder.path().toUtf8() + ':' + path);
+        qputenv("MAIL_RECORD", folder.filePath(u"record"_s).toUtf8());
+        client("printf %s \"$1\" >\"$MAIL_RECORD\"");
+    }
+    void TearDown() override { qputenv("PATH", path); }
+
+    void client(const QByteArray& script, const QString& name = u"xdg-email-hook.sh"_s) {
+        QFile hook(folder.filePath(name));
+        ASSERT_TRUE(hook.open(QIODevice::WriteOnly));
+        hook.write("#!/bin/sh\n" + script + "\n");
+        hook.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    }
+    QString attachment(const QString& name) {
+        QFile file(folder.filePath(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly)) << qPrintable(name);
+        return file.fileName();
+    }
+    static mapi::MAPIMessages message(const QString& recipient, const QString& text, const QString& file) {
+        mapi::MAPISession session;
+        session.setAction(1);
+        mapi::MAPIMessages messages;
+        messages.SessionID = session.SessionID;
+        messages.setAction(6);
+        messages.MsgSubject = u"Customer Satisfaction Survey"_s;
+        messages.MsgNoteText = text;
+        messages.RecipDisplayName = recipient;
+        messages.AttachmentPathName = file;
+        return messages;
+    }
+    /// What failed in handing over; empty when nothing did.
+    static QString failureOf(mapi::MAPIMessages& messages) {
+        try {
+            messages.setAction(2);
+        } catch (const mapi::Failure& failure) {
+            return failure.text();
+        }
+        return {};
+    }
+
+    QTemporaryDir folder;
+    const QByteArray path = qgetenv("PATH");
+};
+
+TEST_F(MailTest, theClientGetsOddTextsAndNamesAsTheyAre) {
+    const std::tuple<QString, QString, QString> mails[] = {
+        {u"ann@example.com"_s, u"Dear Ann,\nplease fill in\\no later than 5%.\n"_s, u"12345.xls"_s},
+        {u""_s, u""_s, u"Été à l’œil & 100%.final.xls"_s},
+        {u"No email address found"_s, u"."_s, u"-a;$(id) 'b' \"c\" `d` #?=+.xls"_s},
+        {u"a@b.c?attach=/etc/passwd&x"_s, u"--attach /etc/passwd"_s, u"no extension"_s},
+        {u"--attach"_s, u"\tWeiß, \"Grün\" <b>&amp;\\t\\c"_s, u"x,y.xls"_s},
+    };
+    for (const auto& [recipient, text, name] : mails) {
+        mapi::MAPIMessages messages = message(recipient, text, attachment(name));
+        ASSERT_EQ(failureOf(messages), QString()) << qPrintable(name);
+        QFile record(folder.filePath(u"record"_s));
+        ASSERT_TRUE(record.open(QIODevice::ReadOnly)) << qPrintable(name);
+        const QUrl url(QString::fromUtf8(record.readAll()), QUrl::StrictMode);
+        const QUrlQuery query(url);
+        EXPECT_EQ(url.path(QUrl::FullyDecoded), recipient);
+        EXPECT_EQ(query.queryItemValue(u"subject"_s, QUrl::FullyDecoded), u"Customer Satisfaction Survey");
+        EXPECT_EQ(query.queryItemValue(u"body"_s, QUrl::FullyDecoded),
+                  QString(text).replace(u"\n"_s, u"\r\n"_s));
+        EXPECT_EQ(query.allQueryItemValues(u"attach"_s, QUrl::FullyDecoded),
+                  QStringList(folder.filePath(name)));
+        ASSERT_TRUE(record.remove());
+    }
+}
+
+TEST_F(MailTest, whatKeepsAMailFromItsClientIsTold) {
+    mapi::MAPIMessages good = message(u"ann@example.com"_s, u"."_s, attachment(u"a.xls"_s));
+    client("exit 1");
+    EXPECT_EQ(failureOf(good),
+              u"The mail was not handed over: the mail program reported a failure, or the mail "
+              "was cancelled.");
+    mapi::MAPIMessages missing = message(u"ann@example.com"_s, u"."_s, folder.filePath(u"none.xls"_s));
+    EXPECT_EQ(failureOf(missing), u"The file to attach is missing: "_s + folder.filePath(u"none.xls"_s));
+    mapi::MAPIMessages garbled = message(u"ann@example.com"_s, u"."_s, attachment(u"a\\nb.xls"_s));
+    EXPECT_TRUE(failureOf(garbled).contains(u"backslash"_s));
+    good.SessionID = 0;
+    EXPECT_EQ(failureOf(good), u"There is no mail session.");
+    good.SessionID = 1;
+    qputenv("PATH", folder.path().toUtf8());
+    EXPECT_TRUE(failureOf(good).startsWith(u"The mail program could not be started: "_s));
+}
+
+TEST_F(MailTest, aClientThatStaysOpenDoesNotHoldTheProgram) {
+    mapi::MAPIMessages messages = message(u"ann@example.com"_s, u"."_s, {});
+    client("while [ ! -e \"$MAIL_RECORD\" ]; do sleep 0.1; done");
+    QElapsedTimer clock;
+    clock.start();
+    EXPECT_EQ(failureOf(messages), QString());
+    EXPECT_LT(clock.elapsed(), 30'000);
+    EXPECT_FALSE(QFile::exists(folder.filePath(u"record"_s)));
+    attachment(u"record"_s); // lets the client end
+}
+
+TEST_F(MailTest, aClientIsOneThatTheDesktopHasForMailto) {
+    qunsetenv("MAILER");
+    client("[ \"$*\" = \"query default x-scheme-handler/mailto\" ] && echo thunderbird.desktop",
+           u"xdg-mime"_s);
+    EXPECT_TRUE(mapi::hasClient());
+    client("echo", u"xdg-mime"_s);
+    EXPECT_FALSE(mapi::hasClient());
+    qputenv("PATH", "/nowhere");
+    EXPECT_FALSE(mapi::hasClient());
+    qputenv("MAILER", "mutt");
+    EXPECT_TRUE(mapi::hasClient());
+    qunsetenv("MAILER");
+}
+
+} // namespace
