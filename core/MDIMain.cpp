@@ -14,11 +14,13 @@
 #include "exchange/frmLogDetails.h"
 #include "exchange/frmReading.h"
 #include "feedback/frmFeedBackObj.h"
+#include "improvement/frmImprovementPlan.h"
 #include "platform/desktop/opener.h"
 #include "platform/forms/form.h"
 #include "platform/forms/msgbox.h"
 #include "reference/frmCustomer.h"
 #include "reference/frmParameter.h"
+#include "search/frmSearch.h"
 #include "survey/frmEditExistingSurvey.h"
 #include "survey/frmSelectSurvey.h"
 
@@ -137,6 +139,7 @@ void MDIMain::makeToolbar() {
         frmCustomer::unload();
         frmParameter::unload();
         frmFeedBackObj::unload();
+        frmImprovementPlan::unload();
     });
     connect(addButton("terminate", "End Project", "terminate"), &QToolButton::clicked, this,
             [] { toEndProgram(); });
@@ -218,12 +221,39 @@ void MDIMain::runEntry(const QString& name) {
         openForm(true, true, [] { frmSatisfactionIndex::instance().Show(); });
     } else if (name == u"mnuPerformanceMatrix") {
         openForm(true, true, [] { frmPerformanceMatrix::instance().Show(); });
+    } else if (name == u"mnuImprovementPlan") {
+        openForm(true, true, [] { frmImprovementPlan::instance().Show(); });
+    } else if (name == u"mnuSearch") {
+        openForm(true, true, [] { frmSearch::instance().Show(); });
     } else if (name == u"mnuGettingStarted") {
         mnuGettingStarted();
     } else if (name == u"mnuGWLHelp") {
         toShowHelp(11, 0);
     } else if (name == u"mnuAbout") {
         openForm(false, false, [] { frmAboutUs::instance().Show(); });
+    } else {
+        popupEntry(name);
+    }
+}
+
+void MDIMain::PopupMenu(const QPoint& globalPosition) {
+    findChild<QMenu*>(u"mnuEdit"_s)->popup(globalPosition);
+}
+
+void MDIMain::popupEntry(const QString& name) {
+    frmImprovementPlan& form = frmImprovementPlan::instance();
+    if (name == u"mnuDelete") {
+        if (forms::msgBox(u"Do you want to delete"_s, forms::style::yesNo, u"Gaugewell v2.1"_s) ==
+            forms::Answer::Yes) {
+            form.toDeleteActionForSelectedCustomer();
+            form.toFillListView();
+        }
+    } else if (name == u"mnucomplete") {
+        form.intStatus = 1;
+        form.toupdateStatus();
+    } else if (name == u"mnunotcomplete") {
+        form.intStatus = 2;
+        form.toupdateStatus();
     }
 }
 
@@ -235,6 +265,8 @@ void MDIMain::toolbarMenu(const QString& key) {
             openParameter();
         else if (key == u"ObjAndDesc")
             frmFeedBackObj::instance().Show();
+        else if (key == u"Improvement")
+            frmImprovementPlan::instance().Show();
     });
 }
 

@@ -34,6 +34,8 @@ public:
     void setMousePointer(int shape);
     /// Command 1 shows the topic of that context number, 11 the contents.
     void toShowHelp(int command, int context);
+    /// Shows the menu of an action, mnuEdit, at a position of the screen.
+    void PopupMenu(const QPoint& globalPosition);
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -46,6 +48,7 @@ private:
     void openForm(bool withWord, bool clearsWord, const std::function<void()>& open);
     void runEntry(const QString& name);
     void toolbarMenu(const QString& key);
+    void popupEntry(const QString& name);
     void openCustomer();
     void openParameter();
     void mnuGettingStarted();

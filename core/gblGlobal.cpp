@@ -20,6 +20,11 @@ QString strDatabasePath;
 bool blnNodeDragged = false;
 bool blnSurveyPasted = false;
 bool blnExistingSurvey = false;
+bool blnSearchOpen = false;
+QString strSearchKeywords;
+bool blnSearchToFeedback = false;
+bool blnSearchToImprovement = false;
+int intSearchIndex = 0;
 
 std::function<void()> endSeat = [] { QCoreApplication::exit(0); };
 

@@ -32,6 +32,15 @@ extern bool blnNodeDragged;
 extern bool blnSurveyPasted;
 extern bool blnExistingSurvey;
 
+/// Hand-over from the search to the form that shows a hit: the search has opened a form; the Id of the hit,
+/// despite the name; which form is to go to the hit when it becomes active; the hit's row in the search's
+/// list, from 1.
+extern bool blnSearchOpen;
+extern QString strSearchKeywords;
+extern bool blnSearchToFeedback;
+extern bool blnSearchToImprovement;
+extern int intSearchIndex;
+
 /// The program: finds its database, connects, shows the splash form and then the main window. Returns the
 /// exit code.
 int Main(int argc, char** argv);

@@ -25,6 +25,9 @@ const std::vector<MenuEntry>& menuEntries() {
         {"mnuPerformanceMatrix", "mnuAnalysis", "&Performance Matrix", "", Open},
         {"mnuImprovementPlan", "", "&Improvement Tracking", "", Later},
         {"mnuSearch", "", "&Search", "", Later},
+        {"mnuPerformanceMatrix", "mnuAnalysis", "&Performance Matrix", "", Later},
+        {"mnuImprovementPlan", "", "&Improvement Tracking", "", Open},
+        {"mnuSearch", "", "&Search", "", Open},
         {"mnuHelp", "", "&Help", "", Menu},
         {"mnuGettingStarted", "mnuHelp", "&Getting Started", "", Open},
         {"mnuGWLHelp", "mnuHelp", "&Contents", "F1", Open},
@@ -46,7 +49,7 @@ const std::vector<ButtonMenu>& customerButtonMenus() {
         {"Question", "&New/Edit Survey", true}, // known, and opens no form
         {"", "-", true},
         {"ObjAndDesc", "&Survey", true},
-        {"Improvement", "&Improvement Plan", false},
+        {"Improvement", "&Improvement Plan", true},
     };
     return menus;
 }

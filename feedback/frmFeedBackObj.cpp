@@ -9,6 +9,7 @@
 #include "platform/forms/msgbox.h"
 #include "reference/grideditor.h"
 #include "reference/gridtools.h"
+#include "search/frmSearch.h"
 #include "ui_frmFeedBackObj.h"
 
 #include <QTextDocument>
@@ -63,6 +64,24 @@ void frmFeedBackObj::onActivate() {
     blnLog = false;
     blnBrowse = false;
     blnSetting = toGetSetting();
+    if (std::exchange(blnSearchToFeedback, false))
+        toGoToHit();
+}
+
+void frmFeedBackObj::toGoToHit() {
+    const std::optional<SearchHit> hit = frmSearch::chosenHit();
+    if (!hit)
+        return;
+    const auto moveTo = [](auto* list, const QString& text) {
+        for (int i = 0; i < list->ListCount(); ++i) {
+            if (list->List(i) == text) {
+                list->setListIndex(i);
+                return;
+            }
+        }
+    };
+    moveTo(ui->cmbCusName, hit->customer);
+    moveTo(ui->lstSurveyDates, hit->date);
 }
 
 void frmFeedBackObj::toSetWidthForGrid() {

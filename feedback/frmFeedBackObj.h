@@ -67,6 +67,8 @@ private:
     void onLoad() override;
     void onActivate() override;
     void connectEvents();
+    /// Moves to the customer and date of the row that was chosen in the search.
+    void toGoToHit();
 
     void cmbCusName_Click();
     void lstRespname_Click();

@@ -16,10 +16,12 @@
 #include "exchange/frmMessage.h"
 #include "exchange/frmReading.h"
 #include "feedback/frmFeedBackObj.h"
+#include "improvement/frmImprovementPlan.h"
 #include "platform/forms/dtpicker.h"
 #include "platform/forms/lists.h"
 #include "reference/frmCustomer.h"
 #include "reference/frmParameter.h"
+#include "search/frmSearch.h"
 #include "survey/frmEditExistingSurvey.h"
 #include "survey/frmNewSurvey.h"
 #include "survey/frmPasteSurvey.h"
@@ -28,6 +30,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QTest>
 #include <QTreeWidget>
@@ -119,6 +122,13 @@ bool grabMatrix() {
     form.findChild<forms::ListBox*>(u"lstSurveyDates"_s)->setListIndex(0);
     const bool saved = save(MDIMain::instance(), u"frmPerformanceMatrix-chart"_s);
     frmPerformanceMatrix::unload();
+bool grabSearch() {
+    frmSearch& form = frmSearch::instance();
+    form.Show();
+    form.findChild<QLineEdit*>(u"txtKeyword"_s)->setText(u"delivery quality call"_s);
+    form.findChild<QAbstractButton*>(u"cmdOK"_s)->click();
+    const bool saved = save(MDIMain::instance(), u"frmSearch"_s);
+    frmSearch::unload();
     return saved;
 }
 
@@ -161,6 +171,8 @@ int main(int argc, char** argv) {
     saved = grabForm<frmDateToDate>(u"frmDateToDate"_s) && saved;
     saved = grabForm<frmDtoDSatisfactionOverview>(u"frmDtoDSatisfactionOverview"_s) && saved;
     saved = grabForm<frmDtoDActionPlan>(u"frmDtoDActionPlan"_s) && saved;
+    saved = grabForm<frmImprovementPlan>(u"frmImprovementPlan"_s) && saved;
+    saved = grabSearch() && saved;
     saved = grabEditor() && saved;
     saved = grabIndex() && saved;
     saved = grabMatrix() && saved;

@@ -17,6 +17,7 @@ namespace forms {
 
 ListView::ListView(QWidget* parent) : QTreeView(parent), items(new ListViewModel(this)) {
     setModel(items);
+    items->setRowHeight(fontMetrics().height() + 4);
     setRootIsDecorated(false);
     setItemsExpandable(false);
     setUniformRowHeights(true); // so that no row is measured before it is seen
@@ -117,10 +118,18 @@ void ListView::contextMenuEvent(QContextMenuEvent* event) {
 }
 
 void ListView::keyPressEvent(QKeyEvent* event) {
-    const int before = CurrentRow();
     Q_EMIT KeyDown(event->key());
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
         return;
+    const int before = CurrentRow();
+    const bool toNeighbour =
+        event->key() == Qt::Key_Down || event->key() == Qt::Key_Up || event->key() == Qt::Key_Home;
+    const bool choosing = !(event->modifiers() & Qt::ControlModifier);
+    if (toNeighbour && choosing && before >= 0 && !selectionModel()->hasSelection()) {
+        setSelected(before, true); // the cursor came with the focus; the first key chooses and does not skip
+        Q_EMIT Click();
+        return;
+    }
     QTreeView::keyPressEvent(event);
     if (CurrentRow() != before)
         Q_EMIT Click();

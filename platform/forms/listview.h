@@ -49,6 +49,7 @@ public:
 
 Q_SIGNALS:
     /// The user clicked a row with the left button, once for a double click, or moved to another row by keys.
+    /// The first arrow key in a list without a chosen row chooses the row under the cursor.
     void Click();
     /// On a row; the head and the ground below the last row tell nothing.
     void DblClick();

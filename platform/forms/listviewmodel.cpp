@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/forms/listviewmodel.h"
 
+#include <QSize>
+
 namespace forms {
 
 void ListViewModel::setHeads(const QStringList& columnHeads) {
@@ -35,6 +37,8 @@ int ListViewModel::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant ListViewModel::data(const QModelIndex& index, int role) const {
+    if (role == Qt::SizeHintRole && rowHeight > 0)
+        return QSize(0, rowHeight);
     return role == Qt::DisplayRole ? QVariant(text(index.row(), index.column())) : QVariant();
 }
 

@@ -15,6 +15,8 @@ class ListViewModel : public QAbstractTableModel {
 public:
     using QAbstractTableModel::QAbstractTableModel;
 
+    /// Pixels; 0 leaves it to the view.
+    void setRowHeight(int height) { rowHeight = height; }
     void setHeads(const QStringList& columnHeads);
     void setRows(std::vector<QStringList> newRows);
     bool holds(const std::vector<QStringList>& otherRows) const { return rows == otherRows; }
@@ -29,6 +31,7 @@ public:
 
 private:
     QStringList heads;
+    int rowHeight = 0;
     std::vector<QStringList> rows;
 };
 

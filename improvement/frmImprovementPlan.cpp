@@ -1,0 +1,296 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "improvement/frmImprovementPlan.h"
+
+#include "core/MDIMain.h"
+#include "core/backup.h"
+#include "core/failure.h"
+#include "core/gblGlobal.h"
+#include "platform/forms/clock.h"
+#include "platform/forms/msgbox.h"
+#include "search/frmSearch.h"
+#include "ui_frmImprovementPlan.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int helpContext = 7;
+constexpr int complete = 1; // of intStatus
+// Columns of the list.
+constexpr int dateColumn = 1;
+constexpr int targetColumn = 2;
+constexpr int statusColumn = 3;
+
+QString statusWord(bool isComplete) {
+    return isComplete ? u"Complete"_s : u"Not Complete"_s;
+}
+
+QString custidOf(const QString& customerName) {
+    return QString::number(toGetCustID(customerName));
+}
+
+} // namespace
+
+frmImprovementPlan::frmImprovementPlan()
+    : DefaultForm(Kind::SubWindow), ui(std::make_unique<Ui::frmImprovementPlan>()) {
+    ui->setupUi(this);
+    ui->lsvDtls->setColumns(
+        {{u"Improvement Details"_s, 0.55}, {u"Date"_s, 0.14}, {u"Target Date"_s, 0.14}, {u"Status"_s, 0.17}});
+    ui->dtdate->setValue(forms::today());
+    ui->dttargetDate->setValue(forms::today());
+    connectEvents();
+}
+
+frmImprovementPlan::~frmImprovementPlan() = default;
+
+void frmImprovementPlan::connectEvents() {
+    using This = frmImprovementPlan;
+    connect(ui->lstCusName, &forms::ListBox::Click, this, &This::lstCusName_Click);
+    connect(ui->dtdate, &forms::DTPicker::Change, this, &This::lstCusName_Click);
+    connect(ui->lsvDtls, &forms::ListView::Click, this, &This::lsvDtls_Click);
+    connect(ui->lsvDtls, &forms::ListView::RightClick, this, &This::lsvDtls_RightClick);
+    connect(ui->cmdSave, &QPushButton::clicked, this, &This::cmdSave_Click);
+    connect(ui->cmdClose, &QPushButton::clicked, this, [this] { Unload(); });
+    connect(ui->cmdHelp, &QPushButton::clicked, this, [] { toShowHelpTopic(helpContext); });
+}
+
+void frmImprovementPlan::onLoad() {
+    toCenterForm(*this);
+    toShowStatusOf(false);
+    toFilllstCustomername();
+    if (ui->lstCusName->ListCount() > 0)
+        ui->lstCusName->setSelected(0, true);
+}
+
+void frmImprovementPlan::onActivate() {
+    if (!std::exchange(blnSearchToImprovement, false))
+        return;
+    const std::optional<SearchHit> hit = frmSearch::chosenHit();
+    if (!hit)
+        return;
+    forms::ListBox* customers = ui->lstCusName;
+    for (int i = 0; i < customers->ListCount(); ++i)
+        customers->setSelected(i, false);
+    for (int i = 0; i < customers->ListCount(); ++i) {
+        if (customers->List(i) == hit->customer) {
+            customers->setSelected(i, true);
+            break;
+        }
+    }
+    ui->dtdate->setValue(toDate(hit->date));
+}
+
+void frmImprovementPlan::toFilllstCustomername() {
+    guarded({.form = this}, [this] {
+        toReconnect();
+        ui->lstCusName->Clear();
+        ado::Recordset customer;
+        customer.Open(u"select * from customer order by custname asc"_s, *cnnMain);
+        for (; !customer.Eof(); customer.MoveNext())
+            ui->lstCusName->AddItem(customer["custname"].Text());
+    });
+}
+
+QString frmImprovementPlan::currentCustomer() const {
+    const forms::ListBox* customers = ui->lstCusName;
+    const int row = customers->currentRow();
+    const bool useCurrent = customers->Selected(row) || customers->SelCount() == 0;
+    return customers->List(useCurrent ? row : customers->ListIndex());
+}
+
+QStringList frmImprovementPlan::chosenCustomers() const {
+    QStringList names;
+    for (int i = 0; i < ui->lstCusName->ListCount(); ++i) {
+        if (ui->lstCusName->Selected(i))
+            names << ui->lstCusName->List(i);
+    }
+    return names;
+}
+
+std::vector<QDate> frmImprovementPlan::chosenDates() const {
+    std::vector<QDate> dates;
+    for (const int row : ui->lsvDtls->SelectedRows())
+        dates.push_back(toDate(ui->lsvDtls->Text(row, dateColumn)));
+    return dates;
+}
+
+void frmImprovementPlan::toShowStatusOf(bool isComplete) {
+    (isComplete ? ui->opnComplete : ui->opnNotComplete)->setChecked(true);
+}
+
+/// The date goes first: its change loads an action that stands on it.
+void frmImprovementPlan::toShowNoAction() {
+    ui->dtdate->setValue(forms::today());
+    ui->dttargetDate->setValue(forms::today());
+    ui->txtDescription->clear();
+    toShowStatusOf(false);
+}
+
+void frmImprovementPlan::lstCusName_Click() {
+    if (ui->lstCusName->SelCount() != 1) {
+        toShowNoAction();
+        return;
+    }
+    torefreshOnCustomerNameClick();
+    toFillListView();
+}
+
+void frmImprovementPlan::lsvDtls_Click() {
+    forms::ListView* list = ui->lsvDtls;
+    const int row = list->CurrentRow();
+    if (!list->Selected(row))
+        return;
+    const std::vector<int> chosen = list->SelectedRows();
+    const QDate targetDate = toDate(list->Text(row, targetColumn));
+    const bool isComplete = list->Text(row, statusColumn) == statusWord(true);
+    ui->txtDescription->setText(list->Text(row));
+    ui->dtdate->setValue(toDate(list->Text(row, dateColumn))); // a change fills the list anew
+    ui->dttargetDate->setValue(targetDate);
+    toShowStatusOf(isComplete);
+    for (const int other : chosen)
+        list->setSelected(other, true);
+    list->setCurrentRow(row);
+}
+
+void frmImprovementPlan::lsvDtls_RightClick(const QPoint& globalPosition) {
+    if (ui->lsvDtls->ListCount() > 0)
+        MDIMain::instance().PopupMenu(globalPosition);
+}
+
+void frmImprovementPlan::cmdSave_Click() {
+    setMousePointer(forms::Hourglass);
+    if (ui->lstCusName->ListCount() > 0) {
+        if (ui->txtDescription->text().trimmed().isEmpty()) {
+            forms::msgBox(u"Enter the description to save......."_s, forms::style::okOnly,
+                          u"Gaugewell v2.1"_s);
+        } else {
+            toShowStatus(u"Saving....."_s);
+            toSaveActionDtls();
+            toShowStatus({});
+        }
+    }
+    setMousePointer(forms::DefaultPointer);
+}
+
+void frmImprovementPlan::toSaveActionDtls() {
+    const bool saved = guarded({.form = this, .rollback = FailureHandler::Rollback::AfterMessages}, [this] {
+        toReconnect();
+        cnnMain->BeginTrans();
+        for (const QString& name : chosenCustomers())
+            toSaveActionOf(name);
+        cnnMain->CommitTrans();
+    });
+    if (saved)
+        toFillListView();
+    setMousePointer(forms::DefaultPointer);
+}
+
+QString frmImprovementPlan::toGetActionID(const QString& customerName) const {
+    ado::Recordset action;
+    action.Open(u"select * from action where custname='"_s + customerName + u"' and date =#" +
+                    toSqlDate(ui->dtdate->Value()) + u"#",
+                *cnnMain);
+    return action.Eof() ? QString() : action["actionid"].Text();
+}
+
+void frmImprovementPlan::toSaveActionOf(const QString& customerName) {
+    const QString actionid = toGetActionID(customerName);
+    const QString custid = custidOf(customerName);
+    QString known = u"date=# "_s + toSqlDate(ui->dtdate->Value()) + u"# and customerid =" + custid;
+    if (!actionid.isEmpty())
+        known = u"actionid="_s + actionid + u" and " + known;
+    ado::Recordset plan;
+    plan.Open(u"select * from actionplan where "_s + known, *cnnMain, ado::Recordset::Lock::Optimistic);
+    if (plan.Eof()) {
+        plan.AddNew();
+        plan["customerid"] = custid;
+    }
+    plan["Action"] = toStoredText(ui->txtDescription->text().trimmed());
+    plan["Date"] = ui->dtdate->Value();
+    plan["targetdate"] = ui->dttargetDate->Value();
+    plan["Status"] = !ui->opnNotComplete->isChecked();
+    plan.Update();
+}
+
+void frmImprovementPlan::toFillListView() {
+    guarded({.prefix = u"Error :"_s, .form = this}, [this] {
+        toReconnect();
+        ado::Recordset action;
+        action.Open(u"select * from action where customerid="_s + custidOf(currentCustomer()) +
+                        u" order by date",
+                    *cnnMain);
+        std::vector<QStringList> rows;
+        for (; !action.Eof(); action.MoveNext()) {
+            const QVariant status = action["Status"].Value();
+            rows.push_back({action["Action"].Text(), action["Date"].Text(), action["targetdate"].Text(),
+                            status.isValid() ? statusWord(status.toBool()) : QString()});
+        }
+        ui->lsvDtls->setItems(std::move(rows));
+    });
+}
+
+void frmImprovementPlan::torefreshOnCustomerNameClick() {
+    guarded({.form = this}, [this] {
+        toReconnect();
+        ado::Recordset action;
+        action.Open(u"select * from action where customerid="_s + custidOf(currentCustomer()) +
+                        u" and date=#" + toSqlDate(ui->dtdate->Value()) + u"#",
+                    *cnnMain);
+        if (action.Eof()) {
+            ui->txtDescription->clear();
+            toShowStatusOf(false);
+            ui->dttargetDate->setValue(forms::today());
+            return;
+        }
+        ui->dtdate->setValue(action["Date"].Value().toDate());
+        ui->dttargetDate->setValue(action["targetdate"].Value().toDate());
+        ui->txtDescription->setText(action["Action"].Text());
+        toShowStatusOf(action["Status"].Value().toBool());
+    });
+}
+
+void frmImprovementPlan::toupdateStatus() {
+    const bool updated = guarded({.form = this, .rollback = FailureHandler::Rollback::AfterMessages}, [this] {
+        toReconnect();
+        const std::vector<QDate> dates = chosenDates();
+        cnnMain->BeginTrans();
+        for (const QString& name : chosenCustomers()) {
+            const QString custid = custidOf(name);
+            for (const QDate& date : dates) {
+                ado::Recordset plan;
+                plan.Open(u"select * from actionplan where customerid ="_s + custid + u" and date=# " +
+                              toSqlDate(date) + u"#",
+                          *cnnMain, ado::Recordset::Lock::Optimistic);
+                if (plan.Eof())
+                    continue;
+                plan["Status"] = intStatus == complete;
+                plan.Update();
+            }
+        }
+        cnnMain->CommitTrans();
+    });
+    if (updated)
+        toFillListView();
+    setMousePointer(forms::DefaultPointer);
+}
+
+void frmImprovementPlan::toDeleteActionForSelectedCustomer() {
+    guarded({.form = this, .rollback = FailureHandler::Rollback::AfterMessages}, [this] {
+        toReconnect();
+        const QStringList names = chosenCustomers();
+        const std::vector<QDate> dates = chosenDates();
+        if (names.isEmpty() || dates.empty())
+            return;
+        toBackupBeforeLoss();
+        cnnMain->BeginTrans();
+        for (const QString& name : names) {
+            const QString custid = custidOf(name);
+            for (const QDate& date : dates) {
+                cnnMain->Execute(u"delete * from actionplan where customerid="_s + custid + u" and date=#" +
+                                 toSqlDate(date) + u"#");
+            }
+        }
+        cnnMain->CommitTrans();
+        toShowNoAction();
+    });
+}

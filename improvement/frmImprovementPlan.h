@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/forms/form.h"
+
+#include <QDate>
+
+#include <memory>
+#include <vector>
+
+namespace Ui {
+class frmImprovementPlan;
+}
+
+/// Keeps the dated actions agreed with customers. An action is known by its customer and plan date: saving
+/// again on that date overwrites it. The pop-up menu of the main window changes the status of the chosen
+/// actions and deletes them.
+class frmImprovementPlan : public forms::DefaultForm<frmImprovementPlan> {
+    Q_OBJECT
+
+public:
+    ~frmImprovementPlan() override;
+
+    /// What toupdateStatus sets: 1 Complete, 2 Not Complete.
+    int intStatus = 0;
+
+    void toFilllstCustomername();
+    /// Stores the action of the boxes for every chosen customer, in one transaction.
+    void toSaveActionDtls();
+    /// The actionid of a customer's action on the plan date, empty for none. Throws Failure.
+    QString toGetActionID(const QString& customerName) const;
+    /// Lists the actions of the customer under the cursor.
+    void toFillListView();
+    /// Loads the action of the chosen customer on the plan date into the boxes.
+    void torefreshOnCustomerNameClick();
+    /// Sets the status of every chosen customer's actions on the dates of the chosen rows.
+    void toupdateStatus();
+    /// Deletes every chosen customer's actions on the dates of the chosen rows.
+    void toDeleteActionForSelectedCustomer();
+
+private:
+    friend class DefaultForm<frmImprovementPlan>;
+    frmImprovementPlan();
+    void onLoad() override;
+    void onActivate() override;
+    void connectEvents();
+
+    void lstCusName_Click();
+    void lsvDtls_Click();
+    void lsvDtls_RightClick(const QPoint& globalPosition);
+    void cmdSave_Click();
+    void toSaveActionOf(const QString& customerName);
+    void toShowNoAction();
+    void toShowStatusOf(bool complete);
+    /// The customer under the list's cursor; when another one is chosen and that one is not, the chosen one.
+    QString currentCustomer() const;
+    QStringList chosenCustomers() const;
+    /// The plan dates of the chosen rows.
+    std::vector<QDate> chosenDates() const;
+
+    std::unique_ptr<Ui::frmImprovementPlan> ui;
+};

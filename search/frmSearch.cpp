@@ -1,0 +1,158 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "search/frmSearch.h"
+
+#include "core/MDIMain.h"
+#include "core/failure.h"
+#include "core/gblGlobal.h"
+#include "core/worktable.h"
+#include "feedback/frmFeedBackObj.h"
+#include "improvement/frmImprovementPlan.h"
+#include "ui_frmSearch.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int helpContext = 13;
+constexpr QStringView actionTable = u"Improvement Plan";
+
+// Columns of the list.
+constexpr int dateColumn = 0;
+constexpr int customerColumn = 2;
+constexpr int tableColumn = 3;
+constexpr int idColumn = 4;
+
+} // namespace
+
+frmSearch::frmSearch() : DefaultForm(Kind::SubWindow), ui(std::make_unique<Ui::frmSearch>()) {
+    ui->setupUi(this);
+    ui->lsvDtls->setSelectionMode(QAbstractItemView::SingleSelection);
+    ui->lsvDtls->setColumns({{u"Date"_s, 0.12},
+                             {u"Description"_s, 0.5},
+                             {u"Customer Name"_s, 0.2},
+                             {u"Found In"_s, 0.18},
+                             {u"Id"_s, 0}});
+    connectEvents();
+}
+
+frmSearch::~frmSearch() = default;
+
+void frmSearch::connectEvents() {
+    const auto isEnter = [](int key) { return key == Qt::Key_Return || key == Qt::Key_Enter; };
+    connect(ui->cmdOK, &QPushButton::clicked, this, &frmSearch::cmdOK_Click);
+    connect(ui->txtKeyword, &QLineEdit::returnPressed, this, &frmSearch::cmdOK_Click);
+    connect(ui->txtKeyword, &QLineEdit::textChanged, this, &frmSearch::txtKeyword_Change);
+    connect(ui->lsvDtls, &forms::ListView::DblClick, this, &frmSearch::toJump);
+    connect(ui->lsvDtls, &forms::ListView::KeyDown, this, [this, isEnter](int key) {
+        if (isEnter(key))
+            toJump();
+    });
+    connect(ui->cmdClose, &QPushButton::clicked, this, [this] { Unload(); });
+    connect(ui->cmdHelp, &QPushButton::clicked, this, [] { toShowHelpTopic(helpContext); });
+}
+
+void frmSearch::onLoad() {
+    toCenterForm(*this);
+    blnSearchToFeedback = false;
+    blnSearchToImprovement = false;
+    blnSearchOpen = false;
+    strSearchKeywords.clear();
+    toAddFiledsForSearch();
+}
+
+void frmSearch::onQueryUnload(bool&) {
+    blnSearchOpen = false;
+}
+
+std::optional<SearchHit> frmSearch::chosenHit() {
+    const int row = intSearchIndex - 1;
+    if (!loaded() || row < 0 || row >= loaded()->ui->lsvDtls->ListCount())
+        return std::nullopt;
+    const forms::ListView* list = loaded()->ui->lsvDtls;
+    return SearchHit{list->Text(row, customerColumn), list->Text(row, dateColumn)};
+}
+
+void frmSearch::toAddFiledsForSearch() {
+    for (const QString& field : {u"Survey"_s, u"Perception"_s, u"Action"_s})
+        ui->lstFields->AddItem(field);
+}
+
+bool frmSearch::hasKeywords() const {
+    return !ui->txtKeyword->text().trimmed().isEmpty();
+}
+
+void frmSearch::txtKeyword_Change() {
+    if (!hasKeywords())
+        ui->lsvDtls->Clear();
+}
+
+void frmSearch::cmdOK_Click() {
+    if (!hasKeywords())
+        return;
+    setMousePointer(forms::Hourglass);
+    toSplitKeywords();
+    toFillListView();
+    setMousePointer(forms::DefaultPointer);
+}
+
+void frmSearch::toSplitKeywords() {
+    guarded({.form = this}, [this] {
+        toReconnect();
+        toFillWorkTable([this] {
+            cnnMain->Execute(u"delete * from search"_s);
+            for (const SearchPass pass :
+                 {SearchPass::Objective, SearchPass::Descriptive, SearchPass::Action}) {
+                const QStringList keywords = toSplit(toStoredText(ui->txtKeyword->text().trimmed()));
+                cnnMain->Execute(toMakeHitInsertion(pass, keywords));
+            }
+        });
+    });
+}
+
+void frmSearch::toFillListView() {
+    guarded({.prefix = u"Error :"_s, .form = this}, [this] {
+        toReconnect();
+        ui->lsvDtls->Clear();
+        ado::Recordset search;
+        search.Open(u"select * from search"_s, *cnnMain);
+        const ado::Field fields[] = {search["sdate"], search["Desc"], search["custname"], search["tablename"],
+                                     search["Id"]};
+        std::vector<QStringList> hits;
+        for (; !search.Eof(); search.MoveNext()) {
+            QStringList& hit = hits.emplace_back();
+            for (const ado::Field& field : fields)
+                hit << field.Text();
+        }
+        ui->lsvDtls->setItems(std::move(hits));
+    });
+}
+
+void frmSearch::toJump() {
+    const std::vector<int> chosen = ui->lsvDtls->SelectedRows();
+    if (chosen.empty())
+        return;
+    const int row = chosen.front();
+    const QString id = ui->lsvDtls->Text(row, idColumn);
+    const QString tablename = ui->lsvDtls->Text(row, tableColumn);
+    intSearchIndex = row + 1;
+    blnSearchOpen = true;
+    strSearchKeywords = id;
+    blnSearchToImprovement = tablename == actionTable;
+    blnSearchToFeedback = !blnSearchToImprovement;
+    toOpenSearchHit(id, tablename);
+}
+
+void frmSearch::toOpenSearchHit(const QString& id, const QString& tablename) {
+    guarded({.prefix = u"Error :"_s, .form = this}, [&] {
+        toReconnect();
+        ado::Recordset search;
+        search.Open(u"select * from search where tablename='"_s + tablename + u"' and ID=" + id, *cnnMain);
+        if (search.Eof())
+            return;
+        search.Close();
+        if (tablename == actionTable)
+            frmImprovementPlan::instance().Show();
+        else
+            frmFeedBackObj::instance().Show();
+    });
+}

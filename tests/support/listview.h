@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/forms/listview.h"
+#include "tests/support/storetest.h"
+
+/// The rows of a list in report view, each as its texts joined by a bar.
+inline QStringList listed(const forms::ListView& list) {
+    QStringList rows;
+    for (int row = 0; row < list.ListCount(); ++row) {
+        QStringList texts;
+        for (int column = 0; column < list.model()->columnCount(); ++column)
+            texts << list.Text(row, column);
+        rows << texts.join(u'|');
+    }
+    return rows;
+}
+
+inline void clickRow(const forms::ListView& list, int row, Qt::MouseButton button = Qt::LeftButton,
+                     Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    const QPoint at = list.visualRect(list.model()->index(row, 0)).center();
+    QTest::mouseClick(list.viewport(), button, modifiers, at);
+}

@@ -1,0 +1,200 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/MDIMain.h"
+#include "improvement/frmImprovementPlan.h"
+#include "platform/forms/clock.h"
+#include "platform/forms/dtpicker.h"
+#include "platform/forms/lists.h"
+#include "tests/support/listview.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QLineEdit>
+#include <QMenu>
+#include <QRadioButton>
+
+using namespace Qt::StringLiterals;
+using forms::Answer;
+
+namespace {
+
+const QDate today{2024, 3, 5};
+const QString stored = u"select customerid, Date, Action, targetdate, Status from actionplan order by 1, 2"_s;
+
+class ImprovementTest : public StoreTest {
+protected:
+    void SetUp() override {
+        StoreTest::SetUp();
+        forms::todaySeat = [] { return today; };
+        addAction(addCustomer(u"Acme"_s), {2024, 1, 10}, u"Call"_s, true);
+        addAction(1, {2024, 2, 20}, u"Visit"_s, false);
+        addAction(addCustomer(u"Bold"_s), {2024, 2, 20}, u"Train"_s, false);
+        addCustomer(u"Cora"_s);
+    }
+    void TearDown() override {
+        forms::todaySeat = [] { return QDate::currentDate(); };
+        StoreTest::TearDown();
+    }
+    static void addAction(int custid, const QDate& date, const QString& text, bool complete) {
+        add(u"actionplan"_s, {{"customerid", custid},
+                              {"Date", date},
+                              {"Action", text},
+                              {"targetdate", date.addDays(7)},
+                              {"Status", complete}});
+    }
+    static frmImprovementPlan& form() { return frmImprovementPlan::instance(); }
+    static forms::ListView& list() { return *control<forms::ListView>(form(), "lsvDtls"); }
+    static QLineEdit& box() { return *control<QLineEdit>(form(), "txtDescription"); }
+    static forms::DTPicker& date(const char* name) { return *control<forms::DTPicker>(form(), name); }
+    static void clickCustomer(int row, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        auto* customers = control<forms::ListBox>(form(), "lstCusName");
+        QTest::mouseClick(customers->viewport(), Qt::LeftButton, modifiers,
+                          customers->visualItemRect(customers->item(row)).center());
+    }
+    static void enter(const QString& text) {
+        box().setFocus();
+        box().selectAll();
+        type(text);
+    }
+    /// The boxes: text, plan date, target date, whether complete.
+    static QString shown() {
+        const bool complete = control<QRadioButton>(form(), "opnComplete")->isChecked();
+        return QStringList{box().text(), date("dtdate").text(), date("dttargetDate").text(),
+                           complete ? u"yes"_s : u"no"_s}
+            .join(u'|');
+    }
+    /// Opens the pop-up menu over a row, or over the ground of the list, and goes through it by keys.
+    static void popUp(int row, const std::vector<Qt::Key>& keys) {
+        if (row < 0)
+            QTest::mouseClick(list().viewport(), Qt::RightButton, {}, list().viewport()->rect().bottomLeft());
+        else
+            clickRow(list(), row, Qt::RightButton);
+        for (const Qt::Key pressed : keys) {
+            ASSERT_NE(QApplication::activePopupWidget(), nullptr);
+            QTest::keyClick(QApplication::activePopupWidget(), pressed);
+        }
+        EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+    }
+    static constexpr auto yesOrNo = forms::style::yesNo;
+    static inline const std::vector<Qt::Key> complete{Qt::Key_U, Qt::Key_Return};
+    static inline const std::vector<Qt::Key> notComplete{Qt::Key_U, Qt::Key_Down, Qt::Key_Return};
+};
+
+TEST_F(ImprovementTest, aCustomerAndADateShowTheirAction) {
+    form().Show();
+    EXPECT_EQ(listed(list()), QStringList({u"Call|10/01/2024|17/01/2024|Complete"_s,
+                                           u"Visit|20/02/2024|27/02/2024|Not Complete"_s}));
+    EXPECT_EQ(shown(), u"|05/03/2024|05/03/2024|no"_s);
+    clickRow(list(), 0);
+    EXPECT_EQ(shown(), u"Call|10/01/2024|17/01/2024|yes"_s);
+    EXPECT_EQ(list().SelectedRows(), std::vector<int>{0}) << "the change of the date fills the list anew";
+    key(Qt::Key_Down);
+    EXPECT_EQ(shown(), u"Visit|20/02/2024|27/02/2024|no"_s);
+    clickRow(list(), 0, Qt::LeftButton, Qt::ControlModifier);
+    EXPECT_EQ(list().SelectedRows(), std::vector<int>({0, 1}));
+    clickCustomer(1);
+    EXPECT_EQ(listed(list()), QStringList{u"Train|20/02/2024|27/02/2024|Not Complete"_s});
+    EXPECT_EQ(shown(), u"|10/01/2024|05/03/2024|no"_s) << "nothing on that date";
+    date("dtdate").setFocus();
+    key(Qt::Key_Up); // the day
+    EXPECT_EQ(shown(), u"|11/01/2024|05/03/2024|no"_s);
+    clickCustomer(2, Qt::ControlModifier);
+    EXPECT_EQ(shown(), u"|05/03/2024|05/03/2024|no"_s);
+    EXPECT_EQ(list().ListCount(), 1);
+    clickCustomer(1, Qt::ControlModifier); // leaves the third
+    EXPECT_EQ(list().ListCount(), 0);
+}
+
+TEST_F(ImprovementTest, savingWritesEachChosenCustomerAndOverwritesWithoutAWarning) {
+    form().Show();
+    clickCustomer(1);
+    clickCustomer(2, Qt::ControlModifier);
+    QStringList expected = rows(stored);
+    messages.expect(u"Enter the description to save......."_s, 0, u"Gaugewell v2.1"_s);
+    enter(u"  "_s);
+    press(form(), "cmdSave");
+    EXPECT_EQ(rows(stored), expected);
+
+    enter(u" Cora's van "_s);
+    date("dttargetDate").setValue({2023, 1, 1}); // before the plan date
+    press(form(), "cmdSave");
+    const QString saved = u"05/03/2024|Cora\u2019s van|01/01/2023|"_s;
+    expected << u"2|"_s + saved + u"False" << u"3|"_s + saved + u"False";
+    EXPECT_EQ(rows(stored), expected);
+    EXPECT_EQ(listed(list()), QStringList{u"Cora\u2019s van|05/03/2024|01/01/2023|Not Complete"_s});
+
+    clickCustomer(2);
+    EXPECT_EQ(shown(), u"Cora\u2019s van|05/03/2024|01/01/2023|no"_s);
+    enter(u"Lorry"_s);
+    control<QRadioButton>(form(), "opnComplete")->click();
+    press(form(), "cmdSave");
+    expected.last() = u"3|05/03/2024|Lorry|01/01/2023|True"_s;
+    EXPECT_EQ(rows(stored), expected);
+
+    clickCustomer(0, Qt::ControlModifier);
+    enter(u"Fails"_s);
+    runRaw(u"create trigger stop before update on actionplan begin select raise(abort, 'full'); end"_s);
+    messages.expectBeginning(u"Error : "_s); // at the second customer
+    press(form(), "cmdSave");
+    EXPECT_EQ(rows(stored), expected) << "the first customer's action went back";
+    enter(u"Typed and not saved"_s);
+    key(Qt::Key_Escape);
+    EXPECT_EQ(frmImprovementPlan::loaded(), nullptr);
+    EXPECT_EQ(rows(stored), expected);
+}
+
+TEST_F(ImprovementTest, thePopUpMenuChangesTheChosenRowsOfAllChosenCustomers) {
+    form().Show();
+    const QStringList before = rows(stored);
+    const QDir backup(home() + u"/backup"_s);
+    popUp(0, {Qt::Key_Escape});
+    EXPECT_NE(frmImprovementPlan::loaded(), nullptr) << "Esc was the menu's";
+    messages.expect(u"Do you want to delete"_s, yesOrNo, u"Gaugewell v2.1"_s, Answer::No);
+    popUp(0, {Qt::Key_D});
+    list().clearSelection();
+    messages.expect(u"Do you want to delete"_s, yesOrNo, u"Gaugewell v2.1"_s, Answer::Yes);
+    popUp(-1, {Qt::Key_D});
+    popUp(-1, complete);
+    EXPECT_EQ(rows(stored), before) << "no row was chosen";
+    EXPECT_FALSE(backup.exists());
+
+    clickCustomer(1, Qt::ControlModifier);
+    popUp(1, complete); // 20/02/2024 of the first and the second
+    QStringList expected = before;
+    expected[1].replace(u"False"_s, u"True"_s);
+    expected[2].replace(u"False"_s, u"True"_s);
+    EXPECT_EQ(rows(stored), expected);
+    EXPECT_EQ(listed(list()), QStringList{u"Train|20/02/2024|27/02/2024|Complete"_s}) << "the cursor's";
+    clickCustomer(0);
+    popUp(0, notComplete);
+    expected[0].replace(u"True"_s, u"False"_s);
+    EXPECT_EQ(rows(stored), expected);
+
+    clickRow(list(), 0);
+    clickRow(list(), 1, Qt::LeftButton, Qt::ShiftModifier);
+    messages.expect(u"Do you want to delete"_s, yesOrNo, u"Gaugewell v2.1"_s, Answer::Yes);
+    popUp(0, {Qt::Key_D});
+    EXPECT_EQ(rows(stored), QStringList{expected[2]}) << "both rows, and nothing of the second customer";
+    EXPECT_EQ(shown(), u"|05/03/2024|05/03/2024|no"_s);
+    EXPECT_EQ(list().ListCount(), 0);
+    EXPECT_EQ(backup.entryList({u"*.mdb"_s}).size(), 1);
+    clickRow(list(), 0, Qt::RightButton);
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr) << "an empty list has no menu";
+}
+
+TEST_F(ImprovementTest, aDeletionThatFailsPartWayDeletesNothing) {
+    form().Show();
+    const QStringList before = rows(stored);
+    list().selectAll();
+    runRaw(u"create trigger stop before delete on actionplan when old.Action = 'Visit' "
+           "begin select raise(abort, 'locked'); end"_s);
+    messages.expect(u"Do you want to delete"_s, yesOrNo, u"Gaugewell v2.1"_s, Answer::Yes);
+    messages.expectBeginning(u"Error : "_s);
+    list().setFocus();
+    QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, {}, {}, {});
+    QApplication::sendEvent(&list(), &menuKey);
+    ASSERT_NE(QApplication::activePopupWidget(), nullptr);
+    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_D);
+    EXPECT_EQ(rows(stored), before);
+}
+
+} // namespace
