@@ -35,6 +35,10 @@ QByteArray run(const QString& script, const QStringList& arguments) {
     return process.readAllStandardOutput();
 }
 
+QJsonObject seenByXlrd(const QString& path) {
+    return QJsonDocument::fromJson(run(u"excel_judge.py"_s, {path})).object();
+}
+
 QByteArray contentOf(const QString& path) {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
@@ -123,7 +127,7 @@ TEST_F(ExportTest, theFileAsAnotherProgramSeesIt) {
     EXPECT_EQ(opened, QStringList{file(name())});
     EXPECT_EQ(log(), QStringList{logged(name())});
 
-    const QJsonObject seen = QJsonDocument::fromJson(::run(u"excel_judge.py"_s, {file(name())})).object();
+    const QJsonObject seen = seenByXlrd(file(name()));
     EXPECT_EQ(seen[u"protection"][u"12"].toString(), u"0001"_s);
     EXPECT_EQ(seen[u"protection"][u"13"].toString(), u"DDD3"_s); // of the password
     std::vector<cellmap::Cell> cells = cellmap::headCells({.organisation = u"Larkmoor"_s,
@@ -173,7 +177,11 @@ TEST_F(ExportTest, theFileAsAnotherProgramSeesIt) {
 TEST_F(ExportTest, anExistingFileIsWrittenOverInPlace) {
     expectView();
     press();
-    ::run(u"fill_survey.py"_s, {file(name()), uR"({"C14": 7, "D14": 9, "B19": "Fine", "D18": 3})"_s});
+    const QString answer = u"All is fine as it is. "_s.repeated(20);
+    ::run(u"fill_survey.py"_s,
+          {file(name()), u"{\"C14\": 7, \"D14\": 9, \"B19\": \""_s + answer + u"\", \"D18\": 3}"});
+    const QJsonObject heights = seenByXlrd(file(name()))[u"heights"].toObject();
+    EXPECT_GT(heights[u"18"].toInt(), 2 * heights[u"17"].toInt()) << "the box grows with the answer";
     StoreTest::run(u"update log set Status=True"_s);
     StoreTest::run(u"delete * from responquesindex where questionid="_s + QString::number(question[3]));
     StoreTest::run(u"delete * from reportlinktable"_s);

@@ -118,7 +118,6 @@ def main(path):
         sheet.col(ord(letter) - ord("A")).width = characters * 256
     for hidden in (7, 8):  # H and I: the keys by which the program knows the file again
         sheet.col(hidden).hidden = True
-    sheet.row_default_height_mismatch = True
     sheet.row_default_height = int(ROW_HEIGHT * 20)
     sheet.show_grid = False
     draw_head(sheet)
