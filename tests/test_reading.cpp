@@ -141,7 +141,8 @@ TEST_F(ReadingTest, cellsBecomeAnswersOrEndTheRead) {
         {with("I3", -5), mismatch, {}},
         {with("I4", u"0"_s), {}, noWords},
         {with("I4", {}), {}, noWords},
-        {with("I4", -1e9), {}, {}},
+        {with("I4", -1000), {}, {}},
+        {with("I4", -1e9), overflow, {}},
         {with("I4", 1e9), overflow, {}},
         {with("I4", u"many"_s), mismatch, {}},
     };

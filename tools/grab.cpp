@@ -53,7 +53,7 @@ template <class FormClass> bool grabForm(const QString& name) {
 
 /// With a list of files; those of the register show their details.
 bool grabReading() {
-    forms::openFileSeat = [](const forms::CommonDialog&) {
+    forms::openFileSeat = [](const forms::CommonDialog&) -> QString {
         return homeDirectory() + u"/111.xls\n" + homeDirectory() + u"/Returned by Ann in March.xls";
     };
     frmReading& form = frmReading::instance();
