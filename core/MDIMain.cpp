@@ -8,6 +8,7 @@
 #include "core/pictures.h"
 #include "exchange/frmLogDetails.h"
 #include "exchange/frmReading.h"
+#include "exchange/frmSetting.h"
 #include "feedback/frmFeedBackObj.h"
 #include "platform/desktop/opener.h"
 #include "platform/forms/form.h"
@@ -180,6 +181,8 @@ void MDIMain::runEntry(const QString& name) {
             frmCustomer::unload();
             openParameter();
         });
+    } else if (name == u"mnuSettings") {
+        openForm(false, false, [] { frmSetting::instance().Show(); });
     } else if (name == u"mnuExit") {
         close();
     } else if (name == u"mnuNewSurvey") {

@@ -10,6 +10,7 @@
 #include "exchange/frmLogDetails.h"
 #include "exchange/frmMessage.h"
 #include "exchange/frmReading.h"
+#include "exchange/frmSetting.h"
 #include "feedback/frmFeedBackObj.h"
 #include "platform/forms/dtpicker.h"
 #include "reference/frmCustomer.h"
@@ -125,6 +126,7 @@ int main(int argc, char** argv) {
     saved = grabForm<frmCustomer>(u"frmCustomer"_s) && saved;
     saved = grabForm<frmParameter>(u"frmParameter"_s) && saved;
     saved = grabForm<frmSelectSurvey>(u"frmSelectSurvey"_s) && saved;
+    saved = grabForm<frmSetting>(u"frmSetting"_s) && saved;
     saved = grabForm<frmFeedBackObj>(u"frmFeedBackObj"_s) && saved;
     saved = grabForm<frmLogDetails>(u"frmLogDetails"_s) && saved;
     saved = grabMessage() && saved;
