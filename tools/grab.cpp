@@ -13,6 +13,7 @@
 #include "exchange/frmSetting.h"
 #include "feedback/frmFeedBackObj.h"
 #include "platform/forms/dtpicker.h"
+#include "platform/forms/lists.h"
 #include "reference/frmCustomer.h"
 #include "reference/frmParameter.h"
 #include "survey/frmNewSurvey.h"
@@ -60,7 +61,7 @@ bool grabReading() {
     frmReading& form = frmReading::instance();
     form.Show();
     form.findChild<QAbstractButton*>(u"cmdBrowse"_s)->click();
-    form.findChild<QListWidget*>(u"lstXlsFiles"_s)->item(0)->setSelected(true);
+    form.findChild<forms::ListBox*>(u"lstXlsFiles"_s)->setListIndex(0);
     const bool saved = save(MDIMain::instance(), u"frmReading"_s);
     frmReading::unload();
     return saved;
