@@ -33,8 +33,7 @@ void frmLogDetails::sendmail() {
 bool frmLogDetails::toMailFile(const QString& fileName, const QString& respondentName) {
     toStep([this] { mailer.toBeginMail(); });
     const QString message = toGetStandardMessage(toGetCustomer());
-    mailer.MAPIMessages1.MsgNoteText =
-        message.isEmpty() ? u"."_s : message; // no client drops a body of one dot
+    mailer.MAPIMessages1.MsgNoteText = message.isEmpty() ? u"."_s : message;
     const std::optional<QString> path =
         toCheckFileExists(fileName) ? toHomePath(fileName) : toLocateForMail(fileName);
     if (!path) {

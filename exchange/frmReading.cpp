@@ -113,6 +113,10 @@ void frmReading::toreadFromXlsFile() {
         const QString path = ui->lstXlsFiles->List(line);
         const QString title = titleOf(path);
         --left;
+        if (reader.storeFailed()) {
+            bad << title;
+            continue;
+        }
         toShowStatus(u"Importing Survey File(s)......"_s + title + u", %1 left"_s.arg(left));
         if (!reader.read(path, title))
             bad << title + (reader.failedCell().isEmpty() ? QString()

@@ -19,8 +19,8 @@ public:
 
     forms::CommonDialog cmnDlg;
 
-    /// Reads the chosen lines. A file that cannot be read is told at once and does not keep the next ones; of
-    /// several files, those not read to their end are named together afterwards.
+    /// Reads the chosen lines. A file that cannot be read is told at once and does not keep the next ones,
+    /// unless the store failed; of several files, those not read to their end are named together afterwards.
     void toreadFromXlsFile();
 
 private:

@@ -34,22 +34,32 @@ QVariant toConvertible(const excel::Value& value) {
 
 bool SurveyReader::read(const QString& path, const QString& registerName) {
     reading.reset();
+    failedStore = false;
     return guardedWithDescription([&] {
-        toReconnect();
-        toBackupBeforeLoss();
-        toWriteTogether([&] {
-            if (!registerName.isEmpty())
-                toSetLogStatus(registerName);
-            excel::Application appExcel;
-            const excel::Workbook wkbExcel = appExcel.Workbooks().Open(path);
-            const excel::Worksheet wksExcel = wkbExcel.Worksheets(cellmap::sheetName.toString());
-            wksExcel.Unprotect(cellmap::sheetPassword.toString());
-            toReadCells(wksExcel);
-            wksExcel.Protect(cellmap::sheetPassword.toString());
-            wkbExcel.Close(false);
-            appExcel.Quit();
-        });
+        try {
+            toReconnect();
+            toBackupBeforeLoss();
+            toWriteTogether([&] {
+                if (!registerName.isEmpty())
+                    toSetLogStatus(registerName);
+                toReadFile(path);
+            });
+        } catch (const ado::Failure&) {
+            failedStore = cnnMain->State() == 0 || cnnMain->Errors().Count() > 0; // else a cell's conversion
+            throw;
+        }
     });
+}
+
+void SurveyReader::toReadFile(const QString& path) {
+    excel::Application appExcel;
+    const excel::Workbook wkbExcel = appExcel.Workbooks().Open(path);
+    const excel::Worksheet wksExcel = wkbExcel.Worksheets(cellmap::sheetName.toString());
+    wksExcel.Unprotect(cellmap::sheetPassword.toString());
+    toReadCells(wksExcel);
+    wksExcel.Protect(cellmap::sheetPassword.toString());
+    wkbExcel.Close(false);
+    appExcel.Quit();
 }
 
 QString SurveyReader::failedCell() const {

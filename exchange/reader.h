@@ -19,8 +19,11 @@ public:
 
     /// The cell that ended the last read, such as "D16"; empty when that was something else.
     QString failedCell() const;
+    /// The store ended the last read, so that the next file would fare no better.
+    bool storeFailed() const { return failedStore; }
 
 private:
+    void toReadFile(const QString& path);
     void toReadCells(const excel::Worksheet& sheet);
     /// Rows of the block.
     int toReadBlock(const excel::Worksheet& sheet, int row);
@@ -33,4 +36,5 @@ private:
     double questionCount(const excel::Worksheet& sheet);
 
     std::optional<cellmap::Place> reading; // the cell that is being converted
+    bool failedStore = false;
 };

@@ -141,7 +141,8 @@ TEST_F(ReadingTest, cellsBecomeAnswersOrEndTheRead) {
         {with("I3", -5), mismatch, {}},
         {with("I4", u"0"_s), {}, noWords},
         {with("I4", {}), {}, noWords},
-        {with("I4", -1e9), {}, {}},
+        {with("I4", -1000), {}, {}},
+        {with("I4", -1e9), overflow, {}},
         {with("I4", 1e9), overflow, {}},
         {with("I4", u"many"_s), mismatch, {}},
     };
@@ -327,6 +328,10 @@ TEST_F(ReadInTest, aStoreThatFailsEndsTheReadAndIsTold) {
     messages.expectBeginning(u"Error : "_s);
     readIn();
     EXPECT_EQ(answers(ann), u"1:9,0"_s);
+    messages.expectBeginning(u"Error : "_s);
+    messages.expect(u"Not read to the end:\r\nann.xls\r\nann.xls"_s, style::information);
+    expectDone();
+    import(path(u"ann.xls"_s) + u'\n' + path(u"ann.xls"_s));
     run(u"update log set xlsfilename='../ann.xls'"_s); // no bare name
     picked.clear();
     readIn();

@@ -11,10 +11,10 @@
 #include "core/frmAboutUs.h"
 #include "core/frmSplash.h"
 #include "core/gblGlobal.h"
-#include "exchange/frmSetting.h"
 #include "exchange/frmLogDetails.h"
 #include "exchange/frmMessage.h"
 #include "exchange/frmReading.h"
+#include "exchange/frmSetting.h"
 #include "feedback/frmFeedBackObj.h"
 #include "improvement/frmImprovementPlan.h"
 #include "platform/forms/dtpicker.h"
@@ -64,13 +64,13 @@ template <class FormClass> bool grabForm(const QString& name) {
 
 /// With a list of files; those of the register show their details.
 bool grabReading() {
-    forms::openFileSeat = [](const forms::CommonDialog&) {
+    forms::openFileSeat = [](const forms::CommonDialog&) -> QString {
         return homeDirectory() + u"/111.xls\n" + homeDirectory() + u"/Returned by Ann in March.xls";
     };
     frmReading& form = frmReading::instance();
     form.Show();
     form.findChild<QAbstractButton*>(u"cmdBrowse"_s)->click();
-    form.findChild<QListWidget*>(u"lstXlsFiles"_s)->item(0)->setSelected(true);
+    form.findChild<forms::ListBox*>(u"lstXlsFiles"_s)->setListIndex(0);
     const bool saved = save(MDIMain::instance(), u"frmReading"_s);
     frmReading::unload();
     return saved;

@@ -7,6 +7,8 @@
 #include <QTimer>
 #include <QUrl>
 
+#include <memory>
+
 using namespace Qt::StringLiterals;
 
 namespace mapi {
@@ -48,24 +50,22 @@ void waitFor(QProcess& process) {
 
 void composeByXdgEmail(const Mail& mail) {
     const QStringList arguments = emailArguments(mail);
-    // Not owned: the client may run on, also after the end of this program.
-    auto* process = new QProcess;
+    auto process = std::make_unique<QProcess>();
     process->setStandardInputFile(QProcess::nullDevice());
     process->setStandardOutputFile(QProcess::nullDevice());
     process->setStandardErrorFile(QProcess::nullDevice());
     process->start(u"xdg-email"_s, arguments);
     if (!process->waitForStarted(longestStart)) {
-        const QString reason = process->errorString();
-        delete process;
-        throw Failure(u"The mail program could not be started: "_s + reason);
+        throw Failure(u"The mail program could not be started: "_s + process->errorString());
     }
     waitFor(*process);
     if (process->state() != QProcess::NotRunning) {
-        QObject::connect(process, &QProcess::finished, process, &QObject::deleteLater);
+        // Let go of: the client may run on, also after the end of this program.
+        QObject::connect(process.get(), &QProcess::finished, process.get(), &QObject::deleteLater);
+        process.release();
         return;
     }
     const int exitCode = process->exitStatus() == QProcess::NormalExit ? process->exitCode() : -1;
-    delete process;
     if (exitCode != 0)
         throw Failure(u"The mail was not handed over: "_s + reasonOf(exitCode) + u'.');
 }

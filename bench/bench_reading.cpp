@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Reading 500 filled survey files of 50 questions into an empty store, writes included, beside xlrd, which
+// only parses them. Needs python3-xlrd.
+#include "core/MDIMain.h"
+#include "core/gblGlobal.h"
+#include "exchange/reader.h"
+#include "tests/support/surveyfile.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int fileCount = 500;
+constexpr int questionCount = 50;
+
+/// Every fifth question asks for words.
+bool isScore(int questionid) {
+    return questionid % 5 != 0;
+}
+
+QStringList makeFiles(const QTemporaryDir& home) {
+    SurveyFile file;
+    int row = cellmap::firstRow;
+    for (int questionid = 1; questionid <= questionCount; ++questionid) {
+        file.questions.emplace_back(questionid, isScore(questionid));
+        file.entered[u'D' + QString::number(row)] = 1 + questionid % 10;
+        if (isScore(questionid))
+            file.entered[u'C' + QString::number(row)] = 1 + questionid % 9;
+        else
+            file.entered[u'B' + QString::number(row + 1)] =
+                u"The answer in words to question %1."_s.arg(questionid);
+        row += cellmap::blockRows(isScore(questionid));
+    }
+    QStringList paths;
+    for (int i = 1; i <= fileCount; ++i) {
+        file.respondentid = i;
+        paths << home.filePath(u"%1.xls"_s.arg(i));
+        file.saveAs(paths.last());
+    }
+    return paths;
+}
+
+bool connect(const QTemporaryDir& home) {
+    qputenv("XDG_CONFIG_HOME", home.filePath(u"config"_s).toUtf8());
+    setHomeDirectory(home.path());
+    if (!QFile::copy(QStringLiteral(GAUGEWELL_STORE), home.filePath(u"Tallywell.mdb"_s)) ||
+        !toCreateDSN(u"gwl"_s, strDatabasePath))
+        return false;
+    toOpenConnection();
+    ado::Recordset questions;
+    questions.Open(u"select * from questions"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
+    for (int questionid = 1; questionid <= questionCount; ++questionid) {
+        questions.AddNew();
+        questions["Type"] = isScore(questionid);
+        questions.Update();
+    }
+    return true;
+}
+
+/// Resident memory in MB.
+double residentMemory() {
+    QFile status(u"/proc/self/statm"_s);
+    constexpr double pagesPerMb = 256;
+    return status.open(QIODevice::ReadOnly) ? status.readAll().split(' ').value(1).toDouble() / pagesPerMb
+                                            : 0;
+}
+
+double xlrdSeconds(const QStringList& paths) {
+    const QString script = u"import sys, time, xlrd\n"
+                           "start = time.perf_counter()\n"
+                           "for path in sys.argv[1:]: xlrd.open_workbook(path)\n"
+                           "print(time.perf_counter() - start)\n"_s;
+    QProcess python;
+    python.start(u"/usr/bin/python3"_s, QStringList{u"-c"_s, script} + paths);
+    python.waitForFinished(-1);
+    return python.readAllStandardOutput().trimmed().toDouble();
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QApplication application(argc, argv);
+    const QTemporaryDir home;
+    const QStringList paths = makeFiles(home);
+    if (!connect(home))
+        return 1;
+    SurveyReader reader;
+    for (const char* pass : {"new answers", "the same again"}) {
+        QElapsedTimer clock;
+        clock.start();
+        double memory = 0;
+        for (qsizetype i = 0; i < paths.size(); ++i) {
+            if (!reader.read(paths[i], paths[i].section(u'/', -1)))
+                return 1;
+            if (i == paths.size() / 10)
+                memory = residentMemory();
+        }
+        std::printf("%-16s %6.2f s, memory after a tenth %.1f MB, after all %.1f MB\n", pass,
+                    double(clock.elapsed()) / 1000, memory, residentMemory());
+    }
+    std::printf("%-16s %6.2f s\n", "xlrd parses", xlrdSeconds(paths));
+    MDIMain::destroy();
+    return 0;
+}
