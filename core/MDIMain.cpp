@@ -6,6 +6,7 @@
 #include "core/gblGlobal.h"
 #include "core/menus.h"
 #include "core/pictures.h"
+#include "exchange/frmSetting.h"
 #include "feedback/frmFeedBackObj.h"
 #include "platform/desktop/opener.h"
 #include "platform/forms/form.h"
@@ -179,6 +180,8 @@ void MDIMain::runEntry(const QString& name) {
             frmCustomer::unload();
             openParameter();
         });
+    } else if (name == u"mnuSettings") {
+        openForm(false, false, [] { frmSetting::instance().Show(); });
     } else if (name == u"mnuExit") {
         close();
     } else if (name == u"mnuNewSurvey") {

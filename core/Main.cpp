@@ -3,6 +3,8 @@
 #include "core/frmSplash.h"
 #include "core/gblGlobal.h"
 #include "platform/desktop/helpwindow.h"
+#include "platform/desktop/opener.h"
+#include "platform/excel/application.h"
 #include "platform/forms/msgbox.h"
 
 #include <QApplication>
@@ -29,6 +31,12 @@ void toShowHelp(const forms::CommonDialog& dialog) {
         forms::msgBox(u"The help file '"_s + dialog.HelpFile + u"' cannot be read.");
 }
 
+void toShowWorkbook(const QString& path) {
+    constexpr int smallestSuccess = 33;
+    if (desktop::openFile(path) < smallestSuccess)
+        forms::msgBox(u"There is no program that opens the file '"_s + path + u"'.");
+}
+
 } // namespace
 
 int Main(int argc, char** argv) {
@@ -37,6 +45,7 @@ int Main(int argc, char** argv) {
     forms::applicationTitle = u"Gaugewell"_s;
     QApplication::setQuitOnLastWindowClosed(false);
     forms::helpSeat = toShowHelp;
+    excel::Application::setFileShower(toShowWorkbook);
 
     strCompanyName = toReadCompanyName();
     if (!toCreateDSN(u"gwl"_s, strDatabasePath))

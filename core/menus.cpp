@@ -7,7 +7,7 @@ const std::vector<MenuEntry>& menuEntries() {
         {"mnuFile", "", "&File", "", Menu},
         {"mnuCusAndResp", "mnuFile", "&Customer And Respondent", "Ctrl+U", Open},
         {"mnuPrameter", "mnuFile", "&Parameter", "Ctrl+P", Open},
-        {"mnuSettings", "mnuFile", "&Settings", "", Later},
+        {"mnuSettings", "mnuFile", "&Settings", "", Open},
         {"mnuDash", "mnuFile", "-", "", Open},
         {"mnuExit", "mnuFile", "E&xit", "Ctrl+Q", Open},
         {"mnuSurveyDefine", "", "&Define Survey", "", Menu},

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/MDIMain.h"
 #include "exchange/cellmap.h"
+#include "exchange/frmSetting.h"
 #include "exchange/lastmarks.h"
 #include "platform/crystal/crystalreport.h"
 #include "platform/crystal/previewwindow.h"
@@ -8,11 +9,14 @@
 #include "platform/mapi/client.h"
 #include "tests/support/surveytest.h"
 
+#include <QAction>
+#include <QApplication>
 #include <QDir>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QRadioButton>
 
 using namespace Qt::StringLiterals;
 using forms::Answer;
@@ -199,6 +203,32 @@ TEST_F(ExportTest, anExistingFileIsWrittenOverInPlace) {
     for (const auto& [address, text] : cells)
         EXPECT_EQ(cell(name(), QLatin1StringView(address)), text) << address;
     EXPECT_TRUE(opened.isEmpty());
+}
+
+TEST_F(ExportTest, whoNamesTheFilesIsSet) {
+    const auto choose = [](Qt::Key direction) {
+        MDIMain::instance().findChild<QAction*>(u"mnuSettings"_s)->trigger();
+        QTest::keyClick(QApplication::focusWidget(), direction);
+        return &frmSetting::instance();
+    };
+    const auto chosen = [] {
+        return control<QRadioButton>(frmSetting::instance(), "opnUserDefined")->isChecked();
+    };
+    EXPECT_FALSE(chosen());
+    choose(Qt::Key_Up);
+    EXPECT_TRUE(chosen());
+    key(Qt::Key_Escape);
+    EXPECT_EQ(frmSetting::loaded(), nullptr);
+    EXPECT_EQ(value(u"select checkeduser from setting"_s), u"False"_s);
+    ::press(*choose(Qt::Key_Up), "cmdOK");
+    EXPECT_EQ(frmSetting::loaded(), nullptr);
+    EXPECT_EQ(value(u"select checkeduser from setting"_s), u"True"_s);
+    frmNewSurvey& editor = open();
+    EXPECT_TRUE(editor.blnSetting);
+    ::press(*choose(Qt::Key_Down), "cmdOK");
+    EXPECT_EQ(value(u"select checkeduser from setting"_s), u"False"_s);
+    editor.Show();
+    EXPECT_FALSE(editor.blnSetting);
 }
 
 TEST_F(ExportTest, theUserNamesTheFile) {

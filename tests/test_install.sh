@@ -10,7 +10,7 @@ fail() { echo "$1" >&2; exit 1; }
 
 install
 for file in gaugewell Tallywell.mdb "GWL HELP 2.1.HLP" actionplan.rpt log.rpt rptrating.rpt satisfaction.rpt \
-  satisfactionindex.rpt scatter.rpt surveyresponse.rpt; do
+  satisfactionindex.rpt scatter.rpt surveyresponse.rpt template.xls; do
   [ -s "$home/$file" ] || fail "missing in a fresh home: $file"
 done
 echo "the user's data" >>"$home/Tallywell.mdb"

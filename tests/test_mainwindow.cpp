@@ -46,7 +46,7 @@ TEST_F(MainWindowTest, entriesStandWithCaptionShortcutAndPlace) {
     const Row table[] = {
         {"mnuCusAndResp", "&Customer And Respondent", "Ctrl+U", "mnuFile", true, true},
         {"mnuPrameter", "&Parameter", "Ctrl+P", "mnuFile", true, true},
-        {"mnuSettings", "&Settings", "", "mnuFile", false, true},
+        {"mnuSettings", "&Settings", "", "mnuFile", true, true},
         {"mnuExit", "E&xit", "Ctrl+Q", "mnuFile", true, true},
         {"mnuNewSurvey", "&New Survey", "Ctrl+N", "mnuSurveyDefine", true, true},
         {"mnuEditSurvey", "&Edit Survey", "Ctrl+E", "mnuSurveyDefine", true, true},

@@ -7,6 +7,7 @@
 #include "core/frmAboutUs.h"
 #include "core/frmSplash.h"
 #include "core/gblGlobal.h"
+#include "exchange/frmSetting.h"
 #include "feedback/frmFeedBackObj.h"
 #include "platform/forms/dtpicker.h"
 #include "reference/frmCustomer.h"
@@ -110,6 +111,7 @@ int main(int argc, char** argv) {
     saved = grabForm<frmSelectSurvey>(u"frmSelectSurvey"_s) && saved;
     saved = grabForm<frmEditExistingSurvey>(u"frmEditExistingSurvey"_s) && saved;
     saved = grabPaste() && saved;
+    saved = grabForm<frmSetting>(u"frmSetting"_s) && saved;
     saved = grabForm<frmFeedBackObj>(u"frmFeedBackObj"_s) && saved;
     saved = grabForm<frmSatisfactionIndex>(u"frmSatisfactionIndex"_s) && saved;
     saved = grabEditor() && saved;

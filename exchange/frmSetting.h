@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/forms/form.h"
+
+#include <memory>
+
+namespace Ui {
+class frmSetting;
+}
+
+/// Says who names the survey files, for all users of the store.
+class frmSetting : public forms::DefaultForm<frmSetting> {
+    Q_OBJECT
+
+public:
+    ~frmSetting() override;
+
+private:
+    friend class DefaultForm<frmSetting>;
+    frmSetting();
+    void onLoad() override;
+    void toSaveSetting();
+
+    std::unique_ptr<Ui::frmSetting> ui;
+};
