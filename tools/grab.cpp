@@ -159,9 +159,9 @@ int main(int argc, char** argv) {
     saved = grabForm<frmCustomer>(u"frmCustomer"_s) && saved;
     saved = grabForm<frmParameter>(u"frmParameter"_s) && saved;
     saved = grabForm<frmSelectSurvey>(u"frmSelectSurvey"_s) && saved;
-    saved = grabForm<frmSetting>(u"frmSetting"_s) && saved;
     saved = grabForm<frmEditExistingSurvey>(u"frmEditExistingSurvey"_s) && saved;
     saved = grabPaste() && saved;
+    saved = grabForm<frmSetting>(u"frmSetting"_s) && saved;
     saved = grabForm<frmFeedBackObj>(u"frmFeedBackObj"_s) && saved;
     saved = grabForm<frmLogDetails>(u"frmLogDetails"_s) && saved;
     saved = grabMessage() && saved;
