@@ -228,24 +228,35 @@ void frmPerformanceMatrix::toSetPoint() {
     }
 }
 
+/// A failure of the store is told twice: by itself, and in the list of the connection's errors.
 void frmPerformanceMatrix::toDrawOnHiddenChart() {
-    guardedWithNumber(u" : "_s, [this] {
-        toReconnect();
-        ado::Recordset scatter;
-        scatter.Open(u"select * from scattertable order by sc"_s, *cnnMain);
-        if (scatter.Eof())
-            return;
-        chart::MSChart& figures = *ui->mschartHidden;
-        chart::DataArray points(scatter.RecordCount(), 2);
-        figures.setRowCount(points.rows());
-        for (int row = 1; !scatter.Eof(); scatter.MoveNext(), ++row) {
-            points.at(row, 1) = scatter["sc"].Value().toDouble();
-            points.at(row, 2) = scatter["wt"].Value().toFloat();
-            figures.setRow(row);
-            figures.setRowLabel(scatter["Parameter"].Text());
+    guarded({}, [this] {
+        try {
+            toReconnect();
+            toFillHiddenChart();
+        } catch (const ado::Failure& failure) {
+            const ado::Error& error = failure.cause();
+            forms::msgBox(QString::number(error.Number) + u" : " + error.Description);
+            throw;
         }
-        figures.setChartData(points);
     });
+}
+
+void frmPerformanceMatrix::toFillHiddenChart() {
+    ado::Recordset scatter;
+    scatter.Open(u"select * from scattertable order by sc"_s, *cnnMain);
+    if (scatter.Eof())
+        return;
+    chart::MSChart& figures = *ui->mschartHidden;
+    chart::DataArray points(scatter.RecordCount(), 2);
+    figures.setRowCount(points.rows());
+    for (int row = 1; !scatter.Eof(); scatter.MoveNext(), ++row) {
+        points.at(row, 1) = scatter["sc"].Value().toDouble();
+        points.at(row, 2) = scatter["wt"].Value().toFloat();
+        figures.setRow(row);
+        figures.setRowLabel(scatter["Parameter"].Text());
+    }
+    figures.setChartData(points);
 }
 
 void frmPerformanceMatrix::setGrid() {

@@ -52,6 +52,7 @@ private:
     QString customer() const;
     int frameHeight() const;
     void toFillMeans();
+    void toFillHiddenChart();
     QString pointText(int series, int point) const;
 
     std::unique_ptr<Ui::frmPerformanceMatrix> ui;

@@ -217,9 +217,9 @@ void frmSatisfactionIndex::toFillGroupsOf(const QString& parameter) {
         return;
     answers.Close();
 
-    answers.Open(u"select * from scatterqry where parametername='"_s + parameter +
-                     u"' and surveydate between #" + from + u"# and # " + to + u"# and custname='" +
-                     customer() + u"'",
+    answers.Open(u"select parametername,surveydate,weightage,score from scatterqry where parametername='"_s +
+                     parameter + u"' and surveydate between #" + from + u"# and # " + to +
+                     u"# and custname='" + customer() + u"'",
                  *cnnMain);
     toFillLines(groupsOf(answers));
 }

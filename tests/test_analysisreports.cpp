@@ -31,16 +31,14 @@ protected:
         ReportTest::TearDown();
         forms::todaySeat = [] { return QDate::currentDate(); };
     }
-    static void addReply(int respondentid, int questionid, int surveyid, const QDate& date, int weightage,
-                         const QString& words) {
+    static void addReply(int respondentid, int questionid, int weightage, const QString& words) {
         add(u"feedbackdescriptive"_s, {{"respondentid", respondentid},
                                        {"questionid", questionid},
-                                       {"surveyid", surveyid},
-                                       {"surveydate", date},
+                                       {"surveydate", spring},
                                        {"weightage", weightage},
                                        {"Description", words}});
     }
-    static void addAction(int customerid, const QDate& date, const QString& text, bool done) {
+    static void addAction(int customerid, const QDate& date, const QString& text, bool done = false) {
         add(u"actionplan"_s, {{"customerid", customerid},
                               {"Date", date},
                               {"Action", text},
@@ -64,14 +62,14 @@ protected:
         addScore(bob, fair, first, spring, 4, 6);
         addScore(ann, clear, first, spring, 0, 9);
         addScore(bob, clear, first, spring, 3, 0);
-        addReply(ann, why, first, spring, 2, u"Très bien"_s);
-        addReply(bob, why, first, spring, 0, u"No idea"_s);
+        addReply(ann, why, 2, u"Très bien"_s);
+        addReply(bob, why, 0, u"No idea"_s);
         addScore(ann, fair, second, autumn, 1, 2);
         addAction(acme, spring, u"Ring"_s, true);
-        addAction(acme, autumn, u"Visit"_s, false);
-        addAction(acme, spring.addDays(-1), u"Too early"_s, false);
-        addAction(acme, autumn.addDays(1), u"Too late"_s, false);
-        addAction(addCustomer(u"Brown"_s), spring, u"Somebody else's"_s, false);
+        addAction(acme, autumn, u"Visit"_s);
+        addAction(acme, spring.addDays(-1), u"Too early"_s);
+        addAction(acme, autumn.addDays(1), u"Too late"_s);
+        addAction(addCustomer(u"Brown"_s), spring, u"Somebody else's"_s);
     }
     static void openByMenu(const char* entry) {
         MDIMain::instance().findChild<QAction*>(QLatin1StringView(entry))->trigger();

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/chart/mschart.h"
-#include "tests/support/pdftext.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -146,28 +145,6 @@ TEST_F(ChartTest, copyAndFileHoldThePicture) {
     EXPECT_EQ(QImage(path).size(), shown.size() * 3);
     EXPECT_TRUE(inked(QImage(path), shown.PointPosition(1, 1)));
     EXPECT_FALSE(shown.SavePicture(directory.filePath(u"none/chart.bmp"_s), shown.size()));
-}
-
-/// A drawing has the words of the chart and, read by another program, its marks where the picture has them.
-TEST_F(ChartTest, drawingsHoldWordsAndShapes) {
-    fill({{9}});
-    shown.setValueTitle(u"Qualité"_s);
-    const QTemporaryDir directory;
-    const QString svg = directory.filePath(u"chart.svg"_s);
-    ASSERT_TRUE(shown.SavePicture(svg, shown.size()));
-    QFile file(svg);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_TRUE(QString::fromUtf8(file.readAll()).contains(u"Qualité"));
-    const QString pdf = directory.filePath(u"chart.pdf"_s);
-    ASSERT_TRUE(shown.SavePicture(pdf, shown.size()));
-    EXPECT_TRUE(pdfPages(pdf).value(0).contains(u"Qualité"));
-    QProcess drawer;
-    drawer.start(u"pdftoppm"_s,
-                 {u"-png"_s, u"-singlefile"_s, u"-r"_s, u"96"_s, pdf, directory.filePath(u"page"_s)});
-    ASSERT_TRUE(drawer.waitForFinished());
-    const QImage page(directory.filePath(u"page.png"_s));
-    EXPECT_EQ(page.size(), shown.size());
-    EXPECT_TRUE(inked(page, shown.PointPosition(1, 1)));
 }
 
 /// Two columns a series, any order across, and the whole marker of a point on the edge of the scale.

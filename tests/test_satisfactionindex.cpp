@@ -223,11 +223,9 @@ TEST_F(SatisfactionIndexTest, emptyStore) {
 TEST_F(SatisfactionIndexTest, repeatedStatementsGoByIndexes) {
     const QString date = u"#03/01/2024#"_s;
     const QStringList statements{
-        u"select distinct(parametername),surveydate from scatterqry where parametername='Price' and "
-        u"surveydate "
-        "between "_s +
+        u"select parametername,surveydate,weightage,score from scatterqry where parametername='Price' and "
+        u"surveydate between "_s +
             date + u" and " + date + u" and custname='Acme'",
-        u"select * from scatterqry where parametername='Price' and custname='Acme' and surveydate ="_s + date,
         u"select * from linetable where parameter='Price' and sindex <> 0 order by sdate asc"_s,
         u"select * from surveydateorder where sdate="_s + date};
     for (const QString& sql : statements) {
