@@ -47,7 +47,7 @@ QString fieldsOf(SearchPass pass) {
 } // namespace
 
 QStringList toSplit(const QString& text) {
-    const QStringList keywords = text.split(u' ');
+    QStringList keywords = text.split(u' ');
     if (keywords.size() > mostKeywords)
         throw std::out_of_range("more than ten keywords");
     return keywords;
