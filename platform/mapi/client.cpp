@@ -43,7 +43,10 @@ QString reasonOf(int exitCode) {
 void waitFor(QProcess& process) {
     QEventLoop loop;
     QObject::connect(&process, &QProcess::finished, &loop, &QEventLoop::quit);
-    QTimer::singleShot(longestHandOver, &loop, &QEventLoop::quit);
+    QTimer limit;
+    limit.setSingleShot(true);
+    QObject::connect(&limit, &QTimer::timeout, &loop, &QEventLoop::quit);
+    limit.start(longestHandOver);
     if (process.state() != QProcess::NotRunning)
         loop.exec(QEventLoop::ExcludeUserInputEvents);
 }
@@ -62,7 +65,7 @@ void composeByXdgEmail(const Mail& mail) {
     if (process->state() != QProcess::NotRunning) {
         // Let go of: the client may run on, also after the end of this program.
         QObject::connect(process.get(), &QProcess::finished, process.get(), &QObject::deleteLater);
-        process.release();
+        static_cast<void>(process.release());
         return;
     }
     const int exitCode = process->exitStatus() == QProcess::NormalExit ? process->exitCode() : -1;
