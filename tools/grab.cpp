@@ -122,6 +122,9 @@ bool grabMatrix() {
     form.findChild<forms::ListBox*>(u"lstSurveyDates"_s)->setListIndex(0);
     const bool saved = save(MDIMain::instance(), u"frmPerformanceMatrix-chart"_s);
     frmPerformanceMatrix::unload();
+    return saved;
+}
+
 bool grabSearch() {
     frmSearch& form = frmSearch::instance();
     form.Show();
