@@ -52,6 +52,7 @@ void toAddPictureMenu(chart::MSChart& drawn, const QSize& size) {
 }
 
 void toSavePictureForReport(chart::MSChart& drawn, const QString& file, const QSize& size) {
+    drawn.EditCopy();
     if (!drawn.SavePicture(homeDirectory() + u'/' + file, size, sharpness))
         throw ado::Failure({pathFileAccess, u"Path/File access error"_s});
 }

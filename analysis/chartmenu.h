@@ -12,6 +12,6 @@ class MSChart;
 /// for `size` in logical pixels.
 void toAddPictureMenu(chart::MSChart& drawn, const QSize& size);
 
-/// Writes the picture that a report shows into the home directory, sharp at the width of a page. Throws
-/// ado::Failure when that fails.
+/// Writes the picture that a report shows into the home directory, sharp at the width of a page; it stands on
+/// the clipboard as well. Throws ado::Failure when that fails.
 void toSavePictureForReport(chart::MSChart& drawn, const QString& file, const QSize& size);

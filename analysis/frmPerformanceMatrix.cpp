@@ -55,7 +55,10 @@ frmPerformanceMatrix::frmPerformanceMatrix()
     const chart::Scale scale{.Minimum = 0, .Maximum = 10, .MajorDivision = 2, .MinorDivision = 5};
     ui->mschart->setCategoryScale(scale);
     ui->mschart->setValueScale(scale);
-    ui->mschart->tipText = [this](int series, int point) { return pointText(series, point); };
+    ui->mschart->setChartType(chart::MSChart::xy);
+    ui->mschart->tipText = [this](int series, int point) { // after a failure the chart can hold more points
+        return point <= ui->mschartHidden->RowCount() ? pointText(series, point) : QString();
+    };
     toAddPictureMenu(*ui->mschart, printedSize);
     connectEvents();
 }
@@ -128,6 +131,7 @@ void frmPerformanceMatrix::lstSurveyDates_Click() {
     setMousePointer(forms::Hourglass);
     toShowStatus(u"Saving to View Performance Matrix...."_s);
     cmdView();
+    ui->MSHFlexGrid1->setUpdatesEnabled(true); // a failure while it is filled leaves it off
 }
 
 void frmPerformanceMatrix::cmdView() {
@@ -209,7 +213,7 @@ void frmPerformanceMatrix::toDrawChart() {
             points.at(row, 1) = place.score;
             points.at(row, 2) = static_cast<float>(place.weightage);
         }
-        ui->MSHFlexGrid1->moveCursor(1, 0); // back to the top
+        ui->MSHFlexGrid1->moveTo(1, 0); // back to the top
         ui->mschart->setChartData(points);
         toSetPoint();
     });
@@ -272,7 +276,7 @@ void frmPerformanceMatrix::setGrid() {
         grid.setColWidth(column, static_cast<int>(share * grid.gridWidth()));
     for (int column = 0; column < grid.Cols(); ++column) {
         grid.setTextMatrix(0, column, headings[column]);
-        grid.moveCursor(0, column);
+        grid.moveTo(0, column);
         grid.setCellFontBold(true);
     }
     for (int row = 1; !details.Eof(); details.MoveNext(), ++row) {
@@ -281,14 +285,14 @@ void frmPerformanceMatrix::setGrid() {
             grid.setTextMatrix(row, column,
                                figure ? twoDecimals(details.FieldAt(column).Value().toDouble())
                                       : details.FieldAt(column).Text());
-            grid.moveCursor(row, column);
+            grid.moveTo(row, column);
             if (column % 2 == 0)
                 grid.setCellBackColor(grey);
         }
     }
     for (int row = 0; row < grid.Rows(); ++row) {
         for (int column = 2; column < grid.Cols(); ++column) {
-            grid.moveCursor(row, column);
+            grid.moveTo(row, column);
             grid.setCellAlignment(forms::MSHFlexGrid::centred);
         }
     }
@@ -300,7 +304,7 @@ void frmPerformanceMatrix::toColorGridRow(double score, double weightage, int ro
     if (!color.isValid())
         return;
     for (const int column : {2, 3}) {
-        ui->MSHFlexGrid1->moveCursor(row, column);
+        ui->MSHFlexGrid1->moveTo(row, column);
         ui->MSHFlexGrid1->setCellBackColor(color);
     }
 }

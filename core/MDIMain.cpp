@@ -112,6 +112,7 @@ void MDIMain::makeToolbar() {
     auto* tlbHold = addToolBar(u"Toolbar"_s);
     tlbHold->setObjectName(u"tlbHold"_s);
     tlbHold->setMovable(false);
+    setContextMenuPolicy(Qt::NoContextMenu); // else the bar could be hidden for good
     const auto addButton = [&](const char* key, const char* toolTip, const char* pictureName) {
         auto* button = new QToolButton(tlbHold);
         button->setObjectName(text(key));

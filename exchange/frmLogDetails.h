@@ -23,6 +23,8 @@ public:
 
     forms::CommonDialog cmnDlg;
     crystal::CrystalReport crptReport;
+    Mailer mailer;
+    QString strGenerateXLSFile; ///< the file that is mailed, when the home directory has it
 
     /// The customer chosen here, or empty.
     QString toGetCustomer() const;
@@ -61,6 +63,5 @@ private:
     void toDeleteElsewhere(const QString& fileName);
 
     std::unique_ptr<Ui::frmLogDetails> ui;
-    Mailer mailer;
     bool passesOverFailures = false;
 };

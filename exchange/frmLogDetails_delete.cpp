@@ -63,9 +63,10 @@ void frmLogDetails::toDeleteElsewhere(const QString& fileName) {
     cmnDlg.Flags = hideReadOnlyBox;
     cmnDlg.CancelError = false; // the mailing of this form may have set it
     cmnDlg.ShowOpen();
-    if (cmnDlg.FileTitle.trimmed() == fileName.trimmed() && !cmnDlg.FileName.isEmpty())
+    const bool sameTitle = cmnDlg.FileTitle.trimmed() == fileName.trimmed();
+    if (sameTitle && !cmnDlg.FileName.isEmpty())
         guardedWithDescription([&] { toDeleteFile(fileName, cmnDlg.FileName); });
-    else
+    else if (!sameTitle)
         forms::msgBox(u"Invalid Survey File Selected ..You must select "_s + fileName +
                           u" Survey File to Delete",
                       style::retryCancel);

@@ -34,8 +34,9 @@ bool frmLogDetails::toMailFile(const QString& fileName, const QString& responden
     toStep([this] { mailer.toBeginMail(); });
     const QString message = toGetStandardMessage(toGetCustomer());
     mailer.MAPIMessages1.MsgNoteText = message.isEmpty() ? u"."_s : message;
+    strGenerateXLSFile = toCheckFileExists(fileName) ? fileName : QString();
     const std::optional<QString> path =
-        toCheckFileExists(fileName) ? toHomePath(fileName) : toLocateForMail(fileName);
+        strGenerateXLSFile.isEmpty() ? toLocateForMail(fileName) : toHomePath(strGenerateXLSFile);
     if (!path) {
         toStep([this] { mailer.toSignOff(); });
         return false;

@@ -7,10 +7,14 @@
 #include "exchange/homefile.h"
 #include "exchange/surveylog.h"
 #include "exchange/surveysheet.h"
+#include "exchange/viewer.h"
 #include "platform/forms/clock.h"
 #include "platform/forms/commondialog.h"
 #include "platform/forms/form.h"
 #include "platform/forms/msgbox.h"
+
+#include <QDir>
+#include <QFileInfo>
 
 using namespace Qt::StringLiterals;
 namespace style = forms::style;
@@ -126,7 +130,10 @@ bool SurveyExport::toAskForName() {
         }
         // The register's statements take no plain apostrophe, so that the file has none either.
         const QString chosen = toStoredText(cmnDlg.FileTitle);
-        if (toIsFileNameLogged(chosen) || isProgramsOwnFile(chosen))
+        // The dialog asks before a file is replaced, but only for the name and in the folder that it shows.
+        const bool asked =
+            chosen == cmnDlg.FileTitle && QFileInfo(cmnDlg.FileName).dir() == QDir(homeDirectory());
+        if (toIsFileNameLogged(chosen) || isProgramsOwnFile(chosen) || (!asked && toCheckFileExists(chosen)))
             continue;
         state.strGenerateXLSFile = chosen;
         return true;
@@ -147,10 +154,7 @@ void SurveyExport::toSave() {
 void SurveyExport::toView() {
     if (forms::msgBox(u"Survey File Exported...Do you want to view the file? "_s,
                       style::yesNo + style::information, title()) == forms::Answer::Yes)
-        step([&] {
-            wkbExcel = appExcel.Workbooks().Open(path());
-            wkbExcel.Application().setVisible(true);
-        });
+        step([&] { toViewWorkbook(path()); });
     else
         appExcel.Quit();
 }

@@ -25,7 +25,7 @@ QString frmFeedBackObj::toGetLoggedFileName() {
     blnLog = false;
     if (ui->lstSurveyDates->SelCount() == 0 || ui->lstRespname->SelCount() == 0)
         return {};
-    const QString logged =
+    QString logged =
         ::toGetLoggedFileName({ui->cmbCusName->Text(), ui->lstRespname->Text(), ui->lstSurveyDates->Text()});
     if (logged.isEmpty())
         return logged;
@@ -45,6 +45,7 @@ void frmFeedBackObj::toreadFromXlsFile() {
     if (toCheckFileExists(toGetLoggedFileName())) {
         XLSWrite();
         tofillscoreandweightage();
+        SetEditTextBox(1, 1); // it may show what its cell held before
     } else if (!blnLog) {
         forms::msgBox(
             u"There is no Survey File Exported for the Selected Repondent and Selected Survey Date..."_s,
@@ -73,6 +74,7 @@ void frmFeedBackObj::toLocateXlsFile() {
         blnBrowse = true;
         XLSWrite();
         tofillscoreandweightage();
+        SetEditTextBox(1, 1); // it may show what its cell held before
     }
 }
 

@@ -10,6 +10,8 @@
 #include "search/frmSearch.h"
 #include "ui_frmImprovementPlan.h"
 
+#include <QSignalBlocker>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -140,16 +142,14 @@ void frmImprovementPlan::lsvDtls_Click() {
     const int row = list->CurrentRow();
     if (!list->Selected(row))
         return;
-    const std::vector<int> chosen = list->SelectedRows();
-    const QDate targetDate = toDate(list->Text(row, targetColumn));
-    const bool isComplete = list->Text(row, statusColumn) == statusWord(true);
     ui->txtDescription->setText(list->Text(row));
-    ui->dtdate->setValue(toDate(list->Text(row, dateColumn))); // a change fills the list anew
-    ui->dttargetDate->setValue(targetDate);
-    toShowStatusOf(isComplete);
-    for (const int other : chosen)
-        list->setSelected(other, true);
-    list->setCurrentRow(row);
+    {
+        const QSignalBlocker atHand(
+            ui->dtdate); // its change would load what the row shows, or empty the boxes
+        ui->dtdate->setValue(toDate(list->Text(row, dateColumn)));
+    }
+    ui->dttargetDate->setValue(toDate(list->Text(row, targetColumn)));
+    toShowStatusOf(list->Text(row, statusColumn) == statusWord(true));
 }
 
 void frmImprovementPlan::lsvDtls_RightClick(const QPoint& globalPosition) {

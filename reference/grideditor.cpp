@@ -55,7 +55,7 @@ void GridEditor::setEdit(int col, int row) {
     const bool focused = box->hasFocus();
     box->hide();
     waitsForClick = false;
-    grid->moveCursor(row, col);
+    grid->moveTo(row, col);
     copyCell();
     if (grid->Col() < 1 || grid->Col() > rule.lastColumn || grid->cellRect().isEmpty())
         return;
@@ -200,7 +200,7 @@ void GridEditor::enter() {
 }
 
 void GridEditor::goToRow(int row, int col, RowMove move) {
-    grid->moveCursor(row, col);
+    grid->moveTo(row, col);
     if (onRowChange)
         onRowChange(move);
     setEdit(col, row);

@@ -16,11 +16,11 @@ void toSetHeadsAndWidths(forms::MSHFlexGrid* grid, const QStringList& heads,
     const int col = grid->Col();
     for (int i = 1; i < grid->Cols(); ++i) {
         grid->setTextMatrix(0, i, heads.value(i - 1));
-        grid->moveCursor(0, i);
+        grid->moveTo(0, i);
         grid->setCellAlignment(forms::MSHFlexGrid::centred);
         grid->setCellFontBold(bold);
     }
-    grid->moveCursor(row, col);
+    grid->moveTo(row, col);
 }
 
 void toEmptyGrid(forms::MSHFlexGrid* grid) {

@@ -43,8 +43,10 @@ int frmNewSurvey::helpContext() const {
 
 void frmNewSurvey::toImport() {
     blnExistingSurvey = true;
+    const bool selectionStands = frmSelectSurvey::loaded() != nullptr;
+    if (!selectionStands) // loaded for the copy only, which asks it for respondent and date
+        frmSelectSurvey::instance().toSelect(context());
     frmPasteSurvey::toCopyInto(context(), *this);
-    // A selection that was closed before has been loaded again for the copy only.
-    if (frmSelectSurvey::loaded() && !frmSelectSurvey::loaded()->isVisible())
+    if (!selectionStands)
         frmSelectSurvey::unload();
 }

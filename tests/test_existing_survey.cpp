@@ -68,7 +68,8 @@ protected:
         runRaw(u"create trigger refuses before "_s + change + u" begin select raise(abort, 'no'); end");
     }
     /// Presses a button that opens the import, drives it, and leaves it by Esc when it is still open.
-    static void import(QWidget& form, const char* button, const std::function<void(frmPasteSurvey&)>& drive) {
+    static void importBy(QWidget& form, const char* button,
+                         const std::function<void(frmPasteSurvey&)>& drive) {
         QTimer whenShown;
         whenShown.setSingleShot(true);
         QObject::connect(&whenShown, &QTimer::timeout, &form, [&] {
@@ -189,111 +190,110 @@ TEST_F(ExistingTest, eachCallerCopiesIntoItsOwnSurvey) {
         QWidget& form = c.caller == Select ? static_cast<QWidget&>(frmSelectSurvey::instance())
                         : c.caller == Edit ? static_cast<QWidget&>(edit())
                                            : frmNewSurvey::instance();
-        import(form, c.caller == Select ? "cmdExistingSurvey" : "cmdCopy", [](frmPasteSurvey& paste) {
+        importBy(form, c.caller == Select ? "cmdExistingSurvey" : "cmdCopy", [](frmPasteSurvey& paste) {
             EXPECT_EQ(dates(paste), u"31/01/2024*"_s);
-        EXPECT_EQ(rowsOf(paste), 6);
-        QTest::keyClick(&paste, Qt::Key_O, Qt::AltModifier);
-    });
-    EXPECT_EQ(stored(bob), QString::fromUtf16(c.after));
-    EXPECT_EQ(frmSelectSurvey::loaded() != nullptr, c.caller == Select || c.caller == New);
-    SurveyEditor& editor = c.caller == Edit ? static_cast<SurveyEditor&>(edit()) : frmNewSurvey::instance();
-    EXPECT_EQ(editor.Caption(), c.caller == Edit ? u"Edit Survey"_s : u"Edit Selected Survey"_s);
-    EXPECT_EQ(rowsOf(editor), 2 + stored(bob).count(u':'));
-    press(editor, "cmdRemove");
-    EXPECT_EQ(stored(bob), QString::fromUtf16(c.saved));
-    EXPECT_EQ(stored(ann), annBefore);
-    editor.Unload();
+            EXPECT_EQ(rowsOf(paste), 6);
+            QTest::keyClick(&paste, Qt::Key_O, Qt::AltModifier);
+        });
+        EXPECT_EQ(stored(bob), QString::fromUtf16(c.after));
+        EXPECT_EQ(frmSelectSurvey::loaded() != nullptr, c.caller == Select || c.caller == New);
+        SurveyEditor& editor =
+            c.caller == Edit ? static_cast<SurveyEditor&>(edit()) : frmNewSurvey::instance();
+        EXPECT_EQ(editor.Caption(), c.caller == Edit ? u"Edit Survey"_s : u"Edit Selected Survey"_s);
+        EXPECT_EQ(rowsOf(editor), 2 + stored(bob).count(u':'));
+        press(editor, "cmdRemove");
+        EXPECT_EQ(stored(bob), QString::fromUtf16(c.saved));
+        EXPECT_EQ(stored(ann), annBefore);
+        editor.Unload();
+    }
 }
-} // namespace
 
 TEST_F(ExistingTest, aSurveyIsNotOfferedToItselfAndAFailureKeepsWhatWasCopied) {
     addStored(ann, today, {0, 1, 4});
     addStored(bob, early, {0, 2, 3, 4});
     const QStringList before = storeRows(*cnnMain);
     frmSelectSurvey::instance().Show();
-    import(frmSelectSurvey::instance(), "cmdExistingSurvey", [&](frmPasteSurvey& form) {
+    importBy(frmSelectSurvey::instance(), "cmdExistingSurvey", [&](frmPasteSurvey& form) {
         EXPECT_EQ(dates(form), QString());
-    messages.expect(u"Select a Survey Date to import...."_s, 16, title);
-    press(form, "cmdPaste");
-    EXPECT_EQ(messages.left(), 0);
-});
-    import(edit(), "cmdCopy", [](frmPasteSurvey& form) { // itself: all is there already
+        messages.expect(u"Select a Survey Date to import...."_s, 16, title);
+        press(form, "cmdPaste");
+        EXPECT_EQ(messages.left(), 0);
+    });
+    importBy(edit(), "cmdCopy", [](frmPasteSurvey& form) { // itself: all is there already
         EXPECT_EQ(dates(form), u"05/03/2024*"_s);
-    press(form, "cmdPaste");
+        press(form, "cmdPaste");
     });
-    import(edit(), "cmdCopy", [](frmPasteSurvey& form) { press(form, "cmdClose");
-    });
+    importBy(edit(), "cmdCopy", [](frmPasteSurvey& form) { press(form, "cmdClose"); });
     EXPECT_EQ(storeRows(*cnnMain), before);
     refuse(u"insert on responquesindex when new.questionid="_s + QString::number(question[3]));
     messages.expectBeginning(u"Error : 19\r\nno"_s);
-    import(edit(), "cmdCopy", [](frmPasteSurvey& form) {
+    importBy(edit(), "cmdCopy", [](frmPasteSurvey& form) {
         pick(form, "lstRespondent", u"Bob"_s);
-    press(form, "cmdPaste");
+        press(form, "cmdPaste");
     });
     EXPECT_EQ(stored(ann), u"05/03 1:0 2:1 3:4 5:2"_s);
     EXPECT_FALSE(cnnMain->InTransaction());
+}
+
+/// In 30 customers Ann has the questions 1 to 3 on six dates, Bob 4 and 5 on all of them but the last.
+TEST_F(ExistingTest, deletingAndCopyingTouchTheRowsThatWereMeantAndNoOthers) {
+    cnnMain->BeginTrans();
+    for (int i = 1; i < 30; ++i) {
+        const int custid = addCustomer(u"Customer %1"_s.arg(i));
+        addRespondent(custid, u"Ann"_s);
+        addRespondent(custid, u"Bob"_s);
+    }
+    for (int month = 1; month <= 6; ++month)
+        run(u"insert into survey (sdate, custid) select '2024-0%1-15', custid from customer"_s.arg(month));
+    run(u"insert into responquesindex select respondentid, questionid, surveyid, case when questionid < "
+        u"4 then "
+        "questionid else questionid - 3 end from custresp join survey on survey.custid = custresp.custid "
+        "join "
+        "questions on (questionid < 4) = (respondentname = 'Ann') where questionid < 4 or sdate < '2024-06-01'"_s);
+    const QString each = u" select respondentid, questionid, surveyid, sdate from responquery"_s;
+    for (const QString& table : {u"feedbackobjective"_s, u"feedbackdescriptive"_s})
+        run(u"insert into "_s + table + u" (respondentid, questionid, surveyid, surveydate)" + each);
+    run(u"insert into log (respid, xlsfilename, surveyid, sdate)"_s + each);
+    run(u"insert into reportlinktable (respondentid, questionid, custid, sdate)"_s + each);
+    cnnMain->CommitTrans();
+
+    const QString customer = u"Customer 17"_s;
+    const QString annId = toGetRespondentID(u"Ann"_s, customer);
+    pickCustomer(edit(), customer);
+    for (const auto& [date, alone] : {std::pair(u"15/03/2024"_s, false), {u"15/06/2024"_s, true}}) {
+        pick(edit(), "lstSurvetDates", date);
+        const QStringList before = storeRows(*cnnMain);
+        pressDelete(date, Answer::No);
+        const QString ofSurvey = u"surveyid="_s + toGetSurveyID(date, customer);
+        QStringList meant = alone ? storeRows(*cnnMain, u"survey"_s, ofSurvey) : QStringList();
+        for (const char* name :
+             {"responquesindex", "reportlinktable", "feedbackobjective", "feedbackdescriptive", "log"}) {
+            const QString table = QString::fromLatin1(name);
+            meant += storeRows(*cnnMain, table,
+                               (table == u"reportlinktable" ? u"custid"_s + ofSurvey.mid(8) : ofSurvey) +
+                                   (table == u"log" ? u" and respid=" : u" and respondentid=") + annId);
+            refuse(u"delete on "_s + table);
+            pressDelete(date, Answer::Yes, u"Error : 19\r\nno"_s);
+            runRaw(u"drop trigger refuses"_s);
+            pick(edit(), "lstSurvetDates", date);
+        }
+        meant.sort();
+        EXPECT_EQ(storeRows(*cnnMain), before);
+        pressDelete(date);
+        const QStringList after = storeRows(*cnnMain);
+        EXPECT_EQ(goneRows(before, after), meant);
+        EXPECT_EQ(goneRows(after, before), QStringList());
+        EXPECT_EQ(meant.size(), 15 + alone);
+        EXPECT_TRUE(dates(edit()).startsWith(u"15/01/2024* "));
+        EXPECT_EQ(rowsOf(edit()), 5);
     }
 
-    /// In 30 customers Ann has the questions 1 to 3 on six dates, Bob 4 and 5 on all of them but the last.
-    TEST_F(ExistingTest, deletingAndCopyingTouchTheRowsThatWereMeantAndNoOthers) {
-        cnnMain->BeginTrans();
-        for (int i = 1; i < 30; ++i) {
-            const int custid = addCustomer(u"Customer %1"_s.arg(i));
-            addRespondent(custid, u"Ann"_s);
-            addRespondent(custid, u"Bob"_s);
-        }
-        for (int month = 1; month <= 6; ++month)
-            run(u"insert into survey (sdate, custid) select '2024-0%1-15', custid from customer"_s.arg(
-                month));
-        run(u"insert into responquesindex select respondentid, questionid, surveyid, case when questionid < "
-            u"4 then "
-            "questionid else questionid - 3 end from custresp join survey on survey.custid = custresp.custid "
-            "join "
-            "questions on (questionid < 4) = (respondentname = 'Ann') where questionid < 4 or sdate < '2024-06-01'"_s);
-        const QString each = u" select respondentid, questionid, surveyid, sdate from responquery"_s;
-        for (const QString& table : {u"feedbackobjective"_s, u"feedbackdescriptive"_s})
-            run(u"insert into "_s + table + u" (respondentid, questionid, surveyid, surveydate)" + each);
-        run(u"insert into log (respid, xlsfilename, surveyid, sdate)"_s + each);
-        run(u"insert into reportlinktable (respondentid, questionid, custid, sdate)"_s + each);
-        cnnMain->CommitTrans();
-
-        const QString customer = u"Customer 17"_s;
-        const QString annId = toGetRespondentID(u"Ann"_s, customer);
-        pickCustomer(edit(), customer);
-        for (const auto& [date, alone] : {std::pair(u"15/03/2024"_s, false), {u"15/06/2024"_s, true}}) {
-            pick(edit(), "lstSurvetDates", date);
-            const QStringList before = storeRows(*cnnMain);
-            pressDelete(date, Answer::No);
-            const QString ofSurvey = u"surveyid="_s + toGetSurveyID(date, customer);
-            QStringList meant = alone ? storeRows(*cnnMain, u"survey"_s, ofSurvey) : QStringList();
-            for (const char* name :
-                 {"responquesindex", "reportlinktable", "feedbackobjective", "feedbackdescriptive", "log"}) {
-                const QString table = QString::fromLatin1(name);
-                meant += storeRows(*cnnMain, table,
-                                   (table == u"reportlinktable" ? u"custid"_s + ofSurvey.mid(8) : ofSurvey) +
-                                       (table == u"log" ? u" and respid=" : u" and respondentid=") + annId);
-                refuse(u"delete on "_s + table);
-                pressDelete(date, Answer::Yes, u"Error : 19\r\nno"_s);
-                runRaw(u"drop trigger refuses"_s);
-                pick(edit(), "lstSurvetDates", date);
-            }
-            meant.sort();
-            EXPECT_EQ(storeRows(*cnnMain), before);
-            pressDelete(date);
-            const QStringList after = storeRows(*cnnMain);
-            EXPECT_EQ(goneRows(before, after), meant);
-            EXPECT_EQ(goneRows(after, before), QStringList());
-            EXPECT_EQ(meant.size(), 15 + alone);
-            EXPECT_TRUE(dates(edit()).startsWith(u"15/01/2024* "));
-            EXPECT_EQ(rowsOf(edit()), 5);
-        }
-
-        const QStringList before = storeRows(*cnnMain);
-    import(edit(), "cmdCopy", [](frmPasteSurvey& form) {
+    const QStringList before = storeRows(*cnnMain);
+    importBy(edit(), "cmdCopy", [](frmPasteSurvey& form) {
         pickCustomer(form, u"Customer 4"_s);
-    pick(form, "lstRespondent", u"Bob"_s);
-    pick(form, "lstSurvetDates", u"15/02/2024"_s);
-    press(form, "cmdPaste");
+        pick(form, "lstRespondent", u"Bob"_s);
+        pick(form, "lstSurvetDates", u"15/02/2024"_s);
+        press(form, "cmdPaste");
     });
     const QStringList copied = storeRows(*cnnMain);
     const QString row =
@@ -307,6 +307,6 @@ TEST_F(ExistingTest, aSurveyIsNotOfferedToItselfAndAFailureKeepsWhatWasCopied) {
         rows(u"select surveyid from responquesindex where surveyid not in (select surveyid from survey)"_s),
         QStringList());
     EXPECT_EQ(QDir(home() + u"/backup").entryList(QDir::Files).size(), 1);
-    }
+}
 
-    } // namespace
+} // namespace

@@ -121,7 +121,7 @@ protected:
             QStringList cells;
             for (int column = 0; column < grid->Cols(); ++column)
                 cells << grid->TextMatrix(row, column);
-            grid->moveCursor(row, 3);
+            grid->moveTo(row, 3);
             result << cells.join(u'|') + (row > 0 ? u'|' + grid->CellBackColor().name() : QString());
         }
         return result;
@@ -182,13 +182,16 @@ TEST_F(PerformanceMatrixTest, viewShowsChartAndGrid) {
 TEST_F(PerformanceMatrixTest, ninthCoincidenceEndsInSilence) {
     for (int i = 0; i < 10; ++i)
         rate(u"Same %1"_s.arg(i), 6, 6);
-    rate(u"Later"_s, 3, 3, autumn);
+    for (int i = 0; i < 12; ++i)
+        rate(u"Later %1"_s.arg(i), 3, i % 10, autumn);
     open();
     clickDate(1);
     clickDate(0);
     EXPECT_TRUE(print->isVisible());
-    EXPECT_EQ(drawn->RowCount(), 1);
+    EXPECT_EQ(drawn->RowCount(), 12);
     EXPECT_EQ(gridRows().size(), 11);
+    for (int i = 0; i < 12; ++i) // the points that are left of the other date have no figures
+        QTest::keyClick(drawn, Qt::Key_Right);
 }
 
 TEST_F(PerformanceMatrixTest, reportHoldsChartAndRows) {

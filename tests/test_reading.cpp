@@ -60,7 +60,7 @@ protected:
                 .questions = {{question[0], true}, {question[4], false}},
                 .entered = entered};
     }
-    void import(const QString& files) {
+    void importBy(const QString& files) {
         picked = files;
         frmReading& form = frmReading::instance();
         form.Show();
@@ -156,7 +156,7 @@ TEST_F(ReadingTest, cellsBecomeAnswersOrEndTheRead) {
         if (!c.message.isEmpty())
             messages.expect(c.message);
         expectDone();
-        import(path(u"ann.xls"_s));
+        importBy(path(u"ann.xls"_s));
         EXPECT_EQ(answers(ann), c.answers);
         EXPECT_EQ(answers(bob), QString());
         EXPECT_EQ(rows(u"select xlsfilename, Status from log"_s), QStringList(u"ann.xls|True"_s));
@@ -169,7 +169,7 @@ TEST_F(ReadingTest, whatIsNoSurveyFileEndsWithItsSentence) {
     const auto refuse = [&](const QString& sentence, const QString& from) {
         messages.expectBeginning(sentence);
         expectDone();
-        import(from);
+        importBy(from);
         EXPECT_EQ(answers(ann), QString());
     };
     refuse(u"The file \"t_xlwt.xls\" has no sheet \"Sheet1\"."_s, samples + u"t_xlwt.xls");
@@ -187,7 +187,7 @@ TEST_F(ReadingTest, whatIsNoSurveyFileEndsWithItsSentence) {
     // Formulas count by their results, merged cells by their first; another sheet stands before Sheet1.
     messages.expect(mismatch);
     expectDone();
-    import(samples + u"formulas_and_merges.xls");
+    importBy(samples + u"formulas_and_merges.xls");
     EXPECT_EQ(answers(ann), u"1:9,7 2:0,5 5:4 Good work"_s);
 }
 
@@ -216,7 +216,7 @@ TEST_F(ReadingTest, manyFilesOfWhichSomeAreBad) {
         style::information);
     expectDone();
     const PanelWatch panel;
-    import(files.join(u'\n'));
+    importBy(files.join(u'\n'));
     EXPECT_EQ(flags, 512);
     EXPECT_EQ(panel.seen.value(1), u"Importing Survey File(s)......Anné 1 o'k.xls, 29 left"_s);
     EXPECT_EQ(panel.seen.value(30), u"Importing Survey File(s)......Anné 30 o'k.xls, 0 left"_s);
@@ -331,7 +331,7 @@ TEST_F(ReadInTest, aStoreThatFailsEndsTheReadAndIsTold) {
     messages.expectBeginning(u"Error : "_s);
     messages.expect(u"Not read to the end:\r\nann.xls\r\nann.xls"_s, style::information);
     expectDone();
-    import(path(u"ann.xls"_s) + u'\n' + path(u"ann.xls"_s));
+    importBy(path(u"ann.xls"_s) + u'\n' + path(u"ann.xls"_s));
     run(u"update log set xlsfilename='../ann.xls'"_s); // no bare name
     picked.clear();
     readIn();

@@ -136,7 +136,7 @@ void MSChart::drawIfChanged() {
     if (!changed)
         return;
     changed = false;
-    view->draw(drawing());
+    view->setDrawing(drawing());
 }
 
 Drawing MSChart::drawing() const {
@@ -182,7 +182,7 @@ bool MSChart::SavePicture(const QString& path, const QSize& size, double sharpne
     page.setFont(font());
     page.resize(size);
     page.setViewport(QRect({}, size));
-    page.draw(drawing());
+    page.setDrawing(drawing());
     return savePlot(page, path, sharpness);
 }
 

@@ -75,7 +75,7 @@ PlotView::PlotView(QWidget* parent) : QCustomPlot(parent), ring(addGraph()) {
     legend->setRowSpacing(legendSpacing);
 }
 
-void PlotView::draw(const Drawing& drawing) {
+void PlotView::setDrawing(const Drawing& drawing) {
     for (int i = graphCount() - 1; i > 0; --i)
         removeGraph(i); // all but the ring
     xAxis->setLabel(drawing.acrossTitle);

@@ -16,7 +16,7 @@ class PlotView : public QCustomPlot {
 public:
     explicit PlotView(QWidget* parent = nullptr);
 
-    void draw(const Drawing& drawing);
+    void setDrawing(const Drawing& drawing);
     /// Rings one point with its coordinates; without one, none.
     void mark(const std::optional<QPointF>& point);
     /// Where coordinates stand in the widget.

@@ -38,7 +38,7 @@ void savePdf(const Report& report, const QString& path) {
 
 void print(const Report& report, QPrinter& printer) {
     printer.setFullPage(true);
-    const int first = printer.fromPage() > 0 ? printer.fromPage() - 1 : 0;
+    const int first = std::clamp(printer.fromPage() - 1, 0, std::max(report.pageCount() - 1, 0));
     const int last =
         std::min(printer.toPage() > 0 ? printer.toPage() : report.pageCount(), report.pageCount());
     const QSizeF paper = printer.paperRect(QPrinter::DevicePixel).size();

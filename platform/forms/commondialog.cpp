@@ -13,11 +13,19 @@ namespace {
 
 constexpr int severalFiles = 512;
 
+/// The hourglass of the form that asks does not hang over the dialog.
+QStringList chosenIn(QFileDialog& box) {
+    QGuiApplication::setOverrideCursor(Qt::ArrowCursor);
+    const bool accepted = box.exec() == QDialog::Accepted;
+    QGuiApplication::restoreOverrideCursor();
+    return accepted ? box.selectedFiles() : QStringList();
+}
+
 QString askForFile(const CommonDialog& dialog) {
     QFileDialog box(QApplication::activeWindow());
     box.setFileMode(dialog.Flags & severalFiles ? QFileDialog::ExistingFiles : QFileDialog::ExistingFile);
     box.setNameFilter(qtFilter(dialog.Filter));
-    return box.exec() == QDialog::Accepted ? box.selectedFiles().join(u'\n') : QString();
+    return chosenIn(box).join(u'\n');
 }
 
 /// Asks before a file is replaced that the shown folder has.
@@ -27,7 +35,7 @@ QString askForNewFile(const CommonDialog& dialog) {
     box.setNameFilter(qtFilter(dialog.Filter));
     if (!dialog.InitDir.isEmpty())
         box.setDirectory(dialog.InitDir);
-    return box.exec() == QDialog::Accepted ? box.selectedFiles().value(0) : QString();
+    return chosenIn(box).value(0);
 }
 
 } // namespace

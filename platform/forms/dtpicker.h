@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QDateEdit>
+#include <QWheelEvent>
 
 namespace forms {
 
@@ -16,6 +17,10 @@ public:
 
 Q_SIGNALS:
     void Change();
+
+protected:
+    /// The wheel changes nothing: a date changed by accident would drop what was typed for the one before.
+    void wheelEvent(QWheelEvent* event) override { event->ignore(); }
 };
 
 } // namespace forms

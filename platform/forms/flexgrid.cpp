@@ -48,16 +48,16 @@ int MSHFlexGrid::toTwipsOf(int pixels) {
 
 void MSHFlexGrid::setRows(int count) {
     cells->setRows(count);
-    moveCursor(row, col);
+    moveTo(row, col);
 }
 
 void MSHFlexGrid::setCols(int count, int fixedColumns) {
     cells->setColumns(count, fixedColumns);
     verticalHeader()->setVisible(fixedColumns > 0);
-    moveCursor(row, col);
+    moveTo(row, col);
 }
 
-void MSHFlexGrid::moveCursor(int toRow, int toCol) {
+void MSHFlexGrid::moveTo(int toRow, int toCol) {
     row = qBound(0, toRow, Rows() - 1);
     col = qBound(0, toCol, Cols() - 1);
     showCursor();
@@ -91,7 +91,7 @@ void MSHFlexGrid::setTextMatrix(int atRow, int atCol, const QString& text) {
 void MSHFlexGrid::RemoveItem(int atRow) {
     const int before = row;
     cells->removeRow(atRow);
-    moveCursor(before, col);
+    moveTo(before, col);
 }
 
 void MSHFlexGrid::setCellAlignment(int alignment) {

@@ -22,11 +22,11 @@ public:
     /// One fixed column unless told otherwise.
     void setCols(int count, int fixedColumns = 1);
     int Row() const { return row; }
-    void setRow(int value) { moveCursor(value, col); }
+    void setRow(int value) { moveTo(value, col); }
     int Col() const { return col; }
-    void setCol(int value) { moveCursor(row, value); }
+    void setCol(int value) { moveTo(row, value); }
     /// Moves the cursor; outside the grid it stops at the edge.
-    void moveCursor(int toRow, int toCol);
+    void moveTo(int toRow, int toCol);
     /// The first row in view below the head row.
     int TopRow() const;
     void setTopRow(int value);

@@ -3,6 +3,7 @@
 
 #include <QEventLoop>
 #include <QFileInfo>
+#include <QList>
 #include <QProcess>
 #include <QTimer>
 #include <QUrl>
@@ -51,6 +52,17 @@ void waitFor(QProcess& process) {
         loop.exec(QEventLoop::ExcludeUserInputEvents);
 }
 
+/// Lets go of a client that lasts as long as its window, also beyond the end of this program: a QProcess that
+/// is destroyed takes its program along, so these are destroyed only when that has ended.
+void toLetRunOn(QProcess* process) {
+    static QList<QProcess*>& running = *new QList<QProcess*>;
+    running << process;
+    QObject::connect(process, &QProcess::finished, process, [process] {
+        running.removeOne(process);
+        process->deleteLater();
+    });
+}
+
 void composeByXdgEmail(const Mail& mail) {
     const QStringList arguments = emailArguments(mail);
     auto process = std::make_unique<QProcess>();
@@ -63,9 +75,7 @@ void composeByXdgEmail(const Mail& mail) {
     }
     waitFor(*process);
     if (process->state() != QProcess::NotRunning) {
-        // Let go of: the client may run on, also after the end of this program.
-        QObject::connect(process.get(), &QProcess::finished, process.get(), &QObject::deleteLater);
-        static_cast<void>(process.release());
+        toLetRunOn(process.release());
         return;
     }
     const int exitCode = process->exitStatus() == QProcess::NormalExit ? process->exitCode() : -1;
