@@ -20,7 +20,7 @@ import uno
 from com.sun.star.beans import PropertyValue
 from com.sun.star.connection import NoConnectException
 
-START_SECONDS = 60
+START_SECONDS = 200
 
 
 def connect(pipe, office):

@@ -20,7 +20,7 @@ const QString question = u"How do you rate our delivery \u2014 on time, complete
 QByteArray run(const QString& program, const QStringList& arguments) {
     QProcess process;
     process.start(program, arguments);
-    EXPECT_TRUE(process.waitForFinished(120'000)) << qPrintable(program) << " is missing or hangs";
+    EXPECT_TRUE(process.waitForFinished(300'000)) << qPrintable(program) << " is missing or hangs";
     EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().constData();
     return process.readAllStandardOutput();
 }

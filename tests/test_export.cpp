@@ -30,7 +30,7 @@ QByteArray run(const QString& script, const QStringList& arguments) {
     QProcess process;
     process.start(u"/usr/bin/python3"_s,
                   QStringList{QStringLiteral(GAUGEWELL_SOURCE "/tests/") + script} + arguments);
-    EXPECT_TRUE(process.waitForFinished(120'000)) << script.toStdString();
+    EXPECT_TRUE(process.waitForFinished(300'000)) << script.toStdString();
     EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().constData();
     return process.readAllStandardOutput();
 }

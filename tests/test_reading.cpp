@@ -349,7 +349,7 @@ TEST_F(ReadInTest, exportedFilledInLibreOfficeAndReadBack) {
     office.start(u"/usr/bin/python3"_s,
                  {QStringLiteral(GAUGEWELL_SOURCE "/tests/fill_survey.py"), exported,
                   uR"({"C14": 7, "D14": 10, "D16": 2, "B17": "Très bien, l'équipe"})"_s});
-    ASSERT_TRUE(office.waitForFinished(120'000));
+    ASSERT_TRUE(office.waitForFinished(300'000));
     ASSERT_EQ(office.exitCode(), 0) << office.readAllStandardError().constData();
     readIn();
     EXPECT_EQ(gridRow(1), u"10|7|"_s);
