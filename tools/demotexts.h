@@ -77,7 +77,7 @@ inline constexpr Parameter parameters[] = {
      0.5,
      9},
     {"Product Quality",
-     {{"Do our products meet the agreed specification?", "Is the quality the same from batch to batch?",
+     {{"Do our products meet what was agreed?", "Is the quality the same from batch to batch?",
        "How satisfied are you with the life of our products?",
        "How do we compare with your other suppliers?"}},
      "Which product disappointed you, and how?",
