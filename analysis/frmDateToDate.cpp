@@ -44,13 +44,7 @@ void frmDateToDate::cmbCustomer_Click() {
 }
 
 void frmDateToDate::cmdPrint() {
-    setMousePointer(forms::Hourglass);
-    if (ui->cmbCustomer->ListCount() > 0) {
-        toShowStatus(u"Generating Report....."_s);
-        toFillReporttable();
-    }
-    toShowStatus({});
-    setMousePointer(forms::DefaultPointer);
+    toGenerateReport(*this, *ui->cmbCustomer, [this] { toFillReporttable(); });
 }
 
 void frmDateToDate::toFillCustomerList() {
@@ -82,7 +76,9 @@ void frmDateToDate::toFillReporttable() {
             toAddReplies(where);
         });
         toStartReport(MDIMain::instance().crpReport, u"surveyresponse.rpt"_s, u"CompanyName"_s,
-                      u"Survey Report"_s);
+                      u"Survey Report"_s, {},
+                      {u"Customer='"_s + ui->cmbCustomer->Text() + u"'",
+                       u"SurveyDate='"_s + ui->lstSurveyDate->Text() + u"'"});
     });
 }
 

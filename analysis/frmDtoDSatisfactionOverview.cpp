@@ -49,13 +49,7 @@ void frmDtoDSatisfactionOverview::onLoad() {
 }
 
 void frmDtoDSatisfactionOverview::cmdPrint() {
-    setMousePointer(forms::Hourglass);
-    if (ui->cmbCustomer->ListCount() > 0) {
-        toShowStatus(u"Generating Report....."_s);
-        toFillReporttable();
-    }
-    toShowStatus({});
-    setMousePointer(forms::DefaultPointer);
+    toGenerateReport(*this, *ui->cmbCustomer, [this] { toFillReporttable(); });
 }
 
 void frmDtoDSatisfactionOverview::toFillCustomerList() {
@@ -72,7 +66,9 @@ void frmDtoDSatisfactionOverview::toFillReporttable() {
             toAddActions();
         });
         toStartReport(MDIMain::instance().crpReport, u"satisfaction.rpt"_s, u"CompanyName"_s,
-                      u"Satisfaction Overview"_s);
+                      u"Satisfaction Overview"_s, {},
+                      {u"Customer='"_s + ui->cmbCustomer->Text() + u"'",
+                       u"Period='"_s + ui->dtFrom->text() + u" to " + ui->dtTo->text() + u"'"});
     });
 }
 
