@@ -28,6 +28,7 @@ frmDateToDate::frmDateToDate() : DefaultForm(Kind::SubWindow), ui(std::make_uniq
 frmDateToDate::~frmDateToDate() = default;
 
 void frmDateToDate::onLoad() {
+    toCenterForm(*this);
     toFillCustomerList();
     if (ui->cmbCustomer->ListCount() > 0)
         ui->cmbCustomer->setListIndex(0);

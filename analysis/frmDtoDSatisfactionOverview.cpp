@@ -41,6 +41,7 @@ frmDtoDSatisfactionOverview::frmDtoDSatisfactionOverview()
 frmDtoDSatisfactionOverview::~frmDtoDSatisfactionOverview() = default;
 
 void frmDtoDSatisfactionOverview::onLoad() {
+    toCenterForm(*this);
     toFillCustomerList();
     if (ui->cmbCustomer->ListCount() > 0)
         ui->cmbCustomer->setListIndex(0);
