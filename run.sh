@@ -15,9 +15,8 @@ echo "Building..."
 cmake --preset release -DBUILD_TESTING=OFF >/dev/null
 cmake --build --preset release
 if [ "${1:-}" = --demo ] && [ ! -e "$home/Tallywell.mdb" ]; then
-  mkdir -p "$home"
-  build/release/tools/makedemo home/schema.sql "$home/Tallywell.mdb" kvtwpa
-  echo "Larkmoor Quality Services" >"$home/company.txt"
+  echo "Making the demonstration in $home..."
+  tools/demo.sh build/release "$home"
 fi
 echo "Installing into $home (your database and your own files there are kept)..."
 cmake --install build/release --prefix "$home" >/dev/null

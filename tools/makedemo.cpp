@@ -1,13 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// makedemo SCHEMA.SQL STORE.MDB PASSWORD: makes the demonstration store: 5 customers with 3 respondents each,
-// 8 parameters of 5 questions, 6 quarterly surveys with answers, and actions. The same store at each run.
-#include "platform/ado/error.h"
-#include "platform/ado/store.h"
+// makedemo: prints the demonstration store as statements that follow the schema: 5 customers with 3
+// respondents each, 8 parameters of 5 questions, 6 quarterly surveys with answers, and actions. The same at
+// each run.
 #include "tools/demotexts.h"
 
-#include <QCoreApplication>
 #include <QDate>
-#include <QFile>
 
 #include <algorithm>
 #include <cmath>
@@ -175,24 +172,7 @@ private:
 
 } // namespace
 
-int main(int argc, char** argv) {
-    const QCoreApplication application(argc, argv);
-    const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.size() != 4) {
-        std::fputs("usage: makedemo SCHEMA.SQL STORE.MDB PASSWORD\n", stderr);
-        return 2;
-    }
-    QFile schema(arguments[1]);
-    if (!schema.open(QIODevice::ReadOnly)) {
-        std::fprintf(stderr, "%s: %s\n", qPrintable(arguments[1]), qPrintable(schema.errorString()));
-        return 1;
-    }
-    try {
-        ado::createStore(arguments[2], schema.readAll() + "\nBEGIN;\n" + DemoScript().text() + "COMMIT;\n",
-                         arguments[3]);
-    } catch (const ado::Failure& failure) {
-        std::fprintf(stderr, "%s: %s\n", qPrintable(arguments[2]), failure.what());
-        return 1;
-    }
-    return 0;
+int main() {
+    const QByteArray script = "BEGIN;\n" + DemoScript().text() + "COMMIT;\n";
+    return std::fwrite(script.data(), 1, size_t(script.size()), stdout) == size_t(script.size()) ? 0 : 1;
 }

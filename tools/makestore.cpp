@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// makestore SCHEMA.SQL STORE.MDB PASSWORD: makes an empty store from the schema. Run by the build.
+// makestore STORE.MDB PASSWORD SCRIPT.SQL...: makes a store from scripts, the schema first. Run by the build.
 #include "platform/ado/error.h"
 #include "platform/ado/store.h"
 
@@ -11,17 +11,21 @@
 int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.size() != 4) {
-        std::fputs("usage: makestore SCHEMA.SQL STORE.MDB PASSWORD\n", stderr);
+    if (arguments.size() < 4) {
+        std::fputs("usage: makestore STORE.MDB PASSWORD SCRIPT.SQL...\n", stderr);
         return 2;
     }
-    QFile schema(arguments[1]);
-    if (!schema.open(QIODevice::ReadOnly)) {
-        std::fprintf(stderr, "%s: %s\n", qPrintable(arguments[1]), qPrintable(schema.errorString()));
-        return 1;
+    QByteArray statements;
+    for (const QString& name : arguments.sliced(3)) {
+        QFile script(name);
+        if (!script.open(QIODevice::ReadOnly)) {
+            std::fprintf(stderr, "%s: %s\n", qPrintable(name), qPrintable(script.errorString()));
+            return 1;
+        }
+        statements += script.readAll() + '\n';
     }
     try {
-        ado::createStore(arguments[2], schema.readAll(), arguments[3]);
+        ado::createStore(arguments[1], statements, arguments[2]);
     } catch (const ado::Failure& failure) {
         std::fprintf(stderr, "%s: %s\n", qPrintable(arguments[1]), failure.what());
         return 1;

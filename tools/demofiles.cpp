@@ -1,0 +1,122 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// demofiles HOME: exports the survey files of the demonstration store's last date into its home. Files whose
+// respondent has answered hold the answers and count as read in; the others are outstanding.
+#include "core/gblGlobal.h"
+#include "exchange/cellmap.h"
+#include "exchange/frmSetting.h"
+#include "exchange/surveyexport.h"
+#include "exchange/surveylog.h"
+#include "platform/forms/clock.h"
+#include "platform/forms/msgbox.h"
+#include "tools/demotexts.h"
+
+#include <QApplication>
+
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QDate exportedOn{2026, 7, 2};
+const QString sdate = u"06/30/2026"_s; // in statements
+
+struct Respondent {
+    SurveyContext survey;
+    QString respondentid;
+};
+
+std::vector<Respondent> respondents() {
+    std::vector<Respondent> result;
+    ado::Recordset surveys;
+    surveys.Open(u"select * from existingsurvey where sdate=#"_s + sdate + u"# order by respondentid",
+                 *cnnMain);
+    for (; !surveys.Eof(); surveys.MoveNext())
+        result.push_back(
+            {{surveys["custname"].Text(), surveys["respondentname"].Text(), surveys["sdate"].Text()},
+             surveys["respondentid"].Text()});
+    return result;
+}
+
+/// Enters the stored answer to the question whose block begins in that row; false when there is none.
+bool enter(const excel::Worksheet& sheet, int row, const QString& respondentid) {
+    const QString ofAnswer = u" where respondentid="_s + respondentid + u" and questionid=" +
+                             sheet.Cells(row, cellmap::column::key).Value().text() + u" and surveydate=#" +
+                             sdate + u"#";
+    ado::Recordset marks;
+    marks.Open(u"select * from feedbackobjective"_s + ofAnswer, *cnnMain);
+    ado::Recordset words;
+    words.Open(u"select * from feedbackdescriptive"_s + ofAnswer, *cnnMain);
+    if (marks.Eof() && words.Eof())
+        return false;
+    ado::Recordset& answer = marks.Eof() ? words : marks;
+    sheet.Cells(row, cellmap::column::weightage).setValue(answer["weightage"].Value().toInt());
+    if (marks.Eof()) {
+        const cellmap::Place box = cellmap::answerPlace(row);
+        sheet.Cells(box.row, box.column).setValue(words["Description"].Text());
+    } else {
+        sheet.Cells(row, cellmap::column::score).setValue(marks["score"].Value().toInt());
+    }
+    return true;
+}
+
+/// Fills the file in as its respondent did; leaves it as it is when nothing has been answered.
+void fillIn(const QString& name, const QString& respondentid) {
+    const excel::Workbook workbook = excel::Application().Workbooks().Open(homeDirectory() + u'/' + name);
+    const excel::Worksheet sheet = workbook.Worksheets(cellmap::sheetName.toString());
+    sheet.Unprotect(cellmap::sheetPassword.toString());
+    const QString count =
+        sheet.Cells(cellmap::questionCountPlace.row, cellmap::questionCountPlace.column).Value().text();
+    bool answered = false;
+    for (int row = cellmap::firstRow; row <= cellmap::lastRow(count.toDouble()); ++row) {
+        if (!sheet.Cells(row, cellmap::column::key).Value().isBlank())
+            answered = enter(sheet, row, respondentid) || answered;
+    }
+    if (!answered)
+        return;
+    sheet.Protect(cellmap::sheetPassword.toString());
+    workbook.Save();
+    toSetLogStatus(name);
+}
+
+void exportAll() {
+    ExportState state;
+    for (const Respondent& respondent : respondents()) {
+        SurveyExport(frmSetting::instance(), state, respondent.survey, HistoryRoad::NewestFirst, [] {}).run();
+        fillIn(state.strGenerateXLSFile, respondent.respondentid);
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen"); // nothing is shown
+    const QApplication application(argc, argv);
+    const QStringList arguments = QApplication::arguments();
+    if (arguments.size() != 2) {
+        std::fputs("usage: demofiles HOME\n", stderr);
+        return 2;
+    }
+    setHomeDirectory(arguments[1]);
+    strCompanyName = QString::fromUtf8(demo::organisation);
+    bool failed = false;
+    forms::messageSeat = [&](const forms::Message& message) { // whether to view a file, else a failure
+        if (message.style != forms::style::yesNo + forms::style::information) {
+            failed = true;
+            std::fprintf(stderr, "%s\n", qPrintable(message.text));
+        }
+        return forms::Answer::No;
+    };
+    forms::todaySeat = [] { return exportedOn; };
+    if (!toCreateDSN(u"gwl"_s, strDatabasePath))
+        return 1;
+    toOpenConnection();
+    try {
+        exportAll();
+    } catch (const std::exception& failure) {
+        std::fprintf(stderr, "%s\n", failure.what());
+        failed = true;
+    }
+    cnnMain.reset();
+    return failed ? 1 : 0;
+}
