@@ -2,7 +2,7 @@
 #   The database is the user's from the moment it stands there, and is never replaced.
 #   A template or a report layout is replaced only while the user has not changed it: while it is still what the last
 #   install put there, by the checksums kept in installed.txt.
-#   Help is the program's own and is replaced.
+#   The help and the slide show are the program's own and are replaced.
 cmake_policy(VERSION 3.25) # the install script that includes this sets none
 
 set(home "$ENV{DESTDIR}${CMAKE_INSTALL_PREFIX}")
@@ -35,4 +35,4 @@ endforeach()
 list(JOIN now_known "\n" text)
 file(WRITE "${checksums}" "${text}\n")
 
-file(COPY "${source_home}/GWL HELP 2.1.HLP" DESTINATION "${home}")
+file(COPY "${source_home}/GWL HELP 2.1.HLP" "${source_home}/gettingstarted.pps" DESTINATION "${home}")

@@ -14,6 +14,8 @@
 #include <QApplication>
 #include <QListWidget>
 #include <QMenu>
+#include <QPushButton>
+#include <QScrollBar>
 #include <QTextBrowser>
 
 using namespace Qt::StringLiterals;
@@ -161,17 +163,21 @@ TEST_F(MainWindowTest, helpGoesToTheFormsTopicAndTheMenuToTheBeginning) {
     EXPECT_EQ(asked, (QList<std::pair<int, int>>{{11, 0}, {1, 1}, {1, 2}}));
 }
 
+QWidget* helpWindow() {
+    for (QWidget* candidate : QApplication::topLevelWidgets()) {
+        if (candidate->objectName() == u"HelpWindow" && candidate->isVisible())
+            return candidate;
+    }
+    return nullptr;
+}
+
 TEST_F(MainWindowTest, theHelpWindowShowsTheTopicAndFinds) {
     const QString file = QStringLiteral(GAUGEWELL_SOURCE "/home/GWL HELP 2.1.HLP");
     EXPECT_FALSE(desktop::HelpWindow::show(home() + u"/none.hlp", 1));
     for (const auto& [context, title] :
          {std::pair(11, u"Satisfaction Index"_s), {1, u"Customer And Respondents"_s}}) {
         ASSERT_TRUE(desktop::HelpWindow::show(file, context));
-        QWidget* window = nullptr;
-        for (QWidget* candidate : QApplication::topLevelWidgets()) {
-            if (candidate->objectName() == u"HelpWindow" && candidate->isVisible())
-                window = candidate;
-        }
+        QWidget* window = helpWindow();
         ASSERT_NE(window, nullptr);
         EXPECT_EQ(window->findChild<QListWidget*>()->currentItem()->text(), title);
         auto* text = window->findChild<QTextBrowser*>();
@@ -180,6 +186,21 @@ TEST_F(MainWindowTest, theHelpWindowShowsTheTopicAndFinds) {
         if (context == 1)
             window->close();
     }
+}
+
+TEST_F(MainWindowTest, aLinkOfTheHelpLeadsToItsTopicAndBackReturns) {
+    ASSERT_TRUE(desktop::HelpWindow::show(QStringLiteral(GAUGEWELL_SOURCE "/home/GWL HELP 2.1.HLP"), 0));
+    QWidget* window = helpWindow();
+    ASSERT_NE(window, nullptr);
+    auto* text = window->findChild<QTextBrowser*>();
+    const int top = text->verticalScrollBar()->value();
+    QTest::keyClick(text, Qt::Key_Tab); // to the first link
+    QTest::keyClick(text, Qt::Key_Return);
+    EXPECT_EQ(text->source().fragment(), u"c3"_s);
+    EXPECT_GT(text->verticalScrollBar()->value(), top);
+    window->findChild<QPushButton*>()->click(); // the first one is Back
+    EXPECT_EQ(text->source().fragment(), u"c0"_s);
+    window->close();
 }
 
 TEST_F(MainWindowTest, aPresentationThatCannotBeOpenedIsToldOf) {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // grab HOME FOLDER [dark]: opens each form on the store in HOME and saves its picture, and that of the main
-// window, in FOLDER, so that its look is seen and not guessed. Takes QT_SCALE_FACTOR and -style as any Qt
-// program does.
+// window and some topics of the help, in FOLDER, so that its look is seen and not guessed. Takes
+// QT_SCALE_FACTOR and -style as any Qt program does.
 #include "analysis/frmDateToDate.h"
 #include "analysis/frmDtoDActionPlan.h"
 #include "analysis/frmDtoDSatisfactionOverview.h"
@@ -17,6 +17,7 @@
 #include "exchange/frmSetting.h"
 #include "feedback/frmFeedBackObj.h"
 #include "improvement/frmImprovementPlan.h"
+#include "platform/desktop/helpwindow.h"
 #include "platform/forms/dtpicker.h"
 #include "platform/forms/lists.h"
 #include "reference/frmCustomer.h"
@@ -35,6 +36,7 @@
 #include <QTest>
 #include <QTreeWidget>
 
+#include <algorithm>
 #include <cstdio>
 
 using namespace Qt::StringLiterals;
@@ -135,6 +137,16 @@ bool grabSearch() {
     return saved;
 }
 
+bool grabHelp(int context) {
+    if (!desktop::HelpWindow::show(homeDirectory() + u"/GWL HELP 2.1.HLP", context))
+        return false;
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    const auto help = std::find_if(windows.begin(), windows.end(), [](const QWidget* window) {
+        return window->objectName() == u"HelpWindow";
+    });
+    return save(**help, u"help-"_s + QString::number(context));
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -179,6 +191,8 @@ int main(int argc, char** argv) {
     saved = grabEditor() && saved;
     saved = grabIndex() && saved;
     saved = grabMatrix() && saved;
+    for (const int context : {0, 201, 12}) // the beginning, a long topic, one with a table
+        saved = grabHelp(context) && saved;
     MDIMain::destroy();
     return saved ? 0 : 1;
 }

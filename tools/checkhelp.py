@@ -1,0 +1,79 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""Checks the help: each form's topic, which is that of its context number or else of its title, names all buttons that can
+come into sight and all messages, piece by piece; links lead to topics, and the contents to all of them."""
+import html, re, sys
+import xml.etree.ElementTree as ElementTree
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parent.parent
+FOLDERS = ("core", "reference", "survey", "exchange", "feedback", "analysis", "improvement", "search")
+LITERAL = re.compile(r'"((?:[^"\\\n]|\\.)*)"')
+
+
+def files(suffix):
+    return [path for folder in FOLDERS for path in sorted((ROOT / folder).glob("*" + suffix))]
+
+
+def plain(text):
+    return " ".join(html.unescape(re.sub(r"<[^>]*>", "", text)).split())
+
+
+def first_argument(code, start):
+    depth = 0
+    for token in re.finditer(r'"(?:[^"\\\n]|\\.)*"|[(\[{]|[)\]}]|,', code[start:]):
+        depth += (token[0] in "([{") - (token[0] in ")]}")
+        if depth < 0 or (token[0] == "," and depth == 0):
+            return code[start:start + token.start()]
+    raise ValueError("a call is not closed")
+
+
+def messages(code):
+    """The expressions that messages come from: what msgBox is given, and where that is a name, what is assigned to it,
+    what the function of that name gives, or what is handed to a function with a parameter of that name."""
+    for call in re.finditer(r"\bmsgBox\(", code):
+        given = first_argument(code, call.end())
+        yield given
+        for name in set(re.findall(r"\b[a-z]\w+\b", LITERAL.sub("", given))):
+            yield from re.findall(rf"\b{name} \+?= ([^;]*);", code)
+            yield from re.findall(rf"^\w[^\n]*\b{name}\([^\n]*\n((?:[ ][^\n]*\n)*)", code, re.MULTILINE)
+            for function in re.findall(rf"(\w+)\(const QString& {name}\)", code):
+                yield from (first_argument(code, use.end()) for use in re.finditer(rf"\b{function}\(", code))
+
+
+def pieces(code):
+    for text in LITERAL.findall(re.sub(r'"\n\s*"', "", code)):
+        words = (plain(part) for part in re.split(r"%\d", text.replace(r"\r\n", " ")))
+        yield from (part for part in words if len(re.findall("[A-Za-z]", part)) > 3)
+
+
+source = (ROOT / "home/GWL HELP 2.1.HLP").read_text(encoding="utf-8")
+topics = {}  # context number: title, text with its links
+for part in re.split(r"(?=<h2 )", source)[1:]:
+    head = re.match(r'<h2 id="c(\d+)"><a name="c\1">(.*?)</a></h2>', part)
+    topics[int(head[1])] = (plain(head[2]), part)
+links = re.findall(r'href="([^"]*)"', source)
+faults = [f"the link {link} leads to no topic" for link in links if not (link[:2] == "#c" and int(link[2:]) in topics)]
+faults += [f"the contents do not lead to c{n}" for n in topics if n and f'"#c{n}"' not in topics[0][1]]
+
+checked, forms = 0, {}
+for path in files(".ui"):
+    ui = ElementTree.parse(path)
+    title = ui.findtext("widget/property[@name='windowTitle']/string")
+    code = path.with_suffix(".cpp").read_text(encoding="utf-8")
+    context = re.search(r"helpContext(?: =|\(\) const \{\s*return) (\d+);", code)
+    number = int(context[1]) if context else {name: number for number, (name, _) in topics.items()}.get(title)
+    forms[path.stem] = plain(topics[number][1]) if number in topics else ""
+    for button in ui.iterfind(".//widget"):
+        text = [button.findtext(f"property[@name='{name}']/string") for name in ("text", "toolTip")]
+        hidden = button.find("property[@name='visible']/bool") is not None and f"{button.get('name')}->show()" not in code
+        caption = (text[0] or text[1] or "").replace("&", "") if button.get("class").endswith("Button") else ""
+        if not hidden and caption not in forms[path.stem]:
+            faults.append(f"{path.stem}: the button {caption!r} is not in topic {number}")
+for path in files(".cpp"):
+    topic = forms.get(path.stem.split("_")[0], plain(source))
+    texts = {piece for message in messages(path.read_text(encoding="utf-8")) for piece in pieces(message)}
+    faults += [f"{path.name}: the message {text!r} is not in its topic" for text in texts if text not in topic]
+    checked += len(texts)
+print(f"{len(topics)} topics, {len(links)} links, {len(forms)} forms, {checked} texts of messages", *faults, sep="\n")
+sys.exit(1 if faults or not links or not forms or not checked else 0)
