@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/choices.h"
 
+#include "core/MDIMain.h"
 #include "core/gblGlobal.h"
 
 using namespace Qt::StringLiterals;
@@ -23,4 +24,15 @@ void toListSurveyDates(forms::ListBox& list, const QString& customer) {
     list.Clear();
     for (; !survey.Eof(); survey.MoveNext())
         list.AddItem(survey["sdate"].Text());
+}
+
+void toGenerateReport(forms::Form& form, const forms::ComboBox& customers,
+                      const std::function<void()>& fill) {
+    form.setMousePointer(forms::Hourglass);
+    if (customers.ListCount() > 0) {
+        toShowStatus(u"Generating Report....."_s);
+        fill();
+    }
+    toShowStatus({});
+    form.setMousePointer(forms::DefaultPointer);
 }

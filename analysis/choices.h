@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/forms/form.h"
 #include "platform/forms/lists.h"
+
+#include <functional>
 
 /// Fills the list with the names of all customers. A failure is thrown.
 void toListCustomers(forms::ComboBox& list);
@@ -9,3 +12,7 @@ void toListCustomers(forms::ComboBox& list);
 /// Fills the list with the dates of the customer's surveys, the earliest first; a date with several surveys
 /// stands several times. A failure is thrown.
 void toListSurveyDates(forms::ListBox& list, const QString& customer);
+
+/// Fills and starts a report on a customer, with the pointer and the status of long work; nothing when there
+/// is no customer to choose.
+void toGenerateReport(forms::Form& form, const forms::ComboBox& customers, const std::function<void()>& fill);

@@ -28,6 +28,7 @@ frmDateToDate::frmDateToDate() : DefaultForm(Kind::SubWindow), ui(std::make_uniq
 frmDateToDate::~frmDateToDate() = default;
 
 void frmDateToDate::onLoad() {
+    toCenterForm(*this);
     toFillCustomerList();
     if (ui->cmbCustomer->ListCount() > 0)
         ui->cmbCustomer->setListIndex(0);
@@ -44,13 +45,7 @@ void frmDateToDate::cmbCustomer_Click() {
 }
 
 void frmDateToDate::cmdPrint() {
-    setMousePointer(forms::Hourglass);
-    if (ui->cmbCustomer->ListCount() > 0) {
-        toShowStatus(u"Generating Report....."_s);
-        toFillReporttable();
-    }
-    toShowStatus({});
-    setMousePointer(forms::DefaultPointer);
+    toGenerateReport(*this, *ui->cmbCustomer, [this] { toFillReporttable(); });
 }
 
 void frmDateToDate::toFillCustomerList() {
@@ -82,7 +77,9 @@ void frmDateToDate::toFillReporttable() {
             toAddReplies(where);
         });
         toStartReport(MDIMain::instance().crpReport, u"surveyresponse.rpt"_s, u"CompanyName"_s,
-                      u"Survey Report"_s);
+                      u"Survey Report"_s, {},
+                      {u"Customer='"_s + ui->cmbCustomer->Text() + u"'",
+                       u"SurveyDate='"_s + ui->lstSurveyDate->Text() + u"'"});
     });
 }
 

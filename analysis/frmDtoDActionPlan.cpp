@@ -4,6 +4,7 @@
 #include "analysis/choices.h"
 #include "core/MDIMain.h"
 #include "core/failure.h"
+#include "core/gblGlobal.h"
 #include "core/reports.h"
 #include "platform/ado/value.h"
 #include "platform/forms/clock.h"
@@ -28,6 +29,7 @@ frmDtoDActionPlan::frmDtoDActionPlan()
 frmDtoDActionPlan::~frmDtoDActionPlan() = default;
 
 void frmDtoDActionPlan::onLoad() {
+    toCenterForm(*this);
     toFillCustomerList();
     if (ui->cmbCustomer->ListCount() > 0)
         ui->cmbCustomer->setListIndex(0);

@@ -41,6 +41,7 @@ frmDtoDSatisfactionOverview::frmDtoDSatisfactionOverview()
 frmDtoDSatisfactionOverview::~frmDtoDSatisfactionOverview() = default;
 
 void frmDtoDSatisfactionOverview::onLoad() {
+    toCenterForm(*this);
     toFillCustomerList();
     if (ui->cmbCustomer->ListCount() > 0)
         ui->cmbCustomer->setListIndex(0);
@@ -49,13 +50,7 @@ void frmDtoDSatisfactionOverview::onLoad() {
 }
 
 void frmDtoDSatisfactionOverview::cmdPrint() {
-    setMousePointer(forms::Hourglass);
-    if (ui->cmbCustomer->ListCount() > 0) {
-        toShowStatus(u"Generating Report....."_s);
-        toFillReporttable();
-    }
-    toShowStatus({});
-    setMousePointer(forms::DefaultPointer);
+    toGenerateReport(*this, *ui->cmbCustomer, [this] { toFillReporttable(); });
 }
 
 void frmDtoDSatisfactionOverview::toFillCustomerList() {
@@ -72,7 +67,9 @@ void frmDtoDSatisfactionOverview::toFillReporttable() {
             toAddActions();
         });
         toStartReport(MDIMain::instance().crpReport, u"satisfaction.rpt"_s, u"CompanyName"_s,
-                      u"Satisfaction Overview"_s);
+                      u"Satisfaction Overview"_s, {},
+                      {u"Customer='"_s + ui->cmbCustomer->Text() + u"'",
+                       u"Period='"_s + ui->dtFrom->text() + u" to " + ui->dtTo->text() + u"'"});
     });
 }
 

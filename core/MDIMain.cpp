@@ -281,12 +281,12 @@ void MDIMain::mnuGettingStarted() {
 }
 
 void MDIMain::closeEvent(QCloseEvent* event) {
+    toShowStatus({});
     area->closeAllSubWindows();
     if (area->currentSubWindow()) { // a form refused to close
         event->ignore();
         return;
     }
-    toShowStatus({});
     event->accept();
     toEndProgram();
 }

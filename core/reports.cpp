@@ -6,7 +6,7 @@
 using namespace Qt::StringLiterals;
 
 void toStartReport(crystal::CrystalReport& report, const QString& file, const QString& formulaName,
-                   const QString& title, const QString& selection) {
+                   const QString& title, const QString& selection, const QStringList& further) {
     constexpr int maximised = 2;
     report.Password = u"\nkvtwpa"_s;
     report.Formulas(0) = formulaName + u"='" + strCompanyName + u'\'';
@@ -15,17 +15,24 @@ void toStartReport(crystal::CrystalReport& report, const QString& file, const QS
     report.SelectionFormula = selection;
     report.WindowTitle = title;
     report.WindowState = maximised;
+    for (int i = 0; i < further.size(); ++i)
+        report.Formulas(i + 1) = further[i];
+    const auto forget = [&] { // the next report on this control may have none
+        report.SelectionFormula.clear();
+        for (int i = 0; i < further.size(); ++i)
+            report.Formulas(i + 1).clear();
+    };
     try {
         report.setAction(1);
     } catch (const crystal::ReportError& error) {
-        report.SelectionFormula.clear();
+        forget();
         if (cnnMain) {
             cnnMain->Errors().Clear();
             cnnMain->Errors().Add({crystal::ReportError::Number, error.text()});
         }
         throw;
     }
-    report.SelectionFormula.clear(); // the next report on this control may have none
+    forget();
 }
 
 QString toFormulaDate(const QString& dateText) {

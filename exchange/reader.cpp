@@ -80,6 +80,7 @@ int SurveyReader::toReadBlock(const excel::Worksheet& sheet, int row) {
                           .surveydate = date(sheet, cellmap::surveyDatePlace),
                           .surveyid = key(sheet, cellmap::surveyIdPlace)};
     reading.reset();
+    unseen.emplace(keys.respondentid, keys.surveydate);
     const bool isScore = toGetQuestionType(questionid);
     const int weightage = mark(sheet, {row, cellmap::column::weightage});
     if (isScore) {

@@ -5,6 +5,7 @@
 #include "platform/excel/worksheet.h"
 
 #include <optional>
+#include <set>
 
 /// Reads filled survey files into the answers of the store. What is in a file is nobody's word: keys must be
 /// whole numbers of 32 bits and the date a date before a statement holds them, marks are whole numbers of 16
@@ -21,6 +22,9 @@ public:
     QString failedCell() const;
     /// The store ended the last read, so that the next file would fare no better.
     bool storeFailed() const { return failedStore; }
+
+    /// The respondentid and date of each questionnaire whose answers were read and are not on show yet.
+    static inline std::set<std::pair<QString, QDate>> unseen;
 
 private:
     void toReadFile(const QString& path);

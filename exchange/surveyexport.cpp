@@ -32,7 +32,8 @@ void SurveyExport::run() {
     form.setMousePointer(forms::Hourglass);
     state.strGenerateXLSFile.clear();
     toChooseName();
-    if (exists && !mayOverwrite()) {
+    // Under a name that the program made may stand a file of before the customer was renamed.
+    if ((exists || toCheckFileExists(state.strGenerateXLSFile)) && !mayOverwrite()) {
         state.blnMail = false;
         form.setMousePointer(forms::DefaultPointer);
         return;

@@ -4,6 +4,8 @@
 #include "core/MDIMain.h"
 #include "core/failure.h"
 #include "core/gblGlobal.h"
+#include "core/worktable.h"
+#include "exchange/reader.h"
 #include "exchange/setting.h"
 #include "feedback/markrules.h"
 #include "platform/forms/msgbox.h"
@@ -66,6 +68,7 @@ void frmFeedBackObj::onActivate() {
     blnSetting = toGetSetting();
     if (std::exchange(blnSearchToFeedback, false))
         toGoToHit();
+    toShowReadAnswers();
 }
 
 void frmFeedBackObj::toGoToHit() {
@@ -251,6 +254,7 @@ void frmFeedBackObj::toShowNothing() {
     toBlankGrid();
     ui->lblSDate->clear();
     toShowFileLabel({});
+    SetEditTextBox(1, 1); // else the box stays over a row that is gone
 }
 
 void frmFeedBackObj::toFillGrid() {
@@ -310,6 +314,7 @@ void frmFeedBackObj::tofillscoreandweightage() {
     guarded({.form = this}, [this] {
         setMousePointer(forms::Hourglass);
         toReconnect();
+        SurveyReader::unseen.erase({toGetRespondentID(ui->lstRespname->Text()), shownDate()});
         const forms::MSHFlexGrid* grid = ui->grdDtls;
         for (int row = 1; row < grid->Rows(); ++row) {
             if (grid->TextMatrix(row, feedbackColumn::question).trimmed().isEmpty())
@@ -357,18 +362,12 @@ void frmFeedBackObj::cmdSave_Click() {
 }
 
 void frmFeedBackObj::toSaveDtls() {
-    guarded({.form = this, .rollback = FailureHandler::Rollback::BeforeMessages}, [this] {
+    guarded({.form = this}, [this] {
         toReconnect();
-        cnnMain->BeginTrans();
-        try {
+        toWriteTogether([this] {
             for (int row = 1; row < ui->grdDtls->Rows(); ++row)
                 toSaveRow(row);
-        } catch (const std::exception&) {
-            if (cnnMain->InTransaction())
-                cnnMain->CommitTrans();
-            throw;
-        }
-        cnnMain->CommitTrans();
+        });
     });
 }
 

@@ -69,6 +69,8 @@ private:
     void connectEvents();
     /// Moves to the customer and date of the row that was chosen in the search.
     void toGoToHit();
+    /// Shows what another form has read in meanwhile; a save would store the answers from before.
+    void toShowReadAnswers();
 
     void cmbCusName_Click();
     void lstRespname_Click();

@@ -2,6 +2,7 @@
 // Reading the survey file that belongs to the customer, respondent and date on show.
 #include "core/MDIMain.h"
 #include "core/failure.h"
+#include "core/gblGlobal.h"
 #include "exchange/filenames.h"
 #include "exchange/homefile.h"
 #include "exchange/reader.h"
@@ -53,6 +54,18 @@ void frmFeedBackObj::toreadFromXlsFile() {
     } else {
         toLocateXlsFile();
     }
+}
+
+void frmFeedBackObj::toShowReadAnswers() {
+    if (SurveyReader::unseen.empty() || ui->lstRespname->ListCount() == 0)
+        return;
+    guarded({.form = this}, [this] {
+        toReconnect();
+        if (!SurveyReader::unseen.contains({toGetRespondentID(ui->lstRespname->Text()), shownDate()}))
+            return;
+        tofillscoreandweightage();
+        SetEditTextBox(1, 1);
+    });
 }
 
 void frmFeedBackObj::toLocateXlsFile() {

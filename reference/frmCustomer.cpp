@@ -172,7 +172,10 @@ void frmCustomer::toSaveCustomerDtls() {
     });
     if (!saved)
         return;
+    const int row = ui->grdCustomerDtls->Row();
     toRefreshCustomerDetails();
+    if (ui->grdCustomerDtls->Row() != row)
+        grdCustomerDtls_Click(); // the row in hand was not stored
     SetEditTextBox(ui->grdCustomerDtls->Col(), ui->grdCustomerDtls->Row());
     customers->focusBox();
     setMousePointer(forms::DefaultPointer);
@@ -318,10 +321,18 @@ void frmCustomer::cmdAddCustomer() {
     toShowStatus({});
 }
 
+/// Puts the editor on a row's name; the respondents in sight are those of the row in hand.
+void frmCustomer::toGoToCustomer(int row) {
+    const bool moves = row != ui->grdCustomerDtls->Row();
+    SetEditTextBox(1, row);
+    if (moves)
+        grdCustomerDtls_Click();
+}
+
 void frmCustomer::cmdSaveCustomer() {
     if (const int blank = toFindBlank(ui->grdCustomerDtls, 1)) {
         msgBox(u"Customer Name cannot be left blank....Error"_s, style::critical, u"Tallywell"_s);
-        SetEditTextBox(1, blank);
+        toGoToCustomer(blank);
         customers->focusBox();
         return;
     }

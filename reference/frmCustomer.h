@@ -38,6 +38,7 @@ private:
     void connectEvents();
 
     void cmdAddCustomer();
+    void toGoToCustomer(int row);
     void cmdSaveCustomer();
     void cmdDeleteCustomer();
     void cmdAddRespondent();

@@ -159,7 +159,10 @@ void frmParameter::toSaveParameterDtls() {
     });
     if (!saved)
         return;
+    const int row = ui->grdParameterDtls->Row();
     toRefreshPrameterDetails();
+    if (ui->grdParameterDtls->Row() != row)
+        grdParameterDtls_Click(); // the row in hand was not stored
     SetEditParameterTextBox(ui->grdParameterDtls->Col(), ui->grdParameterDtls->Row());
     setMousePointer(forms::DefaultPointer);
 }
@@ -275,7 +278,10 @@ bool frmParameter::toCheckParameters(const QString& message) {
     if (blank == 0)
         return true;
     msgBox(message, style::critical, u"Gaugewell v2.1"_s);
+    const bool moves = blank != ui->grdParameterDtls->Row();
     SetEditParameterTextBox(1, blank);
+    if (moves)
+        grdParameterDtls_Click(); // the questions in sight are those of the row in hand
     parameters->focusBox();
     return false;
 }

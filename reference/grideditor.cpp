@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "reference/grideditor.h"
 
+#include "platform/forms/celltip.h"
 #include "platform/forms/flexgrid.h"
 
 #include <QApplication>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QKeyEvent>
 
 #include <algorithm>
@@ -32,6 +34,7 @@ bool isModifier(int key) {
 GridEditor::GridEditor(const GridEditorRules& rules, forms::MSHFlexGrid* edited, QLineEdit* editor)
     : QObject(edited), rule(rules), grid(edited), box(editor) {
     box->setParent(grid->viewport());
+    QWidget::setTabOrder(grid, box);
     box->setFrame(false);
     tintBox(box);
     box->setMaxLength(rule.maxLength);
@@ -83,6 +86,8 @@ void GridEditor::layBox() {
 
 void GridEditor::mouseDown() {
     if (grid->MouseRow() == 0) {
+        if (box->hasFocus())
+            grid->setFocus(); // else it would go on to another control
         box->hide();
         waitsForClick = true;
         return;
@@ -96,6 +101,12 @@ void GridEditor::mouseDown() {
 bool GridEditor::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::Resize && watched == grid->viewport())
         layBox();
+    if (event->type() == QEvent::ToolTip && watched == box) { // the box covers its cell
+        const auto* help = static_cast<QHelpEvent*>(event);
+        forms::showCutText(*grid,
+                           QHelpEvent(QEvent::ToolTip, box->mapToParent(help->pos()), help->globalPos()));
+        return true;
+    }
     if (event->type() == QEvent::InputMethod && watched == box)
         return !acceptsAll(static_cast<QInputMethodEvent*>(event)->commitString());
     if (event->type() != QEvent::KeyPress)

@@ -119,6 +119,7 @@ void frmEditExistingSurvey::lstSurvetDates_KeyDown(int key) {
         return;
     toShowStatus(u"Deletion in Progress...."_s);
     if (ui->lstSurvetDates->SelCount() == 1) {
+        toRefreshGrid(); // its rows are counted below, and another form may have changed the questions
         const SurveyContext survey = context();
         if (msgBox(u"You are about to delete the survey dated "_s + survey.date + u" for Customer - " +
                        survey.customer + u"\r\nAre you sure you want to delete...?",

@@ -50,3 +50,7 @@ void frmNewSurvey::toImport() {
     if (!selectionStands)
         frmSelectSurvey::unload();
 }
+
+QString frmNewSurvey::toGetRespondentID(const QString& /*respondent*/) const {
+    return SurveyEditor::toGetRespondentID(ui->lblRespondentName->text());
+}

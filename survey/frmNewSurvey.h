@@ -17,6 +17,8 @@ class frmNewSurvey : public forms::DefaultForm<frmNewSurvey, SurveyEditor> {
 
 public:
     ~frmNewSurvey() override;
+    /// Of the respondent in hand, whatever name is given.
+    QString toGetRespondentID(const QString& respondent) const override;
 
 private:
     friend class DefaultForm<frmNewSurvey, SurveyEditor>;

@@ -94,6 +94,7 @@ void SurveyEditor::buildTree() {
             strParam = param["parametername"].Text();
             auto* node = new QTreeWidgetItem(control.trvParameter, {strParam});
             node->setIcon(0, picture(u"folder-closed"_s));
+            node->setToolTip(0, Qt::convertFromPlainText(strParam));
             BuildNode();
         }
     });

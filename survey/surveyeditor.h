@@ -38,7 +38,7 @@ public:
     /// Makes reportlinktable that of the survey in hand, with the marks given last.
     void toGetTheLastScoreAndWeightage();
     /// The id of a respondent of the customer in hand; empty when there is none.
-    QString toGetRespondentID(const QString& respondent) const;
+    virtual QString toGetRespondentID(const QString& respondent) const;
     /// Hands the file exported last to the mail client.
     void sendmail();
     /// The customer's standard message; empty when there is none.

@@ -95,7 +95,9 @@ protected:
 
     /// The pages of a report as another program reads its PDF.
     QStringList pages(const QString& file, const QString& formula, const QString& selection) {
-        toStartReport(report, file, formula, u"Title of "_s + file, selection);
+        toStartReport(report, file, formula, u"Title of "_s + file, selection,
+                      {u"Customer='"_s + customer + u"'", u"SurveyDate='15/03/2002'"_s, u"Period='2002'"_s});
+        EXPECT_TRUE(report.Formulas(1).isEmpty());
         EXPECT_EQ(title, u"Title of "_s + file);
         EXPECT_TRUE(report.SelectionFormula.isEmpty());
         return takePages();
@@ -137,10 +139,10 @@ std::vector<Case> cases() {
          capital,
          {},
          u"Score, answer or status"_s,
-         {u"Survey Objective"_s, u"96 entries"_s, u"Parameter 0"_s, u"Question 16. 15/03/2002 Ana 4 8"_s,
-          u"Survey Descriptive"_s, u"24 entries"_s, u"Parameter 0"_s,
-          u"Question 0. 15/03/2002 Ana 4 Très bien"_s, u"Émilie"_s, u"Planned Actions"_s, u"1 entry"_s,
-          u"Ring the café 15/03/2002 Completed"_s},
+         {u"Customer "_s + customer, u"Period 2002"_s, u"Survey Objective"_s, u"96 entries"_s,
+          u"Parameter 0"_s, u"Question 16. 15/03/2002 Ana 4 8"_s, u"Survey Descriptive"_s, u"24 entries"_s,
+          u"Parameter 0"_s, u"Question 0. 15/03/2002 Ana 4 Très bien"_s, u"Émilie"_s, u"Planned Actions"_s,
+          u"1 entry"_s, u"Ring the café 15/03/2002 Completed"_s},
          {},
          96,
          u"4 8"_s,
@@ -149,8 +151,9 @@ std::vector<Case> cases() {
          capital,
          {},
          u"Answer in words"_s,
-         {u"Parameter 0"_s, u"15 answers"_s, u"Question 16. Ana 4 8"_s, u"Émilie 4 8"_s, u"Jörg 4 8"_s,
-          u"Question 0. Ana 4 Très bien"_s, u"Mean 4.00 8.00"_s, u"Parameter 7"_s},
+         {u"Customer "_s + customer, u"Survey date 15/03/2002"_s, u"Parameter 0"_s, u"15 answers"_s,
+          u"Question 16. Ana 4 8"_s, u"Émilie 4 8"_s, u"Jörg 4 8"_s, u"Question 0. Ana 4 Très bien"_s,
+          u"Mean 4.00 8.00"_s, u"Parameter 7"_s},
          {},
          24,
          u"Très bien"_s,

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/MDIMain.h"
 #include "platform/crystal/previewwindow.h"
+#include "platform/mapi/client.h"
 #include "survey/frmEditExistingSurvey.h"
 #include "survey/frmPasteSurvey.h"
 #include "tests/support/storecompare.h"
@@ -132,6 +133,25 @@ TEST_F(ExistingTest, theListsFollowEachOtherAndWithoutADateNothingIsChanged) {
     EXPECT_EQ(frmEditExistingSurvey::loaded(), nullptr);
 }
 
+TEST_F(ExistingTest, thePickedDateIsExportedAndMailed) {
+    addStored(ann, {2024, 3, 4}, {0, 4});
+    addStored(bob, early, {2});
+    ASSERT_TRUE(
+        QFile::copy(QStringLiteral(GAUGEWELL_SOURCE "/home/template.xls"), home() + u"/template.xls"));
+    QStringList mails;
+    mapi::hasClientSeat = [] { return true; };
+    mapi::composeSeat = [&](const mapi::Mail& mail) { mails << QFileInfo(mail.attachmentPath).fileName(); };
+    messages.expect(u"Survey File Exported...Do you want to view the file? "_s, 68, title, Answer::No);
+    press(edit(), "cmdExport");
+    pick(edit(), "lstRespondent", u"Bob"_s);
+    press(edit(), "cmdmail");
+    EXPECT_FALSE(edit().blnMail);
+    EXPECT_EQ(rows(u"select respname, sdate from log"_s),
+              (QStringList{u"Ann|"_s + lateText, u"Bob|31/01/2024"_s}));
+    EXPECT_EQ(mails, rows(u"select xlsfilename from log where respname='Bob'"_s));
+    EXPECT_EQ(rows(u"select question from reportlinktable"_s), QStringList{u"Overall?"_s});
+}
+
 TEST_F(ExistingTest, anEmptyDateIsDeletedOnlyWithTheCustomersLastQuestions) {
     addStored(ann, early, {0});
     addStored(ann, {2024, 3, 4}, {1});
@@ -144,6 +164,9 @@ TEST_F(ExistingTest, anEmptyDateIsDeletedOnlyWithTheCustomersLastQuestions) {
     EXPECT_EQ(dates(form), lateText);
     pressDelete({});
     addFirst(u"No Survey Date selected......Select one and proceed....."_s);
+    messages.expectBeginning(u"Error : 13\r\nType mismatch"_s);
+    importBy(form, "cmdCopy", [](frmPasteSurvey& paste) { press(paste, "cmdPaste"); });
+    EXPECT_EQ(storeRows(*cnnMain), before);
     pick(form, "lstSurvetDates", lateText);
     press(form, "cmdRemove");
     addScore(ann, question[0], toGetSurveyID(lateText, u"Acme"_s).toInt(), early, 1, 2);

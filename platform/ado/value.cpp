@@ -4,6 +4,7 @@
 #include "platform/ado/error.h"
 
 #include <array>
+#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
@@ -48,6 +49,13 @@ bool toYesNo(const QVariant& value) {
     if (text.compare(u"false"_s, Qt::CaseInsensitive) == 0)
         return false;
     return toNumber(value) != 0;
+}
+
+/// The fewest digits that tell the number from its neighbours.
+QString shortest(float number) {
+    std::array<char, 16> digits{};
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
+    return QString::fromLatin1(digits.data(), end - digits.data());
 }
 
 } // namespace
@@ -96,7 +104,7 @@ QString toText(const QVariant& value) {
     case QMetaType::Bool:
         return value.toBool() ? u"True"_s : u"False"_s;
     case QMetaType::Float:
-        return QString::number(static_cast<double>(value.toFloat()), 'g', 7);
+        return shortest(value.toFloat());
     default:
         return value.toString();
     }

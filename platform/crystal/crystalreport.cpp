@@ -16,19 +16,30 @@ void CrystalReport::setAction(int action) {
     if (action != runNow)
         return;
     Layout layout = readLayout(ReportFileName);
-    const QString name = organisation(layout.organisation, layout.line);
+    const QString name =
+        layout.organisation.isEmpty() ? QString() : formulaText(layout.organisation, layout.line);
+    std::vector<HeadValue> headFormulas;
+    QStringList headTexts;
+    for (const HeadFormula& formula : layout.formulas) {
+        headFormulas.emplace_back().field.words = formula.label;
+        headTexts << formulaText(formula.name, formula.line);
+    }
     if (!Password.startsWith(u'\n'))
         throw ReportError(ReportFileName, 0, u"The password does not begin with a line feed."_s);
     Records records =
         readRecords(layout, DataFiles(0), Password.mid(1), parseSelection(SelectionFormula, ReportFileName));
+    layout.values.insert(layout.values.begin(), headFormulas.begin(), headFormulas.end());
+    records.values = headTexts + records.values;
     previewSeat(std::make_shared<const Report>(std::move(layout), std::move(records), name), WindowTitle,
                 WindowState);
 }
 
 /// The text of the formula of that name.
-QString CrystalReport::organisation(const QString& wanted, qint64 line) const {
+QString CrystalReport::formulaText(const QString& wanted, qint64 line) const {
     QString given;
     for (const auto& [index, formula] : formulas) {
+        if (formula.isEmpty())
+            continue;
         const QString name = formula.section(u'=', 0, 0).trimmed();
         const QString text = formula.section(u'=', 1).trimmed();
         if (text.size() < 2 || !text.startsWith(u'\'') || !text.endsWith(u'\''))
@@ -39,10 +50,8 @@ QString CrystalReport::organisation(const QString& wanted, qint64 line) const {
             return text.mid(1, text.size() - 2);
         given += u" '"_s + name + u"'";
     }
-    if (wanted.isEmpty())
-        return {};
     throw ReportError(ReportFileName, line,
-                      u"The layout's organisation is the formula '%1', but the report was given%2."_s.arg(
+                      u"The layout shows the formula '%1', but the report was given%2."_s.arg(
                           wanted, given.isEmpty() ? u" none"_s : given));
 }
 

@@ -20,7 +20,7 @@ public:
     /// A line feed and then the database's password.
     QString Password;
     /// Formulas(0): "CompanyName='Larkmoor Ltd'". The name has to be the layout's, letter for letter; between
-    /// the outer apostrophes stands the text, whatever it holds.
+    /// the outer apostrophes stands the text, whatever it holds. An empty formula is none.
     QString& Formulas(int index) { return formulas[index]; }
     /// DataFiles(0): full path of the database.
     QString& DataFiles(int index) { return dataFiles[index]; }
@@ -37,7 +37,7 @@ public:
     void setAction(int action);
 
 private:
-    QString organisation(const QString& wanted, qint64 line) const;
+    QString formulaText(const QString& wanted, qint64 line) const;
 
     std::map<int, QString> formulas;
     std::map<int, QString> dataFiles;

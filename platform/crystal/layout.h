@@ -29,6 +29,13 @@ struct HeadValue {
     Take take = Take::First;
 };
 
+/// A line of the head whose text the program hands over as a formula.
+struct HeadFormula {
+    QString name;
+    QString label;
+    qint64 line = 0;
+};
+
 /// Records are set together under a heading. Groups stand within one another in the order of the layout.
 struct Group {
     ShownField field;
@@ -67,7 +74,8 @@ struct Layout {
     QString empty;    ///< what stands in the place of the rows when there are none
     QPageLayout page{QPageSize(QPageSize::A4), QPageLayout::Portrait, QMarginsF(15, 15, 15, 15),
                      QPageLayout::Millimeter};
-    double fontSize = 9; ///< points, of the rows
+    double fontSize = 9;               ///< points, of the rows
+    std::vector<HeadFormula> formulas; ///< above the values
     std::vector<HeadValue> values;
     std::vector<Picture> pictures;
     std::vector<Group> groups;

@@ -37,7 +37,12 @@ double PageView::step() const {
 }
 
 int PageView::page() const {
-    const double place = verticalScrollBar()->value() + viewport()->height() / 3.0;
+    const QScrollBar& bar = *verticalScrollBar();
+    if (bar.value() == bar.minimum())
+        return 0;
+    if (bar.value() == bar.maximum())
+        return report->pageCount() - 1;
+    const double place = bar.value() + viewport()->height() / 3.0;
     return std::clamp(static_cast<int>(place / step()), 0, report->pageCount() - 1);
 }
 

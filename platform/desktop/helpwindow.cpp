@@ -72,6 +72,8 @@ HelpWindow::HelpWindow()
         if (item)
             showTopic(item->data(Qt::UserRole).toString());
     });
+    connect(contents, &QListWidget::itemClicked, this, // also of the marked topic, to come back to its head
+            [this](const QListWidgetItem* item) { showTopic(item->data(Qt::UserRole).toString()); });
     auto* close = new QShortcut(Qt::Key_Escape, this);
     connect(close, &QShortcut::activated, this, &QWidget::close);
 }
@@ -104,7 +106,10 @@ void HelpWindow::showTopic(const QString& anchor) {
 void HelpWindow::goTo(const QString& anchor) {
     for (int i = 0; i < contents->count(); ++i) {
         if (contents->item(i)->data(Qt::UserRole).toString() == anchor) {
+            const bool marked = contents->currentRow() == i;
             contents->setCurrentRow(i);
+            if (marked) // which tells no change
+                showTopic(anchor);
             return;
         }
     }

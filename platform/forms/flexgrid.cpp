@@ -142,6 +142,8 @@ void MSHFlexGrid::currentChanged(const QModelIndex& current, const QModelIndex& 
 }
 
 void MSHFlexGrid::mousePressEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton)
+        return; // only the left button moves the cursor, and its click follows
     QTableView::mousePressEvent(event);
     pressed = indexAt(event->position().toPoint());
     if (!pressed.isValid())
@@ -158,9 +160,11 @@ void MSHFlexGrid::mouseMoveEvent(QMouseEvent* event) {
 
 void MSHFlexGrid::mouseReleaseEvent(QMouseEvent* event) {
     QTableView::mouseReleaseEvent(event);
-    const bool clicked = pressed.isValid() && viewport()->rect().contains(event->position().toPoint());
+    if (event->button() != Qt::LeftButton)
+        return;
+    const bool clicked = pressed.isValid(); // wherever it is let go: the press has moved the cursor
     pressed = {};
-    if (clicked && event->button() == Qt::LeftButton)
+    if (clicked)
         Q_EMIT Click();
 }
 
