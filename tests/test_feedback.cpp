@@ -1,21 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "core/MDIMain.h"
 #include "feedback/frmFeedBackObj.h"
 #include "feedback/markrules.h"
-#include "platform/forms/flexgrid.h"
 #include "platform/forms/lists.h"
-#include "tests/support/storetest.h"
+#include "tests/support/gridform.h"
 
 #include <QApplication>
 #include <QClipboard>
-#include <QElapsedTimer>
-#include <QHeaderView>
 #include <QLabel>
-#include <QLineEdit>
-#include <QScrollBar>
-
-#include <iostream>
-#include <tuple>
 
 using namespace Qt::StringLiterals;
 
@@ -40,8 +31,6 @@ TEST(MarkRules, pastedTextIsAMarkFromZeroToTenOrBlanksItsCell) {
             EXPECT_EQ(judge(none), Judgement::Blank) << none;
     }
     EXPECT_EQ(toJudgeChange(feedbackColumn::weightage, {}, u" "_s), Judgement::Blank);
-    EXPECT_EQ(toJudgeChange(feedbackColumn::score, {}, u"5"_s), Judgement::SetBack);
-    EXPECT_EQ(toJudgeChange(feedbackColumn::description, {}, u"good"_s), Judgement::SetBack);
 }
 
 class FeedbackTest : public StoreTest {
@@ -60,37 +49,12 @@ protected:
         frmFeedBackObj::instance().Show();
         return frmFeedBackObj::instance();
     }
-    static forms::MSHFlexGrid& grid() {
-        return *control<forms::MSHFlexGrid>(frmFeedBackObj::instance(), "grdDtls");
-    }
-    static forms::ListBox& dates() {
-        return *control<forms::ListBox>(frmFeedBackObj::instance(), "lstSurveyDates");
-    }
+    static EditedGrid grid() { return {frmFeedBackObj::instance(), "grdDtls", "txtDtls"}; }
     static QString label(const char* name) {
         return control<QLabel>(frmFeedBackObj::instance(), name)->text();
     }
-    static QLineEdit& box() { return *frmFeedBackObj::instance().txtDtls(); }
-    static QString row(int number) {
-        QStringList cells;
-        for (int col = 1; col <= 4; ++col)
-            cells << grid().TextMatrix(number, col);
-        return cells.join(u'|');
-    }
-    static void clickCell(int row, int col) {
-        const QRect cell = grid().visualRect(grid().model()->index(row - 1, col - 1));
-        QTest::mouseClick(grid().viewport(), Qt::LeftButton, {}, cell.center());
-    }
-    /// Clicks the cell and types over what it holds.
-    static void enter(int row, int col, const QString& text) {
-        clickCell(row, col);
-        box().selectAll();
-        if (text.isEmpty())
-            key(Qt::Key_Delete);
-        type(text);
-    }
     static void clickDate(int index, Qt::KeyboardModifiers modifiers = {}) {
-        const QRect entry = dates().visualItemRect(dates().item(index));
-        QTest::mouseClick(dates().viewport(), Qt::LeftButton, modifiers, entry.center());
+        clickEntry(frmFeedBackObj::instance(), "lstSurveyDates", index, modifiers);
     }
     /// The record of a Score question's answer.
     QString score(int question, const char* marks) const {
@@ -113,169 +77,126 @@ TEST_F(FeedbackTest, cellsTakeWhatBelongsIntoThem) {
         {1, 4, u"good"_s, u""_s}, {2, 2, u"3"_s, u"3"_s},
         {2, 3, u"5"_s, u""_s},    {2, 4, u"Très 1"_s, u"Très 1"_s},
     };
-    for (const auto& [atRow, col, typed, cell] : cases) {
-        enter(atRow, col, typed);
-        EXPECT_EQ(grid().TextMatrix(atRow, col), cell) << typed.toStdString();
-        EXPECT_EQ(box().text(), cell) << typed.toStdString();
+    for (const auto& [row, col, typed, cell] : cases) {
+        grid().enter(row, col, typed);
+        EXPECT_EQ(grid().text(row, col), cell) << typed.toStdString();
+        EXPECT_EQ(grid().box->text(), cell) << typed.toStdString();
     }
-    enter(3, 2, u"8"_s);
+    grid().enter(3, 2, u"8"_s);
     QInputMethodEvent composed;
     composed.setCommitString(u"é"_s);
-    QApplication::sendEvent(&box(), &composed);
-    EXPECT_EQ(row(3), staff + u"|8||");
+    QApplication::sendEvent(grid().box, &composed);
+    EXPECT_EQ(grid().row(3), staff + u"|8||");
     QApplication::clipboard()->setText(u"eight"_s);
-    box().paste();
-    EXPECT_EQ(row(3), staff + u"|||");
+    grid().box->paste();
+    EXPECT_EQ(grid().row(3), staff + u"|||");
 }
 
 TEST_F(FeedbackTest, newAnswersAreStoredAndEmptiedOnesFollowTheirColumn) {
     frmFeedBackObj& form = open();
-    enter(1, 2, u"10"_s);
-    enter(1, 3, u"0"_s);
-    enter(2, 2, u"7"_s);
-    enter(2, 4, u" it's fine "_s);
+    grid().enter(1, 2, u"10"_s);
+    grid().enter(1, 3, u"0"_s);
+    grid().enter(2, 2, u"7"_s);
+    grid().enter(2, 4, u" it's fine "_s);
     press(form, "cmdSave");
     EXPECT_EQ(rows(objective), (QStringList{score(0, "10|0"), score(2, "0|0")})); // blank: the defaults
     EXPECT_EQ(rows(descriptive), QStringList{u"it’s fine|7"_s});
 
     clickDate(0);
-    EXPECT_EQ(row(1), price + u"|10||");
-    EXPECT_EQ(row(2), wishes + u"|7||it’s fine");
-    enter(1, 2, {});
-    enter(2, 2, {});
-    enter(2, 4, {});
-    enter(3, 3, u"4"_s);
+    EXPECT_EQ(grid().row(1), price + u"|10||");
+    EXPECT_EQ(grid().row(2), wishes + u"|7||it’s fine");
+    for (const auto& [row, col] : {std::pair(1, 2), {2, 2}, {2, 4}})
+        grid().enter(row, col, {});
+    grid().enter(3, 3, u"4"_s);
     press(form, "cmdSave");
     EXPECT_EQ(rows(objective), (QStringList{score(0, "0|0"), score(2, "0|4")}));
     EXPECT_EQ(rows(descriptive), QStringList{u"it’s fine|0"_s});
 
-    enter(2, 4, u"  dear  "_s); // without an apostrophe it stays as it is
+    grid().enter(2, 4, u"  dear  "_s); // without an apostrophe it stays as it is
     press(form, "cmdSave");
     EXPECT_EQ(rows(descriptive), QStringList{u"  dear  |0"_s});
-    EXPECT_EQ(MDIMain::instance().stsBar->Panels(1).Text(), u""_s);
+    expectAtRest();
 }
 
 TEST_F(FeedbackTest, clickOnTheChosenDateReadsTheStoreAgain) {
     addScore(ann, questions[0], survey, march, 9, 0);
     open();
-    EXPECT_EQ(row(1), price + u"|9||");
-    enter(1, 2, u"3"_s);
-    enter(2, 4, u"unsaved"_s);
+    EXPECT_EQ(grid().row(1), price + u"|9||");
+    grid().enter(1, 2, u"3"_s);
+    grid().enter(2, 4, u"unsaved"_s);
     run(u"update feedbackobjective set score=6"_s);
     cnnMain->Close(); // the form connects again
     clickDate(0);
-    EXPECT_EQ(row(1), price + u"|9|6|");
-    EXPECT_EQ(row(2), wishes + u"|||");
+    EXPECT_EQ(grid().row(1), price + u"|9|6|");
+    EXPECT_EQ(grid().row(2), wishes + u"|||");
     clickDate(0, Qt::ControlModifier); // does not take the choice back
     EXPECT_EQ(label("lblSDate"), u"14/03/2006"_s);
 }
 
 TEST_F(FeedbackTest, questionOfTheSameTextResolvesToTheFirst) {
-    const int twin = addQuestion(addParameter(u"Service"_s), price);
+    questions.push_back(addQuestion(addParameter(u"Service"_s), price));
     run(u"delete * from responquesindex"_s);
-    addQuestionnaire(ann, survey, {questions[0], questions[1], questions[2], twin});
+    addQuestionnaire(ann, survey, questions);
     open();
-    enter(1, 2, u"2"_s);
-    enter(4, 2, u"5"_s);
+    grid().enter(1, 2, u"2"_s);
+    grid().enter(4, 2, u"5"_s);
     press(open(), "cmdSave");
     EXPECT_EQ(rows(objective), (QStringList{score(0, "5|0"), score(2, "0|0")}));
     clickDate(0);
-    EXPECT_EQ(row(1), price + u"|5||");
-    EXPECT_EQ(row(4), price + u"|5||");
+    EXPECT_EQ(grid().row(1), price + u"|5||");
+    EXPECT_EQ(grid().row(4), price + u"|5||");
 }
 
 TEST_F(FeedbackTest, choicesLeadToTheirSurvey) {
     const int bob = addRespondent(acme, u"Bob"_s);
-    const int second = addSurvey(acme, march.addDays(1));
-    addQuestionnaire(bob, second, {questions[1]});
+    addQuestionnaire(bob, addSurvey(acme, march.addDays(1)), {questions[1]});
     addRespondent(addCustomer(u"Empty"_s), u"Eve"_s);
     add(u"log"_s, {{"custname", u"Acme"_s}, {"respid", ann}, {"xlsfilename", u"a.xls"_s}, {"sdate", march}});
     frmFeedBackObj& form = open();
     EXPECT_EQ(form.Top(), 750);
     EXPECT_EQ(label("lblXLSFile"), u"Survey File Name : a.xls"_s);
-    EXPECT_EQ(dates().ListCount(), 2);
-    auto* respondents = control<forms::ListBox>(form, "lstRespname");
-    enter(2, 4, u"typed for Ann"_s);
-    respondents->setFocus();
-    key(Qt::Key_Down);
-    EXPECT_EQ(respondents->Text(), u"Bob"_s); // who was not asked on that date
-    EXPECT_EQ(grid().Rows(), 2);
-    EXPECT_EQ(row(1), u"|||"_s);
-    EXPECT_EQ(label("lblSDate"), u""_s);
+    grid().enter(2, 4, u"typed for Ann"_s);
+    keyOn(form, "lstRespname", Qt::Key_Down); // to Bob, who was not asked on that date
+    EXPECT_EQ(grid().row(1) + label("lblSDate"), u"|||"_s);
     EXPECT_EQ(label("lblXLSFile"), u"No Survey File Exported..."_s);
     clickDate(1);
-    EXPECT_EQ(row(1), wishes + u"|||");
-    EXPECT_EQ(label("lblSDate"), u"15/03/2006"_s);
+    EXPECT_EQ(grid().row(1) + label("lblSDate"), wishes + u"|||15/03/2006");
 
-    enter(1, 4, u"typed for Bob"_s);
-    auto* customers = control<forms::ComboBox>(form, "cmbCusName");
-    customers->setFocus();
-    key(Qt::Key_Down);
-    EXPECT_EQ(customers->Text(), u"Empty"_s);
-    EXPECT_EQ(dates().ListCount(), 0);
-    EXPECT_EQ(grid().Rows(), 2);
-    EXPECT_EQ(row(1), u"|||"_s);
-    messages.expect(u"Cannot Save.....Question details are missing"_s, forms::style::critical,
-                    u"Gaugewell v2.1"_s);
+    grid().enter(1, 4, u"typed for Bob"_s);
+    keyOn(form, "cmbCusName", Qt::Key_Down); // to a customer without a survey
+    EXPECT_EQ(control<forms::ListBox>(form, "lstSurveyDates")->ListCount(), 0);
+    EXPECT_EQ(grid().grid->Rows(), 2);
+    EXPECT_EQ(grid().row(1), u"|||"_s);
+    messages.expectTitled(u"Cannot Save.....Question details are missing"_s, forms::style::critical);
     press(form, "cmdSave");
     EXPECT_EQ(rows(descriptive), QStringList{});
 }
 
-TEST_F(FeedbackTest, keysMoveTheBoxFromCellToCell) {
+TEST_F(FeedbackTest, keysStayWithinTheQuestions) {
     open();
-    clickCell(1, 1);
-    const auto at = [] { return std::pair(grid().Row(), grid().Col()); };
+    grid().click(1, 1);
     for (int step = 1; step <= 12; ++step) {
         key(Qt::Key_Return);
-        EXPECT_EQ(at(), step < 12 ? std::pair(step / 4 + 1, step % 4 + 1) : std::pair(3, 4));
+        EXPECT_EQ(grid().cell(), step < 12 ? std::pair(step / 4 + 1, step % 4 + 1) : std::pair(3, 4));
     }
-    EXPECT_EQ(grid().Rows(), 4); // no row is added
-
     const std::tuple<Qt::Key, int, int> steps[] = {
-        {Qt::Key_Down, 3, 4},  {Qt::Key_Right, 3, 4}, {Qt::Key_Up, 2, 4},    {Qt::Key_Left, 2, 4},
-        {Qt::Key_Left, 2, 4},  {Qt::Key_Left, 2, 3},  {Qt::Key_Up, 1, 3},    {Qt::Key_Up, 1, 3},
-        {Qt::Key_Left, 1, 2},  {Qt::Key_Left, 1, 1},  {Qt::Key_Left, 1, 1},  {Qt::Key_Right, 1, 1},
-        {Qt::Key_End, 1, 1},   {Qt::Key_Right, 1, 2}, {Qt::Key_Right, 1, 3}, {Qt::Key_Right, 1, 4},
-        {Qt::Key_Right, 1, 4}, {Qt::Key_Down, 2, 4},
-    };
-    enter(2, 4, u"ab"_s); // two steps for the caret
-    clickCell(3, 4);
-    for (const auto& [pressed, toRow, toCol] : steps) {
+        {Qt::Key_Down, 3, 4}, {Qt::Key_Right, 3, 4}, {Qt::Key_Up, 2, 4},   {Qt::Key_Up, 1, 4},
+        {Qt::Key_Up, 1, 4},   {Qt::Key_Left, 1, 3},  {Qt::Key_Left, 1, 2}, {Qt::Key_Left, 1, 1},
+        {Qt::Key_Left, 1, 1}, {Qt::Key_Right, 1, 1}, // the question's text is read from its beginning
+        {Qt::Key_End, 1, 1},  {Qt::Key_Right, 1, 2}};
+    for (const auto& [pressed, row, col] : steps) {
         key(pressed);
-        EXPECT_EQ(at(), std::pair(toRow, toCol)) << "key " << pressed;
-        EXPECT_TRUE(box().hasFocus());
+        EXPECT_EQ(grid().cell(), std::pair(row, col)) << "key " << pressed;
     }
+    EXPECT_EQ(grid().grid->Rows(), 4);
     key(Qt::Key_Escape);
     EXPECT_EQ(frmFeedBackObj::loaded(), nullptr);
 }
 
-TEST_F(FeedbackTest, boxHidesWhileItsCellIsOutOfPlace) {
-    run(u"delete * from responquesindex"_s);
-    questions.insert(questions.end(), 30, questions[0]);
-    addQuestionnaire(ann, survey, questions);
-    open();
-    clickCell(2, 2);
-    grid().verticalScrollBar()->setValue(5);
-    EXPECT_FALSE(box().isVisible());
-    EXPECT_EQ(grid().Row(), 2);
-    type(u"6"_s);
-    EXPECT_TRUE(box().isVisible());
-    EXPECT_EQ(row(2), wishes + u"|6||");
-
-    const QHeaderView* heads = grid().horizontalHeader();
-    QTest::mouseClick(heads->viewport(), Qt::LeftButton, {}, {heads->sectionPosition(1) + 20, 5});
-    EXPECT_FALSE(box().isVisible());
-    type(u"7"_s);
-    EXPECT_EQ(row(2), wishes + u"|6||");
-    clickCell(3, 3);
-    type(u"7"_s);
-    EXPECT_EQ(row(3), staff + u"||7|");
-}
-
 TEST_F(FeedbackTest, failureIsToldAndTheFormLivesOn) {
     frmFeedBackObj& form = open();
-    enter(1, 2, u"1"_s);
-    enter(3, 2, u"3"_s);
+    grid().enter(1, 2, u"1"_s);
+    grid().enter(3, 2, u"3"_s);
     // Another program drops the second question: the rows before it are saved.
     run(u"delete * from responquesindex where questionid="_s + QString::number(questions[1]));
     messages.expectBeginning(u"Error : 1\r\n"_s);
@@ -288,36 +209,13 @@ TEST_F(FeedbackTest, failureIsToldAndTheFormLivesOn) {
     other.Open();
     other.Execute(u"begin exclusive"_s);
     messages.expectBeginning(u"Error : 5\r\nThe database is in use by another program."_s);
-    enter(2, 2, u"9"_s);
+    grid().enter(2, 2, u"9"_s);
     press(form, "cmdSave");
     EXPECT_EQ(messages.left(), 0);
-    EXPECT_EQ(row(2), staff + u"|9||");
+    EXPECT_EQ(grid().row(2), staff + u"|9||");
     other.Execute(u"rollback"_s);
     press(form, "cmdSave");
     EXPECT_EQ(rows(objective), (QStringList{score(0, "1|0"), score(2, "9|0")}));
-}
-
-TEST_F(FeedbackTest, fiveHundredQuestionsFillAndSaveInTime) {
-    const int parameter = addParameter(u"Long"_s);
-    std::vector<int> many;
-    cnnMain->BeginTrans();
-    for (int i = 0; i < 500; ++i)
-        many.push_back(addQuestion(parameter, u"Question number %1 of many"_s.arg(i), i % 5 > 0));
-    addQuestionnaire(ann, addSurvey(acme, march.addDays(-1)), many);
-    cnnMain->CommitTrans();
-    frmFeedBackObj& form = open();
-    QElapsedTimer clock;
-    clock.start();
-    clickDate(dates().List(0) == u"13/03/2006"_s ? 0 : 1);
-    const qint64 filling = clock.restart();
-    ASSERT_EQ(grid().Rows(), 501);
-    press(form, "cmdSave");
-    const qint64 saving = clock.elapsed();
-    std::cout << "500 questions: fill " << filling << " ms, save " << saving << " ms\n";
-    EXPECT_EQ(value(u"select count(*) from feedbackobjective"_s), u"400"_s);
-    EXPECT_EQ(value(u"select count(*) from feedbackdescriptive"_s), u"100"_s);
-    EXPECT_LT(filling, 5000);
-    EXPECT_LT(saving, 5000);
 }
 
 } // namespace

@@ -48,7 +48,7 @@ protected:
         return messages;
     }
     /// What failed in handing over; empty when nothing did.
-    static QString failureOf(mapi::MAPIMessages& messages) {
+    static QString failureOf(mapi::MAPIMessages messages) {
         try {
             messages.setAction(2);
         } catch (const mapi::Failure& failure) {
@@ -70,8 +70,7 @@ TEST_F(MailTest, theClientGetsOddTextsAndNamesAsTheyAre) {
         {u"--attach"_s, u"\tWeiß, \"Grün\" <b>&amp;\\t\\c"_s, u"x,y.xls"_s},
     };
     for (const auto& [recipient, text, name] : mails) {
-        mapi::MAPIMessages messages = message(recipient, text, attachment(name));
-        ASSERT_EQ(failureOf(messages), QString()) << qPrintable(name);
+        ASSERT_EQ(failureOf(message(recipient, text, attachment(name))), QString()) << qPrintable(name);
         QFile record(folder.filePath(u"record"_s));
         ASSERT_TRUE(record.open(QIODevice::ReadOnly)) << qPrintable(name);
         const QUrl url(QString::fromUtf8(record.readAll()), QUrl::StrictMode);
@@ -87,15 +86,15 @@ TEST_F(MailTest, theClientGetsOddTextsAndNamesAsTheyAre) {
 }
 
 TEST_F(MailTest, whatKeepsAMailFromItsClientIsTold) {
-    mapi::MAPIMessages good = message(u"ann@example.com"_s, u"."_s, attachment(u"a.xls"_s));
+    const auto with = [](const QString& file) { return message(u"ann@example.com"_s, u"."_s, file); };
+    mapi::MAPIMessages good = with(attachment(u"a.xls"_s));
     client("exit 1");
     EXPECT_EQ(failureOf(good),
               u"The mail was not handed over: the mail program reported a failure, or the mail "
               "was cancelled.");
-    mapi::MAPIMessages missing = message(u"ann@example.com"_s, u"."_s, folder.filePath(u"none.xls"_s));
-    EXPECT_EQ(failureOf(missing), u"The file to attach is missing: "_s + folder.filePath(u"none.xls"_s));
-    mapi::MAPIMessages garbled = message(u"ann@example.com"_s, u"."_s, attachment(u"a\\nb.xls"_s));
-    EXPECT_TRUE(failureOf(garbled).contains(u"backslash"_s));
+    const QString missing = folder.filePath(u"none.xls"_s);
+    EXPECT_EQ(failureOf(with(missing)), u"The file to attach is missing: "_s + missing);
+    EXPECT_TRUE(failureOf(with(attachment(u"a\\nb.xls"_s))).contains(u"backslash"_s));
     good.SessionID = 0;
     EXPECT_EQ(failureOf(good), u"There is no mail session.");
     good.SessionID = 1;
@@ -104,11 +103,10 @@ TEST_F(MailTest, whatKeepsAMailFromItsClientIsTold) {
 }
 
 TEST_F(MailTest, aClientThatStaysOpenDoesNotHoldTheProgram) {
-    mapi::MAPIMessages messages = message(u"ann@example.com"_s, u"."_s, {});
     client("while [ ! -e \"$MAIL_RECORD\" ]; do sleep 0.1; done");
     QElapsedTimer clock;
     clock.start();
-    EXPECT_EQ(failureOf(messages), QString());
+    EXPECT_EQ(failureOf(message(u"ann@example.com"_s, u"."_s, {})), QString());
     EXPECT_LT(clock.elapsed(), 30'000);
     EXPECT_FALSE(QFile::exists(folder.filePath(u"record"_s)));
     attachment(u"record"_s); // lets the client end

@@ -1,15 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "core/MDIMain.h"
 #include "exchange/frmLogDetails.h"
 #include "exchange/frmMessage.h"
 #include "exchange/mailer.h"
 #include "platform/crystal/crystalreport.h"
 #include "platform/crystal/previewwindow.h"
 #include "platform/excel/application.h"
-#include "platform/forms/lists.h"
-#include "platform/forms/listview.h"
 #include "platform/mapi/client.h"
-#include "tests/support/storetest.h"
+#include "tests/support/listview.h"
 
 #include <QDir>
 #include <QPlainTextEdit>
@@ -21,7 +18,6 @@ using forms::Answer;
 
 namespace {
 
-const QString title = u"Gaugewell v2.1"_s;
 const QString noClient = u"Cannot send E-Mail....There is no Default Mail Client Installed on your PC..."_s;
 
 /// Acme's files a.xls, b.xls, c.xls for Ann, Bob and Cy; Ann alone has an address.
@@ -31,20 +27,14 @@ protected:
         StoreTest::SetUp();
         acme = addCustomer(u"Acme"_s);
         addCustomer(u"Other"_s);
-        add(u"respondent"_s,
-            {{"custid", acme}, {"respondentname", u"Ann"_s}, {"emailid", u"ann@example.com"_s}});
+        addRespondent(acme, u"Ann"_s);
         addRespondent(acme, u"Bob"_s);
-        for (const auto& [name, respondent, status] :
-             std::vector<std::tuple<QString, QString, QVariant>>{{u"a.xls"_s, u"Ann"_s, true},
-                                                                 {u"b.xls"_s, u"Bob"_s, false},
-                                                                 {u"c.xls"_s, u"Cy"_s, ado::Null}}) {
-            add(u"log"_s, {{"custname", u"Acme"_s},
-                           {"respname", respondent},
-                           {"xlsfilename", name},
-                           {"sdate", QDate(2024, 3, 5)},
-                           {"Status", status}});
-            ASSERT_TRUE(QFile::copy(QStringLiteral(GAUGEWELL_SOURCE "/home/template.xls"), path(name)));
-        }
+        run(u"update respondent set emailid='ann@example.com' where respondentname='Ann'"_s);
+        for (const QString& name : {u"a.xls"_s, u"b.xls"_s, u"c.xls"_s})
+            bring(u"template.xls"_s, name);
+        run(u"insert into log (custname, sdate, respname, xlsfilename, Status) values "
+            "('Acme', '2024-03-05', 'Ann', 'a.xls', True), ('Acme', '2024-03-05', 'Bob', 'b.xls', False), "
+            "('Acme', '2024-03-05', 'Cy', 'c.xls', null)"_s);
         mapi::hasClientSeat = [this] { return clientThere; };
         mapi::composeSeat = [this](const mapi::Mail& mail) {
             if (failsOn == mail.attachmentName)
@@ -57,10 +47,6 @@ protected:
         };
         excel::Application::setFileShower([this](const QString& file) { opened << file; });
     }
-    void TearDown() override {
-        excel::Application::setFileShower({});
-        StoreTest::TearDown();
-    }
     static frmLogDetails& form() {
         frmLogDetails::instance().Show();
         return frmLogDetails::instance();
@@ -70,12 +56,9 @@ protected:
         for (int row = 0; row < list().ListCount(); ++row)
             list().setSelected(row, std::find(rows.begin(), rows.end(), row) != rows.end());
     }
-    static QString panel() { return MDIMain::instance().stsBar->Panels(1).Text(); }
-    QString path(const QString& name) const { return home() + u'/' + name; }
     void press(const char* button) {
         ::press(form(), button);
-        EXPECT_EQ(messages.left(), 0) << button;
-        EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr) << button;
+        expectAtRest();
     }
     QString mail(const QString& text, const QString& recipient, const QString& file) const {
         return u"Customer Satisfaction Survey|"_s + text + u'|' + recipient + u'|' + path(file);
@@ -91,49 +74,41 @@ protected:
 };
 
 TEST_F(RegisterTest, listsAndOpensTheFilesOfACustomer) {
-    std::vector<QStringList> shown;
-    for (int row = 0; row < list().ListCount(); ++row)
-        shown.push_back({list().Text(row), list().Text(row, 1), list().Text(row, 2), list().Text(row, 3)});
-    EXPECT_EQ(shown, (std::vector<QStringList>{{u"a.xls"_s, u"05/03/2024"_s, u"Ann"_s, u"Yes"_s},
-                                               {u"b.xls"_s, u"05/03/2024"_s, u"Bob"_s, u"No"_s},
-                                               {u"c.xls"_s, u"05/03/2024"_s, u"Cy"_s, u""_s}}));
+    EXPECT_EQ(listed(list()), (QStringList{u"a.xls|05/03/2024|Ann|Yes"_s, u"b.xls|05/03/2024|Bob|No"_s,
+                                           u"c.xls|05/03/2024|Cy|"_s}));
     choose({});
     for (const char* button : {"cmdmail", "cmdDelete"}) // nothing chosen, nothing done
         press(button);
-    list().setFocus();
-    key(Qt::Key_Return);
+    keyOn(form(), "lsvDtls", Qt::Key_Return);
     EXPECT_TRUE(opened.isEmpty());
     choose({0, 2});
     key(Qt::Key_Return);
     EXPECT_EQ(opened, QStringList({path(u"a.xls"_s), path(u"c.xls"_s)}));
-    const QPoint second = list().visualRect(list().model()->index(1, 0)).center();
-    QTest::mouseClick(list().viewport(), Qt::LeftButton, {}, second);
-    QTest::mouseDClick(list().viewport(), Qt::LeftButton, {}, second);
+    clickRow(list(), 1);
+    QTest::mouseDClick(list().viewport(), Qt::LeftButton, {},
+                       list().visualRect(list().model()->index(1, 0)).center());
     EXPECT_EQ(opened.value(2), path(u"b.xls"_s));
 
     run(u"update log set xlsfilename='../b.xls' where xlsfilename='b.xls'"_s);
     form().toFillListView();
     QFile::remove(path(u"a.xls"_s));
     choose({0, 1}); // the first failure ends it
-    list().setFocus();
     messages.expectBeginning(u"The file \"%1\" "_s.arg(path(u"a.xls"_s)));
     key(Qt::Key_Enter);
     choose({1});
     messages.expect(u"\"../b.xls\" holds a folder where a bare file name is wanted."_s);
     key(Qt::Key_Enter);
     EXPECT_EQ(opened.size(), 3);
-    EXPECT_EQ(panel(), QString());
+    expectAtRest();
 
-    auto* customers = control<forms::ComboBox>(form(), "cmbCustomer");
-    customers->setFocus();
-    key(Qt::Key_Down);
+    keyOn(form(), "cmbCustomer", Qt::Key_Down);
     EXPECT_EQ(list().ListCount(), 0);
 }
 
 TEST_F(RegisterTest, mailsTheChosenFiles) {
     clientThere = false;
     choose({0});
-    messages.expect(noClient, style::critical, title);
+    messages.expectTitled(noClient, style::critical);
     press("cmdmail");
     clientThere = true;
     choose({0, 2});
@@ -159,7 +134,7 @@ TEST_F(RegisterTest, mailsTheChosenFiles) {
     mailer.sendmail({u"Acme"_s, u"Bob"_s, u"b.xls"_s});
     EXPECT_TRUE(mailer.strFound);
     clientThere = false;
-    messages.expect(noClient, style::critical, title);
+    messages.expectTitled(noClient, style::critical);
     mailer.sendmail({u"Acme"_s, u"Bob"_s, u"a.xls"_s});
     EXPECT_FALSE(mailer.strFound);
 }
@@ -167,33 +142,30 @@ TEST_F(RegisterTest, mailsTheChosenFiles) {
 TEST_F(RegisterTest, aFileToMailIsLocated) {
     ASSERT_TRUE(QDir(home()).mkpath(u"moved"_s));
     ASSERT_TRUE(QFile::rename(path(u"b.xls"_s), path(u"moved/b.xls"_s)));
-    const auto mailAll = [&](const QString& answer) {
+    const auto mailAll = [&](const QString& answer, const QString& refusal = {}, int refusalStyle = 0) {
         mails.clear();
+        messages.expect(u"b.xls file not found in the Home directory..Kindly locate the file to attach"_s,
+                        style::information);
+        if (!refusal.isEmpty())
+            messages.expect(refusal, refusalStyle);
         picked = answer;
         choose({0, 1, 2});
         press("cmdmail");
         return mails.size();
     };
-    const QString locate = u"b.xls file not found in the Home directory..Kindly locate the file to attach"_s;
-    messages.expect(locate, style::information);
-    messages.expect(u"Process cancelled..."_s, style::information);
-    EXPECT_EQ(mailAll({}), 1);
-    messages.expect(locate, style::information);
-    messages.expect(u"Wrong Survey file selected....."_s, style::critical);
-    EXPECT_EQ(mailAll(path(u"c.xls"_s)), 1);
-    messages.expect(locate, style::information);
+    EXPECT_EQ(mailAll({}, u"Process cancelled..."_s, style::information), 1);
+    EXPECT_EQ(mailAll(path(u"c.xls"_s), u"Wrong Survey file selected....."_s, style::critical), 1);
     EXPECT_EQ(mailAll(path(u"moved/b.xls"_s)), 3);
     EXPECT_TRUE(mails[1].endsWith(path(u"moved/b.xls"_s)));
     EXPECT_EQ(dialogs, QStringList(3, u"*.xls|*.xls|*.xls 4"_s));
     failsOn = u"c.xls"_s; // after the dialog failures are passed over
-    messages.expect(locate, style::information);
     EXPECT_EQ(mailAll(path(u"moved/b.xls"_s)), 2);
 }
 
 TEST_F(RegisterTest, deletesTheChosenFiles) {
     const auto ask = [this](const QString& name, Answer answer) {
-        messages.expect(u"Are you sure you want to delete the Survey File - "_s + name, style::yesNo, title,
-                        answer);
+        messages.expectTitled(u"Are you sure you want to delete the Survey File - "_s + name, style::yesNo,
+                              answer);
     };
     choose({0, 1});
     ask(u"a.xls"_s, Answer::No);
@@ -202,12 +174,11 @@ TEST_F(RegisterTest, deletesTheChosenFiles) {
     EXPECT_EQ(logged(), QStringList({u"a.xls"_s, u"c.xls"_s}));
     EXPECT_EQ(files(), logged());
     EXPECT_EQ(list().ListCount(), 2);
-    EXPECT_EQ(panel(), QString());
 
     // A file that is not there ends it, whatever is answered; the list is not filled again.
     ASSERT_TRUE(QDir(home()).mkpath(u"moved"_s));
     ASSERT_TRUE(QFile::rename(path(u"a.xls"_s), path(u"moved/a.xls"_s)));
-    const auto fail = [&](Answer answer, const QString& located) {
+    const auto removeMissing = [&](Answer answer, const QString& located, bool right) {
         picked = located;
         choose({0, 1});
         ask(u"a.xls"_s, Answer::Yes);
@@ -215,63 +186,50 @@ TEST_F(RegisterTest, deletesTheChosenFiles) {
             u"a.xls Survey File not found in the Current Directory......Kindly locate the file to "
             "Delete"_s,
             style::okCancel, {}, answer);
-    };
-    const auto expectInvalid = [&] {
-        messages.expect(u"Invalid Survey File Selected ..You must select a.xls Survey File to Delete"_s,
-                        style::retryCancel, {}, Answer::Retry);
-    };
-    fail(Answer::Cancel, {});
-    press("cmdDelete");
-    EXPECT_TRUE(dialogs.isEmpty());
-    for (const QString& wrong : {QString(), path(u"c.xls"_s)}) {
-        fail(Answer::Ok, wrong);
-        expectInvalid();
+        if (!right)
+            messages.expect(u"Invalid Survey File Selected ..You must select a.xls Survey File to Delete"_s,
+                            style::retryCancel, {}, Answer::Retry);
         press("cmdDelete");
-    }
+    };
+    removeMissing(Answer::Cancel, {}, true);
+    EXPECT_TRUE(dialogs.isEmpty());
+    removeMissing(Answer::Ok, {}, false);
+    removeMissing(Answer::Ok, path(u"c.xls"_s), false);
     EXPECT_EQ(logged(), QStringList({u"a.xls"_s, u"c.xls"_s}));
-    fail(Answer::Ok, path(u"moved/a.xls"_s));
-    press("cmdDelete");
+    removeMissing(Answer::Ok, path(u"moved/a.xls"_s), true);
     EXPECT_EQ(dialogs, QStringList(3, u"All Files (*.xls)|*.xls 4"_s));
     EXPECT_FALSE(QFile::exists(path(u"moved/a.xls"_s)));
     EXPECT_EQ(logged(), QStringList(u"c.xls"_s));
     EXPECT_EQ(files(), logged());
     EXPECT_EQ(list().ListCount(), 2);
-    EXPECT_EQ(panel(), QString());
 }
 
 TEST_F(RegisterTest, theStandardMessageIsStored) {
-    const auto edit = [this](const std::function<void(frmMessage&)>& work) {
+    const auto edit = [this](const QString& before, const QString& text, bool saves = true) {
         QTimer::singleShot(0, &form(), [&] {
-            EXPECT_TRUE(QTest::qWaitForWindowActive(&frmMessage::instance()));
-            work(frmMessage::instance());
+            frmMessage& dialog = frmMessage::instance();
+            EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
+            EXPECT_EQ(dialog.txtMessage()->toPlainText(), before);
+            dialog.txtMessage()->setFocus();
+            dialog.txtMessage()->selectAll();
+            type(text);
+            if (saves)
+                ::press(dialog, "cmdSave");
+            else
+                key(Qt::Key_Escape);
+            EXPECT_EQ(frmMessage::loaded(), nullptr);
             frmMessage::unload();
         });
         press("cmdStandardMessage"); // returns when the dialog is gone
-        EXPECT_EQ(frmMessage::loaded(), nullptr);
-        return value(u"select standardmessage from standardmessage where customerid="_s +
-                     QString::number(acme));
+        return value(u"select standardmessage from standardmessage"_s);
     };
-    const auto save = [&](const QString& text) {
-        return edit([&](frmMessage& dialog) {
-            dialog.txtMessage()->setFocus();
-            dialog.txtMessage()->selectAll();
-            key(Qt::Key_Delete);
-            type(text);
-            ::press(dialog, "cmdSave");
-        });
-    };
-    EXPECT_EQ(save(u"  "_s), QString());
-    EXPECT_EQ(save(u" Please answer. "_s), u"Please answer."_s);
-    EXPECT_EQ(save(u" It's time "_s), u" It\u2019s time "_s);
-    EXPECT_EQ(save(u" "_s), u" It\u2019s time "_s); // a blank one keeps the old
-    EXPECT_EQ(edit([](frmMessage& dialog) {
-                  EXPECT_EQ(dialog.txtMessage()->toPlainText(), u"It\u2019s time"_s);
-                  dialog.txtMessage()->setFocus();
-                  type(u"not this"_s);
-                  key(Qt::Key_Escape);
-              }),
-              u" It\u2019s time "_s);
-    EXPECT_EQ(value(u"select count(*) from standardmessage"_s), u"1"_s);
+    EXPECT_EQ(edit({}, u"  "_s), QString());
+    EXPECT_EQ(edit({}, u" Please answer. "_s), u"Please answer."_s);
+    const QString stored = u" It\u2019s time "_s;
+    EXPECT_EQ(edit(u"Please answer."_s, u" It's time "_s), stored);
+    EXPECT_EQ(edit(stored.trimmed(), u" "_s), stored); // a blank one keeps the old
+    EXPECT_EQ(edit(stored.trimmed(), u"not this"_s, false), stored);
+    EXPECT_EQ(value(u"select customerid from standardmessage"_s), QString::number(acme));
 }
 
 TEST_F(RegisterTest, printsTheRegisterOfTheCustomer) {
@@ -281,11 +239,9 @@ TEST_F(RegisterTest, printsTheRegisterOfTheCustomer) {
     };
     messages.expectBeginning(u"Error : "_s); // no layout
     press("cmdPrint");
-    ASSERT_TRUE(QFile::copy(QStringLiteral(GAUGEWELL_SOURCE "/home/log.rpt"), path(u"log.rpt"_s)));
+    bring(u"log.rpt"_s);
     press("cmdPrint");
     EXPECT_EQ(previews, QStringList(u"Log Details 2"_s));
-    EXPECT_EQ(panel(), QString());
-    crystal::previewSeat = crystal::PreviewWindow::show;
 }
 
 } // namespace

@@ -8,11 +8,9 @@ namespace {
 class SchemaTest : public StoreTest {
 protected:
     static QString plan(const QString& sql) {
-        ado::Recordset explained;
-        explained.Open(u"explain query plan "_s + sql, *cnnMain);
-        QStringList steps;
-        for (; !explained.Eof(); explained.MoveNext())
-            steps << explained["detail"].Text();
+        QStringList steps = rows(u"explain query plan "_s + sql);
+        for (QString& step : steps)
+            step = step.section(u'|', 3);
         return steps.join(u"; "_s);
     }
 };
@@ -33,10 +31,10 @@ TEST_F(SchemaTest, aDeletedCustomerOrParameterTakesWhatHangsOnItAndNothingElse) 
 
     run(u"delete * from customer where custid="_s + QString::number(acme));
     EXPECT_EQ(rows(u"select respondentname from respondent"_s), QStringList{u"Otto"_s});
-    for (const char16_t* kept : {u"survey", u"responquesindex", u"feedbackobjective"})
-        EXPECT_EQ(value(u"select count(*) from "_s + QString::fromUtf16(kept)), u"1"_s);
-    for (const char16_t* hidden : {u"responquery", u"objquery", u"existingsurvey", u"scatter"})
-        EXPECT_EQ(value(u"select count(*) from "_s + QString::fromUtf16(hidden)), u"0"_s);
+    for (const QString& kept : {u"survey"_s, u"responquesindex"_s, u"feedbackobjective"_s})
+        EXPECT_EQ(rows(u"select * from "_s + kept).size(), 1);
+    for (const QString& hidden : {u"responquery"_s, u"objquery"_s, u"existingsurvey"_s, u"scatter"_s})
+        EXPECT_EQ(rows(u"select * from "_s + hidden).size(), 0);
     run(u"delete * from parameter where paramid="_s + QString::number(price));
     EXPECT_EQ(value(u"select count(*) from questions"_s), u"0"_s);
 }
@@ -52,50 +50,46 @@ TEST_F(SchemaTest, defaultsAndNullsAreAsTheFormsCountOnThem) {
 }
 
 TEST_F(SchemaTest, theHotStatementsAreServedByIndexes) {
-    const char16_t* statements[] = {
-        u"select * from customer where custname ='Acme'",
-        u"select * from respondent where custid=7",
-        u"select * from questions where question='Q' and Paramid=3",
-        u"select * from custresp where respondentname='Ann' and custid=7",
-        u"select * from  param where question='Q' and parametername='P'",
-        u"select * from survey where sdate=#03/15/2002# and custid=7",
-        u"select * from existingsurvey where sdate=#03/15/2002# and custname='A' and respondentname='R'",
-        u"select * from responquery where respondentid=3 and surveyid=9 order by responquery.order",
-        u"select * from responquery where  respondentid=3 and custid=7 and sdate=#03/15/2002#",
-        u"select * from responquery where question='Q' and custid=7 and sdate=#03/15/2002#",
+    const QString statements[] = {
+        u"select * from customer where custname ='Acme'"_s,
+        u"select * from respondent where custid=7"_s,
+        u"select * from questions where question='Q' and Paramid=3"_s,
+        u"select * from custresp where respondentname='Ann' and custid=7"_s,
+        u"select * from  param where question='Q' and parametername='P'"_s,
+        u"select * from survey where sdate=#03/15/2002# and custid=7"_s,
+        u"select * from existingsurvey where sdate=#03/15/2002# and custname='A' and respondentname='R'"_s,
+        u"select * from responquery where respondentid=3 and surveyid=9 order by responquery.order"_s,
+        u"select * from responquery where  respondentid=3 and custid=7 and sdate=#03/15/2002#"_s,
+        u"select * from responquery where question='Q' and custid=7 and sdate=#03/15/2002#"_s,
         u"select * from responquery where parametername='P' and question='Q' and respondentid=3 and custid=7 "
-        u"and "
-        u"sdate=#03/15/2002#",
-        u"select distinct(parametername) from responquery where custname='Acme'",
-        u"select distinct(sdate) as surveydate from responquery where custid=7",
-        u"select * from ResponQuesIndex where respondentid=3 and ResponQuesIndex.order=2",
-        u"select * from feedbackobjective where respondentid=3 and questionid=4 and surveydate=#03/15/2002#",
+        u"and sdate=#03/15/2002#"_s,
+        u"select distinct(parametername) from responquery where custname='Acme'"_s,
+        u"select distinct(sdate) as surveydate from responquery where custid=7"_s,
+        u"select * from ResponQuesIndex where respondentid=3 and ResponQuesIndex.order=2"_s,
+        u"select * from feedbackobjective where respondentid=3 and questionid=4 and surveydate=#03/15/2002#"_s,
         u"select * from feedbackdescriptive where respondentid=3 and questionid=4 and "
-        u"surveydate=#03/15/2002#",
+        u"surveydate=#03/15/2002#"_s,
         u"select * from objquery where custid=7 and respondentid=3 and surveydate < #03/15/2002# and "
-        u"questionid=4",
-        u"select * from scatterqry where custname='A' and surveydate between #03/15/2002# and #03/15/2003#",
-        u"select * from scatterqry where parametername='P' and custname='A' and surveydate =#03/15/2002#",
-        u"select distinct(parametername) from scatter where custname='A' and sdate =#03/15/2002#",
-        u"select * from log where custname='A' and respid=3 and sdate=#03/15/2002#",
-        u"select * from log where xlsfilename='1.xls'",
-        u"select * from action where custname='A' and date =#03/15/2002#",
-        u"select * from linetable where parameter='P' and sindex <> 0 order by sdate asc",
-        u"select * from search where tablename='T' and ID=4",
-        u"select * from reportlinktable where questionid=4 and respondentid=3 ",
+        u"questionid=4"_s,
+        u"select * from scatterqry where custname='A' and surveydate between #03/15/2002# and #03/15/2003#"_s,
+        u"select * from scatterqry where parametername='P' and custname='A' and surveydate =#03/15/2002#"_s,
+        u"select distinct(parametername) from scatter where custname='A' and sdate =#03/15/2002#"_s,
+        u"select * from log where custname='A' and respid=3 and sdate=#03/15/2002#"_s,
+        u"select * from log where xlsfilename='1.xls'"_s,
+        u"select * from action where custname='A' and date =#03/15/2002#"_s,
+        u"select * from linetable where parameter='P' and sindex <> 0 order by sdate asc"_s,
+        u"select * from search where tablename='T' and ID=4"_s,
+        u"select * from reportlinktable where questionid=4 and respondentid=3 "_s,
     };
-    for (const char16_t* sql : statements) {
+    for (const QString& sql : statements) {
         // The parameters are few whatever the store holds: they alone may be gone through.
-        const QString steps = plan(QString::fromUtf16(sql)).remove(u"SCAN parameter;"_s);
-        EXPECT_FALSE(steps.contains(u"SCAN"))
-            << QString::fromUtf16(sql).toStdString() << "\n  " << steps.toStdString();
+        EXPECT_FALSE(plan(sql).remove(u"SCAN parameter;"_s).contains(u"SCAN")) << sql.toStdString();
     }
     // A condition on the customer is where these must begin: their cost follows the customer's own rows.
     for (const int i : {8, 9, 10, 11, 12, 16, 17, 18, 19}) {
-        const QString steps = plan(QString::fromUtf16(statements[i]));
-        const QString first = steps.section(u';', 0, 0);
+        const QString first = plan(statements[i]).section(u';', 0, 0);
         EXPECT_TRUE(first.contains(u"customer") || first.contains(u"survey") || first.contains(u"respondent"))
-            << QString::fromUtf16(statements[i]).toStdString() << "\n  " << steps.toStdString();
+            << statements[i].toStdString() << "\n  " << first.toStdString();
     }
 }
 

@@ -15,8 +15,6 @@ using forms::Answer;
 
 namespace {
 
-const QString notFound = u"Database not found in the current directory,...Locate the database to connect"_s;
-
 class StartTest : public StoreTest {
 protected:
     void SetUp() override {
@@ -26,64 +24,57 @@ protected:
             return located;
         };
     }
-    void removeStore() { ASSERT_TRUE(QFile::rename(home() + u"/Tallywell.mdb", elsewhere())); }
-    QString elsewhere() const { return home() + u"/moved.mdb"; }
-    /// A file where the registry's folder should be.
-    void blockRegistry() {
-        QDir(home() + u"/config").removeRecursively();
-        QFile file(home() + u"/config");
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    void removeStore() { ASSERT_TRUE(QFile::rename(path(u"Tallywell.mdb"_s), path(u"moved.mdb"_s))); }
+    void expectNotFound(Answer answer) {
+        messages.expect(u"Database not found in the current directory,...Locate the database to connect"_s, 1,
+                        u"Brackwell"_s, answer);
     }
-
     QString located;
     QString askedWith;
-    QString path;
+    QString found;
 };
 
 TEST_F(StartTest, theStoreBesideTheProgramWinsOverAnOlderDataSource) {
     ado::SQLConfigDataSource(4, u"d"_s, u"DSN=gwl"_s + QChar(0) + u"DBQ=/nowhere/other.mdb");
-    EXPECT_TRUE(toCreateDSN(u"gwl"_s, path));
-    EXPECT_EQ(path, home() + u"/Tallywell.mdb"_s);
-    EXPECT_EQ(ado::dataSourcePath(u"gwl"_s), path);
+    EXPECT_TRUE(toCreateDSN(u"gwl"_s, found));
+    EXPECT_EQ(found, path(u"Tallywell.mdb"_s));
+    EXPECT_EQ(ado::dataSourcePath(u"gwl"_s), found);
 }
 
-TEST_F(StartTest, givingUpAtEitherStepEndsTheProgram) {
+TEST_F(StartTest, withoutAStoreOneIsLocatedOrTheProgramEnds) {
     removeStore();
-    messages.expect(notFound, 1, u"Brackwell"_s, Answer::Cancel);
-    EXPECT_FALSE(toCreateDSN(u"gwl"_s, path));
-    messages.expect(notFound, 1, u"Brackwell"_s, Answer::Ok);
+    expectNotFound(Answer::Cancel);
+    EXPECT_FALSE(toCreateDSN(u"gwl"_s, found));
+    expectNotFound(Answer::Ok);
     messages.expect(u"Must choose the database"_s);
-    EXPECT_FALSE(toCreateDSN(u"gwl"_s, path));
+    EXPECT_FALSE(toCreateDSN(u"gwl"_s, found));
     EXPECT_EQ(forms::qtFilter(askedWith), u"All Files (Tallywell.mdb);;Mdb Files (Tallywell.mdb)"_s);
-}
-
-TEST_F(StartTest, aLocatedStoreIsConnectedAndTheHomeStaysWhereItIs) {
-    removeStore();
-    located = elsewhere();
-    messages.expect(notFound, 1, u"Brackwell"_s, Answer::Ok);
-    EXPECT_TRUE(toCreateDSN(u"gwl"_s, path));
-    EXPECT_EQ(path, elsewhere());
+    located = path(u"moved.mdb"_s);
+    expectNotFound(Answer::Ok);
+    EXPECT_TRUE(toCreateDSN(u"gwl"_s, found));
+    EXPECT_EQ(found, located);
     EXPECT_EQ(homeDirectory(), home());
     toOpenConnection();
     EXPECT_EQ(cnnMain->State(), 1);
 }
 
 TEST_F(StartTest, aRegistryThatCannotBeWrittenIsToldOnlyOfALocatedStore) {
-    blockRegistry();
-    EXPECT_TRUE(toCreateDSN(u"gwl"_s, path)) << "silent: the connection tells it";
+    QDir(path(u"config"_s)).removeRecursively(); // a file where the registry's folder should be
+    ASSERT_TRUE(QFile(path(u"config"_s)).open(QIODevice::WriteOnly));
+    EXPECT_TRUE(toCreateDSN(u"gwl"_s, found)) << "silent: the connection tells it";
     messages.expect(u"Error :-1907\r\nData source name 'gwl' not found."_s);
     toOpenConnection();
     EXPECT_EQ(cnnMain->State(), 0);
     removeStore();
-    located = elsewhere();
-    messages.expect(notFound, 1, u"Brackwell"_s, Answer::Ok);
+    located = path(u"moved.mdb"_s);
+    expectNotFound(Answer::Ok);
     messages.expect(u"DSN Creation Failed"_s);
-    EXPECT_TRUE(toCreateDSN(u"gwl"_s, path)) << "the program goes on";
+    EXPECT_TRUE(toCreateDSN(u"gwl"_s, found)) << "the program goes on";
 }
 
 TEST_F(StartTest, aStoreThatIsNoDatabaseIsReportedByEachProcedureAndTheProgramLivesOn) {
     cnnMain->Close();
-    QFile store(home() + u"/Tallywell.mdb");
+    QFile store(path(u"Tallywell.mdb"_s));
     ASSERT_TRUE(store.open(QIODevice::WriteOnly | QIODevice::Truncate));
     store.write(QByteArray(4096, '?'));
     store.close();
@@ -104,13 +95,6 @@ TEST_F(StartTest, aClosedConnectionIsOpenedSilentlyBeforeTheNextUse) {
     EXPECT_EQ(toGetCustID(u"nobody"_s), 0);
     messages.expectBeginning(u"Error : -3100\r\nSyntax error in string"_s);
     EXPECT_EQ(toGetCustID(u"O'Hara"_s), 0) << "the name is not filtered here";
-}
-
-TEST_F(StartTest, apostrophesBecomeTypographicAndTheFilterAnswersOnlyThen) {
-    EXPECT_EQ(toFilterApostrophe(u"D'Arcy's"_s), u"D’Arcy’s"_s);
-    EXPECT_EQ(toFilterApostrophe(u"Arcy"_s), std::nullopt);
-    EXPECT_EQ(toFilterApostrophe(u""_s), std::nullopt);
-    EXPECT_EQ(toStoredText(u"  "_s), u"  "_s);
 }
 
 TEST_F(StartTest, timerAndFrameLeadOnFromTheSplashFormAndAKeyDoesNot) {
@@ -134,13 +118,6 @@ TEST_F(StartTest, timerAndFrameLeadOnFromTheSplashFormAndAKeyDoesNot) {
     timer->setInterval(1);
     EXPECT_TRUE(QTest::qWaitFor([] { return MDIMain::isShown(); }));
     EXPECT_EQ(frmSplash::loaded(), nullptr);
-}
-
-TEST_F(StartTest, aFormIsCentredALittleAboveTheMiddle) {
-    frmCustomer& form = frmCustomer::instance();
-    toCenterForm(form);
-    EXPECT_NEAR(form.Left(), form.ScreenWidth() / 2 - form.Width() / 2, 15);
-    EXPECT_NEAR(form.Top(), int(form.ScreenHeight() * 0.85) / 2 - form.Height() / 2, 15);
 }
 
 } // namespace

@@ -15,9 +15,11 @@ struct EditedGrid {
     EditedGrid(QWidget& form, const char* gridName, const char* boxName)
         : grid(control<forms::MSHFlexGrid>(form, gridName)), box(control<QLineEdit>(form, boxName)) {}
 
+    QPoint at(int row, int col) const {
+        return grid->visualRect(grid->model()->index(row - 1, col - 1)).center();
+    }
     void click(int row, int col) const {
-        const QModelIndex index = grid->model()->index(row - 1, col - 1);
-        QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(index).center());
+        QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, at(row, col));
     }
     void clickHead(int col) const {
         const QHeaderView* head = grid->horizontalHeader();
@@ -30,8 +32,12 @@ struct EditedGrid {
         box->selectAll();
         if (text.isEmpty())
             key(Qt::Key_Delete);
-        else
-            type(text);
+        type(text);
+    }
+    QString text(int row, int col) const { return grid->TextMatrix(row, col); }
+    /// The cells 1 to 4 of a row, joined by a bar.
+    QString row(int number) const {
+        return QStringList{text(number, 1), text(number, 2), text(number, 3), text(number, 4)}.join(u'|');
     }
     std::pair<int, int> cell() const { return {grid->Row(), grid->Col()}; }
     bool boxLiesOverCell() const { return box->isVisible() && box->geometry() == grid->cellRect(); }

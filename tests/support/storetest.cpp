@@ -7,6 +7,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QFile>
+#include <QListWidget>
 
 using namespace Qt::StringLiterals;
 
@@ -62,6 +63,22 @@ void StoreTest::TearDown() {
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr) << "a form has left the hourglass behind";
     cnnMain.reset();
     setHomeDirectory({});
+}
+
+void StoreTest::bring(const QString& name, const QString& as) const {
+    ASSERT_TRUE(
+        QFile::copy(QStringLiteral(GAUGEWELL_SOURCE "/home/") + name, path(as.isEmpty() ? name : as)));
+}
+
+QString StoreTest::panel() {
+    return MDIMain::instance().stsBar->Panels(1).Text();
+}
+
+void StoreTest::expectAtRest() const {
+    EXPECT_EQ(messages.left(), 0);
+    EXPECT_EQ(panel(), QString());
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+    EXPECT_FALSE(cnnMain->InTransaction());
 }
 
 QStringList StoreTest::rows(const QString& sql) {
@@ -151,4 +168,20 @@ void type(const QString& text) {
 void key(Qt::Key pressed, Qt::KeyboardModifiers modifiers) {
     ASSERT_NE(QApplication::focusWidget(), nullptr);
     QTest::keyClick(QApplication::focusWidget(), pressed, modifiers);
+}
+
+void keyOn(QWidget& form, const char* name, Qt::Key pressed) {
+    control<QWidget>(form, name)->setFocus();
+    key(pressed);
+}
+
+void shortcut(Qt::Key pressed) {
+    QWidget* target = QApplication::focusWidget();
+    QTest::keyClick(target ? target : &MDIMain::instance(), pressed, Qt::ControlModifier);
+}
+
+void clickEntry(QWidget& form, const char* list, int entry, Qt::KeyboardModifiers held) {
+    const auto* found = control<QListWidget>(form, list);
+    QTest::mouseClick(found->viewport(), Qt::LeftButton, held,
+                      found->visualItemRect(found->item(entry)).center());
 }

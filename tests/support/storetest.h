@@ -25,6 +25,10 @@ public:
                 forms::Answer answer = forms::Answer::Ok);
     /// A message of the standard failure handler, whose text only begins so.
     void expectBeginning(const QString& beginning);
+    /// A message under the program's usual title.
+    void expectTitled(const QString& text, int style, forms::Answer answer = forms::Answer::Ok) {
+        expect(text, style, QStringLiteral("Gaugewell v2.1"), answer);
+    }
     int left() const { return static_cast<int>(waiting.size()); }
 
 private:
@@ -64,6 +68,13 @@ protected:
                          const QVariant& weightage, const QVariant& score);
 
     QString home() const { return directory.path(); }
+    QString path(const QString& name) const { return directory.filePath(name); }
+    /// Copies a file of the program's home, such as a layout, into this one.
+    void bring(const QString& name, const QString& as = {}) const;
+    /// The progress words in the status bar.
+    static QString panel();
+    /// After a command: its messages came; no progress words, hourglass or open transaction stay behind.
+    void expectAtRest() const;
 
     ExpectedMessages messages;
 
@@ -84,3 +95,10 @@ void press(QWidget& form, const char* button);
 /// Types into the widget that has the focus.
 void type(const QString& text);
 void key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+/// Gives a control the focus and presses the key there.
+void keyOn(QWidget& form, const char* name, Qt::Key key);
+/// A key with Ctrl, for what has the focus or else for the main window.
+void shortcut(Qt::Key key);
+
+/// Clicks an entry of a list by the list's object name.
+void clickEntry(QWidget& form, const char* list, int entry, Qt::KeyboardModifiers held = Qt::NoModifier);

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "exchange/cellmap.h"
 #include "platform/excel/application.h"
 
 #include <map>
 
-/// A survey file made from the template as the export makes it, and what its respondent then entered.
+/// A survey file with what the reader looks at, and what its respondent then entered.
 struct SurveyFile {
     int respondentid = 1;
     int surveyid = 1;
@@ -15,34 +14,26 @@ struct SurveyFile {
     std::map<QString, excel::Value> entered;     ///< by address such as "C14"; any cell, also locked ones
 
     void saveAs(const QString& path) const {
-        const excel::Application application;
-        const excel::Workbook workbook =
-            application.Workbooks().Open(QStringLiteral(GAUGEWELL_SOURCE "/home/template.xls"));
-        const excel::Worksheet sheet = workbook.Worksheets(cellmap::sheetName.toString());
-        sheet.Unprotect(cellmap::sheetPassword.toString());
-        const auto write = [&](const cellmap::Cell& cell) {
-            if (cell.value)
-                sheet.Cells(cell.place.row, cell.place.column).setValue(*cell.value);
-        };
-        cellmap::Head head;
-        head.respondentid = QString::number(respondentid);
-        head.surveyid = QString::number(surveyid);
-        head.surveyDate = head.exportDate = date;
-        for (const cellmap::Cell& cell : cellmap::headCells(head))
-            write(cell);
-        write(cellmap::questionCountCell(static_cast<int>(questions.size())));
-        int row = cellmap::firstRow;
+        std::map<QString, excel::Value> cells{{QStringLiteral("I2"), QString::number(respondentid)},
+                                              {QStringLiteral("I3"), date},
+                                              {QStringLiteral("I4"), QString::number(questions.size())},
+                                              {QStringLiteral("I5"), QString::number(surveyid)}};
+        int row = 14;
         for (const auto& [questionid, isScore] : questions) {
-            cellmap::Question question;
-            question.questionid = QString::number(questionid);
-            question.isScore = isScore;
-            for (const cellmap::Cell& cell : cellmap::blockCells(row, question))
-                write(cell);
-            row += cellmap::blockRows(isScore);
+            cells[QStringLiteral("I%1").arg(row)] = QString::number(questionid);
+            if (!isScore)
+                cells[QStringLiteral("B%1").arg(row + 1)] = QStringLiteral("Type your Answer here");
+            row += isScore ? 2 : 3;
         }
+        const excel::Workbook workbook =
+            excel::Application().Workbooks().Open(QStringLiteral(GAUGEWELL_SOURCE "/home/template.xls"));
+        const excel::Worksheet sheet = workbook.Worksheets(QStringLiteral("Sheet1"));
+        sheet.Unprotect(QStringLiteral("kvtwpa"));
+        for (const auto& [address, value] : cells)
+            sheet.Range(address).setValue(value);
         for (const auto& [address, value] : entered)
             sheet.Range(address).setValue(value);
-        sheet.Protect(cellmap::sheetPassword.toString());
+        sheet.Protect(QStringLiteral("kvtwpa"));
         workbook.SaveAs(path);
     }
 };

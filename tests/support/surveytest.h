@@ -29,37 +29,22 @@ protected:
                     addQuestion(quality, QStringLiteral("What else?"), false)};
     }
 
-    void TearDown() override {
-        forms::todaySeat = [] { return QDate::currentDate(); };
-        StoreTest::TearDown();
-    }
-
     /// A survey in which the respondent has these questions of the catalogue.
-    void addStored(int respondentid, const QDate& date, const std::vector<int>& numbers) {
+    void addStored(int respondentid, const QDate& date, std::vector<int> questions) {
         const QString found = toGetSurveyID(date.toString(ado::dateTextFormat), QStringLiteral("Acme"));
         const int surveyid = found.isEmpty() ? addSurvey(acme, date) : found.toInt();
-        std::vector<int> questions;
-        for (const int number : numbers)
-            questions.push_back(question.at(static_cast<std::size_t>(number)));
+        for (int& number : questions)
+            number = question.at(static_cast<std::size_t>(number));
         addQuestionnaire(respondentid, surveyid, questions);
     }
 
     /// The questionnaires of a respondent: "05/03 1:4 2:0" are the questions 4 and 0 in positions 1 and 2.
-    QString stored(int respondentid) {
-        QString result;
-        QString date;
-        for (const QString& row :
-             rows(QStringLiteral("select sdate, responquesindex.[Order], questionid from responquesindex, "
-                                 "survey where survey.surveyid=responquesindex.surveyid and respondentid=") +
-                  QString::number(respondentid) + u" order by sdate, responquesindex.[Order]")) {
-            const QStringList fields = row.split(u'|');
-            if (fields[0] != date)
-                result += (result.isEmpty() ? u"" : u" ") + fields[0].left(5);
-            date = fields[0];
-            const auto number = std::find(question.begin(), question.end(), fields[2].toInt());
-            result += u' ' + fields[1] + u':' + QString::number(number - question.begin());
-        }
-        return result;
+    static QString stored(int respondentid) {
+        const QString sql = QStringLiteral(
+            "select strftime('%d/%m', sdate) || group_concat(' ' || position || ':' || (questionid - 1), '') "
+            "from (select sdate, [Order] as position, questionid from responquesindex join survey using "
+            "(surveyid) where respondentid=%1 order by sdate, [Order]) group by sdate order by sdate");
+        return rows(sql.arg(respondentid)).join(u' ');
     }
 
     /// Opens the editor for a respondent of Acme, today; a questionnaire that exists is edited.

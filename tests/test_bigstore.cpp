@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The program is killed in the middle of a save; what was saved before stands whole when the store is opened
-// again.
+// A store of many records: its forms open and save without a wait, and a save that is killed part way leaves
+// what was saved before.
 #include "feedback/frmFeedBackObj.h"
 #include "platform/forms/dtpicker.h"
 #include "platform/forms/flexgrid.h"
@@ -8,6 +8,8 @@
 #include "survey/frmNewSurvey.h"
 #include "survey/frmSelectSurvey.h"
 #include "tests/support/storetest.h"
+
+#include <QElapsedTimer>
 
 #include <csignal>
 #include <sqlite3.h>
@@ -28,22 +30,22 @@ void dieAtChange(void*, int, const char*, const char*, sqlite3_int64) {
         std::raise(SIGKILL);
 }
 
-class KilledTest : public StoreTest {
+class BigStoreTest : public StoreTest {
 protected:
-    void SetUp() override {
-        StoreTest::SetUp();
+    static void fill(int customers, int questions) {
         cnnMain->BeginTrans();
         const int acme = addCustomer(u"Acme"_s);
         const int ann = addRespondent(acme, u"Ann"_s);
+        for (int i = 1; i < customers; ++i)
+            addRespondent(addCustomer(u"Customer "_s + QString::number(i)), u"Someone"_s);
         const int survey = addSurvey(acme, date);
         const int price = addParameter(u"Price"_s);
-        std::vector<int> questions;
-        for (int i = 0; i < many; ++i) {
-            addCustomer(u"Customer "_s + QString::number(i));
-            questions.push_back(addQuestion(price, u"Question "_s + QString::number(i)));
-            addScore(ann, questions.back(), survey, date, 5, 5);
+        std::vector<int> all;
+        for (int i = 0; i < questions; ++i) {
+            all.push_back(addQuestion(price, u"Question "_s + QString::number(i)));
+            addScore(ann, all.back(), survey, date, 5, 5);
         }
-        addQuestionnaire(ann, survey, questions);
+        addQuestionnaire(ann, survey, all);
         cnnMain->CommitTrans();
     }
 
@@ -57,9 +59,8 @@ protected:
         frmCustomer::instance().toSaveCustomerDtls();
     }
     static void saveFeedback() {
-        frmFeedBackObj& form = frmFeedBackObj::instance();
-        changeColumn(form, "grdDtls", 3, u"9"_s);
-        form.toSaveDtls();
+        changeColumn(frmFeedBackObj::instance(), "grdDtls", 3, u"9"_s);
+        frmFeedBackObj::instance().toSaveDtls();
     }
     static void saveQuestionnaire() {
         frmSelectSurvey::instance().dtSDate()->setValue(date);
@@ -69,8 +70,7 @@ protected:
         editor.toSaveParamAndQuest();
     }
 
-    /// Saves in a process of its own that is killed at that change of a row, or lives on with 0. True when it
-    /// was killed.
+    /// Saves in a process of its own that is killed at that change of a row, or lives on with 0.
     static bool killedWhile(void (*save)(), int atChange) {
         cnnMain->Close();
         const pid_t child = fork();
@@ -90,29 +90,43 @@ protected:
     }
 };
 
-TEST_F(KilledTest, aSaveIsThereAsAWholeOrNotAtAll) {
-    struct Row {
-        const char* name;
-        void (*save)();
-        const char16_t* content;
+TEST_F(BigStoreTest, formsOpenAndSaveWithoutAWait) {
+    fill(2000, 500);
+    const auto inTime = [](const char* what, int limit, const std::function<void()>& work) {
+        QElapsedTimer clock;
+        clock.start();
+        work();
+        QCoreApplication::processEvents();
+        EXPECT_LT(clock.elapsed(), limit) << what;
     };
-    const Row table[] = {
-        {"customers", saveCustomers, u"select custid, custname, Address from customer order by custid"},
-        {"feedback", saveFeedback, u"select questionid, score from feedbackobjective order by questionid"},
+    inTime("customers open", 1500, [] { frmCustomer::instance().Show(); });
+    inTime("customers save", 4000, saveCustomers);
+    inTime("feedback opens", 2000, [] { frmFeedBackObj::instance().Show(); });
+    inTime("feedback saves", 4000, saveFeedback);
+    inTime("selection opens", 2000, [] { frmSelectSurvey::instance().Show(); });
+    inTime("editor opens", 2000, [] { frmNewSurvey::instance().Show(); });
+    inTime("editor saves", 4000, saveQuestionnaire);
+}
+
+TEST_F(BigStoreTest, aSaveIsThereAsAWholeOrNotAtAll) {
+    fill(many, many);
+    const std::tuple<const char*, void (*)(), QString> table[] = {
+        {"customers", saveCustomers, u"select custid, custname, Address from customer order by custid"_s},
+        {"feedback", saveFeedback, u"select questionid, score from feedbackobjective order by questionid"_s},
         {"questionnaire", saveQuestionnaire,
-         u"select questionid, responquesindex.order from responquesindex order by responquesindex.order"},
+         u"select questionid, responquesindex.order from responquesindex order by responquesindex.order"_s},
     };
-    for (const Row& row : table) {
-        const QString content = QString::fromUtf16(row.content);
+    for (const auto& [name, save, content] : table) {
+        SCOPED_TRACE(name);
         const QStringList before = rows(content);
-        ASSERT_GE(before.size(), many) << row.name;
+        ASSERT_GE(before.size(), many);
         for (const int atChange : {1, many / 2, many - 1}) {
-            EXPECT_TRUE(killedWhile(row.save, atChange)) << row.name << " at " << atChange;
-            EXPECT_EQ(rows(content), before) << row.name << " at " << atChange;
-            EXPECT_EQ(value(u"pragma integrity_check"_s), u"ok"_s) << row.name;
+            EXPECT_TRUE(killedWhile(save, atChange)) << "at " << atChange;
+            EXPECT_EQ(rows(content), before) << "at " << atChange;
+            EXPECT_EQ(value(u"pragma integrity_check"_s), u"ok"_s);
         }
-        EXPECT_FALSE(killedWhile(row.save, 0)) << row.name;
-        EXPECT_NE(rows(content), before) << row.name << ": the save itself";
+        EXPECT_FALSE(killedWhile(save, 0));
+        EXPECT_NE(rows(content), before) << "the save itself";
     }
 }
 
