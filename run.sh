@@ -20,6 +20,7 @@ if [ "${1:-}" = --demo ] && [ ! -e "$home/Tallywell.mdb" ]; then
 fi
 echo "Installing into $home (your database and your own files there are kept)..."
 cmake --install build/release --prefix "$home" >/dev/null
+export GAUGEWELL_HOME="$home" # the one of the user may be another than the demonstration's
 
 if [ -n "${DISPLAY:-}" ] || [ -n "${WAYLAND_DISPLAY:-}" ]; then
   echo "Starting $home/gaugewell"

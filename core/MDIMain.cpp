@@ -16,6 +16,7 @@
 #include "feedback/frmFeedBackObj.h"
 #include "improvement/frmImprovementPlan.h"
 #include "platform/desktop/opener.h"
+#include "platform/desktop/windowstate.h"
 #include "platform/forms/form.h"
 #include "platform/forms/msgbox.h"
 #include "reference/frmCustomer.h"
@@ -74,9 +75,12 @@ MDIMain::MDIMain() : stsBar(new forms::StatusBar(this)), area(new QMdiArea(this)
     makeMenus();
     makeToolbar();
     resize(1180, 660);
+    desktop::restoreWindow(*this);
 }
 
 MDIMain::~MDIMain() {
+    if (isVisible()) // ended without having been closed
+        desktop::rememberWindow(*this);
     setMousePointer(forms::DefaultPointer);
     mainWindow = nullptr;
 }
@@ -287,6 +291,8 @@ void MDIMain::closeEvent(QCloseEvent* event) {
         event->ignore();
         return;
     }
+    toShowStatus({});
+    desktop::rememberWindow(*this);
     event->accept();
     toEndProgram();
 }

@@ -9,6 +9,7 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QFileInfo>
 
 using namespace Qt::StringLiterals;
 
@@ -42,11 +43,19 @@ void toShowWorkbook(const QString& path) {
 int Main(int argc, char** argv) {
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"gaugewell"_s);
+    QApplication::setDesktopFileName(u"gaugewell"_s);
     forms::applicationTitle = u"Gaugewell"_s;
+    if (const QStringList arguments = QApplication::arguments();
+        arguments.size() == 3 && arguments[1] == u"--tell") {
+        forms::msgBox(arguments[2], forms::style::critical);
+        return 1;
+    }
     QApplication::setQuitOnLastWindowClosed(false);
     forms::helpSeat = toShowHelp;
     excel::Application::setFileShower(toShowWorkbook);
 
+    if (const QString home = qEnvironmentVariable("GAUGEWELL_HOME"); !home.isEmpty())
+        setHomeDirectory(QFileInfo(home).absoluteFilePath());
     strCompanyName = toReadCompanyName();
     if (!toCreateDSN(u"gwl"_s, strDatabasePath))
         return 0;

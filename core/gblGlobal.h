@@ -42,10 +42,10 @@ extern bool blnSearchToImprovement;
 extern int intSearchIndex;
 
 /// The program: finds its database, connects, shows the splash form and then the main window. Returns the
-/// exit code.
+/// exit code. With the arguments --tell TEXT it only shows the text: why the launcher could not start it.
 int Main(int argc, char** argv);
 
-/// Points the data source at the database: the file beside the program, or one that the user locates. Writes
+/// Points the data source at the database: the file in the home directory, or one the user locates. Writes
 /// the path. False when the user gave up, so that the program ends.
 [[nodiscard]] bool toCreateDSN(const QString& dataSourceName, QString& databasePath);
 
@@ -80,7 +80,7 @@ QString toSqlDate(const QDate& date);
 /// The date of a text dd/mm/yyyy; invalid for any other text.
 QDate toDate(const QString& text);
 
-/// The directory of the running program, where the database, the survey files, help and report layouts stand.
+/// Where the database, the survey files, help and report layouts stand: the program's directory, unless set.
 QString homeDirectory();
-/// A test's own home. Empty: the directory of the program again.
+/// Main sets what GAUGEWELL_HOME names, a test a home of its own. Empty: the directory of the program again.
 void setHomeDirectory(const QString& path);

@@ -17,13 +17,14 @@ echo "the user's data" >>"$home/Tallywell.mdb"
 echo "Larkmoor" >"$home/company.txt"
 echo "own" >"$home/template.xls"
 echo "<!-- own -->" >>"$home/log.rpt"
+echo "of an older program" >"$home/rptrating.rpt"
+echo "$(sha256sum <"$home/rptrating.rpt" | cut -c 1-64) rptrating.rpt" >>"$home/installed.txt"
 before=$(cat "$home/Tallywell.mdb" "$home/company.txt" "$home/template.xls" "$home/log.rpt" | sha256sum)
 echo "stale" >"$home/GWL HELP 2.1.HLP"
 echo "stale" >"$home/gettingstarted.pps"
 install
 after=$(cat "$home/Tallywell.mdb" "$home/company.txt" "$home/template.xls" "$home/log.rpt" | sha256sum)
 [ "$before" = "$after" ] || fail "installing has replaced the user's files"
-cmp -s "$home/scatter.rpt" "$(dirname "$0")/../home/scatter.rpt" || fail "an unchanged layout is not the program's"
-for file in "GWL HELP 2.1.HLP" gettingstarted.pps; do
-  cmp -s "$home/$file" "$(dirname "$0")/../home/$file" || fail "installing has kept stale help: $file"
+for file in scatter.rpt rptrating.rpt "GWL HELP 2.1.HLP" gettingstarted.pps; do
+  cmp -s "$home/$file" "$(dirname "$0")/../home/$file" || fail "installing has kept a stale $file"
 done

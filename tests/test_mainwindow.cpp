@@ -114,6 +114,28 @@ TEST_F(MainWindowTest, leavingClosesTheConnectionAndEndsTheProgram) {
     endSeat = before;
 }
 
+TEST_F(MainWindowTest, itsSizePlaceAndMaximisedStateComeBackAndNeverOutOfSight) {
+    const auto before = std::exchange(endSeat, [] {});
+    const auto again = [] {
+        MDIMain::destroy();
+        MDIMain::instance().show();
+    };
+    const QRect chosen(40, 50, 610, 420);
+    MDIMain::instance().setGeometry(chosen);
+    again();
+    EXPECT_EQ(MDIMain::instance().geometry(), chosen);
+    MDIMain::instance().showMaximized();
+    shortcut(Qt::Key_Q);
+    again();
+    EXPECT_TRUE(MDIMain::instance().isMaximized());
+    EXPECT_EQ(MDIMain::instance().normalGeometry(), chosen);
+    MDIMain::instance().showNormal();
+    MDIMain::instance().setGeometry(chosen.translated(9000, 9000));
+    again();
+    EXPECT_TRUE(MDIMain::instance().screen()->geometry().contains(MDIMain::instance().geometry()));
+    endSeat = before;
+}
+
 TEST_F(MainWindowTest, helpGoesToTheFormsTopicAndTheMenuToTheBeginning) {
     QList<std::pair<int, int>> asked;
     forms::helpSeat = [&](const forms::CommonDialog& dialog) {
@@ -149,7 +171,7 @@ TEST_F(MainWindowTest, theHelpWindowShowsTheTopicAndFinds) {
         EXPECT_EQ(text->source().fragment(), u"c"_s + QString::number(context));
         EXPECT_TRUE(text->toPlainText().contains(title));
         if (context == 1)
-            (*shown)->close();
+            window->close();
     }
 }
 

@@ -158,6 +158,7 @@ int main(int argc, char** argv) {
     }
     if (arguments.value(3) == u"dark")
         QApplication::setPalette(darkPalette());
+    qputenv("XDG_CONFIG_HOME", (arguments[1] + u"/config"_s).toUtf8()); // the user's own stays as it is
     setHomeDirectory(arguments[1]);
     folder.setPath(arguments[2]);
     strCompanyName = u"Larkmoor Quality Services"_s;

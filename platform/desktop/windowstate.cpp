@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/desktop/windowstate.h"
+
+#include <QSettings>
+#include <QStandardPaths>
+#include <QWidget>
+
+using namespace Qt::StringLiterals;
+
+namespace desktop {
+namespace {
+
+QString windowsFile() {
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+           u"/gaugewell/windows.ini";
+}
+
+QString keyOf(const QWidget& window) {
+    return window.objectName() + u"/geometry";
+}
+
+} // namespace
+
+void restoreWindow(QWidget& window) {
+    const QSettings windows(windowsFile(), QSettings::IniFormat);
+    window.restoreGeometry(windows.value(keyOf(window)).toByteArray());
+}
+
+void rememberWindow(const QWidget& window) {
+    QSettings windows(windowsFile(), QSettings::IniFormat);
+    windows.setValue(keyOf(window), window.saveGeometry());
+}
+
+} // namespace desktop
