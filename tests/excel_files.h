@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/excel/application.h"
+#include "platform/excel/bytes.h"
 #include "platform/excel/error.h"
 
 #include <QFile>
@@ -37,6 +38,14 @@ inline void writeFile(const QString& path, const QByteArray& content) {
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << qPrintable(path);
     ASSERT_EQ(file.write(content), content.size());
+}
+
+// Writes the name and its length into a container's directory entry.
+inline void putName(QByteArray& container, qsizetype entry, QStringView name) {
+    container.replace(entry, 64, QByteArray(64, '\0'));
+    for (qsizetype i = 0; i < name.size(); ++i)
+        excel::biff::put16(container, entry + 2 * i, name[i].unicode());
+    excel::biff::put16(container, entry + 64, quint16(2 * name.size() + 2));
 }
 
 inline void PrintTo(const QString& text, std::ostream* out) {

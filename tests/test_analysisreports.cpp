@@ -4,7 +4,8 @@
 #include "analysis/frmDtoDSatisfactionOverview.h"
 #include "analysis/frmSatisfactionIndex.h"
 #include "core/MDIMain.h"
-#include "platform/forms/clock.h"
+#include "core/failure.h"
+#include "core/reports.h"
 #include "platform/forms/dtpicker.h"
 #include "platform/forms/lists.h"
 #include "tests/support/reporttest.h"
@@ -18,58 +19,42 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+const QString customer = u"Bäckerei Müller"_s;
+const QString ofCustomer = u"{log.custname}='"_s + customer + u"'"_s;
+const QString ofRespondent =
+    u"{reportlinktable.respondentname} = ['Jörg'] and {reportlinktable.custname}=['"_s + customer +
+    u"'] and {reportlinktable.sdate}=date(2002,03,15)"_s;
+
 const QDate spring{2024, 3, 1};
 const QDate autumn{2024, 9, 1};
 
 class AnalysisReportsTest : public ReportTest {
 protected:
-    void SetUp() override {
-        ReportTest::SetUp();
-        forms::todaySeat = [] { return autumn; };
-    }
-    void TearDown() override {
-        ReportTest::TearDown();
-        forms::todaySeat = [] { return QDate::currentDate(); };
-    }
-    static void addReply(int respondentid, int questionid, int weightage, const QString& words) {
-        add(u"feedbackdescriptive"_s, {{"respondentid", respondentid},
-                                       {"questionid", questionid},
-                                       {"surveydate", spring},
-                                       {"weightage", weightage},
-                                       {"Description", words}});
-    }
-    static void addAction(int customerid, const QDate& date, const QString& text, bool done = false) {
-        add(u"actionplan"_s, {{"customerid", customerid},
-                              {"Date", date},
-                              {"Action", text},
-                              {"targetdate", date.addDays(30)},
-                              {"Status", done}});
-    }
     /// Two respondents, two dates, unrated answers of both kinds, actions on, between and outside the dates.
-    void addAcme() {
-        acme = addCustomer(u"Acme"_s);
+    static void addAcme() {
+        const int acme = addCustomer(u"Acme"_s);
         const int ann = addRespondent(acme, u"Ann"_s);
         const int bob = addRespondent(acme, u"Émile"_s);
         const int price = addParameter(u"Price"_s);
         const int fair = addQuestion(price, u"Fair?"_s);
         const int clear = addQuestion(price, u"Clear?"_s);
-        const int why = addQuestion(addParameter(u"Service"_s), u"Why?"_s, false);
+        addQuestion(addParameter(u"Service"_s), u"Why?"_s, false);
         const int first = addSurvey(acme, spring);
         addSurvey(acme, spring); // a date with two surveys is one entry
         const int second = addSurvey(acme, autumn);
-        addQuestionnaire(ann, first, {fair, clear, why});
+        addQuestionnaire(ann, first, {fair, clear, 3});
         addScore(ann, fair, first, spring, 5, 8);
         addScore(bob, fair, first, spring, 4, 6);
         addScore(ann, clear, first, spring, 0, 9);
         addScore(bob, clear, first, spring, 3, 0);
-        addReply(ann, why, 2, u"Très bien"_s);
-        addReply(bob, why, 0, u"No idea"_s);
+        run(u"insert into feedbackdescriptive (respondentid, questionid, surveydate, weightage, Description) "
+            "values (1, 3, '2024-03-01', 2, 'Très bien'), (2, 3, '2024-03-01', 0, 'No idea')"_s);
         addScore(ann, fair, second, autumn, 1, 2);
-        addAction(acme, spring, u"Ring"_s, true);
-        addAction(acme, autumn, u"Visit"_s);
-        addAction(acme, spring.addDays(-1), u"Too early"_s);
-        addAction(acme, autumn.addDays(1), u"Too late"_s);
-        addAction(addCustomer(u"Brown"_s), spring, u"Somebody else's"_s);
+        addCustomer(u"Brown"_s);
+        run(u"insert into actionplan (customerid, Date, Action, targetdate, Status) values "
+            "(1, '2024-03-01', 'Ring', '2024-03-31', True), (1, '2024-09-01', 'Visit', '2024-10-01', False), "
+            "(1, '2024-02-29', 'Too early', null, False), (1, '2025-01-01', 'Too late', null, False), "
+            "(2, '2024-03-01', 'Somebody else''s', null, False)"_s);
     }
     static void openByMenu(const char* entry) {
         MDIMain::instance().findChild<QAction*>(QLatin1StringView(entry))->trigger();
@@ -82,7 +67,17 @@ protected:
         return takePages().join(u' ');
     }
 
-    int acme = 0;
+    /// The pages of a report as another program reads its PDF.
+    QStringList pages(const QString& file, const QString& formula, const QString& selection) {
+        toStartReport(report, file, formula, u"Title of "_s + file, selection,
+                      {u"Customer='A'"_s, u"SurveyDate='B'"_s, u"Period='C'"_s});
+        EXPECT_TRUE(report.Formulas(1).isEmpty());
+        EXPECT_EQ(title, u"Title of "_s + file);
+        EXPECT_TRUE(report.SelectionFormula.isEmpty());
+        return takePages();
+    }
+
+    crystal::CrystalReport report;
 };
 
 TEST_F(AnalysisReportsTest, surveyResponse) {
@@ -97,8 +92,9 @@ TEST_F(AnalysisReportsTest, surveyResponse) {
     EXPECT_EQ(rows(u"select Parameter, question, responname, sc, wt, Type, Reply from report"_s),
               (QStringList{u"Price|Fair?|Ann|8|5|True|"_s, u"Price|Fair?|Émile|6|4|True|"_s,
                            u"Service|Why?|Ann||2|False|Très bien"_s}));
-    expectInOrder(text, {u"Larkmoor Ltd"_s, u"Price"_s, u"2 answers"_s, u"Fair? Ann 5 8"_s, u"Émile 4 6"_s,
-                         u"Mean 4.50 7.00"_s, u"Service"_s, u"1 answer"_s, u"Why? Ann 2 Très bien"_s});
+    expectInOrder(text, {u"Larkmoor Ltd"_s, u"Customer Acme"_s, u"Survey date 01/03/2024"_s, u"Price"_s,
+                         u"2 answers"_s, u"Fair? Ann 5 8"_s, u"Émile 4 6"_s, u"Mean 4.50 7.00"_s,
+                         u"Service"_s, u"1 answer"_s, u"Why? Ann 2 Très bien"_s});
     dates->setListIndex(1);
     expectInOrder(print(form, u"Survey Report"_s), {u"Fair? Ann 1 2"_s});
     control<forms::ComboBox>(form, "cmbCustomer")->setListIndex(1);
@@ -115,7 +111,7 @@ TEST_F(AnalysisReportsTest, satisfactionOverview) {
     frmDtoDSatisfactionOverview& form = frmDtoDSatisfactionOverview::instance();
     form.Show();
     auto* from = control<forms::DTPicker>(form, "dtFrom");
-    EXPECT_EQ(from->Value(), autumn);
+    EXPECT_EQ(from->Value(), today);
     from->setValue(spring);
     const QString text = print(form, u"Satisfaction Overview"_s);
     EXPECT_EQ(rows(u"select tablename, Parameter, question, responname, wt, Type, sdate from reporttable"_s),
@@ -128,9 +124,11 @@ TEST_F(AnalysisReportsTest, satisfactionOverview) {
                            u"Survey Objective|Price|Clear?|Émile|3||01/03/2024"_s,
                            u"Planned Actions||Ring|||Completed|01/03/2024"_s,
                            u"Planned Actions||Visit|||Not Completed|01/09/2024"_s}));
-    expectInOrder(text, {u"Survey Objective"_s, u"5 entries"_s, u"Survey Descriptive"_s, u"2 entries"_s,
-                         u"Planned Actions"_s, u"2 entries"_s});
-    from->setValue(autumn.addDays(1)); // later than the end of the range
+    expectInOrder(text, {u"Survey Objective"_s, u"5 entries"_s, u"Price"_s, u"Clear? 01/03/2024 Ann 9"_s,
+                         u"Fair? 01/03/2024 Ann 5 8"_s, u"Survey Descriptive"_s, u"2 entries"_s, u"Service"_s,
+                         u"Why? 01/03/2024 Ann 2 Très bien"_s, u"Planned Actions"_s, u"2 entries"_s,
+                         u"Ring 01/03/2024 Completed"_s});
+    from->setValue(today.addDays(1)); // later than the end of the range
     EXPECT_TRUE(print(form, u"Satisfaction Overview"_s).contains(u"no answers and no actions"));
 }
 
@@ -141,8 +139,8 @@ TEST_F(AnalysisReportsTest, improvementPlan) {
     frmDtoDActionPlan& form = frmDtoDActionPlan::instance();
     control<forms::DTPicker>(form, "dtFrom")->setValue(spring);
     const QString text = print(form, u"Analysis on Improvement Plan"_s);
-    expectInOrder(text, {u"Acme"_s, u"Not completed"_s, u"01/09/2024 Visit 01/10/2024"_s, u"Completed"_s,
-                         u"01/03/2024 Ring 31/03/2024"_s});
+    expectInOrder(text, {u"Acme"_s, u"Not completed"_s, u"1 action"_s, u"01/09/2024 Visit 01/10/2024"_s,
+                         u"Completed"_s, u"01/03/2024 Ring 31/03/2024"_s});
     for (const QString& absent : {u"Too early"_s, u"Too late"_s, u"Somebody"_s})
         EXPECT_FALSE(text.contains(absent)) << absent.toStdString();
     EXPECT_EQ(MDIMain::instance().crpReport.SelectionFormula, QString());
@@ -157,44 +155,102 @@ TEST_F(AnalysisReportsTest, satisfactionIndex) {
     frmSatisfactionIndex& form = frmSatisfactionIndex::instance();
     press(form, "cmdView");
     const QString text = print(form, u"Survey Report"_s);
-    expectInOrder(text, {u"Larkmoor Ltd"_s, u"Acme"_s, u"Price"_s, u"01/03/2024"_s});
+    expectInOrder(text, {u"Larkmoor Ltd"_s, u"Acme"_s, u"Survey date"_s, u"Price 01/03/2024 7.25"_s,
+                         u"01/09/2024 2.00"_s});
     EXPECT_GT(QImage(home() + u"/satis.bmp"_s).width(), 2000);
 }
 
 TEST_F(AnalysisReportsTest, withoutACustomerNothingIsPrinted) {
-    frmDateToDate::instance().Show();
-    print(frmDateToDate::instance(), {});
-    frmDtoDSatisfactionOverview::instance().Show();
-    print(frmDtoDSatisfactionOverview::instance(), {});
-    frmDtoDActionPlan::instance().Show();
-    print(frmDtoDActionPlan::instance(), {});
+    const std::vector<forms::Form*> all{&frmDateToDate::instance(), &frmDtoDSatisfactionOverview::instance(),
+                                        &frmDtoDActionPlan::instance()};
+    for (forms::Form* form : all) {
+        form->Show();
+        print(*form, {});
+    }
 }
 
-/// 5,000 answers: the report opens in time, and heading and page number stand on each of its pages.
+/// 5,000 answers: the report opens in time and shows them all.
 TEST_F(AnalysisReportsTest, largeReports) {
     addAcme();
-    cnnMain->BeginTrans();
     runRaw(u"with recursive n(i) as (select 1 union all select i + 1 from n where i < 5000) "
            "insert into feedbackobjective (respondentid, questionid, surveyid, surveydate, score, weightage) "
            "select 1, 1, 3, '2024-09-01', 7, 3 from n"_s);
-    cnnMain->CommitTrans();
     frmDateToDate& form = frmDateToDate::instance();
     form.Show();
     control<forms::ListBox>(form, "lstSurveyDate")->setListIndex(1);
     QElapsedTimer timer;
     timer.start();
     press(form, "cmdPrint");
-    RecordProperty("milliseconds", static_cast<int>(timer.elapsed()));
     EXPECT_LT(timer.elapsed(), 2000);
-    const QStringList pages = takePages();
-    EXPECT_GT(pages.size(), 50);
-    qsizetype total = 0;
-    for (qsizetype i = 0; i < pages.size(); ++i) {
-        expectInOrder(pages[i],
-                      {u"Answer in words"_s, u"Price"_s, u"Page %1 of %2"_s.arg(i + 1).arg(pages.size())});
-        total += pages[i].count(u" 3 7"_s);
+    EXPECT_EQ(takePages().join(u' ').count(u" 3 7"_s), 5000);
+}
+
+TEST_F(AnalysisReportsTest, logShowsTheFilesOfItsCustomerTheNewestFirst) {
+    run(u"insert into log (custname, respname, xlsfilename, sdate, Status) values "
+        "('Bäckerei Müller', 'Jörg', 'a.xls', '2002-03-15', True), "
+        "('Bäckerei Müller', 'Jörg', 'b.xls', '2002-03-16', False), "
+        "('Other', 'Jörg', 'c.xls', '2002-03-15', False)"_s);
+    const QString text = pages(u"log.rpt"_s, u"CompanyName"_s, ofCustomer).join(u' ');
+    expectInOrder(text, {u"Larkmoor Ltd"_s, customer, u"Survey file"_s,
+                         u"16/03/2002 Jörg b.xls Outstanding"_s, u"15/03/2002 Jörg a.xls Read in"_s});
+    EXPECT_FALSE(text.contains(u"c.xls"_s)) << text.toStdString();
+}
+
+TEST_F(AnalysisReportsTest, questionnaireShowsTheQuestionsOfItsRespondent) {
+    runRaw(u"with recursive n(i) as (select 0 union all select i + 1 from n where i < 9) "
+           "insert into reportlinktable (custname, respondentname, sdate, question, Parameter, Type, "
+           "weightage, score) select 'Bäckerei Müller', name, '2002-03-15', 'Question ' || i || '.', "
+           "'Parameter ' || (i % 2), -(i % 5 <> 0), 4, iif(i % 5 <> 0, 8, null) "
+           "from n, (select 'Jörg' as name union select 'Ana')"_s);
+    const QString text = pages(u"rptrating.rpt"_s, u"CompanyName"_s, ofRespondent).join(u' ');
+    expectInOrder(text, {u"Larkmoor Ltd"_s, customer, u"Jörg"_s, u"15/03/2002"_s, u"Kind"_s, u"Parameter 0"_s,
+                         u"5 questions"_s, u"Question 0. In words 4"_s, u"Question 8. Score 4 8"_s,
+                         u"Parameter 1"_s});
+    EXPECT_EQ(text.count(u"Score 4 8"_s), 8) << text.toStdString();
+    EXPECT_FALSE(text.contains(u"Ana"_s)) << text.toStdString();
+}
+
+TEST_F(AnalysisReportsTest, everyReportSaysThatItIsEmpty) {
+    QImage picture(300, 200, QImage::Format_RGB32);
+    picture.fill(Qt::darkCyan);
+    ASSERT_TRUE(picture.save(home() + u"/satis.bmp"_s) && picture.save(home() + u"/perform.bmp"_s));
+    const QString capital = u"CompanyName"_s;
+    const QString small = u"companyname"_s;
+    const QString ofDates = u"{action.custname}='"_s + customer + u"' and {action.date}>="_s +
+                            toFormulaDate(u"15/03/2002"_s) + u"and {action.date}<="_s +
+                            toFormulaDate(u"01/04/2002"_s);
+    const QString noAnswers = u"There are no rated answers on this date."_s;
+    const struct {
+        QString file, formula, selection, sentence;
+    } table[] = {
+        {u"actionplan.rpt"_s, capital, ofDates, u"There are no actions in this period."_s},
+        {u"satisfaction.rpt"_s, capital, {}, u"There are no answers and no actions in this period."_s},
+        {u"surveyresponse.rpt"_s, capital, {}, noAnswers},
+        {u"satisfactionindex.rpt"_s, small, {}, u"There is no satisfaction index in this period."_s},
+        {u"scatter.rpt"_s, small, {}, noAnswers},
+        {u"rptrating.rpt"_s, capital, ofRespondent,
+         u"There are no questions for this respondent and date."_s},
+        {u"log.rpt"_s, capital, ofCustomer, u"No survey file has been made for this customer."_s},
+    };
+    for (const auto& [file, formula, selection, sentence] : table) {
+        SCOPED_TRACE(file.toStdString());
+        const QStringList all = pages(file, formula, selection);
+        ASSERT_EQ(all.size(), 1);
+        expectInOrder(all.front(), {sentence, u"Page 1 of 1"_s});
     }
-    EXPECT_EQ(total, 5000);
+}
+
+TEST_F(AnalysisReportsTest, aFailureReachesTheStandardMessageOnce) {
+    messages.expect(u"Error : 20500\r\n%1/scatter.rpt, line 13: The picture '%1/perform.bmp' is not there or "
+                    "cannot be read."_s.arg(home()));
+    EXPECT_FALSE(guarded({}, [this] { toStartReport(report, u"scatter.rpt"_s, u"companyname"_s, u"T"_s); }));
+    messages.expectBeginning(u"Error : 20500\r\n"_s + home() +
+                             u"/log.rpt: The selection formula cannot be read"_s);
+    EXPECT_FALSE(guarded({}, [this] {
+        toStartReport(report, u"log.rpt"_s, u"CompanyName"_s, u"T"_s, u"{log.custname}='O'Hara'"_s);
+    }));
+    EXPECT_TRUE(report.SelectionFormula.isEmpty());
+    EXPECT_EQ(shown, nullptr);
 }
 
 } // namespace

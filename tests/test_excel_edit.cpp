@@ -8,13 +8,7 @@
 
 using namespace Qt::StringLiterals;
 using excel::Value;
-using excel::biff::Book;
-using excel::biff::CompoundFile;
-using excel::biff::Editor;
-using excel::biff::Place;
-using excel::biff::Record;
-using excel::biff::Records;
-namespace id = excel::biff::id;
+using namespace excel::biff;
 
 namespace {
 
@@ -25,30 +19,26 @@ QByteArray bookStream(const Records& globals, const Records& sheet) {
     const CompoundFile container = CompoundFile::parse(fileContent(samplePath(u"lo_native.xls"_s)));
     const QByteArray& sample = container.data(container.findStream(u"Workbook"));
     QByteArray stream;
-    qsizetype at = 0;
     quint32 boundSheet = 0;
-    for (bool done = false; !done;) {
-        Record record{excel::biff::get16(sample, at), {}};
-        record.body = sample.mid(at + 4, excel::biff::get16(sample, at + 2));
+    for (qsizetype at = 0; get16(sample, at) != id::Eof;) {
+        const Record record{get16(sample, at), sample.mid(at + 4, get16(sample, at + 2))};
         at += 4 + record.body.size();
-        done = record.id == id::Eof;
-        const bool replaced =
-            std::any_of(globals.begin(), globals.end(), [&](const Record& r) { return r.id == record.id; });
-        if (done)
-            for (const Record& own : globals)
-                excel::biff::appendRecord(stream, own);
         if (record.id == id::BoundSheet && boundSheet != 0)
             continue; // one sheet is enough
         if (record.id == id::BoundSheet)
             boundSheet = quint32(stream.size()) + 4;
-        if (!replaced)
-            excel::biff::appendRecord(stream, record);
+        if (std::none_of(globals.begin(), globals.end(), [&](const Record& r) { return r.id == record.id; }))
+            appendRecord(stream, record);
     }
-    excel::biff::put32(stream, boundSheet, quint32(stream.size()));
-    excel::biff::appendRecord(stream, {id::Bof, QByteArray::fromHex("00061000bb0dcc0700000000060000 00")});
-    for (const Record& record : sheet)
-        excel::biff::appendRecord(stream, record);
-    excel::biff::appendRecord(stream, {id::Eof, {}});
+    const auto append = [&](const Records& records) {
+        for (const Record& record : records)
+            appendRecord(stream, record);
+        appendRecord(stream, {id::Eof, {}});
+    };
+    append(globals);
+    put32(stream, boundSheet, quint32(stream.size()));
+    appendRecord(stream, {id::Bof, QByteArray::fromHex("00061000bb0dcc0700000000060000 00")});
+    append(sheet);
     return stream;
 }
 
@@ -59,7 +49,7 @@ Record record(quint16 recordId, const char* hex) {
 QString refusalOf(const std::function<void()>& work) {
     try {
         work();
-    } catch (const excel::biff::Refusal& refusal) {
+    } catch (const Refusal& refusal) {
         return refusal.reason();
     }
     return {};
@@ -69,63 +59,36 @@ QString refusalOf(const std::function<void()>& work) {
 
 class ExcelEdit : public ExcelFiles {};
 
-TEST_F(ExcelEdit, ReadsWhatOtherProgramsWrote) {
-    const excel::Worksheet sheet =
-        application_.Workbooks().Open(samplePath(u"filled_by_lo.xls"_s)).Worksheets(u"Form"_s);
-    const struct {
-        int row, column;
-        Value value;
-    } cases[] = {
-        {3, 2, 1234.56}, {4, 2, QDate(2024, 2, 29)}, {12, 1, 7}, {12, 2, 0.1},
-        {12, 3, 14}, // the result of a formula
-        {60, 60, {}},
-    };
-    for (const auto& c : cases)
-        EXPECT_TRUE(sheet.Cells(c.row, c.column).Value() == c.value)
-            << c.row << ',' << c.column << ": " << qPrintable(sheet.Cells(c.row, c.column).Value().text());
-    EXPECT_TRUE(sheet.Range(u"B2"_s).Value().text().contains(u'\u20AC'));
-    EXPECT_TRUE(sheet.Range(u"b5"_s).Value().text().contains(u'\n'));
-    EXPECT_TRUE(sheet.IsProtected());
-    EXPECT_FALSE(sheet.Range(u"B2"_s).Locked());
-    EXPECT_TRUE(sheet.Range(u"A2"_s).Locked());
-}
-
 // Every example takes every kind of edit and gives it back from disk.
 TEST_F(ExcelEdit, EditsComeBackFromDisk) {
     const QString longText = QString(9000, u'x') + QString(9000, u'\u4E2D');
-    const Value values[] = {u"plain"_s,
-                            u"\u20ACuro, \u4E2D, \U0001F600"_s,
-                            longText,
-                            -1234.5,
-                            42,
-                            Value(QDate(2024, 2, 29)),
-                            Value(QDate(2023, 12, 31), QTime(23, 59, 59)),
-                            Value::boolean(true),
-                            u"12"_s,
-                            Value()};
+    const std::vector<Value> values{u"plain"_s,
+                                    u"\u20ACuro, \u4E2D, \U0001F600"_s,
+                                    longText,
+                                    -1234.5,
+                                    42,
+                                    QDate(2024, 2, 29),
+                                    Value(QDate(2023, 12, 31), QTime(23, 59, 59)),
+                                    Value::boolean(true),
+                                    u"12"_s,
+                                    Value()};
     for (const QString& name : sampleNames) {
         SCOPED_TRACE(qPrintable(name));
         excel::Workbook book = application_.Workbooks().Open(copyOf(name));
         excel::Worksheet sheet = book.Worksheets(firstSheet(name));
         sheet.Unprotect(password);
-        int row = 200;
-        for (const Value& value : values)
-            sheet.Cells(row++, 2).setValue(value);
+        for (size_t i = 0; i < values.size(); ++i)
+            sheet.Cells(200 + int(i), 2).setValue(values[i]);
         sheet.Range(u"C200:D201"_s).setLocked(false);
         sheet.Cells(200, 3).setWrapText(true);
         sheet.Cells(200, 3).Font().setColorIndex(25);
-        sheet.Cells(200, 3).BorderAround(excel::BorderWeight::Thin, 32);
         sheet.Protect(password);
         book.Close(true);
         EXPECT_FALSE(book.isOpen());
 
         sheet = application_.Workbooks().Open(path(name)).Worksheets(firstSheet(name));
-        row = 200;
-        for (const Value& value : values) {
-            EXPECT_TRUE(sheet.Cells(row, 2).Value() == value)
-                << row << qPrintable(sheet.Cells(row, 2).Value().text());
-            ++row;
-        }
+        for (size_t i = 0; i < values.size(); ++i)
+            EXPECT_TRUE(sheet.Cells(200 + int(i), 2).Value() == values[i]) << i;
         EXPECT_TRUE(sheet.IsProtected());
         EXPECT_FALSE(sheet.Cells(200, 3).Locked());
         EXPECT_FALSE(sheet.Cells(201, 4).Locked());
@@ -140,11 +103,10 @@ TEST_F(ExcelEdit, ProtectionIsKeptAndAsked) {
     excel::Workbook book = application_.Workbooks().Open(copyOf(u"t_xlwt.xls"_s));
     const excel::Worksheet sheet = book.Worksheets(u"Form"_s);
     sheet.Range(u"B2"_s).setValue(u"an unlocked cell"_s);
-    for (const auto& work : std::vector<std::function<void()>>{
-             [&] { sheet.Range(u"A2"_s).setValue(1); },
-             [&] { sheet.Range(u"B2"_s).setLocked(true); },
-             [&] { sheet.Range(u"B2"_s).Clear(); },
-         })
+    const std::function<void()> refused[] = {[&] { sheet.Range(u"A2"_s).setValue(1); },
+                                             [&] { sheet.Range(u"B2"_s).setLocked(true); },
+                                             [&] { sheet.Range(u"B2"_s).Clear(); }};
+    for (const auto& work : refused)
         EXPECT_TRUE(errorOf(work).contains(u"\"Form\" of the file \"t_xlwt.xls\" is protected"_s));
     for (const QString& wrong : {u"wrong"_s, u"KVTWPA"_s, u""_s, u"caf\u00E9"_s})
         EXPECT_FALSE(errorOf([&] { sheet.Unprotect(wrong); }).isEmpty()) << qPrintable(wrong);
@@ -234,7 +196,7 @@ TEST_F(ExcelEdit, DatesFollowTheWorkbooksCount) {
     editor.setValue({1, 0}, QDate(2024, 2, 29));
     EXPECT_EQ(editor.value({1, 0}).date(), QDate(2024, 2, 29));
     const QByteArray body = book.sheet(0).cells.find({1, 0})->record.body;
-    EXPECT_EQ(excel::biff::getDouble(body, 6), 45351 - 1462);
+    EXPECT_EQ(getDouble(body, 6), 45351 - 1462);
     for (const QDate date : {QDate(1899, 12, 31), QDate(10000, 1, 1), QDate()})
         EXPECT_FALSE(refusalOf([&] { editor.setValue({1, 0}, date); }).isEmpty());
     for (const double number :
@@ -258,9 +220,9 @@ TEST_F(ExcelEdit, RowsGrowWithWrappedText) {
             editor.changeFormat({row, 0}, wrap);
     }
     Book saved(book.stream());
-    const auto height = [&](int row) { return excel::biff::get16(*saved.sheet(0).cells.findRow(row), 6); };
+    const auto height = [&](int row) { return get16(*saved.sheet(0).cells.findRow(row), 6); };
     EXPECT_EQ(height(0), saved.sheet(0).defaultRowHeight());
-    EXPECT_GE(height(1), 20 * height(0));                                  // a column holds one or two words
-    EXPECT_EQ(height(2), 300);                                             // set by hand
-    EXPECT_EQ(excel::biff::get16(*saved.sheet(0).cells.findRow(1), 4), 1); // the column behind the last cell
+    EXPECT_GE(height(1), 20 * height(0));                     // a column holds one or two words
+    EXPECT_EQ(height(2), 300);                                // set by hand
+    EXPECT_EQ(get16(*saved.sheet(0).cells.findRow(1), 4), 1); // the column behind the last cell
 }

@@ -2,7 +2,6 @@
 #include "tests/excel_files.h"
 
 #include "fuzz/exercise_workbook.h"
-#include "platform/excel/bytes.h"
 
 #include <QDir>
 #include <QRandomGenerator>
@@ -22,30 +21,20 @@ QByteArray sample(int index = 0) {
     return fileContent(samplePath(sampleNames[index]));
 }
 
-// An example with some of its workbook stream or container changed.
-QByteArray changed(const std::function<void(CompoundFile&, int stream)>& change) {
-    CompoundFile file = CompoundFile::parse(sample());
-    change(file, file.findStream(u"Workbook"));
-    return file.serialize();
-}
-
+// An example with its workbook stream changed.
 QByteArray withStream(const std::function<void(QByteArray&)>& change) {
-    return changed([&](CompoundFile& file, int stream) {
-        QByteArray data = file.data(stream);
-        change(data);
-        file.setData(stream, data);
-    });
+    CompoundFile file = CompoundFile::parse(sample());
+    const int stream = file.findStream(u"Workbook");
+    QByteArray data = file.data(stream);
+    change(data);
+    file.setData(stream, data);
+    return file.serialize();
 }
 
 // An example whose workbook stream has another name.
 QByteArray renamed(QStringView name) {
     QByteArray content = sample();
-    QByteArray utf16(64, '\0');
-    for (qsizetype i = 0; i < name.size(); ++i)
-        put16(utf16, 2 * i, name[i].unicode());
-    const qsizetype at = content.indexOf(QByteArray("W\0o\0r\0k\0b\0o\0o\0k\0", 16));
-    content.replace(at, 64, utf16);
-    put16(content, at + 64, quint16(2 * name.size() + 2));
+    putName(content, content.indexOf(QByteArray("W\0o\0r\0k\0b\0o\0o\0k\0", 16)), name);
     return content;
 }
 
@@ -54,10 +43,7 @@ QByteArray renamed(QStringView name) {
 class ExcelRefuse : public ExcelFiles {};
 
 TEST_F(ExcelRefuse, SaysWhatAFileIs) {
-    const struct {
-        QByteArray content;
-        const char* phrase;
-    } cases[] = {
+    const std::pair<QByteArray, const char*> cases[] = {
         {"", "is empty"},
         {bytes("PK\x03\x04\x14\0\x06\0[Content_Types].xml"), "newer Excel workbook (.xlsx)"},
         {bytes("PK\x03\x04\x14\0\0\0mimetypeapplication/vnd.oasis.opendocument.spreadsheet"), "OpenDocument"},
@@ -78,16 +64,18 @@ TEST_F(ExcelRefuse, SaysWhatAFileIs) {
         {sample().left(512), "is damaged"},
         {sample().left(3000), "is damaged"},
     };
-    for (const auto& c : cases) {
-        writeFile(path(u"file.xls"_s), c.content);
-        const QString error = errorOf([&] { application_.Workbooks().Open(path(u"file.xls"_s)); });
+    const auto errorOfOpening = [&](const QString& file) {
+        return errorOf([&] { application_.Workbooks().Open(file); });
+    };
+    for (const auto& [content, phrase] : cases) {
+        writeFile(path(u"file.xls"_s), content);
+        const QString error = errorOfOpening(path(u"file.xls"_s));
         EXPECT_TRUE(error.startsWith(u"The file \"file.xls\" ") && error.endsWith(u'.') &&
-                    error.contains(QString::fromLatin1(c.phrase)))
-            << c.phrase << ": " << qPrintable(error);
+                    error.contains(QString::fromLatin1(phrase)))
+            << phrase << ": " << qPrintable(error);
     }
-    EXPECT_TRUE(
-        errorOf([&] { application_.Workbooks().Open(path(u"none.xls"_s)); }).contains(u"was not found"_s));
-    EXPECT_TRUE(errorOf([&] { application_.Workbooks().Open(folder_.path()); }).contains(u"folder"_s));
+    EXPECT_TRUE(errorOfOpening(path(u"none.xls"_s)).contains(u"was not found"_s));
+    EXPECT_TRUE(errorOfOpening(folder_.path()).contains(u"folder"_s));
 }
 
 TEST_F(ExcelRefuse, SaysWhatASheetCannotDo) {

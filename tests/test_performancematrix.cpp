@@ -27,11 +27,7 @@ Answers sums(std::size_t n, std::int16_t weightages, std::int16_t scores) {
 }
 
 TEST(MatrixMeans, ofGroups) {
-    struct Case {
-        Answers answers;
-        double weightage, score;
-    };
-    const std::vector<Case> cases{
+    const std::tuple<Answers, double, double> cases[] = {
         {{{8, 7}, {6, 0}, {4, 9}}, 6, 5.33},
         {{{std::nullopt, 3}, {5, std::nullopt}}, 2.5, 1.5}, // each test on its own, Null counts in n
         {{{0, 7}, {0, 8}}, 0, 7.5},
@@ -39,11 +35,11 @@ TEST(MatrixMeans, ofGroups) {
         {sums(40, 107, 3), 2.67, 0.07}, // as doubles 2.675 lies below a tie and 0.075 does as well
         {sums(200, 1, 3), 0.01, 0.01},  // 0.005 lies above a tie, 0.015 below
     };
-    for (const Case& test : cases) {
-        const std::optional<MatrixMeans> means = matrixMeans(test.answers);
+    for (const auto& [answers, weightage, score] : cases) {
+        const std::optional<MatrixMeans> means = matrixMeans(answers);
         ASSERT_TRUE(means);
-        EXPECT_EQ(means->weightage, test.weightage);
-        EXPECT_EQ(means->score, test.score);
+        EXPECT_EQ(means->weightage, weightage);
+        EXPECT_EQ(means->score, score);
     }
     EXPECT_FALSE(matrixMeans(Answers{{0, 0}, {std::nullopt, std::nullopt}}));
     EXPECT_THROW(matrixMeans(Answers{{1, 32767}, {1, 1}}), std::overflow_error);
@@ -71,7 +67,7 @@ TEST(QuadrantColor, bordersAtFive) {
     const QColor green(0, 255, 0);
     const QColor yellow(255, 255, 0);
     const QColor red(255, 0, 0);
-    const std::vector<std::tuple<double, double, QColor>> cases{
+    const std::tuple<double, double, QColor> cases[] = {
         {5, 5, green},   {4.99, 5, red}, {5, 4.99, yellow}, {0, 0, yellow},
         {10, 0, yellow}, {0, 10, red},   {10, 10, green},   {10.01, 4.99, QColor()}};
     for (const auto& [score, weightage, color] : cases)
@@ -83,28 +79,32 @@ const QDate autumn{2024, 9, 1};
 
 class PerformanceMatrixTest : public ReportTest {
 protected:
-    /// Adds a parameter with one answer.
-    void rate(const QString& parameter, int weightage, int score, const QDate& date = spring) {
-        const int question = addQuestion(addParameter(parameter), parameter + u'?');
-        addScore(respondent, question, surveys[date], date, weightage, score);
-    }
     void SetUp() override {
         ReportTest::SetUp();
-        acme = addCustomer(u"Acme"_s);
-        respondent = addRespondent(acme, u"Ann"_s);
-        for (const QDate& date : {spring, autumn})
-            surveys[date] = addSurvey(acme, date);
+        addRespondent(addCustomer(u"Acme"_s), u"Ann"_s);
+        addSurvey(1, spring);
+        addSurvey(1, autumn);
         addCustomer(u"Brown"_s);
+    }
+    /// Adds a parameter with one answer.
+    static void rate(const QString& parameter, int weightage, int score, const QDate& date = spring) {
+        const int question = addQuestion(addParameter(parameter), parameter + u'?');
+        addScore(1, question, date == spring ? 1 : 2, date, weightage, score);
     }
     frmPerformanceMatrix& open() {
         frmPerformanceMatrix& form = frmPerformanceMatrix::instance();
         form.Show();
         drawn = control<chart::MSChart>(form, "mschart");
-        dates = control<forms::ListBox>(form, "lstSurveyDates");
-        print = control<QPushButton>(form, "cmdPrint");
         return form;
     }
-    void clickDate(int index) const {
+    /// Whether chart and print button are shown; only both together are.
+    bool expanded() {
+        auto* print = control<QPushButton>(frmPerformanceMatrix::instance(), "cmdPrint");
+        EXPECT_EQ(print->isVisible(), drawn->isVisible());
+        return drawn->isVisible();
+    }
+    static void clickDate(int index) {
+        auto* dates = control<forms::ListBox>(frmPerformanceMatrix::instance(), "lstSurveyDates");
         QTest::mouseClick(dates->viewport(), Qt::LeftButton, {},
                           dates->visualItemRect(dates->item(index)).center());
     }
@@ -127,27 +127,21 @@ protected:
         return result;
     }
 
-    int acme = 0;
-    int respondent = 0;
-    QMap<QDate, int> surveys;
     chart::MSChart* drawn = nullptr;
-    forms::ListBox* dates = nullptr;
-    QPushButton* print = nullptr;
 };
 
 TEST_F(PerformanceMatrixTest, viewShowsChartAndGrid) {
     rate(u"Zeal"_s, 6, 0);
-    const int bob = addRespondent(acme, u"Bob"_s);
-    addScore(bob, 1, surveys[spring], spring, 4, 10); // one group with the first: 5 and 5
+    addScore(addRespondent(1, u"Bob"_s), 1, 1, spring, 4, 10); // one group with the first: 5 and 5
     rate(u"Price"_s, 7, 3);
     rate(u"Care"_s, 7, 3);
     rate(u"Speed"_s, 2, 9);
     rate(u"Unrated"_s, 0, 0);
     frmPerformanceMatrix& form = open();
-    EXPECT_FALSE(drawn->isVisible() || print->isVisible());
+    EXPECT_FALSE(expanded());
     const int shortHeight = form.Height();
     clickDate(0);
-    EXPECT_TRUE(drawn->isVisible() && print->isVisible());
+    EXPECT_TRUE(expanded());
     EXPECT_GE(form.Height(), 7215);
     EXPECT_EQ(MDIMain::instance().stsBar->Panels(1).Text(), QString());
     EXPECT_EQ(
@@ -165,14 +159,14 @@ TEST_F(PerformanceMatrixTest, viewShowsChartAndGrid) {
     expectTip(2, u"Care"_s, u"7.00"_s, u"3.00"_s); // moved, yet its true figures
     expectTip(4, u"Speed"_s, u"2.00"_s, u"9.00"_s);
 
-    const QString none = u"No record(s) present to view Performance Matrix"_s;
-    messages.expect(none, forms::style::information, u"Gaugewell v2.1"_s);
+    messages.expect(u"No record(s) present to view Performance Matrix"_s, forms::style::information,
+                    u"Gaugewell v2.1"_s);
     clickDate(1);
-    EXPECT_FALSE(drawn->isVisible() || print->isVisible());
+    EXPECT_FALSE(expanded());
     EXPECT_LE(form.Height(), shortHeight);
     clickDate(0);
     control<forms::ComboBox>(form, "cmdCustomerName")->setListIndex(1);
-    EXPECT_FALSE(drawn->isVisible() || print->isVisible());
+    EXPECT_FALSE(expanded());
     press(form, "cmdView"); // no date, no word
     key(Qt::Key_Escape);
     EXPECT_EQ(frmPerformanceMatrix::loaded(), nullptr);
@@ -187,7 +181,7 @@ TEST_F(PerformanceMatrixTest, ninthCoincidenceEndsInSilence) {
     open();
     clickDate(1);
     clickDate(0);
-    EXPECT_TRUE(print->isVisible());
+    EXPECT_TRUE(expanded());
     EXPECT_EQ(drawn->RowCount(), 12);
     EXPECT_EQ(gridRows().size(), 11);
     for (int i = 0; i < 12; ++i) // the points that are left of the other date have no figures
@@ -196,6 +190,7 @@ TEST_F(PerformanceMatrixTest, ninthCoincidenceEndsInSilence) {
 
 TEST_F(PerformanceMatrixTest, reportHoldsChartAndRows) {
     rate(u"Price"_s, 7, 3);
+    rate(u"Able"_s, 6, 5);
     rate(u"Qualité"_s, 8, 9);
     frmPerformanceMatrix& form = open();
     clickDate(0);
@@ -204,7 +199,7 @@ TEST_F(PerformanceMatrixTest, reportHoldsChartAndRows) {
     const QStringList pages = takePages();
     ASSERT_EQ(pages.size(), 1);
     expectInOrder(pages[0], {u"Larkmoor Ltd"_s, u"Acme"_s, u"Mean weightage"_s, u"Price 7.00 3.00"_s,
-                             u"Qualité 8.00 9.00"_s});
+                             u"Able 6.00 5.00"_s, u"Qualité 8.00 9.00"_s});
     EXPECT_GT(QImage(home() + u"/perform.bmp"_s).width(), 2000) << "too coarse for a page";
 
     ASSERT_TRUE(QFile::remove(home() + u"/scatter.rpt"_s));
@@ -250,10 +245,8 @@ TEST_F(PerformanceMatrixTest, failuresAreToldByTheProcedureTheyEnd) {
     rate(u"Price"_s, 7, 3);
     open();
     runRaw(u"drop table scattertable"_s);
-    messages.expectBeginning(u"Error : 1\r\n"_s);
-    messages.expectBeginning(u"Error : 1\r\n"_s);
-    messages.expectBeginning(u"1 : "_s);
-    messages.expectBeginning(u"Error : 1\r\n"_s);
+    for (const QString& beginning : {u"Error : 1\r\n"_s, u"Error : 1\r\n"_s, u"1 : "_s, u"Error : 1\r\n"_s})
+        messages.expectBeginning(beginning);
     clickDate(0);
     EXPECT_EQ(frmPerformanceMatrix::instance().MousePointer(), forms::DefaultPointer);
 }

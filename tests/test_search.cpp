@@ -17,31 +17,21 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-TEST(Keywords, areSplitAtSingleBlanksAndJoinedByOr) {
-    EXPECT_EQ(toSplit(u"late  van,lorry"_s), QStringList({u"late"_s, u""_s, u"van,lorry"_s}));
-    EXPECT_EQ(toSplit(u"1 2 3 4 5 6 7 8 9 10"_s).size(), 10);
-    EXPECT_THROW(toSplit(u"1 2 3 4 5 6 7 8 9 10 11"_s), std::out_of_range);
-    EXPECT_EQ(toMakeSearchSql(SearchPass::Objective, {u"late"_s}),
-              u"select * from objquery where( question like '%late%')"_s);
-    EXPECT_EQ(toMakeSearchSql(SearchPass::Descriptive, {u"a"_s, u""_s}),
-              u"select * from descquery where( question like '%a%' or description like '%a%' or  question "
-              u"like '%%' or description like '%%')"_s);
-    EXPECT_EQ(
-        toMakeSearchSql(SearchPass::Action, {u"a"_s, u"b"_s, u"c"_s}),
-        u"select * from action where( action like '%a%' or  action like '%b%' or  action like '%c%')"_s);
-}
-
 class SearchTest : public StoreTest {
 protected:
     static frmSearch& form() { return frmSearch::instance(); }
     static forms::ListView& list() { return *control<forms::ListView>(form(), "lsvDtls"); }
+    static QLineEdit& box() { return *control<QLineEdit>(form(), "txtKeyword"); }
     static QStringList search(const QString& words) {
-        auto* box = control<QLineEdit>(form(), "txtKeyword");
-        box->setFocus();
-        box->selectAll();
+        box().setFocus();
+        box().selectAll();
         type(words);
         key(Qt::Key_Return);
         return listed(list());
+    }
+    /// The action that the improvement plan shows.
+    static QString shownAction() {
+        return control<QLineEdit>(frmImprovementPlan::instance(), "txtDescription")->text();
     }
     static QString activeForm() {
         const QMdiSubWindow* active = MDIMain::instance().findChild<QMdiArea*>()->activeSubWindow();
@@ -49,23 +39,17 @@ protected:
     }
     /// A customer with an answer of each kind on 14/03/2006 and an action on 01/06/2006.
     static void fillSmall() {
-        const int acme = addCustomer(u"Acme"_s);
-        const int ann = addRespondent(acme, u"Ann"_s);
-        const int parameter = addParameter(u"Sales"_s);
-        const int late = addQuestion(parameter, u"How LATE was the van?"_s);
-        const int wishes = addQuestion(parameter, u"Wishes?"_s, false);
         const QDate march(2006, 3, 14);
-        const int survey = addSurvey(acme, march);
-        addQuestionnaire(ann, survey, {late, wishes});
-        addScore(ann, late, survey, march, 4, 7);
-        add(u"feedbackdescriptive"_s, {{"respondentid", ann},
-                                       {"questionid", wishes},
-                                       {"surveyid", survey},
-                                       {"surveydate", march},
-                                       {"Description", u"Ann\u2019s goods came too late"_s}});
-        add(u"actionplan"_s,
-            {{"customerid", acme}, {"Date", QDate(2006, 6, 1)}, {"Action", u"No late van, ever"_s}});
-        run(u"insert into actionplan (customerid) values (1)"_s); // no date, no text
+        addRespondent(addCustomer(u"Acme"_s), u"Ann"_s);
+        addQuestion(addParameter(u"Sales"_s), u"How LATE was the van?"_s);
+        addQuestion(1, u"Wishes?"_s, false);
+        addSurvey(1, march);
+        addQuestionnaire(1, 1, {1, 2});
+        addScore(1, 1, 1, march, 4, 7);
+        run(u"insert into feedbackdescriptive (respondentid, questionid, surveyid, surveydate, Description) "
+            "values (1, 2, 1, '2006-03-14', 'Ann\u2019s goods came too late')"_s);
+        run(u"insert into actionplan (customerid, Date, Action) values "
+            "(1, '2006-06-01', 'No late van, ever'), (1, null, null)"_s);
     }
     /// 30 customers, each with a survey, an answer of each kind and an action on six dates.
     static void fillLarge() {
@@ -96,10 +80,7 @@ TEST_F(SearchTest, findsKeywordsInQuestionsAnswersAndActions) {
     const QString score = u"14/03/2006|How LATE was the van?|Acme|Survey (Objective)|1"_s;
     const QString words = u"14/03/2006|Wishes?|Acme|Survey (Descriptive)|1"_s;
     const QString action = u"01/06/2006|No late van, ever|Acme|Improvement Plan|1"_s;
-    const struct {
-        QString keywords;
-        QStringList hits;
-    } table[] = {
+    const std::pair<QString, QStringList> table[] = {
         {u"LATE"_s, {score, words, action}},
         {u"late van"_s, {score, words, action}}, // each once
         {u" van, nothing "_s, {action}},         // the comma belongs to the keyword
@@ -110,19 +91,19 @@ TEST_F(SearchTest, findsKeywordsInQuestionsAnswersAndActions) {
         {u"a0 a1 a2 a3 a4 a5 a6 a7 a8 ever"_s, {action}},
         {u"late a1 a2 a3 a4 a5 a6 a7 a8 a9 b0"_s, {}}, // eleven
     };
-    for (const auto& row : table) {
-        EXPECT_EQ(search(row.keywords), row.hits) << row.keywords.toStdString();
-        EXPECT_EQ(value(u"select count(*) from search"_s).toInt(), row.hits.size());
+    for (const auto& [keywords, hits] : table) {
+        EXPECT_EQ(search(keywords), hits) << keywords.toStdString();
+        EXPECT_EQ(value(u"select count(*) from search"_s).toInt(), hits.size());
     }
     search(u"late"_s);
     key(Qt::Key_Backspace);
     EXPECT_EQ(list().ListCount(), 3);
-    control<QLineEdit>(form(), "txtKeyword")->setText(u"  "_s);
+    box().setText(u"  "_s);
     EXPECT_EQ(list().ListCount(), 0);
     press(form(), "cmdOK");
     EXPECT_EQ(list().ListCount(), 0);
     EXPECT_EQ(value(u"select count(*) from search"_s), u"3"_s) << "blanks do not search";
-    control<QLineEdit>(form(), "txtKeyword")->setText(u"late"_s);
+    box().setText(u"late"_s);
     press(form(), "cmdOK");
     EXPECT_EQ(list().ListCount(), 3);
 
@@ -142,12 +123,11 @@ TEST_F(SearchTest, aHitOpensItsFormAndTheSearchStaysBehind) {
     frmImprovementPlan::instance().Show(); // stands already, at the first customer
     form().Show();
     EXPECT_EQ(search(u"wish 139"_s).size(), 181);
-    const QPoint first = list().visualRect(list().model()->index(0, 0)).center();
-    QTest::mouseClick(list().viewport(), Qt::LeftButton, {}, first);
+    clickRow(list(), 0);
     key(Qt::Key_End); // the action
     key(Qt::Key_Return);
     EXPECT_EQ(activeForm(), u"frmImprovementPlan"_s);
-    EXPECT_EQ(control<QLineEdit>(frmImprovementPlan::instance(), "txtDescription")->text(), u"Call 139"_s);
+    EXPECT_EQ(shownAction(), u"Call 139"_s);
     EXPECT_TRUE(blnSearchOpen);
     EXPECT_EQ(strSearchKeywords, u"139"_s);
     EXPECT_FALSE(blnSearchToImprovement || blnSearchToFeedback) << "the form has taken its flag";
@@ -157,9 +137,9 @@ TEST_F(SearchTest, aHitOpensItsFormAndTheSearchStaysBehind) {
     EXPECT_EQ(activeForm(), u"frmSearch"_s);
 
     list().scrollTo(list().model()->index(100, 0));
-    const QPoint middle = list().visualRect(list().model()->index(100, 0)).center();
-    QTest::mouseClick(list().viewport(), Qt::LeftButton, {}, middle);
-    QTest::mouseDClick(list().viewport(), Qt::LeftButton, {}, middle);
+    clickRow(list(), 100);
+    QTest::mouseDClick(list().viewport(), Qt::LeftButton, {},
+                       list().visualRect(list().model()->index(100, 0)).center());
     EXPECT_EQ(activeForm(), u"frmFeedBackObj"_s);
     frmFeedBackObj& feedback = frmFeedBackObj::instance();
     EXPECT_EQ(control<QLabel>(feedback, "lblSDate")->text(), list().Text(100));
@@ -188,7 +168,7 @@ TEST_F(SearchTest, findingAndDeletingActionsTouchesNothingElseInTheStore) {
     key(Qt::Key_Return);
     auto& actions = *control<forms::ListView>(frmImprovementPlan::instance(), "lsvDtls");
     EXPECT_EQ(actions.ListCount(), 6);
-    EXPECT_EQ(control<QLineEdit>(frmImprovementPlan::instance(), "txtDescription")->text(), u"Call 39"_s);
+    EXPECT_EQ(shownAction(), u"Call 39"_s);
     const auto deleteRow = [&](int row, forms::Answer answer) {
         messages.expect(u"Do you want to delete"_s, forms::style::yesNo, u"Gaugewell v2.1"_s, answer);
         clickRow(actions, row, Qt::RightButton);
@@ -217,8 +197,7 @@ TEST_F(SearchTest, aHundredThousandHitsAreListedAndTheLastOneCanBeOpened) {
     key(Qt::Key_End);
     key(Qt::Key_Return);
     EXPECT_EQ(intSearchIndex, 100000);
-    EXPECT_EQ(control<QLineEdit>(frmImprovementPlan::instance(), "txtDescription")->text(),
-              u"Action 100000"_s);
+    EXPECT_EQ(shownAction(), u"Action 100000"_s);
 }
 
 } // namespace

@@ -3,16 +3,21 @@
 
 #include "platform/crystal/output.h"
 #include "platform/crystal/previewwindow.h"
+#include "platform/forms/clock.h"
 #include "tests/support/pdftext.h"
 #include "tests/support/storetest.h"
 
 #include <QDir>
 
-/// A store with the program's layouts beside it; a report that is run is caught instead of shown.
+/// A store with the program's layouts beside it; a report that is run is caught instead of shown. Today is
+/// the last day of 2024.
 class ReportTest : public StoreTest {
 protected:
+    static inline const QDate today{2024, 12, 31};
+
     void SetUp() override {
         StoreTest::SetUp();
+        forms::todaySeat = [] { return today; };
         const QDir source(QStringLiteral(GAUGEWELL_SOURCE "/home"));
         for (const QString& file : source.entryList({QStringLiteral("*.rpt")}))
             ASSERT_TRUE(QFile::copy(source.filePath(file), home() + u'/' + file));
@@ -26,6 +31,7 @@ protected:
     void TearDown() override {
         crystal::previewSeat = crystal::PreviewWindow::show;
         strCompanyName.clear();
+        forms::todaySeat = [] { return QDate::currentDate(); };
         StoreTest::TearDown();
     }
 
