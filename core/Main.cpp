@@ -2,6 +2,7 @@
 #include "core/MDIMain.h"
 #include "core/frmSplash.h"
 #include "core/gblGlobal.h"
+#include "core/storecheck.h"
 #include "platform/desktop/helpwindow.h"
 #include "platform/desktop/opener.h"
 #include "platform/excel/application.h"
@@ -59,6 +60,8 @@ int Main(int argc, char** argv) {
     strCompanyName = toReadCompanyName();
     if (!toCreateDSN(u"gwl"_s, strDatabasePath))
         return 0;
+    if (!toCheckStore(strDatabasePath))
+        return 1;
     toOpenConnection();
     frmSplash::instance().ShowModal();
     const int result = MDIMain::isShown() ? QApplication::exec() : 0;

@@ -1,11 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-/// Copies the database into backup/ beside it, named by date and time, before the first step of this run that
-/// deletes or overwrites stored answers; later calls of the same run do nothing. The newest ten copies are
-/// kept. Throws ado::Failure, recorded in the connection's errors, when the copy cannot be written: then
-/// nothing is deleted.
+#include <QStringList>
+
+/// Copies the database into backup/ beside it, named by date, time and a running number, before the first
+/// step of this run that deletes or overwrites stored answers; later calls of the same run do nothing. The
+/// newest ten copies by number are kept, whatever the clock says. Throws ado::Failure, recorded in the
+/// connection's errors, when the copy cannot be written: then nothing is deleted.
 void toBackupBeforeLoss();
+
+/// Full paths of the copies of that database, the newest first.
+QStringList toListBackups(const QString& databasePath);
 
 /// As if the program had just started; a test's fresh store.
 void toForgetBackup();

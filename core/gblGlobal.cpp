@@ -69,10 +69,14 @@ bool toCreateDSN(const QString& dataSourceName, QString& databasePath) {
     return true;
 }
 
+QString toConnectionText() {
+    return u"DSN=gwl;UID=;PWD=kvtwpa;"_s;
+}
+
 void toOpenConnection() {
     cnnMain = std::make_unique<ado::Connection>();
     guarded({.prefix = u"Error :"_s}, [] {
-        cnnMain->ConnectionString = u"DSN=gwl;UID=;PWD=kvtwpa;"_s;
+        cnnMain->ConnectionString = toConnectionText();
         cnnMain->Open();
     });
 }

@@ -49,6 +49,9 @@ int Main(int argc, char** argv);
 /// the path. False when the user gave up, so that the program ends.
 [[nodiscard]] bool toCreateDSN(const QString& dataSourceName, QString& databasePath);
 
+/// The connection's text: data source and password.
+QString toConnectionText();
+
 /// Makes cnnMain anew and opens it; a failure is shown.
 void toOpenConnection();
 

@@ -7,8 +7,9 @@
 #include "analysis/frmDtoDSatisfactionOverview.h"
 #include "analysis/frmPerformanceMatrix.h"
 #include "analysis/frmSatisfactionIndex.h"
+// window, in FOLDER, so that its look is seen and not guessed. Takes QT_SCALE_FACTOR and -style as any Qt
+// program does.
 #include "core/MDIMain.h"
-#include "core/frmAboutUs.h"
 #include "core/frmSplash.h"
 #include "core/gblGlobal.h"
 #include "exchange/frmLogDetails.h"
@@ -20,13 +21,7 @@
 #include "platform/desktop/helpwindow.h"
 #include "platform/forms/dtpicker.h"
 #include "platform/forms/lists.h"
-#include "reference/frmCustomer.h"
-#include "reference/frmParameter.h"
-#include "search/frmSearch.h"
-#include "survey/frmEditExistingSurvey.h"
-#include "survey/frmNewSurvey.h"
-#include "survey/frmPasteSurvey.h"
-#include "survey/frmSelectSurvey.h"
+#include "tools/allforms.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -57,10 +52,11 @@ QPalette darkPalette() {
     return palette;
 }
 
-template <class FormClass> bool grabForm(const QString& name) {
-    FormClass::instance().Show();
-    const bool saved = save(MDIMain::instance(), name);
-    FormClass::unload();
+bool grabForm(const AnyForm& any) {
+    forms::Form& form = any.open();
+    const bool saved = save(form.isWindow() ? form : static_cast<QWidget&>(MDIMain::instance()),
+                            QString::fromLatin1(any.name));
+    any.close();
     return saved;
 }
 
@@ -78,15 +74,6 @@ bool grabReading() {
     return saved;
 }
 
-bool grabMessage() {
-    frmLogDetails::instance().Show();
-    frmMessage::instance().Show();
-    const bool saved = save(frmMessage::instance(), u"frmMessage"_s);
-    frmMessage::unload();
-    frmLogDetails::unload();
-    return saved;
-}
-
 /// The editor of the first customer's first respondent; needs the selection to stand.
 bool grabEditor() {
     frmSelectSurvey& selection = frmSelectSurvey::instance();
@@ -98,13 +85,6 @@ bool grabEditor() {
     const bool saved = save(MDIMain::instance(), u"frmNewSurvey"_s);
     frmNewSurvey::unload();
     frmSelectSurvey::unload();
-    return saved;
-}
-
-bool grabPaste() {
-    frmPasteSurvey::instance().Show();
-    const bool saved = save(frmPasteSurvey::instance(), u"frmPasteSurvey"_s);
-    frmPasteSurvey::unload();
     return saved;
 }
 
@@ -171,23 +151,10 @@ int main(int argc, char** argv) {
     MDIMain::instance().resize(1280, 690);
     MDIMain::instance().show();
     saved = save(MDIMain::instance(), u"MDIMain"_s) && saved;
-    saved = grabForm<frmAboutUs>(u"frmAboutUs"_s) && saved;
-    saved = grabForm<frmCustomer>(u"frmCustomer"_s) && saved;
-    saved = grabForm<frmParameter>(u"frmParameter"_s) && saved;
-    saved = grabForm<frmSelectSurvey>(u"frmSelectSurvey"_s) && saved;
-    saved = grabForm<frmEditExistingSurvey>(u"frmEditExistingSurvey"_s) && saved;
-    saved = grabPaste() && saved;
-    saved = grabForm<frmSetting>(u"frmSetting"_s) && saved;
-    saved = grabForm<frmFeedBackObj>(u"frmFeedBackObj"_s) && saved;
-    saved = grabForm<frmLogDetails>(u"frmLogDetails"_s) && saved;
-    saved = grabMessage() && saved;
+    for (const AnyForm& form : allForms())
+        saved = grabForm(form) && saved;
+    // Once more those that show more with data in them.
     saved = grabReading() && saved;
-    saved = grabForm<frmSatisfactionIndex>(u"frmSatisfactionIndex"_s) && saved;
-    saved = grabForm<frmPerformanceMatrix>(u"frmPerformanceMatrix"_s) && saved;
-    saved = grabForm<frmDateToDate>(u"frmDateToDate"_s) && saved;
-    saved = grabForm<frmDtoDSatisfactionOverview>(u"frmDtoDSatisfactionOverview"_s) && saved;
-    saved = grabForm<frmDtoDActionPlan>(u"frmDtoDActionPlan"_s) && saved;
-    saved = grabForm<frmImprovementPlan>(u"frmImprovementPlan"_s) && saved;
     saved = grabSearch() && saved;
     saved = grabEditor() && saved;
     saved = grabIndex() && saved;

@@ -117,8 +117,12 @@ void Connection::BackupTo(const QString& path) {
     if (copied)
         return;
     QFile::remove(beside);
+    if (code == SQLITE_BUSY || code == SQLITE_LOCKED || code == SQLITE_CORRUPT)
+        open->fail(code);
     open->fail({code == SQLITE_OK ? SQLITE_IOERR : code,
-                u"The copy of the database '"_s + path + u"' cannot be written. Nothing has been changed."});
+                u"The copy of the database '"_s + path +
+                    u"' cannot be written. Nothing has been changed. Is the disk full or the folder "
+                    u"read-only?"});
 }
 
 } // namespace ado

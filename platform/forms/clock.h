@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QDate>
+#include <QDateTime>
 
 #include <functional>
 
@@ -13,5 +13,8 @@ inline std::function<QDate()> todaySeat = [] { return QDate::currentDate(); };
 inline QDate today() {
     return todaySeat();
 }
+
+/// Where the program's "now" comes from, the names of its backup copies for one.
+inline std::function<QDateTime()> nowSeat = [] { return QDateTime::currentDateTime(); };
 
 } // namespace forms

@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/storecheck.h"
+
+#include "core/backup.h"
+#include "core/gblGlobal.h"
+#include "platform/forms/msgbox.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int schemaVersion = 1; // user_version of home/schema.sql
+
+/// Result codes of the store for a file that it cannot make sense of.
+constexpr int formatError = 1;
+constexpr int damaged = 11;
+constexpr int noDatabase = 26;
+
+/// The tables and saved queries that statements and reports name.
+constexpr const char16_t* neededTables[] = {
+    u"customer",        u"respondent",        u"parameter",           u"questions", u"survey",
+    u"responquesindex", u"feedbackobjective", u"feedbackdescriptive", u"log",       u"actionplan",
+    u"standardmessage", u"setting",           u"reportlinktable",     u"report",    u"reporttable",
+    u"linetable",       u"surveydateorder",   u"scattertable",        u"search",    u"custresp",
+    u"param",           u"responquery",       u"existingsurvey",      u"objquery",  u"descquery",
+    u"scatterqry",      u"scatter",           u"searchobjective",     u"action"};
+
+QStringList missingTables(ado::Connection& store) {
+    ado::Recordset records;
+    records.Open(u"select lower(name) as name from sqlite_master"_s, store);
+    QStringList present;
+    for (; !records.Eof(); records.MoveNext())
+        present << records["name"].Text();
+    QStringList missing;
+    for (const char16_t* name : neededTables) {
+        if (!present.contains(QStringView(name)))
+            missing << QString::fromUtf16(name);
+    }
+    return missing;
+}
+
+bool isNewer(ado::Connection& store) {
+    ado::Recordset version;
+    version.Open(u"pragma user_version"_s, store);
+    return version.FieldAt(0).Text().toInt() > schemaVersion;
+}
+
+/// What is wrong with the store, as the end of a sentence that begins with the file; empty for nothing.
+QString toFindFault() {
+    ado::Connection store;
+    store.ConnectionString = toConnectionText();
+    try {
+        store.Open();
+        if (isNewer(store))
+            return u"was made by a newer version of this program and needs that version."_s;
+        const QStringList missing = missingTables(store);
+        if (!missing.isEmpty())
+            return u"is no complete database of this program. It lacks: "_s + missing.join(u", "_s) + u'.';
+    } catch (const ado::Failure& failure) {
+        const int number = failure.cause().Number;
+        if (number == formatError || number == damaged || number == noDatabase)
+            return u"is damaged or no database."_s;
+    }
+    return {};
+}
+
+} // namespace
+
+bool toCheckStore(const QString& databasePath) {
+    const QString fault = toFindFault();
+    if (fault.isEmpty())
+        return true;
+    QString text = u"The file '"_s + databasePath + u"' " + fault;
+    const QStringList copies = toListBackups(databasePath);
+    if (!copies.isEmpty())
+        text += u"\r\n\r\nTo go back to a copy of it, put one of these in its place, the newest first:\r\n" +
+                copies.join(u"\r\n"_s);
+    forms::msgBox(text, forms::style::critical);
+    return false;
+}

@@ -1,0 +1,153 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Every form of the program: opened and closed it leaves nothing behind, and it is worked without a mouse.
+#include "core/MDIMain.h"
+#include "tests/support/storetest.h"
+#include "tools/allforms.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QLabel>
+#include <QPushButton>
+#include <sqlite3.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class WalkTest : public StoreTest {
+protected:
+    void SetUp() override {
+        StoreTest::SetUp();
+        const int acme = addCustomer(u"Acme"_s);
+        const int ann = addRespondent(acme, u"Ann"_s);
+        const int survey = addSurvey(acme, {2024, 3, 5});
+        const int asked = addQuestion(addParameter(u"Price"_s), u"Is it fair?"_s);
+        addQuestionnaire(ann, survey, {asked});
+        addScore(ann, asked, survey, {2024, 3, 5}, 5, 5);
+    }
+    static void letGo() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
+
+    struct Held {
+        qsizetype windows = QApplication::allWidgets().size();
+        qsizetype files =
+            QDir(u"/proc/self/fd"_s).entryList(QDir::NoDotAndDotDot | QDir::AllEntries | QDir::System).size();
+        int statements = 0;
+        Held() {
+            sqlite3* store = cnnMain->session()->handle();
+            for (sqlite3_stmt* s = sqlite3_next_stmt(store, nullptr); s; s = sqlite3_next_stmt(store, s))
+                ++statements;
+        }
+    };
+
+    /// Not what lies within another control: an editing box over a grid, the corner of its heads.
+    static bool isControl(const QWidget* widget) {
+        static const auto is = [](const QWidget* w) {
+            return w->inherits("QAbstractItemView") || w->inherits("QComboBox") ||
+                   w->inherits("QAbstractSpinBox");
+        };
+        for (const QWidget* outer = widget->parentWidget(); outer; outer = outer->parentWidget()) {
+            if (is(outer))
+                return false;
+        }
+        return is(widget) || widget->inherits("QLineEdit") || widget->inherits("QPlainTextEdit") ||
+               widget->inherits("QAbstractButton");
+    }
+    static QWidgetList controls(const QWidget& form) {
+        QWidgetList result;
+        for (QWidget* widget : form.findChildren<QWidget*>()) {
+            if (widget->isVisible() && widget->isEnabled() && isControl(widget))
+                result << widget;
+        }
+        return result;
+    }
+    /// The controls in the order in which Tab goes round, from the first one on.
+    static QWidgetList walked(const QWidget& form) {
+        const QWidgetList all = controls(form);
+        QWidget* first = form.nextInFocusChain();
+        while (!all.contains(first) || !(first->focusPolicy() & Qt::TabFocus))
+            first = first->nextInFocusChain();
+        first->setFocus(Qt::TabFocusReason);
+        QWidgetList round;
+        for (int step = 0; step < 60 && !(step > 0 && QApplication::focusWidget() == first); ++step) {
+            // Tab goes through the parts of a date before it leaves it.
+            if (all.contains(QApplication::focusWidget()) &&
+                (round.isEmpty() || round.last() != QApplication::focusWidget()))
+                round << QApplication::focusWidget();
+            key(Qt::Key_Tab);
+        }
+        return round;
+    }
+    /// Down, or to the right in the same row or to the next column: never back up or to the left.
+    static bool leadsOn(const QWidget& form, const QWidget* from, const QWidget* to) {
+        constexpr int tolerance = 6; // pixels
+        const QRect before(from->mapTo(&form, QPoint()), from->size());
+        const QRect after(to->mapTo(&form, QPoint()), to->size());
+        return after.top() >= before.bottom() - tolerance || after.left() >= before.right() - tolerance;
+    }
+    static QString nameOf(const QWidget& form, QWidget* control) {
+        if (auto* button = qobject_cast<QAbstractButton*>(control); button && !button->text().isEmpty())
+            return button->text();
+        for (const QLabel* label : form.findChildren<QLabel*>()) {
+            if (label->buddy() == control)
+                return label->text();
+        }
+        return control->accessibleName();
+    }
+};
+
+TEST_F(WalkTest, everyFormIsWorkedWithoutAMouse) {
+    for (const AnyForm& any : allForms()) {
+        MDIMain::instance().activateWindow(); // a dialog may have gone
+        forms::Form& form = any.open();
+        ASSERT_TRUE(QTest::qWaitFor([&] { return form.isVisible() && form.isActiveWindow(); })) << any.name;
+        QSet<QKeySequence> mnemonics;
+        const QWidgetList round = walked(form);
+        for (QWidget* control : controls(form)) {
+            const std::string what = any.name + std::string(".") + control->objectName().toStdString();
+            const auto inGroup = [&](const QWidget* other) { // where the arrow keys go on
+                return control->inherits("QRadioButton") && other->inherits("QRadioButton") &&
+                       other->parentWidget() == control->parentWidget();
+            };
+            EXPECT_TRUE(round.contains(control) || std::any_of(round.begin(), round.end(), inGroup))
+                << what << ": no Tab";
+            EXPECT_FALSE(nameOf(form, control).isEmpty()) << what << ": no name";
+            const auto* button = qobject_cast<QAbstractButton*>(control);
+            const QKeySequence mnemonic = button ? QKeySequence::mnemonic(button->text()) : QKeySequence();
+            EXPECT_FALSE(mnemonics.contains(mnemonic)) << what << ": " << mnemonic.toString().toStdString();
+            if (!mnemonic.isEmpty())
+                mnemonics << mnemonic;
+        }
+        for (qsizetype i = 1; i < round.size(); ++i)
+            EXPECT_TRUE(leadsOn(form, round[i - 1], round[i]))
+                << any.name << ": from " << round[i - 1]->objectName().toStdString() << " to "
+                << round[i]->objectName().toStdString();
+        const QPointer<forms::Form> open(&form);
+        key(Qt::Key_Escape);
+        letGo();
+        EXPECT_TRUE(open.isNull()) << any.name << ": Esc";
+        any.close();
+        letGo();
+    }
+}
+
+TEST_F(WalkTest, openingAndClosingLeavesNothingBehind) {
+    const auto openAll = [](int times) {
+        for (int i = 0; i < times; ++i) {
+            for (const AnyForm& any : allForms()) {
+                any.open();
+                QCoreApplication::processEvents();
+                any.close();
+                letGo();
+            }
+        }
+    };
+    openAll(3); // what is made once
+    const Held before;
+    openAll(100);
+    const Held after;
+    EXPECT_EQ(after.windows, before.windows);
+    EXPECT_EQ(after.files, before.files);
+    EXPECT_EQ(after.statements, before.statements);
+}
+
+} // namespace

@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "analysis/frmDateToDate.h"
+#include "analysis/frmDtoDActionPlan.h"
+#include "analysis/frmDtoDSatisfactionOverview.h"
+#include "analysis/frmPerformanceMatrix.h"
+#include "analysis/frmSatisfactionIndex.h"
+#include "core/frmAboutUs.h"
+#include "core/gblGlobal.h"
+#include "exchange/frmLogDetails.h"
+#include "exchange/frmMessage.h"
+#include "exchange/frmReading.h"
+#include "exchange/frmSetting.h"
+#include "feedback/frmFeedBackObj.h"
+#include "improvement/frmImprovementPlan.h"
+#include "reference/frmCustomer.h"
+#include "reference/frmParameter.h"
+#include "search/frmSearch.h"
+#include "survey/frmEditExistingSurvey.h"
+#include "survey/frmNewSurvey.h"
+#include "survey/frmPasteSurvey.h"
+#include "survey/frmSelectSurvey.h"
+
+#include <vector>
+
+/// A form, with what must stand for it to open.
+struct AnyForm {
+    const char* name;
+    forms::Form& (*open)(); ///< shows it
+    void (*close)();        ///< and what was opened for it
+};
+
+template <class FormClass> AnyForm plainForm(const char* name) {
+    return {name,
+            []() -> forms::Form& {
+                FormClass::instance().Show();
+                return FormClass::instance();
+            },
+            [] { FormClass::unload(); }};
+}
+
+/// Needs the form that it belongs to.
+template <class FormClass, class Owner> AnyForm ownedForm(const char* name) {
+    return {name,
+            []() -> forms::Form& {
+                Owner::instance().Show();
+                FormClass::instance().Show();
+                return FormClass::instance();
+            },
+            [] {
+                FormClass::unload();
+                Owner::unload();
+            }};
+}
+
+/// Every form but the splash.
+inline std::vector<AnyForm> allForms() {
+    return {plainForm<frmAboutUs>("frmAboutUs"),
+            plainForm<frmCustomer>("frmCustomer"),
+            plainForm<frmParameter>("frmParameter"),
+            plainForm<frmSelectSurvey>("frmSelectSurvey"),
+            ownedForm<frmNewSurvey, frmSelectSurvey>("frmNewSurvey"),
+            plainForm<frmEditExistingSurvey>("frmEditExistingSurvey"),
+            plainForm<frmPasteSurvey>("frmPasteSurvey"),
+            plainForm<frmSetting>("frmSetting"),
+            plainForm<frmFeedBackObj>("frmFeedBackObj"),
+            plainForm<frmReading>("frmReading"),
+            plainForm<frmLogDetails>("frmLogDetails"),
+            ownedForm<frmMessage, frmLogDetails>("frmMessage"),
+            plainForm<frmSatisfactionIndex>("frmSatisfactionIndex"),
+            plainForm<frmPerformanceMatrix>("frmPerformanceMatrix"),
+            plainForm<frmDateToDate>("frmDateToDate"),
+            plainForm<frmDtoDSatisfactionOverview>("frmDtoDSatisfactionOverview"),
+            plainForm<frmDtoDActionPlan>("frmDtoDActionPlan"),
+            plainForm<frmImprovementPlan>("frmImprovementPlan"),
+            plainForm<frmSearch>("frmSearch")};
+}
