@@ -210,6 +210,28 @@ TEST_F(AnalysisReportsTest, questionnaireShowsTheQuestionsOfItsRespondent) {
     EXPECT_FALSE(text.contains(u"Ana"_s)) << text.toStdString();
 }
 
+TEST_F(AnalysisReportsTest, answersStandByKindQuestionDateAndRespondent) {
+    run(u"insert into report (responname, question, Parameter, sc, wt, Type, Reply) values "
+        "('Ana', 'Any?', 'Price', null, 4, False, 'Bien'), ('Jörg', 'Fair?', 'Price', 8, 4, True, null), "
+        "('Ana', 'Fair?', 'Price', 8, 4, True, null), ('Ana', 'Clear?', 'Price', 8, 4, True, null)"_s);
+    run(u"insert into reporttable (responname, question, Parameter, wt, Type, sdate, tablename) values "
+        "('Ana', 'Fair?', 'Price', 4, '8', '2002-03-16', 'Survey Objective'), "
+        "('Jörg', 'Fair?', 'Price', 4, '8', '2002-03-15', 'Survey Objective'), "
+        "('Ana', 'Fair?', 'Price', 4, '8', '2002-03-15', 'Survey Objective'), "
+        "('Ana', 'Clear?', 'Price', 4, '8', '2002-03-15', 'Survey Objective')"_s);
+    run(u"insert into linetable (custname, Parameter, sindex, sdate) values ('Acme', 'Price', 7, "
+        u"'2002-03-16'), "
+        "('Acme', 'Price', 6, '2002-03-15'), ('Acme', 'Care', 5, '2002-03-16')"_s);
+    QImage(300, 200, QImage::Format_RGB32).save(home() + u"/satis.bmp"_s);
+    expectInOrder(pages(u"surveyresponse.rpt"_s, u"CompanyName"_s, {}).join(u' '),
+                  {u"Clear? Ana 4 8"_s, u"Fair? Ana 4 8"_s, u"Jörg 4 8"_s, u"Any? Ana 4 Bien"_s});
+    expectInOrder(
+        pages(u"satisfaction.rpt"_s, u"CompanyName"_s, {}).join(u' '),
+        {u"Clear? 15/03/2002 Ana"_s, u"Fair? 15/03/2002 Ana"_s, u"15/03/2002 Jörg"_s, u"16/03/2002 Ana"_s});
+    expectInOrder(pages(u"satisfactionindex.rpt"_s, u"companyname"_s, {}).join(u' '),
+                  {u"Care 16/03/2002 5.00"_s, u"Price 15/03/2002 6.00"_s, u"16/03/2002 7.00"_s});
+}
+
 TEST_F(AnalysisReportsTest, everyReportSaysThatItIsEmpty) {
     QImage picture(300, 200, QImage::Format_RGB32);
     picture.fill(Qt::darkCyan);

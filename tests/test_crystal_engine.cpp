@@ -32,6 +32,15 @@ template <class Step> QString failureOf(Step step) {
     return {};
 }
 
+TEST(Selection, textsAreTakenAsTheyStand) {
+    const auto found = crystal::parseSelection(
+        u"{r.custname}=[' and {x.y}= ']and {r.sdate}=date(2002,3,5) and {r.note}=''"_s, u"x.rpt"_s);
+    ASSERT_EQ(found.size(), 3u);
+    EXPECT_EQ(found[0].value, u" and {x.y}= "_s);
+    EXPECT_EQ(found[1].value, QDate(2002, 3, 5));
+    EXPECT_EQ(found[2].value, u""_s);
+}
+
 TEST(Selection, refusesEverythingElse) {
     const std::pair<QString, QString> cases[] = {
         {u"{a.b}='O'Brien'"_s, u"at 'Brien'': 'and' is expected"_s},

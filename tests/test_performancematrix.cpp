@@ -189,9 +189,9 @@ TEST_F(PerformanceMatrixTest, ninthCoincidenceEndsInSilence) {
 }
 
 TEST_F(PerformanceMatrixTest, reportHoldsChartAndRows) {
+    rate(u"Qualité"_s, 8, 9); // neither entered nor named in the order of the scores
     rate(u"Price"_s, 7, 3);
     rate(u"Able"_s, 6, 5);
-    rate(u"Qualité"_s, 8, 9);
     frmPerformanceMatrix& form = open();
     clickDate(0);
     press(form, "cmdPrint");
