@@ -179,6 +179,24 @@ TEST_F(CustomerTest, respondentsFollowTheCustomerUnderTheCursor) {
     EXPECT_EQ(respondents().box->text(), u""_s) << "no respondent of another customer";
 }
 
+TEST_F(CustomerTest, respondentsStayWithTheirCustomerWhateverMovesTheCursor) {
+    const int acme = addCustomer(u"Acme"_s);
+    addRespondent(acme, u"Ann"_s);
+    addRespondent(addCustomer(u"Bolt"_s), u"Bob"_s);
+    frmCustomer& form = open();
+    customers().click(1, 1);
+    QTest::mouseClick(customers().grid->viewport(), Qt::RightButton, {}, customers().at(2, 1));
+    EXPECT_EQ(customers().cell(), Cell(1, 1));
+    press(form, "cmdSaveRespondent");
+    customers().enter(2, 1, u""_s);
+    customers().click(1, 1);
+    messages.expect(u"Customer Name cannot be left blank....Error"_s, 16, u"Tallywell"_s);
+    press(form, "cmdSaveCustomer");
+    EXPECT_EQ(respondents().text(1, 1), u"Bob"_s) << "the blank row is in hand";
+    EXPECT_EQ(rows(u"select respondentname from respondent where custid="_s + QString::number(acme)),
+              QStringList{u"Ann"_s});
+}
+
 TEST_F(CustomerTest, theDuplicateTestKeepsItsOddities) {
     const int acme = addCustomer(u"O’Hara & Co"_s);
     addRespondent(acme, u"Ann"_s, u"Buyer"_s);

@@ -180,6 +180,15 @@ TEST_F(ExistingTest, anEmptyDateIsDeletedOnlyWithTheCustomersLastQuestions) {
     EXPECT_TRUE(QDir(home()).exists(u"backup"_s));
 }
 
+TEST_F(ExistingTest, aDateStaysForOthersWhenQuestionsInSightAreNoLongerStored) {
+    addStored(ann, early, {0, 1, 2});
+    addStored(bob, early, {0});
+    edit();
+    run(u"delete * from questions where questionid="_s + QString::number(question[1]));
+    pressDelete(u"31/01/2024"_s);
+    EXPECT_EQ(stored(bob), u"31/01 1:0"_s);
+}
+
 /// Ann's survey of the early date has the questions 0, 1, 3 and 4.
 TEST_F(ExistingTest, eachCallerCopiesIntoItsOwnSurvey) {
     enum Caller { Select, New, NewWithSelectClosed, Edit };

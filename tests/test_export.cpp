@@ -208,6 +208,18 @@ TEST_F(ExportTest, anExistingFileIsWrittenOverInPlace) {
     EXPECT_TRUE(opened.isEmpty());
 }
 
+TEST_F(ExportTest, aFileOfBeforeTheCustomerWasRenamedIsNotReplacedUnasked) {
+    expectView();
+    press();
+    const QByteArray before = contentOf(path(name));
+    frmSelectSurvey::unload();
+    run(u"update customer set custname='Acme Ltd'"_s);
+    run(u"update questions set question='Changed'"_s);
+    expectOverwrite(Answer::No);
+    press();
+    EXPECT_EQ(contentOf(path(name)), before);
+}
+
 TEST_F(ExportTest, whoNamesTheFilesIsSet) {
     const auto choose = [](Qt::Key direction, bool takes) {
         control<QAction>(MDIMain::instance(), "mnuSettings")->trigger();

@@ -281,6 +281,15 @@ TEST_F(ReadingTest, theFileOfTheChoiceIsFoundOrLocated) {
     }
 }
 
+TEST_F(ReadingTest, answersReadElsewhereAreNotSavedOver) {
+    frmFeedBackObj::instance().Show();
+    file({{u"D14"_s, 9}, {u"C14"_s, 7}}).saveAs(path(u"ann.xls"_s));
+    importBy(path(u"ann.xls"_s));
+    frmFeedBackObj::instance().Show();
+    press(frmFeedBackObj::instance(), "cmdSave");
+    EXPECT_EQ(answers(ann), u"1:9,7 5:0 -"_s);
+}
+
 TEST_F(ReadingTest, aStoreThatFailsEndsTheReadAndIsTold) {
     file({{u"D14"_s, 9}}).saveAs(path(u"ann.xls"_s));
     runRaw(
