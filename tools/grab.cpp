@@ -19,6 +19,7 @@
 #include "feedback/frmFeedBackObj.h"
 #include "improvement/frmImprovementPlan.h"
 #include "platform/desktop/helpwindow.h"
+#include "platform/forms/clock.h"
 #include "platform/forms/dtpicker.h"
 #include "platform/forms/lists.h"
 #include "tools/allforms.h"
@@ -139,6 +140,7 @@ int main(int argc, char** argv) {
     if (arguments.value(3) == u"dark")
         QApplication::setPalette(darkPalette());
     qputenv("XDG_CONFIG_HOME", (arguments[1] + u"/config"_s).toUtf8()); // the user's own stays as it is
+    forms::todaySeat = [] { return QDate(2026, 7, 2); }; // so that every run gives the same pictures
     setHomeDirectory(arguments[1]);
     folder.setPath(arguments[2]);
     strCompanyName = u"Larkmoor Quality Services"_s;
