@@ -46,13 +46,13 @@ bool isNewer(ado::Connection& store) {
 }
 
 /// What is wrong with the store, as the end of a sentence that begins with the file; empty for nothing.
-QString toFindFault() {
+QString toFindFault(const QString& newer) {
     ado::Connection store;
     store.ConnectionString = toConnectionText();
     try {
         store.Open();
         if (isNewer(store))
-            return u"was made by a newer version of this program and needs that version."_s;
+            return newer;
         const QStringList missing = missingTables(store);
         if (!missing.isEmpty())
             return u"is no complete database of this program. It lacks: "_s + missing.join(u", "_s) + u'.';
@@ -67,7 +67,8 @@ QString toFindFault() {
 } // namespace
 
 bool toCheckStore(const QString& databasePath) {
-    const QString fault = toFindFault();
+    const QString newer = u"was made by a newer version of this program and needs that version."_s;
+    const QString fault = toFindFault(newer);
     if (fault.isEmpty())
         return true;
     QString text = u"The file '"_s + databasePath + u"' " + fault;
@@ -76,5 +77,5 @@ bool toCheckStore(const QString& databasePath) {
         text += u"\r\n\r\nTo go back to a copy of it, put one of these in its place, the newest first:\r\n" +
                 copies.join(u"\r\n"_s);
     forms::msgBox(text, forms::style::critical);
-    return false;
+    return fault != newer;
 }

@@ -3,8 +3,8 @@
 
 #include <QString>
 
-/// Whether the program can work with the database that the data source points to. False after the user was
-/// told that the file is damaged, was made by a newer version, or lacks a table, and which copies in backup/
-/// there are. What else may keep it from being opened (missing, locked, another password) is left to the
-/// connection to tell. A store without a version is a good one.
+/// Tells the user when the database that the data source points to is damaged, lacks a table or was made by a
+/// newer version, and which copies in backup/ there are. False for a newer one only: working on it could
+/// spoil it. With the others the program lives on, as it does with a database that is missing, locked or of
+/// another password, which the connection tells. A store without a version is a good one.
 [[nodiscard]] bool toCheckStore(const QString& databasePath);

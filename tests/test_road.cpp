@@ -1,27 +1,68 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// From an empty store to the Satisfaction Index, by keys and clicks only.
+// The whole road by keys and clicks only: from an empty store over survey files that respondents fill in
+// LibreOffice to the analyses, their reports, actions and the search, with a restart on the way.
+#include "analysis/frmDateToDate.h"
+#include "analysis/frmDtoDActionPlan.h"
+#include "analysis/frmDtoDSatisfactionOverview.h"
+#include "analysis/frmPerformanceMatrix.h"
 #include "analysis/frmSatisfactionIndex.h"
 #include "core/MDIMain.h"
+#include "exchange/cellmap.h"
+#include "exchange/frmLogDetails.h"
+#include "exchange/frmReading.h"
 #include "feedback/frmFeedBackObj.h"
+#include "improvement/frmImprovementPlan.h"
 #include "platform/chart/mschart.h"
-#include "platform/forms/lists.h"
+#include "platform/excel/application.h"
 #include "platform/forms/treeview.h"
 #include "reference/frmCustomer.h"
 #include "reference/frmParameter.h"
+#include "search/frmSearch.h"
 #include "survey/frmNewSurvey.h"
+#include "survey/frmPasteSurvey.h"
 #include "survey/frmSelectSurvey.h"
 #include "tests/support/drag.h"
 #include "tests/support/gridform.h"
+#include "tests/support/listview.h"
+#include "tests/support/reporttest.h"
 
 #include <QApplication>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QMenu>
-#include <QMenuBar>
+#include <QProcess>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-using RoadTest = StoreTest;
+const QStringList parameters{u"Delivery"_s, u"Price"_s, u"Service"_s};
+const QStringList dates{u"15/03/2024"_s, u"16/06/2024"_s};
+constexpr int scored = 3; // questions of a parameter; the one after them asks for words
+constexpr int people = 3; // of a customer
+
+QString questionText(int parameter, int number) {
+    return parameters[parameter] + u' ' + (number < scored ? QString::number(number + 1) : u"in words"_s) +
+           u'?';
+}
+
+/// What a respondent enters: weightage and score. Each group's weightages are 2, 4 and 6.
+std::pair<int, int> marksOf(int person, int date, int parameter, int number) {
+    return {2 * (1 + (number + person) % scored), 2 * (1 + (person + 2 * date + parameter + number) % 5)};
+}
+
+QByteArray runScript(const QString& script, const QStringList& arguments) {
+    QProcess process;
+    process.start(u"/usr/bin/python3"_s,
+                  QStringList(QStringLiteral(GAUGEWELL_SOURCE "/tests/") + script) + arguments);
+    EXPECT_TRUE(process.waitForFinished(300'000)) << script.toStdString();
+    EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().constData();
+    return process.readAllStandardOutput();
+}
 
 void typeRow(const QStringList& cells) {
     for (const QString& cell : cells) {
@@ -30,11 +71,52 @@ void typeRow(const QStringList& cells) {
     }
 }
 
-void enterDate(QWidget& form, const char* picker, const QString& digits) {
+void enterDate(QWidget& form, const char* picker, const QString& text) {
     control<QWidget>(form, picker)->setFocus(Qt::TabFocusReason); // as the Tab key comes: the day is selected
-    type(digits);
+    type(QString(text).remove(u'/'));
     key(Qt::Key_Tab);
 }
+
+/// Opens an entry of a menu by its access keys.
+void choose(const char* menuName, Qt::Key menuKey, Qt::Key entryKey) {
+    auto* menu = control<QMenu>(MDIMain::instance(), menuName);
+    QTest::keyClick(&MDIMain::instance(), menuKey, Qt::AltModifier);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return menu->isVisible(); }));
+    QTest::keyClick(menu, entryKey);
+}
+
+QString activeForm() {
+    const QMdiSubWindow* active = MDIMain::instance().findChild<QMdiArea*>()->activeSubWindow();
+    return active && active->widget() ? active->widget()->objectName() : QString();
+}
+
+class RoadTest : public ReportTest {
+protected:
+    void SetUp() override {
+        ReportTest::SetUp();
+        bring(u"template.xls"_s);
+        forms::openFileSeat = [this](const forms::CommonDialog&) { return picked; };
+    }
+
+    void composeFor(int person, int date);
+    void exportFile();
+    void fillFiles();
+    void readFiles();
+    void showIndex(const QJsonObject& expected);
+    void showMatrix(const QJsonObject& expected);
+    void printReports();
+    void planAndSearch();
+    void restart();
+    QString print(QWidget& form, const QString& expectedTitle) {
+        press(form, "cmdPrint");
+        EXPECT_EQ(title, expectedTitle);
+        expectAtRest();
+        return takePages().join(u' ');
+    }
+
+    QStringList files; // by date and person
+    QString picked;    // in the open dialog
+};
 
 void typeCustomers() {
     shortcut(Qt::Key_U);
@@ -43,140 +125,262 @@ void typeCustomers() {
     frmCustomer& form = frmCustomer::instance();
     const EditedGrid customers(form, "grdCustomerDtls", "txtCustomerDtls");
     const EditedGrid respondents(form, "grdRespondentDtls", "txtRespondentDtls");
-    customers.click(2, 1);
-    respondents.click(1, 1);
-    typeRow({u"Zoë"_s, u"Owner"_s, u""_s});
-    customers.click(1, 1);
-    respondents.click(1, 1);
-    typeRow({u"Ann"_s, u"Buyer"_s, u"ann@acme.example"_s});
-    typeRow({u"Bob"_s, u"Director"_s, u""_s});
+    for (const auto& [row, names] : {std::pair(2, QStringList{u"Zoë"_s, u"Yan"_s, u"Xi"_s}),
+                                     std::pair(1, QStringList{u"Ann"_s, u"Bob"_s, u"Cy"_s})}) {
+        customers.click(row, 1);
+        respondents.click(1, 1);
+        for (const QString& name : names)
+            typeRow({name, u"Buyer"_s, name + u"@example.org"});
+    }
 }
 
 void typeCatalogue() {
     shortcut(Qt::Key_P);
-    typeRow({u"Delivery"_s, u"Price"_s});
+    typeRow(parameters);
     frmParameter& form = frmParameter::instance();
-    const EditedGrid parameters(form, "grdParameterDtls", "txtParameterDtls");
+    const EditedGrid catalogue(form, "grdParameterDtls", "txtParameterDtls");
     const EditedGrid questions(form, "grdQuestionDtls", "txtQuestionDtls");
-    parameters.click(1, 1);
-    questions.click(1, 1);
-    typeRow({u"On time?"_s, u"s"_s, u"Undamaged?"_s, u"s"_s, u"What else?"_s});
-    type(u"d"_s);
-    press(form, "cmdSaveQuestion");
-    parameters.click(2, 1);
-    questions.click(1, 1);
-    typeRow({u"Fair?"_s});
-    type(u"s"_s);
-    press(form, "cmdSaveQuestion");
+    for (int parameter = 0; parameter < parameters.size(); ++parameter) {
+        catalogue.click(parameter + 1, 1);
+        questions.click(1, 1);
+        for (int number = 0; number < scored; ++number)
+            typeRow({questionText(parameter, number), u"s"_s});
+        typeRow({questionText(parameter, scored)});
+        type(u"d"_s);
+        press(form, "cmdSaveQuestion");
+    }
     key(Qt::Key_Escape);
 }
 
-/// Each question is put in at the top.
+/// The first four questions each in another way, the rest by the button.
 void composeByFourGestures() {
     frmNewSurvey& editor = frmNewSurvey::instance();
     auto* tree = control<forms::TreeView>(editor, "trvParameter");
     auto* grid = control<forms::MSHFlexGrid>(editor, "grdParamAndQuest");
     tree->setFocus();
     key(Qt::Key_Asterisk);
-    tree->expandAll();
-    const auto node = [&](int parameter, int question) {
-        return tree->visualItemRect(tree->topLevelItem(parameter)->child(question)).center();
-    };
-    QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, node(0, 0));
-    press(editor, "cmdAdd");
-    QTest::mouseDClick(tree->viewport(), Qt::LeftButton, {}, node(0, 1));
-    QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, node(1, 0));
-    tree->setFocus();
-    key(Qt::Key_Return);
-    dragNode(tree, node(0, 2), grid->viewport());
-    ASSERT_EQ(grid->Rows(), 6);
+    const int questions = int(parameters.size()) * (scored + 1);
+    for (int i = 0; i < questions; ++i) {
+        QTreeWidgetItem* node = tree->topLevelItem(i / (scored + 1))->child(i % (scored + 1));
+        tree->scrollToItem(node);
+        const QPoint place = tree->visualItemRect(node).center();
+        if (i == 1) {
+            QTest::mouseDClick(tree->viewport(), Qt::LeftButton, {}, place);
+        } else if (i == 2) {
+            dragNode(tree, place, grid->viewport());
+        } else {
+            QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, place);
+            if (i == 3)
+                keyOn(editor, "trvParameter", Qt::Key_Return);
+            else
+                press(editor, "cmdAdd");
+        }
+    }
+    ASSERT_EQ(grid->Rows(), 2 + questions);
 }
 
-/// The price question goes back up to the top.
-void reorder() {
-    auto* grid = control<forms::MSHFlexGrid>(frmNewSurvey::instance(), "grdParamAndQuest");
-    QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, {60, grid->rowViewportPosition(1) + 5});
-    press(frmNewSurvey::instance(), "cmdUpward");
-    EXPECT_EQ(grid->TextMatrix(1, 2), u"Fair?"_s);
-}
-
-void compose(const QString& dateDigits) {
+/// Ann's first questionnaire is composed, the others are copied from it.
+void RoadTest::composeFor(int person, int date) {
     shortcut(Qt::Key_N);
     frmSelectSurvey& selection = frmSelectSurvey::instance();
-    auto* customer = control<forms::ComboBox>(selection, "cmbCustomer");
-    customer->setFocus();
-    key(Qt::Key_End);
-    key(Qt::Key_Home);
-    ASSERT_EQ(customer->Text(), u"Acme"_s);
-    clickEntry(selection, "lstRespondent", 0);
-    enterDate(selection, "dtSDate", dateDigits);
-    press(selection, "cmdBlankSurvey");
-    ASSERT_NE(frmNewSurvey::loaded(), nullptr);
-    ASSERT_NO_FATAL_FAILURE(composeByFourGestures());
-    if (dateDigits.endsWith(u"032002"))
-        reorder();
+    clickEntry(selection, "lstRespondent", person);
+    enterDate(selection, "dtSDate", dates[date]);
+    if (person == 0 && date == 0) {
+        press(selection, "cmdBlankSurvey");
+        ASSERT_NE(frmNewSurvey::loaded(), nullptr);
+        ASSERT_NO_FATAL_FAILURE(composeByFourGestures());
+    } else {
+        QTimer whenShown;
+        whenShown.setSingleShot(true);
+        QObject::connect(&whenShown, &QTimer::timeout, &selection,
+                         [] { press(frmPasteSurvey::instance(), "cmdPaste"); });
+        whenShown.start();
+        press(selection, "cmdExistingSurvey");
+        ASSERT_NE(frmNewSurvey::loaded(), nullptr);
+        MDIMain::instance().activateWindow(); // as a window manager does when a dialog has gone
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&MDIMain::instance()));
+    }
+    EXPECT_EQ(control<forms::MSHFlexGrid>(frmNewSurvey::instance(), "grdParamAndQuest")->Rows(), 14);
+    exportFile();
+}
+
+void RoadTest::exportFile() {
+    messages.expect(u"Survey File Exported...Do you want to view the file? "_s, 68, u"Gaugewell v2.1"_s,
+                    forms::Answer::No);
+    press(frmNewSurvey::instance(), "cmdExport");
+    expectAtRest();
+    files << path(rows(u"select xlsfilename from log"_s).last());
+    if (files.size() == 1) {
+        const QString text = print(frmNewSurvey::instance(), u"Gaugewell v2.1 Survey Report"_s);
+        EXPECT_EQ(text.count(u"in words?"_s), 3);
+        EXPECT_EQ(text.count(u'?'), 12);
+    }
     key(Qt::Key_Escape);
     EXPECT_EQ(frmNewSurvey::loaded(), nullptr);
 }
 
-/// The answers in the order of the questionnaire: weightage, score and description joined by a bar.
-void enterAnswers(int date, const QStringList& answers) {
-    frmFeedBackObj& form = frmFeedBackObj::instance();
-    clickEntry(form, "lstSurveyDates", date);
-    const EditedGrid grid(form, "grdDtls", "txtDtls");
-    ASSERT_EQ(grid.grid->Rows(), answers.size() + 1);
-    grid.click(1, 2);
-    for (const QString& answer : answers) {
-        typeRow(answer.split(u'|'));
-        key(Qt::Key_Return); // past the question of the next row
+/// Each respondent finds the questions by their words.
+void RoadTest::fillFiles() {
+    QStringList arguments;
+    for (int i = 0; i < files.size(); ++i) {
+        const excel::Worksheet sheet =
+            excel::Application().Workbooks().Open(files[i]).Worksheets(cellmap::sheetName.toString());
+        QJsonObject entered;
+        for (int row = cellmap::firstRow; row < 60; ++row) {
+            const QString text = sheet.Cells(row, cellmap::column::question).Value().text();
+            for (int j = 0; j < 12; ++j) {
+                const int parameter = j / 4;
+                if (text != questionText(parameter, j % 4))
+                    continue;
+                const auto [weightage, score] = marksOf(i % people, i / people, parameter, j % 4);
+                entered[u'D' + QString::number(row)] = weightage;
+                if (j % 4 < scored)
+                    entered[u'C' + QString::number(row)] = score;
+                else
+                    entered[u'B' + QString::number(row + 1)] =
+                        QString(u"It’s fine, "_s + parameters[parameter]);
+            }
+        }
+        EXPECT_EQ(entered.size(), 24);
+        arguments << files[i] << QString::fromUtf8(QJsonDocument(entered).toJson(QJsonDocument::Compact));
     }
-    press(form, "cmdSave");
+    runScript(u"fill_survey.py"_s, arguments);
 }
 
-void showIndex(ExpectedMessages& messages) {
-    auto* menu = control<QMenu>(MDIMain::instance(), "mnuAnalysis");
-    QTest::keyClick(&MDIMain::instance(), Qt::Key_A, Qt::AltModifier);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return menu->isVisible(); }));
-    QTest::keyClick(menu, Qt::Key_I);
-    ASSERT_NE(frmSatisfactionIndex::loaded(), nullptr);
+/// The files of the first date through feedback entry, the others many at once.
+void RoadTest::readFiles() {
+    shortcut(Qt::Key_O);
+    frmFeedBackObj& feedback = frmFeedBackObj::instance();
+    for (int person = 0; person < people; ++person) {
+        clickEntry(feedback, "lstRespname", person);
+        clickEntry(feedback, "lstSurveyDates", 0);
+        press(feedback, "cmdRead");
+        expectAtRest();
+    }
+    const EditedGrid answers(feedback, "grdDtls", "txtDtls");
+    EXPECT_TRUE(answers.row(1).contains(u'|')) << answers.row(1).toStdString();
+    key(Qt::Key_Escape);
+    shortcut(Qt::Key_R);
+    picked = files.mid(people).join(u'\n');
+    frmReading& reading = frmReading::instance();
+    press(reading, "cmdBrowse");
+    control<QWidget>(reading, "lstXlsFiles")->setFocus();
+    shortcut(Qt::Key_A);
+    messages.expect(u"Import Done...."_s, 64);
+    press(reading, "cmdImport");
+    expectAtRest();
+    key(Qt::Key_Escape);
+    EXPECT_EQ(value(u"select count(*) from feedbackobjective where weightage>0 and score>0"_s), u"54"_s);
+    EXPECT_EQ(value(u"select count(*) from feedbackdescriptive where Description like 'It’s fine%'"_s),
+              u"18"_s);
+}
+
+QJsonObject expectedFigures() {
+    QJsonArray marks;
+    for (int i = 0; i < 2 * people * 3 * scored; ++i) {
+        const int number = i % scored;
+        const int parameter = i / scored % 3;
+        const int person = i / scored / 3 % people;
+        const int date = i / scored / 3 / people;
+        const auto [weightage, score] = marksOf(person, date, parameter, number);
+        marks << QJsonArray{parameters[parameter], dates[date], weightage, score};
+    }
+    const QByteArray text = QJsonDocument(marks).toJson(QJsonDocument::Compact);
+    return QJsonDocument::fromJson(runScript(u"expected_figures.py"_s, {QString::fromUtf8(text)})).object();
+}
+
+void RoadTest::showIndex(const QJsonObject& expected) {
+    choose("mnuAnalysis", Qt::Key_A, Qt::Key_I);
     frmSatisfactionIndex& form = frmSatisfactionIndex::instance();
-    ASSERT_EQ(control<forms::ListBox>(form, "lstParameter")->ListCount(), 2);
     clickEntry(form, "lstParameter", 0);
-    clickEntry(form, "lstParameter", 1, Qt::ShiftModifier);
-    enterDate(form, "dtFrom", u"01012002"_s);
-    enterDate(form, "dtTo", u"31122002"_s);
+    clickEntry(form, "lstParameter", 2, Qt::ShiftModifier);
+    enterDate(form, "dtFrom", u"01/01/2024"_s);
     press(form, "cmdView");
     auto* drawn = control<chart::MSChart>(form, "mschart");
     ASSERT_EQ(drawn->RowCount(), 2);
-    ASSERT_EQ(drawn->ColumnCount(), 2);
-    drawn->setRow(1);
-    EXPECT_EQ(drawn->RowLabel(), u"15/03/2002"_s);
-    drawn->setColumn(1);
-    const int delivery = drawn->ColumnLabel() == u"Delivery" ? 1 : 2;
-    // Delivery: (3, 6) and (5, 8), then (4, 10) and one not rated. Price: (2, 4), then (10, 7).
-    EXPECT_EQ(drawn->GetData(1, delivery), 7);
-    EXPECT_EQ(drawn->GetData(2, delivery), 10);
-    EXPECT_EQ(drawn->GetData(1, 3 - delivery), 4);
-    EXPECT_EQ(drawn->GetData(2, 3 - delivery), 7);
-    messages.expect(u"Satisfaction Index : 10"_s);
-    QTest::mouseClick(drawn, Qt::LeftButton, {}, drawn->PointPosition(delivery, 2));
-    EXPECT_EQ(messages.left(), 0);
+    ASSERT_EQ(drawn->ColumnCount(), 3);
+    for (int date = 1; date <= 2; ++date) {
+        for (int column = 1; column <= 3; ++column) {
+            drawn->setRow(date);
+            drawn->setColumn(column);
+            EXPECT_EQ(drawn->RowLabel(), dates[date - 1]);
+            const QJsonArray figures = expected[drawn->ColumnLabel() + u'|' + drawn->RowLabel()].toArray();
+            EXPECT_EQ(drawn->GetData(date, column), figures[0].toDouble()) << date << column;
+        }
+    }
+    const QString text = print(form, u"Survey Report"_s);
+    EXPECT_EQ(text.count(dates[0]) + text.count(dates[1]), 2 + 6); // in the head and in the rows
+    key(Qt::Key_Escape);
 }
 
-TEST_F(RoadTest, fromAnEmptyStoreToTheSatisfactionIndexAndBackAfterARestart) {
-    typeCustomers();
-    typeCatalogue();
-    ASSERT_NO_FATAL_FAILURE(compose(u"15032002"_s));
-    ASSERT_NO_FATAL_FAILURE(compose(u"16062002"_s));
-    shortcut(Qt::Key_O);
-    ASSERT_NO_FATAL_FAILURE(enterAnswers(0, {u"2|4|"_s, u"6||It's fine"_s, u"3|6|"_s, u"5|8|"_s}));
-    ASSERT_NO_FATAL_FAILURE(enterAnswers(1, {u"||"_s, u"10|7|"_s, u"4|10|"_s, u"||"_s}));
-    ASSERT_NO_FATAL_FAILURE(showIndex(messages));
-    const QStringList answers = rows(u"select * from feedbackobjective order by feedbackobjid"_s);
-    EXPECT_EQ(answers.size(), 6);
-    EXPECT_EQ(rows(u"select weightage, Description from feedbackdescriptive"_s),
-              (QStringList{u"6|It’s fine"_s, u"0|"_s}));
+void RoadTest::showMatrix(const QJsonObject& expected) {
+    choose("mnuAnalysis", Qt::Key_A, Qt::Key_P);
+    frmPerformanceMatrix& form = frmPerformanceMatrix::instance();
+    clickEntry(form, "lstSurveyDates", 1);
+    press(form, "cmdView");
+    const auto* grid = control<forms::MSHFlexGrid>(form, "MSHFlexGrid1");
+    for (int row = 1; row <= 3; ++row) {
+        const QJsonArray figures = expected[parameters[row - 1] + u'|' + dates[1]].toArray();
+        EXPECT_EQ(grid->TextMatrix(row, 1), parameters[row - 1]);
+        EXPECT_EQ(grid->TextMatrix(row, 2).toDouble(), figures[1].toDouble());
+        EXPECT_EQ(grid->TextMatrix(row, 3).toDouble(), figures[2].toDouble());
+    }
+    const QString text = print(form, u"Performance Matrix Report"_s);
+    for (const QString& parameter : parameters)
+        EXPECT_TRUE(text.contains(parameter));
+    key(Qt::Key_Escape);
+}
 
+void RoadTest::printReports() {
+    shortcut(Qt::Key_M);
+    EXPECT_EQ(print(frmLogDetails::instance(), u"Log Details"_s).count(u".xls"_s), 6);
+    key(Qt::Key_Escape);
+    choose("mnuAnalysis", Qt::Key_A, Qt::Key_S);
+    const QString response = print(frmDateToDate::instance(), u"Survey Report"_s);
+    EXPECT_EQ(response.count(u"It’s fine"_s), 9);
+    EXPECT_EQ(response.count(u"Mean 4.00 "_s), 3);
+    key(Qt::Key_Escape);
+    frmDtoDSatisfactionOverview& overview = frmDtoDSatisfactionOverview::instance(); // in no menu
+    overview.Show();
+    enterDate(overview, "dtFrom", u"01/01/2024"_s);
+    const QString all = print(overview, u"Satisfaction Overview"_s);
+    expectInOrder(all, {u"54 entries"_s, u"18 entries"_s, u"1 entry"_s, u"Visit them"_s});
+    overview.Unload();
+    choose("mnuAnalysis", Qt::Key_A, Qt::Key_A);
+    EXPECT_TRUE(
+        print(frmDtoDActionPlan::instance(), u"Analysis on Improvement Plan"_s).contains(u"Visit them"));
+    key(Qt::Key_Escape);
+}
+
+void RoadTest::planAndSearch() {
+    control<QAction>(MDIMain::instance(), "mnuImprovementPlan")->trigger();
+    frmImprovementPlan& plan = frmImprovementPlan::instance();
+    clickEntry(plan, "lstCusName", 0);
+    control<QWidget>(plan, "txtDescription")->setFocus();
+    type(u"Visit them"_s);
+    press(plan, "cmdSave");
+    expectAtRest();
+    key(Qt::Key_Escape);
+    control<QAction>(MDIMain::instance(), "mnuSearch")->trigger();
+    frmSearch& search = frmSearch::instance();
+    control<QWidget>(search, "txtKeyword")->setFocus();
+    type(u"visit fine"_s);
+    key(Qt::Key_Return);
+    const auto& hits = *control<forms::ListView>(search, "lsvDtls");
+    ASSERT_EQ(hits.ListCount(), 19);
+    for (const auto& [jump, form] :
+         {std::pair(Qt::Key_Home, u"frmFeedBackObj"_s), std::pair(Qt::Key_End, u"frmImprovementPlan"_s)}) {
+        keyOn(search, "lsvDtls", jump);
+        key(Qt::Key_Return);
+        EXPECT_EQ(activeForm(), form);
+        key(Qt::Key_Escape);
+        EXPECT_EQ(activeForm(), u"frmSearch"_s);
+    }
+    key(Qt::Key_Escape);
+}
+
+void RoadTest::restart() {
+    const QStringList answers = rows(u"select * from feedbackobjective order by feedbackobjid"_s);
     const auto before = std::exchange(endSeat, [] {});
     shortcut(Qt::Key_Q);
     endSeat = before;
@@ -189,9 +393,24 @@ TEST_F(RoadTest, fromAnEmptyStoreToTheSatisfactionIndexAndBackAfterARestart) {
     EXPECT_EQ(rows(u"select * from feedbackobjective order by feedbackobjid"_s), answers);
     EXPECT_EQ(rows(u"select custname, Address, telno, email from customer"_s),
               (QStringList{u"Acme|1 High Street|555|post@acme.example"_s, u"Bolt’s Garage| ||"_s}));
-    shortcut(Qt::Key_O);
-    const EditedGrid grid(frmFeedBackObj::instance(), "grdDtls", "txtDtls");
-    EXPECT_EQ(grid.row(1), u"Fair?|2|4|"_s);
+}
+
+TEST_F(RoadTest, fromAnEmptyStoreToTheAnalysesAndBackAfterARestart) {
+    typeCustomers();
+    typeCatalogue();
+    for (int date = 0; date < 2; ++date) {
+        for (int person = 0; person < people; ++person)
+            ASSERT_NO_FATAL_FAILURE(composeFor(person, date));
+    }
+    ASSERT_EQ(QSet<QString>(files.begin(), files.end()).size(), 6);
+    fillFiles();
+    readFiles();
+    ASSERT_NO_FATAL_FAILURE(restart());
+    const QJsonObject expected = expectedFigures();
+    ASSERT_NO_FATAL_FAILURE(showIndex(expected));
+    showMatrix(expected);
+    ASSERT_NO_FATAL_FAILURE(planAndSearch());
+    printReports();
 }
 
 } // namespace
