@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: GPL-3.0-or-later
-# Looks at the sources without running them: format, layering, file length, help, clang-tidy.
+# Looks at the sources without running them: format, layering, file length, help, map, clang-tidy.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 mapfile -t sources < <(git ls-files '*.cpp' '*.h')
@@ -27,6 +27,7 @@ done
 
 echo "== Help =="
 tools/checkhelp.py
+tools/checkdocs.py
 
 echo "== clang-tidy =="
 # The generated headers must be there. All checks of .clang-tidy, the path-sensitive ones among them, take half an hour on

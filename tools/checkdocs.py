@@ -1,0 +1,32 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""Checks that every file, class and name that docs/architecture.md sets in backticks is still there."""
+import re, subprocess, sys
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parent.parent
+FILES = subprocess.run(["git", "-C", ROOT, "ls-files"], capture_output=True, text=True, check=True).stdout.split("\n")
+CODE = "\n".join((ROOT / name).read_text(errors="replace") for name in FILES
+                 if name.endswith((".h", ".cpp", ".sql", ".txt", ".sh", ".py")) and name != "tools/checkdocs.py")
+STEMS = {Path(name).stem for name in FILES} | {Path(name).name for name in FILES}
+
+
+def is_there(name, folder):
+    name = name.strip("()")
+    if "/" in name:
+        return (ROOT / name).exists()
+    if folder and any((ROOT / folder).glob(name + "*")):
+        return True
+    return name in STEMS or re.search(rf"(?<!\w){re.escape(name)}(?!\w)", CODE) is not None
+
+
+missing = []
+for line in (ROOT / "docs/architecture.md").read_text().split("\n"):
+    folder = re.match(r"\| `([^`]+/)` \|", line)
+    for name in re.findall(r"`([^`]+)`", line):
+        if name.startswith("-D"):
+            name = name[2:].split("=")[0]
+        if not name.startswith("frmX") and not is_there(name, folder and folder[1]): # frmX is any form
+            missing.append(name)
+print("\n".join("docs/architecture.md names what is not there: " + name for name in missing))
+sys.exit(1 if missing else 0)
