@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The Satisfaction Index of one customer, 10 parameters on 20 dates (4,000 answers), and the Performance
 // Matrix of one of these dates (200 answers), in a small store and in one of 2,000 customers and 1,000,000
-// answers; beside each one pass of the C API over the same answers.
+// answers; beside each one pass of the C API over the same answers. Saving a questionnaire of 50 questions,
+// beside the same delete and inserts by the C API.
 #include "analysis/frmPerformanceMatrix.h"
 #include "analysis/frmSatisfactionIndex.h"
 #include "core/gblGlobal.h"
 #include "platform/ado/casefold.h"
 #include "platform/forms/dtpicker.h"
 #include "platform/forms/lists.h"
+#include "survey/questionnaire.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -120,6 +122,63 @@ QString storeSize() {
     return all.FieldAt(0).Text();
 }
 
+/// Rewrites the questionnaire of the customer's first respondent and survey: a delete and 50 inserts,
+/// prepared, in one transaction.
+class SavingBound {
+public:
+    explicit SavingBound(const QString& path) {
+        sqlite3_open(path.toUtf8().constData(), &database);
+        ado::registerTextRules(database);
+        sqlite3_exec(database, "pragma synchronous = off", nullptr, nullptr, nullptr);
+        sqlite3_prepare_v2(database, "delete from responquesindex where respondentid=71 and surveyid=701", -1,
+                           &remove, nullptr);
+        sqlite3_prepare_v2(database,
+                           "insert into responquesindex (respondentid, questionid, surveyid, \"Order\") "
+                           "values (71, ?1, 701, ?1)",
+                           -1, &insert, nullptr);
+    }
+    SavingBound(const SavingBound&) = delete;
+    SavingBound& operator=(const SavingBound&) = delete;
+    ~SavingBound() {
+        sqlite3_finalize(remove);
+        sqlite3_finalize(insert);
+        sqlite3_close(database);
+    }
+    void save() {
+        sqlite3_exec(database, "begin", nullptr, nullptr, nullptr);
+        sqlite3_step(remove);
+        sqlite3_reset(remove);
+        for (int i = 1; i <= 50; ++i) {
+            sqlite3_bind_int(insert, 1, i);
+            sqlite3_step(insert);
+            sqlite3_reset(insert);
+        }
+        sqlite3_exec(database, "commit", nullptr, nullptr, nullptr);
+    }
+
+private:
+    sqlite3* database = nullptr;
+    sqlite3_stmt* remove = nullptr;
+    sqlite3_stmt* insert = nullptr;
+};
+
+void measureSaving(const QString& path) {
+    const SurveyContext survey{u"Customer 7"_s, u"Respondent 1"_s, u"31/01/2020"_s};
+    std::vector<ChosenQuestion> questions;
+    for (int i = 0; i < 50; ++i)
+        questions.push_back({u"Parameter %1"_s.arg(i / 5 + 1),
+                             u"Question %1 of Parameter %2"_s.arg(i % 5 + 1).arg(i / 5 + 1)});
+    const double saved = timeOf([&] {
+        cnnMain->BeginTrans();
+        toSaveSurveyID(survey);
+        toRewriteQuestionnaire(survey, questions, WithoutSurvey::KeepRows);
+        cnnMain->CommitTrans();
+    });
+    SavingBound bound(path);
+    const double least = timeOf([&] { bound.save(); });
+    std::printf("%9s %8s %8d %7.3f %7.3f %6.2f\n", "saving", "", 50, least, saved, saved / least);
+}
+
 void measure(int customers) {
     const QTemporaryDir home;
     const QString path = home.filePath(u"Tallywell.mdb"_s);
@@ -161,6 +220,7 @@ void measure(int customers) {
     std::printf("%9s %8s %8d %7.3f %7.3f %6.2f\n", "matrix", "", answers, datePass, matrixFill,
                 matrixFill / datePass);
     frmPerformanceMatrix::unload();
+    measureSaving(path);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     cnnMain.reset();
 }
