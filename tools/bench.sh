@@ -1,0 +1,15 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
+# Builds the benches in release and runs them all, one after the other. Let nothing else run meanwhile.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+tools/packages.sh build tests
+cmake --preset release -DGAUGEWELL_BENCH=ON >/dev/null
+cmake --build --preset release
+for name in index search reading start; do
+  echo "== $name =="
+  "build/release/bench/bench_$name"
+done
+echo "== export =="
+build/release/bench/bench_survey_export home/template.xls
