@@ -17,7 +17,6 @@
 #include <QDir>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QRadioButton>
 
 using namespace Qt::StringLiterals;
@@ -28,15 +27,6 @@ namespace {
 const QString name = u"713.xls"_s; // that the program makes of the survey, the customer and the respondent
 const QString wordsAsked =
     u"insert into feedbackdescriptive (respondentid, questionid, surveyid, surveydate, weightage) values "_s;
-
-QByteArray runScript(const QString& script, const QStringList& arguments) {
-    QProcess process;
-    process.start(u"/usr/bin/python3"_s,
-                  QStringList{QStringLiteral(GAUGEWELL_SOURCE "/tests/") + script} + arguments);
-    EXPECT_TRUE(process.waitForFinished(300'000)) << script.toStdString();
-    EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().constData();
-    return process.readAllStandardOutput();
-}
 
 QJsonObject seenByXlrd(const QString& path) {
     return QJsonDocument::fromJson(runScript(u"excel_judge.py"_s, {path})).object();

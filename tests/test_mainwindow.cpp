@@ -12,8 +12,6 @@
 #include <QAction>
 #include <QApplication>
 #include <QListWidget>
-#include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QMenu>
 #include <QPushButton>
 #include <QScrollBar>
@@ -26,10 +24,6 @@ namespace {
 class MainWindowTest : public StoreTest {
 protected:
     static QAction* entry(const char* name) { return control<QAction>(MDIMain::instance(), name); }
-    static QString activeForm() {
-        const QMdiSubWindow* active = MDIMain::instance().findChild<QMdiArea*>()->activeSubWindow();
-        return active ? active->widget()->objectName() : QString();
-    }
 };
 
 TEST_F(MainWindowTest, shortcutsAndEntriesOpenTheirForms) {

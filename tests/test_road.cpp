@@ -30,10 +30,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QMenu>
-#include <QProcess>
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
@@ -55,15 +52,6 @@ std::pair<int, int> marksOf(int person, int date, int parameter, int number) {
     return {2 * (1 + (number + person) % scored), 2 * (1 + (person + 2 * date + parameter + number) % 5)};
 }
 
-QByteArray runScript(const QString& script, const QStringList& arguments) {
-    QProcess process;
-    process.start(u"/usr/bin/python3"_s,
-                  QStringList(QStringLiteral(GAUGEWELL_SOURCE "/tests/") + script) + arguments);
-    EXPECT_TRUE(process.waitForFinished(300'000)) << script.toStdString();
-    EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().constData();
-    return process.readAllStandardOutput();
-}
-
 void typeRow(const QStringList& cells) {
     for (const QString& cell : cells) {
         type(cell);
@@ -83,11 +71,6 @@ void choose(const char* menuName, Qt::Key menuKey, Qt::Key entryKey) {
     QTest::keyClick(&MDIMain::instance(), menuKey, Qt::AltModifier);
     ASSERT_TRUE(QTest::qWaitFor([&] { return menu->isVisible(); }));
     QTest::keyClick(menu, entryKey);
-}
-
-QString activeForm() {
-    const QMdiSubWindow* active = MDIMain::instance().findChild<QMdiArea*>()->activeSubWindow();
-    return active && active->widget() ? active->widget()->objectName() : QString();
 }
 
 class RoadTest : public ReportTest {

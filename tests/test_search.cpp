@@ -10,8 +10,6 @@
 #include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMdiArea>
-#include <QMdiSubWindow>
 
 using namespace Qt::StringLiterals;
 
@@ -32,10 +30,6 @@ protected:
     /// The action that the improvement plan shows.
     static QString shownAction() {
         return control<QLineEdit>(frmImprovementPlan::instance(), "txtDescription")->text();
-    }
-    static QString activeForm() {
-        const QMdiSubWindow* active = MDIMain::instance().findChild<QMdiArea*>()->activeSubWindow();
-        return active ? active->widget()->objectName() : QString();
     }
     /// A customer with an answer of each kind on 14/03/2006 and an action on 01/06/2006.
     static void fillSmall() {

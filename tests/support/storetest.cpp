@@ -8,6 +8,9 @@
 #include <QApplication>
 #include <QFile>
 #include <QListWidget>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QProcess>
 
 using namespace Qt::StringLiterals;
 
@@ -72,6 +75,11 @@ void StoreTest::bring(const QString& name, const QString& as) const {
 
 QString StoreTest::panel() {
     return MDIMain::instance().stsBar->Panels(1).Text();
+}
+
+QString StoreTest::activeForm() {
+    const QMdiSubWindow* active = MDIMain::instance().findChild<QMdiArea*>()->activeSubWindow();
+    return active && active->widget() ? active->widget()->objectName() : QString();
 }
 
 void StoreTest::expectAtRest() const {
@@ -184,4 +192,13 @@ void clickEntry(QWidget& form, const char* list, int entry, Qt::KeyboardModifier
     const auto* found = control<QListWidget>(form, list);
     QTest::mouseClick(found->viewport(), Qt::LeftButton, held,
                       found->visualItemRect(found->item(entry)).center());
+}
+
+QByteArray runScript(const QString& script, const QStringList& arguments) {
+    QProcess process;
+    process.start(u"/usr/bin/python3"_s,
+                  QStringList{QStringLiteral(GAUGEWELL_SOURCE "/tests/") + script} + arguments);
+    EXPECT_TRUE(process.waitForFinished(300'000)) << script.toStdString();
+    EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().constData();
+    return process.readAllStandardOutput();
 }

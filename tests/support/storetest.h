@@ -73,6 +73,8 @@ protected:
     void bring(const QString& name, const QString& as = {}) const;
     /// The progress words in the status bar.
     static QString panel();
+    /// Name of the form in front; empty for none.
+    static QString activeForm();
     /// After a command: its messages came; no progress words, hourglass or open transaction stay behind.
     void expectAtRest() const;
 
@@ -99,6 +101,9 @@ void key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 void keyOn(QWidget& form, const char* name, Qt::Key key);
 /// A key with Ctrl, for what has the focus or else for the main window.
 void shortcut(Qt::Key key);
+
+/// What a Python script of tests/ prints; the test fails unless it ends well.
+QByteArray runScript(const QString& script, const QStringList& arguments);
 
 /// Clicks an entry of a list by the list's object name.
 void clickEntry(QWidget& form, const char* list, int entry, Qt::KeyboardModifiers held = Qt::NoModifier);
