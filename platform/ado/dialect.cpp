@@ -2,11 +2,12 @@
 #include "platform/ado/dialect.h"
 
 #include "platform/ado/error.h"
+#include "platform/ado/value.h"
 
 #include <QDate>
+#include <QVarLengthArray>
 
 #include <array>
-#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -28,14 +29,17 @@ struct Token {
     throw Failure({number, description});
 }
 
+/// On the stack for most statements: each look-up of the program is translated.
+using Tokens = QVarLengthArray<Token, 96>;
+
 class Scanner {
 public:
     explicit Scanner(QStringView source) : text(source) {}
 
-    std::vector<Token> tokens() {
-        std::vector<Token> result;
+    Tokens tokens() {
+        Tokens result;
         while (position < text.size())
-            result.push_back(token());
+            result.append(token());
         return result;
     }
 
@@ -100,12 +104,12 @@ private:
 };
 
 /// The tokens of the one statement, without the semicolon that may end it.
-std::vector<Token> statementTokens(QStringView text) {
-    std::vector<Token> tokens = Scanner(text).tokens();
-    std::size_t end = 0;
+Tokens statementTokens(QStringView text) {
+    Tokens tokens = Scanner(text).tokens();
+    qsizetype end = 0;
     while (end < tokens.size() && !tokens[end].is(";"_L1))
         ++end;
-    for (std::size_t i = end + 1; i < tokens.size(); ++i) {
+    for (qsizetype i = end + 1; i < tokens.size(); ++i) {
         if (tokens[i].kind != Kind::Space)
             refuse(number::afterEnd, u"Characters found after end of SQL statement."_s);
     }
@@ -133,7 +137,7 @@ QString isoDate(QStringView literal) {
     const QDate date = americanDate(literal.sliced(1, literal.size() - 2).trimmed());
     if (!date.isValid())
         refuse(number::syntax, u"Syntax error in date in query expression '" + literal + u"'.");
-    return date.toString(Qt::ISODate);
+    return toIso(date);
 }
 
 QString unquoted(QStringView literal) {
@@ -155,36 +159,58 @@ QVariant numberOf(QStringView literal) {
     return real ? QVariant(fraction) : QVariant();
 }
 
-/// The tokens that are no blanks, as their indices.
-std::vector<std::size_t> significant(const std::vector<Token>& tokens) {
-    std::vector<std::size_t> result;
-    for (std::size_t i = 0; i < tokens.size(); ++i) {
-        if (tokens[i].kind != Kind::Space)
-            result.push_back(i);
+/// The first words and marks of a statement, as the indices of their tokens.
+class Beginning {
+public:
+    explicit Beginning(const Tokens& statement) : tokens(statement) {
+        for (qsizetype i = 0; i < tokens.size() && count < at.size(); ++i) {
+            if (tokens[i].kind != Kind::Space)
+                at[count++] = i;
+        }
     }
-    return result;
+    bool reads(std::size_t place, QLatin1StringView word) const {
+        return place < count && tokens[at[place]].is(word);
+    }
+    /// The star of "delete * from"; -1 for any other statement.
+    qsizetype starToDrop() const {
+        return reads(0, "delete"_L1) && reads(1, "*"_L1) && reads(2, "from"_L1) ? at[1] : -1;
+    }
+    /// The table of "select * from TABLE [where ...] [order by ...]"; empty for any other statement.
+    QStringView selectedTable() const {
+        const bool all = count > 3 && reads(0, "select"_L1) && reads(1, "*"_L1) && reads(2, "from"_L1);
+        const bool one = all && tokens[at[3]].kind == Kind::Word &&
+                         (count == 4 || reads(4, "where"_L1) || reads(4, "order"_L1));
+        return one ? tokens[at[3]].text : QStringView();
+    }
+
+private:
+    const Tokens& tokens;
+    std::array<qsizetype, 5> at{};
+    std::size_t count = 0;
+};
+
+QVariant parameterOf(const Token& token, QStringView before) {
+    if (token.kind == Kind::Text)
+        return unquoted(token.text);
+    if (token.kind == Kind::Date)
+        return isoDate(token.text);
+    if (token.kind == Kind::Number && isComparison(before))
+        return numberOf(token.text);
+    return {};
 }
 
 } // namespace
 
 Statement translate(const QString& text) {
-    const std::vector<Token> tokens = statementTokens(text);
-    const std::vector<std::size_t> at = significant(tokens);
-    const bool deleteAll = at.size() > 2 && tokens[at[0]].is("delete"_L1) && tokens[at[1]].is("*"_L1) &&
-                           tokens[at[2]].is("from"_L1);
-    Statement result;
+    const Tokens tokens = statementTokens(text);
+    const Beginning beginning(tokens);
+    const qsizetype dropped = beginning.starToDrop();
+    Statement result{.table = beginning.selectedTable().toString()};
+    result.sql.reserve(text.size());
     QStringView before; // the last token that is no blank
-    for (std::size_t i = 0; i < tokens.size(); ++i) {
+    for (qsizetype i = 0; i < tokens.size(); ++i) {
         const Token& token = tokens[i];
-        QVariant parameter;
-        if (token.kind == Kind::Text)
-            parameter = unquoted(token.text);
-        else if (token.kind == Kind::Date)
-            parameter = isoDate(token.text);
-        else if (token.kind == Kind::Number && isComparison(before))
-            parameter = numberOf(token.text);
-
-        if (parameter.isValid()) {
+        if (const QVariant parameter = parameterOf(token, before); parameter.isValid()) {
             result.parameters.append(parameter);
             result.sql += u'?';
         } else if (token.kind == Kind::Word && before == u".") {
@@ -193,26 +219,13 @@ Statement translate(const QString& text) {
             result.sql += u"-1";
         } else if (token.is("false"_L1)) {
             result.sql += u"0";
-        } else if (!(deleteAll && i == at[1])) {
+        } else if (i != dropped) {
             result.sql += token.text;
         }
         if (token.kind != Kind::Space)
             before = token.text;
     }
     return result;
-}
-
-QString writableTable(const QString& text) {
-    const std::vector<Token> tokens = statementTokens(text);
-    const std::vector<std::size_t> at = significant(tokens);
-    const auto is = [&](std::size_t i, QLatin1StringView word) {
-        return i < at.size() && tokens[at[i]].is(word);
-    };
-    if (!is(0, "select"_L1) || !is(1, "*"_L1) || !is(2, "from"_L1) || at.size() < 4)
-        return {};
-    if (tokens[at[3]].kind != Kind::Word || (at.size() > 4 && !is(4, "where"_L1) && !is(4, "order"_L1)))
-        return {};
-    return tokens[at[3]].text.toString();
 }
 
 } // namespace ado

@@ -9,8 +9,11 @@ namespace ado {
 /// One statement as the store understands it. The literals of the text stand in `parameters`, in order, and a
 /// ? stands in their place: so statements that differ in their literals only are compiled once.
 struct Statement {
-    QString sql;
-    QVariantList parameters;
+    QString sql = {};
+    QVariantList parameters = {};
+    /// The table that a writable recordset writes to: the one of "select * from TABLE [where ...] [order by
+    /// ...]". Empty for every other text.
+    QString table = {};
 };
 
 /// Turns the program's SQL into the store's, token by token; what stands in quotes is never touched.
@@ -21,9 +24,5 @@ struct Statement {
 /// Throws Failure: number::syntax for a literal that is not closed, a date that is none, or a comment;
 /// number::afterEnd for anything behind the end of the statement.
 Statement translate(const QString& text);
-
-/// The table that a writable recordset writes to: the one table of "select * from TABLE [where ...] [order by
-/// ...]". Empty for every other text.
-QString writableTable(const QString& text);
 
 } // namespace ado

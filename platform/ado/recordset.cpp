@@ -6,16 +6,9 @@
 using namespace Qt::StringLiterals;
 
 namespace ado {
-namespace {
-
-QString quoted(const QString& name) {
-    return u'"' + QString(name).replace(u'"', u"\"\""_s) + u'"';
-}
-
-} // namespace
 
 QString Field::Name() const {
-    return recordset.columns.at(static_cast<std::size_t>(column)).name;
+    return recordset.columns->at(static_cast<std::size_t>(column)).name;
 }
 
 QVariant Field::Value() const {
@@ -33,24 +26,21 @@ void Recordset::Open(const QString& sql, Connection& connection, Lock lock) {
     opened->requireOpen();
     Statement statement = opened->recorded([&] { return translate(sql); });
     if (lock == Lock::Optimistic) {
-        table = opened->recorded([&] { return writableTable(sql); });
-        if (table.isEmpty() || !opened->isTable(table))
+        if (statement.table.isEmpty() || !opened->isTable(statement.table))
             opened->fail({number::notWritable, u"Only the records of one table can be changed."_s});
         const qsizetype star = statement.sql.indexOf(u'*');
         statement.sql.replace(star, 1, u"rowid,*"_s);
     }
     source = opened->prepare(statement);
-    const int count = sqlite3_column_count(source.get());
-    if (!sqlite3_stmt_readonly(source.get()) || count == 0)
+    if (!sqlite3_stmt_readonly(source.get()) || source.columns()->empty())
         opened->fail({number::notWritable, u"A recordset takes a select only."_s});
-    for (int i = table.isEmpty() ? 0 : 1; i < count; ++i) {
-        columns.push_back({QString::fromUtf8(sqlite3_column_name(source.get(), i)),
-                           columnType(sqlite3_column_decltype(source.get(), i))});
-    }
+    columns = source.columns();
+    if (lock == Lock::Optimistic)
+        table = statement.table;
     session = opened;
     exhausted = false;
-    changed.assign(columns.size(), false);
-    pending.assign(columns.size(), {});
+    changed.assign(columns->size(), false);
+    pending.assign(columns->size(), {});
     fetch();
 }
 
@@ -60,8 +50,9 @@ void Recordset::Close() {
     exhausted = true;
     adding = false;
     table.clear();
-    columns.clear();
-    rows.clear();
+    columns.reset();
+    cells.clear();
+    written.clear();
     position = 0;
 }
 
@@ -79,27 +70,21 @@ bool Recordset::fetch() {
         source = Prepared(); // lets go of the read lock
         return false;
     }
-    const int hidden = table.isEmpty() ? 0 : 1;
-    Row row;
-    row.reserve(columns.size() + 1);
-    if (hidden)
-        row.push_back(source.column(0));
-    for (std::size_t i = 0; i < columns.size(); ++i)
-        row.push_back(fromStore(columns[i].type, source.column(static_cast<int>(i) + hidden)));
-    rows.push_back(std::move(row));
+    for (std::size_t i = 0; i < columns->size(); ++i)
+        cells.push_back(source.column(static_cast<int>(i), (*columns)[i].type));
     return true;
 }
 
 bool Recordset::Eof() {
     requireOpen();
-    return position >= rows.size() && !fetch();
+    return position >= rowCount() && !fetch();
 }
 
 int Recordset::RecordCount() {
     requireOpen();
     while (fetch()) {
     }
-    return static_cast<int>(rows.size());
+    return static_cast<int>(rowCount());
 }
 
 void Recordset::MoveNext() {
@@ -107,14 +92,14 @@ void Recordset::MoveNext() {
         throw Failure({number::noCurrentRecord, u"There is no current record."_s});
     ++position;
     adding = false;
-    changed.assign(columns.size(), false);
+    changed.assign(columns->size(), false);
 }
 
 void Recordset::MoveFirst() {
     requireOpen();
     position = 0;
     adding = false;
-    changed.assign(columns.size(), false);
+    changed.assign(columns->size(), false);
 }
 
 void Recordset::MoveLast() {
@@ -126,29 +111,29 @@ void Recordset::MoveLast() {
 Field Recordset::operator[](const char* name) {
     requireOpen();
     const QLatin1StringView wanted(name);
-    for (std::size_t i = 0; i < columns.size(); ++i) {
-        if (columns[i].name.compare(wanted, Qt::CaseInsensitive) == 0)
+    for (auto i = static_cast<std::size_t>(hidden()); i < columns->size(); ++i) {
+        if ((*columns)[i].name.compare(wanted, Qt::CaseInsensitive) == 0)
             return {*this, static_cast<int>(i)};
     }
     session->fail({number::itemNotFound, u"There is no column '"_s + wanted + u"'."});
 }
 
-Recordset::Row& Recordset::currentRow() {
+QVariant* Recordset::currentRow() {
     if (Eof())
         session->fail({number::noCurrentRecord, u"There is no current record."_s});
-    return rows[position];
+    return &cells[position * columns->size()];
 }
 
 QVariant Recordset::value(int column) {
     const auto index = static_cast<std::size_t>(column);
     if (changed.at(index))
-        return fromStore(columns[index].type, pending[index]);
+        return fromStore((*columns)[index].type, pending[index]);
     if (adding)
         return {};
-    Row& row = currentRow();
-    if (!table.isEmpty() && row.size() == 1)
+    QVariant* row = currentRow();
+    if (written.contains(position))
         readAgain(row);
-    return row.at(index + (table.isEmpty() ? 0 : 1));
+    return row[index];
 }
 
 void Recordset::assign(int column, const QVariant& value) {
@@ -157,7 +142,7 @@ void Recordset::assign(int column, const QVariant& value) {
     const auto index = static_cast<std::size_t>(column);
     if (!adding)
         currentRow();
-    pending.at(index) = session->recorded([&] { return toStore(columns[index].type, value); });
+    pending.at(index) = session->recorded([&] { return toStore((*columns)[index].type, value); });
     changed.at(index) = true;
 }
 
@@ -166,7 +151,7 @@ void Recordset::AddNew() {
     if (table.isEmpty())
         session->fail({number::notWritable, u"The recordset is read-only."_s});
     adding = true;
-    changed.assign(columns.size(), false);
+    changed.assign(columns->size(), false);
 }
 
 void Recordset::Update() {
@@ -176,64 +161,64 @@ void Recordset::Update() {
     else
         updateRow();
     adding = false;
-    changed.assign(columns.size(), false);
+    changed.assign(columns->size(), false);
 }
 
 void Recordset::insertRow() {
-    QStringList names;
+    QString names, marks;
     QVariantList values;
-    for (std::size_t i = 0; i < columns.size(); ++i) {
-        if (changed[i]) {
-            names << quoted(columns[i].name);
-            values << pending[i];
-        }
+    for (std::size_t i = 0; i < columns->size(); ++i) {
+        if (!changed[i])
+            continue;
+        const QStringView comma = values.isEmpty() ? u"" : u", ";
+        names += comma + (*columns)[i].quoted;
+        marks += comma + u'?';
+        values << pending[i];
     }
-    QString sql = u"insert into "_s + quoted(table);
-    if (names.isEmpty())
-        sql += u" default values";
-    else
-        sql += u" ("_s + names.join(u", "_s) + u") values (?" + u", ?"_s.repeated(names.size() - 1) + u')';
-    session->prepare({sql, values}).step();
+    Statement insert{.sql = u"insert into "_s + quoted(table), .parameters = values};
+    insert.sql += values.isEmpty() ? u" default values"_s : u" ("_s + names + u") values (" + marks + u')';
+    session->prepare(insert).step();
     const qlonglong id = sqlite3_last_insert_rowid(session->handle());
     // The new record may or may not be among those that the select would still give, so fetching ends here.
     exhausted = true;
     source = Prepared();
-    position = rows.size();
-    rows.push_back({id});
+    position = rowCount();
+    cells.resize(cells.size() + columns->size());
+    *currentRow() = id;
+    written.insert(position);
 }
 
 void Recordset::updateRow() {
-    const qlonglong id = currentRow().front().toLongLong();
-    QStringList settings;
+    const qlonglong id = currentRow()->toLongLong();
+    QString settings;
     QVariantList values;
-    for (std::size_t i = 0; i < columns.size(); ++i) {
-        if (changed[i]) {
-            settings << quoted(columns[i].name) + u" = ?";
-            values << pending[i];
-        }
+    for (std::size_t i = 0; i < columns->size(); ++i) {
+        if (!changed[i])
+            continue;
+        settings += (values.isEmpty() ? u"" : u", ") + (*columns)[i].quoted + u" = ?";
+        values << pending[i];
     }
-    if (settings.isEmpty())
+    if (values.isEmpty())
         return;
     values << id;
-    session
-        ->prepare(
-            {u"update "_s + quoted(table) + u" set " + settings.join(u", "_s) + u" where rowid = ?", values})
+    session->prepare({u"update "_s + quoted(table) + u" set " + settings + u" where rowid = ?", values})
         .step();
     if (sqlite3_changes(session->handle()) == 0)
         session->fail({number::noCurrentRecord, u"The record has been deleted meanwhile."_s});
-    rows[position] = {id};
+    written.insert(position);
 }
 
 /// Reads a record of which only the rowid is known, since it has been written: with what the store made of
 /// it.
-void Recordset::readAgain(Row& row) {
-    const QVariant id = row.front();
+void Recordset::readAgain(QVariant* row) {
+    const QVariant id = *row;
     Prepared reader =
         session->prepare({u"select rowid, * from "_s + quoted(table) + u" where rowid = ?", {id}});
     if (!reader.step())
         session->fail({number::noCurrentRecord, u"The record has been deleted meanwhile."_s});
-    for (std::size_t i = 0; i < columns.size(); ++i)
-        row.push_back(fromStore(columns[i].type, reader.column(static_cast<int>(i) + 1)));
+    for (std::size_t i = 1; i < columns->size(); ++i)
+        row[i] = reader.column(static_cast<int>(i), (*columns)[i].type);
+    written.erase(position);
 }
 
 } // namespace ado

@@ -7,6 +7,8 @@
 
 #include <QVariant>
 
+#include <memory>
+#include <set>
 #include <vector>
 
 namespace ado {
@@ -58,8 +60,8 @@ public:
 
     /// The column of that name, without regard to case.
     Field operator[](const char* name);
-    int FieldCount() const { return static_cast<int>(columns.size()); }
-    Field FieldAt(int index) { return {*this, index}; }
+    int FieldCount() const { return columns ? static_cast<int>(columns->size()) - hidden() : 0; }
+    Field FieldAt(int index) { return {*this, index + hidden()}; }
 
     /// Begins a new record; its fields hold what is assigned, and the table's defaults after Update.
     void AddNew();
@@ -68,18 +70,16 @@ public:
 
 private:
     friend class Field;
-    struct Column {
-        QString name;
-        ColumnType type;
-    };
-    using Row = std::vector<QVariant>;
 
+    /// Columns before those of the select: the rowid of a writable record.
+    int hidden() const { return table.isEmpty() ? 0 : 1; }
     void requireOpen() const;
     bool fetch();
-    Row& currentRow();
+    std::size_t rowCount() const { return cells.size() / columns->size(); }
+    QVariant* currentRow();
     void insertRow();
     void updateRow();
-    void readAgain(Row& row);
+    void readAgain(QVariant* row);
     void assign(int column, const QVariant& value);
     QVariant value(int column);
 
@@ -87,12 +87,13 @@ private:
     Prepared source;
     bool exhausted = true;
     QString table; // empty when read only
-    std::vector<Column> columns;
-    std::vector<Row> rows; // with the rowid before the columns when writable
+    std::shared_ptr<const Columns> columns;
+    std::vector<QVariant> cells;   // row by row
+    std::set<std::size_t> written; // rows that hold their rowid only, until they are read again
     std::size_t position = 0;
     bool adding = false;
-    Row pending;               // values to be written, in the store's form
-    std::vector<bool> changed; // which of them
+    std::vector<QVariant> pending; // values to be written, in the store's form
+    std::vector<bool> changed;     // which of them
 };
 
 } // namespace ado

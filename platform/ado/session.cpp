@@ -5,6 +5,8 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
+
 #include <sqlite3.h>
 
 using namespace Qt::StringLiterals;
@@ -61,18 +63,43 @@ void bindOne(sqlite3_stmt* statement, int position, const QVariant& value) {
 
 } // namespace
 
+QString quoted(const QString& name) {
+    return u'"' + QString(name).replace(u'"', u"\"\""_s) + u'"';
+}
+
+Compiled::Compiled(QString text, sqlite3_stmt* statement) : sql(std::move(text)), handle(statement) {
+    Columns found;
+    for (int i = 0; i < sqlite3_column_count(handle); ++i) {
+        const QString name = QString::fromUtf8(sqlite3_column_name(handle, i));
+        found.push_back({name, quoted(name), columnType(sqlite3_column_decltype(handle, i))});
+    }
+    columns = std::make_shared<const Columns>(std::move(found));
+}
+
+Compiled::~Compiled() {
+    sqlite3_finalize(handle);
+}
+
+Prepared::Prepared(std::shared_ptr<Session> owner, std::shared_ptr<Compiled> statement)
+    : session(std::move(owner)), compiled(std::move(statement)) {
+    compiled->onLoan = true;
+}
+
 Prepared::~Prepared() {
-    if (handle)
-        session->giveBack(sql, handle);
+    if (!compiled)
+        return;
+    sqlite3_reset(compiled->handle);
+    sqlite3_clear_bindings(compiled->handle);
+    compiled->onLoan = false;
 }
 
 void Prepared::bind(const QVariantList& values) {
     for (qsizetype i = 0; i < values.size(); ++i)
-        bindOne(handle, static_cast<int>(i) + 1, values[i]);
+        bindOne(get(), static_cast<int>(i) + 1, values[i]);
 }
 
 bool Prepared::step() {
-    const int code = sqlite3_step(handle);
+    const int code = sqlite3_step(get());
     if (code == SQLITE_ROW)
         return true;
     if (code != SQLITE_DONE)
@@ -81,6 +108,7 @@ bool Prepared::step() {
 }
 
 QVariant Prepared::column(int index) const {
+    sqlite3_stmt* const handle = get();
     switch (sqlite3_column_type(handle, index)) {
     case SQLITE_INTEGER:
         return qlonglong{sqlite3_column_int64(handle, index)};
@@ -94,13 +122,22 @@ QVariant Prepared::column(int index) const {
     }
 }
 
+QVariant Prepared::column(int index, ColumnType type) const {
+    if (type != ColumnType::Date || sqlite3_column_type(get(), index) != SQLITE_TEXT)
+        return fromStore(type, column(index));
+    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(get(), index));
+    return fromIso(QLatin1StringView(text, sqlite3_column_bytes(get(), index)));
+}
+
 void Session::open(const QString& path, Access access) {
     close();
     errorList.Clear();
     if (!QFileInfo(path).isFile())
         fail({number::dataSource, u"Could not find the database file '"_s + path + u"'."});
-    const int flags = access == Access::Read ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
-    const int code = sqlite3_open_v2(path.toUtf8().constData(), &database, flags, nullptr);
+    const int mode = access == Access::Read ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
+    // The program has one thread, so the database needs no lock of its own around each call.
+    const int code =
+        sqlite3_open_v2(path.toUtf8().constData(), &database, mode | SQLITE_OPEN_NOMUTEX, nullptr);
     if (code != SQLITE_OK) {
         const QString words = database ? QString::fromUtf8(sqlite3_errmsg(database)) : QString();
         close();
@@ -120,11 +157,9 @@ void Session::open(const QString& path, Access access) {
 }
 
 void Session::close() {
-    for (const Kept& statement : kept)
-        sqlite3_finalize(statement.compiled);
     kept.clear();
     tables.clear();
-    // With statements still on loan the database closes when the last of them is finalized.
+    // With statements still on loan the database closes when the last of them is destroyed.
     sqlite3_close_v2(database);
     database = nullptr;
 }
@@ -146,26 +181,33 @@ void Session::fail(int resultCode) {
 
 Prepared Session::prepare(const Statement& statement) {
     requireOpen();
-    const QByteArray sql = statement.sql.toUtf8();
-    sqlite3_stmt* compiled = nullptr;
-    for (auto it = kept.begin(); it != kept.end(); ++it) {
-        if (it->sql == sql) {
-            compiled = it->compiled;
-            kept.erase(it);
-            break;
-        }
-    }
-    if (!compiled) {
-        const int code = sqlite3_prepare_v3(database, sql.constData(), static_cast<int>(sql.size()),
-                                            SQLITE_PREPARE_PERSISTENT, &compiled, nullptr);
-        if (code != SQLITE_OK)
-            fail(code);
-        if (!compiled)
-            fail({number::syntax, u"The statement is empty."_s});
-    }
-    Prepared result(shared_from_this(), sql, compiled);
+    Prepared result(shared_from_this(), compiledOf(statement.sql));
     result.bind(statement.parameters);
     return result;
+}
+
+/// A kept one of that text that is free, or a new one; the first of those kept from now on.
+std::shared_ptr<Compiled> Session::compiledOf(const QString& sql) {
+    const auto known =
+        std::find_if(kept.begin(), kept.end(), [&](const std::shared_ptr<Compiled>& statement) {
+            return !statement->onLoan && statement->sql == sql;
+        });
+    if (known != kept.end()) {
+        std::rotate(kept.begin(), known, known + 1);
+        return kept.front();
+    }
+    const QByteArray utf8 = sql.toUtf8();
+    sqlite3_stmt* handle = nullptr;
+    const int code = sqlite3_prepare_v3(database, utf8.constData(), static_cast<int>(utf8.size()),
+                                        SQLITE_PREPARE_PERSISTENT, &handle, nullptr);
+    if (code != SQLITE_OK)
+        fail(code);
+    if (!handle)
+        fail({number::syntax, u"The statement is empty."_s});
+    kept.insert(kept.begin(), std::make_shared<Compiled>(sql, handle));
+    if (kept.size() > mostKept)
+        kept.pop_back();
+    return kept.front();
 }
 
 bool Session::isTable(const QString& name) {
@@ -177,20 +219,6 @@ bool Session::isTable(const QString& name) {
         return false;
     tables.insert(name);
     return true;
-}
-
-void Session::giveBack(const QByteArray& sql, sqlite3_stmt* compiled) {
-    sqlite3_reset(compiled);
-    sqlite3_clear_bindings(compiled);
-    if (!database || sqlite3_db_handle(compiled) != database) {
-        sqlite3_finalize(compiled);
-        return;
-    }
-    kept.push_front({sql, compiled});
-    if (kept.size() > mostKept) {
-        sqlite3_finalize(kept.back().compiled);
-        kept.pop_back();
-    }
 }
 
 } // namespace ado

@@ -3,11 +3,12 @@
 
 #include "platform/ado/dialect.h"
 #include "platform/ado/error.h"
+#include "platform/ado/value.h"
 
 #include <QSet>
 
-#include <list>
 #include <memory>
+#include <vector>
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -16,12 +17,34 @@ namespace ado {
 
 class Session;
 
+/// A name as it stands in a statement whatever it holds: within quotes.
+QString quoted(const QString& name);
+
+struct Column {
+    QString name;
+    QString quoted;
+    ColumnType type;
+};
+using Columns = std::vector<Column>;
+
+/// A statement as its session keeps it for the next one of the same text.
+struct Compiled {
+    Compiled(QString text, sqlite3_stmt* statement);
+    Compiled(const Compiled&) = delete;
+    Compiled& operator=(const Compiled&) = delete;
+    ~Compiled();
+
+    QString sql;
+    sqlite3_stmt* handle;
+    std::shared_ptr<const Columns> columns; // those of a select
+    bool onLoan = false;
+};
+
 /// A compiled statement on loan from its session; goes back there, reset, when it is destroyed.
 class Prepared {
 public:
     Prepared() = default;
-    Prepared(std::shared_ptr<Session> owner, QByteArray text, sqlite3_stmt* compiled)
-        : session(std::move(owner)), sql(std::move(text)), handle(compiled) {}
+    Prepared(std::shared_ptr<Session> owner, std::shared_ptr<Compiled> statement);
     Prepared(Prepared&& other) noexcept { swap(other); }
     Prepared& operator=(Prepared&& other) noexcept {
         Prepared(std::move(other)).swap(*this);
@@ -29,24 +52,25 @@ public:
     }
     ~Prepared();
 
-    sqlite3_stmt* get() const { return handle; }
+    sqlite3_stmt* get() const { return compiled->handle; }
+    const std::shared_ptr<const Columns>& columns() const { return compiled->columns; }
     /// Binds the values from position 1 on.
     void bind(const QVariantList& values);
     /// True while there is a row. Records and throws a Failure.
     bool step();
     /// The value of a column of the row in hand: qlonglong, double, QString or invalid.
     QVariant column(int index) const;
+    /// Likewise, as fromStore gives it for a column of that type.
+    QVariant column(int index, ColumnType type) const;
 
 private:
     void swap(Prepared& other) noexcept {
         std::swap(session, other.session);
-        std::swap(sql, other.sql);
-        std::swap(handle, other.handle);
+        std::swap(compiled, other.compiled);
     }
 
     std::shared_ptr<Session> session;
-    QByteArray sql;
-    sqlite3_stmt* handle = nullptr;
+    std::shared_ptr<Compiled> compiled;
 };
 
 /// An open database with its errors and its compiled statements; shared by a connection and its recordsets.
@@ -67,7 +91,6 @@ public:
 
     /// Compiles the one statement of the text, or takes it from those kept. Records and throws a Failure.
     Prepared prepare(const Statement& statement);
-    void giveBack(const QByteArray& sql, sqlite3_stmt* compiled);
     /// Whether a table, and not a saved query, has that name.
     bool isTable(const QString& name);
 
@@ -85,15 +108,12 @@ public:
     }
 
 private:
-    struct Kept {
-        QByteArray sql;
-        sqlite3_stmt* compiled;
-    };
+    std::shared_ptr<Compiled> compiledOf(const QString& sql);
 
     sqlite3* database = nullptr;
     ErrorList errorList;
-    std::list<Kept> kept; // most recently used first
-    QSet<QString> tables; // those known by isTable
+    std::vector<std::shared_ptr<Compiled>> kept; // most recently used first
+    QSet<QString> tables;                        // those known by isTable
 };
 
 } // namespace ado

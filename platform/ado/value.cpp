@@ -23,9 +23,13 @@ double toNumber(const QVariant& value) {
     if (value.typeId() == QMetaType::Bool)
         return value.toBool() ? -1 : 0;
     bool isNumber = false;
-    const double result = value.typeId() == QMetaType::QString
-                              ? value.toString().trimmed().toDouble(&isNumber)
-                              : value.toDouble(&isNumber);
+    double result = 0;
+    if (value.typeId() == QMetaType::QString) {
+        const QString text = value.toString();
+        result = QStringView(text).trimmed().toDouble(&isNumber);
+    } else {
+        result = value.toDouble(&isNumber);
+    }
     if (!isNumber || !std::isfinite(result))
         typeMismatch();
     return result;
@@ -49,6 +53,25 @@ bool toYesNo(const QVariant& value) {
     if (text.compare(u"false"_s, Qt::CaseInsensitive) == 0)
         return false;
     return toNumber(value) != 0;
+}
+
+template <class View> QDate isoDate(View text) {
+    const auto digits = [text](qsizetype from, qsizetype count) {
+        int value = 0;
+        for (qsizetype i = from; i < from + count; ++i) {
+            const QChar c(text[i]);
+            if (c < u'0' || c > u'9')
+                return -1;
+            value = value * 10 + c.unicode() - u'0';
+        }
+        return value;
+    };
+    if (text.size() != 10 || QChar(text[4]) != u'-' || QChar(text[7]) != u'-')
+        return {};
+    const int year = digits(0, 4);
+    const int month = digits(5, 2);
+    const int day = digits(8, 2);
+    return year > 0 ? QDate(year, month, day) : QDate();
 }
 
 /// The fewest digits that tell the number from its neighbours.
@@ -80,21 +103,25 @@ ColumnType columnType(const char* declared) {
 }
 
 QDate fromIso(QStringView text) {
-    const auto digits = [text](qsizetype from, qsizetype count) {
-        int value = 0;
-        for (const QChar c : text.sliced(from, count)) {
-            if (c < u'0' || c > u'9')
-                return -1;
-            value = value * 10 + c.unicode() - u'0';
-        }
-        return value;
-    };
-    if (text.size() != 10 || text[4] != u'-' || text[7] != u'-')
+    return isoDate(text);
+}
+
+QDate fromIso(QLatin1StringView text) {
+    return isoDate(text);
+}
+
+QString toIso(QDate date) {
+    if (date.year() < 1 || date.year() > 9999)
         return {};
-    const int year = digits(0, 4);
-    const int month = digits(5, 2);
-    const int day = digits(8, 2);
-    return year > 0 ? QDate(year, month, day) : QDate();
+    QString text(10, u'-');
+    const auto put = [&text](qsizetype from, qsizetype count, int number) {
+        for (qsizetype i = from + count - 1; i >= from; --i, number /= 10)
+            text[i] = QChar(u'0' + number % 10);
+    };
+    put(0, 4, date.year());
+    put(5, 2, date.month());
+    put(8, 2, date.day());
+    return text;
 }
 
 QString toText(const QVariant& value) {
@@ -115,6 +142,11 @@ double roundHalfEven(double value) {
 }
 
 qlonglong toWhole(const QVariant& value, qlonglong smallest, qlonglong largest) {
+    if (value.typeId() == QMetaType::LongLong) {
+        const qlonglong whole = value.toLongLong();
+        if (whole >= smallest && whole <= largest)
+            return whole;
+    }
     const double rounded = roundHalfEven(toNumber(value));
     if (rounded < static_cast<double>(smallest) || rounded > static_cast<double>(largest))
         throw Failure({number::overflow, u"Overflow"_s});
@@ -155,7 +187,7 @@ QVariant toStore(ColumnType type, const QVariant& value) {
     case ColumnType::Double:
         return toNumber(value);
     case ColumnType::Date:
-        return toDate(value).toString(Qt::ISODate);
+        return toIso(toDate(value));
     case ColumnType::YesNo:
         return toYesNo(value) ? -1 : 0;
     case ColumnType::Undeclared:

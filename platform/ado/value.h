@@ -31,6 +31,10 @@ qlonglong toWhole(const QVariant& value, qlonglong smallest = INT16_MIN, qlonglo
 
 /// The date of an ISO text yyyy-mm-dd; invalid for any other text.
 QDate fromIso(QStringView text);
+QDate fromIso(QLatin1StringView text);
+
+/// The ISO text of a date, as the store keeps it; empty for a year before 1 or after 9999.
+QString toIso(QDate date);
 
 /// Rounds to a whole number, to nearest with ties to even.
 double roundHalfEven(double value);

@@ -19,10 +19,6 @@ namespace {
 
 using Format = ShownField::Format;
 
-QString quoted(const QString& name) {
-    return u'"' + QString(name).replace(u'"', u"\"\""_s) + u'"';
-}
-
 QString toText(const ShownField& field, const QVariant& value) {
     if (field.format == Format::YesNo)
         return value.toBool() ? field.yes : field.no;
@@ -157,7 +153,7 @@ public:
         for (const Column& column : layout.columns)
             take(column.field);
         ado::Statement statement;
-        statement.sql = u"select "_s + expressions.join(u", "_s) + u" from " + quoted(layout.table);
+        statement.sql = u"select "_s + expressions.join(u", "_s) + u" from " + ado::quoted(layout.table);
         addConditions(statement, selection);
         addOrder(statement);
         return recordsOf(session.prepare(statement), selection);
@@ -175,8 +171,8 @@ private:
     /// A yes/no that is Null is no, so that both stand in one group.
     QString expression(const QString& field, qint64 line) const {
         if (typeOf(field, line) == ado::ColumnType::YesNo)
-            return u"coalesce("_s + quoted(field) + u", 0)";
-        return quoted(field);
+            return u"coalesce("_s + ado::quoted(field) + u", 0)";
+        return ado::quoted(field);
     }
 
     void take(const ShownField& field) {
@@ -210,7 +206,7 @@ private:
                     layout.file, layout.line,
                     u"The selection formula compares %1 with a %2, which it does not hold."_s.arg(
                         name, date ? u"date"_s : u"text"_s));
-            parts << quoted(condition.field) + u' ' + condition.comparison + u" ?";
+            parts << ado::quoted(condition.field) + u' ' + condition.comparison + u" ?";
             statement.parameters << ado::toStore(type, condition.value);
         }
         if (!parts.isEmpty())
@@ -241,7 +237,7 @@ private:
             std::vector<QVariant> values;
             values.reserve(taken.size());
             for (std::size_t i = 0; i < taken.size(); ++i)
-                values.push_back(ado::fromStore(taken[i], rows.column(static_cast<int>(i))));
+                values.push_back(rows.column(static_cast<int>(i), taken[i]));
             for (std::size_t i = 0; i < head.size(); ++i)
                 takeForHead(layout.values[i].take, first, values[i], head[i]);
             const auto groups = values.begin() + static_cast<std::ptrdiff_t>(head.size());
