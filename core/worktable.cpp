@@ -3,13 +3,9 @@
 
 #include "core/gblGlobal.h"
 
-#include <exception>
-
 namespace {
 
 void commitOrRollBack() {
-    if (!cnnMain->InTransaction())
-        return; // the store has rolled back by itself
     try {
         cnnMain->CommitTrans();
     } catch (const ado::Failure&) {
@@ -22,16 +18,22 @@ void commitOrRollBack() {
 
 } // namespace
 
-void toWriteTogether(const std::function<void()>& write) {
+std::exception_ptr toKeepWritten(const std::function<void()>& write) {
     cnnMain->BeginTrans();
     std::exception_ptr failure;
     try {
         write();
     } catch (const std::exception&) {
+        if (!cnnMain->InTransaction())
+            throw; // the store has rolled back by itself
         failure = std::current_exception();
     }
     commitOrRollBack();
-    if (failure)
+    return failure;
+}
+
+void toWriteTogether(const std::function<void()>& write) {
+    if (const std::exception_ptr failure = toKeepWritten(write))
         std::rethrow_exception(failure);
 }
 

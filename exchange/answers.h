@@ -8,7 +8,7 @@
 
 /// Whose answer to which question. The ids are digits.
 struct AnswerKeys {
-    QString questionid;
+    QString questionid = {};
     QString respondentid;
     QDate surveydate;
     QString surveyid;

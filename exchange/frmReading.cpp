@@ -103,25 +103,14 @@ void frmReading::cmdImport_Click() {
 }
 
 void frmReading::toreadFromXlsFile() {
-    SurveyReader reader;
-    QStringList bad;
-    const int count = ui->lstXlsFiles->SelCount();
-    int left = count;
+    QStringList paths;
     for (int line = 0; line < ui->lstXlsFiles->ListCount(); ++line) {
-        if (!ui->lstXlsFiles->Selected(line))
-            continue;
-        const QString path = ui->lstXlsFiles->List(line);
-        const QString title = titleOf(path);
-        --left;
-        if (reader.storeFailed()) {
-            bad << title;
-            continue;
-        }
-        toShowStatus(u"Importing Survey File(s)......"_s + title + u", %1 left"_s.arg(left));
-        if (!reader.read(path, title))
-            bad << title + (reader.failedCell().isEmpty() ? QString()
-                                                          : u" (cell "_s + reader.failedCell() + u')');
+        if (ui->lstXlsFiles->Selected(line))
+            paths << ui->lstXlsFiles->List(line);
     }
-    if (count > 1 && !bad.isEmpty())
+    const QStringList bad = SurveyReader().readAll(paths, [](const QString& title, qsizetype left) {
+        toShowStatus(u"Importing Survey File(s)......"_s + title + u", %1 left"_s.arg(left));
+    });
+    if (paths.size() > 1 && !bad.isEmpty())
         toNameBadFiles(bad);
 }

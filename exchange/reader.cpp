@@ -5,11 +5,10 @@
 #include "core/failure.h"
 #include "core/gblGlobal.h"
 #include "core/worktable.h"
-#include "exchange/answers.h"
 #include "exchange/surveylog.h"
 #include "platform/excel/application.h"
 
-#include <cmath>
+#include <QElapsedTimer>
 
 using namespace Qt::StringLiterals;
 using cellmap::Place;
@@ -32,18 +31,50 @@ QVariant toConvertible(const excel::Value& value) {
 
 } // namespace
 
-bool SurveyReader::read(const QString& path, const QString& registerName) {
+bool SurveyReader::read(const QString& path) {
+    return toReadTogether([&] { toReadFile(path); });
+}
+
+QStringList SurveyReader::readAll(const QStringList& paths, const Tell& tell) {
+    constexpr qint64 longestTransaction = 250; // milliseconds; the file in hand is read to its end
+    QStringList titles;
+    for (const QString& path : paths)
+        titles << path.section(u'/', -1);
+    QStringList bad;
+    qsizetype next = 0;
+    for (bool going = true; going && next < paths.size();) {
+        const qsizetype first = next;
+        QElapsedTimer clock;
+        clock.start();
+        const bool good = toReadTogether([&] {
+            do {
+                if (tell)
+                    tell(titles[next], paths.size() - next - 1);
+                toSetLogStatus(titles[next]);
+                toReadFile(paths[next++]);
+            } while (next < paths.size() && clock.elapsed() < longestTransaction);
+        });
+        if (!good && committed)
+            bad << titles[next - 1] + failedCell();
+        else if (!good)
+            bad += titles.sliced(first, next - first);
+        going = !failedStore;
+    }
+    return bad + titles.sliced(next);
+}
+
+bool SurveyReader::toReadTogether(const std::function<void()>& files) {
     reading.reset();
+    committed = false;
     failedStore = false;
     return guardedWithDescription([&] {
         try {
             toReconnect();
             toBackupBeforeLoss();
-            toWriteTogether([&] {
-                if (!registerName.isEmpty())
-                    toSetLogStatus(registerName);
-                toReadFile(path);
-            });
+            const std::exception_ptr failure = toKeepWritten(files);
+            committed = true;
+            if (failure)
+                std::rethrow_exception(failure);
         } catch (const ado::Failure&) {
             failedStore = cnnMain->State() == 0 || cnnMain->Errors().Count() > 0; // else a cell's conversion
             throw;
@@ -63,25 +94,47 @@ void SurveyReader::toReadFile(const QString& path) {
 }
 
 QString SurveyReader::failedCell() const {
-    return reading ? QChar(u'A' + reading->column - 1) + QString::number(reading->row) : QString();
+    if (!reading)
+        return {};
+    return u" (cell "_s + QChar(u'A' + reading->column - 1) + QString::number(reading->row) + u')';
 }
 
 void SurveyReader::toReadCells(const excel::Worksheet& sheet) {
+    std::optional<AnswerKeys> keys; // all but the questionid are those of the first block
     const int last = cellmap::lastRow(questionCount(sheet));
-    for (int row = cellmap::firstRow; row <= last;)
-        row += cell(sheet, {row, cellmap::column::key}).text().isEmpty() ? 1 : toReadBlock(sheet, row);
+    for (int row = cellmap::firstRow; row <= last;) {
+        if (cell(sheet, {row, cellmap::column::key}).text().isEmpty()) {
+            ++row;
+            continue;
+        }
+        const QString questionid = key(sheet, {row, cellmap::column::key});
+        if (!keys)
+            keys = toReadKeys(sheet);
+        keys->questionid = questionid;
+        const bool isScore = isScoreQuestion(questionid);
+        toReadBlock(sheet, row, isScore, *keys);
+        row += cellmap::blockRows(isScore);
+    }
     reading.reset();
 }
 
-int SurveyReader::toReadBlock(const excel::Worksheet& sheet, int row) {
-    const QString questionid = key(sheet, {row, cellmap::column::key});
-    const AnswerKeys keys{.questionid = questionid,
-                          .respondentid = key(sheet, cellmap::respondentIdPlace),
-                          .surveydate = date(sheet, cellmap::surveyDatePlace),
-                          .surveyid = key(sheet, cellmap::surveyIdPlace)};
-    reading.reset();
+AnswerKeys SurveyReader::toReadKeys(const excel::Worksheet& sheet) {
+    AnswerKeys keys{.respondentid = key(sheet, cellmap::respondentIdPlace),
+                    .surveydate = date(sheet, cellmap::surveyDatePlace),
+                    .surveyid = key(sheet, cellmap::surveyIdPlace)};
     unseen.emplace(keys.respondentid, keys.surveydate);
-    const bool isScore = toGetQuestionType(questionid);
+    return keys;
+}
+
+bool SurveyReader::isScoreQuestion(const QString& questionid) {
+    reading.reset();
+    const auto known = scoreQuestions.find(questionid);
+    return known != scoreQuestions.end()
+               ? known->second
+               : scoreQuestions.emplace(questionid, toGetQuestionType(questionid)).first->second;
+}
+
+void SurveyReader::toReadBlock(const excel::Worksheet& sheet, int row, bool isScore, const AnswerKeys& keys) {
     const int weightage = mark(sheet, {row, cellmap::column::weightage});
     if (isScore) {
         const int score = mark(sheet, {row, cellmap::column::score});
@@ -93,7 +146,6 @@ int SurveyReader::toReadBlock(const excel::Worksheet& sheet, int row) {
         reading.reset();
         toWriteDescriptiveAnswer(keys, weightage, isAnswer ? std::optional(words) : std::nullopt);
     }
-    return cellmap::blockRows(isScore);
 }
 
 excel::Value SurveyReader::cell(const excel::Worksheet& sheet, Place place) {

@@ -2,6 +2,7 @@
 #include "platform/excel/serial_date.h"
 
 #include <QRegularExpression>
+#include <algorithm>
 #include <cmath>
 
 using namespace Qt::StringLiterals;
@@ -49,6 +50,9 @@ bool isDateCode(QStringView code) {
     static const QRegularExpression noise(uR"("[^"]*"?|[\\_*].|\[(?!(?:h|hh|m|mm|s|ss)\])[^\]]*\]?)"_s,
                                           QRegularExpression::CaseInsensitiveOption);
     static const QRegularExpression dateLetter(u"[ymdhs]|am/pm"_s, QRegularExpression::CaseInsensitiveOption);
+    const auto ofDate = [](QChar c) { return QStringView(u"ymdhsYMDHS").contains(c); };
+    if (std::none_of(code.begin(), code.end(), ofDate))
+        return false; // most codes; each cell that is read asks
     const QString shape = code.toString().remove(noise).section(u';', 0, 0);
     return shape.contains(dateLetter);
 }
