@@ -32,11 +32,13 @@ QString toLookUpRespondent(const SurveyContext& survey) {
                     "respondentid");
 }
 
-/// Adds one row of a questionnaire.
-void toAddQuestion(const QString& respondentid, const QVariant& questionid, const QString& surveyid,
-                   int position) {
-    ado::Recordset responquesindex;
-    responquesindex.Open(u"select * from responquesindex"_s, *cnnMain, Lock::Optimistic);
+/// The rows of all questionnaires, to add to.
+struct Questionnaires : ado::Recordset {
+    Questionnaires() { Open(u"select * from responquesindex"_s, *cnnMain, Lock::Optimistic); }
+};
+
+void toAddQuestion(ado::Recordset& responquesindex, const QString& respondentid, const QVariant& questionid,
+                   const QString& surveyid, int position) {
     responquesindex.AddNew();
     responquesindex["respondentid"] = respondentid;
     responquesindex["questionid"] = questionid;
@@ -116,10 +118,11 @@ void toRewriteQuestionnaire(const SurveyContext& survey, const std::vector<Chose
                  "respondentid");
     if (respondentid.isEmpty())
         return;
-    const QString emptied = toGetSurveyID(survey.date, survey.customer);
-    if (!emptied.isEmpty() || withoutSurvey == WithoutSurvey::Fail)
+    const QString surveyid = toGetSurveyID(survey.date, survey.customer);
+    if (!surveyid.isEmpty() || withoutSurvey == WithoutSurvey::Fail)
         cnnMain->Execute(u"delete * from responquesindex where respondentid="_s + respondentid +
-                         u" and surveyid=" + emptied);
+                         u" and surveyid=" + surveyid);
+    Questionnaires added;
     QVariant questionid = 0; // of no question
     int position = 0;
     for (const ChosenQuestion& chosen : questions) {
@@ -128,7 +131,7 @@ void toRewriteQuestionnaire(const SurveyContext& survey, const std::vector<Chose
                                        "questionid");
         if (!found.isEmpty())
             questionid = found;
-        toAddQuestion(respondentid, questionid, toGetSurveyID(survey.date, survey.customer), ++position);
+        toAddQuestion(added, respondentid, questionid, surveyid, ++position);
     }
 }
 
@@ -156,7 +159,8 @@ void toMoveQuestion(const SurveyContext& survey, const ChosenQuestion& question,
         neighbour.Update();
     }
     neighbour.Close();
-    toAddQuestion(respondentid, questionid, surveyid, position + step);
+    Questionnaires added;
+    toAddQuestion(added, respondentid, questionid, surveyid, position + step);
 }
 
 void toCopyQuestionnaire(const SurveyContext& source, const SurveyContext& target) {
@@ -169,6 +173,8 @@ void toCopyQuestionnaire(const SurveyContext& source, const SurveyContext& targe
                     toGetRespondentID(source.respondent, source.customer),
                 *cnnMain);
     const int position = copied.RecordCount() + 1; // takes all records before the first is added
+    const QString surveyid = toGetSurveyID(target.date, target.customer);
+    Questionnaires added;
     for (; !copied.Eof(); copied.MoveNext()) {
         ado::Recordset present;
         present.Open(u"select * from responquery where parametername='"_s + copied["parametername"].Text() +
@@ -177,7 +183,6 @@ void toCopyQuestionnaire(const SurveyContext& source, const SurveyContext& targe
                          toSqlDate(toDate(target.date)) + u"#",
                      *cnnMain);
         if (present.Eof())
-            toAddQuestion(respondentid, copied["questionid"].Value(),
-                          toGetSurveyID(target.date, target.customer), position);
+            toAddQuestion(added, respondentid, copied["questionid"].Value(), surveyid, position);
     }
 }
