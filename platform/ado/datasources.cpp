@@ -2,6 +2,7 @@
 #include "platform/ado/datasources.h"
 
 #include <QHash>
+#include <QMap>
 #include <QSet>
 #include <QSettings>
 #include <QStandardPaths>
@@ -20,6 +21,15 @@ namespace {
 /// Sources that could not be written in this run: an older entry of that name would lead to another file.
 QSet<QString> unwritten;
 
+QMap<QString, QString> entryOf(QSettings& registry, const QString& name) {
+    QMap<QString, QString> entry;
+    registry.beginGroup(name);
+    for (const QString& key : registry.childKeys())
+        entry.insert(key, registry.value(key).toString());
+    registry.endGroup();
+    return entry;
+}
+
 } // namespace
 
 int SQLConfigDataSource(int request, const QString& driver, const QString& attributes) {
@@ -30,16 +40,21 @@ int SQLConfigDataSource(int request, const QString& driver, const QString& attri
     if (request != 4 || name.isEmpty() || name.contains(u'/') || !values.contains(u"DBQ"_s))
         return 0;
     QSettings registry(dataSourceRegistry(), QSettings::IniFormat);
-    registry.remove(name);
-    registry.setValue(name + u"/Driver", driver.section(u'\0', 0, 0));
-    registry.setValue(name + u"/DBQ", values.value(u"DBQ"_s));
-    registry.sync();
-    const bool written = registry.status() == QSettings::NoError;
-    if (written)
+    const QMap<QString, QString> entry{{u"DBQ"_s, values.value(u"DBQ"_s)},
+                                       {u"Driver"_s, driver.section(u'\0', 0, 0)}};
+    bool stands = entryOf(registry, name) == entry; // as at most starts: then nothing waits for the disk
+    if (!stands) {
+        registry.remove(name);
+        for (const auto& [key, value] : entry.asKeyValueRange())
+            registry.setValue(name + u'/' + key, value);
+        registry.sync();
+        stands = registry.status() == QSettings::NoError;
+    }
+    if (stands)
         unwritten.remove(name);
     else
         unwritten.insert(name);
-    return written ? 1 : 0;
+    return stands ? 1 : 0;
 }
 
 QString dataSourcePath(const QString& name) {
