@@ -164,6 +164,8 @@ TEST_F(CrystalTest, recordsAreChosenGroupedAndShownByTheLayout) {
     writeLayout(u"<value label='Guest' field='guest'/><column field='day' width='1' heading='Day'/>"_s);
     report.SelectionFormula = u"{visit.guest} = ['Zoë and {x.y}= ']and {visit.day}=date(2002,3,5)"_s;
     expectInOrder(pages().value(0), {u"Guest Zoë and {x.y}="_s, u"Nobody came."_s, u"Page 1 of 1"_s});
+    report.SelectionFormula = u"{visit.guest} = [' Ann']"_s;
+    expectInOrder(pages().value(0), {u"Nobody came."_s});
 }
 
 TEST_F(CrystalTest, headingsReturnOnEveryPageAndALongTextGoesOn) {

@@ -170,6 +170,7 @@ TEST_F(FeedbackTest, keysStayWithinTheQuestions) {
         key(Qt::Key_Return);
         EXPECT_EQ(grid().cell(), step < 12 ? std::pair(step / 4 + 1, step % 4 + 1) : std::pair(3, 4));
     }
+    key(Qt::Key_Down);
     EXPECT_EQ(grid().grid->Rows(), 4) << "no row is added behind the last question";
     grid().click(1, 1);
     for (const auto& [pressed, col] : {std::pair(Qt::Key_Right, 1), {Qt::Key_End, 1}, {Qt::Key_Right, 2}}) {
