@@ -169,6 +169,11 @@ TEST_F(ImprovementTest, aDeletionThatFailsPartWayDeletesNothing) {
     ASSERT_NE(QApplication::activePopupWidget(), nullptr);
     QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_D);
     EXPECT_EQ(rows(stored), before);
+
+    runRaw(u"drop trigger stop"_s);
+    clickRow(list(), 0);
+    popUpDelete(0, Answer::Yes);
+    EXPECT_EQ(rows(stored), before.mid(1)) << "the later one stays";
 }
 
 } // namespace
