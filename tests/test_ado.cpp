@@ -7,7 +7,6 @@
 #include "platform/ado/store.h"
 #include "platform/ado/value.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -192,13 +191,6 @@ TEST_F(AdoTest, transactionsHoldOrLeaveNothing) {
     ado::Recordset person;
     person.Open(u"select * from person"_s, *connection);
     EXPECT_EQ(person.RecordCount(), 1);
-}
-
-TEST_F(AdoTest, aScriptThatFailsLeavesNoStore) {
-    const QString target = directory.filePath(u"new.mdb"_s);
-    EXPECT_NE(failureNumber([&] { ado::createStore(target, "create table a (b TEXT); drop tabel a;", {}); }),
-              0);
-    EXPECT_FALSE(QFile::exists(target));
 }
 
 } // namespace
