@@ -4,6 +4,7 @@
 #include "platform/excel/application.h"
 #include "platform/excel/bytes.h"
 #include "platform/excel/error.h"
+#include "platform/excel/refusal.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -60,12 +61,14 @@ protected:
         QFile::copy(samplePath(sample), path(sample));
         return path(sample);
     }
-    // The sentence of the Error that work throws; empty when it throws none.
+    // The sentence of the Error or the Refusal that work throws; empty when it throws none.
     template <typename Work> static QString errorOf(Work&& work) {
         try {
             work();
         } catch (const excel::Error& error) {
             return error.text();
+        } catch (const excel::biff::Refusal& refusal) {
+            return refusal.reason();
         }
         return {};
     }

@@ -39,7 +39,7 @@ def describe(book, cell):
     }
 
 
-def protection(content, sheet_name):
+def protection(content):
     stream, base, length = CompDoc(content).locate_named_stream("Workbook")
     stream = stream[base:base + length]
     found, position, depth, bofs = {}, 0, 0, 0
@@ -60,7 +60,7 @@ def main(path):
     sheet = book.sheet_by_index(0)
     cells = {xlrd.cellname(r, c): describe(book, sheet.cell(r, c))
              for r in range(sheet.nrows) for c in range(sheet.row_len(r))}
-    print(json.dumps({"cells": cells, "protection": protection(content, sheet.name),
+    print(json.dumps({"cells": cells, "protection": protection(content),
                       "heights": {row: info.height for row, info in sheet.rowinfo_map.items()}}))
 
 

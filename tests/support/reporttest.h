@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/crystal/crystalreport.h"
 #include "platform/crystal/output.h"
 #include "platform/crystal/previewwindow.h"
 #include "platform/forms/clock.h"

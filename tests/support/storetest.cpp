@@ -39,14 +39,6 @@ ExpectedMessages::~ExpectedMessages() {
     forms::messageSeat = [](const forms::Message&) { return forms::Answer::Cancel; };
 }
 
-void ExpectedMessages::expect(const QString& text, int style, const QString& title, forms::Answer answer) {
-    waiting.push_back({{text, style, title}, answer, false});
-}
-
-void ExpectedMessages::expectBeginning(const QString& beginning) {
-    waiting.push_back({{beginning, 0, {}}, forms::Answer::Ok, true});
-}
-
 void StoreTest::SetUp() {
     ASSERT_TRUE(directory.isValid());
     qputenv("XDG_CONFIG_HOME", directory.filePath(u"config"_s).toUtf8());
@@ -102,10 +94,6 @@ QStringList StoreTest::rows(const QString& sql) {
     return result;
 }
 
-void StoreTest::run(const QString& sql) {
-    cnnMain->Execute(sql);
-}
-
 int StoreTest::add(const QString& table, const std::vector<std::pair<const char*, QVariant>>& fields) {
     ado::Recordset records;
     records.Open(u"select * from "_s + table, *cnnMain, ado::Recordset::Lock::Optimistic);
@@ -114,29 +102,6 @@ int StoreTest::add(const QString& table, const std::vector<std::pair<const char*
         records[name] = value;
     records.Update();
     return records.FieldAt(0).Value().toInt();
-}
-
-int StoreTest::addCustomer(const QString& name) {
-    return add(u"customer"_s, {{"custname", name}, {"Address", u" "_s}});
-}
-
-int StoreTest::addRespondent(int custid, const QString& name, const QString& designation) {
-    return add(u"respondent"_s, {{"custid", custid},
-                                 {"respondentname", name},
-                                 {"respondentdesignation", designation},
-                                 {"emailid", u""_s}});
-}
-
-int StoreTest::addParameter(const QString& name) {
-    return add(u"parameter"_s, {{"parametername", name}});
-}
-
-int StoreTest::addQuestion(int paramid, const QString& text, bool score) {
-    return add(u"questions"_s, {{"question", text}, {"Type", score}, {"paramid", paramid}});
-}
-
-int StoreTest::addSurvey(int custid, const QDate& date) {
-    return add(u"survey"_s, {{"sdate", date}, {"custid", custid}});
 }
 
 void StoreTest::addQuestionnaire(int respondentid, int surveyid, const std::vector<int>& questions) {

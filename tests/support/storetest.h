@@ -22,9 +22,13 @@ public:
     ExpectedMessages();
     ~ExpectedMessages();
     void expect(const QString& text, int style = 0, const QString& title = {},
-                forms::Answer answer = forms::Answer::Ok);
+                forms::Answer answer = forms::Answer::Ok) {
+        waiting.push_back({{text, style, title}, answer, false});
+    }
     /// A message of the standard failure handler, whose text only begins so.
-    void expectBeginning(const QString& beginning);
+    void expectBeginning(const QString& beginning) {
+        waiting.push_back({{beginning, 0, {}}, forms::Answer::Ok, true});
+    }
     /// A message under the program's usual title.
     void expectTitled(const QString& text, int style, forms::Answer answer = forms::Answer::Ok) {
         expect(text, style, QStringLiteral("Gaugewell v2.1"), answer);
@@ -50,19 +54,32 @@ protected:
     static QStringList rows(const QString& sql);
     /// The first field of the first record.
     static QString value(const QString& sql) { return rows(sql).value(0).section(u'|', 0, 0); }
-    static void run(const QString& sql);
+    static void run(const QString& sql) { cnnMain->Execute(sql); }
     /// Runs a statement of the store's own SQL, such as one that makes a trigger which stops a save part way.
     static void runRaw(const QString& sql) { cnnMain->session()->prepare({sql, {}}).step(); }
     /// Adds a record to a table and gives its first field, the key.
     static int add(const QString& table, const std::vector<std::pair<const char*, QVariant>>& fields);
 
     // Builders
-    static int addCustomer(const QString& name);
+    static int addCustomer(const QString& name) {
+        return add(QStringLiteral("customer"), {{"custname", name}, {"Address", QStringLiteral(" ")}});
+    }
     static int addRespondent(int custid, const QString& name,
-                             const QString& designation = QStringLiteral("Buyer"));
-    static int addParameter(const QString& name);
-    static int addQuestion(int paramid, const QString& text, bool score = true);
-    static int addSurvey(int custid, const QDate& date);
+                             const QString& designation = QStringLiteral("Buyer")) {
+        return add(QStringLiteral("respondent"), {{"custid", custid},
+                                                  {"respondentname", name},
+                                                  {"respondentdesignation", designation},
+                                                  {"emailid", QStringLiteral("")}});
+    }
+    static int addParameter(const QString& name) {
+        return add(QStringLiteral("parameter"), {{"parametername", name}});
+    }
+    static int addQuestion(int paramid, const QString& text, bool score = true) {
+        return add(QStringLiteral("questions"), {{"question", text}, {"Type", score}, {"paramid", paramid}});
+    }
+    static int addSurvey(int custid, const QDate& date) {
+        return add(QStringLiteral("survey"), {{"sdate", date}, {"custid", custid}});
+    }
     static void addQuestionnaire(int respondentid, int surveyid, const std::vector<int>& questions);
     static void addScore(int respondentid, int questionid, int surveyid, const QDate& date,
                          const QVariant& weightage, const QVariant& score);
