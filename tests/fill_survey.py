@@ -4,7 +4,7 @@
 
 fill_survey.py FILE MARKS [FILE MARKS]...
 
-MARKS is a JSON object of cells of Sheet1 and the number or text that is typed into each. A locked cell ends the run with
+MARKS is a JSON object of cells of Sheet1 and the number or text typed into each. A locked cell ends the run with
 status 1 and leaves that file as it was. Needs libreoffice-calc-nogui and python3-uno.
 """
 import json
