@@ -29,7 +29,7 @@ protected:
     }
 };
 
-TEST_F(SelectionTest, opensOnTheFirstCustomerTodayAndFollowsTheCustomer) {
+TEST_F(SelectionTest, theRespondentFollowsTheCustomerAndAnOpenEditorKeepsItsOwn) {
     addRespondent(addCustomer(u"Bolt"_s), u"Carl"_s);
     addCustomer(u"Nobody"_s);
     frmSelectSurvey& form = select();
@@ -37,6 +37,16 @@ TEST_F(SelectionTest, opensOnTheFirstCustomerTodayAndFollowsTheCustomer) {
         form.cmbCustomer()->setListIndex(customer);
         EXPECT_EQ(form.lstRespondent()->Text(), respondent);
     }
+    press(form, "cmdBlankSurvey");
+    form.cmbCustomer()->setListIndex(0);
+    press(form, "cmdBlankSurvey");
+    EXPECT_EQ(labels(), (QStringList{u"Bolt"_s, u"Carl"_s, u"05/03/2024"_s}));
+    run(u"delete * from customer"_s);
+    run(u"delete * from parameter"_s);
+    frmSelectSurvey::unload();
+    frmNewSurvey::unload();
+    press(select(), "cmdBlankSurvey");
+    EXPECT_EQ(labels(), (QStringList{{}, {}, u"05/03/2024"_s}));
 }
 
 TEST_F(SelectionTest, asksBeforeAnExistingQuestionnaireIsEdited) {
@@ -71,35 +81,12 @@ TEST_F(SelectionTest, asksBeforeAnExistingQuestionnaireIsEdited) {
     }
 }
 
-TEST_F(SelectionTest, anOpenEditorKeepsItsLabels) {
-    frmSelectSurvey& form = select();
-    press(form, "cmdBlankSurvey");
-    form.lstRespondent()->setListIndex(1);
-    press(form, "cmdBlankSurvey");
-    EXPECT_EQ(labels()[1], u"Ann"_s);
-    QTest::keyClick(&form, Qt::Key_Escape);
-    EXPECT_EQ(frmSelectSurvey::loaded(), nullptr);
-    EXPECT_NE(frmNewSurvey::loaded(), nullptr);
-    QTest::keyClick(tree(), Qt::Key_Escape);
-    EXPECT_EQ(frmNewSurvey::loaded(), nullptr);
-}
-
 TEST_F(SelectionTest, aFailedLookUpCountsAsExisting) {
     frmSelectSurvey& form = select();
     run(u"drop view existingsurvey"_s);
     messages.expectBeginning(u"Error : 1\r\n"_s);
     expectQuestion(Answer::No);
     press(form, "cmdBlankSurvey");
-}
-
-TEST_F(SelectionTest, anEmptyStoreOpensAllTheSame) {
-    run(u"delete * from customer"_s);
-    run(u"delete * from parameter"_s);
-    frmSelectSurvey& form = select();
-    EXPECT_EQ(form.cmbCustomer()->ListCount() + form.lstRespondent()->ListCount(), 0);
-    press(form, "cmdBlankSurvey");
-    EXPECT_EQ(labels(), (QStringList{{}, {}, u"05/03/2024"_s}));
-    EXPECT_EQ(tree()->topLevelItemCount(), 0);
 }
 
 } // namespace
