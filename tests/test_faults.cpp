@@ -33,7 +33,7 @@ protected:
     void SetUp() override {
         SurveyTest::SetUp();
         addStored(ann, today, {0, 4});
-        ASSERT_TRUE(QFile::copy(QStringLiteral(GAUGEWELL_SOURCE "/home/template.xls"), path("template.xls")));
+        bring(u"template.xls"_s);
         filled.respondentid = ann;
         filled.questions = {{question[0], true}, {question[4], false}};
         filled.entered = {{u"C14"_s, 7}, {u"D14"_s, 9}, {u"D16"_s, 3}, {u"B17"_s, QString(30000, u'w')}};
@@ -44,10 +44,6 @@ protected:
         SurveyTest::TearDown();
     }
     QString path(const char* name) const { return home() + u'/' + QLatin1StringView(name); }
-    static QByteArray content(const QString& file) {
-        QFile opened(file);
-        return opened.open(QIODevice::ReadOnly) ? opened.readAll() : QByteArray("none");
-    }
     static void write(const QString& file, const QByteArray& bytes) {
         QFile opened(file);
         ASSERT_TRUE(opened.open(QIODevice::WriteOnly) && opened.write(bytes) == bytes.size());
@@ -139,9 +135,9 @@ TEST_F(FaultsTest, aFullDiskIsToldAndLeavesStoreAndFilesAsTheyWere) {
     QByteArray file = "none";
     for (int round = 0; round < 2; ++round) {
         EXPECT_EQ(withSmallDisk(store, exportSurvey).filter(exported), QStringList());
-        EXPECT_EQ(content(path("111.xls")), file);
+        EXPECT_EQ(contentOf(path("111.xls")), file);
         EXPECT_EQ(heard(exportSurvey).filter(exported).size(), 1);
-        file = content(path("111.xls"));
+        file = contentOf(path("111.xls"));
     }
     EXPECT_EQ(QDir(home()).entryList({u"111.xls*"_s}), QStringList{u"111.xls"_s});
 
@@ -214,7 +210,7 @@ TEST_F(FaultsTest, aStoreThatCannotBeWorkedWithIsToldAtTheStartAndANewerOneRefus
     QStringList tables = rows(u"select lower(name) from sqlite_master where type='table' or type='view'"_s);
     cnnMain->Close();
 
-    const QByteArray whole = content(strDatabasePath);
+    const QByteArray whole = contentOf(strDatabasePath);
     for (const QByteArray& damaged :
          QByteArrayList{whole.first(whole.size() / 2), QByteArray(100, '\xA5') + whole.mid(100),
                         whole.first(100) + QByteArray(4000, '\xA5') + whole.mid(4100)}) {
@@ -276,7 +272,7 @@ TEST_F(FaultsTest, damagedSurveyFilesWriteTheirOwnAnswersOrNothing) {
     add(u"log"_s, {{"custname", u"Acme"_s}, {"respid", ann}, {"xlsfilename", u"filled.xls"_s}});
     filled.entered[u"B17"_s] = u"Good words"_s;
     filled.saveAs(path("filled.xls"));
-    const QByteArray whole = content(path("filled.xls"));
+    const QByteArray whole = contentOf(path("filled.xls"));
     const QStringList before = others();
     runRaw(u"pragma synchronous = off"_s);
     sqlite3_update_hook(cnnMain->session()->handle(), noteChange, nullptr);

@@ -184,10 +184,11 @@ TEST_F(ReadingTest, manyFilesOfWhichSomeAreBad) {
         u"Not read to the end:\r\nAnné 7 o'k.xls (cell D16)\r\nAnné 12 o'k.xls\r\nAnné 30 o'k.xls"_s,
         style::information);
     QStringList progress;
-    const auto answer = std::exchange(forms::messageSeat, [&](const forms::Message& message) {
+    const auto answer = forms::messageSeat;
+    forms::messageSeat = [&](const forms::Message& message) {
         progress << panel();
         return answer(message);
-    });
+    };
     importBy(files.join(u'\n'));
     forms::messageSeat = answer;
     EXPECT_EQ(progress.value(1), u"Importing Survey File(s)......Anné 12 o'k.xls, 18 left"_s);
