@@ -226,17 +226,4 @@ TEST_F(CustomerTest, deletingAsksOnlyWhereRespondentsHangOnTheCustomer) {
     EXPECT_EQ(QDir(path(u"backup"_s)).entryList(QDir::Files).size(), 1) << "one copy a run";
 }
 
-TEST_F(CustomerTest, aRespondentIsDeletedAtOnceAndAFailingCopyStopsTheDeletion) {
-    addRespondent(addCustomer(u"Acme"_s), u"Ann"_s);
-    frmCustomer& form = open();
-    QFile blocker(path(u"backup"_s));
-    ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
-    messages.expectBeginning(u"Error : 14\r\nThe copy of the database"_s);
-    press(form, "cmdDeleteRespondent");
-    EXPECT_EQ(countOf(u"respondent"_s), u"1"_s);
-    blocker.remove();
-    press(form, "cmdDeleteRespondent");
-    EXPECT_EQ(countOf(u"respondent"_s), u"0"_s);
-}
-
 } // namespace

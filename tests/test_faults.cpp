@@ -342,14 +342,12 @@ TEST_F(FaultsTest, aSurveyOfAnyDayIsExportedAndReadBackUnderItsDay) {
         EXPECT_EQ(heard(exportSurvey), QStringList{exported});
         frmNewSurvey::unload();
         frmSelectSurvey::unload();
-        const QString ofDay = u"=#"_s + toSqlDate(day) + u"#"_s;
-        const QString file = value(u"select xlsfilename from log where sdate"_s + ofDay);
+        const QString file = rows(u"select xlsfilename from log"_s).last();
         EXPECT_TRUE(SurveyReader().read(home() + u'/' + file, file));
-        for (const char16_t* table : {u"feedbackobjective", u"feedbackdescriptive"})
-            EXPECT_EQ(
-                value(u"select count(*) from "_s + QString::fromUtf16(table) + u" where surveydate" + ofDay),
-                u"1"_s);
     }
+    for (const QString& table : {u"feedbackobjective"_s, u"feedbackdescriptive"_s})
+        EXPECT_EQ(rows(u"select surveydate from "_s + table),
+                  (QStringList{u"01/01/1970"_s, u"31/12/2099"_s, u"31/12/9999"_s}));
 }
 
 } // namespace

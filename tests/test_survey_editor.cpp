@@ -14,7 +14,29 @@ namespace {
 
 const QDate later{2024, 4, 1};
 
-class SelectionTest : public SurveyTest {
+/// Drags the node at that point of the tree by the mouse and lets it go over the target, or elsewhere without
+/// one.
+void dragNode(forms::TreeView* tree, const QPoint& node, QWidget* target) {
+    forms::TreeView::dragSeat = [target](QDrag& carried) {
+        if (!target)
+            return;
+        QDragEnterEvent enter({20, 20}, Qt::CopyAction, carried.mimeData(), Qt::LeftButton, {});
+        QApplication::sendEvent(target, &enter);
+        EXPECT_TRUE(target->acceptDrops() && enter.isAccepted());
+        QDropEvent drop({20, 20}, Qt::CopyAction, carried.mimeData(), Qt::LeftButton, {});
+        QApplication::sendEvent(target, &drop);
+    };
+    QWidget* source = tree->viewport();
+    QTest::mousePress(source, Qt::LeftButton, {}, node);
+    for (const int far : {10, 30}) {
+        const QPoint at = node + QPoint(far, far);
+        QMouseEvent move(QEvent::MouseMove, at, source->mapToGlobal(at), Qt::NoButton, Qt::LeftButton, {});
+        QApplication::sendEvent(source, &move);
+    }
+    QTest::mouseRelease(source, Qt::LeftButton, {}, node);
+}
+
+class EditorTest : public SurveyTest {
 protected:
     static frmSelectSurvey& select() {
         frmSelectSurvey& form = frmSelectSurvey::instance();
@@ -33,9 +55,29 @@ protected:
             "Do you wish to Edit the same Survey....Press 'Yes' to continue"_s,
             68, answer);
     }
+    static constexpr int nowhere = -2;
+    enum Gesture { Button, DoubleClick, Enter, Drag };
+
+    static void add(Gesture gesture, int number) {
+        const QPoint at = number == nowhere ? tree()->viewport()->rect().bottomRight() : nodeAt(number);
+        QTest::mouseClick(tree()->viewport(), Qt::LeftButton, {}, at);
+        if (gesture == Button)
+            press(frmNewSurvey::instance(), "cmdAdd");
+        else if (gesture == DoubleClick)
+            QTest::mouseDClick(tree()->viewport(), Qt::LeftButton, {}, at);
+        else if (gesture == Enter)
+            QTest::keyClick(tree(), Qt::Key_Return);
+        else
+            dragNode(tree(), at, grid()->viewport());
+    }
+    void move(int row, const char* button) {
+        clickRow(row);
+        press(frmNewSurvey::instance(), button);
+        expectAtRest();
+    }
 };
 
-TEST_F(SelectionTest, theRespondentFollowsTheCustomerAndAnOpenEditorKeepsItsOwn) {
+TEST_F(EditorTest, theRespondentFollowsTheCustomerAndAnOpenEditorKeepsItsOwn) {
     addRespondent(addCustomer(u"Bolt"_s), u"Carl"_s);
     addCustomer(u"Nobody"_s);
     frmSelectSurvey& form = select();
@@ -55,7 +97,7 @@ TEST_F(SelectionTest, theRespondentFollowsTheCustomerAndAnOpenEditorKeepsItsOwn)
     EXPECT_EQ(labels(), (QStringList{{}, {}, u"05/03/2024"_s}));
 }
 
-TEST_F(SelectionTest, asksBeforeAnExistingQuestionnaireIsEdited) {
+TEST_F(EditorTest, asksBeforeAnExistingQuestionnaireIsEdited) {
     addStored(ann, today, {0});
     run(u"update setting set checkeduser = True"_s);
     const QDate future(2031, 12, 31);
@@ -87,59 +129,13 @@ TEST_F(SelectionTest, asksBeforeAnExistingQuestionnaireIsEdited) {
     }
 }
 
-TEST_F(SelectionTest, aFailedLookUpCountsAsExisting) {
+TEST_F(EditorTest, aFailedLookUpCountsAsExisting) {
     frmSelectSurvey& form = select();
     run(u"drop view existingsurvey"_s);
     messages.expectBeginning(u"Error : 1\r\n"_s);
     expectQuestion(Answer::No);
     press(form, "cmdBlankSurvey");
 }
-
-/// Drags the node at that point of the tree by the mouse and lets it go over the target, or elsewhere without
-/// one.
-void dragNode(forms::TreeView* tree, const QPoint& node, QWidget* target) {
-    forms::TreeView::dragSeat = [target](QDrag& carried) {
-        if (!target)
-            return;
-        QDragEnterEvent enter({20, 20}, Qt::CopyAction, carried.mimeData(), Qt::LeftButton, {});
-        QApplication::sendEvent(target, &enter);
-        EXPECT_TRUE(target->acceptDrops() && enter.isAccepted());
-        QDropEvent drop({20, 20}, Qt::CopyAction, carried.mimeData(), Qt::LeftButton, {});
-        QApplication::sendEvent(target, &drop);
-    };
-    QWidget* source = tree->viewport();
-    QTest::mousePress(source, Qt::LeftButton, {}, node);
-    for (const int far : {10, 30}) {
-        const QPoint at = node + QPoint(far, far);
-        QMouseEvent move(QEvent::MouseMove, at, source->mapToGlobal(at), Qt::NoButton, Qt::LeftButton, {});
-        QApplication::sendEvent(source, &move);
-    }
-    QTest::mouseRelease(source, Qt::LeftButton, {}, node);
-}
-
-class EditorTest : public SurveyTest {
-protected:
-    static constexpr int nowhere = -2;
-    enum Gesture { Button, DoubleClick, Enter, Drag };
-
-    static void add(Gesture gesture, int number) {
-        const QPoint at = number == nowhere ? tree()->viewport()->rect().bottomRight() : nodeAt(number);
-        QTest::mouseClick(tree()->viewport(), Qt::LeftButton, {}, at);
-        if (gesture == Button)
-            press(frmNewSurvey::instance(), "cmdAdd");
-        else if (gesture == DoubleClick)
-            QTest::mouseDClick(tree()->viewport(), Qt::LeftButton, {}, at);
-        else if (gesture == Enter)
-            QTest::keyClick(tree(), Qt::Key_Return);
-        else
-            dragNode(tree(), at, grid()->viewport());
-    }
-    void move(int row, const char* button) {
-        clickRow(row);
-        press(frmNewSurvey::instance(), button);
-        expectAtRest();
-    }
-};
 
 TEST_F(EditorTest, eachGestureInsertsAtTheTopAndDoublesAndParametersAreLeftOut) {
     open();
