@@ -130,6 +130,11 @@ TEST_F(CustomerTest, savingSkipsAStoredNameAndFiltersApostrophes) {
     press(form, "cmdSaveCustomer");
     EXPECT_EQ(countOf(u"customer where custname='acme ltd'"_s), u"2"_s)
         << "a stored customer may take another's name";
+    runRaw(u"pragma query_only = 1"_s); // as of a store without the right to write
+    customers().enter(1, 2, u"1 High Street"_s);
+    messages.expectBeginning(u"Error : 8\r\nThe database cannot be changed"_s);
+    press(form, "cmdSaveCustomer");
+    EXPECT_EQ(customers().text(1, 2), u"1 High Street"_s) << "nothing typed is lost";
 }
 
 TEST_F(CustomerTest, blankMandatoryCellsAreRefused) {

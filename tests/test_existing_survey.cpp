@@ -148,7 +148,7 @@ TEST_F(ExistingTest, aDateStaysForOthersWhenQuestionsInSightAreNoLongerStored) {
 
 /// Ann's survey of the early date has the questions 0, 1, 3 and 4.
 TEST_F(ExistingTest, eachCallerCopiesIntoItsOwnSurvey) {
-    enum Caller { Select, NewWithSelectClosed, Edit };
+    enum Caller { Select, New, NewWithSelectClosed, Edit };
     struct Case {
         Caller caller;
         std::vector<int> before; // Bob's questions of today
@@ -157,6 +157,7 @@ TEST_F(ExistingTest, eachCallerCopiesIntoItsOwnSurvey) {
     };
     const std::vector<Case> cases = {
         {Select, {}, u"05/03 5:0 5:1 5:3 5:4", u"05/03 1:1 2:3 3:4"},
+        {New, {2, 1}, u"05/03 1:2 2:1 5:0 5:3 5:4", u"05/03 1:1 2:0 3:3 4:4"},
         {NewWithSelectClosed, {4}, u"05/03 1:4 5:0 5:1 5:3", u"05/03 1:0 2:1 3:3"},
         {Edit, {2, 1}, u"05/03 1:2 2:1 5:0 5:3 5:4", u"05/03 1:1 2:0 3:3 4:4"}};
     addStored(ann, early, {0, 1, 3, 4});
@@ -169,12 +170,12 @@ TEST_F(ExistingTest, eachCallerCopiesIntoItsOwnSurvey) {
             addStored(bob, today, c.before);
         frmSelectSurvey::instance().Show();
         frmSelectSurvey::instance().lstRespondent()->setListIndex(1);
-        if (c.caller == NewWithSelectClosed) {
+        if (c.caller == New || c.caller == NewWithSelectClosed)
             open(1);
+        if (c.caller == NewWithSelectClosed)
             frmSelectSurvey::unload();
-        } else if (c.caller == Edit) {
+        if (c.caller == Edit)
             clickEntry(edit(), "lstRespondent", 1);
-        }
         QWidget& form = c.caller == Select ? static_cast<QWidget&>(frmSelectSurvey::instance())
                         : c.caller == Edit ? static_cast<QWidget&>(edit())
                                            : frmNewSurvey::instance();
@@ -184,7 +185,7 @@ TEST_F(ExistingTest, eachCallerCopiesIntoItsOwnSurvey) {
             QTest::keyClick(&paste, Qt::Key_O, Qt::AltModifier);
         });
         EXPECT_EQ(stored(bob), QString::fromUtf16(c.after));
-        EXPECT_EQ(frmSelectSurvey::loaded() != nullptr, c.caller == Select);
+        EXPECT_EQ(frmSelectSurvey::loaded() != nullptr, c.caller == Select || c.caller == New);
         SurveyEditor& editor =
             c.caller == Edit ? static_cast<SurveyEditor&>(edit()) : frmNewSurvey::instance();
         EXPECT_EQ(editor.Caption(), c.caller == Edit ? u"Edit Survey"_s : u"Edit Selected Survey"_s);

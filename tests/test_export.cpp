@@ -56,8 +56,7 @@ protected:
         run(u"insert into survey (surveyid, sdate, custid) values (7, '2024-03-05', 1)"_s);
         addStored(ann, today, {3, 0, 4});
         excel::Application::setFileShower([this](const QString& path) { opened << path; });
-        forms::saveFileSeat = [this](const forms::CommonDialog& dialog) {
-            EXPECT_EQ(dialog.Flags, 4);
+        forms::saveFileSeat = [this](const forms::CommonDialog&) {
             EXPECT_FALSE(typed.isEmpty()) << "the dialog came once too often";
             return typed.isEmpty() ? QString() : typed.takeFirst();
         };
@@ -260,13 +259,6 @@ TEST_F(ExportTest, failures) {
     press();
     EXPECT_EQ(log(), QStringList());
     EXPECT_EQ(rows(u"select question from reportlinktable"_s).size(), 3);
-
-    runRaw(u"drop table log"_s); // the store's own failures are told: no name, no old row, no new row
-    bring(u"template.xls"_s);
-    for (int procedure = 0; procedure < 3; ++procedure)
-        messages.expectBeginning(u"Error : "_s);
-    expectView();
-    press();
 }
 
 TEST_F(ExportTest, bothRoadsToTheLastMarks) {

@@ -8,7 +8,6 @@
 #include "feedback/frmFeedBackObj.h"
 #include "platform/excel/compound_file.h"
 #include "reference/frmCustomer.h"
-#include "tests/support/smalldisk.h"
 #include "tests/support/storecompare.h"
 #include "tests/support/surveyfile.h"
 #include "tests/support/surveytest.h"
@@ -17,6 +16,8 @@
 #include <QElapsedTimer>
 #include <QProcess>
 #include <QRandomGenerator>
+#include <csignal>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -26,6 +27,22 @@ namespace {
 
 const QString copyFails = u"The copy of the database"_s;
 const QString exported = u"Survey File Exported...Do you want to view the file? "_s;
+
+/// The files of this program take so many bytes and no more, as on a full disk.
+void limitFiles(rlim_t bytes) {
+    rlimit limit{};
+    getrlimit(RLIMIT_FSIZE, &limit);
+    limit.rlim_cur = std::min(bytes, limit.rlim_max);
+    setrlimit(RLIMIT_FSIZE, &limit);
+}
+
+/// Full from when the register's row of a survey file is stored: the workbook comes next.
+int fillAfterRegister(unsigned, void*, void* statement, void*) {
+    const QByteArray sql = sqlite3_sql(static_cast<sqlite3_stmt*>(statement));
+    if (!sql.startsWith("select") && sql.contains("\"log\"") && sql.contains("\"xlsfilename\""))
+        limitFiles(2000);
+    return 0;
+}
 
 /// Ann has the questions 0 and 4 of the catalogue today; filled.xls is her answer.
 class FaultsTest : public SurveyTest {
@@ -108,23 +125,15 @@ TEST_F(FaultsTest, aFullDiskIsToldAndLeavesStoreAndFilesAsTheyWere) {
     showForms();
     sqlite3* store = cnnMain->session()->handle();
     std::signal(SIGXFSZ, SIG_IGN);
-    const auto withFullStore = [](void (*work)()) { // as a full disk: the file grows no more
-        runRaw(u"pragma max_page_count = 1"_s);
-        const QStringList told = heard(work);
-        runRaw(u"pragma max_page_count = 100000000"_s);
-        return told;
-    };
-    const auto withSmallDisk = [](auto size, void (*work)()) {
-        const SmallDisk disk(size);
-        return heard(work);
-    };
     EXPECT_EQ(heard(readFile), QStringList()); // also makes the copy of this run
     for (void (*command)() : {saveAnswers, readFile}) {
         run(u"update feedbackdescriptive set Description='short'"_s);
         runRaw(u"vacuum"_s);
         const QStringList before = storeRows(*cnnMain);
-        EXPECT_EQ(withFullStore(command),
+        runRaw(u"pragma max_page_count = 1"_s); // the store grows no more
+        EXPECT_EQ(heard(command),
                   QStringList{u"Error : 13\r\nThe disk is full. Nothing of this step has been saved."_s});
+        runRaw(u"pragma max_page_count = 100000000"_s);
         EXPECT_EQ(storeRows(*cnnMain), before);
         EXPECT_EQ(value(u"pragma integrity_check"_s), u"ok"_s);
         EXPECT_EQ(heard(command), QStringList());
@@ -134,7 +143,10 @@ TEST_F(FaultsTest, aFullDiskIsToldAndLeavesStoreAndFilesAsTheyWere) {
     // A survey file: the register has its row before, the file is the old one or none. No message is due.
     QByteArray file = "none";
     for (int round = 0; round < 2; ++round) {
-        EXPECT_EQ(withSmallDisk(store, exportSurvey).filter(exported), QStringList());
+        sqlite3_trace_v2(store, SQLITE_TRACE_PROFILE, fillAfterRegister, nullptr);
+        EXPECT_EQ(heard(exportSurvey).filter(exported), QStringList());
+        sqlite3_trace_v2(store, 0, nullptr, nullptr);
+        limitFiles(RLIM_INFINITY);
         EXPECT_EQ(contentOf(path("111.xls")), file);
         EXPECT_EQ(heard(exportSurvey).filter(exported).size(), 1);
         file = contentOf(path("111.xls"));
@@ -143,7 +155,9 @@ TEST_F(FaultsTest, aFullDiskIsToldAndLeavesStoreAndFilesAsTheyWere) {
 
     toForgetBackup();
     ASSERT_TRUE(QDir(path("backup")).removeRecursively());
-    const QStringList told = withSmallDisk(rlim_t{40000}, deleteRespondent);
+    limitFiles(40000);
+    const QStringList told = heard(deleteRespondent);
+    limitFiles(RLIM_INFINITY);
     ASSERT_EQ(told.size(), 1);
     EXPECT_TRUE(told[0].contains(copyFails) && told[0].contains(u"Nothing has been changed"))
         << told[0].toStdString();

@@ -39,10 +39,7 @@ protected:
                 throw mapi::Failure(u"The client was cancelled."_s);
             mails << mail.subject + u'|' + mail.text + u'|' + mail.recipient + u'|' + mail.attachmentPath;
         };
-        forms::openFileSeat = [this](const forms::CommonDialog& dialog) {
-            dialogs << dialog.Filter + u' ' + QString::number(dialog.Flags);
-            return picked;
-        };
+        forms::openFileSeat = [this](const forms::CommonDialog&) { return picked; };
         excel::Application::setFileShower([this](const QString& file) { opened << file; });
     }
     static frmLogDetails& form() {
@@ -68,7 +65,7 @@ protected:
     bool clientThere = true;
     QString failsOn; // this attachment
     QString picked;
-    QStringList mails, dialogs, opened;
+    QStringList mails, opened;
 };
 
 TEST_F(RegisterTest, listsAndOpensTheFilesOfACustomer) {
@@ -152,7 +149,6 @@ TEST_F(RegisterTest, aFileToMailIsLocated) {
     EXPECT_EQ(mailAll(path(u"c.xls"_s), u"Wrong Survey file selected....."_s, style::critical), 1);
     EXPECT_EQ(mailAll(path(u"moved/b.xls"_s)), 3);
     EXPECT_TRUE(mails[1].endsWith(path(u"moved/b.xls"_s)));
-    EXPECT_EQ(dialogs, QStringList(3, u"*.xls|*.xls|*.xls 4"_s));
     failsOn = u"c.xls"_s; // after the dialog failures are passed over
     EXPECT_EQ(mailAll(path(u"moved/b.xls"_s)), 2);
 }
@@ -187,12 +183,10 @@ TEST_F(RegisterTest, deletesTheChosenFiles) {
         press("cmdDelete");
     };
     removeMissing(Answer::Cancel, {}, true);
-    EXPECT_TRUE(dialogs.isEmpty());
     removeMissing(Answer::Ok, {}, false);
     removeMissing(Answer::Ok, path(u"c.xls"_s), false);
     EXPECT_EQ(logged(), QStringList({u"a.xls"_s, u"c.xls"_s}));
     removeMissing(Answer::Ok, path(u"moved/a.xls"_s), true);
-    EXPECT_EQ(dialogs, QStringList(3, u"All Files (*.xls)|*.xls 4"_s));
     EXPECT_FALSE(QFile::exists(path(u"moved/a.xls"_s)));
     EXPECT_EQ(logged(), QStringList(u"c.xls"_s));
     EXPECT_EQ(files(), logged());
