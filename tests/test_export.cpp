@@ -9,7 +9,6 @@
 #include "tests/support/surveytest.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QDir>
 #include <QJsonDocument>
 #include <QJsonObject>

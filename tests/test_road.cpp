@@ -25,7 +25,6 @@
 #include "tests/support/listview.h"
 #include "tests/support/reporttest.h"
 
-#include <QApplication>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QMenu>

@@ -249,7 +249,9 @@ TEST_F(EditorTest, theNeighbourMayBeAnotherSurveysOrMissing) {
         EXPECT_EQ(shown(), (QStringList{u"Quality: Overall?"_s, u": "_s}));
         frmNewSurvey::unload();
     }
-    run(u"update responquesindex set [Order] = 4"_s); // without one nothing moves
+    run(u"delete * from responquesindex"_s);
+    addStored(ann, later, {0, 1});
+    run(u"update responquesindex set [Order] = 4 where [Order] = 2"_s); // without one nothing moves
     open();
     const QString before = stored(ann);
     messages.expectBeginning(u"Error : 13\r\n"_s);
