@@ -18,13 +18,11 @@ import uno
 from com.sun.star.beans import PropertyValue
 from com.sun.star.connection import NoConnectException
 
-START_SECONDS = 200
-
 
 def connect(pipe, office):
     local = uno.getComponentContext()
     resolver = local.ServiceManager.createInstanceWithContext("com.sun.star.bridge.UnoUrlResolver", local)
-    for _ in range(START_SECONDS * 10):
+    for _ in range(2000):  # tenths of a second
         try:
             context = resolver.resolve("uno:pipe,name=%s;urp;StarOffice.ComponentContext" % pipe)
             return context.ServiceManager.createInstanceWithContext("com.sun.star.frame.Desktop", context)

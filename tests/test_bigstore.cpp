@@ -19,7 +19,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int many = 250;
-
 int changesLeft = 0;
 
 void dieAtChange(void*, int, const char*, const char*, sqlite3_int64) {

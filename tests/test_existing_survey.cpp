@@ -38,12 +38,11 @@ protected:
     }
     static int rowsOf(QWidget& form) { return control<forms::MSHFlexGrid>(form, "grdParamAndQuest")->Rows(); }
     void pressDelete(const QString& date, Answer answer = Answer::Yes, const QString& failure = {}) {
+        const QString asked = u"You are about to delete the survey dated %1 for Customer - %2\r\nAre you "
+                              "sure you want to delete...?"_s;
         if (!date.isEmpty())
-            messages.expectTitled(u"You are about to delete the survey dated "_s + date +
-                                      u" for Customer - " +
-                                      control<forms::ComboBox>(edit(), "cmbCustomer")->Text() +
-                                      u"\r\nAre you sure you want to delete...?",
-                                  4, answer);
+            messages.expectTitled(asked.arg(date, control<forms::ComboBox>(edit(), "cmbCustomer")->Text()), 4,
+                                  answer);
         if (!failure.isEmpty())
             messages.expectBeginning(failure);
         QTest::keyClick(control<forms::ListBox>(edit(), "lstSurvetDates"), Qt::Key_Delete);

@@ -274,6 +274,9 @@ TEST_F(ReadingTest, aStoreThatFailsEndsTheReadAndIsTold) {
     messages.expectBeginning(u"Error : "_s);
     messages.expect(u"Not read to the end:\r\nann.xls\r\nann.xls"_s, style::information);
     importBy(path(u"ann.xls"_s) + u'\n' + path(u"ann.xls"_s));
+    run(u"update log set xlsfilename='../ann.xls'"_s); // no bare name
+    picked.clear();
+    readIn();
 }
 
 } // namespace
