@@ -4,10 +4,8 @@
 
 fill_survey.py FILE MARKS [FILE MARKS]...
 
-MARKS is a JSON object of cells of Sheet1 and what is typed into them: '{"C14": 7, "D14": 9, "B17": "Very good"}'. A
-number is entered as a number, a text as a text, null empties the cell. A cell that is locked while its sheet is
-protected ends the run with status 1 and leaves that file as it was. One run starts LibreOffice once, with a profile
-of its own, whatever the number of files. Needs libreoffice-calc-nogui and python3-uno.
+MARKS is a JSON object of cells of Sheet1 and the number or text typed into each. A locked cell ends the run with
+status 1 and leaves that file as it was. Needs libreoffice-calc-nogui and python3-uno.
 """
 import json
 import os
@@ -20,15 +18,11 @@ import uno
 from com.sun.star.beans import PropertyValue
 from com.sun.star.connection import NoConnectException
 
-START_SECONDS = 200
-
 
 def connect(pipe, office):
     local = uno.getComponentContext()
     resolver = local.ServiceManager.createInstanceWithContext("com.sun.star.bridge.UnoUrlResolver", local)
-    for _ in range(START_SECONDS * 10):
-        if office.poll() is not None:
-            sys.exit("LibreOffice has ended with status %d" % office.returncode)
+    for _ in range(2000):  # tenths of a second
         try:
             context = resolver.resolve("uno:pipe,name=%s;urp;StarOffice.ComponentContext" % pipe)
             return context.ServiceManager.createInstanceWithContext("com.sun.star.frame.Desktop", context)
@@ -41,31 +35,20 @@ def properties(**values):
     return tuple(PropertyValue(Name=name, Value=value) for name, value in values.items())
 
 
-def enter(sheet, address, value):
-    cell = sheet.getCellRangeByName(address)
-    if sheet.isProtected() and cell.CellProtection.IsLocked:
-        sys.exit("%s is locked" % address)
-    if isinstance(value, (int, float)):
-        cell.setValue(value)
-    else:
-        cell.setString(value or "")
-
-
 def fill(desktop, path, marks):
     url = uno.systemPathToFileUrl(os.path.abspath(path))
     document = desktop.loadComponentFromURL(url, "_blank", 0, properties(Hidden=True))
-    try:
-        sheet = document.Sheets.getByName("Sheet1")
-        for address, value in marks.items():
-            enter(sheet, address, value)
-        document.storeToURL(url, properties(FilterName="MS Excel 97", Overwrite=True))
-    finally:
-        document.close(True)
+    sheet = document.Sheets.getByName("Sheet1")
+    for address, value in marks.items():
+        cell = sheet.getCellRangeByName(address)
+        if sheet.isProtected() and cell.CellProtection.IsLocked:
+            sys.exit("%s is locked" % address)
+        cell.setString(value) if isinstance(value, str) else cell.setValue(value)
+    document.storeToURL(url, properties(FilterName="MS Excel 97", Overwrite=True))
+    document.close(True)
 
 
 def main(arguments):
-    if len(arguments) < 2 or len(arguments) % 2:
-        sys.exit(__doc__)
     pipe = "fill_survey_%d" % os.getpid()
     with tempfile.TemporaryDirectory() as profile:
         office = subprocess.Popen(["soffice", "-env:UserInstallation=file://" + profile, "--headless", "--norestore",
@@ -83,5 +66,4 @@ def main(arguments):
             office.wait()
 
 
-if __name__ == "__main__":
-    main(sys.argv[1:])
+main(sys.argv[1:])

@@ -8,7 +8,6 @@
 #include "feedback/frmFeedBackObj.h"
 #include "platform/excel/compound_file.h"
 #include "reference/frmCustomer.h"
-#include "tests/support/smalldisk.h"
 #include "tests/support/storecompare.h"
 #include "tests/support/surveyfile.h"
 #include "tests/support/surveytest.h"
@@ -17,6 +16,9 @@
 #include <QElapsedTimer>
 #include <QProcess>
 #include <QRandomGenerator>
+#include <csignal>
+#include <sqlite3.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -27,13 +29,29 @@ namespace {
 const QString copyFails = u"The copy of the database"_s;
 const QString exported = u"Survey File Exported...Do you want to view the file? "_s;
 
+/// The files of this program take so many bytes and no more, as on a full disk.
+void limitFiles(rlim_t bytes) {
+    rlimit limit{};
+    getrlimit(RLIMIT_FSIZE, &limit);
+    limit.rlim_cur = std::min(bytes, limit.rlim_max);
+    setrlimit(RLIMIT_FSIZE, &limit);
+}
+
+/// Full from when the register's row of a survey file is stored: the workbook comes next.
+int fillAfterRegister(unsigned, void*, void* statement, void*) {
+    const QByteArray sql = sqlite3_sql(static_cast<sqlite3_stmt*>(statement));
+    if (!sql.startsWith("select") && sql.contains("\"log\"") && sql.contains("\"xlsfilename\""))
+        limitFiles(2000);
+    return 0;
+}
+
 /// Ann has the questions 0 and 4 of the catalogue today; filled.xls is her answer.
 class FaultsTest : public SurveyTest {
 protected:
     void SetUp() override {
         SurveyTest::SetUp();
         addStored(ann, today, {0, 4});
-        ASSERT_TRUE(QFile::copy(QStringLiteral(GAUGEWELL_SOURCE "/home/template.xls"), path("template.xls")));
+        bring(u"template.xls"_s);
         filled.respondentid = ann;
         filled.questions = {{question[0], true}, {question[4], false}};
         filled.entered = {{u"C14"_s, 7}, {u"D14"_s, 9}, {u"D16"_s, 3}, {u"B17"_s, QString(30000, u'w')}};
@@ -44,10 +62,6 @@ protected:
         SurveyTest::TearDown();
     }
     QString path(const char* name) const { return home() + u'/' + QLatin1StringView(name); }
-    static QByteArray content(const QString& file) {
-        QFile opened(file);
-        return opened.open(QIODevice::ReadOnly) ? opened.readAll() : QByteArray("none");
-    }
     static void write(const QString& file, const QByteArray& bytes) {
         QFile opened(file);
         ASSERT_TRUE(opened.open(QIODevice::WriteOnly) && opened.write(bytes) == bytes.size());
@@ -99,6 +113,22 @@ protected:
     static void readFile() { SurveyReader().read(homeDirectory() + u"/filled.xls"); }
     static void deleteRespondent() { press(frmCustomer::instance(), "cmdDeleteRespondent"); }
     static void exportSurvey() { press(frmNewSurvey::instance(), "cmdExport"); }
+    /// Exports in a process of its own that ends in the middle of the file.
+    static bool exportIsKilled() {
+        cnnMain->Close();
+        const pid_t child = fork();
+        if (child == 0) {
+            std::signal(SIGXFSZ, SIG_DFL);
+            toOpenConnection();
+            sqlite3_trace_v2(cnnMain->session()->handle(), SQLITE_TRACE_PROFILE, fillAfterRegister, nullptr);
+            heard([] { frmNewSurvey::instance().toWriteToExcelSheet(); });
+            _exit(0);
+        }
+        int status = 0;
+        waitpid(child, &status, 0);
+        toOpenConnection();
+        return WIFSIGNALED(status) && WTERMSIG(status) == SIGXFSZ;
+    }
     void showForms() {
         frmFeedBackObj::instance().Show();
         open();
@@ -110,25 +140,16 @@ protected:
 
 TEST_F(FaultsTest, aFullDiskIsToldAndLeavesStoreAndFilesAsTheyWere) {
     showForms();
-    sqlite3* store = cnnMain->session()->handle();
     std::signal(SIGXFSZ, SIG_IGN);
-    const auto withFullStore = [](void (*work)()) { // as a full disk: the file grows no more
-        runRaw(u"pragma max_page_count = 1"_s);
-        const QStringList told = heard(work);
-        runRaw(u"pragma max_page_count = 100000000"_s);
-        return told;
-    };
-    const auto withSmallDisk = [](auto size, void (*work)()) {
-        const SmallDisk disk(size);
-        return heard(work);
-    };
     EXPECT_EQ(heard(readFile), QStringList()); // also makes the copy of this run
     for (void (*command)() : {saveAnswers, readFile}) {
         run(u"update feedbackdescriptive set Description='short'"_s);
         runRaw(u"vacuum"_s);
         const QStringList before = storeRows(*cnnMain);
-        EXPECT_EQ(withFullStore(command),
+        runRaw(u"pragma max_page_count = 1"_s); // the store grows no more
+        EXPECT_EQ(heard(command),
                   QStringList{u"Error : 13\r\nThe disk is full. Nothing of this step has been saved."_s});
+        runRaw(u"pragma max_page_count = 100000000"_s);
         EXPECT_EQ(storeRows(*cnnMain), before);
         EXPECT_EQ(value(u"pragma integrity_check"_s), u"ok"_s);
         EXPECT_EQ(heard(command), QStringList());
@@ -138,16 +159,25 @@ TEST_F(FaultsTest, aFullDiskIsToldAndLeavesStoreAndFilesAsTheyWere) {
     // A survey file: the register has its row before, the file is the old one or none. No message is due.
     QByteArray file = "none";
     for (int round = 0; round < 2; ++round) {
-        EXPECT_EQ(withSmallDisk(store, exportSurvey).filter(exported), QStringList());
-        EXPECT_EQ(content(path("111.xls")), file);
+        EXPECT_TRUE(exportIsKilled());
+        EXPECT_EQ(rows(u"select xlsfilename from log"_s), QStringList{u"111.xls"_s});
+        EXPECT_EQ(contentOf(path("111.xls")), file);
+        sqlite3* store = cnnMain->session()->handle();
+        sqlite3_trace_v2(store, SQLITE_TRACE_PROFILE, fillAfterRegister, nullptr);
+        EXPECT_EQ(heard(exportSurvey).filter(exported), QStringList());
+        sqlite3_trace_v2(store, 0, nullptr, nullptr);
+        limitFiles(RLIM_INFINITY);
+        EXPECT_EQ(contentOf(path("111.xls")), file);
         EXPECT_EQ(heard(exportSurvey).filter(exported).size(), 1);
-        file = content(path("111.xls"));
+        file = contentOf(path("111.xls"));
     }
     EXPECT_EQ(QDir(home()).entryList({u"111.xls*"_s}), QStringList{u"111.xls"_s});
 
     toForgetBackup();
     ASSERT_TRUE(QDir(path("backup")).removeRecursively());
-    const QStringList told = withSmallDisk(rlim_t{40000}, deleteRespondent);
+    limitFiles(40000);
+    const QStringList told = heard(deleteRespondent);
+    limitFiles(RLIM_INFINITY);
     ASSERT_EQ(told.size(), 1);
     EXPECT_TRUE(told[0].contains(copyFails) && told[0].contains(u"Nothing has been changed"))
         << told[0].toStdString();
@@ -214,7 +244,7 @@ TEST_F(FaultsTest, aStoreThatCannotBeWorkedWithIsToldAtTheStartAndANewerOneRefus
     QStringList tables = rows(u"select lower(name) from sqlite_master where type='table' or type='view'"_s);
     cnnMain->Close();
 
-    const QByteArray whole = content(strDatabasePath);
+    const QByteArray whole = contentOf(strDatabasePath);
     for (const QByteArray& damaged :
          QByteArrayList{whole.first(whole.size() / 2), QByteArray(100, '\xA5') + whole.mid(100),
                         whole.first(100) + QByteArray(4000, '\xA5') + whole.mid(4100)}) {
@@ -276,7 +306,7 @@ TEST_F(FaultsTest, damagedSurveyFilesWriteTheirOwnAnswersOrNothing) {
     add(u"log"_s, {{"custname", u"Acme"_s}, {"respid", ann}, {"xlsfilename", u"filled.xls"_s}});
     filled.entered[u"B17"_s] = u"Good words"_s;
     filled.saveAs(path("filled.xls"));
-    const QByteArray whole = content(path("filled.xls"));
+    const QByteArray whole = contentOf(path("filled.xls"));
     const QStringList before = others();
     runRaw(u"pragma synchronous = off"_s);
     sqlite3_update_hook(cnnMain->session()->handle(), noteChange, nullptr);
@@ -317,6 +347,29 @@ TEST_F(FaultsTest, damagedSurveyFilesWriteTheirOwnAnswersOrNothing) {
     EXPECT_TRUE(good > 300 && good < 1900 && foreign > 3);
 }
 
+/// The files before the one that does not fit are in its transaction: none of them stays, all are named.
+TEST_F(FaultsTest, manyFilesOfWhichOneFillsTheDisk) {
+    QStringList files, titles;
+    for (const char* name : {"1.xls", "2.xls", "3.xls", "4.xls"}) {
+        filled.entered[u"B17"_s] = QString(files.size() == 2 ? 30000 : 5, u'w');
+        filled.saveAs(path(name));
+        add(u"log"_s, {{"custname", u"Acme"_s}, {"respid", ann}, {"xlsfilename", QString::fromLatin1(name)}});
+        files << path(name);
+        titles << QString::fromLatin1(name);
+    }
+    QStringList bad;
+    EXPECT_EQ(heard([&] { bad = SurveyReader().readAll(files.first(1)); }), QStringList());
+    runRaw(u"vacuum"_s);
+    runRaw(u"pragma max_page_count = 1"_s);
+    EXPECT_EQ(heard([&] { bad += SurveyReader().readAll(files.mid(1)); }).size(), 1);
+    runRaw(u"pragma max_page_count = 100000000"_s);
+    EXPECT_EQ(bad, titles.mid(1));
+    EXPECT_EQ(rows(u"select xlsfilename from log where Status=True"_s), titles.first(1));
+    EXPECT_EQ(heard([&] { bad = SurveyReader().readAll(files.mid(1)); }), QStringList());
+    EXPECT_EQ(bad, QStringList());
+    EXPECT_EQ(rows(u"select xlsfilename from log where Status=True"_s), titles);
+}
+
 TEST_F(FaultsTest, theNewestCopiesAreKeptWhateverTheClockSays) {
     ASSERT_TRUE(QDir(home()).mkpath(u"backup"_s));
     write(path("backup/Tallywell-2023-01-01-101500.mdb"), "older, without a number");
@@ -346,14 +399,12 @@ TEST_F(FaultsTest, aSurveyOfAnyDayIsExportedAndReadBackUnderItsDay) {
         EXPECT_EQ(heard(exportSurvey), QStringList{exported});
         frmNewSurvey::unload();
         frmSelectSurvey::unload();
-        const QString ofDay = u"=#"_s + toSqlDate(day) + u"#"_s;
-        const QString file = value(u"select xlsfilename from log where sdate"_s + ofDay);
+        const QString file = rows(u"select xlsfilename from log"_s).last();
         EXPECT_EQ(SurveyReader().readAll({home() + u'/' + file}), QStringList());
-        for (const char16_t* table : {u"feedbackobjective", u"feedbackdescriptive"})
-            EXPECT_EQ(
-                value(u"select count(*) from "_s + QString::fromUtf16(table) + u" where surveydate" + ofDay),
-                u"1"_s);
     }
+    for (const QString& table : {u"feedbackobjective"_s, u"feedbackdescriptive"_s})
+        EXPECT_EQ(rows(u"select surveydate from "_s + table),
+                  (QStringList{u"01/01/1970"_s, u"31/12/2099"_s, u"31/12/9999"_s}));
 }
 
 } // namespace

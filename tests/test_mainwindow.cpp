@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The start, the main window with its help, and the end.
 #include "core/MDIMain.h"
 #include "core/frmAboutUs.h"
+#include "core/frmSplash.h"
 #include "feedback/frmFeedBackObj.h"
+#include "platform/ado/datasources.h"
 #include "platform/desktop/helpwindow.h"
 #include "platform/desktop/opener.h"
+#include "platform/forms/commondialog.h"
 #include "reference/frmCustomer.h"
 #include "reference/frmParameter.h"
 #include "survey/frmSelectSurvey.h"
@@ -11,33 +15,88 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QDir>
 #include <QListWidget>
-#include <QMenu>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTextBrowser>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
+using forms::Answer;
 
 namespace {
 
 class MainWindowTest : public StoreTest {
 protected:
+    void SetUp() override {
+        StoreTest::SetUp();
+        forms::openFileSeat = [this](const forms::CommonDialog&) { return located; };
+    }
+    void removeStore() { ASSERT_TRUE(QFile::rename(path(u"Tallywell.mdb"_s), path(u"moved.mdb"_s))); }
+    void expectNotFound(Answer answer) {
+        messages.expect(u"Database not found in the current directory,...Locate the database to connect"_s, 1,
+                        u"Brackwell"_s, answer);
+    }
     static QAction* entry(const char* name) { return control<QAction>(MDIMain::instance(), name); }
+
+    QString located; // in the open dialog
+    QString found;
 };
 
-TEST_F(MainWindowTest, shortcutsAndEntriesOpenTheirForms) {
-    const std::pair<Qt::Key, const char*> shortcuts[] = {
-        {Qt::Key_U, "frmCustomer"},   {Qt::Key_P, "frmParameter"},   {Qt::Key_N, "frmSelectSurvey"},
-        {Qt::Key_M, "frmLogDetails"}, {Qt::Key_O, "frmFeedBackObj"}, {Qt::Key_R, "frmReading"}};
-    for (const auto& [pressed, form] : shortcuts) {
-        shortcut(pressed);
-        EXPECT_EQ(activeForm(), QLatin1StringView(form));
-    }
+TEST_F(MainWindowTest, theStoreBesideTheProgramWinsAndWithoutItOneIsLocatedOrTheProgramEnds) {
+    ado::SQLConfigDataSource(4, u"d"_s, u"DSN=gwl"_s + QChar(0) + u"DBQ=/nowhere/other.mdb");
+    EXPECT_TRUE(toCreateDSN(u"gwl"_s, found));
+    EXPECT_EQ(ado::dataSourcePath(u"gwl"_s), path(u"Tallywell.mdb"_s));
+    removeStore();
+    expectNotFound(Answer::Cancel);
+    EXPECT_FALSE(toCreateDSN(u"gwl"_s, found));
+    expectNotFound(Answer::Ok);
+    messages.expect(u"Must choose the database"_s);
+    EXPECT_FALSE(toCreateDSN(u"gwl"_s, found));
+    located = path(u"moved.mdb"_s);
+    expectNotFound(Answer::Ok);
+    EXPECT_TRUE(toCreateDSN(u"gwl"_s, found));
+    EXPECT_EQ(found, located);
+    toOpenConnection();
+    EXPECT_EQ(cnnMain->State(), 1);
+}
+
+TEST_F(MainWindowTest, aRegistryThatCannotBeWrittenIsToldOnlyOfALocatedStore) {
+    QDir(path(u"config"_s)).removeRecursively(); // a file where the registry's folder should be
+    ASSERT_TRUE(QFile(path(u"config"_s)).open(QIODevice::WriteOnly));
+    EXPECT_TRUE(toCreateDSN(u"gwl"_s, found)) << "silent: the connection tells it";
+    messages.expect(u"Error :-1907\r\nData source name 'gwl' not found."_s);
+    toOpenConnection();
+    EXPECT_EQ(cnnMain->State(), 0);
+    removeStore();
+    located = path(u"moved.mdb"_s);
+    expectNotFound(Answer::Ok);
+    messages.expect(u"DSN Creation Failed"_s);
+    EXPECT_TRUE(toCreateDSN(u"gwl"_s, found)) << "the program goes on";
+}
+
+TEST_F(MainWindowTest, timerAndFrameLeadOnFromTheSplashFormAndAKeyDoesNot) {
+    const auto showSplash = [] {
+        MDIMain::instance().hide();
+        frmSplash::instance().Show();
+    };
+    showSplash();
+    QTest::keyClick(&frmSplash::instance(), Qt::Key_A);
+    EXPECT_EQ(frmSplash::loaded(), nullptr);
+    EXPECT_FALSE(MDIMain::isShown());
+    showSplash();
+    QTest::mouseClick(control<QFrame>(frmSplash::instance(), "Frame1"), Qt::LeftButton);
+    EXPECT_EQ(frmSplash::loaded(), nullptr);
+    EXPECT_TRUE(MDIMain::isShown());
+    showSplash();
+    control<QTimer>(frmSplash::instance(), "Timer1")->setInterval(1);
+    EXPECT_TRUE(QTest::qWaitFor([] { return MDIMain::isShown(); }));
+    EXPECT_EQ(frmSplash::loaded(), nullptr);
+}
+
+TEST_F(MainWindowTest, theToolbarsMenuOpensItsForms) {
     const std::pair<const char*, const char*> entries[] = {
-        {"mnuPerformanceMatrix", "frmPerformanceMatrix"},
-        {"mnuImprovementPlan", "frmImprovementPlan"},
-        {"mnuSearch", "frmSearch"},
         {"tlbCustomer", "frmCustomer"},
         {"tlbParameter", "frmParameter"},
         {"tlbObjAndDesc", "frmFeedBackObj"},
@@ -47,12 +106,8 @@ TEST_F(MainWindowTest, shortcutsAndEntriesOpenTheirForms) {
         entry(name)->trigger();
         EXPECT_EQ(activeForm(), QLatin1StringView(form)) << name;
     }
-    EXPECT_FALSE(entry("mnuSatisfactionOverviewAnalysis")->isVisible());
-    EXPECT_FALSE(control<QMenu>(MDIMain::instance(), "mnuEdit")->menuAction()->isVisible());
     shortcut(Qt::Key_D);
-    ASSERT_NE(frmAboutUs::loaded(), nullptr);
-    key(Qt::Key_Escape);
-    EXPECT_EQ(frmAboutUs::loaded(), nullptr);
+    EXPECT_NE(frmAboutUs::loaded(), nullptr);
 }
 
 TEST_F(MainWindowTest, theTwoCataloguesExcludeEachOtherAndCloseEndsTheFormsOfTheToolbar) {
@@ -89,27 +144,11 @@ TEST_F(MainWindowTest, aShortcutGoesBeforeTheEditingKeysOfATextBox) {
     QAction command(&MDIMain::instance());
     command.setShortcut(QKeySequence(Qt::CTRL | Qt::Key_A));
     EXPECT_FALSE(boxTakesSelectAll());
-    shortcut(Qt::Key_U);
-    EXPECT_NE(frmCustomer::loaded(), nullptr);
-}
-
-TEST_F(MainWindowTest, leavingClosesTheConnectionAndEndsTheProgram) {
-    int ended = 0;
-    const auto before = std::exchange(endSeat, [&] { ++ended; });
-    frmCustomer::instance().Show();
-    MDIMain::instance().close();
-    EXPECT_EQ(frmCustomer::loaded(), nullptr);
-    EXPECT_FALSE(MDIMain::isShown());
-    toOpenConnection();
-    MDIMain::instance().show();
-    press(MDIMain::instance(), "terminate");
-    EXPECT_EQ(ended, 2);
-    EXPECT_EQ(cnnMain, nullptr);
-    endSeat = before;
 }
 
 TEST_F(MainWindowTest, itsSizePlaceAndMaximisedStateComeBackAndNeverOutOfSight) {
-    const auto before = std::exchange(endSeat, [] {});
+    int ended = 0;
+    const auto before = std::exchange(endSeat, [&] { ++ended; });
     const auto again = [] {
         MDIMain::destroy();
         MDIMain::instance().show();
@@ -119,7 +158,7 @@ TEST_F(MainWindowTest, itsSizePlaceAndMaximisedStateComeBackAndNeverOutOfSight) 
     again();
     EXPECT_EQ(MDIMain::instance().geometry(), chosen);
     MDIMain::instance().showMaximized();
-    shortcut(Qt::Key_Q);
+    MDIMain::instance().close();
     again();
     EXPECT_TRUE(MDIMain::instance().isMaximized());
     EXPECT_EQ(MDIMain::instance().normalGeometry(), chosen);
@@ -127,6 +166,10 @@ TEST_F(MainWindowTest, itsSizePlaceAndMaximisedStateComeBackAndNeverOutOfSight) 
     MDIMain::instance().setGeometry(chosen.translated(9000, 9000));
     again();
     EXPECT_TRUE(MDIMain::instance().screen()->geometry().contains(MDIMain::instance().geometry()));
+    toReconnect();
+    press(MDIMain::instance(), "terminate");
+    EXPECT_EQ(ended, 2);
+    EXPECT_EQ(cnnMain, nullptr);
     endSeat = before;
 }
 
@@ -144,35 +187,22 @@ TEST_F(MainWindowTest, helpGoesToTheFormsTopicAndTheMenuToTheBeginning) {
     EXPECT_EQ(asked, (QList<std::pair<int, int>>{{11, 0}, {1, 1}, {1, 2}}));
 }
 
-QWidget* helpWindow() {
-    for (QWidget* candidate : QApplication::topLevelWidgets()) {
-        if (candidate->objectName() == u"HelpWindow" && candidate->isVisible())
-            return candidate;
-    }
-    return nullptr;
-}
-
-TEST_F(MainWindowTest, theHelpWindowShowsTheTopicAndFinds) {
+TEST_F(MainWindowTest, theHelpWindowShowsTheTopicAndFollowsItsLinks) {
     const QString file = QStringLiteral(GAUGEWELL_SOURCE "/home/GWL HELP 2.1.HLP");
     EXPECT_FALSE(desktop::HelpWindow::show(home() + u"/none.hlp", 1));
+    QWidget* window = nullptr;
     for (const auto& [context, title] :
-         {std::pair(11, u"Satisfaction Index"_s), {1, u"Customer And Respondents"_s}}) {
+         {std::pair(11, u"Satisfaction Index"_s), {1, u"Customer And Respondents"_s}, {0, u"Contents"_s}}) {
         ASSERT_TRUE(desktop::HelpWindow::show(file, context));
-        QWidget* window = helpWindow();
-        ASSERT_NE(window, nullptr);
+        ASSERT_TRUE(QTest::qWaitFor([&] {
+            window = QApplication::activeWindow();
+            return window && window->objectName() == u"HelpWindow";
+        }));
         EXPECT_EQ(window->findChild<QListWidget*>()->currentItem()->text(), title);
         auto* text = window->findChild<QTextBrowser*>();
         EXPECT_EQ(text->source().fragment(), u"c"_s + QString::number(context));
         EXPECT_TRUE(text->toPlainText().contains(title));
-        if (context == 1)
-            window->close();
     }
-}
-
-TEST_F(MainWindowTest, aLinkOfTheHelpLeadsToItsTopicAndBackReturns) {
-    ASSERT_TRUE(desktop::HelpWindow::show(QStringLiteral(GAUGEWELL_SOURCE "/home/GWL HELP 2.1.HLP"), 0));
-    QWidget* window = helpWindow();
-    ASSERT_NE(window, nullptr);
     auto* text = window->findChild<QTextBrowser*>();
     const int top = text->verticalScrollBar()->value();
     QTest::keyClick(text, Qt::Key_Tab); // to the first link

@@ -21,13 +21,10 @@
 #include "survey/frmNewSurvey.h"
 #include "survey/frmPasteSurvey.h"
 #include "survey/frmSelectSurvey.h"
-#include "tests/support/drag.h"
 #include "tests/support/gridform.h"
 #include "tests/support/listview.h"
 #include "tests/support/reporttest.h"
 
-#include <QApplication>
-#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QMenu>
@@ -73,34 +70,6 @@ void choose(const char* menuName, Qt::Key menuKey, Qt::Key entryKey) {
     QTest::keyClick(menu, entryKey);
 }
 
-class RoadTest : public ReportTest {
-protected:
-    void SetUp() override {
-        ReportTest::SetUp();
-        bring(u"template.xls"_s);
-        forms::openFileSeat = [this](const forms::CommonDialog&) { return picked; };
-    }
-
-    void composeFor(int person, int date);
-    void exportFile();
-    void fillFiles();
-    void readFiles();
-    void showIndex(const QJsonObject& expected);
-    void showMatrix(const QJsonObject& expected);
-    void printReports();
-    void planAndSearch();
-    void restart();
-    QString print(QWidget& form, const QString& expectedTitle) {
-        press(form, "cmdPrint");
-        EXPECT_EQ(title, expectedTitle);
-        expectAtRest();
-        return takePages().join(u' ');
-    }
-
-    QStringList files; // by date and person
-    QString picked;    // in the open dialog
-};
-
 void typeCustomers() {
     shortcut(Qt::Key_U);
     typeRow({u"Acme"_s, u"1 High Street"_s, u"555"_s, u"post@acme.example"_s});
@@ -135,248 +104,243 @@ void typeCatalogue() {
     key(Qt::Key_Escape);
 }
 
-/// The first four questions each in another way, the rest by the button.
-void composeByFourGestures() {
-    frmNewSurvey& editor = frmNewSurvey::instance();
-    auto* tree = control<forms::TreeView>(editor, "trvParameter");
-    auto* grid = control<forms::MSHFlexGrid>(editor, "grdParamAndQuest");
-    tree->setFocus();
-    key(Qt::Key_Asterisk);
-    const int questions = int(parameters.size()) * (scored + 1);
-    for (int i = 0; i < questions; ++i) {
-        QTreeWidgetItem* node = tree->topLevelItem(i / (scored + 1))->child(i % (scored + 1));
+void composeAll() {
+    auto* tree = control<forms::TreeView>(frmNewSurvey::instance(), "trvParameter");
+    tree->expandAll();
+    for (int i = 0; i < parameters.size() * (scored + 1); ++i) {
+        const QTreeWidgetItem* node = tree->topLevelItem(i / (scored + 1))->child(i % (scored + 1));
         tree->scrollToItem(node);
-        const QPoint place = tree->visualItemRect(node).center();
-        if (i == 1) {
-            QTest::mouseDClick(tree->viewport(), Qt::LeftButton, {}, place);
-        } else if (i == 2) {
-            dragNode(tree, place, grid->viewport());
+        QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualItemRect(node).center());
+        keyOn(frmNewSurvey::instance(), "trvParameter", Qt::Key_Return);
+    }
+}
+
+class RoadTest : public ReportTest {
+protected:
+    void SetUp() override {
+        ReportTest::SetUp();
+        bring(u"template.xls"_s);
+        forms::openFileSeat = [this](const forms::CommonDialog&) { return picked; };
+    }
+
+    QString print(QWidget& form, const QString& expectedTitle) {
+        press(form, "cmdPrint");
+        EXPECT_EQ(title, expectedTitle);
+        expectAtRest();
+        return takePages().join(u' ');
+    }
+
+    /// Ann's first questionnaire is composed, the others are copied from it.
+    void composeFor(int person, int date) {
+        shortcut(Qt::Key_N);
+        frmSelectSurvey& selection = frmSelectSurvey::instance();
+        clickEntry(selection, "lstRespondent", person);
+        enterDate(selection, "dtSDate", dates[date]);
+        if (person == 0 && date == 0) {
+            press(selection, "cmdBlankSurvey");
+            composeAll();
         } else {
-            QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, place);
-            if (i == 3)
-                keyOn(editor, "trvParameter", Qt::Key_Return);
-            else
-                press(editor, "cmdAdd");
+            QTimer::singleShot(0, &selection, [] { press(frmPasteSurvey::instance(), "cmdPaste"); });
+            press(selection, "cmdExistingSurvey");
+            MDIMain::instance().activateWindow(); // as a window manager does when a dialog has gone
+            ASSERT_TRUE(QTest::qWaitForWindowActive(&MDIMain::instance()));
         }
+        EXPECT_EQ(control<forms::MSHFlexGrid>(frmNewSurvey::instance(), "grdParamAndQuest")->Rows(), 14);
+        exportFile();
     }
-    ASSERT_EQ(grid->Rows(), 2 + questions);
-}
 
-/// Ann's first questionnaire is composed, the others are copied from it.
-void RoadTest::composeFor(int person, int date) {
-    shortcut(Qt::Key_N);
-    frmSelectSurvey& selection = frmSelectSurvey::instance();
-    clickEntry(selection, "lstRespondent", person);
-    enterDate(selection, "dtSDate", dates[date]);
-    if (person == 0 && date == 0) {
-        press(selection, "cmdBlankSurvey");
-        ASSERT_NE(frmNewSurvey::loaded(), nullptr);
-        ASSERT_NO_FATAL_FAILURE(composeByFourGestures());
-    } else {
-        QTimer whenShown;
-        whenShown.setSingleShot(true);
-        QObject::connect(&whenShown, &QTimer::timeout, &selection,
-                         [] { press(frmPasteSurvey::instance(), "cmdPaste"); });
-        whenShown.start();
-        press(selection, "cmdExistingSurvey");
-        ASSERT_NE(frmNewSurvey::loaded(), nullptr);
-        MDIMain::instance().activateWindow(); // as a window manager does when a dialog has gone
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&MDIMain::instance()));
+    void exportFile() {
+        messages.expectTitled(u"Survey File Exported...Do you want to view the file? "_s, 68,
+                              forms::Answer::No);
+        press(frmNewSurvey::instance(), "cmdExport");
+        expectAtRest();
+        files << path(rows(u"select xlsfilename from log"_s).last());
+        if (files.size() == 1) {
+            const QString text = print(frmNewSurvey::instance(), u"Gaugewell v2.1 Survey Report"_s);
+            EXPECT_EQ(text.count(u"in words?"_s), 3);
+            EXPECT_EQ(text.count(u'?'), 12);
+        }
+        key(Qt::Key_Escape);
     }
-    EXPECT_EQ(control<forms::MSHFlexGrid>(frmNewSurvey::instance(), "grdParamAndQuest")->Rows(), 14);
-    exportFile();
-}
 
-void RoadTest::exportFile() {
-    messages.expect(u"Survey File Exported...Do you want to view the file? "_s, 68, u"Gaugewell v2.1"_s,
-                    forms::Answer::No);
-    press(frmNewSurvey::instance(), "cmdExport");
-    expectAtRest();
-    files << path(rows(u"select xlsfilename from log"_s).last());
-    if (files.size() == 1) {
-        const QString text = print(frmNewSurvey::instance(), u"Gaugewell v2.1 Survey Report"_s);
-        EXPECT_EQ(text.count(u"in words?"_s), 3);
-        EXPECT_EQ(text.count(u'?'), 12);
+    /// Each respondent finds the questions by their words.
+    void fillFiles() {
+        QStringList arguments;
+        for (int i = 0; i < files.size(); ++i) {
+            const excel::Worksheet sheet =
+                excel::Application().Workbooks().Open(files[i]).Worksheets(cellmap::sheetName.toString());
+            QJsonObject entered;
+            for (int row = cellmap::firstRow; row < 60; ++row) {
+                const QString text = sheet.Cells(row, cellmap::column::question).Value().text();
+                for (int j = 0; j < 12; ++j) {
+                    const int parameter = j / 4;
+                    if (text != questionText(parameter, j % 4))
+                        continue;
+                    const auto [weightage, score] = marksOf(i % people, i / people, parameter, j % 4);
+                    entered[u'D' + QString::number(row)] = weightage;
+                    if (j % 4 < scored)
+                        entered[u'C' + QString::number(row)] = score;
+                    else
+                        entered[u'B' + QString::number(row + 1)] =
+                            QString(u"It’s fine, "_s + parameters[parameter]);
+                }
+            }
+            EXPECT_EQ(entered.size(), 24);
+            arguments << files[i] << QString::fromUtf8(QJsonDocument(entered).toJson(QJsonDocument::Compact));
+        }
+        runScript(u"fill_survey.py"_s, arguments);
     }
-    key(Qt::Key_Escape);
-    EXPECT_EQ(frmNewSurvey::loaded(), nullptr);
-}
 
-/// Each respondent finds the questions by their words.
-void RoadTest::fillFiles() {
-    QStringList arguments;
-    for (int i = 0; i < files.size(); ++i) {
-        const excel::Worksheet sheet =
-            excel::Application().Workbooks().Open(files[i]).Worksheets(cellmap::sheetName.toString());
-        QJsonObject entered;
-        for (int row = cellmap::firstRow; row < 60; ++row) {
-            const QString text = sheet.Cells(row, cellmap::column::question).Value().text();
-            for (int j = 0; j < 12; ++j) {
-                const int parameter = j / 4;
-                if (text != questionText(parameter, j % 4))
-                    continue;
-                const auto [weightage, score] = marksOf(i % people, i / people, parameter, j % 4);
-                entered[u'D' + QString::number(row)] = weightage;
-                if (j % 4 < scored)
-                    entered[u'C' + QString::number(row)] = score;
-                else
-                    entered[u'B' + QString::number(row + 1)] =
-                        QString(u"It’s fine, "_s + parameters[parameter]);
+    /// The files of the first date through feedback entry, the others many at once.
+    void readFiles() {
+        shortcut(Qt::Key_O);
+        frmFeedBackObj& feedback = frmFeedBackObj::instance();
+        for (int person = 0; person < people; ++person) {
+            clickEntry(feedback, "lstRespname", person);
+            clickEntry(feedback, "lstSurveyDates", 0);
+            press(feedback, "cmdRead");
+            expectAtRest();
+        }
+        key(Qt::Key_Escape);
+        shortcut(Qt::Key_R);
+        picked = files.mid(people).join(u'\n');
+        frmReading& reading = frmReading::instance();
+        press(reading, "cmdBrowse");
+        control<QWidget>(reading, "lstXlsFiles")->setFocus();
+        shortcut(Qt::Key_A);
+        messages.expect(u"Import Done...."_s, 64);
+        press(reading, "cmdImport");
+        expectAtRest();
+        key(Qt::Key_Escape);
+        EXPECT_EQ(value(u"select count(*) from feedbackobjective where weightage>0 and score>0"_s), u"54"_s);
+        EXPECT_EQ(value(u"select count(*) from feedbackdescriptive where Description like 'It’s fine%'"_s),
+                  u"18"_s);
+    }
+
+    /// By "parameter|date" the index and the means of weightage and score, from the typed marks.
+    static QJsonObject expectedFigures() {
+        QJsonArray marks;
+        for (int i = 0; i < 2 * people * 3 * scored; ++i) {
+            const int person = i / scored / 3 % people, date = i / scored / 3 / people;
+            const int parameter = i / scored % 3;
+            const auto [weightage, score] = marksOf(person, date, parameter, i % scored);
+            marks << QJsonArray{parameters[parameter], dates[date], weightage, score};
+        }
+        const QByteArray text = QJsonDocument(marks).toJson(QJsonDocument::Compact);
+        return QJsonDocument::fromJson(runScript(u"expected_figures.py"_s, {QString::fromUtf8(text)}))
+            .object();
+    }
+
+    void showIndex(const QJsonObject& expected) {
+        choose("mnuAnalysis", Qt::Key_A, Qt::Key_I);
+        frmSatisfactionIndex& form = frmSatisfactionIndex::instance();
+        clickEntry(form, "lstParameter", 0);
+        clickEntry(form, "lstParameter", 2, Qt::ShiftModifier);
+        enterDate(form, "dtFrom", u"01/01/2024"_s);
+        press(form, "cmdView");
+        auto* drawn = control<chart::MSChart>(form, "mschart");
+        ASSERT_EQ(drawn->RowCount(), 2);
+        ASSERT_EQ(drawn->ColumnCount(), 3);
+        for (int date = 1; date <= 2; ++date) {
+            for (int column = 1; column <= 3; ++column) {
+                drawn->setRow(date);
+                drawn->setColumn(column);
+                EXPECT_EQ(drawn->RowLabel(), dates[date - 1]);
+                const QJsonArray figures =
+                    expected[drawn->ColumnLabel() + u'|' + drawn->RowLabel()].toArray();
+                EXPECT_EQ(drawn->GetData(date, column), figures[0].toDouble()) << date << column;
             }
         }
-        EXPECT_EQ(entered.size(), 24);
-        arguments << files[i] << QString::fromUtf8(QJsonDocument(entered).toJson(QJsonDocument::Compact));
-    }
-    runScript(u"fill_survey.py"_s, arguments);
-}
-
-/// The files of the first date through feedback entry, the others many at once.
-void RoadTest::readFiles() {
-    shortcut(Qt::Key_O);
-    frmFeedBackObj& feedback = frmFeedBackObj::instance();
-    for (int person = 0; person < people; ++person) {
-        clickEntry(feedback, "lstRespname", person);
-        clickEntry(feedback, "lstSurveyDates", 0);
-        press(feedback, "cmdRead");
-        expectAtRest();
-    }
-    const EditedGrid answers(feedback, "grdDtls", "txtDtls");
-    EXPECT_TRUE(answers.row(1).contains(u'|')) << answers.row(1).toStdString();
-    key(Qt::Key_Escape);
-    shortcut(Qt::Key_R);
-    picked = files.mid(people).join(u'\n');
-    frmReading& reading = frmReading::instance();
-    press(reading, "cmdBrowse");
-    control<QWidget>(reading, "lstXlsFiles")->setFocus();
-    shortcut(Qt::Key_A);
-    messages.expect(u"Import Done...."_s, 64);
-    press(reading, "cmdImport");
-    expectAtRest();
-    key(Qt::Key_Escape);
-    EXPECT_EQ(value(u"select count(*) from feedbackobjective where weightage>0 and score>0"_s), u"54"_s);
-    EXPECT_EQ(value(u"select count(*) from feedbackdescriptive where Description like 'It’s fine%'"_s),
-              u"18"_s);
-}
-
-QJsonObject expectedFigures() {
-    QJsonArray marks;
-    for (int i = 0; i < 2 * people * 3 * scored; ++i) {
-        const int number = i % scored;
-        const int parameter = i / scored % 3;
-        const int person = i / scored / 3 % people;
-        const int date = i / scored / 3 / people;
-        const auto [weightage, score] = marksOf(person, date, parameter, number);
-        marks << QJsonArray{parameters[parameter], dates[date], weightage, score};
-    }
-    const QByteArray text = QJsonDocument(marks).toJson(QJsonDocument::Compact);
-    return QJsonDocument::fromJson(runScript(u"expected_figures.py"_s, {QString::fromUtf8(text)})).object();
-}
-
-void RoadTest::showIndex(const QJsonObject& expected) {
-    choose("mnuAnalysis", Qt::Key_A, Qt::Key_I);
-    frmSatisfactionIndex& form = frmSatisfactionIndex::instance();
-    clickEntry(form, "lstParameter", 0);
-    clickEntry(form, "lstParameter", 2, Qt::ShiftModifier);
-    enterDate(form, "dtFrom", u"01/01/2024"_s);
-    press(form, "cmdView");
-    auto* drawn = control<chart::MSChart>(form, "mschart");
-    ASSERT_EQ(drawn->RowCount(), 2);
-    ASSERT_EQ(drawn->ColumnCount(), 3);
-    for (int date = 1; date <= 2; ++date) {
-        for (int column = 1; column <= 3; ++column) {
-            drawn->setRow(date);
-            drawn->setColumn(column);
-            EXPECT_EQ(drawn->RowLabel(), dates[date - 1]);
-            const QJsonArray figures = expected[drawn->ColumnLabel() + u'|' + drawn->RowLabel()].toArray();
-            EXPECT_EQ(drawn->GetData(date, column), figures[0].toDouble()) << date << column;
-        }
-    }
-    const QString text = print(form, u"Survey Report"_s);
-    EXPECT_EQ(text.count(dates[0]) + text.count(dates[1]), 2 + 6); // in the head and in the rows
-    key(Qt::Key_Escape);
-}
-
-void RoadTest::showMatrix(const QJsonObject& expected) {
-    choose("mnuAnalysis", Qt::Key_A, Qt::Key_P);
-    frmPerformanceMatrix& form = frmPerformanceMatrix::instance();
-    clickEntry(form, "lstSurveyDates", 1);
-    press(form, "cmdView");
-    const auto* grid = control<forms::MSHFlexGrid>(form, "MSHFlexGrid1");
-    for (int row = 1; row <= 3; ++row) {
-        const QJsonArray figures = expected[parameters[row - 1] + u'|' + dates[1]].toArray();
-        EXPECT_EQ(grid->TextMatrix(row, 1), parameters[row - 1]);
-        EXPECT_EQ(grid->TextMatrix(row, 2).toDouble(), figures[1].toDouble());
-        EXPECT_EQ(grid->TextMatrix(row, 3).toDouble(), figures[2].toDouble());
-    }
-    const QString text = print(form, u"Performance Matrix Report"_s);
-    for (const QString& parameter : parameters)
-        EXPECT_TRUE(text.contains(parameter));
-    key(Qt::Key_Escape);
-}
-
-void RoadTest::printReports() {
-    shortcut(Qt::Key_M);
-    EXPECT_EQ(print(frmLogDetails::instance(), u"Log Details"_s).count(u".xls"_s), 6);
-    key(Qt::Key_Escape);
-    choose("mnuAnalysis", Qt::Key_A, Qt::Key_S);
-    const QString response = print(frmDateToDate::instance(), u"Survey Report"_s);
-    EXPECT_EQ(response.count(u"It’s fine"_s), 9);
-    EXPECT_EQ(response.count(u"Mean 4.00 "_s), 3);
-    key(Qt::Key_Escape);
-    frmDtoDSatisfactionOverview& overview = frmDtoDSatisfactionOverview::instance(); // in no menu
-    overview.Show();
-    enterDate(overview, "dtFrom", u"01/01/2024"_s);
-    const QString all = print(overview, u"Satisfaction Overview"_s);
-    expectInOrder(all, {u"54 entries"_s, u"18 entries"_s, u"1 entry"_s, u"Visit them"_s});
-    overview.Unload();
-    choose("mnuAnalysis", Qt::Key_A, Qt::Key_A);
-    EXPECT_TRUE(
-        print(frmDtoDActionPlan::instance(), u"Analysis on Improvement Plan"_s).contains(u"Visit them"));
-    key(Qt::Key_Escape);
-}
-
-void RoadTest::planAndSearch() {
-    control<QAction>(MDIMain::instance(), "mnuImprovementPlan")->trigger();
-    frmImprovementPlan& plan = frmImprovementPlan::instance();
-    clickEntry(plan, "lstCusName", 0);
-    control<QWidget>(plan, "txtDescription")->setFocus();
-    type(u"Visit them"_s);
-    press(plan, "cmdSave");
-    expectAtRest();
-    key(Qt::Key_Escape);
-    control<QAction>(MDIMain::instance(), "mnuSearch")->trigger();
-    frmSearch& search = frmSearch::instance();
-    control<QWidget>(search, "txtKeyword")->setFocus();
-    type(u"visit fine"_s);
-    key(Qt::Key_Return);
-    const auto& hits = *control<forms::ListView>(search, "lsvDtls");
-    ASSERT_EQ(hits.ListCount(), 19);
-    for (const auto& [jump, form] :
-         {std::pair(Qt::Key_Home, u"frmFeedBackObj"_s), std::pair(Qt::Key_End, u"frmImprovementPlan"_s)}) {
-        keyOn(search, "lsvDtls", jump);
-        key(Qt::Key_Return);
-        EXPECT_EQ(activeForm(), form);
+        const QString text = print(form, u"Survey Report"_s);
+        EXPECT_EQ(text.count(dates[0]) + text.count(dates[1]), 2 + 6); // in the head and in the rows
         key(Qt::Key_Escape);
-        EXPECT_EQ(activeForm(), u"frmSearch"_s);
     }
-    key(Qt::Key_Escape);
-}
 
-void RoadTest::restart() {
-    const QStringList answers = rows(u"select * from feedbackobjective order by feedbackobjid"_s);
-    const auto before = std::exchange(endSeat, [] {});
-    shortcut(Qt::Key_Q);
-    endSeat = before;
-    EXPECT_EQ(cnnMain, nullptr);
-    MDIMain::destroy();
-    ASSERT_TRUE(toCreateDSN(u"gwl"_s, strDatabasePath));
-    toOpenConnection();
-    MDIMain::instance().show();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&MDIMain::instance()));
-    EXPECT_EQ(rows(u"select * from feedbackobjective order by feedbackobjid"_s), answers);
-    EXPECT_EQ(rows(u"select custname, Address, telno, email from customer"_s),
-              (QStringList{u"Acme|1 High Street|555|post@acme.example"_s, u"Bolt’s Garage| ||"_s}));
-}
+    void showMatrix(const QJsonObject& expected) {
+        choose("mnuAnalysis", Qt::Key_A, Qt::Key_P);
+        frmPerformanceMatrix& form = frmPerformanceMatrix::instance();
+        clickEntry(form, "lstSurveyDates", 1);
+        press(form, "cmdView");
+        const auto* grid = control<forms::MSHFlexGrid>(form, "MSHFlexGrid1");
+        for (int row = 1; row <= 3; ++row) {
+            EXPECT_EQ(grid->TextMatrix(row, 1), parameters[row - 1]);
+            const QJsonArray figures = expected[parameters[row - 1] + u'|' + dates[1]].toArray();
+            for (const int column : {2, 3})
+                EXPECT_EQ(grid->TextMatrix(row, column).toDouble(), figures[column - 1].toDouble());
+        }
+        const QString text = print(form, u"Performance Matrix Report"_s);
+        for (const QString& parameter : parameters)
+            EXPECT_TRUE(text.contains(parameter));
+        key(Qt::Key_Escape);
+    }
+
+    void printReports() {
+        shortcut(Qt::Key_M);
+        EXPECT_EQ(print(frmLogDetails::instance(), u"Log Details"_s).count(u".xls"_s), 6);
+        key(Qt::Key_Escape);
+        choose("mnuAnalysis", Qt::Key_A, Qt::Key_S);
+        const QString response = print(frmDateToDate::instance(), u"Survey Report"_s);
+        EXPECT_EQ(response.count(u"It’s fine"_s), 9);
+        EXPECT_EQ(response.count(u"Mean 4.00 "_s), 3);
+        key(Qt::Key_Escape);
+        frmDtoDSatisfactionOverview& overview = frmDtoDSatisfactionOverview::instance(); // in no menu
+        overview.Show();
+        enterDate(overview, "dtFrom", u"01/01/2024"_s);
+        const QString all = print(overview, u"Satisfaction Overview"_s);
+        expectInOrder(all, {u"54 entries"_s, u"18 entries"_s, u"1 entry"_s, u"Visit them"_s});
+        overview.Unload();
+        choose("mnuAnalysis", Qt::Key_A, Qt::Key_A);
+        EXPECT_TRUE(
+            print(frmDtoDActionPlan::instance(), u"Analysis on Improvement Plan"_s).contains(u"Visit them"));
+        key(Qt::Key_Escape);
+    }
+
+    void planAndSearch() {
+        control<QAction>(MDIMain::instance(), "mnuImprovementPlan")->trigger();
+        frmImprovementPlan& plan = frmImprovementPlan::instance();
+        clickEntry(plan, "lstCusName", 0);
+        control<QWidget>(plan, "txtDescription")->setFocus();
+        type(u"Visit them"_s);
+        press(plan, "cmdSave");
+        expectAtRest();
+        key(Qt::Key_Escape);
+        control<QAction>(MDIMain::instance(), "mnuSearch")->trigger();
+        frmSearch& search = frmSearch::instance();
+        control<QWidget>(search, "txtKeyword")->setFocus();
+        type(u"visit fine"_s);
+        key(Qt::Key_Return);
+        const auto& hits = *control<forms::ListView>(search, "lsvDtls");
+        ASSERT_EQ(hits.ListCount(), 19);
+        for (const auto& [jump, form] : {std::pair(Qt::Key_Home, u"frmFeedBackObj"_s),
+                                         std::pair(Qt::Key_End, u"frmImprovementPlan"_s)}) {
+            keyOn(search, "lsvDtls", jump);
+            key(Qt::Key_Return);
+            EXPECT_EQ(activeForm(), form);
+            key(Qt::Key_Escape);
+            EXPECT_EQ(activeForm(), u"frmSearch"_s);
+        }
+        key(Qt::Key_Escape);
+    }
+
+    void restart() {
+        const QStringList answers = rows(u"select * from feedbackobjective order by feedbackobjid"_s);
+        const auto before = std::exchange(endSeat, [] {});
+        shortcut(Qt::Key_Q);
+        endSeat = before;
+        EXPECT_EQ(cnnMain, nullptr);
+        MDIMain::destroy();
+        ASSERT_TRUE(toCreateDSN(u"gwl"_s, strDatabasePath));
+        toOpenConnection();
+        MDIMain::instance().show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&MDIMain::instance()));
+        EXPECT_EQ(rows(u"select * from feedbackobjective order by feedbackobjid"_s), answers);
+        EXPECT_EQ(rows(u"select custname, Address, telno, email from customer"_s),
+                  (QStringList{u"Acme|1 High Street|555|post@acme.example"_s, u"Bolt’s Garage| ||"_s}));
+    }
+
+    QStringList files; // by date and person
+    QString picked;    // in the open dialog
+};
 
 TEST_F(RoadTest, fromAnEmptyStoreToTheAnalysesAndBackAfterARestart) {
     typeCustomers();

@@ -1,17 +1,60 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "tests/support/drag.h"
 #include "tests/support/surveytest.h"
 
+#include <QApplication>
+#include <QDrag>
+#include <QDropEvent>
 #include <QHeaderView>
+#include <QLabel>
 
 using namespace Qt::StringLiterals;
+using forms::Answer;
 
 namespace {
 
 const QDate later{2024, 4, 1};
 
+/// Drags the node at that point of the tree by the mouse and lets it go over the target, or elsewhere without
+/// one.
+void dragNode(forms::TreeView* tree, const QPoint& node, QWidget* target) {
+    forms::TreeView::dragSeat = [target](QDrag& carried) {
+        if (!target)
+            return;
+        QDragEnterEvent enter({20, 20}, Qt::CopyAction, carried.mimeData(), Qt::LeftButton, {});
+        QApplication::sendEvent(target, &enter);
+        EXPECT_TRUE(target->acceptDrops() && enter.isAccepted());
+        QDropEvent drop({20, 20}, Qt::CopyAction, carried.mimeData(), Qt::LeftButton, {});
+        QApplication::sendEvent(target, &drop);
+    };
+    QWidget* source = tree->viewport();
+    QTest::mousePress(source, Qt::LeftButton, {}, node);
+    for (const int far : {10, 30}) {
+        const QPoint at = node + QPoint(far, far);
+        QMouseEvent move(QEvent::MouseMove, at, source->mapToGlobal(at), Qt::NoButton, Qt::LeftButton, {});
+        QApplication::sendEvent(source, &move);
+    }
+    QTest::mouseRelease(source, Qt::LeftButton, {}, node);
+}
+
 class EditorTest : public SurveyTest {
 protected:
+    static frmSelectSurvey& select() {
+        frmSelectSurvey& form = frmSelectSurvey::instance();
+        form.Show();
+        return form;
+    }
+    static QStringList labels() {
+        QStringList result;
+        for (const char* name : {"lblCustomerName", "lblRespondentName", "lblSurveyDate"})
+            result << control<QLabel>(frmNewSurvey::instance(), name)->text();
+        return result;
+    }
+    void expectQuestion(Answer answer) {
+        messages.expectTitled(
+            u"Survey already exists for Selected Survey Date,Customer and Respondent....\r\n"
+            "Do you wish to Edit the same Survey....Press 'Yes' to continue"_s,
+            68, answer);
+    }
     static constexpr int nowhere = -2;
     enum Gesture { Button, DoubleClick, Enter, Drag };
 
@@ -34,10 +77,75 @@ protected:
     }
 };
 
+TEST_F(EditorTest, theRespondentFollowsTheCustomerAndAnOpenEditorKeepsItsOwn) {
+    addRespondent(addCustomer(u"Bolt"_s), u"Carl"_s);
+    addCustomer(u"Nobody"_s);
+    frmSelectSurvey& form = select();
+    for (const auto& [customer, respondent] : {std::pair(0, u"Ann"_s), {2, QString()}, {1, u"Carl"_s}}) {
+        form.cmbCustomer()->setListIndex(customer);
+        EXPECT_EQ(form.lstRespondent()->Text(), respondent);
+    }
+    press(form, "cmdBlankSurvey");
+    form.cmbCustomer()->setListIndex(0);
+    press(form, "cmdBlankSurvey");
+    EXPECT_EQ(labels(), (QStringList{u"Bolt"_s, u"Carl"_s, u"05/03/2024"_s}));
+    run(u"delete * from customer"_s);
+    run(u"delete * from parameter"_s);
+    frmSelectSurvey::unload();
+    frmNewSurvey::unload();
+    press(select(), "cmdBlankSurvey");
+    EXPECT_EQ(labels(), (QStringList{{}, {}, u"05/03/2024"_s}));
+}
+
+TEST_F(EditorTest, asksBeforeAnExistingQuestionnaireIsEdited) {
+    addStored(ann, today, {0});
+    run(u"update setting set checkeduser = True"_s);
+    const QDate future(2031, 12, 31);
+    const std::tuple<int, QDate, bool, std::optional<Answer>, QString, int> cases[] = {
+        // respondent, date, pasted before, answer to the question, caption and rows of the editor
+        {0, today, false, Answer::No, {}, 0},
+        {0, today, false, Answer::Yes, u"Edit Selected Survey"_s, 3},
+        {0, today, true, {}, u"New Survey"_s, 3},
+        {1, today, false, {}, u"New Survey"_s, 2},
+        {0, future, false, {}, u"New Survey"_s, 2}};
+    for (const auto& [respondent, date, pasted, answer, caption, shownRows] : cases) {
+        frmSelectSurvey& form = select();
+        form.lstRespondent()->setListIndex(respondent);
+        form.dtSDate()->setValue(date);
+        blnSurveyPasted = pasted;
+        if (answer)
+            expectQuestion(*answer);
+        press(form, "cmdBlankSurvey");
+        EXPECT_FALSE(blnSurveyPasted);
+        expectAtRest();
+        ASSERT_EQ(frmNewSurvey::loaded() != nullptr, !caption.isEmpty());
+        if (caption.isEmpty())
+            continue;
+        EXPECT_EQ(frmNewSurvey::instance().Caption(), caption);
+        EXPECT_TRUE(frmNewSurvey::instance().blnSetting);
+        EXPECT_EQ(grid()->Rows(), shownRows);
+        EXPECT_EQ(labels(), (QStringList{u"Acme"_s, form.lstRespondent()->Text(), form.dtSDate()->text()}));
+        frmNewSurvey::unload();
+    }
+}
+
+TEST_F(EditorTest, aFailedLookUpCountsAsExisting) {
+    frmSelectSurvey& form = select();
+    run(u"drop view existingsurvey"_s);
+    messages.expectBeginning(u"Error : 1\r\n"_s);
+    expectQuestion(Answer::No);
+    press(form, "cmdBlankSurvey");
+}
+
 TEST_F(EditorTest, eachGestureInsertsAtTheTopAndDoublesAndParametersAreLeftOut) {
-    frmNewSurvey& form = open();
-    EXPECT_EQ(form.Caption(), u"New Survey"_s);
-    EXPECT_EQ(tree()->topLevelItem(1)->text(0), u"Quality"_s);
+    open();
+    for (const Gesture gesture : {Button, DoubleClick, Enter}) {
+        messages.expectTitled(u"Select a Question to add"_s, 16);
+        add(gesture, nowhere);
+        EXPECT_TRUE(tree()->hasFocus());
+        expectAtRest();
+    }
+    EXPECT_TRUE(rows(u"select * from survey"_s).isEmpty());
     const std::vector<std::pair<Gesture, int>> steps = {{Button, 0}, {DoubleClick, 1}, {Enter, 2}, {Drag, 4}};
     for (const auto& [gesture, number] : steps) {
         add(gesture, number);
@@ -57,18 +165,7 @@ TEST_F(EditorTest, eachGestureInsertsAtTheTopAndDoublesAndParametersAreLeftOut) 
     EXPECT_EQ(stored(ann), u"05/03 1:4 2:2 3:1 4:0"_s);
 }
 
-TEST_F(EditorTest, withoutAChosenNodeEachGestureAsksForOne) {
-    open();
-    for (const Gesture gesture : {Button, DoubleClick, Enter}) {
-        messages.expectTitled(u"Select a Question to add"_s, 16);
-        add(gesture, nowhere);
-        EXPECT_TRUE(tree()->hasFocus());
-        expectAtRest();
-    }
-    EXPECT_TRUE(rows(u"select * from survey"_s).isEmpty());
-}
-
-TEST_F(EditorTest, aQuestionGoesInAtTheCurrentRow) {
+TEST_F(EditorTest, aQuestionGoesInAtTheCurrentRowOfOneRespondentOfTheSurvey) {
     addStored(ann, today, {0, 1});
     open();
     clickRow(2);
@@ -77,21 +174,12 @@ TEST_F(EditorTest, aQuestionGoesInAtTheCurrentRow) {
     EXPECT_EQ(grid()->Row(), 1);
     clickRow(4); // the blank row
     addByButton(3);
+    frmNewSurvey::unload();
+    open(1);
+    addByButton(2);
     EXPECT_EQ(stored(ann), u"05/03 1:0 2:2 3:1 4:3"_s);
-}
-
-TEST_F(EditorTest, fromSixQuestionsOnTheEndIsInView) {
-    const int price = addParameter(u"Price"_s);
-    for (const char* text : {"a", "b", "c", "d", "e", "f"})
-        addQuestion(price, QString::fromLatin1(text));
-    open();
-    grid()->setFixedHeight(100);
-    for (int i = 0; i < 6; ++i) {
-        tree()->setCurrentItem(tree()->findItems(u"Price"_s, Qt::MatchExactly).value(0)->child(i));
-        press(frmNewSurvey::instance(), "cmdAdd");
-        EXPECT_EQ(grid()->TopRow() > 1, i == 5) << i;
-    }
-    EXPECT_TRUE(grid()->viewport()->rect().contains(rowAt(grid()->Rows() - 1)));
+    EXPECT_EQ(stored(bob), u"05/03 1:2"_s);
+    EXPECT_EQ(value(u"select count(*) from survey"_s), u"1"_s);
 }
 
 TEST_F(EditorTest, removing) {
@@ -107,34 +195,19 @@ TEST_F(EditorTest, removing) {
         SCOPED_TRACE(testing::Message() << testing::PrintToString(before) << " by " << how);
         run(u"delete * from responquesindex"_s);
         addStored(ann, today, before);
-        frmNewSurvey& form = open();
+        open();
         clickRow(row);
         QWidget* cells = grid()->viewport();
         if (how == ByButton)
-            press(form, "cmdRemove");
+            press(frmNewSurvey::instance(), "cmdRemove");
         else
             QTest::mouseDClick(how == OnHead ? grid()->horizontalHeader()->viewport() : cells, Qt::LeftButton,
                                {}, how == OnGround ? cells->rect().bottomLeft() + QPoint(5, -5) : rowAt(row));
         EXPECT_EQ(stored(ann), after);
         EXPECT_EQ(grid()->Rows(), 2 + after.count(u':'));
-        EXPECT_EQ(rows(u"select custid from survey"_s), QStringList{QString::number(acme)});
         expectAtRest();
         frmNewSurvey::unload();
     }
-}
-
-TEST_F(EditorTest, respondentsOfADateShareTheSurveyButNotTheQuestions) {
-    for (const int respondent : {0, 1}) {
-        open(respondent);
-        addByButton(respondent + 2);
-        addByButton(respondent);
-        frmNewSurvey::unload();
-    }
-    EXPECT_EQ(stored(ann), u"05/03 1:0 2:2"_s);
-    EXPECT_EQ(stored(bob), u"05/03 1:1 2:3"_s);
-    EXPECT_EQ(rows(u"select surveyid from survey"_s), QStringList{toGetSurveyID(u"05/03/2024"_s, u"acme"_s)});
-    EXPECT_EQ(toGetRespondentID(u"Bob"_s, u"Acme"_s), QString::number(bob));
-    EXPECT_EQ(toGetRespondentID(u"Bob"_s, u"Nobody"_s), QString());
 }
 
 TEST_F(EditorTest, aMoveExchangesNeighboursAndTheCursorFollows) {
@@ -159,7 +232,7 @@ TEST_F(EditorTest, aMoveExchangesNeighboursAndTheCursorFollows) {
     }
 }
 
-TEST_F(EditorTest, theNeighbourMayBeAnotherSurveys) {
+TEST_F(EditorTest, theNeighbourMayBeAnotherSurveysOrMissing) {
     const std::pair<std::vector<int>, QString> cases[] = {
         // found in the first survey, to which the question goes over
         {{0, 1}, u"05/03 1:3 2:0 2:1 01/04 1:2"_s},
@@ -176,11 +249,9 @@ TEST_F(EditorTest, theNeighbourMayBeAnotherSurveys) {
         EXPECT_EQ(shown(), (QStringList{u"Quality: Overall?"_s, u": "_s}));
         frmNewSurvey::unload();
     }
-}
-
-TEST_F(EditorTest, withoutANeighbourNothingMoves) {
-    addStored(ann, today, {0, 1});
-    run(u"update responquesindex set [Order] = 4 where [Order] = 2"_s);
+    run(u"delete * from responquesindex"_s);
+    addStored(ann, later, {0, 1});
+    run(u"update responquesindex set [Order] = 4 where [Order] = 2"_s); // without one nothing moves
     open();
     const QString before = stored(ann);
     messages.expectBeginning(u"Error : 13\r\n"_s);

@@ -21,7 +21,7 @@ protected:
         forms::todaySeat = [] { return today; };
         const QDir source(QStringLiteral(GAUGEWELL_SOURCE "/home"));
         for (const QString& file : source.entryList({QStringLiteral("*.rpt")}))
-            ASSERT_TRUE(QFile::copy(source.filePath(file), home() + u'/' + file));
+            bring(file);
         strCompanyName = QStringLiteral("Larkmoor Ltd");
         crystal::previewSeat = [this](const auto& run, const QString& windowTitle, int state) {
             shown = run;
@@ -29,13 +29,6 @@ protected:
             EXPECT_EQ(state, 2);
         };
     }
-    void TearDown() override {
-        crystal::previewSeat = crystal::PreviewWindow::show;
-        strCompanyName.clear();
-        forms::todaySeat = [] { return QDate::currentDate(); };
-        StoreTest::TearDown();
-    }
-
     /// The pages of the report that was run last, as another program reads its PDF; none when none was run.
     QStringList takePages() {
         if (!shown)
