@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The export of a survey of 100 questions, each with marks of five earlier surveys, from the question about
-// overwriting to the file and its row in the register; beside it one synced write of the same bytes.
+// overwriting to the file and its row in the register; beside it one synced write of the same bytes. Leaves
+// the survey file under the second name, for export_peers.py.
 #include "core/gblGlobal.h"
 #include "exchange/surveyexport.h"
 #include "platform/forms/form.h"
@@ -63,7 +64,7 @@ int main(int argc, char** argv) {
     qputenv("XDG_CONFIG_HOME", home.filePath(u"config"_s).toUtf8());
     QFile::copy(QStringLiteral(GAUGEWELL_STORE), home.filePath(u"Tallywell.mdb"_s));
     if (argc < 2 || !QFile::copy(QString::fromLocal8Bit(argv[1]), home.filePath(u"template.xls"_s))) {
-        std::fputs("usage: bench_survey_export TEMPLATE\n", stderr);
+        std::fputs("usage: bench_survey_export TEMPLATE [SURVEYFILE]\n", stderr);
         return 2;
     }
     setHomeDirectory(home.path());
@@ -101,5 +102,5 @@ int main(int argc, char** argv) {
                 "last marks                          %8.2f\n"
                 "export of 100 questions             %8.2f\n",
                 static_cast<long long>(bytes.size()), bound, marks, whole);
-    return 0;
+    return argc < 3 || QFile::copy(written.fileName(), QString::fromLocal8Bit(argv[2])) ? 0 : 1;
 }

@@ -7,6 +7,7 @@ fill_survey.py FILE MARKS [FILE MARKS]...
 MARKS is a JSON object of cells of Sheet1 and the number or text typed into each. A locked cell ends the run with
 status 1 and leaves that file as it was. Needs libreoffice-calc-nogui and python3-uno.
 """
+import contextlib
 import json
 import os
 import subprocess
@@ -48,7 +49,9 @@ def fill(desktop, path, marks):
     document.close(True)
 
 
-def main(arguments):
+@contextlib.contextmanager
+def libreoffice():
+    """The desktop of a LibreOffice of its own, which ends with the block."""
     pipe = "fill_survey_%d" % os.getpid()
     with tempfile.TemporaryDirectory() as profile:
         office = subprocess.Popen(["soffice", "-env:UserInstallation=file://" + profile, "--headless", "--norestore",
@@ -56,8 +59,7 @@ def main(arguments):
                                   stdout=subprocess.DEVNULL)
         try:
             desktop = connect(pipe, office)
-            for path, marks in zip(arguments[::2], arguments[1::2]):
-                fill(desktop, path, json.loads(marks))
+            yield desktop
         finally:
             try:
                 desktop.terminate()
@@ -66,4 +68,7 @@ def main(arguments):
             office.wait()
 
 
-main(sys.argv[1:])
+if __name__ == "__main__":
+    with libreoffice() as office_desktop:
+        for survey_file, typed in zip(sys.argv[1::2], sys.argv[2::2]):
+            fill(office_desktop, survey_file, json.loads(typed))

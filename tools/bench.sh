@@ -4,7 +4,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-tools/packages.sh build tests
+tools/packages.sh build tests peers
 cmake --preset release -DGAUGEWELL_BENCH=ON >/dev/null
 cmake --build --preset release
 for name in index search reading start; do
@@ -12,4 +12,7 @@ for name in index search reading start; do
   "build/release/bench/bench_$name"
 done
 echo "== export =="
-build/release/bench/bench_survey_export home/template.xls
+folder=$(mktemp -d)
+trap 'rm -rf "$folder"' EXIT
+build/release/bench/bench_survey_export home/template.xls "$folder/survey.xls"
+/usr/bin/python3 bench/export_peers.py home/template.xls "$folder/survey.xls"

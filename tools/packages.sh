@@ -8,13 +8,14 @@ run="libqt6svg6 qt6-qpa-plugins fonts-dejavu-core xdg-utils"
 display="xvfb x11vnc openbox"
 tests="libgtest-dev libgmock-dev libqt6svg6 fonts-dejavu-core poppler-utils python3-xlrd python3-uno gnumeric libreoffice-calc-nogui xdg-utils"
 slides="libreoffice-impress-nogui python3-pil" # for tools/makeslides.py only
+peers="python3-xlwt" # for tools/bench.sh only
 packaging="dpkg-dev file desktop-file-utils appstream xvfb openbox xdotool python3"
 checks="clang clang-format clang-tidy libclang-rt-14-dev python3"
 
 wanted=""
 for group in "$@"; do
   case $group in
-    build | run | display | tests | packaging | checks | slides) wanted+=" ${!group}" ;;
+    build | run | display | tests | packaging | checks | slides | peers) wanted+=" ${!group}" ;;
     *) echo "packages.sh: no group '$group'" >&2; exit 2 ;;
   esac
 done
