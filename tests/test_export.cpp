@@ -3,15 +3,18 @@
 #include "exchange/cellmap.h"
 #include "exchange/frmSetting.h"
 #include "exchange/lastmarks.h"
+#include "feedback/frmFeedBackObj.h"
 #include "platform/ado/error.h"
 #include "platform/excel/application.h"
 #include "platform/mapi/client.h"
+#include "tests/support/gridform.h"
 #include "tests/support/surveytest.h"
 
 #include <QAction>
 #include <QDir>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QProcess>
 
 using namespace Qt::StringLiterals;
 using forms::Answer;
@@ -86,6 +89,11 @@ protected:
     static QString logged(const QString& fileName, bool read = false) {
         return u"Ann|"_s + fileName + u"|3|05/03/2024|7|" + (read ? u"True" : u"False");
     }
+    static void readIn() {
+        frmFeedBackObj::instance().Show();
+        clickEntry(frmFeedBackObj::instance(), "lstRespname", 1);
+        ::press(frmFeedBackObj::instance(), "cmdRead");
+    }
     QString cell(const QString& fileName, const QString& address) const {
         const excel::Workbook book = excel::Application().Workbooks().Open(path(fileName));
         return book.Worksheets(u"Sheet1"_s).Range(address).Value().text();
@@ -148,7 +156,18 @@ TEST_F(ExportTest, anExistingFileIsWrittenOverInPlace) {
               {path(name), u"{\"C14\": 7, \"D14\": 9, \"B19\": \""_s + answer + u"\", \"D18\": 3}"});
     const QJsonObject heights = seenByXlrd(path(name))[u"heights"].toObject();
     EXPECT_GT(heights[u"18"].toInt(), 2 * heights[u"17"].toInt()) << "the box grows with the answer";
-    run(u"update log set Status=True"_s); // it has been read
+    readIn();
+    const EditedGrid read(frmFeedBackObj::instance(), "grdDtls", "txtDtls");
+    EXPECT_EQ(read.row(2), u"On time?|9|7|"_s);
+    EXPECT_EQ(read.row(3), u"What else?|3||"_s + answer);
+    EXPECT_EQ(QProcess::execute(u"ssconvert"_s, {u"-T"_s, u"Gnumeric_Excel:excel_biff8"_s, u"--set"_s,
+                                                 u"C14=4"_s, path(name), path(u"by gnumeric.xls"_s)}),
+              0);
+    EXPECT_TRUE(QFile::remove(path(name)) && QFile::rename(path(u"by gnumeric.xls"_s), path(name)));
+    readIn();
+    EXPECT_EQ(read.row(2), u"On time?|9|4|"_s);
+    EXPECT_EQ(read.row(3), u"What else?|3||"_s + answer);
+    frmFeedBackObj::unload();
     run(u"delete * from responquesindex where questionid="_s + QString::number(question[3]));
     run(u"delete * from reportlinktable"_s);
     const QByteArray filled = contentOf(path(name));
