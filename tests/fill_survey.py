@@ -4,8 +4,9 @@
 
 fill_survey.py FILE MARKS [FILE MARKS]...
 
-MARKS is a JSON object of cells of Sheet1 and the number or text typed into each. A locked cell ends the run with
-status 1 and leaves that file as it was. Needs libreoffice-calc-nogui and python3-uno.
+MARKS is a JSON object of cells of Sheet1 and the number or text typed into each. One of them that is locked, or the
+first question, its last score or its key when it is not, ends the run with status 1 and leaves that file as it was.
+Needs libreoffice-calc-nogui and python3-uno.
 """
 import contextlib
 import json
@@ -40,10 +41,12 @@ def fill(desktop, path, marks):
     url = uno.systemPathToFileUrl(os.path.abspath(path))
     document = desktop.loadComponentFromURL(url, "_blank", 0, properties(Hidden=True))
     sheet = document.Sheets.getByName("Sheet1")
+    for address in ["B14", "E14", "I14"] + list(marks):
+        locked = sheet.isProtected() and sheet.getCellRangeByName(address).CellProtection.IsLocked
+        if locked == (address in marks):
+            sys.exit("%s is %s" % (address, "locked" if locked else "open"))
     for address, value in marks.items():
         cell = sheet.getCellRangeByName(address)
-        if sheet.isProtected() and cell.CellProtection.IsLocked:
-            sys.exit("%s is locked" % address)
         cell.setString(value) if isinstance(value, str) else cell.setValue(value)
     document.storeToURL(url, properties(FilterName="MS Excel 97", Overwrite=True))
     document.close(True)
