@@ -40,16 +40,18 @@ def properties(**values):
 def fill(desktop, path, marks):
     url = uno.systemPathToFileUrl(os.path.abspath(path))
     document = desktop.loadComponentFromURL(url, "_blank", 0, properties(Hidden=True))
-    sheet = document.Sheets.getByName("Sheet1")
-    for address in ["B14", "E14", "I14"] + list(marks):
-        locked = sheet.isProtected() and sheet.getCellRangeByName(address).CellProtection.IsLocked
-        if locked == (address in marks):
-            sys.exit("%s is %s" % (address, "locked" if locked else "open"))
-    for address, value in marks.items():
-        cell = sheet.getCellRangeByName(address)
-        cell.setString(value) if isinstance(value, str) else cell.setValue(value)
-    document.storeToURL(url, properties(FilterName="MS Excel 97", Overwrite=True))
-    document.close(True)
+    try:
+        sheet = document.Sheets.getByName("Sheet1")
+        for address in ["B14", "E14", "I14"] + list(marks):
+            locked = sheet.isProtected() and sheet.getCellRangeByName(address).CellProtection.IsLocked
+            if locked == (address in marks):
+                sys.exit("%s is %s" % (address, "locked" if locked else "open"))
+        for address, value in marks.items():
+            cell = sheet.getCellRangeByName(address)
+            cell.setString(value) if isinstance(value, str) else cell.setValue(value)
+        document.storeToURL(url, properties(FilterName="MS Excel 97", Overwrite=True))
+    finally:
+        document.close(True)
 
 
 @contextlib.contextmanager
