@@ -31,6 +31,7 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenuBar>
+#include <QProxyStyle>
 #include <QToolBar>
 #include <QToolButton>
 
@@ -45,6 +46,17 @@ MDIMain* mainWindow = nullptr;
 QString text(const char* ascii) {
     return QString::fromLatin1(ascii);
 }
+
+/// The style of the desktop with a picture of ours for the menus that find no room: for its own each start
+/// would look through Qt's plugins for image files.
+class Style : public QProxyStyle {
+public:
+    QIcon standardIcon(StandardPixmap icon, const QStyleOption* option,
+                       const QWidget* widget) const override {
+        return icon == SP_ToolBarHorizontalExtensionButton ? picture(u"more"_s)
+                                                           : QProxyStyle::standardIcon(icon, option, widget);
+    }
+};
 
 } // namespace
 
@@ -63,6 +75,7 @@ void MDIMain::destroy() {
 }
 
 MDIMain::MDIMain() : stsBar(new forms::StatusBar(this)), area(new QMdiArea(this)) {
+    QApplication::setStyle(new Style);
     setObjectName(u"MDIMain"_s);
     setWindowTitle(u"Gaugewell"_s);
     QApplication::setWindowIcon(picture(u"logo"_s));
