@@ -75,7 +75,9 @@ void MDIMain::destroy() {
 }
 
 MDIMain::MDIMain() : stsBar(new forms::StatusBar(this)), area(new QMdiArea(this)) {
-    QApplication::setStyle(new Style);
+    auto* style = new Style;
+    style->setParent(qApp);
+    QApplication::setStyle(style);
     setObjectName(u"MDIMain"_s);
     setWindowTitle(u"Gaugewell"_s);
     QApplication::setWindowIcon(picture(u"logo"_s));
