@@ -48,10 +48,11 @@ QStringList SurveyReader::readAll(const QStringList& paths, const Tell& tell) {
         clock.start();
         const bool good = toReadTogether([&] {
             do {
+                const qsizetype now = next++;
                 if (tell)
-                    tell(titles[next], paths.size() - next - 1);
-                toSetLogStatus(titles[next]);
-                toReadFile(paths[next++]);
+                    tell(titles[now], paths.size() - next);
+                toSetLogStatus(titles[now]);
+                toReadFile(paths[now]);
             } while (next < paths.size() && clock.elapsed() < longestTransaction);
         });
         if (!good && committed)

@@ -358,6 +358,10 @@ TEST_F(FaultsTest, manyFilesOfWhichOneFillsTheDisk) {
         titles << QString::fromLatin1(name);
     }
     QStringList bad;
+    runRaw(u"alter table log rename to away"_s);
+    EXPECT_EQ(heard([&] { bad = SurveyReader().readAll(files); }).size(), 1);
+    runRaw(u"alter table away rename to log"_s);
+    EXPECT_EQ(bad, titles);
     EXPECT_EQ(heard([&] { bad = SurveyReader().readAll(files.first(1)); }), QStringList());
     runRaw(u"vacuum"_s);
     runRaw(u"pragma max_page_count = 1"_s);
