@@ -2,6 +2,7 @@
 #include "core/failure.h"
 
 #include "core/gblGlobal.h"
+#include "core/transaction.h"
 #include "platform/crystal/reporterror.h"
 #include "platform/forms/form.h"
 #include "platform/forms/msgbox.h"
@@ -22,17 +23,6 @@ void toShowErrors(const QString& prefix) {
         forms::msgBox(prefix + QString::number(errDatabase.Number) + u"\r\n" + errDatabase.Description);
 }
 
-void rollBack() {
-    if (!cnnMain)
-        return;
-    const ado::ErrorList errors = cnnMain->Errors();
-    try {
-        cnnMain->RollbackTrans();
-    } catch (const ado::Failure&) {
-        cnnMain->Errors() = errors; // the store has rolled back by itself; what made it do so is to be told
-    }
-}
-
 /// Number and description of a failure that may be the store's or a computation's.
 ado::Error errorOf(const std::exception& failure) {
     constexpr int subscriptOutOfRange = 9;
@@ -51,18 +41,15 @@ ado::Error errorOf(const std::exception& failure) {
 } // namespace
 
 bool guarded(const FailureHandler& handler, const std::function<void()>& procedure) {
-    using Rollback = FailureHandler::Rollback;
     try {
         procedure();
         return true;
     } catch (const std::exception&) {
         if (handler.form)
             handler.form->setMousePointer(forms::DefaultPointer);
-        if (handler.rollback == Rollback::BeforeMessages)
-            rollBack();
+        if (Transaction::isOpen())
+            throw;
         toShowErrors(handler.prefix);
-        if (handler.rollback == Rollback::AfterMessages)
-            rollBack();
         return false;
     }
 }
@@ -72,6 +59,8 @@ bool guardedWithNumber(const QString& separator, const std::function<void()>& pr
         procedure();
         return true;
     } catch (const std::exception& failure) {
+        if (Transaction::isOpen())
+            throw;
         if (cnnMain)
             cnnMain->Errors().Clear(); // this message tells it
         const ado::Error error = errorOf(failure);
@@ -87,6 +76,8 @@ bool guardedWithDescription(const std::function<void()>& procedure) {
         procedure();
         return true;
     } catch (const std::exception& failure) {
+        if (Transaction::isOpen())
+            throw;
         if (cnnMain && cnnMain->Errors().Count() > 0)
             toShowErrors(u"Error : "_s);
         else

@@ -11,17 +11,15 @@ class Form;
 
 /// How a procedure ends when a step of it fails.
 struct FailureHandler {
-    enum class Rollback { None, AfterMessages, BeforeMessages };
-
     QString prefix = QStringLiteral("Error : "); ///< stands before the number of each error
     forms::Form* form = nullptr;                 ///< whose mouse pointer goes back to the default
-    Rollback rollback = Rollback::None;          ///< for a procedure that opened a transaction
 };
 
 /// Runs a procedure under the standard failure handler: the first failure ends it; the mouse pointer goes
-/// back; each error that the connection recorded is shown in a message of its own; an open transaction is
-/// rolled back when the handler says so. A failure that has nothing to do with the database ends the
-/// procedure without a word. Returns true when the procedure ran to its end.
+/// back; each error that the connection recorded is shown in a message of its own. A failure that has nothing
+/// to do with the database ends the procedure without a word. Within an open Transaction nothing is shown and
+/// the failure is thrown on, to the procedure that holds the transaction. Returns true when the procedure ran
+/// to its end.
 bool guarded(const FailureHandler& handler, const std::function<void()>& procedure);
 
 /// Runs a procedure whose handler shows the one failure that ended it, whatever its source: number,

@@ -2,24 +2,10 @@
 #include "core/worktable.h"
 
 #include "core/gblGlobal.h"
-
-namespace {
-
-void commitOrRollBack() {
-    try {
-        cnnMain->CommitTrans();
-    } catch (const ado::Failure&) {
-        const ado::ErrorList errors = cnnMain->Errors();
-        cnnMain->RollbackTrans();
-        cnnMain->Errors() = errors;
-        throw;
-    }
-}
-
-} // namespace
+#include "core/transaction.h"
 
 std::exception_ptr toKeepWritten(const std::function<void()>& write) {
-    cnnMain->BeginTrans();
+    Transaction transaction;
     std::exception_ptr failure;
     try {
         write();
@@ -28,7 +14,7 @@ std::exception_ptr toKeepWritten(const std::function<void()>& write) {
             throw; // the store has rolled back by itself
         failure = std::current_exception();
     }
-    commitOrRollBack();
+    transaction.Commit();
     return failure;
 }
 

@@ -5,6 +5,7 @@
 #include "core/backup.h"
 #include "core/failure.h"
 #include "core/gblGlobal.h"
+#include "core/transaction.h"
 #include "platform/forms/clock.h"
 #include "platform/forms/msgbox.h"
 #include "search/frmSearch.h"
@@ -173,12 +174,12 @@ void frmImprovementPlan::cmdSave_Click() {
 }
 
 void frmImprovementPlan::toSaveActionDtls() {
-    const bool saved = guarded({.form = this, .rollback = FailureHandler::Rollback::AfterMessages}, [this] {
+    const bool saved = guarded({.form = this}, [this] {
         toReconnect();
-        cnnMain->BeginTrans();
+        Transaction transaction;
         for (const QString& name : chosenCustomers())
             toSaveActionOf(name);
-        cnnMain->CommitTrans();
+        transaction.Commit();
     });
     if (saved)
         toFillListView();
@@ -250,10 +251,10 @@ void frmImprovementPlan::torefreshOnCustomerNameClick() {
 }
 
 void frmImprovementPlan::toupdateStatus() {
-    const bool updated = guarded({.form = this, .rollback = FailureHandler::Rollback::AfterMessages}, [this] {
+    const bool updated = guarded({.form = this}, [this] {
         toReconnect();
         const std::vector<QDate> dates = chosenDates();
-        cnnMain->BeginTrans();
+        Transaction transaction;
         for (const QString& name : chosenCustomers()) {
             const QString custid = custidOf(name);
             for (const QDate& date : dates) {
@@ -267,7 +268,7 @@ void frmImprovementPlan::toupdateStatus() {
                 plan.Update();
             }
         }
-        cnnMain->CommitTrans();
+        transaction.Commit();
     });
     if (updated)
         toFillListView();
@@ -275,14 +276,14 @@ void frmImprovementPlan::toupdateStatus() {
 }
 
 void frmImprovementPlan::toDeleteActionForSelectedCustomer() {
-    guarded({.form = this, .rollback = FailureHandler::Rollback::AfterMessages}, [this] {
+    guarded({.form = this}, [this] {
         toReconnect();
         const QStringList names = chosenCustomers();
         const std::vector<QDate> dates = chosenDates();
         if (names.isEmpty() || dates.empty())
             return;
         toBackupBeforeLoss();
-        cnnMain->BeginTrans();
+        Transaction transaction;
         for (const QString& name : names) {
             const QString custid = custidOf(name);
             for (const QDate& date : dates) {
@@ -290,7 +291,7 @@ void frmImprovementPlan::toDeleteActionForSelectedCustomer() {
                                  toSqlDate(date) + u"#");
             }
         }
-        cnnMain->CommitTrans();
+        transaction.Commit();
         toShowNoAction();
     });
 }

@@ -5,6 +5,7 @@
 #include "core/backup.h"
 #include "core/failure.h"
 #include "core/gblGlobal.h"
+#include "core/transaction.h"
 #include "platform/forms/msgbox.h"
 #include "reference/gridtools.h"
 #include "ui_frmCustomer.h"
@@ -163,12 +164,12 @@ void frmCustomer::toShowNoRespondents() {
 
 void frmCustomer::toSaveCustomerDtls() {
     setMousePointer(forms::Hourglass);
-    const bool saved = guarded({.form = this, .rollback = FailureHandler::Rollback::AfterMessages}, [this] {
+    const bool saved = guarded({.form = this}, [this] {
         toReconnect();
-        cnnMain->BeginTrans();
+        Transaction transaction;
         for (int row = 1; row < ui->grdCustomerDtls->Rows(); ++row)
             toSaveCustomerRow(row);
-        cnnMain->CommitTrans();
+        transaction.Commit();
     });
     if (!saved)
         return;
@@ -223,12 +224,12 @@ QString frmCustomer::toMakeDuplicateTest() const {
 
 void frmCustomer::toSaveRespondentDetails() {
     setMousePointer(forms::Hourglass);
-    const bool saved = guarded({.form = this, .rollback = FailureHandler::Rollback::AfterMessages}, [this] {
+    const bool saved = guarded({.form = this}, [this] {
         toReconnect();
-        cnnMain->BeginTrans();
+        Transaction transaction;
         for (int row = 1; row < ui->grdRespondentDtls->Rows(); ++row)
             toSaveRespondentRow(row);
-        cnnMain->CommitTrans();
+        transaction.Commit();
     });
     if (saved)
         toRefreshRespondentDetails();

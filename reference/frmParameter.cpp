@@ -5,6 +5,7 @@
 #include "core/backup.h"
 #include "core/failure.h"
 #include "core/gblGlobal.h"
+#include "core/transaction.h"
 #include "platform/forms/msgbox.h"
 #include "reference/gridtools.h"
 #include "ui_frmParameter.h"
@@ -150,12 +151,12 @@ void frmParameter::toRefreshQuestionDtls() {
 
 void frmParameter::toSaveParameterDtls() {
     setMousePointer(forms::Hourglass);
-    const bool saved = guarded({.form = this, .rollback = FailureHandler::Rollback::AfterMessages}, [this] {
+    const bool saved = guarded({.form = this}, [this] {
         toReconnect();
-        cnnMain->BeginTrans();
+        Transaction transaction;
         for (int row = 1; row < ui->grdParameterDtls->Rows(); ++row)
             toSaveParameterRow(row);
-        cnnMain->CommitTrans();
+        transaction.Commit();
     });
     if (!saved)
         return;
@@ -189,12 +190,12 @@ void frmParameter::toSaveParameterRow(int row) {
 
 void frmParameter::toSaveQuestionDetails() {
     setMousePointer(forms::Hourglass);
-    const bool saved = guarded({.form = this, .rollback = FailureHandler::Rollback::AfterMessages}, [this] {
+    const bool saved = guarded({.form = this}, [this] {
         toReconnect();
-        cnnMain->BeginTrans();
+        Transaction transaction;
         for (int row = 1; row < ui->grdQuestionDtls->Rows(); ++row)
             toSaveQuestionRow(row);
-        cnnMain->CommitTrans();
+        transaction.Commit();
     });
     if (saved)
         toRefreshQuestionDtls();

@@ -5,13 +5,13 @@
 #include "core/backup.h"
 #include "core/failure.h"
 #include "core/gblGlobal.h"
+#include "core/transaction.h"
 #include "platform/forms/msgbox.h"
 #include "survey/frmPasteSurvey.h"
 #include "ui_frmEditExistingSurvey.h"
 
 using namespace Qt::StringLiterals;
 using forms::msgBox;
-using Rollback = FailureHandler::Rollback;
 namespace style = forms::style;
 
 namespace {
@@ -139,10 +139,10 @@ void frmEditExistingSurvey::lstSurvetDates_KeyDown(int key) {
 void frmEditExistingSurvey::toDeleteSurvey() {
     if (!showsStore()) // the rows of the grid cannot be counted on
         return;
-    guarded({.form = this, .rollback = Rollback::BeforeMessages}, [this] {
+    guarded({.form = this}, [this] {
         toReconnect();
         toBackupBeforeLoss();
-        cnnMain->BeginTrans();
+        Transaction transaction;
         const SurveyContext survey = context();
         const QString date = u"#"_s + toSqlDate(toDate(survey.date)) + u"#";
         const QString ofDate =
@@ -165,7 +165,7 @@ void frmEditExistingSurvey::toDeleteSurvey() {
             cnnMain->Execute(u"delete * from log where surveyid="_s + surveyid + u" and respid=" +
                              respondentid);
         }
-        cnnMain->CommitTrans();
+        transaction.Commit();
         toFillSurveyDateList();
     });
 }
@@ -178,18 +178,18 @@ bool frmEditExistingSurvey::hasCustomerQuestions(const QString& custid) const {
 
 /// For a date without questions: deletes all surveys of the customer when none has questions any more.
 void frmEditExistingSurvey::toDeleteEmptySurvey() {
-    guarded({.form = this, .rollback = Rollback::BeforeMessages}, [this] {
+    guarded({.form = this}, [this] {
         toReconnect();
         const SurveyContext survey = context();
         const QString custid = QString::number(toGetCustID(survey.customer));
         if (!hasCustomerQuestions(custid)) {
             toBackupBeforeLoss(); // which cannot be done within a transaction
-            cnnMain->BeginTrans();
+            Transaction transaction;
             cnnMain->Execute(u"delete * from feedbackobjective where surveyid="_s +
                              toGetSurveyID(survey.date, survey.customer) + u" and respondentid=" +
                              toGetRespondentID(survey.respondent));
             cnnMain->Execute(u"delete * from survey where custid="_s + custid);
-            cnnMain->CommitTrans();
+            transaction.Commit();
         }
         toFillSurveyDateList();
     });

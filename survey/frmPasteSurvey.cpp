@@ -3,6 +3,7 @@
 
 #include "core/failure.h"
 #include "core/gblGlobal.h"
+#include "core/transaction.h"
 #include "core/worktable.h"
 #include "platform/forms/msgbox.h"
 #include "reference/gridtools.h"
@@ -112,10 +113,10 @@ void frmPasteSurvey::toDeleteCopyDeteails() {
 }
 
 void frmPasteSurvey::toSaveTheCopyDetails() {
-    guarded({.form = this, .rollback = FailureHandler::Rollback::BeforeMessages}, [this] {
+    guarded({.form = this}, [this] {
         toReconnect();
         const SurveyContext source = lists.picked();
-        cnnMain->BeginTrans();
+        Transaction transaction;
         cnnMain->Execute(u"delete * from copydetails"_s);
         ado::Recordset copydetails;
         copydetails.Open(u"select * from copydetails"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
@@ -125,7 +126,7 @@ void frmPasteSurvey::toSaveTheCopyDetails() {
         copydetails["respid"] = toGetCopiedRespondent(target().respondent);
         copydetails["surveyid"] = toGetSurveyID(source.date, source.customer);
         copydetails.Update();
-        cnnMain->CommitTrans();
+        transaction.Commit();
     });
 }
 

@@ -5,6 +5,7 @@
 #include "core/failure.h"
 #include "core/gblGlobal.h"
 #include "core/pictures.h"
+#include "core/transaction.h"
 #include "exchange/setting.h"
 #include "platform/forms/flexgrid.h"
 #include "platform/forms/msgbox.h"
@@ -15,7 +16,6 @@
 #include <QTextDocument>
 
 using namespace Qt::StringLiterals;
-using Rollback = FailureHandler::Rollback;
 
 namespace {
 
@@ -270,12 +270,12 @@ void SurveyEditor::toSaveParamAndQuest() {
         toRefreshGrid();
         return;
     }
-    guarded({.form = this, .rollback = Rollback::BeforeMessages}, [this] {
+    guarded({.form = this}, [this] {
         toReconnect();
-        cnnMain->BeginTrans();
+        Transaction transaction;
         toSaveSurveyID();
         toRewrite();
-        cnnMain->CommitTrans();
+        transaction.Commit();
         toRefreshGrid();
         intDel = 1;
     });
@@ -291,15 +291,13 @@ void SurveyEditor::toRefreshGrid() {
 void SurveyEditor::toMoveRow(int step, bool stays) {
     forms::MSHFlexGrid* grid = control.grdParamAndQuest;
     const int row = grid->Row();
-    guarded({.form = this, .rollback = Rollback::BeforeMessages}, [&] {
+    guarded({.form = this}, [&] {
         toReconnect();
-        cnnMain->BeginTrans();
-        if (stays) {
-            cnnMain->RollbackTrans();
+        Transaction transaction;
+        if (stays)
             return;
-        }
         toMoveQuestion(context(), questionAt(row), row, step);
-        cnnMain->CommitTrans();
+        transaction.Commit();
         toRefreshGrid();
         grid->setRow(row + step);
     });

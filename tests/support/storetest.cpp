@@ -16,6 +16,7 @@ using namespace Qt::StringLiterals;
 
 ExpectedMessages::ExpectedMessages() {
     forms::messageSeat = [this](const forms::Message& message) {
+        EXPECT_FALSE(cnnMain && cnnMain->InTransaction()) << "the store is locked while the user reads";
         if (waiting.empty()) {
             ADD_FAILURE() << "unexpected message: " << message.text.toStdString();
             return forms::Answer::Cancel;
