@@ -48,6 +48,19 @@ void frmFeedBackObj::connectEvents() {
     connect(ui->cmdHelp, &QPushButton::clicked, this, [] { toShowHelpTopic(helpContext); });
     connect(ui->cmdClose, &QPushButton::clicked, this, [this] { Unload(); });
     editor->onChange = [this](const QString& text) { txtDtls_Change(text); };
+    editor->fit = [this](int row, int col, const QString& text) -> std::optional<QString> {
+        const forms::MSHFlexGrid* grid = ui->grdDtls;
+        const bool blank = text.trimmed().isEmpty();
+        switch (toJudgeChange(col, grid->TextMatrix(row, feedbackColumn::type), text)) {
+        case Judgement::Take:
+            return text;
+        case Judgement::Blank:
+            return blank ? std::optional(QString()) : std::nullopt;
+        case Judgement::SetBack: // a block that was copied with its questions
+            return text == grid->TextMatrix(row, col) ? std::optional(text) : std::nullopt;
+        }
+        return {};
+    };
     editor->accepts = [this](QChar character) { return toAcceptCharacter(ui->grdDtls->Col(), character); };
 }
 

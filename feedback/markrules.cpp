@@ -11,7 +11,7 @@ constexpr int highestMark = 10;
 
 bool isMark(const QString& text) {
     try {
-        ado::toWhole(text, 0, highestMark);
+        ado::toWhole(text, INT16_MIN, highestMark);
         return true;
     } catch (const ado::Failure&) {
         return false;

@@ -25,8 +25,8 @@ enum class Judgement {
 };
 
 /// What becomes of a text that has been typed or pasted into the box over a cell of that column, in the row
-/// of a question of that type. A mark is a whole number from 0 to 10 after rounding; any other text that is
-/// not blank blanks the cell.
+/// of a question of that type. A mark is a whole number of 10 at most after rounding, a negative one
+/// included; any other text that is not blank blanks the cell.
 Judgement toJudgeChange(int column, const QString& type, const QString& text);
 
 /// Whether a character may be typed into a cell of that column.

@@ -96,7 +96,7 @@ void frmCustomer::SetEditRespondentTextBox(int ColPos, int RowPos) {
 }
 
 QString frmCustomer::currentCustID() const {
-    return ui->grdCustomerDtls->TextMatrix(ui->grdCustomerDtls->Row(), custidColumn);
+    return currentKey(ui->grdCustomerDtls, custidColumn);
 }
 
 void frmCustomer::grdCustomerDtls_Click() {
@@ -124,6 +124,7 @@ void frmCustomer::toMoveWithCustomer(GridEditor::RowMove move) {
 void frmCustomer::toRefreshCustomerDetails() {
     guarded({.form = this}, [this] {
         toReconnect();
+        const QString inHand = currentCustID();
         ado::Recordset customer;
         customer.Open(u"select * from customer"_s, *cnnMain);
         if (customer.Eof())
@@ -131,28 +132,38 @@ void frmCustomer::toRefreshCustomerDetails() {
         else
             toFillGridFrom(ui->grdCustomerDtls, customer,
                            {"custname", "Address", "telno", "email", "custid"});
+        goToKey(ui->grdCustomerDtls, custidColumn, inHand);
     });
 }
 
 void frmCustomer::toRefreshRespondentDetails() {
-    guarded({.form = this}, [this] {
+    forms::MSHFlexGrid* grid = ui->grdRespondentDtls;
+    const QString custid = currentCustID();
+    if (respondentsOf != custid) { // also when they cannot be read
+        respondentsOf.reset();
+        toEmptyGrid(grid);
+    }
+    const bool read = guarded({.form = this}, [&] {
         toReconnect();
-        forms::MSHFlexGrid* grid = ui->grdRespondentDtls;
-        if (currentCustID().isEmpty()) {
+        if (custid.isEmpty()) {
             toShowNoRespondents();
             ui->grdCustomerDtls->setFocus();
             return;
         }
         ado::Recordset respondent;
-        respondent.Open(u"select * from respondent where custid="_s + currentCustID(), *cnnMain);
+        respondent.Open(u"select * from respondent where custid="_s + custid, *cnnMain);
         if (respondent.Eof()) {
             toShowNoRespondents();
             return;
         }
+        const QString inHand = currentKey(grid, respondentidColumn);
         toFillGridFrom(grid, respondent,
                        {"respondentname", "respondentdesignation", "emailid", "respondentid"});
+        goToKey(grid, respondentidColumn, inHand);
         SetEditRespondentTextBox(grid->Col(), grid->Row());
     });
+    if (read)
+        respondentsOf = custid;
 }
 
 void frmCustomer::toShowNoRespondents() {
@@ -164,44 +175,52 @@ void frmCustomer::toShowNoRespondents() {
 
 void frmCustomer::toSaveCustomerDtls() {
     setMousePointer(forms::Hourglass);
-    const bool saved = guarded({.form = this}, [this] {
+    forms::MSHFlexGrid* grid = ui->grdCustomerDtls;
+    QString inHand;
+    const bool saved = guarded({.form = this}, [&] {
         toReconnect();
         Transaction transaction;
-        for (int row = 1; row < ui->grdCustomerDtls->Rows(); ++row)
-            toSaveCustomerRow(row);
+        for (int row = 1; row < grid->Rows(); ++row) {
+            const QString custid = toSaveCustomerRow(row);
+            if (row == grid->Row())
+                inHand = custid;
+        }
         transaction.Commit();
     });
     if (!saved)
         return;
-    const int row = ui->grdCustomerDtls->Row();
+    if (currentCustID().isEmpty() && respondentsOf == QString() && !inHand.isEmpty())
+        respondentsOf = inHand; // typed for the new customer
+    grid->setTextMatrix(grid->Row(), custidColumn, inHand);
     toRefreshCustomerDetails();
-    if (ui->grdCustomerDtls->Row() != row)
+    if (respondentsOf != currentCustID())
         grdCustomerDtls_Click(); // the row in hand was not stored
     SetEditTextBox(ui->grdCustomerDtls->Col(), ui->grdCustomerDtls->Row());
     customers->focusBox();
     setMousePointer(forms::DefaultPointer);
 }
 
-void frmCustomer::toSaveCustomerRow(int row) {
+QString frmCustomer::toSaveCustomerRow(int row) {
     const auto cell = [&](int column) { return ui->grdCustomerDtls->TextMatrix(row, column); };
     ado::Recordset customer;
     if (cell(custidColumn).isEmpty()) {
         customer.Open(u"select * from customer where CustName='"_s + toStoredText(cell(1)) + u"'", *cnnMain,
                       ado::Recordset::Lock::Optimistic);
         if (!customer.Eof())
-            return; // a customer of that name exists
+            return {}; // a customer of that name exists
         customer.AddNew();
     } else {
         customer.Open(u"select * from customer where custid="_s + cell(custidColumn), *cnnMain,
                       ado::Recordset::Lock::Optimistic);
         if (customer.Eof())
-            return;
+            return {};
     }
     customer["custname"] = toStoredText(cell(1));
     customer["Address"] = cell(2).isEmpty() ? u" "_s : toStoredText(cell(2));
     customer["telno"] = nullWhenEmpty(cell(3));
     customer["email"] = nullWhenEmpty(cell(4));
     customer.Update();
+    return customer["custid"].Text();
 }
 
 /// Whether a respondent of the name and designation in the grid's current row stands under the current
@@ -223,20 +242,34 @@ QString frmCustomer::toMakeDuplicateTest() const {
 }
 
 void frmCustomer::toSaveRespondentDetails() {
+    if (respondentsOf != currentCustID()) {
+        msgBox(
+            u"The respondents of this customer could not be read. Click the customer to read them. Nothing "
+            "has been saved."_s,
+            style::information, u"Gaugewell v2.1"_s);
+        return;
+    }
     setMousePointer(forms::Hourglass);
-    const bool saved = guarded({.form = this}, [this] {
+    forms::MSHFlexGrid* grid = ui->grdRespondentDtls;
+    QString inHand;
+    const bool saved = guarded({.form = this}, [&] {
         toReconnect();
         Transaction transaction;
-        for (int row = 1; row < ui->grdRespondentDtls->Rows(); ++row)
-            toSaveRespondentRow(row);
+        for (int row = 1; row < grid->Rows(); ++row) {
+            const QString respondentid = toSaveRespondentRow(row);
+            if (row == grid->Row())
+                inHand = respondentid;
+        }
         transaction.Commit();
     });
-    if (saved)
+    if (saved) {
+        grid->setTextMatrix(grid->Row(), respondentidColumn, inHand);
         toRefreshRespondentDetails();
+    }
     setMousePointer(forms::DefaultPointer);
 }
 
-void frmCustomer::toSaveRespondentRow(int row) {
+QString frmCustomer::toSaveRespondentRow(int row) {
     const auto cell = [&](int column) { return ui->grdRespondentDtls->TextMatrix(row, column); };
     const bool isNew = cell(respondentidColumn).isEmpty();
     ado::Recordset respondent;
@@ -244,14 +277,14 @@ void frmCustomer::toSaveRespondentRow(int row) {
         respondent.Open(toMakeDuplicateTest(), *cnnMain, ado::Recordset::Lock::Optimistic);
         if (!respondent.Eof()) {
             toRefreshRespondentDetails();
-            return;
+            return {};
         }
         respondent.AddNew();
     } else {
         respondent.Open(u"select * from respondent where respondentid="_s + cell(respondentidColumn),
                         *cnnMain, ado::Recordset::Lock::Optimistic);
         if (respondent.Eof())
-            return;
+            return {};
     }
     respondent["respondentname"] = nullWhenEmpty(cell(1));
     if (isNew || !cell(designationColumn).isEmpty())
@@ -259,6 +292,7 @@ void frmCustomer::toSaveRespondentRow(int row) {
     respondent["emailid"] = toStoredText(cell(3));
     respondent["custid"] = currentCustID();
     respondent.Update();
+    return respondent["respondentid"].Text();
 }
 
 void frmCustomer::toDeleteCustomer() {
@@ -290,8 +324,7 @@ void frmCustomer::toDeleteCustomer() {
 void frmCustomer::toDeleteRespondentDetails() {
     guarded({.form = this}, [this] {
         toReconnect();
-        const forms::MSHFlexGrid* grid = ui->grdRespondentDtls;
-        const QString respondentid = grid->TextMatrix(grid->Row(), respondentidColumn);
+        const QString respondentid = currentKey(ui->grdRespondentDtls, respondentidColumn);
         if (!respondentid.isEmpty()) {
             toBackupBeforeLoss();
             cnnMain->Execute(u"delete * from respondent where respondentid="_s + respondentid);

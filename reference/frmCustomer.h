@@ -5,6 +5,7 @@
 #include "reference/grideditor.h"
 
 #include <memory>
+#include <optional>
 
 namespace Ui {
 class frmCustomer;
@@ -50,12 +51,16 @@ private:
     void toMoveWithCustomer(GridEditor::RowMove move);
     /// Whether every respondent has a designation; tells of the first that has none.
     bool toCheckDesignations(bool resetPointer);
-    void toSaveCustomerRow(int row);
-    void toSaveRespondentRow(int row);
+    // They return the key of the stored row; empty when the row was passed over.
+    QString toSaveCustomerRow(int row);
+    QString toSaveRespondentRow(int row);
     QString toMakeDuplicateTest() const;
     QString currentCustID() const;
 
     std::unique_ptr<Ui::frmCustomer> ui;
     GridEditor* customers = nullptr;
     GridEditor* respondents = nullptr;
+    /// The custid whose respondents the lower grid shows, empty for a customer that is not stored; nothing
+    /// when they could not be read.
+    std::optional<QString> respondentsOf;
 };

@@ -21,6 +21,17 @@ constexpr int paramidColumn = 2;
 constexpr int typeColumn = 2;
 constexpr int questionidColumn = 3;
 
+/// In the Type column one key fills the word: S Score, D Descriptive. Whatever does not begin with one of
+/// these capitals is wiped.
+QString typeOf(const QString& text) {
+    const QString letter = text.trimmed().toUpper();
+    if (letter == u"S")
+        return u"Score"_s;
+    if (letter == u"D")
+        return u"Descriptive"_s;
+    return text.startsWith(u'D') || text.startsWith(u'S') ? text : QString();
+}
+
 } // namespace
 
 frmParameter::frmParameter() : DefaultForm(Kind::SubWindow), ui(std::make_unique<Ui::frmParameter>()) {
@@ -57,6 +68,12 @@ void frmParameter::connectEvents() {
     parameters->enterCommand = [this] { cmdAddParameter(); };
     parameters->onRowChange = [this](GridEditor::RowMove) { grdParameterDtls_Click(); };
     questions->onChange = [this](const QString& text) { txtQuestionDtls_Change(text); };
+    questions->fit = [](int, int col, const QString& text) -> std::optional<QString> {
+        if (col != typeColumn || text.trimmed().isEmpty())
+            return text;
+        const QString type = typeOf(text);
+        return type.isEmpty() ? std::nullopt : std::optional(type);
+    };
 }
 
 void frmParameter::onLoad() {
@@ -91,49 +108,48 @@ void frmParameter::SetEditQuestionTextBox(int ColPos, int RowPos) {
 }
 
 QString frmParameter::currentParamID() const {
-    return ui->grdParameterDtls->TextMatrix(ui->grdParameterDtls->Row(), paramidColumn);
+    return currentKey(ui->grdParameterDtls, paramidColumn);
 }
 
 void frmParameter::grdParameterDtls_Click() {
     toRefreshQuestionDtls();
 }
 
-/// In the Type column one key fills the word: S Score, D Descriptive. Whatever does not begin with one of
-/// these capitals is wiped.
 void frmParameter::txtQuestionDtls_Change(const QString& text) {
     forms::MSHFlexGrid* grid = ui->grdQuestionDtls;
-    QLineEdit* box = ui->txtQuestionDtls;
-    grid->setTextMatrix(grid->Row(), grid->Col(), text);
-    if (grid->Col() != typeColumn)
-        return;
-    const QString letter = text.trimmed().toUpper();
-    if (letter == u"S")
-        box->setText(u"Score"_s);
-    else if (letter == u"D")
-        box->setText(u"Descriptive"_s);
-    if (!box->text().startsWith(u'D') && !box->text().startsWith(u'S'))
-        box->clear();
+    const QString taken = grid->Col() == typeColumn ? typeOf(text) : text;
+    if (taken != text)
+        ui->txtQuestionDtls->setText(taken);
+    grid->setTextMatrix(grid->Row(), grid->Col(), taken);
 }
 
 void frmParameter::toRefreshPrameterDetails() {
     guarded({.form = this}, [this] {
         toReconnect();
+        const QString inHand = currentParamID();
         ado::Recordset parameter;
         parameter.Open(u"select * from parameter"_s, *cnnMain);
         if (parameter.Eof())
             toEmptyGrid(ui->grdParameterDtls);
         else
             toFillGridFrom(ui->grdParameterDtls, parameter, {"parametername", "paramid"});
+        goToKey(ui->grdParameterDtls, paramidColumn, inHand);
     });
 }
 
 void frmParameter::toRefreshQuestionDtls() {
-    guarded({.form = this}, [this] {
+    forms::MSHFlexGrid* grid = ui->grdQuestionDtls;
+    const QString paramid = currentParamID();
+    const QString inHand = currentKey(grid, questionidColumn);
+    if (questionsOf != paramid) { // also when they cannot be read
+        questionsOf.reset();
+        toEmptyGrid(grid);
+    }
+    const bool read = guarded({.form = this}, [&] {
         toReconnect();
-        forms::MSHFlexGrid* grid = ui->grdQuestionDtls;
         ado::Recordset question;
-        if (!currentParamID().isEmpty())
-            question.Open(u"select * from questions where paramid ="_s + currentParamID(), *cnnMain);
+        if (!paramid.isEmpty())
+            question.Open(u"select * from questions where paramid ="_s + paramid, *cnnMain);
         if (!question.IsOpen() || question.Eof()) {
             toEmptyGrid(grid);
         } else {
@@ -145,30 +161,40 @@ void frmParameter::toRefreshQuestionDtls() {
                 grid->setTextMatrix(row, questionidColumn, question["questionid"].Text());
             }
         }
+        goToKey(grid, questionidColumn, inHand);
         SetEditQuestionTextBox(grid->Col(), grid->Row());
     });
+    if (read)
+        questionsOf = paramid;
 }
 
 void frmParameter::toSaveParameterDtls() {
     setMousePointer(forms::Hourglass);
-    const bool saved = guarded({.form = this}, [this] {
+    forms::MSHFlexGrid* grid = ui->grdParameterDtls;
+    QString inHand;
+    const bool saved = guarded({.form = this}, [&] {
         toReconnect();
         Transaction transaction;
-        for (int row = 1; row < ui->grdParameterDtls->Rows(); ++row)
-            toSaveParameterRow(row);
+        for (int row = 1; row < grid->Rows(); ++row) {
+            const QString paramid = toSaveParameterRow(row);
+            if (row == grid->Row())
+                inHand = paramid;
+        }
         transaction.Commit();
     });
     if (!saved)
         return;
-    const int row = ui->grdParameterDtls->Row();
+    if (currentParamID().isEmpty() && questionsOf == QString() && !inHand.isEmpty())
+        questionsOf = inHand; // typed for the new parameter
+    grid->setTextMatrix(grid->Row(), paramidColumn, inHand);
     toRefreshPrameterDetails();
-    if (ui->grdParameterDtls->Row() != row)
+    if (questionsOf != currentParamID())
         grdParameterDtls_Click(); // the row in hand was not stored
     SetEditParameterTextBox(ui->grdParameterDtls->Col(), ui->grdParameterDtls->Row());
     setMousePointer(forms::DefaultPointer);
 }
 
-void frmParameter::toSaveParameterRow(int row) {
+QString frmParameter::toSaveParameterRow(int row) {
     const QString name = toStoredText(ui->grdParameterDtls->TextMatrix(row, 1));
     const QString paramid = ui->grdParameterDtls->TextMatrix(row, paramidColumn);
     ado::Recordset parameter;
@@ -176,33 +202,48 @@ void frmParameter::toSaveParameterRow(int row) {
         parameter.Open(u"select * from parameter where paramid="_s + paramid, *cnnMain,
                        ado::Recordset::Lock::Optimistic);
         if (parameter.Eof())
-            return;
+            return {};
     } else {
         parameter.Open(u"select * from parameter where parametername='"_s + name + u"'", *cnnMain,
                        ado::Recordset::Lock::Optimistic);
         if (!parameter.Eof())
-            return; // a parameter of that name exists
+            return {}; // a parameter of that name exists
         parameter.AddNew();
     }
     parameter["parametername"] = name;
     parameter.Update();
+    return parameter["paramid"].Text();
 }
 
 void frmParameter::toSaveQuestionDetails() {
+    if (questionsOf != currentParamID()) {
+        msgBox(
+            u"The questions of this parameter could not be read. Click the parameter to read them. Nothing "
+            "has been saved."_s,
+            style::information, u"Gaugewell v2.1"_s);
+        return;
+    }
     setMousePointer(forms::Hourglass);
-    const bool saved = guarded({.form = this}, [this] {
+    forms::MSHFlexGrid* grid = ui->grdQuestionDtls;
+    QString inHand;
+    const bool saved = guarded({.form = this}, [&] {
         toReconnect();
         Transaction transaction;
-        for (int row = 1; row < ui->grdQuestionDtls->Rows(); ++row)
-            toSaveQuestionRow(row);
+        for (int row = 1; row < grid->Rows(); ++row) {
+            const QString questionid = toSaveQuestionRow(row);
+            if (row == grid->Row())
+                inHand = questionid;
+        }
         transaction.Commit();
     });
-    if (saved)
+    if (saved) {
+        grid->setTextMatrix(grid->Row(), questionidColumn, inHand);
         toRefreshQuestionDtls();
+    }
     setMousePointer(forms::DefaultPointer);
 }
 
-void frmParameter::toSaveQuestionRow(int row) {
+QString frmParameter::toSaveQuestionRow(int row) {
     const forms::MSHFlexGrid* grid = ui->grdQuestionDtls;
     const QString typed = grid->TextMatrix(row, 1);
     const QString text = toStoredText(typed);
@@ -216,15 +257,16 @@ void frmParameter::toSaveQuestionRow(int row) {
                   ado::Recordset::Lock::Optimistic);
     if (questionid.isEmpty()) {
         if (!question.Eof())
-            return; // the parameter has that question
+            return {}; // the parameter has that question
         question.AddNew();
     } else if (question.Eof()) {
-        return;
+        return questionid;
     }
     question["question"] = text;
     question["Type"] = grid->TextMatrix(row, typeColumn) == u"Score";
     question["paramid"] = currentParamID();
     question.Update();
+    return question["questionid"].Text();
 }
 
 bool frmParameter::toConfirmDeletion(const QString& paramid) {
@@ -243,6 +285,10 @@ void frmParameter::toDeleteparameter() {
         toReconnect();
         forms::MSHFlexGrid* grid = ui->grdParameterDtls;
         const QString paramid = currentParamID();
+        if (questionsOf != paramid)
+            toRefreshQuestionDtls();
+        if (questionsOf != paramid) // it is not known whether the parameter has any
+            return;
         if (!paramid.isEmpty() && toConfirmDeletion(paramid)) {
             toBackupBeforeLoss();
             cnnMain->Execute(u"delete * from parameter where paramid="_s + paramid);

@@ -5,6 +5,7 @@
 #include "reference/grideditor.h"
 
 #include <memory>
+#include <optional>
 
 namespace Ui {
 class frmParameter;
@@ -49,12 +50,16 @@ private:
     void txtQuestionDtls_Change(const QString& text);
     bool toCheckParameters(const QString& message);
     bool toCheckQuestions(const QString& message);
-    void toSaveParameterRow(int row);
-    void toSaveQuestionRow(int row);
+    // They return the key of the stored row; empty when the row was passed over.
+    QString toSaveParameterRow(int row);
+    QString toSaveQuestionRow(int row);
     bool toConfirmDeletion(const QString& paramid);
     QString currentParamID() const;
 
     std::unique_ptr<Ui::frmParameter> ui;
     GridEditor* parameters = nullptr;
     GridEditor* questions = nullptr;
+    /// The paramid whose questions the lower grid shows, empty for a parameter that is not stored; nothing
+    /// when they could not be read.
+    std::optional<QString> questionsOf;
 };

@@ -3,13 +3,21 @@
 
 #include "platform/forms/celltip.h"
 #include "platform/forms/flexgrid.h"
+#include "platform/forms/msgbox.h"
+#include "reference/gridpaste.h"
 
 #include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QKeyEvent>
+#include <QMenu>
+#include <QScopedValueRollback>
 
 #include <algorithm>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -39,14 +47,18 @@ GridEditor::GridEditor(const GridEditorRules& rules, forms::MSHFlexGrid* edited,
     tintBox(box);
     box->setMaxLength(rule.maxLength);
     box->setAccessibleName(grid->accessibleName());
+    box->setAcceptDrops(false); // what is dropped would pass by the rules of the cells
     box->hide();
     box->installEventFilter(this);
     grid->installEventFilter(this);
     grid->viewport()->installEventFilter(this);
     onChange = [this](const QString& text) { grid->setTextMatrix(grid->Row(), grid->Col(), text); };
-    connect(box, &QLineEdit::textChanged, this, [this](const QString& text) { onChange(text); });
+    fit = [](int, int, const QString& text) { return text; };
+    connect(box, &QLineEdit::textEdited, this, &GridEditor::textEdited);
     connect(grid, &forms::MSHFlexGrid::MouseDown, this, &GridEditor::mouseDown);
     connect(grid, &forms::MSHFlexGrid::Scroll, this, [this] {
+        if (laying)
+            return;
         if (box->hasFocus())
             grid->setFocus(); // the next key brings the box back
         box->hide();
@@ -55,10 +67,12 @@ GridEditor::GridEditor(const GridEditorRules& rules, forms::MSHFlexGrid* edited,
 }
 
 void GridEditor::setEdit(int col, int row) {
+    const QScopedValueRollback whileLaying(laying, true);
     const bool focused = box->hasFocus();
     box->hide();
     waitsForClick = false;
     grid->moveTo(row, col);
+    grid->showCell();
     copyCell();
     if (grid->Col() < 1 || grid->Col() > rule.lastColumn || grid->cellRect().isEmpty())
         return;
@@ -72,6 +86,22 @@ void GridEditor::copyCell() {
     box->setText(grid->Text());
     if (grid->Col() == rule.readOnlyColumn)
         box->home(false);
+    else if (isEnteredSelected())
+        box->selectAll();
+}
+
+bool GridEditor::isEnteredSelected() const {
+    return grid->Col() >= rule.firstMarkColumn && grid->Col() <= rule.lastMarkColumn;
+}
+
+void GridEditor::textEdited(const QString& text) {
+    const QString clean = withoutControlCharacters(text);
+    if (clean != text) {
+        const int caret = box->cursorPosition();
+        box->setText(clean);
+        box->setCursorPosition(caret);
+    }
+    onChange(clean);
 }
 
 void GridEditor::focusBox() {
@@ -80,8 +110,11 @@ void GridEditor::focusBox() {
 }
 
 void GridEditor::layBox() {
-    if (box->isVisible())
-        box->setGeometry(grid->cellRect());
+    if (box->isHidden())
+        return;
+    const QScopedValueRollback whileLaying(laying, true);
+    grid->showCell();
+    box->setGeometry(grid->cellRect());
 }
 
 void GridEditor::mouseDown() {
@@ -101,24 +134,112 @@ void GridEditor::mouseDown() {
 bool GridEditor::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::Resize && watched == grid->viewport())
         layBox();
-    if (event->type() == QEvent::ToolTip && watched == box) { // the box covers its cell
+    if (watched == box)
+        return boxEvent(event);
+    if (watched != grid || event->type() != QEvent::KeyPress)
+        return false;
+    // What the box has no use for ends here and does not come back to it.
+    return box->hasFocus() || forwarding || gridKey(static_cast<QKeyEvent*>(event));
+}
+
+/// True when the box is not to see the event.
+bool GridEditor::boxEvent(QEvent* event) {
+    switch (event->type()) {
+    case QEvent::ToolTip: { // the box covers its cell
         const auto* help = static_cast<QHelpEvent*>(event);
         forms::showCutText(*grid,
                            QHelpEvent(QEvent::ToolTip, box->mapToParent(help->pos()), help->globalPos()));
         return true;
     }
-    if (event->type() == QEvent::InputMethod && watched == box)
+    case QEvent::InputMethod:
         return !acceptsAll(static_cast<QInputMethodEvent*>(event)->commitString());
-    if (event->type() != QEvent::KeyPress)
-        return false;
-    auto* key = static_cast<QKeyEvent*>(event);
-    if (watched == grid) // what the box has no use for ends here and does not come back to it
-        return box->hasFocus() || gridKey(key);
-    if (watched != box)
-        return false;
-    if ((key->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier && boxKey(key->key()))
+    case QEvent::ContextMenu:
+        showMenu(static_cast<QContextMenuEvent*>(event)->globalPos());
         return true;
-    return !acceptsAll(key->text());
+    case QEvent::MouseButtonRelease:
+        if (static_cast<QMouseEvent*>(event)->button() != Qt::MiddleButton)
+            return false;
+        if (QGuiApplication::clipboard()->supportsSelection())
+            paste(QGuiApplication::clipboard()->text(QClipboard::Selection));
+        return true;
+    case QEvent::KeyPress: {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        if (key->matches(QKeySequence::Paste)) {
+            paste(QGuiApplication::clipboard()->text());
+            return true;
+        }
+        if ((key->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier && boxKey(key->key()))
+            return true;
+        return !acceptsAll(key->text());
+    }
+    default:
+        return false;
+    }
+}
+
+/// The box's own menu, whose Paste goes by the rules of the cells.
+void GridEditor::showMenu(const QPoint& globalPosition) {
+    QMenu* menu = box->createStandardContextMenu();
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    for (QAction* action : menu->actions()) {
+        if (action->objectName() != u"edit-paste")
+            continue;
+        action->disconnect(box);
+        connect(action, &QAction::triggered, this, [this] { paste(QGuiApplication::clipboard()->text()); });
+    }
+    menu->popup(globalPosition);
+}
+
+void GridEditor::paste(const QString& text) {
+    const std::vector<QStringList> rows = cellsOfBlock(text);
+    if (rows.size() > 1 || rows.front().size() > 1) {
+        pasteBlock(rows);
+        return;
+    }
+    const QString clean = withoutControlCharacters(rows.front().front());
+    const qsizetype length = box->text().size() - box->selectedText().size() + clean.size();
+    if (length > box->maxLength())
+        forms::msgBox(u"With the pasted text the cell would hold %1 characters; it takes %2. Nothing has "
+                      "been pasted."_s.arg(QString::number(length), QString::number(box->maxLength())),
+                      forms::style::information, u"Gaugewell v2.1"_s);
+    else
+        box->insert(clean);
+}
+
+std::optional<QString> GridEditor::fitting(int row, int col, const QString& text) const {
+    const bool isCell = col <= rule.lastColumn && (row < grid->Rows() || rule.downAppends);
+    const QString clean = withoutControlCharacters(text);
+    return isCell && clean.size() <= rule.maxLength ? fit(row, col, clean) : std::nullopt;
+}
+
+void GridEditor::pasteBlock(const std::vector<QStringList>& rows) {
+    const int firstRow = grid->Row();
+    const int firstCol = grid->Col();
+    std::vector<QStringList> fittingRows;
+    for (const QStringList& cells : rows) {
+        QStringList& texts = fittingRows.emplace_back();
+        const int row = firstRow + static_cast<int>(fittingRows.size()) - 1;
+        for (const QString& cell : cells) {
+            const std::optional<QString> text = fitting(row, firstCol + static_cast<int>(texts.size()), cell);
+            if (!text) {
+                forms::msgBox(u"The pasted cells do not fit from here on: \"%1\" has no place in row %2, "
+                              "column %3. Nothing has been pasted."_s.arg(
+                                  withoutControlCharacters(cell).left(80), QString::number(row),
+                                  QString::number(firstCol + texts.size())),
+                              forms::style::information, u"Gaugewell v2.1"_s);
+                return;
+            }
+            texts << *text;
+        }
+    }
+    grid->setRows(qMax(grid->Rows(), firstRow + static_cast<int>(rows.size())));
+    for (int row = 0; const QStringList& texts : fittingRows) {
+        for (int col = 0; const QString& text : texts)
+            grid->setTextMatrix(firstRow + row, firstCol + col++, text);
+        ++row;
+    }
+    setEdit(firstCol, firstRow);
+    focusBox();
 }
 
 /// Control characters are commands and pass.
@@ -139,6 +260,7 @@ bool GridEditor::gridKey(QKeyEvent* event) {
         return true;
     setEdit(grid->Col(), grid->Row());
     focusBox();
+    const QScopedValueRollback whileForwarding(forwarding, true);
     if (box->isVisible())
         QCoreApplication::sendEvent(box, event);
     return true;
@@ -149,19 +271,21 @@ bool GridEditor::boxKey(int key) {
     const int row = grid->Row();
     const int col = grid->Col();
     const bool selected = box->hasSelectedText();
+    const bool whole = isEnteredSelected() && selected && box->selectedText() == box->text();
+    const bool atEnd = !selected && box->cursorPosition() == box->text().size();
+    const bool atStart = !selected && box->cursorPosition() == 0;
     switch (key) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
         enter();
         break;
     case Qt::Key_Right:
-        if (!rule.sideways || selected || box->cursorPosition() < box->text().size() ||
-            col >= rule.lastColumnForRight)
+        if (!rule.sideways || !(atEnd || whole) || col >= rule.lastColumnForRight)
             return false;
         setEdit(col + 1, row);
         break;
     case Qt::Key_Left:
-        if (!rule.sideways || selected || box->cursorPosition() > 0 || col < 2)
+        if (!rule.sideways || !(atStart || whole) || col < 2)
             return false;
         setEdit(col - 1, row);
         break;
@@ -203,10 +327,11 @@ void GridEditor::enter() {
         appendRow(1, RowMove::Enter);
     } else if (rule.enterAtEnd != AtEnd::Stay) {
         enterCommand();
-        if (rule.enterAtEnd == AtEnd::Command)
-            setEdit(grid->Col(), grid->Row());
+        const int last = grid->Rows() - 1;
+        if (rule.enterAtEnd == AtEnd::Command || grid->Row() == last)
+            setEdit(rule.enterAtEnd == AtEnd::Command ? grid->Col() : 1, grid->Row());
         else
-            setEdit(1, grid->Rows() - 1);
+            goToRow(last, 1, RowMove::Enter); // the command has gone to another row
     }
 }
 

@@ -6,6 +6,8 @@
 #include <QPointer>
 
 #include <functional>
+#include <optional>
+#include <vector>
 
 namespace forms {
 class MSHFlexGrid;
@@ -26,6 +28,8 @@ struct GridEditorRules {
     bool upOnFirstRow;        ///< Up on row 1 lays the box anew
     int maxLength;            ///< of the box's text, in characters
     int readOnlyColumn = 0;   ///< its texts are shown from their beginning; 0 for none
+    int firstMarkColumn = 0;  ///< from here to the next the text of a cell that is entered is selected, so
+    int lastMarkColumn = -1;  ///< that typing replaces it; Left and Right leave it then
 };
 
 namespace gridRules {
@@ -41,12 +45,14 @@ inline constexpr GridEditorRules respondent{3,    true, 3,      AtEnd::Command, 
 inline constexpr GridEditorRules parameter{1,    false, 1,  AtEnd::CommandThenLastRow, NeedsText::OnLastRow,
                                            true, false, 255};
 inline constexpr GridEditorRules question{2, true, 2, AtEnd::AppendRow, NeedsText::Always, true, false, 255};
-inline constexpr GridEditorRules feedback{4,     true,    4, AtEnd::Stay, NeedsText::Never, false,
-                                          false, noLimit, 1};
+inline constexpr GridEditorRules feedback{4, true, 4, AtEnd::Stay, NeedsText::Never, false, false, noLimit,
+                                          1, 2,    3};
 } // namespace gridRules
 
 /// Edits a grid in place: one text box, laid over the grid's current cell, copies its text into the cell at
-/// each change. Enter and the arrow keys move it from cell to cell; the grid itself never receives typing.
+/// each change that the user makes. Enter and the arrow keys move it from cell to cell; the grid itself never
+/// receives typing. A block of cells from the clipboard fills cells and rows from the current cell on, whole
+/// or, when a cell does not fit, not at all.
 class GridEditor : public QObject {
     Q_OBJECT
 
@@ -61,8 +67,11 @@ public:
     std::function<void(RowMove)> afterRowChange;
     /// Enter on the last cell.
     std::function<void()> enterCommand;
-    /// Takes the box's text after each change; writes it into the current cell unless it is replaced.
+    /// Takes the box's text after each change that the user makes, not after a move to another cell; writes
+    /// it into the current cell unless it is replaced.
     std::function<void(const QString&)> onChange;
+    /// What a cell takes of a pasted text; nothing when it refuses it. Everything unless it is replaced.
+    std::function<std::optional<QString>(int row, int col, const QString& text)> fit;
     /// Whether a character that is typed, by key or input method, may enter the box.
     std::function<bool(QChar)> accepts;
 
@@ -86,10 +95,19 @@ private:
     void appendRow(int col, RowMove move);
     bool hasText(int row) const;
     bool acceptsAll(const QString& typed) const;
+    bool isEnteredSelected() const;
+    bool boxEvent(QEvent* event);
+    void textEdited(const QString& text);
+    void showMenu(const QPoint& globalPosition);
+    void paste(const QString& text);
+    void pasteBlock(const std::vector<QStringList>& rows);
+    std::optional<QString> fitting(int row, int col, const QString& text) const;
     void layBox();
 
     const GridEditorRules rule;
     forms::MSHFlexGrid* grid;
     QLineEdit* box;
     bool waitsForClick = false; // after a click on the head row
+    bool laying = false;        // a scroll is part of a move of the box
+    bool forwarding = false;    // a key of the grid is on its way to the box
 };

@@ -33,11 +33,8 @@ void toFillGridFrom(forms::MSHFlexGrid* grid, ado::Recordset& records,
                     const std::vector<const char*>& fields) {
     grid->setRows(records.RecordCount() + 1);
     for (int row = 1; !records.Eof(); records.MoveNext(), ++row) {
-        for (std::size_t i = 0; i < fields.size(); ++i) {
-            const QString text = records[fields[i]].Text();
-            if (!text.isEmpty())
-                grid->setTextMatrix(row, static_cast<int>(i) + 1, text);
-        }
+        for (std::size_t i = 0; i < fields.size(); ++i)
+            grid->setTextMatrix(row, static_cast<int>(i) + 1, records[fields[i]].Text());
     }
 }
 
@@ -47,4 +44,17 @@ int toFindBlank(const forms::MSHFlexGrid* grid, int column) {
             return row;
     }
     return 0;
+}
+
+QString currentKey(const forms::MSHFlexGrid* grid, int keyColumn) {
+    return grid->TextMatrix(grid->Row(), keyColumn);
+}
+
+void goToKey(forms::MSHFlexGrid* grid, int keyColumn, const QString& key) {
+    for (int row = 1; row < grid->Rows() && !key.isEmpty(); ++row) {
+        if (grid->TextMatrix(row, keyColumn) == key) {
+            grid->setRow(row);
+            return;
+        }
+    }
 }

@@ -1,14 +1,152 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/forms/dtpicker.h"
 
-namespace forms {
+#include <QCalendarWidget>
+#include <QKeyEvent>
+#include <QRegularExpression>
+#include <QWheelEvent>
 
-DTPicker::DTPicker(QWidget* parent) : QDateEdit(parent) {
-    setDisplayFormat(QStringLiteral("dd/MM/yyyy"));
-    setCalendarPopup(true);
-    setMinimumDate({100, 1, 1});
-    setMaximumDate({9999, 12, 31});
-    connect(this, &QDateEdit::dateChanged, this, [this] { Q_EMIT Change(); });
+using namespace Qt::StringLiterals;
+
+namespace forms {
+namespace {
+
+const QDate first{1900, 1, 1};
+const QDate last{2100, 12, 31};
+
+/// Latin digits under every locale.
+QString shown(const QDate& date) {
+    return u"%1/%2/%3"_s.arg(date.day(), 2, 10, QChar(u'0'))
+        .arg(date.month(), 2, 10, QChar(u'0'))
+        .arg(date.year(), 4, 10, QChar(u'0'));
+}
+
+} // namespace
+
+QDate dateOfText(const QString& text) {
+    QString latin;
+    for (const QChar c : text)
+        latin += c.isDigit() ? QChar(u'0' + c.digitValue()) : c;
+    static const QRegularExpression parted(uR"(^\s*(\d\d?)\s*[/.\-\s]\s*(\d\d?)\s*[/.\-\s]\s*(\d{4})\s*$)"_s);
+    static const QRegularExpression run(uR"(^\s*(\d\d)(\d\d)(\d{4})\s*$)"_s);
+    for (const QRegularExpression& pattern : {parted, run}) {
+        const QRegularExpressionMatch match = pattern.match(latin);
+        const QDate date(match.captured(3).toInt(), match.captured(2).toInt(), match.captured(1).toInt());
+        if (match.hasMatch() && date >= first && date <= last)
+            return date;
+    }
+    return {};
+}
+
+DTPicker::DTPicker(QWidget* parent) : QComboBox(parent) {
+    setEditable(true);
+    setInsertPolicy(NoInsert);
+    setCompleter(nullptr);
+    setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
+    setMinimumContentsLength(7);
+    setEditText(shown(value));
+    lineEdit()->home(false);
+    connect(lineEdit(), &QLineEdit::textEdited, this, [this] { mark(false); });
+}
+
+void DTPicker::setValue(const QDate& date) {
+    if (!date.isValid())
+        return;
+    const bool changed = date != value;
+    value = date;
+    if (text() != shown(value)) {
+        setEditText(shown(value));
+        lineEdit()->home(false);
+    }
+    mark(false);
+    if (changed)
+        Q_EMIT Change();
+}
+
+bool DTPicker::readText() {
+    if (text() == shown(value))
+        return true;
+    const QDate typed = dateOfText(text());
+    if (typed.isValid())
+        setValue(typed);
+    else
+        mark(true);
+    return typed.isValid();
+}
+
+/// Red in the ground, which the text stays readable on in any theme.
+void DTPicker::mark(bool unreadable) {
+    QPalette colours = palette();
+    if (unreadable) {
+        const QColor ground = colours.color(QPalette::Base);
+        colours.setColor(QPalette::Base,
+                         QColor((ground.red() * 2 + 255) / 3, ground.green() * 2 / 3, ground.blue() * 2 / 3));
+    }
+    lineEdit()->setPalette(colours);
+    setToolTip(unreadable ? u"This is no date (day/month/year, 1900 to 2100). The date in use is %1."_s.arg(
+                                shown(value))
+                          : QString());
+}
+
+void DTPicker::step(int by) {
+    constexpr int monthBegins = 3;
+    constexpr int yearBegins = 6;
+    if (!readText())
+        return;
+    const int at = lineEdit()->cursorPosition();
+    setValue(at < monthBegins  ? value.addDays(by)
+             : at < yearBegins ? value.addMonths(by)
+                               : value.addYears(by));
+    lineEdit()->setCursorPosition(at);
+}
+
+void DTPicker::keyPressEvent(QKeyEvent* event) {
+    const bool plain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+    const int key = event->key();
+    if (plain && (key == Qt::Key_Up || key == Qt::Key_Down)) {
+        step(key == Qt::Key_Up ? 1 : -1);
+        return;
+    }
+    if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+        if (readText())
+            lineEdit()->selectAll();
+        return;
+    }
+    QComboBox::keyPressEvent(event);
+}
+
+void DTPicker::focusOutEvent(QFocusEvent* event) {
+    QComboBox::focusOutEvent(event);
+    readText();
+}
+
+void DTPicker::wheelEvent(QWheelEvent* event) {
+    event->ignore();
+}
+
+void DTPicker::showPopup() {
+    readText();
+    auto* calendar = new QCalendarWidget(this);
+    calendar->setWindowFlag(Qt::Popup);
+    calendar->setAttribute(Qt::WA_DeleteOnClose);
+    calendar->setLocale(QLocale(QLocale::English, QLocale::UnitedKingdom)); // Monday first, Latin digits
+    calendar->setDateRange(first, last);
+    calendar->setSelectedDate(value);
+    const auto take = [this, calendar](const QDate& picked) {
+        calendar->close();
+        setValue(picked);
+    };
+    connect(calendar, &QCalendarWidget::clicked, this, take);
+    connect(calendar, &QCalendarWidget::activated, this, take);
+    calendar->adjustSize();
+    const QRect within = screen()->availableGeometry();
+    QPoint at = mapToGlobal(QPoint(0, height()));
+    if (at.y() + calendar->height() > within.bottom())
+        at.setY(mapToGlobal(QPoint()).y() - calendar->height());
+    at.setX(qBound(within.left(), at.x(), qMax(within.left(), within.right() + 1 - calendar->width())));
+    calendar->move(at);
+    calendar->show();
+    calendar->setFocus();
 }
 
 } // namespace forms

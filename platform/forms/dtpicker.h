@@ -1,26 +1,50 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QDateEdit>
-#include <QWheelEvent>
+#include <QComboBox>
+#include <QDate>
+#include <QLineEdit>
 
 namespace forms {
 
-/// A date as dd/mm/yyyy with a calendar. Change is told when the value changes, by the user or by code.
-class DTPicker : public QDateEdit {
+/// The date of a text d/m/yyyy of the years 1900 to 2100: with /, ., - or blanks between the parts, or eight
+/// digits (ddmmyyyy). Digits of every script count. Invalid for any other text.
+QDate dateOfText(const QString& text);
+
+/// A date as dd/mm/yyyy, typed or picked from a calendar (F4, Alt+Down, the arrow); Up and Down change the
+/// part under the cursor. Typing changes the text only. It is read when the user leaves the box, presses
+/// Enter or an access key, or opens the calendar: a date becomes the value, any other text stays shown and
+/// marked while the old value holds. Change is emitted when the value changes, by the user or by code.
+class DTPicker : public QComboBox {
     Q_OBJECT
 
 public:
     explicit DTPicker(QWidget* parent = nullptr);
-    QDate Value() const { return date(); }
-    void setValue(const QDate& value) { setDate(value); }
+
+    QDate Value() const { return value; }
+    /// Takes any date, also one that could not be typed, and drops what was being typed. An invalid date
+    /// changes nothing.
+    void setValue(const QDate& date);
+    QString text() const { return lineEdit()->text(); }
+    /// Reads the text. False when it is no date.
+    bool readText();
+
+    void showPopup() override;
 
 Q_SIGNALS:
     void Change();
 
 protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
     /// The wheel changes nothing: a date changed by accident would drop what was typed for the one before.
-    void wheelEvent(QWheelEvent* event) override { event->ignore(); }
+    void wheelEvent(QWheelEvent* event) override;
+
+private:
+    void step(int by);
+    void mark(bool unreadable);
+
+    QDate value{2000, 1, 1};
 };
 
 } // namespace forms

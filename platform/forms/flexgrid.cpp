@@ -13,6 +13,7 @@
 #include <QScrollBar>
 
 #include <cmath>
+#include <utility>
 
 namespace forms {
 
@@ -133,6 +134,13 @@ QRect MSHFlexGrid::cellRect() const {
     return visualRect(cells->indexOf(row, col));
 }
 
+void MSHFlexGrid::showCell() {
+    updateGeometries(); // rows added just now are not yet in the range of the scroll bar
+    const QModelIndex index = cells->indexOf(row, col);
+    if (index.isValid())
+        scrollTo(index);
+}
+
 void MSHFlexGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
     QTableView::currentChanged(current, previous);
     if (movingCursor || !current.isValid())
@@ -143,11 +151,11 @@ void MSHFlexGrid::currentChanged(const QModelIndex& current, const QModelIndex& 
 
 void MSHFlexGrid::mousePressEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton)
-        return; // only the left button moves the cursor, and its click follows
-    QTableView::mousePressEvent(event);
+        return;
     pressed = indexAt(event->position().toPoint());
     if (!pressed.isValid())
         return;
+    QTableView::mousePressEvent(event);
     mouseRow = pressed.row() + 1;
     Q_EMIT MouseDown();
 }
@@ -159,9 +167,9 @@ void MSHFlexGrid::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void MSHFlexGrid::mouseReleaseEvent(QMouseEvent* event) {
-    QTableView::mouseReleaseEvent(event);
     if (event->button() != Qt::LeftButton)
         return;
+    QTableView::mouseReleaseEvent(event);
     const bool clicked = pressed.isValid(); // wherever it is let go: the press has moved the cursor
     pressed = {};
     if (clicked)
@@ -169,9 +177,27 @@ void MSHFlexGrid::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void MSHFlexGrid::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton)
+        return;
     QTableView::mouseDoubleClickEvent(event);
-    if (event->button() == Qt::LeftButton && indexAt(event->position().toPoint()).isValid())
+    if (indexAt(event->position().toPoint()).isValid())
         Q_EMIT DblClick();
+}
+
+void MSHFlexGrid::keyPressEvent(QKeyEvent* event) {
+    const std::pair before(row, col);
+    QTableView::keyPressEvent(event);
+    if (before == std::pair(row, col))
+        return;
+    mouseRow = row;
+    Q_EMIT MouseDown();
+    Q_EMIT Click();
+}
+
+/// Whatever keys are held, the cell that is pressed is the marked one.
+QItemSelectionModel::SelectionFlags MSHFlexGrid::selectionCommand(const QModelIndex& index,
+                                                                  const QEvent*) const {
+    return index.isValid() ? QItemSelectionModel::ClearAndSelect : QItemSelectionModel::NoUpdate;
 }
 
 void MSHFlexGrid::scrollContentsBy(int dx, int dy) {

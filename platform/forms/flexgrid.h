@@ -8,7 +8,8 @@
 namespace forms {
 
 /// A grid of texts that is driven by a cursor (Row, Col) and cannot be typed into. Row 0 is the head row,
-/// column 0 the fixed column. Rows and columns count from 0, widths and positions are twips.
+/// column 0 the fixed column. Rows and columns count from 0, widths and positions are twips. The cell under
+/// the cursor is the marked one. However the user moves the cursor, MouseDown and Click follow.
 class MSHFlexGrid : public QTableView {
     Q_OBJECT
 
@@ -50,11 +51,15 @@ public:
 
     /// The rectangle of the cursor's cell in the viewport; empty when it is fixed or hidden.
     QRect cellRect() const;
-    /// Row of the last mouse press; 0 on the head row.
+    /// Scrolls until the cursor's cell is in sight.
+    void showCell();
+    /// Row of the last MouseDown; 0 on the head row.
     int MouseRow() const { return mouseRow; }
 
 Q_SIGNALS:
+    /// A press of the left button on a cell or the head row, or a key that has moved the cursor.
     void MouseDown();
+    /// The button was let go, or a key has moved the cursor. The other buttons and the ground emit nothing.
     void Click();
     /// On a cell; the ground below the last row tells nothing.
     void DblClick();
@@ -68,6 +73,9 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
+                                                         const QEvent* event) const override;
     void scrollContentsBy(int dx, int dy) override;
     void resizeEvent(QResizeEvent* event) override;
     bool viewportEvent(QEvent* event) override;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/forms/form.h"
 
+#include "platform/forms/dtpicker.h"
+
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
@@ -171,6 +173,8 @@ bool Form::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::ShortcutOverride)
         return claimShortcut(key);
     if (QAbstractButton* button = buttonOf(key, target)) {
+        if (auto* typing = qobject_cast<DTPicker*>(target)) // the button keeps the focus where it is
+            typing->readText();
         button->click();
         return true;
     }

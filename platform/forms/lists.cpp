@@ -5,6 +5,8 @@
 #include <QMouseEvent>
 #include <QWheelEvent>
 
+#include <utility>
+
 namespace forms {
 
 ComboBox::ComboBox(QWidget* parent) : QComboBox(parent) {
@@ -70,28 +72,55 @@ void ListBox::setSelected(int index, bool chosen) {
 }
 
 void ListBox::mousePressEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton)
+        return;
     secondOfDouble = false;
+    pressed = selectionMode() != SingleSelection || itemAt(event->position().toPoint());
     chosenAtPress = selectedItems();
-    QListWidget::mousePressEvent(event);
+    if (pressed)
+        QListWidget::mousePressEvent(event);
+}
+
+void ListBox::mouseMoveEvent(QMouseEvent* event) {
+    if (pressed || event->buttons() == Qt::NoButton)
+        QListWidget::mouseMoveEvent(event);
 }
 
 void ListBox::mouseReleaseEvent(QMouseEvent* event) {
-    QListWidget::mouseReleaseEvent(event);
-    if (event->button() != Qt::LeftButton || secondOfDouble)
+    if (event->button() != Qt::LeftButton)
         return;
-    if (itemAt(event->position().toPoint()) || selectedItems() != chosenAtPress)
+    const bool clicked = std::exchange(pressed, false);
+    if (clicked || secondOfDouble)
+        QListWidget::mouseReleaseEvent(event);
+    if (clicked && !secondOfDouble &&
+        (itemAt(event->position().toPoint()) || selectedItems() != chosenAtPress))
         Q_EMIT Click();
 }
 
 void ListBox::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton)
+        return;
     secondOfDouble = true;
     QListWidget::mouseDoubleClickEvent(event);
-    if (event->button() == Qt::LeftButton)
+    const bool onOtherEntry = !secondOfDouble && itemAt(event->position().toPoint());
+    if (!onOtherEntry) // which is a press like any other
         Q_EMIT DblClick();
 }
 
+/// The cursor comes with the focus, so that an arrow key would skip its entry.
+bool ListBox::choosesCurrentFirst(const QKeyEvent& event) const {
+    const bool toNeighbour =
+        event.key() == Qt::Key_Down || event.key() == Qt::Key_Up || event.key() == Qt::Key_Home;
+    return toNeighbour && !(event.modifiers() & Qt::ControlModifier) && count() > 0 &&
+           selectedItems().isEmpty();
+}
+
 void ListBox::keyPressEvent(QKeyEvent* event) {
-    Q_EMIT KeyDown(event->key()); // who changes the choice here has told its Click already
+    Q_EMIT KeyDown(event->key()); // a hook that changes the choice emits its Click
+    if (choosesCurrentFirst(*event)) {
+        setSelected(qMax(0, currentRow()), true);
+        return;
+    }
     const QList<QListWidgetItem*> before = selectedItems();
     QListWidget::keyPressEvent(event);
     if (selectedItems() != before)

@@ -32,9 +32,10 @@ protected:
     void wheelEvent(QWheelEvent* event) override;
 };
 
-/// A list. Click is told when the user clicks an entry, also a chosen one, or changes the choice by mouse or
-/// keys, and when code chooses another entry; once for a double click, before DblClick. In a list of single
-/// choice the user cannot take the choice back.
+/// A list. Click is emitted when the user clicks an entry with the left button, also a chosen one, or changes
+/// the choice by mouse or keys, and when code chooses another entry; once for a double click, before
+/// DblClick. The other buttons do nothing. In a list of single choice the user cannot take the choice back,
+/// and the first arrow key in a list without a choice chooses the entry under the cursor.
 class ListBox : public QListWidget {
     Q_OBJECT
 
@@ -64,6 +65,7 @@ Q_SIGNALS:
 
 protected:
     void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -72,6 +74,9 @@ protected:
     void focusOutEvent(QFocusEvent* event) override;
 
 private:
+    bool choosesCurrentFirst(const QKeyEvent& event) const;
+
+    bool pressed = false; // by the left button, where a press means something
     QList<QListWidgetItem*> chosenAtPress;
     bool secondOfDouble = false; // the release that ends a double click is no click of its own
 };

@@ -89,23 +89,34 @@ void ListView::setCurrentRow(int row) {
 }
 
 void ListView::mousePressEvent(QMouseEvent* event) {
-    QTreeView::mousePressEvent(event);
-    pressedOnRow = event->button() == Qt::LeftButton && indexAt(event->position().toPoint()).isValid();
+    if (event->button() != Qt::LeftButton && event->button() != Qt::RightButton)
+        return;
+    const bool onRow = indexAt(event->position().toPoint()).isValid();
+    pressedOnRow = event->button() == Qt::LeftButton && onRow;
+    chosenAtPress = SelectedRows();
+    if (onRow || selectionMode() != SingleSelection)
+        QTreeView::mousePressEvent(event);
 }
 
 void ListView::mouseReleaseEvent(QMouseEvent* event) {
     QTreeView::mouseReleaseEvent(event);
     const bool inside = viewport()->rect().contains(event->position().toPoint());
-    const bool clicked = std::exchange(pressedOnRow, false) && inside;
-    if (event->button() == Qt::LeftButton && clicked)
+    const bool chooses = SelectedRows() != chosenAtPress && !SelectedRows().empty();
+    if (event->button() == Qt::LeftButton && std::exchange(pressedOnRow, false) && (inside || chooses))
         Q_EMIT Click();
-    else if (event->button() == Qt::RightButton && inside)
+    if (event->button() != Qt::RightButton)
+        return;
+    if (chooses)
+        Q_EMIT Click();
+    if (inside)
         Q_EMIT RightClick(event->globalPosition().toPoint());
 }
 
 void ListView::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton)
+        return;
     QTreeView::mouseDoubleClickEvent(event); // the release that ends it is no click of its own
-    if (event->button() == Qt::LeftButton && indexAt(event->position().toPoint()).isValid())
+    if (indexAt(event->position().toPoint()).isValid())
         Q_EMIT DblClick();
 }
 

@@ -48,7 +48,8 @@ public:
     void setCurrentRow(int row);
 
 Q_SIGNALS:
-    /// The user clicked a row with the left button, once for a double click, or moved to another row by keys.
+    /// The user clicked a row with the left button, once for a double click, chose another one with the right
+    /// button, or moved to another row by keys.
     /// The first arrow key in a list without a chosen row chooses the row under the cursor.
     void Click();
     /// On a row; the head and the ground below the last row tell nothing.
@@ -74,6 +75,7 @@ private:
     std::vector<double> shares; // by column
     bool applyingWidths = false;
     bool pressedOnRow = false;
+    std::vector<int> chosenAtPress;
 };
 
 } // namespace forms
