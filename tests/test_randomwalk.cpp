@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A random walk through the running program. By hand: GAUGEWELL_WALK_SEED and GAUGEWELL_WALK_EVENTS name
+// another walk; GAUGEWELL_WALK_SEEDS runs that many seeds one after the other, from that seed on.
+#include "core/MDIMain.h"
+#include "tests/support/surveyfile.h"
+#include "tests/support/surveytest.h"
+#include "tests/walk/walker.h"
+
+#include <QDir>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Three customers with respondents, surveys, answers, actions and survey files.
+class RandomWalk : public SurveyTest {
+protected:
+    void SetUp() override {
+        SurveyTest::SetUp();
+        forms::nowSeat = [] { return QDateTime({2024, 3, 5}, {12, 0}); };
+        bring(u"template.xls"_s);
+        for (const QString& layout : QDir(QStringLiteral(GAUGEWELL_SOURCE "/home")).entryList({u"*.rpt"_s}))
+            bring(layout);
+        const int brown = addCustomer(u"Brown"_s);
+        const int cora = addRespondent(brown, u"Cora"_s);
+        add(u"respondent"_s,
+            {{"custid", brown}, {"respondentdesignation", u"Nameless"_s}, {"emailid", u""_s}});
+        addCustomer(u"Empty"_s);
+        addParameter(u"Unused"_s);
+        addStored(ann, today, {0, 1, 2, 3, 4});
+        addStored(bob, today, {3, 4, 0});
+        addStored(ann, today.addMonths(-6), {0, 2});
+        addQuestionnaire(cora, addSurvey(brown, today), question);
+        for (const int respondent : {ann, bob}) {
+            for (const int asked : {question[0], question[3]})
+                addScore(respondent, asked, 1, today, 4 + asked, 12 - respondent);
+        }
+        for (const int customer : {acme, brown}) {
+            for (const int month : {1, 2})
+                add(u"actionplan"_s, {{"customerid", customer},
+                                      {"Date", QDate(2024, month, 10)},
+                                      {"Action", u"Call"_s},
+                                      {"targetdate", today},
+                                      {"Status", false}});
+        }
+        for (const int respondent : {ann, bob}) {
+            const QString name = u"file%1.xls"_s.arg(respondent);
+            SurveyFile{.respondentid = respondent,
+                       .date = today,
+                       .questions = {{question[0], true}, {question[4], false}},
+                       .entered = {{u"C14"_s, 7}, {u"D14"_s, 9}}}
+                .saveAs(path(name));
+            add(u"log"_s, {{"custname", u"Acme"_s},
+                           {"respname", respondent == ann ? u"Ann"_s : u"Bob"_s},
+                           {"respid", respondent},
+                           {"xlsfilename", name},
+                           {"sdate", today},
+                           {"surveyid", 1}});
+        }
+    }
+};
+
+TEST_F(RandomWalk, whateverAPersonDoesEveryRowKeepsItsOwner) {
+    constexpr int eventsOfOneSeed = 5000;
+    const unsigned seed = qEnvironmentVariable("GAUGEWELL_WALK_SEED", u"1"_s).toUInt();
+    const int events =
+        qEnvironmentVariable("GAUGEWELL_WALK_EVENTS", QString::number(eventsOfOneSeed)).toInt();
+    walk::Walker walker(seed, path(u"Tallywell.mdb"_s));
+    const QString fault = walker.run(events);
+    EXPECT_TRUE(fault.isEmpty()) << fault.toStdString();
+}
+
+} // namespace

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/forms/form.h"
+#include "tests/support/storetest.h"
+
+#include <QPointer>
+#include <QSet>
+
+#include <map>
+
+namespace walk {
+
+/// Whose rows a form shows: what its commands may write.
+struct Owner {
+    QString form; ///< object name; empty for none
+    QSet<QString> customers;
+    QSet<QString> respondents;
+    QSet<QString> parameters;
+};
+
+/// Says what is wrong with the program after an event. It reads the store through a connection of its own and
+/// the controls of the forms, and knows no procedure of the program.
+class Oracle {
+public:
+    explicit Oracle(const QString& storePath);
+
+    /// Before an event: which form it goes to.
+    void begin(const QWidget* target);
+    /// After it. Empty when everything holds.
+    QString fault(bool atRest);
+    /// A command that may write has run.
+    void ran(const QString& command) { commands << command; }
+
+private:
+    using Rows = std::map<QString, QStringList>; // fields by table and rowid
+
+    void watchForms();
+    void watch(forms::Form& form);
+    Owner ownerOf(const QWidget* form) const;
+    QSet<QString> idsOf(const QString& table, int nameField, const QString& name,
+                        const QSet<QString>& customers = {}) const;
+    Rows readStore();
+    QString faultOfStore(const Rows& now) const;
+    QString faultOfChange(const QString& table, const QStringList& row, const Rows& now) const;
+    QString faultOfForms() const;
+    static QString faultOfRest();
+    QString faultOfPairedGrids(const QWidget& form, const char* upper, int upperKey, const char* lower,
+                               int lowerKey, const QString& table) const;
+
+    ado::Connection store;
+    QString version; // of the store's content
+    Rows rows;
+    Owner owner;
+    QStringList commands;
+    QSet<const QObject*> watched;
+    std::map<const QObject*, QString> clickedTexts; // of each list's last Click
+    QObject hooks;                                  // they go with the oracle
+};
+
+} // namespace walk

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "tests/walk/oracle.h"
+
+#include <deque>
+#include <random>
+
+namespace walk {
+
+/// Drives the running program by random events, as a person without a plan would: what is really there is
+/// pointed at, keys go to what has the focus. The same seed gives the same walk.
+class Walker {
+public:
+    Walker(unsigned seed, const QString& storePath);
+    ~Walker();
+
+    /// Runs that many events; stops at the first fault. Returns its description with seed, step and the last
+    /// events, empty for none.
+    QString run(int events);
+
+private:
+    void step();
+    void perform();
+    void openSomething();
+    void point();
+    static void doubleClick(QWidget* target, Qt::MouseButton button, Qt::KeyboardModifiers held,
+                            const QPoint& at);
+    void drag(QWidget* target, const QPoint& from, Qt::KeyboardModifiers held);
+    void wheel(QWidget* target, const QPoint& at);
+    void press();
+    void paste();
+    void hookDialogs();
+    void dropNode() const;
+    void tell(const QString& event);
+
+    int below(int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); }
+    bool oneIn(int chances) { return below(chances) == 0; }
+    template <class List> auto anyOf(const List& list) {
+        return *std::next(std::begin(list), below(static_cast<int>(std::size(list))));
+    }
+    Qt::KeyboardModifiers anyModifiers();
+
+    const unsigned seed;
+    std::mt19937 random;
+    Oracle oracle;
+    ado::Connection blocker; // locks the store for one event
+    bool locked = false;
+    int left = 0;
+    int done = 0;
+    int depth = 0; // of nested event loops: dialogs and menus
+    std::deque<QString> told;
+    QString fault;
+    QEventLoop loop;
+};
+
+} // namespace walk
