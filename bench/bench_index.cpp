@@ -171,7 +171,7 @@ void measureSaving(const QString& path) {
     const double saved = timeOf([&] {
         cnnMain->BeginTrans();
         toSaveSurveyID(survey);
-        toRewriteQuestionnaire(survey, questions, WithoutSurvey::KeepRows);
+        toRewriteQuestionnaire(survey, questions);
         cnnMain->CommitTrans();
     });
     SavingBound bound(path);

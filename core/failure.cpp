@@ -44,12 +44,16 @@ bool guarded(const FailureHandler& handler, const std::function<void()>& procedu
     try {
         procedure();
         return true;
-    } catch (const std::exception&) {
+    } catch (const std::exception& failure) {
         if (handler.form)
             handler.form->setMousePointer(forms::DefaultPointer);
         if (Transaction::isOpen())
             throw;
-        toShowErrors(handler.prefix);
+        const auto* refusal = dynamic_cast<const Refusal*>(&failure);
+        if (refusal)
+            forms::msgBox(refusal->text(), forms::style::critical, u"Gaugewell v2.1"_s);
+        else
+            toShowErrors(handler.prefix);
         return false;
     }
 }

@@ -4,6 +4,7 @@
 #include <QString>
 
 #include <functional>
+#include <stdexcept>
 
 namespace forms {
 class Form;
@@ -15,11 +16,19 @@ struct FailureHandler {
     forms::Form* form = nullptr;                 ///< whose mouse pointer goes back to the default
 };
 
+/// Ends a step that the data at hand do not allow; nothing of it is written. The text is a sentence for the
+/// user, which guarded shows under the program's usual title.
+class Refusal : public std::runtime_error {
+public:
+    explicit Refusal(const QString& sentence) : runtime_error(sentence.toStdString()) {}
+    QString text() const { return QString::fromUtf8(what()); }
+};
+
 /// Runs a procedure under the standard failure handler: the first failure ends it; the mouse pointer goes
-/// back; each error that the connection recorded is shown in a message of its own. A failure that has nothing
-/// to do with the database ends the procedure without a word. Within an open Transaction nothing is shown and
-/// the failure is thrown on, to the procedure that holds the transaction. Returns true when the procedure ran
-/// to its end.
+/// back; each error that the connection recorded is shown in a message of its own, and so is a Refusal. A
+/// failure that has nothing to do with the database ends the procedure without a word. Within an open
+/// Transaction nothing is shown and the failure is thrown on, to the procedure that holds the transaction.
+/// Returns true when the procedure ran to its end.
 bool guarded(const FailureHandler& handler, const std::function<void()>& procedure);
 
 /// Runs a procedure whose handler shows the one failure that ended it, whatever its source: number,

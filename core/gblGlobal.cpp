@@ -103,14 +103,34 @@ QString toStoredText(const QString& text) {
     return toFilterApostrophe(text).value_or(text);
 }
 
+int findCustomer(const QString& customerName) {
+    ado::Recordset customer;
+    customer.Open(u"select * from customer where custname ='"_s + customerName + u"'", *cnnMain);
+    return customer.Eof() ? 0 : customer["custid"].Value().toInt();
+}
+
+std::vector<int> requireCustomers(const QStringList& names) {
+    std::vector<int> custids;
+    QStringList missing;
+    for (const QString& name : names) {
+        custids.push_back(findCustomer(name));
+        if (custids.back() == 0)
+            missing << name;
+    }
+    if (missing.isEmpty())
+        return custids;
+    if (missing.first().isEmpty())
+        throw Refusal(u"No customer is selected. Nothing has been changed."_s);
+    throw Refusal(
+        (missing.size() == 1 ? u"The customer %1 is"_s : u"The customers %1 are"_s).arg(missing.join(u", ")) +
+        u" no longer in the database. Nothing has been changed.");
+}
+
 int toGetCustID(const QString& customerName) {
     int custid = 0;
     guarded({}, [&] {
         toReconnect();
-        ado::Recordset customer;
-        customer.Open(u"select * from customer where custname ='"_s + customerName + u"'", *cnnMain);
-        if (!customer.Eof())
-            custid = customer["custid"].Value().toInt();
+        custid = findCustomer(customerName);
     });
     return custid;
 }

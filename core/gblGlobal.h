@@ -6,10 +6,12 @@
 
 #include <QDate>
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 #include <memory>
 #include <optional>
+#include <vector>
 
 namespace forms {
 class Form;
@@ -70,8 +72,15 @@ std::optional<QString> toFilterApostrophe(const QString& text);
 /// The text as it is stored: filtered when it holds an apostrophe, else as it is.
 QString toStoredText(const QString& text);
 
-/// The custid of the first customer of that name, or 0. The name goes into the statement unfiltered; a
-/// failure is shown and gives 0.
+/// The custid of the first customer of that name, or 0. The name goes into the statement unfiltered. For use
+/// within a procedure, whose handler shows the failure: throws ado::Failure.
+int findCustomer(const QString& customerName);
+
+/// The custids of customers to write for, in the order of the names. Throws Refusal naming those that are
+/// not found, and ado::Failure.
+std::vector<int> requireCustomers(const QStringList& names);
+
+/// As findCustomer, for use on its own: a failure is shown and gives 0.
 int toGetCustID(const QString& customerName);
 
 /// Places a form in the middle across and, at 0.85 of the height, a little above the middle.

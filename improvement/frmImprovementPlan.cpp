@@ -29,7 +29,7 @@ QString statusWord(bool isComplete) {
 }
 
 QString custidOf(const QString& customerName) {
-    return QString::number(toGetCustID(customerName));
+    return QString::number(findCustomer(customerName));
 }
 
 } // namespace
@@ -71,6 +71,8 @@ void frmImprovementPlan::onActivate() {
     const std::optional<SearchHit> hit = frmSearch::chosenHit();
     if (!hit)
         return;
+    if (!toFilllstCustomername()) // the hit's customer may be newer than the list
+        return;
     forms::ListBox* customers = ui->lstCusName;
     for (int i = 0; i < customers->ListCount(); ++i)
         customers->setSelected(i, false);
@@ -80,17 +82,34 @@ void frmImprovementPlan::onActivate() {
             break;
         }
     }
-    ui->dtdate->setValue(toDate(hit->date));
+    if (customers->SelCount() == 1) {
+        ui->dtdate->setValue(toDate(hit->date));
+    } else { // the customer has gone meanwhile
+        toShowNoAction();
+        ui->lsvDtls->Clear();
+    }
 }
 
-void frmImprovementPlan::toFilllstCustomername() {
-    guarded({.form = this}, [this] {
+bool frmImprovementPlan::toFilllstCustomername() {
+    return guarded({.form = this}, [this] {
         toReconnect();
-        ui->lstCusName->Clear();
         ado::Recordset customer;
         customer.Open(u"select * from customer order by custname asc"_s, *cnnMain);
-        for (; !customer.Eof(); customer.MoveNext())
-            ui->lstCusName->AddItem(customer["custname"].Text());
+        forms::ListBox* list = ui->lstCusName;
+        const QStringList chosen = chosenCustomers();
+        const QString underCursor = list->List(list->currentRow());
+        const QSignalBlocker sameChoice(list);
+        list->Clear();
+        int cursor = -1;
+        for (int row = 0; !customer.Eof(); customer.MoveNext(), ++row) {
+            const QString name = customer["custname"].Text();
+            list->AddItem(name);
+            list->setSelected(row, chosen.contains(name));
+            if (name == underCursor)
+                cursor = row;
+        }
+        if (cursor != -1)
+            list->setCurrentRow(cursor, QItemSelectionModel::NoUpdate);
     });
 }
 
@@ -177,7 +196,9 @@ void frmImprovementPlan::toSaveActionDtls() {
     const bool saved = guarded({.form = this}, [this] {
         toReconnect();
         Transaction transaction;
-        for (const QString& name : chosenCustomers())
+        const QStringList names = chosenCustomers();
+        requireCustomers(names);
+        for (const QString& name : names)
             toSaveActionOf(name);
         transaction.Commit();
     });
@@ -255,12 +276,11 @@ void frmImprovementPlan::toupdateStatus() {
         toReconnect();
         const std::vector<QDate> dates = chosenDates();
         Transaction transaction;
-        for (const QString& name : chosenCustomers()) {
-            const QString custid = custidOf(name);
+        for (const int custid : requireCustomers(chosenCustomers())) {
             for (const QDate& date : dates) {
                 ado::Recordset plan;
-                plan.Open(u"select * from actionplan where customerid ="_s + custid + u" and date=# " +
-                              toSqlDate(date) + u"#",
+                plan.Open(u"select * from actionplan where customerid ="_s + QString::number(custid) +
+                              u" and date=# " + toSqlDate(date) + u"#",
                           *cnnMain, ado::Recordset::Lock::Optimistic);
                 if (plan.Eof())
                     continue;
@@ -282,13 +302,13 @@ void frmImprovementPlan::toDeleteActionForSelectedCustomer() {
         const std::vector<QDate> dates = chosenDates();
         if (names.isEmpty() || dates.empty())
             return;
+        requireCustomers(names); // before the copy
         toBackupBeforeLoss();
         Transaction transaction;
-        for (const QString& name : names) {
-            const QString custid = custidOf(name);
+        for (const int custid : requireCustomers(names)) {
             for (const QDate& date : dates) {
-                cnnMain->Execute(u"delete * from actionplan where customerid="_s + custid + u" and date=#" +
-                                 toSqlDate(date) + u"#");
+                cnnMain->Execute(u"delete * from actionplan where customerid="_s + QString::number(custid) +
+                                 u" and date=#" + toSqlDate(date) + u"#");
             }
         }
         transaction.Commit();

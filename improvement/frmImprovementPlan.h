@@ -24,7 +24,9 @@ public:
     /// What toupdateStatus sets: 1 Complete, 2 Not Complete.
     int intStatus = 0;
 
-    void toFilllstCustomername();
+    /// Lists all customers; those that were chosen stay so, without a Click of the list. False when that
+    /// failed, which is shown.
+    bool toFilllstCustomername();
     /// Stores the action of the boxes for every chosen customer, in one transaction.
     void toSaveActionDtls();
     /// The actionid of a customer's action on the plan date, empty for none. Throws Failure.

@@ -143,11 +143,13 @@ void frmSearch::toJump() {
 }
 
 void frmSearch::toOpenSearchHit(const QString& id, const QString& tablename) {
-    guarded({.prefix = u"Error :"_s, .form = this}, [&] {
+    bool isThere = false;
+    const bool opened = guarded({.prefix = u"Error :"_s, .form = this}, [&] {
         toReconnect();
         ado::Recordset search;
         search.Open(u"select * from search where tablename='"_s + tablename + u"' and ID=" + id, *cnnMain);
-        if (search.Eof())
+        isThere = !search.Eof();
+        if (!isThere)
             return;
         search.Close();
         if (tablename == actionTable)
@@ -155,4 +157,6 @@ void frmSearch::toOpenSearchHit(const QString& id, const QString& tablename) {
         else
             frmFeedBackObj::instance().Show();
     });
+    if (!opened || !isThere) // no form is to jump when it is opened later for something else
+        blnSearchToFeedback = blnSearchToImprovement = false;
 }

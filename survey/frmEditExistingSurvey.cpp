@@ -18,6 +18,12 @@ namespace {
 
 constexpr int rowsWithoutQuestions = 2; // head row, the blank row
 
+bool hasRows(const QString& sql) {
+    ado::Recordset records;
+    records.Open(sql, *cnnMain);
+    return !records.Eof();
+}
+
 } // namespace
 
 frmEditExistingSurvey::frmEditExistingSurvey()
@@ -94,11 +100,13 @@ bool frmEditExistingSurvey::mayAdd() {
 }
 
 /// Once for each chosen respondent, and each time for the first of them.
-void frmEditExistingSurvey::toRewrite() {
+std::vector<ChosenQuestion> frmEditExistingSurvey::toRewrite() {
+    std::vector<ChosenQuestion> leftOut;
     for (int i = 0; i < ui->lstRespondent->ListCount(); ++i) {
         if (ui->lstRespondent->Selected(i))
-            toRewriteQuestionnaire(context(), chosenQuestions(), WithoutSurvey::KeepRows);
+            leftOut = SurveyEditor::toRewrite();
     }
+    return leftOut;
 }
 
 void frmEditExistingSurvey::toImport() {
@@ -118,8 +126,9 @@ void frmEditExistingSurvey::lstSurvetDates_KeyDown(int key) {
     if (key != Qt::Key_Delete)
         return;
     toShowStatus(u"Deletion in Progress...."_s);
-    if (ui->lstSurvetDates->SelCount() == 1) {
+    if (ui->lstSurvetDates->SelCount() == 1)
         toRefreshGrid(); // its rows are counted below, and another form may have changed the questions
+    if (ui->lstSurvetDates->SelCount() == 1 && showsStore()) {
         const SurveyContext survey = context();
         if (msgBox(u"You are about to delete the survey dated "_s + survey.date + u" for Customer - " +
                        survey.customer + u"\r\nAre you sure you want to delete...?",
@@ -141,54 +150,66 @@ void frmEditExistingSurvey::toDeleteSurvey() {
         return;
     guarded({.form = this}, [this] {
         toReconnect();
+        const SurveyContext survey = context();
+        requireRespondent(survey); // before the copy
         toBackupBeforeLoss();
         Transaction transaction;
-        const SurveyContext survey = context();
-        const QString date = u"#"_s + toSqlDate(toDate(survey.date)) + u"#";
-        const QString ofDate =
-            u"sdate="_s + date + u" and custid=" + QString::number(toGetCustID(survey.customer));
         ado::Recordset responquery;
-        responquery.Open(u"select * from responquery where "_s + ofDate, *cnnMain);
-        if (!responquery.Eof()) {
-            const QString surveyid = responquery["surveyid"].Text();
-            if (responquery.RecordCount() == ui->grdParamAndQuest->Rows() - 2)
-                cnnMain->Execute(u"delete * from Survey where "_s + ofDate + u" and surveyid=" + surveyid);
-            const QString respondentid = toGetRespondentID(survey.respondent);
-            const QString ofRespondent =
-                u" where surveyid="_s + surveyid + u" and respondentid=" + respondentid;
-            const QString ofAnswers = ofRespondent + u" and surveydate=" + date;
-            cnnMain->Execute(u"delete * from responquesindex"_s + ofRespondent);
-            cnnMain->Execute(u"delete * from reportlinktable where sdate="_s + date + u" and respondentid=" +
-                             respondentid);
-            cnnMain->Execute(u"delete * from feedbackobjective"_s + ofAnswers);
-            cnnMain->Execute(u"delete * from feedbackdescriptive"_s + ofAnswers);
-            cnnMain->Execute(u"delete * from log where surveyid="_s + surveyid + u" and respid=" +
-                             respondentid);
-        }
+        responquery.Open(u"select * from responquery where sdate=#"_s + toSqlDate(toDate(survey.date)) +
+                             u"# and custid=" + QString::number(findCustomer(survey.customer)),
+                         *cnnMain);
+        if (!responquery.Eof())
+            toDeleteQuestionnaire(survey, responquery["surveyid"].Text(),
+                                  responquery.RecordCount() == ui->grdParamAndQuest->Rows() - 2);
         transaction.Commit();
         toFillSurveyDateList();
     });
 }
 
-bool frmEditExistingSurvey::hasCustomerQuestions(const QString& custid) const {
-    ado::Recordset responquery;
-    responquery.Open(u"select * from responquery where custid="_s + custid, *cnnMain);
-    return !responquery.Eof();
+/// The questionnaire of one respondent with all that belongs to it, and the survey itself when no one else
+/// has a questionnaire on that date.
+void frmEditExistingSurvey::toDeleteQuestionnaire(const SurveyContext& survey, const QString& surveyid,
+                                                  bool isLastOfDate) {
+    const QString respondentid = requireRespondent(survey);
+    const QString date = u"#"_s + toSqlDate(toDate(survey.date)) + u"#";
+    const QString ofRespondent = u" where surveyid="_s + surveyid + u" and respondentid=" + respondentid;
+    const QString ofAnswers = ofRespondent + u" and surveydate=" + date;
+    if (isLastOfDate)
+        cnnMain->Execute(u"delete * from Survey where sdate="_s + date + u" and custid=" +
+                         QString::number(findCustomer(survey.customer)) + u" and surveyid=" + surveyid);
+    cnnMain->Execute(u"delete * from responquesindex"_s + ofRespondent);
+    cnnMain->Execute(u"delete * from reportlinktable where sdate="_s + date + u" and respondentid=" +
+                     respondentid);
+    cnnMain->Execute(u"delete * from feedbackobjective"_s + ofAnswers);
+    cnnMain->Execute(u"delete * from feedbackdescriptive"_s + ofAnswers);
+    cnnMain->Execute(u"delete * from log where surveyid="_s + surveyid + u" and respid=" + respondentid);
 }
 
-/// For a date without questions: deletes all surveys of the customer when none has questions any more.
+/// For a date without questions: deletes all surveys of the customer when none has questions any more. A
+/// questionnaire whose questions have all left the catalogue is in the list of dates and not in the grid; it
+/// goes alone.
 void frmEditExistingSurvey::toDeleteEmptySurvey() {
     guarded({.form = this}, [this] {
         toReconnect();
         const SurveyContext survey = context();
-        const QString custid = QString::number(toGetCustID(survey.customer));
-        if (!hasCustomerQuestions(custid)) {
+        const QString respondentid = requireRespondent(survey);
+        const QString custid = QString::number(findCustomer(survey.customer));
+        const QString surveyid = findSurvey(survey.date, survey.customer);
+        const bool isCustomerEmpty = !hasRows(u"select * from responquery where custid="_s + custid);
+        const QString ofSurvey = u"select * from responquesindex where surveyid="_s + surveyid;
+        const bool isUnseen = !surveyid.isEmpty() && hasRows(ofSurvey + u" and respondentid=" + respondentid);
+        if (isCustomerEmpty || isUnseen) {
             toBackupBeforeLoss(); // which cannot be done within a transaction
             Transaction transaction;
-            cnnMain->Execute(u"delete * from feedbackobjective where surveyid="_s +
-                             toGetSurveyID(survey.date, survey.customer) + u" and respondentid=" +
-                             toGetRespondentID(survey.respondent));
-            cnnMain->Execute(u"delete * from survey where custid="_s + custid);
+            if (!isCustomerEmpty) {
+                toDeleteQuestionnaire(survey, surveyid,
+                                      !hasRows(ofSurvey + u" and respondentid<>" + respondentid));
+            } else {
+                if (!surveyid.isEmpty())
+                    cnnMain->Execute(u"delete * from feedbackobjective where surveyid="_s + surveyid +
+                                     u" and respondentid=" + respondentid);
+                cnnMain->Execute(u"delete * from survey where custid="_s + custid);
+            }
             transaction.Commit();
         }
         toFillSurveyDateList();

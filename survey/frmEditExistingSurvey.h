@@ -36,14 +36,14 @@ private:
     HistoryRoad historyRoad() const override { return HistoryRoad::NewestFirst; }
     QString reportTitle() const override;
     bool mayAdd() override;
-    void toRewrite() override;
+    std::vector<ChosenQuestion> toRewrite() override;
     void toImport() override;
     void cmbCustomer_Click();
     void lstRespondent_Click();
     void lstSurvetDates_Click();
     void lstSurvetDates_KeyDown(int key);
     void toDeleteEmptySurvey();
-    bool hasCustomerQuestions(const QString& custid) const;
+    void toDeleteQuestionnaire(const SurveyContext& survey, const QString& surveyid, bool isLastOfDate);
 
     std::unique_ptr<Ui::frmEditExistingSurvey> ui;
     SurveyLists lists;

@@ -112,19 +112,27 @@ void frmPasteSurvey::toDeleteCopyDeteails() {
     });
 }
 
-void frmPasteSurvey::toSaveTheCopyDetails() {
-    guarded({.form = this}, [this] {
+bool frmPasteSurvey::toSaveTheCopyDetails() {
+    return guarded({.form = this}, [this] {
         toReconnect();
         const SurveyContext source = lists.picked();
         Transaction transaction;
+        const QString respondentid = requireRespondent(target());
+        const QDate date = toDate(target().date);
+        if (!date.isValid())
+            throw Refusal(u"No Survey Date selected......Select one and proceed....."_s);
+        requireRespondent(source);
+        const QString surveyid = findSurvey(source.date, source.customer);
+        if (surveyid.isEmpty())
+            throw Refusal(u"The survey to import is no longer in the database. Nothing has been changed."_s);
         cnnMain->Execute(u"delete * from copydetails"_s);
         ado::Recordset copydetails;
         copydetails.Open(u"select * from copydetails"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
         copydetails.AddNew();
-        copydetails["custid"] = toGetCustID(target().customer);
-        copydetails["sdate"] = toDate(target().date);
-        copydetails["respid"] = toGetCopiedRespondent(target().respondent);
-        copydetails["surveyid"] = toGetSurveyID(source.date, source.customer);
+        copydetails["custid"] = findCustomer(target().customer);
+        copydetails["sdate"] = date;
+        copydetails["respid"] = respondentid;
+        copydetails["surveyid"] = surveyid;
         copydetails.Update();
         transaction.Commit();
     });
@@ -151,7 +159,10 @@ void frmPasteSurvey::cmdPaste() {
         setMousePointer(forms::DefaultPointer);
         return;
     }
-    toSaveTheCopyDetails();
+    if (!toSaveTheCopyDetails()) {
+        Unload();
+        return;
+    }
     toPasteCopyDetails();
     if (blnExistingSurvey) {
         toShowInNewSurvey();
@@ -163,12 +174,16 @@ void frmPasteSurvey::cmdPaste() {
     setMousePointer(forms::DefaultPointer);
 }
 
-/// Opens the target for editing from frmSelectSurvey, without a question.
+/// Opens the target for editing from frmSelectSurvey, without a question. An editor that stands open for
+/// another survey goes: it keeps to its own.
 void frmPasteSurvey::toShowInNewSurvey() {
     frmSelectSurvey& selection = frmSelectSurvey::instance();
     selection.toSelect(target());
     blnSurveyPasted = true;
+    const SurveyContext survey = target();
     Unload();
+    if (frmNewSurvey::loaded() && !frmNewSurvey::loaded()->isFor(survey))
+        frmNewSurvey::unload();
     frmNewSurvey::instance().setCaption(u"Edit Selected Survey"_s);
     selection.cmdBlankSurvey();
 }

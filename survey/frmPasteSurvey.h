@@ -40,8 +40,9 @@ public:
     QString toGetCopiedRespondent(const QString& name) const;
     void toSaveSurveyID() { ::toSaveSurveyID(target()); }
     void toDeleteCopyDeteails();
-    /// Records the copy in hand in copydetails.
-    void toSaveTheCopyDetails();
+    /// Records the copy in hand in copydetails. False when that failed or when source or target are not in
+    /// the database, which is shown: then there is nothing to copy.
+    bool toSaveTheCopyDetails();
     /// Does the copy that copydetails records; what was copied before a failure stays.
     void toPasteCopyDetails();
 

@@ -12,11 +12,11 @@ using Lock = ado::Recordset::Lock;
 namespace {
 
 QString custidOf(const QString& customer) {
-    return QString::number(toGetCustID(customer));
+    return QString::number(findCustomer(customer));
 }
 
-QString selectSurvey(const QString& date, const QString& custid) {
-    return u"select * from survey where sdate=#"_s + toSqlDate(toDate(date)) + u"# and custid=" + custid;
+QString selectSurvey(const QDate& date, const QString& custid) {
+    return u"select * from survey where sdate=#"_s + toSqlDate(date) + u"# and custid=" + custid;
 }
 
 /// The field of the first record that a select gives, as text; empty without a record.
@@ -30,6 +30,11 @@ QString toLookUpRespondent(const SurveyContext& survey) {
     return toLookUp(u"select * from respondent where respondentname='"_s + survey.respondent +
                         u"' and custid=" + custidOf(survey.customer),
                     "respondentid");
+}
+
+void refuseGone(const ChosenQuestion& question) {
+    throw Refusal(u"The question "_s + question.question + u" (" + question.parameter +
+                  u") is no longer in the catalogue. Nothing has been changed.");
 }
 
 /// The rows of all questionnaires, to add to.
@@ -49,11 +54,33 @@ void toAddQuestion(ado::Recordset& responquesindex, const QString& respondentid,
 
 } // namespace
 
+QString findSurvey(const QString& date, const QString& customer) {
+    const QDate day = toDate(date);
+    return day.isValid() ? toLookUp(selectSurvey(day, custidOf(customer)), "surveyid") : QString();
+}
+
+QString findRespondent(const QString& respondent, const QString& customer) {
+    return toLookUp(u"select * from custresp where custid="_s + custidOf(customer) +
+                        u" and respondentname='" + respondent + u"'",
+                    "respondentid");
+}
+
+QString requireRespondent(const SurveyContext& survey) {
+    requireCustomers({survey.customer});
+    QString respondentid = findRespondent(survey.respondent, survey.customer);
+    if (!respondentid.isEmpty())
+        return respondentid;
+    if (survey.respondent.isEmpty())
+        throw Refusal(u"No respondent is selected. Nothing has been changed."_s);
+    throw Refusal(u"The respondent "_s + survey.respondent + u" of " + survey.customer +
+                  u" is no longer in the database. Nothing has been changed.");
+}
+
 QString toGetSurveyID(const QString& date, const QString& customer) {
     QString surveyid;
     guarded({}, [&] {
         toReconnect();
-        surveyid = toLookUp(selectSurvey(date, custidOf(customer)), "surveyid");
+        surveyid = findSurvey(date, customer);
     });
     return surveyid;
 }
@@ -62,9 +89,7 @@ QString toGetRespondentID(const QString& respondent, const QString& customer) {
     QString respondentid;
     guarded({}, [&] {
         toReconnect();
-        respondentid = toLookUp(u"select * from custresp where custid="_s + custidOf(customer) +
-                                    u" and respondentname='" + respondent + u"'",
-                                "respondentid");
+        respondentid = findRespondent(respondent, customer);
     });
     return respondentid;
 }
@@ -72,108 +97,117 @@ QString toGetRespondentID(const QString& respondent, const QString& customer) {
 void toSaveSurveyID(const SurveyContext& survey) {
     guarded({}, [&] {
         toReconnect();
-        const QString custid = custidOf(survey.customer);
+        const int custid = requireCustomers({survey.customer}).front();
+        const QDate date = toDate(survey.date);
+        if (!date.isValid())
+            throw Refusal(u"No Survey Date selected......Select one and proceed....."_s);
         ado::Recordset surveys;
-        surveys.Open(selectSurvey(survey.date, custid), *cnnMain, Lock::Optimistic);
+        surveys.Open(selectSurvey(date, QString::number(custid)), *cnnMain, Lock::Optimistic);
         if (!surveys.Eof())
             return;
         surveys.AddNew();
-        surveys["sdate"] = toDate(survey.date);
+        surveys["sdate"] = date;
         surveys["custid"] = custid;
         surveys.Update();
     });
 }
 
-void toShowQuestionnaire(forms::MSHFlexGrid* grid, const SurveyContext& survey) {
-    const QString surveyid = survey.date.isEmpty() ? QString() : toGetSurveyID(survey.date, survey.customer);
-    if (surveyid.isEmpty()) {
-        toEmptyGrid(grid);
-        return;
-    }
-    if (survey.respondent.isEmpty())
-        return;
-    const QString respondentid = toLookUpRespondent(survey);
-    if (respondentid.isEmpty()) {
-        toEmptyGrid(grid);
-        return;
-    }
+std::vector<ChosenQuestion> readQuestionnaire(const SurveyContext& survey) {
+    const QString surveyid = findSurvey(survey.date, survey.customer);
+    const QString respondentid = surveyid.isEmpty() ? QString() : toLookUpRespondent(survey);
+    std::vector<ChosenQuestion> questions;
+    if (respondentid.isEmpty())
+        return questions;
     ado::Recordset responquery;
     responquery.Open(u"select * from responquery where respondentid="_s + respondentid + u" and surveyid=" +
                          surveyid + u" order by responquery.order",
                      *cnnMain);
-    grid->setRows(2);
-    if (responquery.Eof()) {
-        toEmptyGrid(grid);
-        return;
-    }
-    toFillGridFrom(grid, responquery, {"parametername", "question"});
-    grid->setRows(grid->Rows() + 1);
+    for (; !responquery.Eof(); responquery.MoveNext())
+        questions.push_back({responquery["parametername"].Text(), responquery["question"].Text()});
+    return questions;
 }
 
-void toRewriteQuestionnaire(const SurveyContext& survey, const std::vector<ChosenQuestion>& questions,
-                            WithoutSurvey withoutSurvey) {
-    const QString respondentid =
-        toLookUp(u"select * from custresp where respondentname='"_s + survey.respondent + u"' and custid=" +
-                     custidOf(survey.customer),
-                 "respondentid");
-    if (respondentid.isEmpty())
-        return;
-    const QString surveyid = toGetSurveyID(survey.date, survey.customer);
-    if (!surveyid.isEmpty() || withoutSurvey == WithoutSurvey::Fail)
+void toShowQuestions(forms::MSHFlexGrid* grid, const std::vector<ChosenQuestion>& questions) {
+    toEmptyGrid(grid);
+    grid->setRows(static_cast<int>(questions.size()) + 2);
+    int row = 0;
+    for (const ChosenQuestion& chosen : questions) {
+        grid->setTextMatrix(++row, 1, chosen.parameter);
+        grid->setTextMatrix(row, 2, chosen.question);
+    }
+}
+
+void toShowQuestionnaire(forms::MSHFlexGrid* grid, const SurveyContext& survey) {
+    if (!survey.respondent.isEmpty() || findSurvey(survey.date, survey.customer).isEmpty())
+        toShowQuestions(grid, readQuestionnaire(survey));
+}
+
+std::vector<ChosenQuestion> toRewriteQuestionnaire(const SurveyContext& survey,
+                                                   const std::vector<ChosenQuestion>& questions) {
+    const QString respondentid = requireRespondent(survey);
+    const QString surveyid = findSurvey(survey.date, survey.customer);
+    if (!surveyid.isEmpty())
         cnnMain->Execute(u"delete * from responquesindex where respondentid="_s + respondentid +
                          u" and surveyid=" + surveyid);
     Questionnaires added;
-    QVariant questionid = 0; // of no question
+    QString questionid; // of the question before
     int position = 0;
+    std::vector<ChosenQuestion> leftOut;
     for (const ChosenQuestion& chosen : questions) {
         const QString found = toLookUp(u"select * from  param where question='"_s + chosen.question +
                                            u"' and parametername='" + chosen.parameter + u"'",
                                        "questionid");
         if (!found.isEmpty())
             questionid = found;
-        toAddQuestion(added, respondentid, questionid, surveyid, ++position);
+        if (questionid.isEmpty())
+            leftOut.push_back(chosen);
+        else
+            toAddQuestion(added, respondentid, questionid, surveyid, ++position);
     }
+    return leftOut;
 }
 
 void toMoveQuestion(const SurveyContext& survey, const ChosenQuestion& question, int position, int step) {
+    requireRespondent(survey);
     const QString respondentid = toLookUpRespondent(survey);
-    if (respondentid.isEmpty())
-        return;
     const QString paramid =
         toLookUp(u"select * from parameter where parametername='"_s + question.parameter + u"'", "paramid");
+    if (paramid.isEmpty() && !question.parameter.isEmpty()) // the blank row is the store's to refuse
+        refuseGone(question);
     const QString questionid = toLookUp(u"select * from questions where Question='"_s + question.question +
                                             u"' and paramid=" + paramid,
                                         "questionid");
+    if (questionid.isEmpty())
+        refuseGone(question);
     cnnMain->Execute(u"delete * from ResponQuesIndex where respondentid="_s + respondentid +
                      u" and questionid=" + questionid + u" and ResponQuesIndex.order=" +
                      QString::number(position));
-    // Without a neighbour surveyid stays empty, which the new row refuses: the move fails as a whole.
-    QString surveyid;
     ado::Recordset neighbour;
     neighbour.Open(u"select * from ResponQuesIndex where respondentid="_s + respondentid +
                        u" and ResponQuesIndex.order=" + QString::number(position + step),
                    *cnnMain, Lock::Optimistic);
-    if (!neighbour.Eof()) {
-        surveyid = neighbour["surveyid"].Text();
-        neighbour["Order"] = neighbour["Order"].Value().toInt() - step;
-        neighbour.Update();
-    }
+    if (neighbour.Eof())
+        throw Refusal(u"The questions are not numbered one after the other. Add or remove a question, which "
+                      "numbers them anew, and then move this one."_s);
+    const QString surveyid = neighbour["surveyid"].Text();
+    neighbour["Order"] = neighbour["Order"].Value().toInt() - step;
+    neighbour.Update();
     neighbour.Close();
     Questionnaires added;
     toAddQuestion(added, respondentid, questionid, surveyid, position + step);
 }
 
 void toCopyQuestionnaire(const SurveyContext& source, const SurveyContext& target) {
+    const QString respondentid = requireRespondent(target);
     const QString custid = custidOf(target.customer);
-    const QString respondentid = toGetRespondentID(target.respondent, target.customer);
+    const QString sourceRespondent = requireRespondent(source);
     toSaveSurveyID(target);
     ado::Recordset copied;
     copied.Open(u"select * from responquery where custid="_s + custidOf(source.customer) + u" and sdate=#" +
-                    toSqlDate(toDate(source.date)) + u"# and respondentid=" +
-                    toGetRespondentID(source.respondent, source.customer),
+                    toSqlDate(toDate(source.date)) + u"# and respondentid=" + sourceRespondent,
                 *cnnMain);
     const int position = copied.RecordCount() + 1; // takes all records before the first is added
-    const QString surveyid = toGetSurveyID(target.date, target.customer);
+    const QString surveyid = findSurvey(target.date, target.customer);
     Questionnaires added;
     for (; !copied.Eof(); copied.MoveNext()) {
         ado::Recordset present;

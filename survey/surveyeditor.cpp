@@ -5,7 +5,6 @@
 #include "core/failure.h"
 #include "core/gblGlobal.h"
 #include "core/pictures.h"
-#include "core/transaction.h"
 #include "exchange/setting.h"
 #include "platform/forms/flexgrid.h"
 #include "platform/forms/msgbox.h"
@@ -14,6 +13,8 @@
 
 #include <QAbstractButton>
 #include <QTextDocument>
+
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -36,7 +37,10 @@ void SurveyEditor::toAdopt(const Controls& adopted) {
     connectButtons();
     connect(control.grdParamAndQuest, &forms::MSHFlexGrid::DblClick, this,
             &SurveyEditor::grdParamAndQuest_DblClick);
-    connect(control.grdParamAndQuest, &forms::MSHFlexGrid::DragDrop, this, [] { blnNodeDragged = true; });
+    connect(control.grdParamAndQuest, &forms::MSHFlexGrid::DragDrop, this, [this] {
+        blnNodeDragged = true;
+        droppedOn = this;
+    });
 }
 
 void SurveyEditor::connectTree() {
@@ -45,6 +49,8 @@ void SurveyEditor::connectTree() {
     connect(tree, &TreeView::DblClick, this, &SurveyEditor::trvParameter_DblClick);
     connect(tree, &TreeView::KeyDown, this, &SurveyEditor::trvParameter_KeyDown);
     connect(tree, &TreeView::OLECompleteDrag, this, &SurveyEditor::trvParameter_OLECompleteDrag);
+    // What another program has let go over a grid is not the end of the drag that may begin here.
+    connect(tree, &TreeView::itemPressed, this, [] { blnNodeDragged = false; });
     const auto showFolder = [](QTreeWidgetItem* node, const QString& name) {
         if (!node->parent()) // a question keeps the picture of its type
             node->setIcon(0, picture(name));
@@ -83,6 +89,7 @@ void SurveyEditor::onLoad() {
 
 void SurveyEditor::onActivate() {
     blnSetting = toGetSetting();
+    toShowStored();
 }
 
 void SurveyEditor::buildTree() {
@@ -138,8 +145,7 @@ bool SurveyEditor::hasQuestions() const {
 
 bool SurveyEditor::isChosen(const ChosenQuestion& question) const {
     for (int row = 1; row < control.grdParamAndQuest->Rows(); ++row) {
-        const ChosenQuestion chosen = questionAt(row);
-        if (chosen.question == question.question && chosen.parameter == question.parameter)
+        if (questionAt(row) == question)
             return true;
     }
     return false;
@@ -157,7 +163,9 @@ void SurveyEditor::cmdAdd() {
     if (!nodCurrent->parent())
         return;
     const ChosenQuestion question{nodCurrent->parent()->text(0), nodCurrent->text(0)};
-    if ((question.parameter.isEmpty() && question.question.isEmpty()) || isChosen(question) || !mayAdd())
+    if (unread)
+        toRefreshGrid();
+    if (unread || question == ChosenQuestion() || isChosen(question) || !mayAdd())
         return;
     toShowStatus(u"saving...."_s);
     toInsertAtCursor(question);
@@ -242,10 +250,9 @@ void SurveyEditor::trvParameter_KeyDown(int key) {
 void SurveyEditor::trvParameter_OLECompleteDrag() {
     toShowStatus(u"saving...."_s);
     setMousePointer(forms::ArrowPointer);
-    if (blnNodeDragged) {
+    const bool isDropped = std::exchange(blnNodeDragged, false);
+    if (isDropped && droppedOn == this)
         cmdAdd();
-        blnNodeDragged = false;
-    }
     toShowStatus({});
     setMousePointer(forms::DefaultPointer);
 }
@@ -255,61 +262,4 @@ void SurveyEditor::grdParamAndQuest_DblClick() {
     intDel = 1;
     cmdRemove();
     setMousePointer(forms::DefaultPointer);
-}
-
-void SurveyEditor::toSaveSurveyID() {
-    ::toSaveSurveyID(context());
-}
-
-void SurveyEditor::toRewrite() {
-    toRewriteQuestionnaire(context(), chosenQuestions());
-}
-
-void SurveyEditor::toSaveParamAndQuest() {
-    if (unread) { // the grid does not show what is stored, so it must not be stored instead
-        toRefreshGrid();
-        return;
-    }
-    guarded({.form = this}, [this] {
-        toReconnect();
-        Transaction transaction;
-        toSaveSurveyID();
-        toRewrite();
-        transaction.Commit();
-        toRefreshGrid();
-        intDel = 1;
-    });
-}
-
-void SurveyEditor::toRefreshGrid() {
-    unread = !guarded({.form = this}, [this] {
-        toReconnect();
-        toShowQuestionnaire(control.grdParamAndQuest, context());
-    });
-}
-
-void SurveyEditor::toMoveRow(int step, bool stays) {
-    forms::MSHFlexGrid* grid = control.grdParamAndQuest;
-    const int row = grid->Row();
-    guarded({.form = this}, [&] {
-        toReconnect();
-        Transaction transaction;
-        if (stays)
-            return;
-        toMoveQuestion(context(), questionAt(row), row, step);
-        transaction.Commit();
-        toRefreshGrid();
-        grid->setRow(row + step);
-    });
-}
-
-void SurveyEditor::toMoveRowUpward() {
-    const forms::MSHFlexGrid* grid = control.grdParamAndQuest;
-    toMoveRow(-1, grid->Row() == 1 || grid->Row() == grid->Rows() - 1);
-}
-
-/// From the blank row there is nothing to move: the store refuses the search for its question.
-void SurveyEditor::toMoveRowDownward() {
-    const forms::MSHFlexGrid* grid = control.grdParamAndQuest;
-    toMoveRow(1, grid->Row() == grid->Rows() - 2);
 }

@@ -33,6 +33,9 @@ public:
     void toMoveRowUpward();
     void toMoveRowDownward();
 
+    /// Whether that survey is the one in hand.
+    bool isFor(const SurveyContext& survey) const { return context() == survey; }
+
     /// Exports the survey in hand, and mails it when blnMail says so.
     void toWriteToExcelSheet();
     /// Makes reportlinktable that of the survey in hand, with the marks given last.
@@ -66,6 +69,7 @@ protected:
     void toAdopt(const Controls& adopted);
 
     void onLoad() override;
+    /// Another form may have changed the questionnaire meanwhile.
     void onActivate() override;
 
     virtual SurveyContext context() const = 0;
@@ -77,12 +81,12 @@ protected:
     virtual QString reportTitle() const { return QStringLiteral("Gaugewell v2.1 Survey Report"); }
     /// Whether the chosen question may be added; says why not.
     virtual bool mayAdd() { return true; }
-    /// Writes the rows of the grid within the open transaction.
-    virtual void toRewrite();
+    /// Writes the rows of the grid within the open transaction; returns the questions that were left out.
+    virtual std::vector<ChosenQuestion> toRewrite();
     /// Lets the user copy the questions of an existing survey into this one.
     virtual void toImport() = 0;
     std::vector<ChosenQuestion> chosenQuestions() const;
-    /// False when the last refresh failed: the grid does not show what is stored.
+    /// False when the questionnaire could not be read last: the grid does not show what is stored.
     bool showsStore() const { return !unread; }
 
 private:
@@ -104,9 +108,11 @@ private:
     bool isChosen(const ChosenQuestion& question) const;
     void toInsertAtCursor(const ChosenQuestion& question);
     void toMoveRow(int step, bool stays);
+    void toShowStored();
 
     Controls control{};
     Mailer mailer;
     crystal::CrystalReport crptPrint;
     bool unread = false;
+    inline static const SurveyEditor* droppedOn = nullptr; ///< whose grid the last node was let go over
 };

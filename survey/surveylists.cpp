@@ -42,11 +42,13 @@ void SurveyLists::toFillSurveyDateList(const QDate& leftOut) const {
         toReconnect();
         lstSurvetDates->Clear();
         const SurveyContext survey = picked();
+        const QString respondentid = findRespondent(survey.respondent, survey.customer);
+        if (respondentid.isEmpty())
+            return;
         ado::Recordset existingsurvey;
         existingsurvey.Open(
             u"select distinct(sdate) from existingsurvey where custid="_s +
-                QString::number(toGetCustID(survey.customer)) + u" and respondentid=" +
-                toGetRespondentID(survey.respondent, survey.customer) +
+                QString::number(findCustomer(survey.customer)) + u" and respondentid=" + respondentid +
                 (leftOut.isValid() ? u" and sdate<>#"_s + toSqlDate(leftOut) + u"# " : u""_s) +
                 u" order by sdate asc",
             *cnnMain);

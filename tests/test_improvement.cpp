@@ -156,6 +156,47 @@ TEST_F(ImprovementTest, thePopUpMenuChangesTheChosenRowsOfAllChosenCustomers) {
     EXPECT_EQ(QApplication::activePopupWidget(), nullptr) << "an empty list has no menu";
 }
 
+TEST_F(ImprovementTest, nothingIsWrittenForACustomerThatIsGone) {
+    for (int customer = 1; customer < 3; ++customer)
+        clickCustomer(customer, Qt::ControlModifier);
+    clickRow(list(), 0);
+    enter(u"Call again"_s);
+    run(u"delete * from customer where custname = 'Bold'"_s);
+    const QStringList before = rows(stored);
+    const QString gone = u"The customer Bold is no longer in the database. Nothing has been changed."_s;
+    const auto refused = [&](const std::function<void()>& step) {
+        messages.expectTitled(gone, 16);
+        step();
+        expectAtRest();
+        EXPECT_EQ(rows(stored), before);
+    };
+    refused([] { press(form(), "cmdSave"); });
+    EXPECT_EQ(box().text(), u"Call again"_s);
+    refused([] { popUp(0, {Qt::Key_U, Qt::Key_Return}); });
+    refused([] { form().toDeleteActionForSelectedCustomer(); });
+    EXPECT_FALSE(QDir(path(u"backup"_s)).exists());
+    run(u"update customer set custname = 'Dora' where custname = 'Cora'"_s);
+    messages.expectTitled(
+        u"The customers Bold, Cora are no longer in the database. Nothing has been changed."_s, 16);
+    enter(u"Call again"_s);
+    press(form(), "cmdSave");
+    EXPECT_EQ(rows(stored), before);
+}
+
+TEST_F(ImprovementTest, aListReadAnewKeepsTheChoiceByName) {
+    clickCustomer(2);
+    clickCustomer(1, Qt::ControlModifier);
+    enter(u"half typed"_s);
+    addCustomer(u"Able"_s);
+    form().toFilllstCustomername();
+    const auto* customers = control<forms::ListBox>(form(), "lstCusName");
+    EXPECT_EQ(customers->ListCount(), 4);
+    EXPECT_EQ(customers->Text() + QString::number(customers->SelCount()), u"Bold2"_s);
+    EXPECT_EQ(shown().section(u'|', 0, 0), u"half typed"_s);
+    form().toFillListView();
+    EXPECT_EQ(listed(list()), QStringList{u"Train|20/02/2024|27/02/2024|Not Complete"_s});
+}
+
 TEST_F(ImprovementTest, aDeletionThatFailsPartWayDeletesNothing) {
     const QStringList before = rows(stored);
     list().selectAll();

@@ -136,6 +136,39 @@ TEST_F(SearchTest, aHitOpensItsFormAndTheSearchStaysBehind) {
     EXPECT_FALSE(blnSearchToFeedback);
 }
 
+TEST_F(SearchTest, aHitIsFoundInAnOlderFormOrNothingIsShownForIt) {
+    fillSmall();
+    frmImprovementPlan& plan = frmImprovementPlan::instance();
+    plan.Show();
+    run(u"update actionplan set Date = '2024-03-05' where Action is null"_s); // not the hit's
+    addCustomer(u"Aaron"_s);
+    run(u"insert into actionplan (customerid, Date, Action) values (2, '2024-03-04', 'Late again')"_s);
+    form().Show();
+    search(u"again"_s);
+    const auto jump = [] {
+        form().Show();
+        clickRow(list(), 0);
+        key(Qt::Key_Return);
+    };
+    const auto customer = [&] { return control<forms::ListBox>(plan, "lstCusName")->Text(); };
+    jump();
+    EXPECT_EQ(customer() + shownAction(), u"AaronLate again"_s);
+    run(u"delete * from actionplan where customerid = 2"_s);
+    jump();
+    EXPECT_EQ(customer() + shownAction(), u"Aaron"_s);
+    clickEntry(plan, "lstCusName", 1);
+    run(u"delete * from customer where custid = 2"_s);
+    jump();
+    EXPECT_EQ(customer() + shownAction(), QString());
+    EXPECT_EQ(control<forms::ListView>(plan, "lsvDtls")->ListCount(), 0);
+
+    run(u"delete * from search"_s); // by another program: the jump ends here
+    clickEntry(plan, "lstCusName", 0);
+    jump();
+    plan.Show();
+    EXPECT_EQ(customer(), u"Acme"_s);
+}
+
 TEST_F(SearchTest, aHundredThousandHitsAreListedAndTheLastOneCanBeOpened) {
     addCustomer(u"Acme"_s);
     run(u"with recursive n(i) as (select 1 union all select i + 1 from n where i < 100000) insert into "

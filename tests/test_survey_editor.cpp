@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "survey/frmEditExistingSurvey.h"
+#include "tests/support/storecompare.h"
 #include "tests/support/surveytest.h"
 
 #include <QApplication>
@@ -6,6 +8,7 @@
 #include <QDropEvent>
 #include <QHeaderView>
 #include <QLabel>
+#include <QMimeData>
 
 using namespace Qt::StringLiterals;
 using forms::Answer;
@@ -14,17 +17,20 @@ namespace {
 
 const QDate later{2024, 4, 1};
 
+void drop(QWidget* target, const QMimeData* carried) {
+    QDragEnterEvent enter({20, 20}, Qt::CopyAction, carried, Qt::LeftButton, {});
+    QApplication::sendEvent(target, &enter);
+    EXPECT_TRUE(target->acceptDrops() && enter.isAccepted());
+    QDropEvent end({20, 20}, Qt::CopyAction, carried, Qt::LeftButton, {});
+    QApplication::sendEvent(target, &end);
+}
+
 /// Drags the node at that point of the tree by the mouse and lets it go over the target, or elsewhere without
 /// one.
 void dragNode(forms::TreeView* tree, const QPoint& node, QWidget* target) {
     forms::TreeView::dragSeat = [target](QDrag& carried) {
-        if (!target)
-            return;
-        QDragEnterEvent enter({20, 20}, Qt::CopyAction, carried.mimeData(), Qt::LeftButton, {});
-        QApplication::sendEvent(target, &enter);
-        EXPECT_TRUE(target->acceptDrops() && enter.isAccepted());
-        QDropEvent drop({20, 20}, Qt::CopyAction, carried.mimeData(), Qt::LeftButton, {});
-        QApplication::sendEvent(target, &drop);
+        if (target)
+            drop(target, carried.mimeData());
     };
     QWidget* source = tree->viewport();
     QTest::mousePress(source, Qt::LeftButton, {}, node);
@@ -95,6 +101,9 @@ TEST_F(EditorTest, theRespondentFollowsTheCustomerAndAnOpenEditorKeepsItsOwn) {
     frmNewSurvey::unload();
     press(select(), "cmdBlankSurvey");
     EXPECT_EQ(labels(), (QStringList{{}, {}, u"05/03/2024"_s}));
+    messages.expectTitled(u"No customer is selected. Nothing has been changed."_s, 16);
+    press(frmNewSurvey::instance(), "cmdRemove");
+    EXPECT_EQ(value(u"select count(*) from survey"_s), u"0"_s);
 }
 
 TEST_F(EditorTest, asksBeforeAnExistingQuestionnaireIsEdited) {
@@ -160,6 +169,11 @@ TEST_F(EditorTest, eachGestureInsertsAtTheTopAndDoublesAndParametersAreLeftOut) 
         add(gesture, -1);
         expectAtRest();
     }
+    QWidget& twin = frmEditExistingSurvey::instance(); // on the same questionnaire
+    dragNode(tree(), nodeAt(3), control<forms::MSHFlexGrid>(twin, "grdParamAndQuest")->viewport());
+    QMimeData ofAnotherProgram;
+    ofAnotherProgram.setData(QLatin1StringView(forms::TreeView::nodeMimeType), "x");
+    drop(grid()->viewport(), &ofAnotherProgram);
     dragNode(tree(), nodeAt(3), nullptr);
     EXPECT_EQ(shown(), chosen);
     EXPECT_EQ(stored(ann), u"05/03 1:4 2:2 3:1 4:0"_s);
@@ -251,12 +265,17 @@ TEST_F(EditorTest, theNeighbourMayBeAnotherSurveysOrMissing) {
     }
     run(u"delete * from responquesindex"_s);
     addStored(ann, later, {0, 1});
-    run(u"update responquesindex set [Order] = 4 where [Order] = 2"_s); // without one nothing moves
-    open();
-    const QString before = stored(ann);
-    messages.expectBeginning(u"Error : 13\r\n"_s);
-    move(1, "cmdDownward");
-    EXPECT_EQ(stored(ann), before);
+    for (const QString& gap : {u"4 where [Order] = 2"_s, u"6"_s}) { // the second as after a copy
+        run(u"update responquesindex set [Order] = "_s + gap);
+        open();
+        const QString before = stored(ann);
+        messages.expectTitled(u"The questions are not numbered one after the other. Add or remove a "
+                              "question, which numbers them anew, and then move this one."_s,
+                              16);
+        move(1, "cmdDownward");
+        EXPECT_EQ(stored(ann), before);
+        frmNewSurvey::unload();
+    }
 }
 
 TEST_F(EditorTest, aDeletedQuestionIsSavedAsTheOneAbove) {
@@ -266,6 +285,67 @@ TEST_F(EditorTest, aDeletedQuestionIsSavedAsTheOneAbove) {
     addByButton(3);
     EXPECT_EQ(stored(ann), u"05/03 1:3 2:0 3:0 4:4"_s);
     EXPECT_EQ(shown()[2], u"Delivery: On time?"_s);
+    run(u"delete * from questions where questionid="_s + QString::number(question[2]));
+    messages.expectTitled(u"No longer in the catalogue and not added:\r\nOverall? (Quality)"_s, 16);
+    addByButton(2); // there is none above
+    EXPECT_EQ(stored(ann), u"05/03 1:3 2:0 3:0 4:4"_s);
+    EXPECT_EQ(grid()->Rows(), 6);
+    run(u"delete * from questions where questionid="_s + QString::number(question[3]));
+    messages.expectTitled(
+        u"The question Sturdy? (Quality) is no longer in the catalogue. Nothing has been changed."_s, 16);
+    move(1, "cmdDownward");
+    EXPECT_EQ(stored(ann), u"05/03 1:3 2:0 3:0 4:4"_s);
+    EXPECT_EQ(grid()->Rows(), 5);
+}
+
+TEST_F(EditorTest, nothingIsWrittenForAnOwnerThatIsGone) {
+    addStored(ann, today, {0, 1});
+    struct Case {
+        QString owner; // renamed by another program
+        QString message;
+    };
+    const Case cases[] = {
+        {u"customer set custname"_s, u"The customer Acme is"_s},
+        {u"respondent set respondentname"_s, u"The respondent Ann of Acme is"_s},
+    };
+    const std::function<void()> steps[] = {[] { addByButton(3); },
+                                           [] { press(frmNewSurvey::instance(), "cmdRemove"); },
+                                           [this] { move(1, "cmdDownward"); }};
+    for (const auto& [owner, message] : cases) {
+        for (const auto& step : steps) {
+            const QString change =
+                u"update "_s + owner + u" = '%1' where " + owner.section(u' ', -1) + u" = '%2'";
+            const QString name = owner.startsWith(u'c') ? u"Acme"_s : u"Ann"_s;
+            open();
+            run(change.arg(u"Other"_s, name));
+            const QStringList before = storeRows(*cnnMain);
+            messages.expectTitled(message + u" no longer in the database. Nothing has been changed.", 16);
+            step();
+            expectAtRest();
+            EXPECT_EQ(storeRows(*cnnMain), before);
+            EXPECT_EQ(shown(), QStringList{u": "_s}) << "as it stands";
+            run(change.arg(name, u"Other"_s));
+            frmNewSurvey::unload();
+        }
+    }
+}
+
+TEST_F(EditorTest, aStoreInUseIsOneMessageAndCostsNoQuestionnaire) {
+    addStored(ann, today, {0, 1});
+    open();
+    whileInUse([] { frmNewSurvey::instance().toRefreshGrid(); });
+    EXPECT_EQ(grid()->Rows(), 4);
+    for (const char* command : {"cmdRemove", "cmdDownward"}) {
+        press(frmNewSurvey::instance(), command); // on what is not known to be stored: reads again
+        EXPECT_EQ(stored(ann), u"05/03 1:0 2:1"_s);
+        EXPECT_EQ(grid()->Rows(), 4);
+        whileInUse([] { frmNewSurvey::instance().toRefreshGrid(); });
+    }
+    addByButton(3);
+    EXPECT_EQ(stored(ann), u"05/03 1:3 2:0 3:1"_s);
+    whileInUse([] { addByButton(4); });
+    addByButton(4);
+    EXPECT_EQ(stored(ann), u"05/03 1:4 2:3 3:0 4:1"_s);
 }
 
 /// A second respondent's rows let an index refuse the last write of a step; what the step did before is gone.
@@ -288,10 +368,10 @@ TEST_F(EditorTest, aFailingStepLeavesTheStoreAsItWas) {
         clickRow(3);
         addByButton(3);
     });
-    EXPECT_EQ(grid()->Rows(), 6); // the added row stays in sight
+    EXPECT_EQ(grid()->Rows(), 5); // as stored, so that the question is not taken for chosen
     run(u"drop index refuses"_s);
-    press(frmNewSurvey::instance(), "cmdRemove"); // of row 3, and the rest is saved
-    EXPECT_EQ(stored(ann), before);
+    addByButton(3);
+    EXPECT_EQ(stored(ann), u"05/03 1:4 2:2 3:3 4:1"_s);
 }
 
 TEST_F(EditorTest, aSurveyThatCannotBeStoredIsOneMessageAndNoQuestionnaire) {

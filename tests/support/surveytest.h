@@ -59,6 +59,19 @@ protected:
         return frmNewSurvey::instance();
     }
 
+    /// Runs a step while another program holds the store, which is told once.
+    void whileInUse(const std::function<void()>& step) {
+        runRaw(QStringLiteral("pragma busy_timeout = 1"));
+        other.ConnectionString = toConnectionText();
+        if (other.State() == 0)
+            other.Open();
+        other.session()->prepare({QStringLiteral("begin exclusive"), {}}).step();
+        messages.expectBeginning(QStringLiteral("Error : 5\r\n"));
+        step();
+        other.RollbackTrans();
+        expectAtRest();
+    }
+
     static QByteArray contentOf(const QString& path) {
         QFile file(path);
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("none");
@@ -97,4 +110,5 @@ protected:
     int ann = 0;
     int bob = 0;
     std::vector<int> question; // questionid by number
+    ado::Connection other;     // another program's
 };
