@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/failure.h"
 
+#include "core/MDIMain.h"
 #include "core/gblGlobal.h"
 #include "core/transaction.h"
 #include "platform/crystal/reporterror.h"
@@ -54,6 +55,8 @@ bool guarded(const FailureHandler& handler, const std::function<void()>& procedu
             forms::msgBox(refusal->text(), forms::style::critical, u"Gaugewell v2.1"_s);
         else
             toShowErrors(handler.prefix);
+        if (MDIMain::isShown())
+            toShowStatus({}); // the word of the step that has ended
         return false;
     }
 }

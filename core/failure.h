@@ -25,10 +25,10 @@ public:
 };
 
 /// Runs a procedure under the standard failure handler: the first failure ends it; the mouse pointer goes
-/// back; each error that the connection recorded is shown in a message of its own, and so is a Refusal. A
-/// failure that has nothing to do with the database ends the procedure without a word. Within an open
-/// Transaction nothing is shown and the failure is thrown on, to the procedure that holds the transaction.
-/// Returns true when the procedure ran to its end.
+/// back; each error that the connection recorded is shown in a message of its own, and so is a Refusal; the
+/// status bar is cleared. A failure that has nothing to do with the database ends the procedure without a
+/// word. Within an open Transaction nothing is shown and the failure is thrown on, to the procedure that
+/// holds the transaction. Returns true when the procedure ran to its end.
 bool guarded(const FailureHandler& handler, const std::function<void()>& procedure);
 
 /// Runs a procedure whose handler shows the one failure that ended it, whatever its source: number,

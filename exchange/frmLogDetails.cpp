@@ -102,7 +102,7 @@ void frmLogDetails::toWriteStandardMessage() {
     guarded({.form = this}, [this] {
         toReconnect();
         const QString text = frmMessage::instance().txtMessage()->toPlainText();
-        const QString custid = QString::number(toGetCustID(toGetCustomer()));
+        const QString custid = QString::number(requireCustomers({toGetCustomer()}).front());
         ado::Recordset standard;
         standard.Open(u"select * from standardmessage where customerid="_s + custid, *cnnMain,
                       ado::Recordset::Lock::Optimistic);

@@ -92,12 +92,22 @@ void frmFeedBackObj::toGoToHit() {
         for (int i = 0; i < list->ListCount(); ++i) {
             if (list->List(i) == text) {
                 list->setListIndex(i);
-                return;
+                return true;
             }
         }
+        return false;
     };
-    moveTo(ui->cmbCusName, hit->customer);
-    moveTo(ui->lstSurveyDates, hit->date);
+    toFillcmbCustomername(); // the hit may be newer than the lists
+    if (!moveTo(ui->cmbCusName, hit->customer) || !moveTo(ui->lstSurveyDates, hit->date))
+        toShowHitGone();
+}
+
+void frmFeedBackObj::toShowHitGone() {
+    ui->lstSurveyDates->Clear();
+    if (ui->cmbCusName->ListIndex() == -1)
+        ui->lstRespname->Clear();
+    toShowNothing();
+    forms::msgBox(u"The survey of this hit is no longer there."_s, style::information, u"Gaugewell v2.1"_s);
 }
 
 void frmFeedBackObj::toSetWidthForGrid() {
@@ -128,7 +138,22 @@ void frmFeedBackObj::txtDtls_Change(const QString& text) {
 }
 
 QString frmFeedBackObj::custid() const {
-    return QString::number(toGetCustID(ui->cmbCusName->Text()));
+    return QString::number(findCustomer(ui->cmbCusName->Text()));
+}
+
+frmFeedBackObj::Owner frmFeedBackObj::chosenOwner() const {
+    Owner owner;
+    owner.custid = custid();
+    if (owner.custid != noCustomer)
+        owner.respondentid = toGetRespondentID(ui->lstRespname->Text());
+    return owner;
+}
+
+void frmFeedBackObj::requireShown() const {
+    if (shown.respondentid.isEmpty() || shown != chosenOwner())
+        throw Refusal(
+            u"The customer or respondent has changed meanwhile. Choose the respondent anew to see the "
+            "answers as they are stored. Nothing has been saved."_s);
 }
 
 QDate frmFeedBackObj::shownDate() const {
@@ -191,7 +216,7 @@ QString frmFeedBackObj::toGetQuestionID(const QString& question) const {
 QString frmFeedBackObj::toGetSurveyID(const QDate& date, const QString& customerName) const {
     ado::Recordset survey;
     survey.Open(u"select * from survey where sdate=#"_s + toSqlDate(date) + u"# and custid=" +
-                    QString::number(toGetCustID(customerName)),
+                    QString::number(findCustomer(customerName)),
                 *cnnMain);
     return survey.Eof() ? QString() : survey["surveyid"].Text();
 }
@@ -201,12 +226,14 @@ void frmFeedBackObj::toShowFileName() {
         toReconnect();
         toShowFileLabel({});
         const QDate date = toDate(ui->lstSurveyDates->Text());
+        const QString respondentid = toGetRespondentID(ui->lstRespname->Text());
         ado::Recordset log;
-        log.Open(u"select * from log where custname='"_s + ui->cmbCusName->Text() + u"' and respid=" +
-                     toGetRespondentID(ui->lstRespname->Text()) + u" and sdate=#" + toSqlDate(date) + u"#",
-                 *cnnMain);
-        toShowFileLabel(log.Eof() ? u"No Survey File Exported..."_s
-                                  : u"Survey File Name : "_s + log["xlsfilename"].Text());
+        if (!respondentid.isEmpty())
+            log.Open(u"select * from log where custname='"_s + ui->cmbCusName->Text() + u"' and respid=" +
+                         respondentid + u" and sdate=#" + toSqlDate(date) + u"#",
+                     *cnnMain);
+        toShowFileLabel(!log.IsOpen() || log.Eof() ? u"No Survey File Exported..."_s
+                                                   : u"Survey File Name : "_s + log["xlsfilename"].Text());
     });
 }
 
@@ -264,6 +291,7 @@ void frmFeedBackObj::toBlankGrid() {
 }
 
 void frmFeedBackObj::toShowNothing() {
+    shown = {};
     toBlankGrid();
     ui->lblSDate->clear();
     toShowFileLabel({});
@@ -275,16 +303,17 @@ void frmFeedBackObj::toFillGrid() {
         setMousePointer(forms::Hourglass);
         toReconnect();
         ui->lblSDate->setText(ui->lstSurveyDates->Text());
-        const QString customer = custid();
-        if (customer == noCustomer) {
+        shown = chosenOwner();
+        if (shown.custid == noCustomer) {
             toBlankGrid();
         } else {
             ado::Recordset questions;
-            questions.Open(u"select * from responquery where  respondentid="_s +
-                               toGetRespondentID(ui->lstRespname->Text()) + u" and custid=" + customer +
-                               u" and sdate=#" + toSqlDate(shownDate()) + u"#",
-                           *cnnMain);
-            if (questions.Eof())
+            if (!shown.respondentid.isEmpty())
+                questions.Open(u"select * from responquery where  respondentid="_s + shown.respondentid +
+                                   u" and custid=" + shown.custid + u" and sdate=#" + toSqlDate(shownDate()) +
+                                   u"#",
+                               *cnnMain);
+            if (!questions.IsOpen() || questions.Eof())
                 toShowNothing();
             else
                 toShowQuestions(questions);
@@ -312,14 +341,9 @@ bool frmFeedBackObj::isScoreRow(int row) const {
     return ui->grdDtls->TextMatrix(row, feedbackColumn::type) == scoreType;
 }
 
-frmFeedBackObj::AnswerKey frmFeedBackObj::toMakeAnswerKey(int row) const {
-    return {toGetRespondentID(ui->lstRespname->Text()),
-            toGetQuestionID(ui->grdDtls->TextMatrix(row, feedbackColumn::question))};
-}
-
-QString frmFeedBackObj::toMakeAnswerQuery(int row, const AnswerKey& key) const {
+QString frmFeedBackObj::toMakeAnswerQuery(int row, const QString& questionid) const {
     return u"select * from "_s + (isScoreRow(row) ? u"feedbackobjective" : u"feedbackdescriptive") +
-           u" where respondentid=" + key.respondentid + u" and questionid=" + key.questionid +
+           u" where respondentid=" + shown.respondentid + u" and questionid=" + questionid +
            u" and surveydate=#" + toSqlDate(shownDate()) + u"#";
 }
 
@@ -327,7 +351,7 @@ void frmFeedBackObj::tofillscoreandweightage() {
     guarded({.form = this}, [this] {
         setMousePointer(forms::Hourglass);
         toReconnect();
-        SurveyReader::unseen.erase({toGetRespondentID(ui->lstRespname->Text()), shownDate()});
+        SurveyReader::unseen.erase({shown.respondentid, shownDate()});
         const forms::MSHFlexGrid* grid = ui->grdDtls;
         for (int row = 1; row < grid->Rows(); ++row) {
             if (grid->TextMatrix(row, feedbackColumn::question).trimmed().isEmpty())
@@ -341,9 +365,11 @@ void frmFeedBackObj::tofillscoreandweightage() {
 void frmFeedBackObj::toShowAnswer(int row) {
     forms::MSHFlexGrid* grid = ui->grdDtls;
     const bool isScore = isScoreRow(row);
+    const QString questionid = toGetQuestionID(grid->TextMatrix(row, feedbackColumn::question));
     ado::Recordset answer;
-    answer.Open(toMakeAnswerQuery(row, toMakeAnswerKey(row)), *cnnMain);
-    if (answer.Eof()) {
+    if (!questionid.isEmpty())
+        answer.Open(toMakeAnswerQuery(row, questionid), *cnnMain);
+    if (!answer.IsOpen() || answer.Eof()) {
         if (isScore) {
             grid->setTextMatrix(row, feedbackColumn::description, {});
         } else {
@@ -377,6 +403,7 @@ void frmFeedBackObj::cmdSave_Click() {
 void frmFeedBackObj::toSaveDtls() {
     guarded({.form = this}, [this] {
         toReconnect();
+        requireShown();
         toWriteTogether([this] {
             for (int row = 1; row < ui->grdDtls->Rows(); ++row)
                 toSaveRow(row);
@@ -386,9 +413,14 @@ void frmFeedBackObj::toSaveDtls() {
 
 void frmFeedBackObj::toSaveRow(int row) {
     const auto cell = [&](int column) { return ui->grdDtls->TextMatrix(row, column); };
-    const AnswerKey key = toMakeAnswerKey(row);
+    const QString questionid = toGetQuestionID(cell(feedbackColumn::question));
+    const QString surveyid = toGetSurveyID(shownDate(), ui->cmbCusName->Text());
+    if (questionid.isEmpty() || surveyid.isEmpty())
+        throw Refusal(
+            u"\"%1\" has left this survey. The answers above it have been saved, this one and those "
+            "below have not."_s.arg(cell(feedbackColumn::question)));
     ado::Recordset answer;
-    answer.Open(toMakeAnswerQuery(row, key), *cnnMain, ado::Recordset::Lock::Optimistic);
+    answer.Open(toMakeAnswerQuery(row, questionid), *cnnMain, ado::Recordset::Lock::Optimistic);
     const bool isNew = answer.Eof();
     if (isNew)
         answer.AddNew();
@@ -396,14 +428,14 @@ void frmFeedBackObj::toSaveRow(int row) {
         if (text)
             answer[field] = *text;
     };
-    answer["respondentid"] = key.respondentid;
-    answer["questionid"] = key.questionid;
+    answer["respondentid"] = shown.respondentid;
+    answer["questionid"] = questionid;
     answer["surveydate"] = shownDate();
     write("weightage", toMarkForStore(cell(feedbackColumn::weightage), isNew));
     if (isScoreRow(row))
         write("score", toMarkForStore(cell(feedbackColumn::score), isNew));
     else
         write("Description", toDescriptionForStore(cell(feedbackColumn::description)));
-    answer["surveyid"] = toGetSurveyID(shownDate(), ui->cmbCusName->Text());
+    answer["surveyid"] = surveyid;
     answer.Update();
 }

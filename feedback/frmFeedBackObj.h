@@ -79,7 +79,7 @@ private:
     void cmdSave_Click();
     void txtDtls_Change(const QString& text);
 
-    // These three throw Failure; the ids are empty when there is none.
+    // These three throw ado::Failure; the ids are empty when there is none.
     QString toGetRespondentID(const QString& name) const;
     /// Found by its text within the customer's survey of the date on show, whoever the respondent is; of two
     /// questions with one text the first wins.
@@ -90,25 +90,32 @@ private:
     QString toGetLoggedFileName();
     bool toCheckFileExists(const QString& fileName);
 
-    struct AnswerKey {
+    /// Whose questions and answers the grid shows; empty ids for nobody's.
+    struct Owner {
+        QString custid;
         QString respondentid;
-        QString questionid;
+        bool operator==(const Owner&) const = default;
     };
-    /// Of the answer to the question of a grid row.
-    AnswerKey toMakeAnswerKey(int row) const;
-    QString toMakeAnswerQuery(int row, const AnswerKey& key) const;
+    /// Of the customer and respondent that are chosen now. Throws ado::Failure.
+    Owner chosenOwner() const;
+    /// Throws Refusal unless the grid shows what is chosen.
+    void requireShown() const;
+    QString toMakeAnswerQuery(int row, const QString& questionid) const;
     void toShowAnswer(int row);
     void toSaveRow(int row);
     void toShowQuestions(ado::Recordset& questions);
     void toBlankGrid();
     void toShowNothing();
+    /// After a jump to a hit that is no longer there.
+    void toShowHitGone();
     void toShowFileLabel(const QString& text);
     void toShowFileNameOfChoice();
     bool isScoreRow(int row) const;
-    /// The custid of the chosen customer, "0" for none.
+    /// The custid of the chosen customer, "0" for none. Throws ado::Failure.
     QString custid() const;
     QDate shownDate() const;
 
     std::unique_ptr<Ui::frmFeedBackObj> ui;
     GridEditor* editor = nullptr;
+    Owner shown; // the date is that of lblSDate
 };

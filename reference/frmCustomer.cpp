@@ -141,7 +141,7 @@ void frmCustomer::toRefreshRespondentDetails() {
     const QString custid = currentCustID();
     if (respondentsOf != custid) { // also when they cannot be read
         respondentsOf.reset();
-        toEmptyGrid(grid);
+        toShowNoRespondents();
     }
     const bool read = guarded({.form = this}, [&] {
         toReconnect();

@@ -144,6 +144,7 @@ void frmParameter::toRefreshQuestionDtls() {
     if (questionsOf != paramid) { // also when they cannot be read
         questionsOf.reset();
         toEmptyGrid(grid);
+        SetEditQuestionTextBox(grid->Col(), grid->Row());
     }
     const bool read = guarded({.form = this}, [&] {
         toReconnect();

@@ -208,7 +208,6 @@ TEST_F(FaultsTest, aReadOnlyHomeIsToldByEachCommand) {
 
 TEST_F(FaultsTest, aStoreInUseIsToldAfterAWaitAndTheSameCommandWorksLater) {
     showForms();
-    ado::Connection other;
     other.ConnectionString = toConnectionText();
     other.Open();
     for (void (*command)() : {saveAnswers, readFile, deleteRespondent}) {

@@ -185,7 +185,10 @@ TEST_F(FeedbackTest, failureIsToldAndTheFormLivesOn) {
     grid().enter(3, 2, u"3"_s);
     // Another program drops the second question: the rows before it are saved.
     run(u"delete * from responquesindex where questionid="_s + QString::number(questions[1]));
-    messages.expectBeginning(u"Error : 1\r\n"_s);
+    messages.expectTitled(
+        u"\"%1\" has left this survey. The answers above it have been saved, this one and those "
+        "below have not."_s.arg(wishes),
+        forms::style::critical);
     press(form, "cmdSave");
     EXPECT_EQ(rows(objective), QStringList{score(0, "1|0")});
     clickDate(0);

@@ -209,10 +209,11 @@ void Walker::perform() {
 void Walker::openSomething() {
     if (stage() != &MDIMain::instance())
         return;
+    static const QStringList onPopup{u"mnuDelete"_s, u"mnucomplete"_s, u"mnunotcomplete"_s};
     QList<QAction*> actions;
     for (QAction* action : MDIMain::instance().findChildren<QAction*>()) {
         if (action->objectName().startsWith(u"mnu") && action->isVisible() && action->isEnabled() &&
-            !action->menu() && action->objectName() != u"mnuDelete")
+            !action->menu() && !onPopup.contains(action->objectName()))
             actions << action;
     }
     QAction* action = anyOf(actions);
@@ -336,7 +337,8 @@ void Walker::press() {
     tell(u"key %1 modifiers %2 to %3"_s.arg(QKeySequence(key).toString())
              .arg(int(held), 0, 16)
              .arg(nameOf(target)));
-    if (key == Qt::Key_Return && qobject_cast<QLineEdit*>(target))
+    if (key == Qt::Key_Return &&
+        (qobject_cast<QLineEdit*>(target) || qobject_cast<forms::MSHFlexGrid*>(target)))
         oracle.ran(u"Enter"_s);
     QTest::keyClick(target, key, held);
 }
