@@ -251,9 +251,10 @@ bool GridEditor::acceptsAll(const QString& typed) const {
 
 /// A key for the grid, whose box is out of sight: brings the box back and goes on there.
 bool GridEditor::gridKey(QKeyEvent* event) {
+    const bool pastes = event->matches(QKeySequence::Paste);
     const bool movesOn = event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab ||
                          event->key() == Qt::Key_Escape || isModifier(event->key()) ||
-                         (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier));
+                         ((event->modifiers() & (Qt::ControlModifier | Qt::AltModifier)) && !pastes);
     if (movesOn)
         return false;
     if (waitsForClick)

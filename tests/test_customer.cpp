@@ -190,6 +190,94 @@ TEST_F(CustomerTest, respondentsStayWithTheirCustomerWhateverMovesTheCursor) {
     EXPECT_EQ(countOf(u"respondent where custid="_s + QString::number(acme)), u"2"_s);
 }
 
+TEST_F(CustomerTest, keysThatMoveTheGridsCursorBringTheRespondentsAlong) {
+    for (int i = 1; i <= 40; ++i)
+        addRespondent(addCustomer(u"Customer %1"_s.arg(i)), u"Of %1"_s.arg(i));
+    open();
+    constexpr auto ctrl = Qt::ControlModifier;
+    constexpr auto alt = Qt::AltModifier;
+    const std::tuple<Qt::Key, Qt::KeyboardModifier, int> moves[] = {
+        {Qt::Key_End, ctrl, 40},  {Qt::Key_Home, ctrl, 1}, {Qt::Key_Up, ctrl, 19},
+        {Qt::Key_Down, ctrl, 21}, {Qt::Key_Up, alt, 19},   {Qt::Key_Down, alt, 21}};
+    for (const auto& [pressed, held, row] : moves) {
+        customers().grid->setTopRow(18);
+        customers().click(20, 1);
+        customers().grid->setTopRow(1); // the box goes, the cursor stays
+        ASSERT_FALSE(customers().box->isVisible());
+        key(pressed, held);
+        EXPECT_EQ(customers().grid->Row(), row);
+        EXPECT_EQ(respondents().text(1, 1), u"Of %1"_s.arg(row));
+        EXPECT_TRUE(customers().boxLiesOverCell() && customers().box->hasFocus());
+    }
+}
+
+TEST_F(CustomerTest, respondentsThatCannotBeReadAreNobodys) {
+    addRespondent(addCustomer(u"Acme"_s), u"Ann"_s);
+    const int bolt = addCustomer(u"Bolt"_s);
+    addRespondent(bolt, u"Bea"_s);
+    frmCustomer& form = open();
+    runRaw(u"alter table respondent rename to elsewhere"_s);
+    messages.expectBeginning(u"Error : 1\r\n"_s);
+    customers().click(2, 1);
+    runRaw(u"alter table elsewhere rename to respondent"_s);
+    EXPECT_EQ(respondents().row(1), u"|||"_s);
+    respondents().enter(1, 2, u"Buyer"_s);
+    messages.expectTitled(
+        u"The respondents of this customer could not be read. Click the customer to read them. "
+        "Nothing has been saved."_s,
+        forms::style::information);
+    press(form, "cmdSaveRespondent");
+    EXPECT_EQ(countOf(u"respondent"_s), u"2"_s);
+    customers().click(2, 1);
+    EXPECT_EQ(respondents().text(1, 1), u"Bea"_s);
+}
+
+TEST_F(CustomerTest, aReloadFollowsTheRowAndShowsNoOneElsesCells) {
+    const int acme = addCustomer(u"Acme"_s);
+    addCustomer(u"Bolt"_s);
+    addRespondent(acme, u"Ann"_s);
+    run(u"update respondent set emailid='ann@acme.example'"_s);
+    addRespondent(2, u"Bea"_s);
+    frmCustomer& form = open();
+    customers().click(2, 1);
+    EXPECT_EQ(respondents().row(1), u"Bea|Buyer||2"_s) << "without the address of the row's earlier owner";
+    key(Qt::Key_Down); // two new rows: the first has a stored name, the second is in hand
+    type(u"ACME"_s);
+    key(Qt::Key_Down);
+    type(u"Core"_s);
+    respondents().enter(1, 1, u"Cy"_s);
+    respondents().enter(1, 2, u"Chief"_s);
+    key(Qt::Key_Down);
+    type(u"typed on"_s);
+    press(form, "cmdSaveCustomer");
+    EXPECT_EQ(customers().cell(), Cell(3, 1)) << "Core, one row higher";
+    EXPECT_EQ(customers().text(3, 1), u"Core"_s);
+    EXPECT_EQ(respondents().text(1, 1), u"Cy"_s) << "typed for the customer that is stored now";
+    respondents().enter(2, 1, u"Cyd"_s);
+    respondents().enter(2, 2, u"Clerk"_s);
+    press(form, "cmdSaveRespondent");
+    EXPECT_EQ(value(u"select group_concat(respondentname) from respondent where custid=3"_s), u"Cy,Cyd"_s);
+    EXPECT_EQ(value(u"select group_concat(emailid, '-') from respondent where custid=3"_s), u"-"_s);
+}
+
+TEST_F(CustomerTest, aPastedBlockFillsRowsOrNothing) {
+    addCustomer(u"Acme"_s);
+    open();
+    EditedGrid::paste(u"One\t1 Street\r\nTwo\t\"2\nRoad\"\r\n"_s);
+    EXPECT_EQ(customers().row(1), u"One|1 Street||"_s);
+    EXPECT_EQ(customers().row(2), u"Two|2 Road||"_s);
+    EXPECT_EQ(customers().box->text(), u"One"_s);
+    customers().click(2, 3);
+    messages.expectTitled(
+        u"The pasted cells do not fit from here on: \"c\" has no place in row 2, column 5. Nothing "
+        "has been pasted."_s,
+        forms::style::information);
+    EditedGrid::paste(u"a\tb\tc"_s);
+    EXPECT_EQ(customers().row(2), u"Two|2 Road||"_s);
+    EditedGrid::paste(u"line\nends\n"_s);
+    EXPECT_EQ(QString(customers().row(2) + customers().text(3, 3)), u"Two|2 Road|line|ends"_s);
+}
+
 TEST_F(CustomerTest, theDuplicateTestKeepsItsOddities) {
     const int acme = addCustomer(u"O’Hara & Co"_s);
     addRespondent(acme, u"Ann"_s, u"Buyer"_s);

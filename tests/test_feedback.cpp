@@ -85,6 +85,60 @@ TEST_F(FeedbackTest, cellsTakeWhatBelongsIntoThem) {
     }
 }
 
+TEST_F(FeedbackTest, marksAreJudgedWhenTypedAndReplacedWhenEntered) {
+    addScore(ann, questions[0], survey, march, 77, -3);
+    frmFeedBackObj& form = open();
+    for (const int col : {2, 3, 2}) {
+        grid().click(1, col);
+        EXPECT_EQ(grid().row(1), price + u"|77|-3|") << "visited only";
+    }
+    key(Qt::Key_Right); // its text is selected
+    EXPECT_EQ(grid().cell(), std::pair(1, 3));
+    key(Qt::Key_Left);
+    EXPECT_EQ(grid().cell(), std::pair(1, 2));
+    press(form, "cmdSave");
+    EXPECT_EQ(rows(objective).value(0), score(0, "77|-3"));
+    grid().click(1, 2);
+    type(u"9"_s);
+    grid().click(1, 3);
+    grid().click(1, 2);
+    type(u"7"_s);
+    EXPECT_EQ(grid().text(1, 2), u"7"_s);
+    EditedGrid::paste(u"8\t6\n5\n"_s); // the second question takes words: a weightage, no score
+    EXPECT_EQ(grid().row(1) + grid().row(2), price + u"|8|6|" + wishes + u"|5||");
+    for (const auto& [block, refused, row] :
+         {std::tuple(u"8\t11"_s, u"11"_s, 1), {u"8\n7\t6"_s, u"6"_s, 2}, {u"1\n2\n3\n4"_s, u"4"_s, 4}}) {
+        messages.expectTitled(
+            u"The pasted cells do not fit from here on: \"%1\" has no place in row %2, column %3. "
+            "Nothing has been pasted."_s.arg(refused)
+                .arg(row)
+                .arg(row == 4 ? 2 : 3),
+            forms::style::information);
+        EditedGrid::paste(block);
+    }
+    EXPECT_EQ(grid().row(1) + grid().row(2), price + u"|8|6|" + wishes + u"|5||");
+}
+
+TEST_F(FeedbackTest, answersAreSavedForTheirOwnerOnly) {
+    add(u"respondent"_s, {{"custid", acme}, {"respondentdesignation", u"Nameless"_s}, {"emailid", u""_s}});
+    frmFeedBackObj& form = open();
+    clickEntry(form, "lstRespname", 1); // without a name there is nobody, and nothing to say
+    EXPECT_EQ(grid().row(1), u"|||"_s);
+    clickEntry(form, "lstRespname", 0);
+    grid().enter(1, 2, u"9"_s);
+    for (const QString& change :
+         {u"update customer set custname='Acme Ltd'"_s, u"delete * from respondent"_s}) {
+        run(change);
+        messages.expectTitled(
+            u"The customer or respondent has changed meanwhile. Choose the respondent anew to see the "
+            "answers as they are stored. Nothing has been saved."_s,
+            forms::style::critical);
+        press(form, "cmdSave");
+        EXPECT_EQ(rows(objective), QStringList{});
+        run(u"update customer set custname='Acme'"_s);
+    }
+}
+
 TEST_F(FeedbackTest, newAnswersAreStoredAndEmptiedOnesFollowTheirColumn) {
     frmFeedBackObj& form = open();
     grid().enter(1, 2, u"10"_s);

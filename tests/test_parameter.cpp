@@ -57,6 +57,43 @@ TEST_F(ParameterTest, oneKeyFillsTheTypeAndAnythingElseIsWiped) {
     EXPECT_EQ(questions().box->text(), u""_s) << "without its capital";
 }
 
+TEST_F(ParameterTest, anAddThatIsRefusedMovesNoQuestions) {
+    addQuestion(addParameter(u"Price"_s), u"Is it fair?"_s);
+    addQuestion(addParameter(u"Service"_s), u"Is it kind?"_s);
+    frmParameter& form = open();
+    parameters().enter(1, 1, u""_s);
+    parameters().click(2, 1);
+    messages.expectTitled(u"Parameter Name Cannot be left blank....Error"_s, forms::style::critical);
+    key(Qt::Key_Return);
+    EXPECT_EQ(parameters().cell(), Cell(2, 1));
+    EXPECT_EQ(questions().text(1, 1), u"Is it kind?"_s);
+    press(form, "cmdSaveQuestion");
+    EXPECT_EQ(rows(u"select question, paramid from questions"_s),
+              (QStringList{u"Is it fair?|1"_s, u"Is it kind?|2"_s}));
+}
+
+TEST_F(ParameterTest, pastedQuestionsGoByTheRulesOfTheirColumns) {
+    addParameter(u"Price"_s);
+    open();
+    questions().click(1, 1);
+    EditedGrid::paste(u"Is it fair?\ts\nWhat else?\tDescriptive\n"_s);
+    EXPECT_EQ(questions().text(1, 2) + questions().text(2, 2), u"ScoreDescriptive"_s);
+    messages.expectTitled(
+        u"The pasted cells do not fit from here on: \"x\" has no place in row 2, column 2. Nothing "
+        "has been pasted."_s,
+        forms::style::information);
+    EditedGrid::paste(u"a\ts\nb\tx"_s);
+    questions().box->selectAll();
+    messages.expectTitled(
+        u"With the pasted text the cell would hold 256 characters; it takes 255. Nothing has been "
+        "pasted."_s,
+        forms::style::information);
+    EditedGrid::paste(QString(256, u'w'));
+    EXPECT_EQ(questions().text(1, 1), u"Is it fair?"_s);
+    EditedGrid::paste(QString(255, u'w'));
+    EXPECT_EQ(questions().text(1, 1).size(), 255);
+}
+
 TEST_F(ParameterTest, questionsAreStoredUnderTheParameterAtHand) {
     addParameter(u"Price"_s);
     addQuestion(addParameter(u"Delivery"_s), u"On time?"_s);

@@ -6,6 +6,8 @@
 #include <QRegularExpression>
 #include <QWheelEvent>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace forms {
@@ -44,8 +46,8 @@ DTPicker::DTPicker(QWidget* parent) : QComboBox(parent) {
     setCompleter(nullptr);
     setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
     setMinimumContentsLength(7);
-    setEditText(shown(value));
-    lineEdit()->home(false);
+    showValue();
+    lineEdit()->installEventFilter(this);
     connect(lineEdit(), &QLineEdit::textEdited, this, [this] { mark(false); });
 }
 
@@ -54,13 +56,19 @@ void DTPicker::setValue(const QDate& date) {
         return;
     const bool changed = date != value;
     value = date;
-    if (text() != shown(value)) {
-        setEditText(shown(value));
-        lineEdit()->home(false);
-    }
+    if (text() != shown(value))
+        showValue();
     mark(false);
     if (changed)
         Q_EMIT Change();
+}
+
+void DTPicker::showValue() {
+    setEditText(shown(value));
+    if (hasFocus())
+        lineEdit()->selectAll();
+    else
+        lineEdit()->home(false);
 }
 
 bool DTPicker::readText() {
@@ -113,6 +121,21 @@ void DTPicker::keyPressEvent(QKeyEvent* event) {
         return;
     }
     QComboBox::keyPressEvent(event);
+}
+
+void DTPicker::focusInEvent(QFocusEvent* event) {
+    QComboBox::focusInEvent(event);
+    entered = event->reason() == Qt::MouseFocusReason;
+    if (event->reason() == Qt::OtherFocusReason || event->reason() == Qt::ActiveWindowFocusReason)
+        lineEdit()->selectAll();
+}
+
+/// The first click selects the text, the next ones place the caret.
+bool DTPicker::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == lineEdit() && event->type() == QEvent::MouseButtonRelease &&
+        std::exchange(entered, false) && !lineEdit()->hasSelectedText())
+        lineEdit()->selectAll();
+    return QComboBox::eventFilter(watched, event);
 }
 
 void DTPicker::focusOutEvent(QFocusEvent* event) {

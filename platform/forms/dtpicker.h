@@ -12,7 +12,8 @@ namespace forms {
 QDate dateOfText(const QString& text);
 
 /// A date as dd/mm/yyyy, typed or picked from a calendar (F4, Alt+Down, the arrow); Up and Down change the
-/// part under the cursor. Typing changes the text only. It is read when the user leaves the box, presses
+/// part under the cursor. The text is selected when the box gets the focus, so that typing replaces it.
+/// Typing changes the text only. It is read when the user leaves the box, presses
 /// Enter or an access key, or opens the calendar: a date becomes the value, any other text stays shown and
 /// marked while the old value holds. Change is emitted when the value changes, by the user or by code.
 class DTPicker : public QComboBox {
@@ -36,15 +37,19 @@ Q_SIGNALS:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
     /// The wheel changes nothing: a date changed by accident would drop what was typed for the one before.
     void wheelEvent(QWheelEvent* event) override;
 
 private:
     void step(int by);
     void mark(bool unreadable);
+    void showValue();
 
     QDate value{2000, 1, 1};
+    bool entered = false; // by a press whose release is still to come
 };
 
 } // namespace forms

@@ -4,6 +4,8 @@
 #include "platform/forms/flexgrid.h"
 #include "tests/support/storetest.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QLineEdit>
 
@@ -40,5 +42,14 @@ struct EditedGrid {
         return QStringList{text(number, 1), text(number, 2), text(number, 3), text(number, 4)}.join(u'|');
     }
     std::pair<int, int> cell() const { return {grid->Row(), grid->Col()}; }
-    bool boxLiesOverCell() const { return box->isVisible() && box->geometry() == grid->cellRect(); }
+    /// In sight, too.
+    bool boxLiesOverCell() const {
+        return box->isVisible() && box->geometry() == grid->cellRect() &&
+               grid->viewport()->rect().contains(box->geometry());
+    }
+    /// Pastes into the cell in hand.
+    static void paste(const QString& text) {
+        QGuiApplication::clipboard()->setText(text);
+        key(Qt::Key_V, Qt::ControlModifier);
+    }
 };
