@@ -183,7 +183,12 @@ TEST_F(ExistingTest, nothingIsDeletedOrImportedForAnOwnerThatIsGone) {
             importBy(edit(), "cmdCopy", [&](frmPasteSurvey& form) {
                 clickEntry(form, "lstRespondent", 1);
                 EXPECT_TRUE(!recorded || form.toSaveTheCopyDetails());
-                withoutOwner(name, [&] { recorded ? form.toPasteCopyDetails() : press(form, "cmdPaste"); });
+                withoutOwner(name, [&] {
+                    if (recorded)
+                        form.toPasteCopyDetails();
+                    else
+                        EXPECT_FALSE(form.toSaveTheCopyDetails());
+                });
             });
         }
     }
@@ -194,9 +199,16 @@ TEST_F(ExistingTest, theEditorAfterAnImportIsThatOfItsTarget) {
     open(0);
     frmSelectSurvey::instance().lstRespondent()->setListIndex(1);
     frmSelectSurvey::instance().Show();
-    importBy(frmSelectSurvey::instance(), "cmdExistingSurvey",
-             [](frmPasteSurvey& form) { press(form, "cmdPaste"); });
-    EXPECT_EQ(control<QLabel>(frmNewSurvey::instance(), "lblRespondentName")->text(), u"Bob"_s);
+    for (const bool gone : {true, false}) {
+        importBy(frmSelectSurvey::instance(), "cmdExistingSurvey", [&](frmPasteSurvey& form) {
+            if (gone)
+                withoutOwner(u"Bob"_s, [&] { press(form, "cmdPaste"); });
+            else
+                press(form, "cmdPaste");
+        });
+        EXPECT_EQ(control<QLabel>(frmNewSurvey::instance(), "lblRespondentName")->text(),
+                  gone ? u"Ann"_s : u"Bob"_s);
+    }
     EXPECT_EQ(grid()->Rows(), 4);
     EXPECT_EQ(stored(bob), u"05/03 3:0 3:1"_s);
     press(frmNewSurvey::instance(), "cmdRemove");

@@ -268,11 +268,13 @@ TEST_F(EditorTest, theNeighbourMayBeAnotherSurveysOrMissing) {
         run(u"update responquesindex set [Order] = "_s + gap);
         open();
         const QString before = stored(ann);
-        messages.expectTitled(u"The questions are not numbered one after the other. Add or remove a "
-                              "question, which numbers them anew, and then move this one."_s,
-                              16);
-        move(1, "cmdDownward");
-        EXPECT_EQ(stored(ann), before);
+        for (const auto& [row, button] : {std::pair(1, "cmdDownward"), {2, "cmdUpward"}}) {
+            messages.expectTitled(u"The questions are not numbered one after the other. Add or remove a "
+                                  "question, which numbers them anew, and then move this one."_s,
+                                  16);
+            move(row, button);
+            EXPECT_EQ(stored(ann), before);
+        }
         frmNewSurvey::unload();
     }
 }
@@ -310,6 +312,8 @@ TEST_F(EditorTest, nothingIsWrittenForAnOwnerThatIsGone) {
             frmNewSurvey::unload();
         }
     }
+    open();
+    withoutOwner(u"Acme"_s, [] { frmNewSurvey::instance().toSaveSurveyID(); });
 }
 
 TEST_F(EditorTest, aStoreInUseIsOneMessageAndCostsNoQuestionnaire) {
