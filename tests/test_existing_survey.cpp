@@ -117,6 +117,9 @@ TEST_F(ExistingTest, aRespondentWithoutANameHasNoSurvey) {
     run(u"update respondent set respondentname = null where respondentid="_s + QString::number(bob));
     clickEntry(edit(), "lstRespondent", 1);
     EXPECT_EQ(dates(edit()) + QString::number(rowsOf(edit())), u"2"_s);
+    clickEntry(edit(), "lstRespondent", 0);
+    importBy(edit(), "cmdCopy", [](frmPasteSurvey& form) { clickEntry(form, "lstRespondent", 1); });
+    EXPECT_EQ(frmSelectSurvey::loaded(), nullptr) << "no date of it is left out here";
     importBy(open(1), "cmdCopy", [this](frmPasteSurvey& form) {
         clickEntry(form, "lstRespondent", 1);
         EXPECT_EQ(dates(form) + QString::number(rowsOf(form)), u"2"_s);
