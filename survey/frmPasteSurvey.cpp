@@ -63,7 +63,7 @@ void frmPasteSurvey::onQueryUnload(bool&) {
 }
 
 void frmPasteSurvey::toFillSurveyDateList() {
-    if (ui->lstRespondent->Text() == strSelectedRespondent)
+    if (blnExistingSurvey && ui->lstRespondent->Text() == strSelectedRespondent)
         lists.toFillSurveyDateList(frmSelectSurvey::instance().dtSDate()->Value());
     else
         lists.toFillSurveyDateList();

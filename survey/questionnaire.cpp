@@ -37,6 +37,11 @@ void refuseGone(const ChosenQuestion& question) {
                   u") is no longer in the catalogue. Nothing has been changed.");
 }
 
+void refuseUnnumbered() {
+    throw Refusal(u"The questions are not numbered one after the other. Add or remove a question, which "
+                  "numbers them anew, and then move this one."_s);
+}
+
 /// The rows of all questionnaires, to add to.
 struct Questionnaires : ado::Recordset {
     Questionnaires() { Open(u"select * from responquesindex"_s, *cnnMain, Lock::Optimistic); }
@@ -179,16 +184,18 @@ void toMoveQuestion(const SurveyContext& survey, const ChosenQuestion& question,
                                         "questionid");
     if (questionid.isEmpty())
         refuseGone(question);
-    cnnMain->Execute(u"delete * from ResponQuesIndex where respondentid="_s + respondentid +
-                     u" and questionid=" + questionid + u" and ResponQuesIndex.order=" +
-                     QString::number(position));
+    const QString ofRow = u" from ResponQuesIndex where respondentid="_s + respondentid +
+                          u" and questionid=" + questionid + u" and ResponQuesIndex.order=" +
+                          QString::number(position);
+    if (toLookUp(u"select *"_s + ofRow, "questionid").isEmpty()) // it would be in the questionnaire twice
+        refuseUnnumbered();
+    cnnMain->Execute(u"delete *"_s + ofRow);
     ado::Recordset neighbour;
     neighbour.Open(u"select * from ResponQuesIndex where respondentid="_s + respondentid +
                        u" and ResponQuesIndex.order=" + QString::number(position + step),
                    *cnnMain, Lock::Optimistic);
     if (neighbour.Eof())
-        throw Refusal(u"The questions are not numbered one after the other. Add or remove a question, which "
-                      "numbers them anew, and then move this one."_s);
+        refuseUnnumbered();
     const QString surveyid = neighbour["surveyid"].Text();
     neighbour["Order"] = neighbour["Order"].Value().toInt() - step;
     neighbour.Update();

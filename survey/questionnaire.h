@@ -67,8 +67,9 @@ std::vector<ChosenQuestion> toRewriteQuestionnaire(const SurveyContext& survey,
 /// Exchanges the respondent's question at a position with its neighbour, which is the one above for step -1
 /// and the one below for step 1. Position and respondent alone say which rows these are: for a respondent
 /// with several surveys the neighbour can be another survey's, and the question then goes over to that
-/// survey. Refuses an unknown customer or respondent, a question that has left the catalogue, and a position
-/// without that neighbour. The transaction is the caller's; throws Refusal and ado::Failure.
+/// survey. Refuses an unknown customer or respondent, a question that has left the catalogue or is not in
+/// that position, and a position without that neighbour. The transaction is the caller's; throws Refusal and
+/// ado::Failure.
 void toMoveQuestion(const SurveyContext& survey, const ChosenQuestion& question, int position, int step);
 
 /// Adds the questions of the source's questionnaire to the target's, and the survey of the target unless it

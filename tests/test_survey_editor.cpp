@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "survey/frmEditExistingSurvey.h"
-#include "tests/support/storecompare.h"
 #include "tests/support/surveytest.h"
 
 #include <QApplication>
@@ -269,11 +268,13 @@ TEST_F(EditorTest, theNeighbourMayBeAnotherSurveysOrMissing) {
         run(u"update responquesindex set [Order] = "_s + gap);
         open();
         const QString before = stored(ann);
-        messages.expectTitled(u"The questions are not numbered one after the other. Add or remove a "
-                              "question, which numbers them anew, and then move this one."_s,
-                              16);
-        move(1, "cmdDownward");
-        EXPECT_EQ(stored(ann), before);
+        for (const auto& [row, button] : {std::pair(1, "cmdDownward"), {2, "cmdUpward"}}) {
+            messages.expectTitled(u"The questions are not numbered one after the other. Add or remove a "
+                                  "question, which numbers them anew, and then move this one."_s,
+                                  16);
+            move(row, button);
+            EXPECT_EQ(stored(ann), before);
+        }
         frmNewSurvey::unload();
     }
 }
@@ -300,34 +301,19 @@ TEST_F(EditorTest, aDeletedQuestionIsSavedAsTheOneAbove) {
 
 TEST_F(EditorTest, nothingIsWrittenForAnOwnerThatIsGone) {
     addStored(ann, today, {0, 1});
-    struct Case {
-        QString owner; // renamed by another program
-        QString message;
-    };
-    const Case cases[] = {
-        {u"customer set custname"_s, u"The customer Acme is"_s},
-        {u"respondent set respondentname"_s, u"The respondent Ann of Acme is"_s},
-    };
     const std::function<void()> steps[] = {[] { addByButton(3); },
                                            [] { press(frmNewSurvey::instance(), "cmdRemove"); },
                                            [this] { move(1, "cmdDownward"); }};
-    for (const auto& [owner, message] : cases) {
+    for (const QString& name : {u"Acme"_s, u"Ann"_s}) {
         for (const auto& step : steps) {
-            const QString change =
-                u"update "_s + owner + u" = '%1' where " + owner.section(u' ', -1) + u" = '%2'";
-            const QString name = owner.startsWith(u'c') ? u"Acme"_s : u"Ann"_s;
             open();
-            run(change.arg(u"Other"_s, name));
-            const QStringList before = storeRows(*cnnMain);
-            messages.expectTitled(message + u" no longer in the database. Nothing has been changed.", 16);
-            step();
-            expectAtRest();
-            EXPECT_EQ(storeRows(*cnnMain), before);
+            withoutOwner(name, step);
             EXPECT_EQ(shown(), QStringList{u": "_s}) << "as it stands";
-            run(change.arg(name, u"Other"_s));
             frmNewSurvey::unload();
         }
     }
+    open();
+    withoutOwner(u"Acme"_s, [] { frmNewSurvey::instance().toSaveSurveyID(); });
 }
 
 TEST_F(EditorTest, aStoreInUseIsOneMessageAndCostsNoQuestionnaire) {

@@ -6,6 +6,7 @@
 #include "platform/forms/treeview.h"
 #include "survey/frmNewSurvey.h"
 #include "survey/frmSelectSurvey.h"
+#include "tests/support/storecompare.h"
 #include "tests/support/storetest.h"
 
 #include <QFile>
@@ -70,6 +71,26 @@ protected:
         step();
         other.RollbackTrans();
         expectAtRest();
+    }
+
+    /// Runs a step while Acme or a respondent of that name is renamed by another program: it is refused.
+    void withoutOwner(const QString& name, const std::function<void()>& step) {
+        const auto rename = [](const QString& from, const QString& to) {
+            for (const QString& field :
+                 {QStringLiteral("customer.custname"), QStringLiteral("respondent.respondentname")})
+                run(QStringLiteral("update %1 set %2 = '%3' where %2 = '%4'")
+                        .arg(field.section(u'.', 0, 0), field.section(u'.', 1), to, from));
+        };
+        rename(name, QStringLiteral("Other"));
+        const QStringList before = storeRows(*cnnMain);
+        messages.expectTitled((name == u"Acme" ? QStringLiteral("The customer Acme")
+                                               : u"The respondent " + name + u" of Acme") +
+                                  u" is no longer in the database. Nothing has been changed.",
+                              16);
+        step();
+        EXPECT_EQ(messages.left(), 0);
+        EXPECT_EQ(storeRows(*cnnMain), before);
+        rename(QStringLiteral("Other"), name);
     }
 
     static QByteArray contentOf(const QString& path) {
