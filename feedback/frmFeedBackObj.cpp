@@ -417,7 +417,7 @@ void frmFeedBackObj::toSaveRow(int row) {
     const QString surveyid = toGetSurveyID(shownDate(), ui->cmbCusName->Text());
     if (questionid.isEmpty() || surveyid.isEmpty())
         throw Refusal(
-            u"\"%1\" has left this survey. The answers above it have been saved, this one and those "
+            u"“%1” has left this survey. The answers above it have been saved, this one and those "
             "below have not."_s.arg(cell(feedbackColumn::question)));
     ado::Recordset answer;
     answer.Open(toMakeAnswerQuery(row, questionid), *cnnMain, ado::Recordset::Lock::Optimistic);

@@ -222,7 +222,7 @@ void GridEditor::pasteBlock(const std::vector<QStringList>& rows) {
         for (const QString& cell : cells) {
             const std::optional<QString> text = fitting(row, firstCol + static_cast<int>(texts.size()), cell);
             if (!text) {
-                forms::msgBox(u"The pasted cells do not fit from here on: \"%1\" has no place in row %2, "
+                forms::msgBox(u"The pasted cells do not fit from here on: “%1” has no place in row %2, "
                               "column %3. Nothing has been pasted."_s.arg(
                                   withoutControlCharacters(cell).left(80), QString::number(row),
                                   QString::number(firstCol + texts.size())),

@@ -269,7 +269,7 @@ TEST_F(CustomerTest, aPastedBlockFillsRowsOrNothing) {
     EXPECT_EQ(customers().box->text(), u"One"_s);
     customers().click(2, 3);
     messages.expectTitled(
-        u"The pasted cells do not fit from here on: \"c\" has no place in row 2, column 5. Nothing "
+        u"The pasted cells do not fit from here on: “c” has no place in row 2, column 5. Nothing "
         "has been pasted."_s,
         forms::style::information);
     EditedGrid::paste(u"a\tb\tc"_s);

@@ -109,7 +109,7 @@ TEST_F(FeedbackTest, marksAreJudgedWhenTypedAndReplacedWhenEntered) {
     for (const auto& [block, refused, row] :
          {std::tuple(u"8\t11"_s, u"11"_s, 1), {u"8\n7\t6"_s, u"6"_s, 2}, {u"1\n2\n3\n4"_s, u"4"_s, 4}}) {
         messages.expectTitled(
-            u"The pasted cells do not fit from here on: \"%1\" has no place in row %2, column %3. "
+            u"The pasted cells do not fit from here on: “%1” has no place in row %2, column %3. "
             "Nothing has been pasted."_s.arg(refused)
                 .arg(row)
                 .arg(row == 4 ? 2 : 3),
@@ -240,7 +240,7 @@ TEST_F(FeedbackTest, failureIsToldAndTheFormLivesOn) {
     // Another program drops the second question: the rows before it are saved.
     run(u"delete * from responquesindex where questionid="_s + QString::number(questions[1]));
     messages.expectTitled(
-        u"\"%1\" has left this survey. The answers above it have been saved, this one and those "
+        u"“%1” has left this survey. The answers above it have been saved, this one and those "
         "below have not."_s.arg(wishes),
         forms::style::critical);
     press(form, "cmdSave");

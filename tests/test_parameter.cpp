@@ -79,7 +79,7 @@ TEST_F(ParameterTest, pastedQuestionsGoByTheRulesOfTheirColumns) {
     EditedGrid::paste(u"Is it fair?\ts\nWhat else?\tDescriptive\n"_s);
     EXPECT_EQ(questions().text(1, 2) + questions().text(2, 2), u"ScoreDescriptive"_s);
     messages.expectTitled(
-        u"The pasted cells do not fit from here on: \"x\" has no place in row 2, column 2. Nothing "
+        u"The pasted cells do not fit from here on: “x” has no place in row 2, column 2. Nothing "
         "has been pasted."_s,
         forms::style::information);
     EditedGrid::paste(u"a\ts\nb\tx"_s);

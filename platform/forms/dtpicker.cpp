@@ -101,7 +101,7 @@ void DTPicker::step(int by) {
     constexpr int yearBegins = 6;
     if (!readText())
         return;
-    const int at = lineEdit()->cursorPosition();
+    const int at = lineEdit()->hasSelectedText() ? 0 : lineEdit()->cursorPosition();
     setValue(at < monthBegins  ? value.addDays(by)
              : at < yearBegins ? value.addMonths(by)
                                : value.addYears(by));
