@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// A random walk through the running program. By hand: GAUGEWELL_WALK_SEED and GAUGEWELL_WALK_EVENTS name
-// another walk; GAUGEWELL_WALK_SEEDS runs that many seeds one after the other, from that seed on.
+// A random walk through the running program, 20,000 events by four seeds. GAUGEWELL_WALK_SEED and
+// GAUGEWELL_WALK_EVENTS name another walk. A failure prints the seed, the step and the last events; the same
+// seed fails again at the same step.
 #include "core/MDIMain.h"
 #include "tests/support/surveyfile.h"
 #include "tests/support/surveytest.h"
@@ -13,7 +14,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// Three customers with respondents, surveys, answers, actions and survey files.
-class RandomWalk : public SurveyTest {
+class RandomWalk : public SurveyTest, public ::testing::WithParamInterface<int> {
 protected:
     void SetUp() override {
         SurveyTest::SetUp();
@@ -60,14 +61,18 @@ protected:
     }
 };
 
-TEST_F(RandomWalk, whateverAPersonDoesEveryRowKeepsItsOwner) {
+TEST_P(RandomWalk, whateverAPersonDoesEveryRowKeepsItsOwner) {
     constexpr int eventsOfOneSeed = 5000;
-    const unsigned seed = qEnvironmentVariable("GAUGEWELL_WALK_SEED", u"1"_s).toUInt();
     const int events =
         qEnvironmentVariable("GAUGEWELL_WALK_EVENTS", QString::number(eventsOfOneSeed)).toInt();
-    walk::Walker walker(seed, path(u"Tallywell.mdb"_s));
-    const QString fault = walker.run(events);
+    const QString fault = walk::Walker(GetParam(), path(u"Tallywell.mdb"_s)).run(events);
     EXPECT_TRUE(fault.isEmpty()) << fault.toStdString();
 }
+
+INSTANTIATE_TEST_SUITE_P(
+    Seeds, RandomWalk,
+    ::testing::ValuesIn(qEnvironmentVariableIsSet("GAUGEWELL_WALK_SEED")
+                            ? std::vector{qEnvironmentVariableIntValue("GAUGEWELL_WALK_SEED")}
+                            : std::vector{1, 2, 3, 4}));
 
 } // namespace

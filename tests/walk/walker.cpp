@@ -69,8 +69,8 @@ QWidgetList aims(QWidget* on) {
 
 } // namespace
 
-Walker::Walker(unsigned withSeed, const QString& storePath)
-    : seed(withSeed), random(withSeed), oracle(storePath) {
+Walker::Walker(int withSeed, const QString& storePath)
+    : seed(withSeed), random(static_cast<unsigned>(withSeed)), oracle(storePath) {
     blocker.ConnectionString = toConnectionText();
     blocker.Open();
     hookDialogs();

@@ -12,7 +12,7 @@ namespace walk {
 /// pointed at, keys go to what has the focus. The same seed gives the same walk.
 class Walker {
 public:
-    Walker(unsigned seed, const QString& storePath);
+    Walker(int seed, const QString& storePath);
     ~Walker();
 
     /// Runs that many events; stops at the first fault. Returns its description with seed, step and the last
@@ -41,7 +41,7 @@ private:
     }
     Qt::KeyboardModifiers anyModifiers();
 
-    const unsigned seed;
+    const int seed;
     std::mt19937 random;
     Oracle oracle;
     ado::Connection blocker; // locks the store for one event
