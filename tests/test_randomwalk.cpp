@@ -8,6 +8,7 @@
 #include "tests/walk/walker.h"
 
 #include <QDir>
+#include <QHashFunctions>
 
 using namespace Qt::StringLiterals;
 
@@ -17,6 +18,7 @@ namespace {
 class RandomWalk : public SurveyTest, public ::testing::WithParamInterface<int> {
 protected:
     void SetUp() override {
+        QHashSeed::setDeterministicGlobalSeed();
         SurveyTest::SetUp();
         forms::nowSeat = [] { return QDateTime({2024, 3, 5}, {12, 0}); };
         bring(u"template.xls"_s);

@@ -4,6 +4,7 @@
 #include "core/MDIMain.h"
 #include "platform/forms/flexgrid.h"
 #include "platform/forms/lists.h"
+#include "platform/forms/listview.h"
 #include "platform/forms/treeview.h"
 
 #include <QAbstractButton>
@@ -12,6 +13,8 @@
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -209,7 +212,9 @@ QString Oracle::fault(bool atRest) {
         if (!found.isEmpty())
             return found;
     }
-    const QString found = faultOfForms();
+    QString found = faultOfForms();
+    if (found.isEmpty() && atRest)
+        found = faultOfActiveForm();
     return found.isEmpty() && atRest ? faultOfRest() : found;
 }
 
@@ -331,6 +336,69 @@ QString Oracle::faultOfForms() const {
             found = faultOfPairedGrids(*form, "grdParameterDtls", 2, "grdQuestionDtls", 3, u"questions"_s);
         if (!found.isEmpty())
             return found;
+    }
+    return {};
+}
+
+/// A form in front shows what is stored for its owner.
+QString Oracle::faultOfActiveForm() {
+    const QMdiSubWindow* active = MDIMain::instance().findChild<QMdiArea*>()->activeSubWindow();
+    const QWidget* form = active ? active->widget() : nullptr;
+    if (!form)
+        return {};
+    const Owner shown = ownerOf(form);
+    if (shown.form == u"frmNewSurvey")
+        return faultOfQuestionnaire(*form, shown, textOf(*form, "lblSurveyDate"));
+    if (shown.form == u"frmEditExistingSurvey")
+        return faultOfQuestionnaire(*form, shown, textOf(*form, "lstSurvetDates"));
+    if (shown.form == u"frmImprovementPlan")
+        return faultOfActions(*form, shown);
+    if (shown.form == u"frmFeedBackObj" && !currentCell(*form, "grdDtls", 1).isEmpty() &&
+        textOf(*form, "lblSDate") != textOf(*form, "lstSurveyDates"))
+        return u"frmFeedBackObj shows another date than is chosen"_s;
+    return {};
+}
+
+QString Oracle::faultOfQuestionnaire(const QWidget& form, const Owner& shown, const QString& date) {
+    QStringList onShow;
+    const auto* grid = child<forms::MSHFlexGrid>(form, "grdParamAndQuest");
+    for (int row = 1; row < grid->Rows() - 1; ++row)
+        onShow << grid->TextMatrix(row, 1) + u": " + grid->TextMatrix(row, 2);
+    QStringList stored;
+    const auto fieldsOf = [&](const char16_t* table, const QString& id) {
+        const auto found = rows.find(QString::fromUtf16(table) + u'|' + id);
+        return found == rows.end() ? QStringList() : found->second;
+    };
+    for (const auto& [key, asked] : rows) {
+        if (!key.startsWith(u"responquesindex|") || !shown.respondents.contains(asked[0]))
+            continue;
+        const QStringList survey = fieldsOf(u"survey", asked[2]);
+        const QStringList question = fieldsOf(u"questions", asked[1]);
+        if (survey.value(1) == date && shown.customers.contains(survey.value(2)) && !question.isEmpty())
+            stored << fieldsOf(u"parameter", question[3]).value(1) + u": " + question[1];
+    }
+    onShow.sort();
+    stored.sort();
+    if (onShow == stored)
+        mayBeUnread = false;
+    if (onShow == stored || mayBeUnread || shown.respondents.size() != 1)
+        return {};
+    return u"%1 shows [%2] where [%3] is stored"_s.arg(shown.form, onShow.join(u", "_s),
+                                                       stored.join(u", "_s));
+}
+
+QString Oracle::faultOfActions(const QWidget& form, const Owner& shown) const {
+    const auto* list = child<forms::ListView>(form, "lsvDtls");
+    if (shown.customers.size() != 1 || child<forms::ListBox>(form, "lstCusName")->SelCount() != 1)
+        return {};
+    for (int row = 0; row < list->ListCount(); ++row) {
+        const bool stored = std::any_of(rows.begin(), rows.end(), [&](const auto& entry) {
+            return entry.first.startsWith(u"actionplan|") && shown.customers.contains(entry.second[1]) &&
+                   entry.second[2] == list->Text(row, 1);
+        });
+        if (!stored && !mayBeUnread)
+            return u"frmImprovementPlan lists an action of %1 that the chosen customer does not have"_s.arg(
+                list->Text(row, 1));
     }
     return {};
 }

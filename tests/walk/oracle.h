@@ -29,6 +29,8 @@ public:
     void begin(const QWidget* target);
     /// After it. Empty when everything holds.
     QString fault(bool atRest);
+    /// The store was locked during the event: a form may not have been able to read it.
+    void wasLocked() { mayBeUnread = true; }
     /// A command that may write has run.
     void ran(const QString& command) { commands << command; }
 
@@ -44,7 +46,10 @@ private:
     QString faultOfStore(const Rows& now) const;
     QString faultOfChange(const QString& table, const QStringList& row, const Rows& now) const;
     QString faultOfForms() const;
+    QString faultOfActiveForm();
     static QString faultOfRest();
+    QString faultOfQuestionnaire(const QWidget& form, const Owner& shown, const QString& date);
+    QString faultOfActions(const QWidget& form, const Owner& shown) const;
     QString faultOfPairedGrids(const QWidget& form, const char* upper, int upperKey, const char* lower,
                                int lowerKey, const QString& table) const;
 
@@ -53,6 +58,7 @@ private:
     Rows rows;
     Owner owner;
     QStringList commands;
+    bool mayBeUnread = false;
     QSet<const QObject*> watched;
     std::map<const QObject*, QString> clickedTexts; // of each list's last Click
     QObject hooks;                                  // they go with the oracle

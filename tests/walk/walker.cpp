@@ -74,6 +74,7 @@ Walker::Walker(int withSeed, const QString& storePath)
     blocker.ConnectionString = toConnectionText();
     blocker.Open();
     hookDialogs();
+    QApplication::setKeyboardInputInterval(-1); // letters in a list do not add up by the clock
 }
 
 Walker::~Walker() {
@@ -160,6 +161,7 @@ void Walker::step() {
     if (locked) {
         blocker.RollbackTrans();
         locked = false;
+        oracle.wasLocked();
     }
     if (fault.isEmpty())
         fault = oracle.fault(depth == 0 && !QApplication::activePopupWidget());
@@ -186,8 +188,11 @@ void Walker::perform() {
     MDIMain& window = MDIMain::instance();
     if (!window.isVisible())
         window.show(); // the program has been ended
-    if (stage() == &window && !window.isActiveWindow())
-        window.activateWindow();
+    QWidget* on = stage();
+    if (on->windowType() != Qt::Popup && !on->isActiveWindow()) { // a window manager would have seen to it
+        on->activateWindow();
+        return;
+    }
     toReconnect();
     sqlite3_busy_timeout(cnnMain->session()->handle(), 0);
     if (oneIn(100)) {
