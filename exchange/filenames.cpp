@@ -5,13 +5,31 @@
 #include "core/gblGlobal.h"
 #include "exchange/homefile.h"
 
+#include <QFileInfo>
+
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
+
+bool isSameTitle(const QString& one, const QString& other) {
+    return toStoredText(one.trimmed()) == toStoredText(other.trimmed());
+}
+
+QString conditionOfTitle(const QString& fileName) {
+    const QString stored = toStoredText(fileName);
+    const QString plain = QString(stored).replace(u'\u2019', u"''"_s);
+    if (plain == stored)
+        return u"xlsfilename='"_s + stored + u'\'';
+    return u"xlsfilename in ('"_s + stored + u"', '" + plain + u"')";
+}
 
 QString toGetLoggedFileName(const SurveyContext& survey) {
     QString fileName;
-    const QString respondentid = toGetRespondentID(survey.respondent, survey.customer);
     guarded({}, [&] {
         toReconnect();
+        const QString respondentid = findRespondent(survey.respondent, survey.customer);
+        if (respondentid.isEmpty())
+            return;
         ado::Recordset log;
         log.Open(u"select * from log where custname='"_s + survey.customer + u"' and respid=" + respondentid +
                      u" and sdate=#" + toSqlDate(toDate(survey.date)) + u"#",
@@ -24,14 +42,14 @@ QString toGetLoggedFileName(const SurveyContext& survey) {
 
 QString toMakeSystemFileName(const SurveyContext& survey) {
     QString fileName;
-    const QString respondentid = toGetRespondentID(survey.respondent, survey.customer);
-    if (respondentid.isEmpty())
-        return fileName;
     guarded({}, [&] {
         toReconnect();
+        const QString respondentid = findRespondent(survey.respondent, survey.customer);
+        if (respondentid.isEmpty())
+            return;
         ado::Recordset responquery;
         responquery.Open(u"select * from responquery where custid="_s +
-                             QString::number(toGetCustID(survey.customer)) + u" and respondentid=" +
+                             QString::number(findCustomer(survey.customer)) + u" and respondentid=" +
                              respondentid + u" and sdate=#" + toSqlDate(toDate(survey.date)) + u"#",
                          *cnnMain);
         if (responquery.Eof())
@@ -48,13 +66,17 @@ bool toIsFileNameLogged(const QString& fileName) {
     guarded({}, [&] {
         toReconnect();
         ado::Recordset log;
-        log.Open(u"select * from log where xlsfilename='"_s + fileName + u"'", *cnnMain);
+        log.Open(u"select * from log where "_s + conditionOfTitle(fileName), *cnnMain);
         logged = !log.Eof();
     });
     return logged;
 }
 
 bool isProgramsOwnFile(const QString& fileName) {
-    return fileName.compare(templateFile, Qt::CaseInsensitive) == 0 ||
+    constexpr QStringView ownSuffixes[] = {u".mdb", u".mdb-journal", u".rpt", u".hlp", u".bmp", u".pps"};
+    const auto is = [&](QStringView name) { return fileName.compare(name, Qt::CaseInsensitive) == 0; };
+    return is(templateFile) || is(u"company.txt") || is(QFileInfo(strDatabasePath).fileName()) ||
+           std::any_of(std::begin(ownSuffixes), std::end(ownSuffixes),
+                       [&](QStringView suffix) { return fileName.endsWith(suffix, Qt::CaseInsensitive); }) ||
            (!fileName.endsWith(u".xls", Qt::CaseInsensitive) && toCheckFileExists(fileName));
 }

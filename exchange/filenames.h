@@ -9,6 +9,13 @@
 /// The template of survey files in the home directory.
 inline constexpr QStringView templateFile = u"template.xls";
 
+/// Whether two file titles are the same: without regard to blanks around them, and with either apostrophe, of
+/// which the register keeps the typographic one and the disk what the user typed.
+bool isSameTitle(const QString& one, const QString& other);
+
+/// The condition of a statement on table log for the rows of that file title, with either apostrophe.
+QString conditionOfTitle(const QString& fileName);
+
 /// The name under which the register has the survey's file; empty when it was never exported.
 QString toGetLoggedFileName(const SurveyContext& survey);
 
@@ -20,6 +27,7 @@ QString toMakeSystemFileName(const SurveyContext& survey);
 /// Whether the register has the name, for any customer.
 bool toIsFileNameLogged(const QString& fileName);
 
-/// Whether a file of that name is the program's own and not to be written over: the template, or any file of
-/// the home directory that is no workbook.
+/// Whether a name is that of a file that the program uses, there or not, and so none for a survey file: the
+/// template, the store, the layouts, help, pictures of charts, or any file of the home directory that is no
+/// workbook.
 bool isProgramsOwnFile(const QString& fileName);

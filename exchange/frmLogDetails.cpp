@@ -59,6 +59,26 @@ void frmLogDetails::onLoad() {
         ui->cmbCustomer->setListIndex(0);
 }
 
+void frmLogDetails::onActivate() {
+    QStringList chosen;
+    for (const int row : ui->lsvDtls->SelectedRows())
+        chosen << ui->lsvDtls->Text(row);
+    const QString cursor = ui->lsvDtls->Text(ui->lsvDtls->CurrentRow());
+    const QString customer = toGetCustomer();
+    toFillCustomerList();
+    if (ui->cmbCustomer->ListIndex() < 0)
+        ui->lsvDtls->Clear();
+    else
+        toFillListView();
+    if (toGetCustomer() != customer)
+        return;
+    for (int row = 0; row < ui->lsvDtls->ListCount(); ++row) {
+        if (ui->lsvDtls->Text(row) == cursor)
+            ui->lsvDtls->setCurrentRow(row);
+        ui->lsvDtls->setSelected(row, chosen.contains(ui->lsvDtls->Text(row)));
+    }
+}
+
 QString frmLogDetails::toGetCustomer() const {
     return ui->cmbCustomer->Text();
 }
@@ -66,11 +86,21 @@ QString frmLogDetails::toGetCustomer() const {
 void frmLogDetails::toFillCustomerList() {
     guarded({.form = this}, [this] {
         toReconnect();
-        ui->cmbCustomer->Clear();
+        const QString chosen = toGetCustomer();
+        QStringList names;
         ado::Recordset customer;
         customer.Open(u"select * from customer"_s, *cnnMain);
         for (; !customer.Eof(); customer.MoveNext())
-            ui->cmbCustomer->AddItem(customer["custname"].Text());
+            names << customer["custname"].Text();
+        QStringList listed;
+        for (int i = 0; i < ui->cmbCustomer->ListCount(); ++i)
+            listed << ui->cmbCustomer->List(i);
+        if (listed == names)
+            return;
+        ui->cmbCustomer->Clear();
+        for (const QString& name : names)
+            ui->cmbCustomer->AddItem(name);
+        ui->cmbCustomer->setListIndex(int(names.indexOf(chosen))); // its click fills the list of files
     });
 }
 

@@ -31,6 +31,7 @@ public:
     QString toGetStandardMessage(const QString& customerName) const;
     /// Stores the text of frmMessage as the message of the chosen customer. A failure is shown.
     void toWriteStandardMessage();
+    /// Keeps the chosen customer when there is one of that name.
     void toFillCustomerList();
     void toFillListView();
     /// Hands each chosen file to the mail client, one mail a file. A failure shows its own description and
@@ -41,6 +42,8 @@ private:
     friend class DefaultForm<frmLogDetails>;
     frmLogDetails();
     void onLoad() override;
+    /// Shows what has been exported, read in or deleted meanwhile; what was chosen stays chosen.
+    void onActivate() override;
     void connectEvents();
 
     void cmbCustomer_Click();

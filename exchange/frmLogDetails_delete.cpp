@@ -3,8 +3,10 @@
 #include "core/MDIMain.h"
 #include "core/failure.h"
 #include "core/gblGlobal.h"
+#include "exchange/filenames.h"
 #include "exchange/frmLogDetails.h"
 #include "exchange/homefile.h"
+#include "exchange/openelsewhere.h"
 #include "platform/forms/msgbox.h"
 #include "ui_frmLogDetails.h"
 
@@ -24,7 +26,8 @@ void frmLogDetails::cmdDelete_Click() {
         for (const int row : ui->lsvDtls->SelectedRows()) {
             fileName = ui->lsvDtls->Text(row);
             if (forms::msgBox(u"Are you sure you want to delete the Survey File - "_s + fileName,
-                              style::yesNo, u"Gaugewell v2.1"_s) == forms::Answer::Yes)
+                              style::yesNo, u"Gaugewell v2.1"_s) == forms::Answer::Yes &&
+                mayUseFile(toHomePath(fileName)))
                 toDeleteFile(fileName, toHomePath(fileName));
             else
                 toShowStatus(u"Deletion Cancelled......"_s);
@@ -49,7 +52,7 @@ void frmLogDetails::toDeleteFile(const QString& fileName, const QString& path) c
 
 void frmLogDetails::toDeleteLogRow(const QString& fileName) const {
     toReconnect();
-    cnnMain->Execute(u"delete * from log where xlsfilename='"_s + fileName + u"'");
+    cnnMain->Execute(u"delete * from log where "_s + conditionOfTitle(fileName));
 }
 
 void frmLogDetails::toDeleteElsewhere(const QString& fileName) {
@@ -63,8 +66,8 @@ void frmLogDetails::toDeleteElsewhere(const QString& fileName) {
     cmnDlg.Flags = hideReadOnlyBox;
     cmnDlg.CancelError = false; // the mailing of this form may have set it
     cmnDlg.ShowOpen();
-    const bool sameTitle = cmnDlg.FileTitle.trimmed() == fileName.trimmed();
-    if (sameTitle && !cmnDlg.FileName.isEmpty())
+    const bool sameTitle = isSameTitle(cmnDlg.FileTitle, fileName);
+    if (sameTitle && !cmnDlg.FileName.isEmpty() && mayUseFile(cmnDlg.FileName))
         guardedWithDescription([&] { toDeleteFile(fileName, cmnDlg.FileName); });
     else if (!sameTitle)
         forms::msgBox(u"Invalid Survey File Selected ..You must select "_s + fileName +

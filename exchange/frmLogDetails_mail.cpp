@@ -2,6 +2,7 @@
 // Mailing the files that are chosen in the register.
 #include "core/failure.h"
 #include "core/gblGlobal.h"
+#include "exchange/filenames.h"
 #include "exchange/frmLogDetails.h"
 #include "exchange/homefile.h"
 #include "platform/forms/msgbox.h"
@@ -63,7 +64,7 @@ std::optional<QString> frmLogDetails::toLocateForMail(const QString& fileName) {
         forms::msgBox(u"Process cancelled..."_s, style::information);
         return {};
     }
-    if (cmnDlg.FileTitle.trimmed() != fileName.trimmed()) {
+    if (!isSameTitle(cmnDlg.FileTitle, fileName)) {
         forms::msgBox(u"Wrong Survey file selected....."_s, style::critical);
         return {};
     }

@@ -90,9 +90,10 @@ void toFillDescriptiveMark(const Keys& keys, const QString& questionid, HistoryR
 void toGetTheLastScoreAndWeightage(const SurveyContext& survey, HistoryRoad road) {
     toFillWorkTable([&] {
         cnnMain->Execute(u"delete * from reportlinktable"_s);
-        const Keys keys{QString::number(toGetCustID(survey.customer)),
-                        toGetRespondentID(survey.respondent, survey.customer),
-                        toSqlDate(toDate(survey.date))};
+        const Keys keys{QString::number(findCustomer(survey.customer)),
+                        findRespondent(survey.respondent, survey.customer), toSqlDate(toDate(survey.date))};
+        if (keys.respondentid.isEmpty() || keys.date.isEmpty())
+            return;
         toFillQuestions(keys);
         ado::Recordset responquery;
         responquery.Open(selectQuestions(keys) +

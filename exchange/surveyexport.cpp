@@ -5,6 +5,7 @@
 #include "core/gblGlobal.h"
 #include "exchange/filenames.h"
 #include "exchange/homefile.h"
+#include "exchange/openelsewhere.h"
 #include "exchange/surveylog.h"
 #include "exchange/surveysheet.h"
 #include "exchange/viewer.h"
@@ -31,6 +32,14 @@ const QString& title() {
 void SurveyExport::run() {
     form.setMousePointer(forms::Hourglass);
     state.strGenerateXLSFile.clear();
+    const bool found = guarded({.form = &form}, [&] {
+        toReconnect();
+        respondentid = requireRespondent(survey);
+    });
+    if (!found) {
+        state.blnMail = false;
+        return;
+    }
     toChooseName();
     // Under a name that the program made may stand a file of before the customer was renamed.
     if ((exists || toCheckFileExists(state.strGenerateXLSFile)) && !mayOverwrite()) {
@@ -38,7 +47,6 @@ void SurveyExport::run() {
         form.setMousePointer(forms::DefaultPointer);
         return;
     }
-    respondentid = toGetRespondentID(survey.respondent, survey.customer);
     guarded({}, [&] {
         toReconnect();
         toGetTheLastScoreAndWeightage(survey, road);
@@ -64,8 +72,27 @@ void SurveyExport::toChooseName() {
 bool SurveyExport::mayOverwrite() const {
     return forms::msgBox(state.strGenerateXLSFile + u" file apready exist for Respondent - " +
                              survey.respondent + u" for Survey Date - " + survey.date +
-                             u"....Do you want to overwrite?\r\n",
-                         style::yesNo + style::information, title()) == forms::Answer::Yes;
+                             u"....Do you want to overwrite?\r\n" + otherOwners(),
+                         style::yesNo + style::information, title()) == forms::Answer::Yes &&
+           mayUseFile(path());
+}
+
+/// Whose the name is in the register besides this survey's: for the question before overwriting.
+QString SurveyExport::otherOwners() const {
+    QStringList owners;
+    guarded({}, [&] {
+        toReconnect();
+        const QDate date = toDate(survey.date);
+        for (const LogRow& row : toFindLogRows(state.strGenerateXLSFile)) {
+            const bool sameRespondent =
+                row.respid.isEmpty() ? row.custname == survey.customer && row.respname == survey.respondent
+                                     : row.respid == respondentid;
+            if (!sameRespondent || row.sdate != date)
+                owners << u"\r\n%1, %2, %3"_s.arg(row.custname, row.respname,
+                                                  row.sdate.toString(ado::dateTextFormat));
+        }
+    });
+    return owners.isEmpty() ? QString() : u"In the register the file belongs to:"_s + owners.join(QString());
 }
 
 QString SurveyExport::path() const {
@@ -89,9 +116,9 @@ void SurveyExport::toWriteWorkbook() {
     toFillSurveySheet(wksExcel, {.organisation = strCompanyName,
                                  .customer = survey.customer,
                                  .respondent = survey.respondent,
-                                 .custid = QString::number(toGetCustID(survey.customer)),
+                                 .custid = QString::number(findCustomer(survey.customer)),
                                  .respondentid = respondentid,
-                                 .surveyid = toGetSurveyID(survey.date, survey.customer),
+                                 .surveyid = findSurvey(survey.date, survey.customer),
                                  .surveyDate = toDate(survey.date),
                                  .exportDate = forms::todaySeat()});
     if (state.strGenerateXLSFile.trimmed().isEmpty() && !toAskForName())
@@ -134,7 +161,8 @@ bool SurveyExport::toAskForName() {
         // The dialog asks before a file is replaced, but only for the name and in the folder that it shows.
         const bool asked =
             chosen == cmnDlg.FileTitle && QFileInfo(cmnDlg.FileName).dir() == QDir(homeDirectory());
-        if (toIsFileNameLogged(chosen) || isProgramsOwnFile(chosen) || (!asked && toCheckFileExists(chosen)))
+        if (toIsFileNameLogged(chosen) || isProgramsOwnFile(chosen) ||
+            (!asked && toCheckFileExists(chosen)) || !mayUseFile(toHomePath(chosen)))
             continue;
         state.strGenerateXLSFile = chosen;
         return true;

@@ -32,6 +32,7 @@ public:
 private:
     void toChooseName();
     bool mayOverwrite() const;
+    QString otherOwners() const;
     void toWriteWorkbook();
     bool toAskForName();
     void toSave();

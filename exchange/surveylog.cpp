@@ -3,11 +3,14 @@
 
 #include "core/failure.h"
 #include "core/gblGlobal.h"
+#include "exchange/filenames.h"
 
 using namespace Qt::StringLiterals;
 using Lock = ado::Recordset::Lock;
 
 void toResetLogStatus(const QString& respondentid, const QString& date) {
+    if (respondentid.isEmpty())
+        return;
     guarded({}, [&] {
         toReconnect();
         ado::Recordset log;
@@ -25,6 +28,8 @@ void toWriteLogRow(const SurveyContext& survey, const QString& fileName) {
     guarded({}, [&] {
         toReconnect();
         const QDate date = toDate(survey.date);
+        const QString surveyid = findSurvey(survey.date, survey.customer);
+        const QString respid = requireRespondent(survey);
         ado::Recordset log;
         log.Open(u"select * from log where custname='"_s + survey.customer + u"' and respname='" +
                      survey.respondent + u"' and xlsfilename='" + fileName + u"' and sdate=#" +
@@ -36,8 +41,9 @@ void toWriteLogRow(const SurveyContext& survey, const QString& fileName) {
         log["respname"] = survey.respondent;
         log["xlsfilename"] = fileName;
         log["sdate"] = date;
-        log["surveyid"] = toGetSurveyID(survey.date, survey.customer);
-        log["respid"] = toGetRespondentID(survey.respondent, survey.customer);
+        if (!surveyid.isEmpty())
+            log["surveyid"] = surveyid;
+        log["respid"] = respid;
         log.Update();
     });
 }
@@ -45,10 +51,19 @@ void toWriteLogRow(const SurveyContext& survey, const QString& fileName) {
 void toSetLogStatus(const QString& fileName) {
     toReconnect();
     ado::Recordset log;
-    log.Open(u"select * from log where xlsfilename='"_s + toStoredText(fileName) + u"'", *cnnMain,
-             Lock::Optimistic);
+    log.Open(u"select * from log where "_s + conditionOfTitle(fileName), *cnnMain, Lock::Optimistic);
     if (log.Eof())
         return;
     log["Status"] = true;
     log.Update();
+}
+
+std::vector<LogRow> toFindLogRows(const QString& fileName) {
+    std::vector<LogRow> rows;
+    ado::Recordset log;
+    log.Open(u"select * from log where "_s + conditionOfTitle(fileName), *cnnMain);
+    for (; !log.Eof(); log.MoveNext())
+        rows.push_back({log["custname"].Text(), log["respname"].Text(), log["respid"].Text(),
+                        log["surveyid"].Text(), log["sdate"].Value().toDate()});
+    return rows;
 }

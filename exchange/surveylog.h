@@ -3,6 +3,10 @@
 
 #include "survey/questionnaire.h"
 
+#include <QDate>
+
+#include <vector>
+
 // Table log, the register of survey files. Failures of the store are shown and kept from the caller.
 
 /// The survey's file counts as not read in. Date: dd/mm/yyyy.
@@ -13,3 +17,15 @@ void toWriteLogRow(const SurveyContext& survey, const QString& fileName);
 
 /// The file counts as read in, when the register has it. Throws ado::Failure.
 void toSetLogStatus(const QString& fileName);
+
+/// A row of the register: whose the file of a name is. What the row does not say is empty.
+struct LogRow {
+    QString custname;
+    QString respname;
+    QString respid;
+    QString surveyid;
+    QDate sdate;
+};
+
+/// The rows of that file title; several when surveys share a name. Throws ado::Failure.
+std::vector<LogRow> toFindLogRows(const QString& fileName);

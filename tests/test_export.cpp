@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/MDIMain.h"
 #include "exchange/cellmap.h"
+#include "exchange/filenames.h"
 #include "exchange/frmSetting.h"
 #include "exchange/lastmarks.h"
+#include "exchange/surveylog.h"
 #include "feedback/frmFeedBackObj.h"
 #include "platform/ado/error.h"
 #include "platform/excel/application.h"
@@ -242,9 +244,12 @@ TEST_F(ExportTest, theUserNamesTheFile) {
     cancels({});
     cancels(u"/elsewhere/  "_s);
 
-    typed << u"/elsewhere/Template.XLS"_s << u"/elsewhere/Tallywell.mdb"_s << u"/elsewhere/Ann's Écho v1.2"_s;
-    expectDuplicate();
-    expectDuplicate();
+    for (const QString& own : {u"Template.XLS"_s, u"Tallywell.mdb"_s, u"Satis.bmp"_s, u"perform.bmp"_s,
+                               u"company.txt"_s, u"new.rpt"_s, u"GWL HELP 2.1.HLP"_s}) {
+        typed << u"/elsewhere/"_s + own;
+        expectDuplicate();
+    }
+    typed << u"/elsewhere/Ann's Écho v1.2"_s;
     expectView(Answer::Yes);
     press();
     const QString chosen = u"Ann\u2019s Écho v1.2"_s;
@@ -258,6 +263,49 @@ TEST_F(ExportTest, theUserNamesTheFile) {
     EXPECT_TRUE(QFile::exists(path(chosen)));
     EXPECT_EQ(log().size(), 2);
     EXPECT_EQ(contentOf(path(u"template.xls"_s)), blank);
+}
+
+TEST_F(ExportTest, anotherOwnerAndAnOpenSpreadsheetAreNamedBeforeOverwriting) {
+    expectView();
+    press();
+    const QString given = name + u" file apready exist for Respondent - Ann for Survey Date - "
+                                 u"05/03/2024....Do you want to overwrite?\r\n";
+    run(u"insert into log (custname, respname, respid, xlsfilename, sdate) values ('Acme', 'Ann', 3, '%1', "
+        "'2024-02-01'), ('Other', 'Zoe', 9, '%1', '2024-03-05')"_s.arg(name));
+    const auto ask = [&](Answer first, std::optional<Answer> second = {}) {
+        messages.expectTitled(given + u"In the register the file belongs to:\r\nAcme, Ann, 01/02/2024\r\n"
+                                      "Other, Zoe, 05/03/2024",
+                              68, first);
+        if (second)
+            messages.expectTitled(name + u" seems to be open in a spreadsheet program. What has been typed "
+                                         "there and not been saved is missing in it. Go on all the same?",
+                                  68 + 256, *second);
+    };
+    const QByteArray before = contentOf(path(name));
+    ask(Answer::No);
+    press();
+    bring(u"template.xls"_s, u"~$"_s + name);
+    ask(Answer::Yes, Answer::No);
+    press();
+    EXPECT_EQ(contentOf(path(name)), before);
+    ask(Answer::Yes, Answer::Yes);
+    expectView();
+    press();
+}
+
+TEST_F(ExportTest, aRespondentThatIsGoneIsNotExportedFor) {
+    frmNewSurvey& editor = open();
+    run(u"delete * from respondent where respondentname='Ann'"_s);
+    messages.expectTitled(
+        u"The respondent Ann of Acme is no longer in the database. Nothing has been changed."_s, 16);
+    ::press(editor, "cmdExport");
+    expectAtRest();
+    EXPECT_EQ(log(), QStringList());
+    const SurveyContext nobody{u"Acme"_s, u"Nobody"_s, u"05/03/2024"_s};
+    toGetTheLastScoreAndWeightage(nobody, HistoryRoad::OldestFirst);
+    EXPECT_EQ(toGetLoggedFileName(nobody) + toMakeSystemFileName(nobody), QString());
+    toResetLogStatus({}, nobody.date);
+    EXPECT_EQ(cnnMain->Errors().Count(), 0);
 }
 
 TEST_F(ExportTest, failures) {

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "exchange/frmLogDetails.h"
 #include "exchange/frmMessage.h"
+#include "exchange/frmReading.h"
 #include "exchange/mailer.h"
 #include "platform/excel/application.h"
+#include "platform/forms/lists.h"
 #include "platform/mapi/client.h"
 #include "tests/support/listview.h"
 
@@ -191,6 +193,74 @@ TEST_F(RegisterTest, deletesTheChosenFiles) {
     EXPECT_EQ(logged(), QStringList(u"c.xls"_s));
     EXPECT_EQ(files(), logged());
     EXPECT_EQ(list().ListCount(), 2);
+}
+
+TEST_F(RegisterTest, aFileOpenInASpreadsheetIsNotDeletedUnasked) {
+    bring(u"template.xls"_s, u".~lock.a.xls#"_s);
+    for (const Answer answer : {Answer::No, Answer::Yes}) {
+        choose({0});
+        messages.expectTitled(u"Are you sure you want to delete the Survey File - a.xls"_s, style::yesNo,
+                              Answer::Yes);
+        messages.expectTitled(
+            u"a.xls seems to be open in a spreadsheet program. What has been typed there and not been saved "
+            "is missing in it. Go on all the same?"_s,
+            style::yesNo + style::information + style::secondButton, answer);
+        press("cmdDelete");
+        EXPECT_EQ(files().contains(u"a.xls"_s), answer == Answer::No);
+        EXPECT_EQ(logged(), files());
+    }
+}
+
+TEST_F(RegisterTest, eitherApostropheIsTheSameTitle) {
+    ASSERT_TRUE(QDir(home()).mkpath(u"moved"_s));
+    const std::tuple<QString, QString, QString> titles[] = {{u"a.xls"_s, u"It\u2019s.xls"_s, u"It's.xls"_s},
+                                                            {u"b.xls"_s, u"It's.xls"_s, u"It\u2019s.xls"_s}};
+    for (const auto& [former, name, located] : titles) {
+        const QString stored = QString(name).replace(u'\'', u"''"_s);
+        run(u"update log set xlsfilename='%1' where xlsfilename='%2'"_s.arg(stored, former));
+        form().toFillListView();
+        choose({0});
+        picked = path(u"moved/"_s + located);
+        ASSERT_TRUE(QFile::copy(path(u"c.xls"_s), picked));
+        messages.expect(name + u" file not found in the Home directory..Kindly locate the file to attach"_s,
+                        style::information);
+        press("cmdmail");
+        EXPECT_EQ(mails.size(), 1);
+        mails.clear();
+        messages.expectTitled(u"Are you sure you want to delete the Survey File - "_s + name, style::yesNo,
+                              Answer::Yes);
+        messages.expect(
+            name + u" Survey File not found in the Current Directory......Kindly locate the file to Delete"_s,
+            style::okCancel);
+        press("cmdDelete");
+        EXPECT_FALSE(QFile::exists(picked));
+        EXPECT_FALSE(logged().contains(name));
+    }
+}
+
+TEST_F(RegisterTest, whatHappenedMeanwhileIsShownAndWhatWasChosenStays) {
+    const auto comeBack = [] {
+        frmReading::instance().Show();
+        form().Show();
+    };
+    choose({1, 2});
+    list().setCurrentRow(2);
+    run(u"update log set Status=True where xlsfilename='b.xls'"_s);
+    run(u"delete * from log where xlsfilename='a.xls'"_s);
+    run(u"insert into log (custname, xlsfilename, sdate, Status) values ('Acme', 'd.xls', '2024-03-06', False)"_s);
+    addCustomer(u"Third"_s);
+    comeBack();
+    EXPECT_EQ(listed(list()), (QStringList{u"b.xls|05/03/2024|Bob|Yes"_s, u"c.xls|05/03/2024|Cy|"_s,
+                                           u"d.xls|06/03/2024||No"_s}));
+    EXPECT_EQ(list().SelectedRows(), (std::vector{0, 1}));
+    EXPECT_EQ(list().CurrentRow(), 1);
+    auto* box = control<forms::ComboBox>(form(), "cmbCustomer");
+    EXPECT_EQ(box->ListCount(), 3);
+    EXPECT_EQ(box->Text(), u"Acme"_s);
+    run(u"delete * from customer where custname='Acme'"_s);
+    comeBack();
+    EXPECT_EQ(box->ListIndex(), -1);
+    EXPECT_EQ(list().ListCount(), 0);
 }
 
 TEST_F(RegisterTest, theStandardMessageIsStored) {

@@ -33,6 +33,8 @@ Answer showMessage(const Message& message) {
     case style::yesNo:
         box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
         box.setEscapeButton(QMessageBox::No);
+        if (message.style & style::secondButton)
+            box.setDefaultButton(QMessageBox::No);
         break;
     case style::retryCancel:
         box.setStandardButtons(QMessageBox::Retry | QMessageBox::Cancel);
