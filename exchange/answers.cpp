@@ -21,10 +21,10 @@ void toBeginAnswer(ado::Recordset& answer, const QString& query, const AnswerKey
 
 } // namespace
 
-bool toGetQuestionType(const QString& questionid) {
+std::optional<bool> toGetQuestionType(const QString& questionid) {
     ado::Recordset questions;
     questions.Open(u"select * from questions where questionid="_s + questionid, *cnnMain);
-    return !questions.Eof() && questions["Type"].Value().toBool();
+    return questions.Eof() ? std::nullopt : std::optional(questions["Type"].Value().toBool());
 }
 
 void toWriteObjectiveAnswer(const AnswerKeys& keys, int weightage, int score) {

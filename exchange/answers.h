@@ -16,8 +16,8 @@ struct AnswerKeys {
 
 // They throw ado::Failure.
 
-/// Whether the question asks for a score; false for one that the catalogue does not have.
-bool toGetQuestionType(const QString& questionid);
+/// Whether the question asks for a score; nothing for one that the catalogue does not have.
+std::optional<bool> toGetQuestionType(const QString& questionid);
 
 /// Replaces the stored answer in full, or adds one.
 void toWriteObjectiveAnswer(const AnswerKeys& keys, int weightage, int score);

@@ -28,6 +28,10 @@ Cell openBox(int row, int column) {
 
 } // namespace
 
+QString nameOf(Place place) {
+    return QChar(u'A' + place.column - 1) + QString::number(place.row);
+}
+
 std::vector<Cell> headCells(const Head& head) {
     constexpr int a = 1, b = 2, h = 8, i = 9;
     return {

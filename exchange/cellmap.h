@@ -41,6 +41,9 @@ struct Place {
     bool operator==(const Place&) const = default;
 };
 
+/// The place's address, such as "C14".
+QString nameOf(Place place);
+
 // Cells of the head that are read back.
 inline constexpr Place respondentIdPlace{2, 9};  ///< I2
 inline constexpr Place surveyDatePlace{3, 9};    ///< I3

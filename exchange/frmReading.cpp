@@ -4,9 +4,13 @@
 #include "core/MDIMain.h"
 #include "core/failure.h"
 #include "core/gblGlobal.h"
+#include "exchange/filenames.h"
+#include "exchange/openelsewhere.h"
 #include "exchange/reader.h"
 #include "platform/forms/msgbox.h"
 #include "ui_frmReading.h"
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 namespace style = forms::style;
@@ -18,15 +22,6 @@ constexpr int helpContext = 200;
 /// The name of a file without its folder.
 QString titleOf(const QString& path) {
     return path.section(u'/', -1);
-}
-
-/// Names the files that were not read to their end, the first ones when they are many.
-void toNameBadFiles(const QStringList& bad) {
-    constexpr qsizetype mostNamed = 15;
-    QString text = u"Not read to the end:\r\n"_s + bad.first(qMin(bad.size(), mostNamed)).join(u"\r\n"_s);
-    if (bad.size() > mostNamed)
-        text += u"\r\nand %1 more"_s.arg(bad.size() - mostNamed);
-    forms::msgBox(text, style::information);
 }
 
 } // namespace
@@ -76,8 +71,7 @@ void frmReading::lstXlsFiles_Click() {
     guarded({.form = this}, [this] {
         toReconnect();
         ado::Recordset log;
-        log.Open(u"select * from log where xlsfilename='"_s + toStoredText(titleOf(ui->lstXlsFiles->Text())) +
-                     u"'",
+        log.Open(u"select * from log where "_s + conditionOfTitle(titleOf(ui->lstXlsFiles->Text())),
                  *cnnMain);
         if (log.Eof())
             return;
@@ -104,13 +98,18 @@ void frmReading::cmdImport_Click() {
 
 void frmReading::toreadFromXlsFile() {
     QStringList paths;
+    QStringList bad;
     for (int line = 0; line < ui->lstXlsFiles->ListCount(); ++line) {
+        const QString path = ui->lstXlsFiles->List(line);
         if (ui->lstXlsFiles->Selected(line))
-            paths << ui->lstXlsFiles->List(line);
+            (mayUseFile(path) ? paths : bad) << path;
     }
-    const QStringList bad = SurveyReader().readAll(paths, [](const QString& title, qsizetype left) {
+    const bool several = paths.size() + bad.size() > 1;
+    std::transform(bad.begin(), bad.end(), bad.begin(), titleOf);
+    SurveyReader reader;
+    bad += reader.readAll(paths, [](const QString& title, qsizetype left) {
         toShowStatus(u"Importing Survey File(s)......"_s + title + u", %1 left"_s.arg(left));
     });
-    if (paths.size() > 1 && !bad.isEmpty())
-        toNameBadFiles(bad);
+    // The failure of a single file has named it, unless it was the store's.
+    toNameAfterReading(several || reader.hasStoreFailed() ? bad : QStringList(), reader.remarks());
 }

@@ -20,7 +20,8 @@ public:
     forms::CommonDialog cmnDlg;
 
     /// Reads the chosen lines. A file that cannot be read is told at once and does not keep the next ones,
-    /// unless the store failed; of several files, those not read to their end are named together afterwards.
+    /// unless the store failed; of several files, those not read to their end are named together afterwards,
+    /// and with them what is worth a look in the files that were read.
     void toreadFromXlsFile();
 
 private:

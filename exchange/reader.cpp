@@ -7,29 +7,11 @@
 #include "core/worktable.h"
 #include "exchange/surveylog.h"
 #include "platform/excel/application.h"
+#include "platform/forms/msgbox.h"
 
 #include <QElapsedTimer>
 
 using namespace Qt::StringLiterals;
-using cellmap::Place;
-
-namespace {
-
-[[noreturn]] void typeMismatch() {
-    throw ado::Failure({ado::number::typeMismatch, u"Type mismatch"_s});
-}
-
-/// A number or a text that is to become one.
-QVariant toConvertible(const excel::Value& value) {
-    using Type = excel::Value::Type;
-    if (value.type() == Type::Number)
-        return *value.number();
-    if (value.type() == Type::Text)
-        return value.text();
-    typeMismatch();
-}
-
-} // namespace
 
 bool SurveyReader::read(const QString& path) {
     return toReadTogether([&] { toReadFile(path); });
@@ -56,7 +38,7 @@ QStringList SurveyReader::readAll(const QStringList& paths, const Tell& tell) {
             } while (next < paths.size() && clock.elapsed() < longestTransaction);
         });
         if (!good && committed)
-            bad << titles[next - 1] + failedCell();
+            bad << titles[next - 1] + (failing ? u" (cell %1)"_s.arg(cellmap::nameOf(*failing)) : QString());
         else if (!good)
             bad += titles.sliced(first, next - first);
         going = !failedStore;
@@ -65,122 +47,112 @@ QStringList SurveyReader::readAll(const QStringList& paths, const Tell& tell) {
 }
 
 bool SurveyReader::toReadTogether(const std::function<void()>& files) {
-    reading.reset();
+    failing.reset();
     committed = false;
     failedStore = false;
+    newRemarks.clear();
+    newAnswers.clear();
     return guardedWithDescription([&] {
         try {
             toReconnect();
             toBackupBeforeLoss();
             const std::exception_ptr failure = toKeepWritten(files);
             committed = true;
+            toKeepFindings();
             if (failure)
                 std::rethrow_exception(failure);
-        } catch (const ado::Failure&) {
+        } catch (const ado::Failure& failure) {
             failedStore = cnnMain->State() == 0 || cnnMain->Errors().Count() > 0; // else a cell's conversion
-            throw;
+            if (failedStore || !failing)
+                throw;
+            throw ado::Failure({failure.cause().Number,
+                                failure.cause().Description + u"\r\n%1 was not read beyond cell %2."_s.arg(
+                                                                  title, cellmap::nameOf(*failing))});
         }
     });
 }
 
+void SurveyReader::toKeepFindings() {
+    written = written || !newAnswers.empty();
+    unseen.merge(newAnswers);
+    allRemarks += newRemarks;
+}
+
 void SurveyReader::toReadFile(const QString& path) {
+    title = path.section(u'/', -1);
+    failing.reset();
     excel::Application appExcel;
     const excel::Workbook wkbExcel = appExcel.Workbooks().Open(path);
     const excel::Worksheet wksExcel = wkbExcel.Worksheets(cellmap::sheetName.toString());
     wksExcel.Unprotect(cellmap::sheetPassword.toString());
-    toReadCells(wksExcel);
+    const SheetAnswers read = AnswerSheet(wksExcel, title, [this](const QString& questionid) {
+                                  return questionType(questionid);
+                              }).read();
+    toWriteAnswers(read.answers);
+    for (const QString& remark : read.remarks)
+        newRemarks << title + u", "_s + remark;
+    if (!read.answers.empty())
+        toCompareWithRegister(read.answers.front().keys);
+    failing = read.failing;
+    if (read.failure)
+        std::rethrow_exception(read.failure);
     wksExcel.Protect(cellmap::sheetPassword.toString());
     wkbExcel.Close(false);
     appExcel.Quit();
 }
 
-QString SurveyReader::failedCell() const {
-    if (!reading)
-        return {};
-    return u" (cell "_s + QChar(u'A' + reading->column - 1) + QString::number(reading->row) + u')';
-}
-
-void SurveyReader::toReadCells(const excel::Worksheet& sheet) {
-    std::optional<AnswerKeys> keys; // all but the questionid are those of the first block
-    const int last = cellmap::lastRow(questionCount(sheet));
-    for (int row = cellmap::firstRow; row <= last;) {
-        if (cell(sheet, {row, cellmap::column::key}).text().isEmpty()) {
-            ++row;
-            continue;
-        }
-        const QString questionid = key(sheet, {row, cellmap::column::key});
-        if (!keys)
-            keys = toReadKeys(sheet);
-        keys->questionid = questionid;
-        const bool isScore = isScoreQuestion(questionid);
-        toReadBlock(sheet, row, isScore, *keys);
-        row += cellmap::blockRows(isScore);
-    }
-    reading.reset();
-}
-
-AnswerKeys SurveyReader::toReadKeys(const excel::Worksheet& sheet) {
-    AnswerKeys keys{.respondentid = key(sheet, cellmap::respondentIdPlace),
-                    .surveydate = date(sheet, cellmap::surveyDatePlace),
-                    .surveyid = key(sheet, cellmap::surveyIdPlace)};
-    unseen.emplace(keys.respondentid, keys.surveydate);
-    return keys;
-}
-
-bool SurveyReader::isScoreQuestion(const QString& questionid) {
-    reading.reset();
-    const auto known = scoreQuestions.find(questionid);
-    return known != scoreQuestions.end()
-               ? known->second
-               : scoreQuestions.emplace(questionid, toGetQuestionType(questionid)).first->second;
-}
-
-void SurveyReader::toReadBlock(const excel::Worksheet& sheet, int row, bool isScore, const AnswerKeys& keys) {
-    const int weightage = mark(sheet, {row, cellmap::column::weightage});
-    if (isScore) {
-        const int score = mark(sheet, {row, cellmap::column::score});
-        reading.reset();
-        toWriteObjectiveAnswer(keys, weightage, score);
-    } else {
-        const QString words = cell(sheet, cellmap::answerPlace(row)).text();
-        const bool isAnswer = words.trimmed() != cellmap::presetAnswer;
-        reading.reset();
-        toWriteDescriptiveAnswer(keys, weightage, isAnswer ? std::optional(words) : std::nullopt);
+void SurveyReader::toWriteAnswers(const std::vector<FileAnswer>& answers) {
+    for (const FileAnswer& answer : answers) {
+        if (answer.isScore)
+            toWriteObjectiveAnswer(answer.keys, answer.weightage, answer.score);
+        else
+            toWriteDescriptiveAnswer(answer.keys, answer.weightage, answer.words);
+        newAnswers.emplace(answer.keys.respondentid, answer.keys.surveydate);
     }
 }
 
-excel::Value SurveyReader::cell(const excel::Worksheet& sheet, Place place) {
-    reading = place;
-    return sheet.Cells(place.row, place.column).Value();
+/// Two surveys can have files of one name; the file is to be that of one of them.
+void SurveyReader::toCompareWithRegister(const AnswerKeys& keys) {
+    QStringList others;
+    for (const LogRow& row : toFindLogRows(title)) {
+        QStringList differing;
+        if (!row.respid.isEmpty() && row.respid != keys.respondentid)
+            differing << u"%1, I2: respondent %2, in the register %3"_s.arg(title, keys.respondentid,
+                                                                            row.respid);
+        if (row.sdate.isValid() && row.sdate != keys.surveydate)
+            differing << u"%1, I3: date %2, in the register %3"_s.arg(
+                title, keys.surveydate.toString(ado::dateTextFormat),
+                row.sdate.toString(ado::dateTextFormat));
+        if (!row.surveyid.isEmpty() && row.surveyid != keys.surveyid)
+            differing << u"%1, I5: survey %2, in the register %3"_s.arg(title, keys.surveyid, row.surveyid);
+        if (differing.isEmpty())
+            return;
+        if (others.isEmpty())
+            others = differing;
+    }
+    newRemarks += others;
 }
 
-QString SurveyReader::key(const excel::Worksheet& sheet, Place place) {
-    const QVariant content = toConvertible(cell(sheet, place));
-    const qlonglong whole = ado::toWhole(content, INT32_MIN, INT32_MAX);
-    if (static_cast<double>(whole) != content.toDouble())
-        typeMismatch();
-    return QString::number(whole);
+std::optional<bool> SurveyReader::questionType(const QString& questionid) {
+    const auto known = types.find(questionid);
+    return known != types.end() ? known->second
+                                : types.emplace(questionid, toGetQuestionType(questionid)).first->second;
 }
 
-QDate SurveyReader::date(const excel::Worksheet& sheet, Place place) {
-    const excel::Value content = cell(sheet, place);
-    const QDate day =
-        content.type() == excel::Value::Type::Text ? toDate(content.text().trimmed()) : content.date();
-    if (!day.isValid())
-        typeMismatch();
-    return day;
-}
-
-int SurveyReader::mark(const excel::Worksheet& sheet, Place place) {
-    const excel::Value content = cell(sheet, place);
-    return content.isBlank() ? 0 : static_cast<int>(ado::toWhole(toConvertible(content)));
-}
-
-double SurveyReader::questionCount(const excel::Worksheet& sheet) {
-    const excel::Value content = cell(sheet, cellmap::questionCountPlace);
-    if (content.isBlank())
-        return 0;
-    const QVariant count = toConvertible(content);
-    ado::toWhole(count, INT32_MIN, INT32_MAX); // refuses what is no number
-    return count.toString().trimmed().toDouble();
+void toNameAfterReading(const QStringList& bad, const QStringList& remarks) {
+    constexpr qsizetype mostNamed = 15;
+    QStringList paragraphs;
+    const auto name = [&](const QString& head, const QStringList& list) {
+        if (list.isEmpty())
+            return;
+        QStringList lines = list.first(qMin(list.size(), mostNamed));
+        lines.prepend(head);
+        if (list.size() > mostNamed)
+            lines << u"and %1 more"_s.arg(list.size() - mostNamed);
+        paragraphs << lines.join(u"\r\n"_s);
+    };
+    name(u"Not read to the end:"_s, bad);
+    name(u"Read as it stands, but worth a look:"_s, remarks);
+    if (!paragraphs.isEmpty())
+        forms::msgBox(paragraphs.join(u"\r\n\r\n"_s), forms::style::information);
 }

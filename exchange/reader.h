@@ -1,24 +1,21 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "exchange/answers.h"
-#include "exchange/cellmap.h"
-#include "platform/excel/worksheet.h"
+#include "exchange/answersheet.h"
 
 #include <functional>
 #include <map>
 #include <optional>
 #include <set>
 
-/// Reads filled survey files into the answers of the store. What is in a file is nobody's word: keys must be
-/// whole numbers of 32 bits and the date a date before a statement holds them, marks are whole numbers of 16
-/// bits, rounded half to even. Of a file that fails the answers before the failure stay. The database is
-/// copied before the first read of a run. A reader lives no longer than one read of the user's: it keeps the
-/// catalogue's types of question.
+/// Reads filled survey files into the answers of the store. No cell of a file reaches a statement before it
+/// is a number or a date. Of a file that fails the answers before the failure stay, of one with too much text
+/// nothing. The database is copied before the first read of a run. A reader lives no longer than one read of
+/// the user's: it keeps the catalogue's types of question.
 class SurveyReader {
 public:
     /// Reads the file of that full path. False after the user was told what ended the read: the workbook's
-    /// sentence, "Type mismatch" or "Overflow" for a cell, or the store's errors.
+    /// sentence; "Type mismatch" or "Overflow" with the file and the cell; or the store's errors.
     bool read(const QString& path);
 
     /// The file that is read next, by its title, and the number of those after it.
@@ -31,29 +28,40 @@ public:
     /// end, each with the cell that ended it, if one did.
     QStringList readAll(const QStringList& paths, const Tell& tell = {});
 
+    /// Answers of this reader are in the store.
+    bool hasWritten() const { return written; }
+    /// The store ended the last read: the next file would fare no better.
+    bool hasStoreFailed() const { return failedStore; }
+    /// What is worth a look in the files that were read, each remark with its file and cell.
+    const QStringList& remarks() const { return allRemarks; }
+
     /// The respondentid and date of each questionnaire whose answers were read and are not on show yet.
-    static inline std::set<std::pair<QString, QDate>> unseen;
+    using Questionnaires = std::set<std::pair<QString, QDate>>;
+    static inline Questionnaires unseen;
 
 private:
     /// Runs the reading of one or more files as one transaction; false after the user was told a failure.
     bool toReadTogether(const std::function<void()>& files);
     void toReadFile(const QString& path);
-    void toReadCells(const excel::Worksheet& sheet);
-    AnswerKeys toReadKeys(const excel::Worksheet& sheet);
-    void toReadBlock(const excel::Worksheet& sheet, int row, bool isScore, const AnswerKeys& keys);
-    bool isScoreQuestion(const QString& questionid);
-    /// The cell that ended the last read, such as " (cell D16)"; empty when that was something else.
-    QString failedCell() const;
+    void toWriteAnswers(const std::vector<FileAnswer>& answers);
+    void toCompareWithRegister(const AnswerKeys& keys);
+    std::optional<bool> questionType(const QString& questionid);
+    /// Keeps what the transaction that has just been committed brought.
+    void toKeepFindings();
 
-    // The contents of a cell, converted. They throw ado::Failure with the conversion's message.
-    excel::Value cell(const excel::Worksheet& sheet, cellmap::Place place);
-    QString key(const excel::Worksheet& sheet, cellmap::Place place);
-    QDate date(const excel::Worksheet& sheet, cellmap::Place place);
-    int mark(const excel::Worksheet& sheet, cellmap::Place place);
-    double questionCount(const excel::Worksheet& sheet);
+    std::map<QString, std::optional<bool>> types; // of questions, as the catalogue gives them
+    QString title;                                // of the file that is being read
+    std::optional<cellmap::Place> failing;        // the cell that ended the last read
+    bool committed = false;                       // what the last transaction wrote before it ended
+    bool failedStore = false;
+    bool written = false;
+    QStringList allRemarks;
 
-    std::map<QString, bool> scoreQuestions; // whether the question asks for a score
-    std::optional<cellmap::Place> reading;  // the cell that is being converted
-    bool committed = false;                 // what the last transaction wrote before it ended
-    bool failedStore = false; // the store ended the last read: the next file would fare no better
+    // Of the transaction that is open.
+    QStringList newRemarks;
+    Questionnaires newAnswers;
 };
+
+/// Names, in one message, the files that were not read to their end and what is worth a look in the others,
+/// the first ones of each when they are many. Shows nothing when there is nothing to name.
+void toNameAfterReading(const QStringList& bad, const QStringList& remarks);

@@ -53,12 +53,11 @@ public:
     /// when a row fails, so that the rows before it stay saved.
     void toSaveDtls();
     void toShowFileName();
-    /// Reads the survey file of the choice: the one in the home directory, or one that the user locates. The
-    /// grid shows the answers afterwards.
+    /// Reads the survey file of the choice: the one in the home directory, or one that the user locates.
     void toreadFromXlsFile();
     /// Asks where the file of the choice is and reads it, if it has the name that the register knows.
     void toLocateXlsFile();
-    /// Reads strReturnFileName.
+    /// Reads strReturnFileName. When something of it is stored the grid shows the stored answers afterwards.
     void XLSWrite();
 
 private:

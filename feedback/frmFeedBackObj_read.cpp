@@ -5,6 +5,7 @@
 #include "core/gblGlobal.h"
 #include "exchange/filenames.h"
 #include "exchange/homefile.h"
+#include "exchange/openelsewhere.h"
 #include "exchange/reader.h"
 #include "exchange/surveylog.h"
 #include "feedback/frmFeedBackObj.h"
@@ -45,8 +46,6 @@ bool frmFeedBackObj::toCheckFileExists(const QString& fileName) {
 void frmFeedBackObj::toreadFromXlsFile() {
     if (toCheckFileExists(toGetLoggedFileName())) {
         XLSWrite();
-        tofillscoreandweightage();
-        SetEditTextBox(1, 1); // it may show what its cell held before
     } else if (!blnLog) {
         forms::msgBox(
             u"There is no Survey File Exported for the Selected Repondent and Selected Survey Date..."_s,
@@ -78,7 +77,7 @@ void frmFeedBackObj::toLocateXlsFile() {
     if (toGetLoggedFileName().isEmpty()) {
         forms::msgBox(u"There is no Survey File for the selected Respondent and selected Survey Date..."_s,
                       style::critical);
-    } else if (cmnDlg.FileTitle.trimmed() != strXLName.trimmed()) {
+    } else if (!isSameTitle(cmnDlg.FileTitle, strXLName)) {
         forms::msgBox(u"You have not specified the Correct XLS file.....The orignal file is - "_s +
                           strXLName + u" Please locate the same XLS file",
                       style::critical);
@@ -86,12 +85,21 @@ void frmFeedBackObj::toLocateXlsFile() {
         strReturnFileName = cmnDlg.FileName.trimmed();
         blnBrowse = true;
         XLSWrite();
-        tofillscoreandweightage();
-        SetEditTextBox(1, 1); // it may show what its cell held before
     }
 }
 
 void frmFeedBackObj::XLSWrite() {
     // A located file leaves blnBrowse set, so that a bare name is then taken as it stands.
-    SurveyReader().read(blnBrowse ? strReturnFileName : toHomePath(strReturnFileName));
+    const QString path = blnBrowse ? strReturnFileName : toHomePath(strReturnFileName);
+    if (!mayUseFile(path))
+        return;
+    SurveyReader reader;
+    const bool good = reader.read(path);
+    if (reader.hasWritten()) { // otherwise what has been typed stays
+        tofillscoreandweightage();
+        SetEditTextBox(1, 1); // it may show what its cell held before
+    }
+    // Any other failure than the store's has named the file.
+    toNameAfterReading(!good && reader.hasStoreFailed() ? QStringList(path.section(u'/', -1)) : QStringList(),
+                       reader.remarks());
 }

@@ -16,6 +16,7 @@ namespace {
 
 const QString overflow = u"Overflow"_s;
 const QString mismatch = u"Type mismatch"_s;
+const QString lookAt = u"Read as it stands, but worth a look:\r\n"_s;
 
 /// Ann has the questions 0 and 4 of the catalogue in the survey of today, exported under the name ann.xls.
 class ReadingTest : public SurveyTest {
@@ -88,6 +89,7 @@ TEST_F(ReadingTest, cellsBecomeAnswersOrEndTheRead) {
     };
     const QString all = u"1:9,7 5:3  It's good "_s;
     const QString noWords = u"1:9,7"_s;
+    // A conversion that fails ends the read and names its cell, any other message is a remark.
     const std::tuple<Entered, QString, QString> cases[] = {
         // without a message read to the end
         {{}, {}, u"1:0,0 5:0 -"_s},
@@ -97,7 +99,8 @@ TEST_F(ReadingTest, cellsBecomeAnswersOrEndTheRead) {
         {with("B17", 12.5), {}, u"1:9,7 5:3 12.5"_s},
         {with("C14", u" 7.5 "_s), {}, u"1:9,8 5:3  It's good "_s},
         {with("C14", 8.5), {}, u"1:9,8 5:3  It's good "_s},
-        {with("C14", -32768), {}, u"1:9,-32768 5:3  It's good "_s},
+        {with("C14", -32768), u"mark -32768 is outside 0 to 10"_s, u"1:9,-32768 5:3  It's good "_s},
+        {with("D16", 11), u"mark 11 is outside 0 to 10"_s, u"1:9,7 5:11  It's good "_s},
         {with("C14", 32767.6), overflow, {}},
         {with("D16", 40000), overflow, noWords},
         {with("D16", u"ten"_s), mismatch, noWords},
@@ -126,8 +129,13 @@ TEST_F(ReadingTest, cellsBecomeAnswersOrEndTheRead) {
         run(u"delete * from feedbackdescriptive"_s);
         run(u"update log set Status=False"_s);
         file(entered).saveAs(path(u"ann.xls"_s));
-        if (!message.isEmpty())
-            messages.expect(message);
+        const auto changed = std::find_if(entered.begin(), entered.end(), [&](const auto& cell) {
+            return !filled.contains(cell.first) || filled.at(cell.first) != cell.second;
+        });
+        if (message == overflow || message == mismatch)
+            messages.expect(message + u"\r\nann.xls was not read beyond cell "_s + changed->first + u'.');
+        else if (!message.isEmpty())
+            messages.expect(lookAt + u"ann.xls, "_s + changed->first + u": "_s + message, style::information);
         importBy(path(u"ann.xls"_s));
         EXPECT_EQ(answers(ann), expected);
         EXPECT_EQ(answers(bob), QString());
@@ -150,7 +158,7 @@ TEST_F(ReadingTest, whatIsNoSurveyFileEndsWithItsSentence) {
     EXPECT_EQ(answers(ann), QString());
 
     // Formulas count by their results, merged cells by their first; another sheet stands before Sheet1.
-    messages.expect(mismatch);
+    messages.expect(mismatch + u"\r\nformulas_and_merges.xls was not read beyond cell C21."_s);
     importBy(samples + u"formulas_and_merges.xls");
     EXPECT_EQ(answers(ann), u"1:9,7 2:0,5 5:4 Good work"_s);
 }
@@ -171,7 +179,7 @@ TEST_F(ReadingTest, manyFilesOfWhichSomeAreBad) {
             QFile::remove(path(name));
         files << path(name);
     }
-    messages.expect(mismatch);
+    messages.expect(mismatch + u"\r\nAnné 7 o'k.xls was not read beyond cell D16."_s);
     messages.expectBeginning(u"The file \"Anné 12 o'k.xls\" "_s);
     messages.expectBeginning(u"The file \"%1\" "_s.arg(path(u"Anné 30 o'k.xls"_s)));
     messages.expect(
@@ -269,6 +277,7 @@ TEST_F(ReadingTest, aStoreThatFailsEndsTheReadAndIsTold) {
     runRaw(
         u"create trigger no before insert on feedbackdescriptive begin select raise(abort, 'full'); end"_s);
     messages.expectBeginning(u"Error : "_s);
+    messages.expect(u"Not read to the end:\r\nann.xls"_s, style::information);
     readIn();
     EXPECT_EQ(answers(ann), u"1:9,0"_s);
     messages.expectBeginning(u"Error : "_s);
@@ -277,6 +286,130 @@ TEST_F(ReadingTest, aStoreThatFailsEndsTheReadAndIsTold) {
     run(u"update log set xlsfilename='../ann.xls'"_s); // no bare name
     picked.clear();
     readIn();
+}
+
+TEST_F(ReadingTest, whatIsWorthALookIsNamedAtBothDoors) {
+    const QString asksForScore = u"update questions set Type=%2 where questionid=%1"_s;
+    const QString second = QString::number(question[4]);
+    const auto lost = [](const QString& by) -> QString {
+        return u"I16: question 5 was not read, it lies within the rows of question "_s + by;
+    };
+    const struct {
+        std::map<QString, excel::Value> entered;
+        QStringList remarks;
+        QString change = {}; // of the store, since the export
+    } cases[] = {
+        {{{u"C14"_s, 10}, {u"D14"_s, 0}, {u"I15"_s, 77}}, {}}, // a key that an earlier export left behind
+        {{{u"I14"_s, 999}, {u"D16"_s, 3}}, {u"I14: question 999 is not in the catalogue"_s, lost(u"999"_s)}},
+        {{{u"B16"_s, excel::Value(u"What else?"_s)}}, {lost(u"1"_s)}, asksForScore.arg(u"1"_s, u"False"_s)},
+        {{{u"B17"_s, excel::Value(u"Good"_s)}},
+         {u"B17: the words were not read, question 5 asks for a score"_s},
+         asksForScore.arg(second, u"True"_s)},
+        {{}, {}, asksForScore.arg(second, u"True"_s)},
+        {{{u"I2"_s, bob}, {u"I3"_s, QDate(2024, 3, 4)}, {u"I5"_s, 2}},
+         {u"I2: respondent 2, in the register 1"_s, u"I3: date 04/03/2024, in the register 05/03/2024"_s,
+          u"I5: survey 2, in the register 1"_s}},
+        {{{u"I2"_s, bob}}, {}, u"insert into log (respid, xlsfilename) values (2, 'ann.xls')"_s},
+    };
+    for (const auto& [entered, remarks, change] : cases) {
+        SCOPED_TRACE(testing::PrintToString(remarks) + testing::PrintToString(change));
+        run(asksForScore.arg(u"1"_s, u"True"_s));
+        run(asksForScore.arg(second, u"False"_s));
+        if (!change.isEmpty())
+            run(change);
+        file(entered).saveAs(path(u"ann.xls"_s));
+        QStringList lines = remarks;
+        for (QString& line : lines)
+            line.prepend(u"ann.xls, "_s);
+        const auto expectRemarks = [&] {
+            if (!lines.isEmpty())
+                messages.expect(lookAt + lines.join(u"\r\n"_s), style::information);
+        };
+        expectRemarks();
+        importBy(path(u"ann.xls"_s));
+        expectRemarks();
+        readIn();
+    }
+    SurveyFile many{.respondentid = ann, .questions = std::vector(17, std::pair(question[0], true))};
+    QStringList first;
+    for (int row = 14; row < 14 + 2 * 17; row += 2) {
+        many.entered[u"C%1"_s.arg(row)] = 11;
+        first << u"ann.xls, C%1: mark 11 is outside 0 to 10"_s.arg(row);
+    }
+    many.saveAs(path(u"ann.xls"_s));
+    messages.expect(lookAt + first.first(15).join(u"\r\n"_s) + u"\r\nand 2 more"_s, style::information);
+    readIn();
+}
+
+TEST_F(ReadingTest, aFileWithTooMuchTextIsNotReadAtAll) {
+    SurveyFile huge{.respondentid = bob, .questions = std::vector(62, std::pair(question[4], false))};
+    for (int row = 15; row < 15 + 3 * 62; row += 3)
+        huge.entered[u"B%1"_s.arg(row)] = QString(32'767, u'x');
+    huge.saveAs(path(u"huge.xls"_s));
+    file({{u"C14"_s, 5}}).saveAs(path(u"ann.xls"_s));
+    messages.expect(
+        u"The file \"huge.xls\" holds more text than a survey file can have; nothing of it was read."_s);
+    messages.expect(u"Not read to the end:\r\nhuge.xls"_s, style::information);
+    importBy(path(u"ann.xls"_s) + u'\n' + path(u"huge.xls"_s));
+    EXPECT_EQ(answers(ann), u"1:0,5 5:0 -"_s);
+    EXPECT_EQ(answers(bob), QString());
+}
+
+TEST_F(ReadingTest, aRefusedFileLeavesWhatHasBeenTyped) {
+    frmFeedBackObj& form = frmFeedBackObj::instance();
+    form.Show();
+    form.SetEditTextBox(2, 1);
+    form.txtDtls()->setFocus();
+    key(Qt::Key_8);
+    const QStringList typed{u"On time?|8||"_s, u"What else?|||"_s};
+    ASSERT_EQ(shown(), typed);
+    file({{u"D14"_s, u"nine"_s}}).saveAs(path(u"ann.xls"_s));
+    messages.expect(mismatch + u"\r\nann.xls was not read beyond cell D14."_s);
+    readIn();
+    EXPECT_EQ(shown(), typed);
+    file({{u"D14"_s, 9}, {u"D16"_s, u"nine"_s}}).saveAs(path(u"ann.xls"_s)); // a part of it counts
+    messages.expect(mismatch + u"\r\nann.xls was not read beyond cell D16."_s);
+    readIn();
+    EXPECT_EQ(shown().value(0), u"On time?|9||"_s);
+}
+
+TEST_F(ReadingTest, aFileOpenInASpreadsheetIsAskedFor) {
+    file({{u"C14"_s, 7}}).saveAs(path(u"ann.xls"_s));
+    for (const QString& lock : {u".~lock.ann.xls#"_s, u"~$ann.xls"_s}) {
+        run(u"update log set Status=False"_s);
+        run(u"delete * from feedbackobjective"_s);
+        bring(u"template.xls"_s, lock);
+        const auto expectQuestion = [&](forms::Answer answer) {
+            messages.expectTitled(
+                u"ann.xls seems to be open in a spreadsheet program. What has been typed there and not been "
+                u"saved is missing in it. Go on all the same?"_s,
+                style::yesNo + style::information + style::secondButton, answer);
+        };
+        expectQuestion(forms::Answer::No);
+        importBy(path(u"ann.xls"_s));
+        EXPECT_EQ(value(u"select Status from log"_s), u"False"_s);
+        expectQuestion(forms::Answer::No);
+        readIn();
+        EXPECT_EQ(rows(u"select score from feedbackobjective"_s), QStringList());
+        expectQuestion(forms::Answer::Yes);
+        readIn();
+        EXPECT_EQ(rows(u"select score from feedbackobjective"_s), QStringList(u"7"_s));
+        QFile::remove(path(lock));
+    }
+}
+
+TEST_F(ReadingTest, eitherApostropheIsTheSameTitle) {
+    ASSERT_TRUE(QDir(home()).mkpath(u"elsewhere"_s));
+    for (const QString& stored : {u"Ann\u2019s.xls"_s, u"Ann''s.xls"_s}) {
+        run(u"update log set Status=False, xlsfilename='"_s + stored + u'\'');
+        file({{u"C14"_s, 7}}).saveAs(path(u"elsewhere/Ann's.xls"_s));
+        importBy(path(u"elsewhere/Ann's.xls"_s));
+        EXPECT_EQ(value(u"select Status from log"_s), u"True"_s);
+        picked = path(u"elsewhere/Ann's.xls"_s);
+        frmReading::instance().Show();
+        readIn();
+        EXPECT_EQ(shown().value(0), u"On time?||7|"_s);
+    }
 }
 
 } // namespace

@@ -10,8 +10,8 @@ struct SurveyFile {
     int respondentid = 1;
     int surveyid = 1;
     QDate date{2024, 3, 5};
-    std::vector<std::pair<int, bool>> questions; ///< questionid, whether it is a Score question
-    std::map<QString, excel::Value> entered;     ///< by address such as "C14"; any cell, also locked ones
+    std::vector<std::pair<int, bool>> questions;  ///< questionid, whether it is a Score question
+    std::map<QString, excel::Value> entered = {}; ///< by address such as "C14"; any cell, also locked ones
 
     void saveAs(const QString& path) const {
         std::map<QString, excel::Value> cells{{QStringLiteral("I2"), QString::number(respondentid)},
