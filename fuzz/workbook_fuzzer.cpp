@@ -33,7 +33,8 @@ extern "C" size_t LLVMFuzzerCustomMutator(unsigned char* data, size_t size, size
     try {
         CompoundFile file =
             CompoundFile::parse(QByteArray(reinterpret_cast<const char*>(data), qsizetype(size)));
-        const int entry = file.findStream(u"Workbook");
+        const int workbook = file.findStream(u"Workbook");
+        const int entry = workbook >= 0 ? workbook : file.findStream(u"Book");
         if (seed % 4 != 0 && entry >= 0) {
             QByteArray stream = file.data(entry);
             const auto length = size_t(stream.size());

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/excel_files.h"
 
-#include "platform/excel/compound_file.h"
+#include "platform/excel/book_file.h"
 #include "platform/excel/editor.h"
+#include "platform/excel/row_height.h"
 
 using namespace Qt::StringLiterals;
 using excel::Value;
@@ -12,8 +13,8 @@ namespace {
 
 const QString password = u"kvtwpa"_s;
 
-// Global records around one worksheet with these records between its Bof and Eof.
-QByteArray bookStream(const Records& globals, const Records& sheet) {
+// Global records around one worksheet with these records between its Bof and Eof; without those left out.
+QByteArray bookStream(const Records& globals, const Records& sheet, const QList<quint16>& leftOut = {}) {
     const CompoundFile container = CompoundFile::parse(fileContent(samplePath(u"lo_native.xls"_s)));
     const QByteArray& sample = container.data(container.findStream(u"Workbook"));
     QByteArray stream;
@@ -25,7 +26,8 @@ QByteArray bookStream(const Records& globals, const Records& sheet) {
             continue; // one sheet is enough
         if (record.id == id::BoundSheet)
             boundSheet = quint32(stream.size()) + 4;
-        if (std::none_of(globals.begin(), globals.end(), [&](const Record& r) { return r.id == record.id; }))
+        if (!leftOut.contains(record.id) &&
+            std::none_of(globals.begin(), globals.end(), [&](const Record& r) { return r.id == record.id; }))
             appendRecord(stream, record);
     }
     for (const Record& record : globals)
@@ -138,6 +140,97 @@ TEST_F(ExcelEdit, ClearLeavesPlainCellsAndTheRowsAbove) {
     EXPECT_FALSE(again.sheet(0).isMerged({3, 0}));
     EXPECT_TRUE(again.sheet(0).isMerged({2, 0})); // lies across the edge
     EXPECT_LT(again.sheet(0).cells.cells().size(), 20U);
+}
+
+// What the spreadsheet programs open is opened, and saved so that it can be opened again. The cell is A1.
+TEST_F(ExcelEdit, OddWorkbooksAreOpenedAsOtherProgramsOpenThem) {
+    const Record labelSst = record(id::LabelSst, "0000 0000 0f00 00000000");
+    const Record three = record(id::Number, "0000 0000 0f00 0000000000000840");
+    const auto texts = [](const char* hex) { return record(id::SharedStrings, hex); };
+    const struct {
+        const char* name;
+        Records globals;
+        Records sheet;
+        QString value;
+        QList<quint16> leftOut = {};
+    } cases[] = {
+        {"f4",
+         {},
+         {record(id::Formula4, "0000 0000 0f00 0000000000000840 0000 00000000 0300 1e0300")},
+         u"3"_s},
+        {"f3", {}, {record(id::Formula3, "0000 0000 0f00 0000000000000840 0000 0300 1e0300")}, u"3"_s},
+        {"label", {}, {record(id::Label, "0000 0000 0f00 0000")}, {}},
+        {"cutlabel", {}, {record(id::Label, "0000 0000 0f00 0500 00 616263")}, u"abc"_s},
+        {"count", {texts("09000000 09000000 0300 00 616263")}, {labelSst}, u"abc"_s},
+        {"hugecount", {texts("FFFFFFFF FFFFFF7F 0300 00 616263")}, {labelSst}, u"abc"_s},
+        {"continue",
+         {texts("01000000 01000000 0400 00 6162"), record(id::Continue, ""), record(id::Continue, "00 6364")},
+         {labelSst},
+         u"abcd"_s},
+        {"emptyend", {texts("01000000 01000000 0100 00 61"), record(id::Continue, "")}, {labelSst}, u"a"_s},
+        {"rowcontinue",
+         {},
+         {record(id::Row, "0000 0000 0100 ff00 0000 0000 00010f00"), record(id::Continue, ""), three},
+         u"3"_s},
+        {"cellcontinue",
+         {},
+         {three, record(id::Continue, ""), record(id::MultiBlank, "0000 0100 0f00 0f00 0200"),
+          record(id::Continue, "")},
+         u"3"_s},
+        {"nofonts", {}, {three}, u"3"_s, {id::Font}},
+        {"noformats", {}, {three}, u"3"_s, {id::Xf, id::Format}},
+        {"neither", {}, {three}, u"3"_s, {id::Font, id::Xf, id::Format}},
+    };
+    for (const auto& [name, globals, sheet, value, leftOut] : cases) {
+        SCOPED_TRACE(name);
+        const QString error = errorOf([&] {
+            CompoundFile container = CompoundFile::parse(fileContent(samplePath(u"lo_native.xls"_s)));
+            container.setData(container.findStream(u"Workbook"), bookStream(globals, sheet, leftOut));
+            BookFile file(u"x.xls"_s, container.serialize());
+            EXPECT_EQ(Editor(file.book(), 0).value({0, 0}).text(), value);
+            Editor(file.book(), 0).setValue({5, 5}, u"new"_s);
+            Editor(file.book(), 0).setFontColour({5, 5}, 10);
+            BookFile again(u"x.xls"_s, file.content());
+            EXPECT_EQ(Editor(again.book(), 0).value({0, 0}).text(), value);
+            EXPECT_EQ(Editor(again.book(), 0).value({5, 5}).text(), u"new"_s);
+        });
+        EXPECT_EQ(error, QString());
+    }
+}
+
+TEST_F(ExcelEdit, ALongRunOfBlanksStaysARun) {
+    Records runs;
+    for (int row = 0; row < 500; ++row) {
+        QByteArray body(4 + 2 * 256 + 2, '\0');
+        put16(body, 0, quint16(row));
+        put16(body, body.size() - 2, 255);
+        runs.push_back({id::MultiBlank, body});
+    }
+    Book book(bookStream({}, runs));
+    Editor(book, 0).setValue({250, 100}, 7);
+    const QByteArray saved = book.stream();
+    EXPECT_LT(saved.size(), 300'000);
+    Book again(saved);
+    EXPECT_EQ(again.sheet(0).cells.cells().size(), 500U * 256);
+    EXPECT_EQ(Editor(again, 0).value({250, 100}).text(), u"7"_s);
+}
+
+// A row ends growing at the highest height; a sheet of too much text ends being wrapped at all.
+TEST_F(ExcelEdit, WrappingEnds) {
+    constexpr int rows = 700;
+    constexpr quint16 highest = 8190;
+    EXPECT_EQ(wrappedLines(u"a "_s.repeated(1000), 1, 5), 5);
+    EXPECT_EQ(wrappedLines(u"a\nb\nc"_s, 9, 5), 3);
+    Book book(bookStream({}, {}));
+    Editor editor(book, 0);
+    for (int row = 0; row < rows; ++row) {
+        editor.setValue({row, 0}, QString(32'767, u'x'));
+        editor.changeFormat({row, 0}, [](auto& format) { format.setWrapped(true); });
+    }
+    Book again(book.stream());
+    const auto height = [&](int row) { return get16(*again.sheet(0).cells.findRow(row), row_field::height); };
+    EXPECT_EQ(height(0), highest);
+    EXPECT_LT(height(rows - 1), highest / 10);
 }
 
 // A3 and A4 share the formula that stands with A3.

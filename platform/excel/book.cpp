@@ -134,8 +134,11 @@ QByteArray Book::stream() {
             parts[entry.substream] = entry.taken->records();
     std::vector<quint32> offsets;
     quint32 offset = 0;
+    size_t count = 0;
     for (const Records& part : parts) {
         offsets.push_back(offset);
+        if ((count += part.size()) > maxRecords)
+            throw Refusal(u"has too much in it to be saved"_s);
         for (const Record& record : part)
             offset += 4 + quint32(record.body.size());
     }

@@ -91,12 +91,11 @@ void BookFile::parse(const QByteArray& content) {
             throw Refusal(foreign);
         container_ = CompoundFile::parse(content);
         stream_ = container_.findStream(u"Workbook");
+        if (stream_ < 0)
+            stream_ = container_.findStream(u"Book"); // the name of Excel 95, used by other programs too
         const bool encrypted = container_.findStream(u"EncryptedPackage") >= 0;
-        const bool old = container_.findStream(u"Book") >= 0;
         if (stream_ < 0 && encrypted)
             throw Refusal(u"is a newer Excel workbook (.xlsx) that is encrypted with a password"_s);
-        if (stream_ < 0 && old)
-            throw Refusal(u"is a workbook of Excel 95 or older, which cannot be read"_s);
         if (stream_ < 0)
             throw Refusal(u"holds no workbook; it belongs to another program"_s);
         book_ = std::make_unique<Book>(container_.data(stream_));
@@ -109,9 +108,12 @@ QByteArray BookFile::content() {
     container_.setData(stream_, book_->stream());
     // A second copy of the workbook for Excel 95 would now be out of date.
     const int old = container_.findStream(u"Book");
-    if (old >= 0)
+    if (old >= 0 && old != stream_)
         container_.setData(old, {});
-    return container_.serialize();
+    const QByteArray file = container_.serialize();
+    if (file.size() > CompoundFile::maxFileSize)
+        throw Refusal(u"would become larger than 64 MB, which cannot be read"_s);
+    return file;
 }
 
 void BookFile::noteDiskState() {

@@ -39,9 +39,12 @@ qsizetype leastSize(quint16 id) {
         return 8;
     case id::Label:
     case id::RichString:
-        return 9;
+        return 8; // an empty text has no flags
     case id::Formula:
         return 22;
+    case id::Formula3:
+    case id::Formula4:
+        return 14;
     default:
         return 0;
     }
@@ -57,7 +60,7 @@ Place placeOf(const QByteArray& body) {
 // Where the formula stands whose shared, array or table definition this formula uses; {-1, -1} for none.
 Place definitionOf(const Cell& cell) {
     constexpr qsizetype tokens = 22;
-    if (cell.record.id != id::Formula || cell.record.body.size() < tokens + 5)
+    if (!isFormula(cell.record.id) || cell.record.body.size() < tokens + 5)
         return {-1, -1};
     const quint8 token = get8(cell.record.body, tokens);
     if (token != 1 && token != 2)
@@ -85,6 +88,8 @@ void CellTable::take(const Record& record) {
         rows_[get16(record.body, 0)] = slice(record.body, 0, rowSize).toByteArray();
     } else if (isFollower(record.id)) {
         const auto owner = cells_.find(latest_);
+        if (owner == cells_.end() && record.id == id::Continue)
+            return; // continues a record that has no continuation
         if (owner == cells_.end())
             damaged(u"a formula's result stands without its formula"_s);
         owner->second.followers.push_back(record);
@@ -184,6 +189,29 @@ Area CellTable::used() const {
     return area;
 }
 
+// Appends the record of a cell, or one for the whole run of blanks that begins with it, and moves behind.
+// Blanks apart would make a file of long runs many times larger than it was.
+void CellTable::appendRun(Records& records, std::map<Place, Cell>::const_iterator& cell) const {
+    const auto isBlank = [](const Cell& c) {
+        return c.record.id == id::Blank && c.record.body.size() == 6 && c.followers.empty();
+    };
+    const auto first = cell++;
+    Record run = first->second.record;
+    auto last = first;
+    while (isBlank(first->second) && cell != cells_.end() && isBlank(cell->second) &&
+           cell->first == Place{last->first.row, last->first.column + 1}) {
+        run.body.append(slice(cell->second.record.body, 4, 2));
+        last = cell++;
+    }
+    if (last != first) {
+        run.id = id::MultiBlank;
+        append16(run.body, quint16(last->first.column));
+    }
+    records.push_back(std::move(run));
+    const Records& followers = first->second.followers;
+    records.insert(records.end(), followers.begin(), followers.end());
+}
+
 void CellTable::appendTo(Records& records, quint16 defaultHeight) {
     for (auto& [number, body] : rows_)
         put32(body, row_field::firstColumn, 0); // the end column with it
@@ -194,15 +222,13 @@ void CellTable::appendTo(Records& records, quint16 defaultHeight) {
         while (cell != cells_.end() && cell->first.row == number)
             put16(body, row_field::endColumn, quint16((cell++)->first.column + 1));
     }
-    auto cell = cells_.begin();
+    auto cell = cells_.cbegin();
     for (auto row = rows_.begin(); row != rows_.end();) {
         const int blockEnd = (row->first / rowsPerBlock + 1) * rowsPerBlock;
         for (; row != rows_.end() && row->first < blockEnd; ++row)
             records.push_back({id::Row, row->second});
-        for (; cell != cells_.end() && cell->first.row < blockEnd; ++cell) {
-            records.push_back(cell->second.record);
-            records.insert(records.end(), cell->second.followers.begin(), cell->second.followers.end());
-        }
+        while (cell != cells_.end() && cell->first.row < blockEnd)
+            appendRun(records, cell);
     }
 }
 

@@ -44,6 +44,7 @@ public:
     Area used() const;
 
 private:
+    void appendRun(Records& records, std::map<Place, Cell>::const_iterator& cell) const;
     void takeRun(const Record& record);
     void insert(Place place, Cell cell);
     void refuseLossOfShared(const Area& lost) const;

@@ -64,6 +64,8 @@ Value cellValue(const Cell& cell, const SharedStrings& strings) {
         return get8(body, content + 1) ? Value::error(get8(body, content))
                                        : Value::boolean(get8(body, content) != 0);
     case id::Formula:
+    case id::Formula3:
+    case id::Formula4:
         return formulaResult(cell);
     default:
         return {};

@@ -3,6 +3,7 @@
 #include "platform/excel/compound_file.h"
 #include "platform/excel/refusal.h"
 
+#include <limits>
 #include <memory>
 
 using namespace Qt::StringLiterals;
@@ -52,9 +53,12 @@ public:
         return bytes_.sliced(qsizetype(sector) * sectorSize_, sectorSize_);
     }
 
-    QByteArray chain(quint32 start) {
+    // Up to the end of the chain or, where a stream's size is known, the sectors that hold it: what follows
+    // is not looked at.
+    QByteArray chain(quint32 start, quint64 size = std::numeric_limits<quint64>::max()) {
         QByteArray content;
-        for (quint32 sector = start; sector != endOfChain; sector = table[sector]) {
+        for (quint32 sector = start; sector != endOfChain && quint64(content.size()) < size;
+             sector = table[sector]) {
             content.append(claim(sector));
             if (sector >= table.size())
                 damaged(u"sector %1 has no entry in the allocation table"_s.arg(sector));
@@ -178,7 +182,8 @@ void ContainerReader::walkTree() {
 
 void ContainerReader::readStreams() {
     const QByteArray& root = result_.entries_[0].raw;
-    const QByteArray miniStream = get32(root, 120) == 0 ? QByteArray() : sectors_->chain(get32(root, 116));
+    const QByteArray miniStream =
+        get32(root, 120) == 0 ? QByteArray() : sectors_->chain(get32(root, 116), get32(root, 120));
     if (miniStream.size() < qsizetype(get32(root, 120)))
         damaged(u"the mini stream is cut off"_s);
     SectorChains mini(miniStream, miniSectorSize);
@@ -192,7 +197,7 @@ void ContainerReader::readStreams() {
         if (size == 0)
             continue;
         SectorChains& chains = size < miniStreamCutoff ? mini : *sectors_;
-        entry.data = chains.chain(get32(entry.raw, 116));
+        entry.data = chains.chain(get32(entry.raw, 116), size);
         if (size > quint64(entry.data.size()))
             damaged(u"the stream \"%1\" is cut off"_s.arg(entry.name()));
         entry.data.truncate(qsizetype(size));

@@ -19,6 +19,28 @@ constexpr qsizetype cellFormatSize = 20;
 constexpr quint16 missingFontIndex = 4; // no font has this index; the fifth font has index 5
 constexpr quint16 firstOwnNumberFormat = 164;
 
+constexpr size_t leastCellFormats = 16; // fifteen of styles, then that of cells without one of their own
+
+// Arial of 10 points, for a workbook that lists no font.
+QByteArray usualFont() {
+    QByteArray font;
+    for (const quint16 field : {200, 0, 0x7FFF, 400, 0, 0, 0})
+        append16(font, field);
+    append8(font, 5);
+    append8(font, 0);
+    appendCharacters(font, u"Arial", false);
+    return font;
+}
+
+// Without lines and colours, locked, for a workbook that lists no cell format.
+QByteArray usualCellFormat(bool ofStyle) {
+    QByteArray format(cellFormatSize, '\0');
+    put16(format, 4, ofStyle ? 0xFFF5 : 1);
+    put8(format, 6, 0x20);
+    put16(format, 18, 0x20C0);
+    return format;
+}
+
 quint32 checksum(const std::vector<QByteArray>& cellFormats) {
     static const auto table = [] {
         std::array<quint32, 256> entries{};
@@ -50,10 +72,14 @@ Formats::Formats(const Records& globals) {
             numberFormats_[get16(record.body, 0)] = longText(record.body, 2);
         }
     }
-    if (fonts_.empty() || cellFormats_.empty() || cellFormats_.size() > 0xFFFF)
-        damaged(u"the list of fonts or of cell formats is missing"_s);
+    if (cellFormats_.size() > 0xFFFF)
+        damaged(u"the list of cell formats is too long"_s);
     readFonts_ = fonts_.size();
     readCellFormats_ = cellFormats_.size();
+    if (fonts_.empty())
+        fonts_.push_back(usualFont());
+    while (cellFormats_.size() < leastCellFormats && readCellFormats_ == 0)
+        cellFormats_.push_back(usualCellFormat(cellFormats_.size() + 1 < leastCellFormats));
     default_ = quint16(std::min<size_t>(15, cellFormats_.size() - 1));
     for (size_t i = cellFormats_.size(); i-- > 0;)
         cellFormatIndex_[cellFormats_[i]] = quint16(i);
@@ -117,8 +143,11 @@ quint16 Formats::numberFormat(const QString& code) {
 }
 
 void Formats::writeInto(Records& globals) const {
-    const auto insertAfter = [&globals](int position, const Records& records) {
-        globals.insert(globals.begin() + position + 1, records.begin(), records.end());
+    const auto sheets =
+        std::find_if(globals.begin(), globals.end(), [](const Record& r) { return r.id == id::BoundSheet; });
+    const int before = int(sheets - globals.begin()) - 1; // where the lists go that the workbook lacks
+    const auto insertAfter = [&globals, before](int last, const Records& records) {
+        globals.insert(globals.begin() + (last < 0 ? before : last) + 1, records.begin(), records.end());
     };
     const auto added = [](quint16 id, const std::vector<QByteArray>& bodies, size_t read) {
         Records records;

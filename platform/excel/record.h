@@ -14,10 +14,12 @@ struct Record {
 using Records = std::vector<Record>;
 
 constexpr qsizetype maxRecordBody = 8224; // longer content goes on in Continue records
-constexpr size_t maxRecords = 2'000'000;
+constexpr size_t maxRecords = 2'500'000;  // so that the cells a table holds at most can be saved
 
 namespace id {
 constexpr quint16 Formula = 0x0006;
+constexpr quint16 Formula3 = 0x0206; // numbers of older versions, which some programs still write; the
+constexpr quint16 Formula4 = 0x0406; // result stands where it stands in Formula
 constexpr quint16 Eof = 0x000A;
 constexpr quint16 Protect = 0x0012;
 constexpr quint16 Password = 0x0013;
@@ -63,6 +65,10 @@ constexpr quint16 XfCrc = 0x087C;
 constexpr quint16 Theme = 0x0896;
 constexpr quint16 HeaderFooter = 0x089C;
 } // namespace id
+
+constexpr bool isFormula(quint16 recordId) {
+    return recordId == id::Formula || recordId == id::Formula3 || recordId == id::Formula4;
+}
 
 // Charts stand as whole substreams, from Bof to Eof, among a sheet's records. These two look only at the
 // sheet's own records; `depth` is 0 when `records` begin with the sheet's Bof, 1 when they begin behind it.

@@ -16,9 +16,10 @@ namespace excel::biff {
 
 namespace {
 
-constexpr int maxHeight = 8190;       // twips
-constexpr double lineSpacing = 1.275; // height of a line to that of its font
-constexpr int cellPadding = 182;      // 1/256 of a digit's width
+constexpr int maxHeight = 8190;               // twips
+constexpr qsizetype mostWrapped = 20'000'000; // characters, in one sheet; far beyond any questionnaire
+constexpr double lineSpacing = 1.275;         // height of a line to that of its font
+constexpr int cellPadding = 182;              // 1/256 of a digit's width
 constexpr quint16 bold = 700;
 
 int fontHeight(const QByteArray& font) {
@@ -39,20 +40,30 @@ bool isHidden(const Sheet& sheet, int column) {
     return info && info->hidden();
 }
 
-int neededHeight(const Sheet& sheet, int row, const Formats& formats, const SharedStrings& strings) {
+// Lines of a text, up to those that the highest row holds. Beyond the budget, which is for all texts of a
+// sheet, a text counts as one line.
+int shownLines(const QString& text, double width, double lineHeight, qsizetype& budget) {
+    budget -= text.size();
+    return budget < 0 ? 1 : wrappedLines(text, width, int(maxHeight / std::max(lineHeight, 1.0)) + 1);
+}
+
+int neededHeight(const Sheet& sheet, int row, const Formats& formats, const SharedStrings& strings,
+                 qsizetype& budget) {
     double height = sheet.defaultRowHeight();
     const auto& cells = sheet.cells.cells();
-    for (auto at = cells.lower_bound({row, 0}); at != cells.end() && at->first.row == row; ++at) {
+    for (auto at = cells.lower_bound({row, 0});
+         at != cells.end() && at->first.row == row && height < maxHeight; ++at) {
         const auto& [place, cell] = *at;
         if (isHidden(sheet, place.column))
             continue;
         const CellFormat format = formats.cellFormat(cell.format());
         const QByteArray font = formats.font(format.font());
+        const double lineHeight = std::ceil(fontHeight(font) * lineSpacing);
         int lines = 1;
         if (format.wrapped())
-            lines = wrappedLines(cellValue(cell, strings).text(),
-                                 lineWidth(sheet, place.column, font, formats.font(0)));
-        const double needed = lines * std::ceil(fontHeight(font) * lineSpacing);
+            lines = shownLines(cellValue(cell, strings).text(),
+                               lineWidth(sheet, place.column, font, formats.font(0)), lineHeight, budget);
+        const double needed = lines * lineHeight;
         if (needed > height && !sheet.isMerged(place))
             height = needed;
     }
@@ -61,12 +72,14 @@ int neededHeight(const Sheet& sheet, int row, const Formats& formats, const Shar
 
 } // namespace
 
-int wrappedLines(const QString& text, double width) {
+int wrappedLines(const QString& text, double width, int mostLines) {
     int lines = 0;
-    for (const QStringView paragraph : QStringView(text).split(u'\n')) {
+    for (const QStringView paragraph : QStringView(text).tokenize(u'\n')) {
         double filled = 0;
         ++lines;
-        for (const QStringView word : paragraph.split(u' ')) {
+        for (const QStringView word : paragraph.tokenize(u' ')) {
+            if (lines >= mostLines)
+                return mostLines;
             const double wide =
                 double(std::count_if(word.begin(), word.end(), [](QChar c) { return c >= u'\u2E80'; }));
             const double length = double(word.size()) + wide;
@@ -81,16 +94,17 @@ int wrappedLines(const QString& text, double width) {
             filled = length - broken * width;
         }
     }
-    return lines;
+    return std::min(lines, mostLines);
 }
 
 void fitRowHeights(Sheet& sheet, const Formats& formats, const SharedStrings& strings) {
+    qsizetype budget = mostWrapped;
     for (const int row : sheet.touchedRows) {
         const quint16 usual = sheet.defaultRowHeight();
         QByteArray& body = sheet.cells.row(row, usual);
         const quint16 flags = get16(body, row_field::flags);
         if (!(flags & (row_field::customHeight | row_field::hidden)))
-            put16(body, row_field::height, quint16(neededHeight(sheet, row, formats, strings)));
+            put16(body, row_field::height, quint16(neededHeight(sheet, row, formats, strings, budget)));
     }
     sheet.touchedRows.clear();
 }

@@ -3,6 +3,8 @@
 
 #include <QString>
 
+#include <limits>
+
 namespace excel::biff {
 
 class Formats;
@@ -14,7 +16,8 @@ class Sheet;
 // the number of digits a column holds, so a text may get a line more than it needs.
 void fitRowHeights(Sheet& sheet, const Formats& formats, const SharedStrings& strings);
 
-// Lines that a text takes when it is wrapped between words to `width` characters a line.
-int wrappedLines(const QString& text, double width);
+// Lines that a text takes when it is wrapped between words to `width` characters a line; it is not looked at
+// beyond `mostLines`.
+int wrappedLines(const QString& text, double width, int mostLines = std::numeric_limits<int>::max());
 
 } // namespace excel::biff

@@ -21,22 +21,27 @@ SharedStrings::SharedStrings(const Records& globals) {
     for (size_t next = size_t(at) + 1; next < globals.size() && globals[next].id == id::Continue; ++next)
         chunks_.push_back(globals[next].body);
 
-    qsizetype bytes = 0;
-    for (const QByteArray& chunk : chunks_)
-        bytes += chunk.size();
-    const quint32 unique = get32(chunks_[0], 4);
-    if (unique > quint64(bytes) / 3)
-        damaged(u"the table of texts is cut off"_s);
+    if (chunks_[0].size() < lastEnd_)
+        chunks_[0].resize(lastEnd_, '\0');
+    readTexts(get32(chunks_[0], 4));
+}
+
+// Some programs count more texts than they write; a cell that refers to one that is not there is refused.
+void SharedStrings::readTexts(quint32 counted) {
     ChunkReader reader(chunks_);
-    reader.skip(8);
-    for (quint32 i = 0; i < unique; ++i) {
-        bool plain = false;
-        texts_.push_back(reader.richText(&plain));
-        if (plain && !plain_.contains(texts_.back()))
-            plain_.insert(texts_.back(), i);
+    reader.skip(quint64(lastEnd_));
+    try {
+        for (quint32 i = 0; i < counted && !reader.atEnd(); ++i) {
+            bool plain = false;
+            texts_.push_back(reader.richText(&plain));
+            if (plain && !plain_.contains(texts_.back()))
+                plain_.insert(texts_.back(), i);
+            lastChunk_ = reader.chunk();
+            lastEnd_ = reader.offset();
+        }
+    } catch (const Refusal&) {
+        return; // the last text is cut off
     }
-    lastChunk_ = reader.chunk();
-    lastEnd_ = reader.offset();
 }
 
 const QString& SharedStrings::text(quint32 index) const {

@@ -24,6 +24,7 @@ public:
     void writeInto(Records& globals) const;
 
 private:
+    void readTexts(quint32 counted);
     void append(const QString& text);
     std::vector<QByteArray> chunks_;
     size_t lastChunk_ = 0; // where the last text ends

@@ -34,9 +34,12 @@ QString shortText(const QByteArray& body, qsizetype at) {
 }
 
 QString longText(const QByteArray& body, qsizetype at) {
-    const int count = get16(body, at);
+    const qsizetype count = get16(body, at);
+    if (count == 0)
+        return {};
     const bool wide = get8(body, at + 2) & wideFlag;
-    return decode(slice(body, at + 3, wide ? 2 * count : count), wide);
+    const qsizetype there = (body.size() - at - 3) / (wide ? 2 : 1);
+    return decode(slice(body, at + 3, std::min(count, there) * (wide ? 2 : 1)), wide);
 }
 
 bool isLatin1(QStringView text) {

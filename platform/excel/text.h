@@ -11,8 +11,10 @@ namespace excel::biff {
 
 constexpr int maxCellText = 32767; // UTF-16 units
 
-// A text with a count of one byte (sheet and font names) or two (formats, labels), within one record.
+// A text with a count of one byte (sheet and font names), within one record.
 QString shortText(const QByteArray& body, qsizetype at);
+// A text with a count of two bytes (formats, labels). Of one that its record cuts off there is the part that
+// is there; an empty one may lack its flags.
 QString longText(const QByteArray& body, qsizetype at);
 
 bool isLatin1(QStringView text);
@@ -27,6 +29,7 @@ public:
     quint16 u16();
     quint32 u32();
     void skip(quint64 count);
+    bool atEnd() const { return left_ == 0; }
     size_t chunk() const { return chunk_; } // where the next byte is read
     qsizetype offset() const { return at_; }
     // Characters after a flags byte; at the edge of a chunk a new flags byte is taken.
