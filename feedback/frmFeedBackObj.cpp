@@ -207,8 +207,8 @@ QString frmFeedBackObj::toGetRespondentID(const QString& name) const {
 
 QString frmFeedBackObj::toGetQuestionID(const QString& question) const {
     ado::Recordset questions;
-    questions.Open(u"select * from responquery where question='"_s + question + u"' and custid=" + custid() +
-                       u" and sdate=#" + toSqlDate(shownDate()) + u"#",
+    questions.Open(u"select * from responquery where question='"_s + question + u"' and custid=" +
+                       shown.custid + u" and sdate=#" + toSqlDate(shownDate()) + u"#",
                    *cnnMain);
     return questions.Eof() ? QString() : questions["questionid"].Text();
 }
@@ -416,9 +416,8 @@ void frmFeedBackObj::toSaveRow(int row) {
     const QString questionid = toGetQuestionID(cell(feedbackColumn::question));
     const QString surveyid = toGetSurveyID(shownDate(), ui->cmbCusName->Text());
     if (questionid.isEmpty() || surveyid.isEmpty())
-        throw Refusal(
-            u"“%1” has left this survey. The answers above it have been saved, this one and those "
-            "below have not."_s.arg(cell(feedbackColumn::question)));
+        throw Refusal(u"“%1” has left this survey. The answers above it have been saved, this one and those "
+                      "below have not."_s.arg(cell(feedbackColumn::question)));
     ado::Recordset answer;
     answer.Open(toMakeAnswerQuery(row, questionid), *cnnMain, ado::Recordset::Lock::Optimistic);
     const bool isNew = answer.Eof();
