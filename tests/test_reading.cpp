@@ -356,10 +356,12 @@ TEST_F(ReadingTest, aFileWithTooMuchTextIsNotReadAtAll) {
 }
 
 TEST_F(ReadingTest, aRefusedFileLeavesWhatHasBeenTyped) {
+    addScore(ann, question[0], 1, today, 5, 0);
     frmFeedBackObj& form = frmFeedBackObj::instance();
     form.Show();
     form.SetEditTextBox(2, 1);
     form.txtDtls()->setFocus();
+    form.txtDtls()->selectAll();
     key(Qt::Key_8);
     const QStringList typed{u"On time?|8||"_s, u"What else?|||"_s};
     ASSERT_EQ(shown(), typed);

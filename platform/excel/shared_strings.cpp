@@ -31,7 +31,7 @@ void SharedStrings::readTexts(quint32 counted) {
     ChunkReader reader(chunks_);
     reader.skip(quint64(lastEnd_));
     try {
-        for (quint32 i = 0; i < counted && !reader.atEnd(); ++i) {
+        for (quint32 i = 0; i < counted; ++i) {
             bool plain = false;
             texts_.push_back(reader.richText(&plain));
             if (plain && !plain_.contains(texts_.back()))
@@ -40,7 +40,7 @@ void SharedStrings::readTexts(quint32 counted) {
             lastEnd_ = reader.offset();
         }
     } catch (const Refusal&) {
-        return; // the last text is cut off
+        return; // a text is cut off or not there
     }
 }
 

@@ -29,7 +29,6 @@ public:
     quint16 u16();
     quint32 u32();
     void skip(quint64 count);
-    bool atEnd() const { return left_ == 0; }
     size_t chunk() const { return chunk_; } // where the next byte is read
     qsizetype offset() const { return at_; }
     // Characters after a flags byte; at the edge of a chunk a new flags byte is taken.
