@@ -65,11 +65,17 @@ bool SurveyReader::toReadTogether(const std::function<void()>& files) {
             failedStore = cnnMain->State() == 0 || cnnMain->Errors().Count() > 0; // else a cell's conversion
             if (failedStore || !failing)
                 throw;
-            throw ado::Failure({failure.cause().Number,
-                                failure.cause().Description + u"\r\n%1 was not read beyond cell %2."_s.arg(
-                                                                  title, cellmap::nameOf(*failing))});
+            throw ado::Failure({failure.cause().Number, failure.cause().Description + stopSentence()});
+        } catch (const excel::Error& failure) { // of the file, or of a cell that is damaged
+            if (!failing)
+                throw;
+            throw excel::Error(failure.text() + stopSentence());
         }
     });
+}
+
+QString SurveyReader::stopSentence() const {
+    return u"\r\n%1 was not read beyond cell %2."_s.arg(title, cellmap::nameOf(*failing));
 }
 
 void SurveyReader::toKeepFindings() {

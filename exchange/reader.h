@@ -46,6 +46,8 @@ private:
     void toWriteAnswers(const std::vector<FileAnswer>& answers);
     void toCompareWithRegister(const AnswerKeys& keys);
     std::optional<bool> questionType(const QString& questionid);
+    /// Where the last read ended, to follow the message of its failure.
+    QString stopSentence() const;
     /// Keeps what the transaction that has just been committed brought.
     void toKeepFindings();
 

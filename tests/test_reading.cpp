@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "exchange/frmReading.h"
+#include "exchange/reader.h"
 #include "feedback/frmFeedBackObj.h"
 #include "platform/forms/lists.h"
 #include "tests/support/gridform.h"
@@ -156,6 +157,26 @@ TEST_F(ReadingTest, whatIsNoSurveyFileEndsWithItsSentence) {
     messages.expectBeginning(u"Sheet \"Sheet1\" of the file \"other password.xls\" "_s);
     importBy(path(u"other password.xls"_s));
     EXPECT_EQ(answers(ann), QString());
+
+    file({{u"C14"_s, 7}}).saveAs(path(u"damaged.xls"_s));
+    QByteArray damaged = contentOf(path(u"damaged.xls"_s));
+    const qsizetype answerBox = damaged.indexOf(QByteArray("\xFD\0\x0A\0\x10\0\x01\0", 8));
+    damaged[answerBox + 12] = '\x7F'; // B17 refers to a text that the file does not have
+    QFile changed(path(u"damaged.xls"_s));
+    ASSERT_TRUE(answerBox > 0 && changed.open(QIODevice::WriteOnly) && changed.write(damaged) > 0);
+    changed.close();
+    QString told;
+    const auto answer = std::exchange(forms::messageSeat, [&](const forms::Message& message) {
+        told += message.text;
+        return forms::Answer::Ok;
+    });
+    SurveyReader().read(changed.fileName());
+    forms::messageSeat = answer;
+    EXPECT_TRUE(told.contains(u"of the file \"damaged.xls\" is damaged"_s) &&
+                told.endsWith(u"\r\ndamaged.xls was not read beyond cell B17."_s))
+        << qPrintable(told);
+    EXPECT_EQ(answers(ann), u"1:0,7"_s);
+    run(u"delete * from feedbackobjective"_s);
 
     // Formulas count by their results, merged cells by their first; another sheet stands before Sheet1.
     messages.expect(mismatch + u"\r\nformulas_and_merges.xls was not read beyond cell C21."_s);
