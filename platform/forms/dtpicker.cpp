@@ -153,7 +153,7 @@ void DTPicker::showPopup() {
     calendar->setWindowFlag(Qt::Popup);
     calendar->setAttribute(Qt::WA_DeleteOnClose);
     calendar->setLocale(QLocale(QLocale::English, QLocale::UnitedKingdom)); // Monday first, Latin digits
-    calendar->setDateEditEnabled(false); // dates are typed in the box
+    calendar->setDateEditEnabled(false);                                    // dates are typed in the box
     calendar->setDateRange(first, last);
     calendar->setSelectedDate(value);
     const auto take = [this, calendar](const QDate& picked) {
