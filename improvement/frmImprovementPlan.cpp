@@ -24,6 +24,11 @@ constexpr int dateColumn = 1;
 constexpr int targetColumn = 2;
 constexpr int statusColumn = 3;
 
+/// An action without a target date must not show the one of the action before.
+QDate dateOrToday(const QDate& date) {
+    return date.isValid() ? date : forms::today();
+}
+
 QString statusWord(bool isComplete) {
     return isComplete ? u"Complete"_s : u"Not Complete"_s;
 }
@@ -168,7 +173,7 @@ void frmImprovementPlan::lsvDtls_Click() {
             ui->dtdate); // its change would load what the row shows, or empty the boxes
         ui->dtdate->setValue(toDate(list->Text(row, dateColumn)));
     }
-    ui->dttargetDate->setValue(toDate(list->Text(row, targetColumn)));
+    ui->dttargetDate->setValue(dateOrToday(toDate(list->Text(row, targetColumn))));
     toShowStatusOf(list->Text(row, statusColumn) == statusWord(true));
 }
 
@@ -235,7 +240,7 @@ void frmImprovementPlan::toSaveActionOf(const QString& customerName) {
 }
 
 void frmImprovementPlan::toFillListView() {
-    guarded({.prefix = u"Error :"_s, .form = this}, [this] {
+    const bool filled = guarded({.prefix = u"Error :"_s, .form = this}, [this] {
         toReconnect();
         ado::Recordset action;
         action.Open(u"select * from action where customerid="_s + custidOf(currentCustomer()) +
@@ -249,26 +254,33 @@ void frmImprovementPlan::toFillListView() {
         }
         ui->lsvDtls->setItems(std::move(rows));
     });
+    if (!filled)
+        ui->lsvDtls->Clear(); // else another customer's actions would stay
 }
 
 void frmImprovementPlan::torefreshOnCustomerNameClick() {
-    guarded({.form = this}, [this] {
+    const auto showNone = [this] {
+        ui->txtDescription->clear();
+        toShowStatusOf(false);
+        ui->dttargetDate->setValue(forms::today());
+    };
+    const bool read = guarded({.form = this}, [&] {
         toReconnect();
         ado::Recordset action;
         action.Open(u"select * from action where customerid="_s + custidOf(currentCustomer()) +
                         u" and date=#" + toSqlDate(ui->dtdate->Value()) + u"#",
                     *cnnMain);
         if (action.Eof()) {
-            ui->txtDescription->clear();
-            toShowStatusOf(false);
-            ui->dttargetDate->setValue(forms::today());
+            showNone();
             return;
         }
         ui->dtdate->setValue(action["Date"].Value().toDate());
-        ui->dttargetDate->setValue(action["targetdate"].Value().toDate());
+        ui->dttargetDate->setValue(dateOrToday(action["targetdate"].Value().toDate()));
         ui->txtDescription->setText(action["Action"].Text());
         toShowStatusOf(action["Status"].Value().toBool());
     });
+    if (!read)
+        showNone(); // else a save would store another customer's action
 }
 
 void frmImprovementPlan::toupdateStatus() {

@@ -72,7 +72,7 @@ void frmSelectSurvey::cmbCustomer_Click() {
 }
 
 void frmSelectSurvey::toFillRespondentList() {
-    guarded({.form = this}, [this] {
+    const bool filled = guarded({.form = this}, [this] {
         toReconnect();
         ado::Recordset custresp;
         custresp.Open(u"select * from custresp where custname='"_s + ui->cmbCustomer->Text() + u"'",
@@ -83,6 +83,8 @@ void frmSelectSurvey::toFillRespondentList() {
         if (ui->lstRespondent->ListCount() > 0)
             ui->lstRespondent->setListIndex(0);
     });
+    if (!filled)
+        ui->lstRespondent->Clear(); // else another customer's respondents would stay
 }
 
 bool frmSelectSurvey::toIsSurveyNew(const QDate& date, const QString& customer, const QString& respondent) {

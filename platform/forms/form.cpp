@@ -167,7 +167,8 @@ bool Form::eventFilter(QObject* watched, QEvent* event) {
     if (!isKey || unloading || !watched->isWidgetType())
         return false;
     auto* target = static_cast<QWidget*>(watched);
-    if (target != this && !isAncestorOf(target))
+    const bool inside = target == this || isAncestorOf(target);
+    if (!inside && !isInFrontOf(target))
         return false;
     auto* key = static_cast<QKeyEvent*>(event);
     if (event->type() == QEvent::ShortcutOverride)
@@ -178,7 +179,17 @@ bool Form::eventFilter(QObject* watched, QEvent* event) {
         button->click();
         return true;
     }
-    return onKeyDown(key->key());
+    return inside && onKeyDown(key->key());
+}
+
+/// Whether the form is in front while a key goes to the main window itself. Its access keys are pressed at
+/// once then, too: Qt would press the button a tenth of a second later, when another row may be at hand.
+bool Form::isInFrontOf(const QWidget* target) const {
+    if (!subWindow || target->window() != window() || subWindow->mdiArea()->activeSubWindow() != subWindow)
+        return false;
+    while (target && target != subWindow && !qobject_cast<const QMdiSubWindow*>(target))
+        target = target->parentWidget();
+    return !target || target == subWindow;
 }
 
 /// Which of a control, a button of this form and the main window's menus a key belongs to: an access key of

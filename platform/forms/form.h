@@ -73,6 +73,7 @@ protected:
 
 private:
     bool claimShortcut(QKeyEvent* event);
+    bool isInFrontOf(const QWidget* target) const;
     QAbstractButton* buttonOf(const QKeyEvent* event, QWidget* target) const;
     QWidget* frame() const;
     QRect area() const;

@@ -396,7 +396,7 @@ QString Oracle::faultOfActions(const QWidget& form, const Owner& shown) const {
             return entry.first.startsWith(u"actionplan|") && shown.customers.contains(entry.second[1]) &&
                    entry.second[2] == list->Text(row, 1);
         });
-        if (!stored && !mayBeUnread)
+        if (!stored)
             return u"frmImprovementPlan lists an action of %1 that the chosen customer does not have"_s.arg(
                 list->Text(row, 1));
     }

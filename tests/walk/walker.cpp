@@ -353,6 +353,8 @@ void Walker::press() {
         held = Qt::AltModifier; // an access key
     if (key == Qt::Key_Q && (held & Qt::ControlModifier) && !oneIn(10))
         return; // the end of the program, now and then
+    if ((held & Qt::AltModifier) && qobject_cast<QMenu*>(target))
+        return; // Alt alone closes the menu, and the key would then be for what has the focus
     tell(u"key %1 modifiers %2 to %3"_s.arg(QKeySequence(key).toString())
              .arg(int(held), 0, 16)
              .arg(nameOf(target)));
