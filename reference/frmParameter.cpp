@@ -248,7 +248,7 @@ QString frmParameter::toSaveQuestionRow(int row) {
     const forms::MSHFlexGrid* grid = ui->grdQuestionDtls;
     const QString typed = grid->TextMatrix(row, 1);
     const QString text = toStoredText(typed);
-    const QString questionid = grid->TextMatrix(row, questionidColumn);
+    QString questionid = grid->TextMatrix(row, questionidColumn);
     const QString byText =
         u"select * from questions where question='"_s + text + u"' and Paramid=" + currentParamID();
     // A stored question whose text has gained an apostrophe is looked up by that text, and so is not found.
