@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/MDIMain.h"
+#include "core/failure.h"
 #include "core/frmSplash.h"
 #include "core/gblGlobal.h"
 #include "core/storecheck.h"
+#include "platform/desktop/application.h"
 #include "platform/desktop/helpwindow.h"
 #include "platform/desktop/opener.h"
 #include "platform/excel/application.h"
 #include "platform/forms/msgbox.h"
 
-#include <QApplication>
 #include <QFile>
 #include <QFileInfo>
 
@@ -42,7 +43,8 @@ void toShowWorkbook(const QString& path) {
 } // namespace
 
 int Main(int argc, char** argv) {
-    QApplication application(argc, argv);
+    const desktop::Application application(argc, argv);
+    desktop::uncaughtHook = toShowUncaught;
     QApplication::setApplicationName(u"gaugewell"_s);
     QApplication::setDesktopFileName(u"gaugewell"_s);
     forms::applicationTitle = u"Gaugewell"_s;

@@ -70,6 +70,7 @@ protected:
     static QStringList heard(const std::function<void()>& work) {
         QStringList result;
         const auto old = std::exchange(forms::messageSeat, [&](const forms::Message& message) {
+            expectNoTransaction();
             result << message.text;
             if (message.text == exported)
                 return forms::Answer::No;

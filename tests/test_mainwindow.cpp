@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The start, the main window with its help, and the end.
 #include "core/MDIMain.h"
+#include "core/failure.h"
 #include "core/frmAboutUs.h"
 #include "core/frmSplash.h"
+#include "core/transaction.h"
 #include "feedback/frmFeedBackObj.h"
 #include "platform/ado/datasources.h"
 #include "platform/desktop/helpwindow.h"
@@ -144,6 +146,58 @@ TEST_F(MainWindowTest, aShortcutGoesBeforeTheEditingKeysOfATextBox) {
     QAction command(&MDIMain::instance());
     command.setShortcut(QKeySequence(Qt::CTRL | Qt::Key_A));
     EXPECT_FALSE(boxTakesSelectAll());
+}
+
+/// Runs a step as the handler of an event, whoever delivers it.
+struct Step : QObject {
+    explicit Step(std::function<void()> toRun) : run(std::move(toRun)) {}
+    bool event(QEvent* happened) override {
+        if (happened->type() == QEvent::User)
+            run();
+        return QObject::event(happened);
+    }
+    void deliver() {
+        QEvent happened(QEvent::User);
+        QCoreApplication::sendEvent(this, &happened);
+    }
+    std::function<void()> run;
+};
+
+TEST_F(MainWindowTest, aFailureThatLeavesAHandlerIsShownAndTheProgramLivesOn) {
+    Step fails([] {
+        frmCustomer::instance().setMousePointer(forms::Hourglass);
+        MDIMain::instance().setMousePointer(forms::Hourglass);
+        toShowStatus(u"Opening Form..."_s);
+        throw std::out_of_range("8");
+    });
+    const auto expectShown = [&] { messages.expect(u"Subscript out of range"_s, forms::style::critical); };
+    expectShown();
+    fails.deliver();
+    expectAtRest();
+    Step nested([&] { // within an event loop of a handler, as a dialog's
+        QEventLoop loop;
+        QTimer::singleShot(0, &loop, [&] { fails.run(); });
+        QTimer::singleShot(20, &loop, &QEventLoop::quit);
+        loop.exec();
+        run(u"delete * from customer where custid=0"_s); // and goes on
+    });
+    expectShown();
+    nested.deliver();
+    expectAtRest();
+    Step holder([&] { // the store's lock ends before it is told
+        const Transaction transaction;
+        fails.deliver();
+        ADD_FAILURE() << "the holder has not been told";
+    });
+    expectShown();
+    holder.deliver();
+    expectAtRest();
+    const auto told = std::exchange(forms::messageSeat, [&](const forms::Message&) {
+        fails.deliver(); // the window behind the message fails again
+        return Answer::Ok;
+    });
+    fails.deliver();
+    forms::messageSeat = told;
 }
 
 TEST_F(MainWindowTest, itsSizePlaceAndMaximisedStateComeBackAndNeverOutOfSight) {
