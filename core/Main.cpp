@@ -3,6 +3,7 @@
 #include "core/failure.h"
 #include "core/frmSplash.h"
 #include "core/gblGlobal.h"
+#include "core/onehome.h"
 #include "core/storecheck.h"
 #include "platform/desktop/application.h"
 #include "platform/desktop/helpwindow.h"
@@ -10,22 +11,11 @@
 #include "platform/excel/application.h"
 #include "platform/forms/msgbox.h"
 
-#include <QFile>
 #include <QFileInfo>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QString toReadCompanyName() {
-    QFile file(homeDirectory() + u"/company.txt");
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    QString line = QString::fromUtf8(file.readLine()).trimmed();
-    if (line.startsWith(QChar::ByteOrderMark))
-        line.remove(0, 1);
-    return line;
-}
 
 void toShowHelp(const forms::CommonDialog& dialog) {
     constexpr int contents = 11;
@@ -59,14 +49,22 @@ int Main(int argc, char** argv) {
 
     if (const QString home = qEnvironmentVariable("GAUGEWELL_HOME"); !home.isEmpty())
         setHomeDirectory(QFileInfo(home).absoluteFilePath());
+    desktop::FolderClaim claim(homeDirectory());
+    if (!toClaimHome(claim))
+        return 0;
     strCompanyName = toReadCompanyName();
     if (!toCreateDSN(u"gwl"_s, strDatabasePath))
         return 0;
-    if (!toCheckStore(strDatabasePath))
+    const StoreState state = toCheckStore(strDatabasePath);
+    if (state == StoreState::Newer)
         return 1;
     toOpenConnection();
     frmSplash::instance().ShowModal();
+    std::unique_ptr<StoreInspection> inspection;
+    if (MDIMain::isShown() && state == StoreState::Good)
+        inspection = std::make_unique<StoreInspection>(strDatabasePath);
     const int result = MDIMain::isShown() ? QApplication::exec() : 0;
+    inspection.reset();
     MDIMain::destroy();
     cnnMain.reset();
     return result;
