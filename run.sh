@@ -31,10 +31,14 @@ echo "There is no display. Starting on a virtual one."
 tools/packages.sh display
 number=${GAUGEWELL_DISPLAY:-99}
 Xvfb ":$number" -screen 0 1280x800x24 -nolisten tcp >/dev/null 2>&1 &
-trap 'kill $(jobs -p) 2>/dev/null' EXIT
+secret=$(mktemp -d) # its owner alone enters
+trap 'kill $(jobs -p) 2>/dev/null; rm -rf "$secret"' EXIT
 export DISPLAY=":$number"
 for _ in $(seq 50); do [ -S "/tmp/.X11-unix/X$number" ] && break; sleep 0.1; done
 openbox >/dev/null 2>&1 &
-x11vnc -display "$DISPLAY" -localhost -forever -nopw -quiet >/dev/null 2>&1 &
-echo "Look at it with a VNC viewer at 127.0.0.1:5900 (this machine only). Quit the program with Ctrl+Q to end."
+password=$(od -An -N4 -tx1 /dev/urandom | tr -d ' \n') # of VNC: 8 characters at most
+echo "$password" >"$secret/password"
+x11vnc -display "$DISPLAY" -localhost -forever -passwdfile "$secret/password" -quiet >/dev/null 2>&1 &
+echo "Look at it with a VNC viewer at 127.0.0.1:5900 (this machine only); the password is $password"
+echo "Quit the program with Ctrl+Q to end."
 "$home/gaugewell"

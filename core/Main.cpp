@@ -1,30 +1,21 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/MDIMain.h"
+#include "core/failure.h"
 #include "core/frmSplash.h"
 #include "core/gblGlobal.h"
+#include "core/onehome.h"
 #include "core/storecheck.h"
+#include "platform/desktop/application.h"
 #include "platform/desktop/helpwindow.h"
 #include "platform/desktop/opener.h"
 #include "platform/excel/application.h"
 #include "platform/forms/msgbox.h"
 
-#include <QApplication>
-#include <QFile>
 #include <QFileInfo>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QString toReadCompanyName() {
-    QFile file(homeDirectory() + u"/company.txt");
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    QString line = QString::fromUtf8(file.readLine()).trimmed();
-    if (line.startsWith(QChar::ByteOrderMark))
-        line.remove(0, 1);
-    return line;
-}
 
 void toShowHelp(const forms::CommonDialog& dialog) {
     constexpr int contents = 11;
@@ -42,7 +33,8 @@ void toShowWorkbook(const QString& path) {
 } // namespace
 
 int Main(int argc, char** argv) {
-    QApplication application(argc, argv);
+    const desktop::Application application(argc, argv);
+    desktop::uncaughtHook = toShowUncaught;
     QApplication::setApplicationName(u"gaugewell"_s);
     QApplication::setDesktopFileName(u"gaugewell"_s);
     forms::applicationTitle = u"Gaugewell"_s;
@@ -57,14 +49,22 @@ int Main(int argc, char** argv) {
 
     if (const QString home = qEnvironmentVariable("GAUGEWELL_HOME"); !home.isEmpty())
         setHomeDirectory(QFileInfo(home).absoluteFilePath());
+    desktop::FolderClaim claim(homeDirectory());
+    if (!toClaimHome(claim))
+        return 0;
     strCompanyName = toReadCompanyName();
     if (!toCreateDSN(u"gwl"_s, strDatabasePath))
         return 0;
-    if (!toCheckStore(strDatabasePath))
+    const StoreState state = toCheckStore(strDatabasePath);
+    if (state == StoreState::Newer)
         return 1;
     toOpenConnection();
     frmSplash::instance().ShowModal();
+    std::unique_ptr<StoreInspection> inspection;
+    if (MDIMain::isShown() && state == StoreState::Good)
+        inspection = std::make_unique<StoreInspection>(strDatabasePath);
     const int result = MDIMain::isShown() ? QApplication::exec() : 0;
+    inspection.reset();
     MDIMain::destroy();
     cnnMain.reset();
     return result;

@@ -3,6 +3,7 @@
 
 #include "core/MDIMain.h"
 #include "core/gblGlobal.h"
+#include "platform/desktop/ownerfile.h"
 #include "platform/forms/clock.h"
 #include "platform/forms/screen.h"
 
@@ -55,14 +56,22 @@ void dropOldCopies(const QDir& folder) {
         QFile::remove(folder.filePath(part));
 }
 
+/// Without customers and parameters nothing that a form shows can be lost; a copy would push out a better
+/// one.
+bool isEmptyStore() {
+    ado::Recordset any;
+    any.Open(u"select 1 from customer union all select 1 from parameter limit 1"_s, *cnnMain);
+    return any.Eof();
+}
+
 } // namespace
 
 void toBackupBeforeLoss() {
-    if (copied)
+    if (copied || isEmptyStore())
         return;
     const HourglassWhile copying;
     const QDir folder = backupFolder(strDatabasePath);
-    folder.mkpath(u"."_s);
+    desktop::makeOwnersFolder(folder.path());
     const QStringList copies = copiesIn(folder);
     const int number = copies.isEmpty() ? 1 : numberOf(copies.last()) + 1;
     const QString stamp = forms::nowSeat().toString(u"yyyy-MM-dd-HHmmss");

@@ -8,6 +8,8 @@
 #include "platform/forms/form.h"
 #include "platform/forms/msgbox.h"
 
+#include <QApplication>
+
 #include <stdexcept>
 
 using namespace Qt::StringLiterals;
@@ -37,6 +39,25 @@ ado::Error errorOf(const std::exception& failure) {
     if (const auto* report = dynamic_cast<const crystal::ReportError*>(&failure))
         return {crystal::ReportError::Number, report->text()};
     return {otherFailure, QString::fromUtf8(failure.what())};
+}
+
+QString descriptionOf(const std::exception_ptr& thrown) {
+    try {
+        std::rethrow_exception(thrown);
+    } catch (const std::exception& failure) {
+        return errorOf(failure).Description;
+    }
+}
+
+void toRest() {
+    for (QWidget* widget : QApplication::allWidgets()) {
+        if (auto* form = qobject_cast<forms::Form*>(widget))
+            form->setMousePointer(forms::DefaultPointer);
+    }
+    if (!MDIMain::isShown())
+        return;
+    MDIMain::instance().setMousePointer(forms::DefaultPointer);
+    toShowStatus({});
 }
 
 } // namespace
@@ -91,4 +112,18 @@ bool guardedWithDescription(const std::function<void()>& procedure) {
             forms::msgBox(errorOf(failure).Description);
         return false;
     }
+}
+
+void toShowUncaught(const std::exception_ptr& uncaught) {
+    if (Transaction::isOpen())
+        std::rethrow_exception(uncaught);
+    static bool isShowing = false;
+    if (isShowing)
+        return;
+    toRest();
+    if (cnnMain)
+        cnnMain->Errors().Clear(); // this message tells it
+    isShowing = true;
+    forms::msgBox(descriptionOf(uncaught), forms::style::critical);
+    isShowing = false;
 }

@@ -3,6 +3,7 @@
 
 #include <QString>
 
+#include <exception>
 #include <functional>
 #include <stdexcept>
 
@@ -38,3 +39,8 @@ bool guardedWithNumber(const QString& separator, const std::function<void()>& pr
 /// Runs a procedure that drives workbooks, dialogs or mail: the failure that ends it is shown by its own
 /// description; the store's are shown as guarded shows them. Returns true when the procedure ran to its end.
 bool guardedWithDescription(const std::function<void()>& procedure);
+
+/// What becomes of an exception that left an event handler: the pointers and the status word go back to rest
+/// and the failure is shown by its description. While a transaction is open it is thrown on, to the holder.
+/// A failure that comes while another is on show is not shown: it is mostly the same one, of a repainting.
+void toShowUncaught(const std::exception_ptr& uncaught);

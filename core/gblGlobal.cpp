@@ -4,11 +4,13 @@
 #include "core/MDIMain.h"
 #include "core/failure.h"
 #include "platform/ado/datasources.h"
+#include "platform/desktop/ownerfile.h"
 #include "platform/forms/form.h"
 #include "platform/forms/msgbox.h"
 
 #include <QCoreApplication>
 #include <QFile>
+#include <QFileInfo>
 
 #include <cmath>
 
@@ -42,10 +44,23 @@ bool writeDataSource(const QString& dataSourceName, const QString& databasePath)
 
 } // namespace
 
+QString toReadCompanyName() {
+    constexpr qint64 longestLine = 1024; // bytes: 255 characters of up to 4
+    constexpr qsizetype longestName = 255;
+    QFile file(homeDirectory() + u"/company.txt");
+    if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly)) // a pipe would keep the start waiting
+        return {};
+    QString line = QString::fromUtf8(file.readLine(longestLine)).trimmed();
+    if (line.startsWith(QChar::ByteOrderMark))
+        line.remove(0, 1);
+    return line.left(longestName);
+}
+
 bool toCreateDSN(const QString& dataSourceName, QString& databasePath) {
     const QString beside = homeDirectory() + u"/Tallywell.mdb"_s;
     if (QFile::exists(beside)) {
         databasePath = beside;
+        desktop::keepToOwner(beside);
         // When this fails the connection that follows tells it.
         writeDataSource(dataSourceName, databasePath);
         return true;

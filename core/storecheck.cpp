@@ -5,6 +5,9 @@
 #include "core/gblGlobal.h"
 #include "platform/forms/msgbox.h"
 
+#include <QThread>
+#include <QTimer>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -17,13 +20,36 @@ constexpr int damaged = 11;
 constexpr int noDatabase = 26;
 
 /// The tables and saved queries that statements and reports name.
-constexpr const char16_t* neededTables[] = {
-    u"customer",        u"respondent",        u"parameter",           u"questions", u"survey",
-    u"responquesindex", u"feedbackobjective", u"feedbackdescriptive", u"log",       u"actionplan",
-    u"standardmessage", u"setting",           u"reportlinktable",     u"report",    u"reporttable",
-    u"linetable",       u"surveydateorder",   u"scattertable",        u"search",    u"custresp",
-    u"param",           u"responquery",       u"existingsurvey",      u"objquery",  u"descquery",
-    u"scatterqry",      u"scatter",           u"searchobjective",     u"action"};
+constexpr const char16_t* neededTables[] = {u"customer",
+                                            u"respondent",
+                                            u"parameter",
+                                            u"questions",
+                                            u"survey",
+                                            u"responquesindex",
+                                            u"feedbackobjective",
+                                            u"feedbackdescriptive",
+                                            u"log",
+                                            u"actionplan",
+                                            u"standardmessage",
+                                            u"setting",
+                                            u"reportlinktable",
+                                            u"report",
+                                            u"reporttable",
+                                            u"linetable",
+                                            u"surveydateorder",
+                                            u"scattertable",
+                                            u"search",
+                                            u"copydetails",
+                                            u"mscharttry",
+                                            u"custresp",
+                                            u"param",
+                                            u"responquery",
+                                            u"existingsurvey",
+                                            u"objquery",
+                                            u"descquery",
+                                            u"scatterqry",
+                                            u"scatter",
+                                            u"action"};
 
 QStringList missingTables(ado::Connection& store) {
     ado::Recordset records;
@@ -64,18 +90,45 @@ QString toFindFault(const QString& newer) {
     return {};
 }
 
-} // namespace
-
-bool toCheckStore(const QString& databasePath) {
-    const QString newer = u"was made by a newer version of this program and needs that version."_s;
-    const QString fault = toFindFault(newer);
-    if (fault.isEmpty())
-        return true;
+void toTellFault(const QString& databasePath, const QString& fault) {
     QString text = u"The file '"_s + databasePath + u"' " + fault;
     const QStringList copies = toListBackups(databasePath);
     if (!copies.isEmpty())
         text += u"\r\n\r\nTo go back to a copy of it, put one of these in its place, the newest first:\r\n" +
                 copies.join(u"\r\n"_s);
     forms::msgBox(text, forms::style::critical);
-    return fault != newer;
+}
+
+} // namespace
+
+StoreState toCheckStore(const QString& databasePath) {
+    const QString newer = u"was made by a newer version of this program and needs that version."_s;
+    const QString fault = toFindFault(newer);
+    if (fault.isEmpty())
+        return StoreState::Good;
+    toTellFault(databasePath, fault);
+    return fault == newer ? StoreState::Newer : StoreState::Faulty;
+}
+
+StoreInspection::StoreInspection(const QString& databasePath)
+    : path(databasePath), check(databasePath),
+      thread(QThread::create([this] { damaged = check.findsDamage(); })) {
+    connect(thread.get(), &QThread::finished, this, [this] {
+        if (damaged)
+            tell();
+    });
+    thread->start(QThread::LowPriority);
+}
+
+StoreInspection::~StoreInspection() {
+    check.stop();
+    thread->wait();
+}
+
+void StoreInspection::tell() {
+    constexpr int shortWhile = 200; // milliseconds
+    if (cnnMain && cnnMain->InTransaction())
+        QTimer::singleShot(shortWhile, this, &StoreInspection::tell);
+    else
+        toTellFault(path, u"is damaged inside: what is saved now can be lost."_s);
 }

@@ -263,6 +263,7 @@ CROSS JOIN feedbackdescriptive ON feedbackdescriptive.respondentid = respondent.
 CROSS JOIN questions ON questions.questionid = feedbackdescriptive.questionid
 CROSS JOIN parameter ON parameter.paramid = questions.paramid;
 
+-- Answers to questions that are Score questions now: one that has become descriptive shows nowhere else either.
 -- This one is asked for one parameter of one customer, so it goes by the parameter's questions and not by all
 -- answers of the date.
 CREATE VIEW scatterqry AS
@@ -273,13 +274,18 @@ CROSS JOIN parameter
 CROSS JOIN respondent ON respondent.custid = customer.custid
 CROSS JOIN questions ON questions.paramid = parameter.paramid
 CROSS JOIN feedbackobjective ON feedbackobjective.respondentid = respondent.respondentid
-                            AND feedbackobjective.questionid = questions.questionid;
+                            AND feedbackobjective.questionid = questions.questionid
+WHERE questions.Type <> 0;
 
 CREATE VIEW scatter AS
-SELECT custname, parametername, surveydate AS sdate, weightage, score FROM objquery;
-
-CREATE VIEW searchobjective AS
-SELECT surveydate AS sdate, custname, question AS "desc", respondentid FROM objquery;
+SELECT customer.custname, parameter.parametername, feedbackobjective.surveydate AS sdate,
+       feedbackobjective.weightage, feedbackobjective.score
+FROM customer
+CROSS JOIN respondent ON respondent.custid = customer.custid
+CROSS JOIN feedbackobjective ON feedbackobjective.respondentid = respondent.respondentid
+CROSS JOIN questions ON questions.questionid = feedbackobjective.questionid
+CROSS JOIN parameter ON parameter.paramid = questions.paramid
+WHERE questions.Type <> 0;
 
 CREATE VIEW "action" AS
 SELECT actionplan.actionid, actionplan.customerid, customer.custname, actionplan."Date", actionplan."Action",

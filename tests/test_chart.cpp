@@ -104,6 +104,10 @@ TEST_F(ChartTest, pickingByKeys) {
     fill({{5}});
     QTest::keyClick(&shown, Qt::Key_Return);
     EXPECT_EQ(picked.size(), 4u) << "a point of the data before";
+    shown.tipText = [](int series, int) -> QString { throw std::out_of_range(std::to_string(series)); };
+    fill({{0, 0}});
+    press({Qt::Key_Right, Qt::Key_Down, Qt::Key_Left});
+    EXPECT_EQ(picked.size(), 4u) << "no point, no move";
 }
 
 TEST_F(ChartTest, labelsBelongToTheCurrentRowAndColumn) {

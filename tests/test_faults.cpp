@@ -70,6 +70,7 @@ protected:
     static QStringList heard(const std::function<void()>& work) {
         QStringList result;
         const auto old = std::exchange(forms::messageSeat, [&](const forms::Message& message) {
+            expectNoTransaction();
             result << message.text;
             if (message.text == exported)
                 return forms::Answer::No;
@@ -226,12 +227,18 @@ TEST_F(FaultsTest, aStoreInUseIsToldAfterAWaitAndTheSameCommandWorksLater) {
 }
 
 TEST_F(FaultsTest, aStoreThatCannotBeWorkedWithIsToldAtTheStartAndANewerOneRefused) {
-    const auto refused = [] { return heard([] { EXPECT_FALSE(toCheckStore(strDatabasePath)); }).value(0); };
-    const auto told = [] { return heard([] { EXPECT_TRUE(toCheckStore(strDatabasePath)); }).value(0); };
+    const auto refused = [] {
+        return heard([] { EXPECT_EQ(toCheckStore(strDatabasePath), StoreState::Newer); }).value(0);
+    };
+    const auto told = [] {
+        return heard([] { EXPECT_NE(toCheckStore(strDatabasePath), StoreState::Newer); }).value(0);
+    };
     const auto isGood = [&] { return told().isEmpty(); };
     const QString file = u"The file '"_s + strDatabasePath + u"' ";
     runRaw(u"pragma user_version = 0"_s);
+    runRaw(u"create view searchobjective as select custname from objquery"_s); // as an older store has it
     EXPECT_TRUE(isGood());
+    runRaw(u"drop view searchobjective"_s);
     runRaw(u"pragma user_version = 2"_s);
     EXPECT_EQ(refused(), file + u"was made by a newer version of this program and needs that version."_s);
     runRaw(u"pragma user_version = 1"_s);
@@ -254,8 +261,7 @@ TEST_F(FaultsTest, aStoreThatCannotBeWorkedWithIsToldAtTheStartAndANewerOneRefus
                               copies.join(u"\r\n"_s));
     }
     write(strDatabasePath, {}); // a store without any table
-    for (const QString& unused :
-         {u"copydetails"_s, u"mscharttry"_s, u"database_password"_s, u"sqlite_sequence"_s})
+    for (const QString& unused : {u"database_password"_s, u"sqlite_sequence"_s})
         EXPECT_TRUE(tables.removeOne(unused));
     QStringList named = told().section(u"It lacks: "_s, 1).section(u'.', 0, 0).split(u", "_s);
     tables.sort();
@@ -268,6 +274,84 @@ TEST_F(FaultsTest, aStoreThatCannotBeWorkedWithIsToldAtTheStartAndANewerOneRefus
     EXPECT_TRUE(isGood());
     QFile::remove(strDatabasePath);
     EXPECT_TRUE(isGood());
+}
+
+TEST_F(FaultsTest, damageInsideTheStoreIsToldBesideTheWorkAndGetsIntoNoCopy) {
+    showForms();
+    toBackupBeforeLoss();
+    toForgetBackup();
+    const QStringList copies = toListBackups(strDatabasePath);
+    QElapsedTimer watch;
+    watch.start();
+    ado::Connection writer;
+    writer.ConnectionString = toConnectionText();
+    writer.Open();
+    writer.session()->prepare({u"begin exclusive"_s, {}}).step();
+    EXPECT_FALSE(ado::QuickCheck(strDatabasePath).findsDamage());
+    EXPECT_LT(watch.elapsed(), 1500) << "waits for a writer, as one would for it";
+    writer.Close();
+
+    const qint64 size = value(u"pragma page_size"_s).toLongLong();
+    const qint64 page =
+        value(u"select rootpage from sqlite_master where name='standardmessage'"_s).toLongLong();
+    cnnMain->Close();
+    const QByteArray whole = contentOf(strDatabasePath);
+    write(strDatabasePath,
+          whole.first((page - 1) * size) + QByteArray(size, '\xA5') + whole.mid(page * size));
+    toOpenConnection();
+    EXPECT_EQ(toCheckStore(strDatabasePath), StoreState::Good) << "the start reads no rows";
+    ado::QuickCheck ended(strDatabasePath);
+    ended.stop();
+    EXPECT_FALSE(ended.findsDamage());
+    const QStringList told{u"The file '"_s + strDatabasePath +
+                           u"' is damaged inside: what is saved now can be lost.\r\n\r\nTo go back to a copy "
+                           "of it, put one of these in its place, the newest first:\r\n"_s +
+                           copies[0]};
+    QStringList shown = heard([] { const StoreInspection ends(strDatabasePath); });
+    shown += heard([] {
+        const StoreInspection inspection(strDatabasePath);
+        cnnMain->BeginTrans();
+        QTest::qWait(500); // no message while it is open
+        cnnMain->RollbackTrans();
+        QTest::qWait(500);
+    });
+    EXPECT_EQ(shown, told);
+    EXPECT_TRUE(heard(deleteRespondent)
+                    .value(0)
+                    .startsWith(u"Error : 11\r\nThe database is damaged, and so would be its copy '"_s));
+    EXPECT_EQ(value(u"select count(*) from respondent"_s), u"2"_s);
+    EXPECT_EQ(QDir(path("backup")).entryList(QDir::Files).size(), 1);
+}
+
+TEST_F(FaultsTest, aStoreThatIsGoneOrReplacedIsToldAsThat) {
+    showForms();
+    for (const bool replaced : {true, false}) {
+        ASSERT_TRUE(QFile::rename(strDatabasePath, path("away.mdb")));
+        EXPECT_EQ(replaced && QFile::copy(path("away.mdb"), strDatabasePath), replaced);
+        EXPECT_EQ(
+            heard(saveAnswers),
+            QStringList{u"Error : 8\r\nThe database file has been moved, deleted or replaced meanwhile. "
+                        "Close the program and start it again."_s});
+        QFile::remove(strDatabasePath);
+        ASSERT_TRUE(QFile::rename(path("away.mdb"), strDatabasePath));
+    }
+    EXPECT_EQ(heard(saveAnswers), QStringList());
+}
+
+TEST_F(FaultsTest, storeAndCopiesAreTheirOwnersAndAnEmptyStoreIsNotCopied) {
+    ASSERT_TRUE(QDir(home()).mkpath(u"backup"_s)); // as an older program has made it
+    toBackupBeforeLoss();
+    constexpr QFileDevice::Permissions ofOthers{0x0077};
+    for (const QString& file : QStringList{strDatabasePath, path("backup")} + toListBackups(strDatabasePath))
+        EXPECT_FALSE(QFile::permissions(file) & ofOthers) << file.toStdString();
+    for (const char* table : {"parameter", "customer"}) {
+        toForgetBackup();
+        toBackupBeforeLoss();
+        run(u"delete * from "_s + QLatin1StringView(table));
+    }
+    toForgetBackup();
+    toBackupBeforeLoss();
+    EXPECT_EQ(toListBackups(strDatabasePath).size(), 3);
 }
 
 QStringList changes; // table and rowid of each row that a statement changed

@@ -28,3 +28,21 @@ after=$(cat "$home/Tallywell.mdb" "$home/company.txt" "$home/template.xls" "$hom
 for file in scatter.rpt rptrating.rpt "GWL HELP 2.1.HLP" gettingstarted.pps; do
   cmp -s "$home/$file" "$(dirname "$0")/../home/$file" || fail "installing has kept a stale $file"
 done
+
+# One program a home: a second start ends and the first lives on; a lock that a killed one left does not hinder.
+used=$home
+home=$used/second
+install
+export GAUGEWELL_HOME=$home XDG_CONFIG_HOME=$used/config QT_QPA_PLATFORM=offscreen
+for round in first "after a kill"; do
+  "$home/gaugewell" 2>/dev/null &
+  first=$!
+  for _ in $(seq 100); do
+    [ "$(head -n 1 "$home/gaugewell.lock" 2>/dev/null)" = "$first" ] && break
+    sleep 0.1
+  done
+  timeout 30 "$home/gaugewell" 2>/dev/null || fail "the second start has not ended ($round)"
+  kill -9 "$first" 2>/dev/null || fail "the first program has ended ($round)"
+  wait "$first" 2>/dev/null || true
+done
+[ "$(stat -c %a "$home/Tallywell.mdb")" = 600 ] || fail "the store can be read by others"

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The start, the main window with its help, and the end.
 #include "core/MDIMain.h"
+#include "core/failure.h"
 #include "core/frmAboutUs.h"
 #include "core/frmSplash.h"
+#include "core/onehome.h"
+#include "core/transaction.h"
 #include "feedback/frmFeedBackObj.h"
 #include "platform/ado/datasources.h"
 #include "platform/desktop/helpwindow.h"
@@ -19,8 +22,10 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QSysInfo>
 #include <QTextBrowser>
 #include <QTimer>
+#include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
 using forms::Answer;
@@ -60,6 +65,81 @@ TEST_F(MainWindowTest, theStoreBesideTheProgramWinsAndWithoutItOneIsLocatedOrThe
     EXPECT_EQ(found, located);
     toOpenConnection();
     EXPECT_EQ(cnnMain->State(), 1);
+}
+
+TEST_F(MainWindowTest, aRunningProgramKeepsToItsStoreWhateverAnotherOneRegisters) {
+    const QString content = u"[gwl]\nDBQ=/nowhere/other.mdb\n"_s;
+    QFile registry(ado::dataSourceRegistry());
+    ASSERT_TRUE(registry.open(QIODevice::WriteOnly) && registry.write(content.toUtf8()) > 0);
+    registry.close();
+    cnnMain->Close();
+    toReconnect();
+    EXPECT_EQ(cnnMain->State(), 1);
+}
+
+TEST_F(MainWindowTest, theOrganisationsNameIsReadFromAFileAndOnlyItsFirstLine) {
+    const std::pair<QByteArray, QString> contents[] = {
+        {"\xEF\xBB\xBF Larkm\xC3\xB6r \r\nsecond", u"Larkmör"_s},
+        {QByteArray(100000, 'x'), QString(255, u'x')},
+        {"", {}}};
+    const QString file = path(u"company.txt"_s);
+    EXPECT_EQ(toReadCompanyName(), QString());
+    for (const auto& [content, name] : contents) {
+        QFile written(file);
+        ASSERT_TRUE(written.open(QIODevice::WriteOnly) && written.write(content) == content.size());
+        written.close();
+        EXPECT_EQ(toReadCompanyName(), name);
+    }
+    QFile::remove(file);
+    ASSERT_EQ(mkfifo(qPrintable(file), 0600), 0); // would be waited for
+    EXPECT_EQ(toReadCompanyName(), QString());
+    QFile::remove(file);
+    ASSERT_TRUE(QFile::link(u"/dev/zero"_s, file));
+    EXPECT_EQ(toReadCompanyName(), QString());
+}
+
+TEST_F(MainWindowTest, aSecondProgramInAHomeBringsTheFirstToTheFrontOrTellsWhereItRuns) {
+    const QString lock = path(u"gaugewell.lock"_s);
+    const auto starts = [&] {
+        desktop::FolderClaim claim(home());
+        return toClaimHome(claim);
+    };
+    const auto writeLock = [&](const QString& content) {
+        QFile::remove(lock);
+        QFile file(lock);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(content.toUtf8()) > 0);
+    };
+    {
+        desktop::FolderClaim first(home());
+        ASSERT_TRUE(toClaimHome(first));
+        MDIMain::instance().showMinimized();
+        EXPECT_FALSE(starts());
+        EXPECT_FALSE(MDIMain::instance().isMinimized());
+    }
+    EXPECT_TRUE(starts()) << "the first has ended";
+    const QString here = QSysInfo::machineHostName();
+    const QString where = u"Gaugewell already runs in the folder '"_s + home() + u"' on the computer '"_s;
+    writeLock(u"2147483646\ngaugewell\n"_s + here + u"\n\n\n");
+    EXPECT_TRUE(starts()) << "it has died";
+    {
+        QLockFile silent(lock);
+        ASSERT_TRUE(silent.tryLock(0));
+        messages.expect(where + here + u"' (process "_s +
+                            QString::number(QCoreApplication::applicationPid()) +
+                            u") and does not answer. End it there before you start it again.",
+                        forms::style::critical);
+        EXPECT_FALSE(starts());
+    }
+    for (const Answer answer : {Answer::No, Answer::Yes}) {
+        writeLock(u"1\ngaugewell\nelsewhere\nmachine\nboot\n"_s);
+        messages.expect(where +
+                            u"elsewhere'. Two programs in one folder can lose what the other one writes.\r\n"
+                            "Has it ended there, and is this one to start?"_s,
+                        forms::style::yesNo, {}, answer);
+        EXPECT_EQ(starts(), answer == Answer::Yes);
+    }
+    desktop::FolderClaim unwritable(path(u"none"_s)); // as a read-only medium
+    EXPECT_TRUE(toClaimHome(unwritable));
 }
 
 TEST_F(MainWindowTest, aRegistryThatCannotBeWrittenIsToldOnlyOfALocatedStore) {
@@ -144,6 +224,58 @@ TEST_F(MainWindowTest, aShortcutGoesBeforeTheEditingKeysOfATextBox) {
     QAction command(&MDIMain::instance());
     command.setShortcut(QKeySequence(Qt::CTRL | Qt::Key_A));
     EXPECT_FALSE(boxTakesSelectAll());
+}
+
+/// Runs a step as the handler of an event, whoever delivers it.
+struct Step : QObject {
+    explicit Step(std::function<void()> toRun) : run(std::move(toRun)) {}
+    bool event(QEvent* happened) override {
+        if (happened->type() == QEvent::User)
+            run();
+        return QObject::event(happened);
+    }
+    void deliver() {
+        QEvent happened(QEvent::User);
+        QCoreApplication::sendEvent(this, &happened);
+    }
+    std::function<void()> run;
+};
+
+TEST_F(MainWindowTest, aFailureThatLeavesAHandlerIsShownAndTheProgramLivesOn) {
+    Step fails([] {
+        frmCustomer::instance().setMousePointer(forms::Hourglass);
+        MDIMain::instance().setMousePointer(forms::Hourglass);
+        toShowStatus(u"Opening Form..."_s);
+        throw std::out_of_range("8");
+    });
+    const auto expectShown = [&] { messages.expect(u"Subscript out of range"_s, forms::style::critical); };
+    expectShown();
+    fails.deliver();
+    expectAtRest();
+    Step nested([&] { // within an event loop of a handler, as a dialog's
+        QEventLoop loop;
+        QTimer::singleShot(0, &loop, [&] { fails.run(); });
+        QTimer::singleShot(20, &loop, &QEventLoop::quit);
+        loop.exec();
+        run(u"delete * from customer where custid=0"_s); // and goes on
+    });
+    expectShown();
+    nested.deliver();
+    expectAtRest();
+    Step holder([&] { // the store's lock ends before it is told
+        const Transaction transaction;
+        fails.deliver();
+        ADD_FAILURE() << "the holder has not been told";
+    });
+    expectShown();
+    holder.deliver();
+    expectAtRest();
+    const auto told = std::exchange(forms::messageSeat, [&](const forms::Message&) {
+        fails.deliver(); // the window behind the message fails again
+        return Answer::Ok;
+    });
+    fails.deliver();
+    forms::messageSeat = told;
 }
 
 TEST_F(MainWindowTest, itsSizePlaceAndMaximisedStateComeBackAndNeverOutOfSight) {

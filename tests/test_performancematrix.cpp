@@ -168,6 +168,13 @@ TEST_F(PerformanceMatrixTest, ninthCoincidenceEndsInSilence) {
     EXPECT_EQ(gridRows().size(), 10);
     for (int i = 0; i < 12; ++i) // the points that are left of the other date have no figures
         QTest::keyClick(drawn, Qt::Key_Right);
+    frmPerformanceMatrix::unload();
+    form().Show();
+    drawn = control<chart::MSChart>(form(), "mschart");
+    clickDate(0);
+    ASSERT_TRUE(expanded());
+    for (const Qt::Key key : {Qt::Key_Right, Qt::Key_Down, Qt::Key_Return}) // there is nothing to reach
+        keyOn(form(), "mschart", key);
 }
 
 TEST_F(PerformanceMatrixTest, theReportHasAFinePictureAndTellsWhatIsMissing) {

@@ -3,7 +3,9 @@
 
 #include "platform/ado/datasources.h"
 #include "platform/ado/password.h"
+#include "platform/ado/quickcheck.h"
 #include "platform/ado/session.h"
+#include "platform/ado/store.h"
 
 #include <QFile>
 
@@ -102,7 +104,7 @@ void Connection::BackupTo(const QString& path) {
     const QString beside = path + u".part";
     QFile::remove(beside);
     sqlite3* target = nullptr;
-    int code = sqlite3_open(beside.toUtf8().constData(), &target);
+    int code = makeOwnersFile(beside) ? sqlite3_open(beside.toUtf8().constData(), &target) : SQLITE_CANTOPEN;
     if (code == SQLITE_OK) {
         sqlite3_backup* copy = sqlite3_backup_init(target, "main", open->handle(), "main");
         if (copy) {
@@ -112,6 +114,11 @@ void Connection::BackupTo(const QString& path) {
         code = sqlite3_errcode(target);
     }
     sqlite3_close(target);
+    if (code == SQLITE_OK && QuickCheck(beside).findsDamage()) {
+        QFile::remove(beside);
+        open->fail({SQLITE_CORRUPT, u"The database is damaged, and so would be its copy '"_s + path +
+                                        u"'. Nothing has been changed."});
+    }
     const bool copied =
         code == SQLITE_OK && (!QFile::exists(path) || QFile::remove(path)) && QFile::rename(beside, path);
     if (copied)

@@ -47,7 +47,8 @@ public:
     bool InTransaction() const;
 
     /// Copies the whole database, as it stands committed, into a file of that path; an older one there is
-    /// replaced only when the copy is whole.
+    /// replaced only when the copy is whole and a check has found no damage in it. Its owner alone can read
+    /// it.
     void BackupTo(const QString& path);
 
     const std::shared_ptr<Session>& session() const { return open; }

@@ -3,7 +3,6 @@
 
 #include <QHash>
 #include <QMap>
-#include <QSet>
 #include <QSettings>
 #include <QStandardPaths>
 
@@ -18,8 +17,9 @@ QString dataSourceRegistry() {
 
 namespace {
 
-/// Sources that could not be written in this run: an older entry of that name would lead to another file.
-QSet<QString> unwritten;
+/// The sources that this run has written, or failed to write: then without a path. The registry's own entry
+/// can be an older one, or one that another program has written since: it would lead to another file.
+QHash<QString, QString> ownSources;
 
 QMap<QString, QString> entryOf(QSettings& registry, const QString& name) {
     QMap<QString, QString> entry;
@@ -50,16 +50,13 @@ int SQLConfigDataSource(int request, const QString& driver, const QString& attri
         registry.sync();
         stands = registry.status() == QSettings::NoError;
     }
-    if (stands)
-        unwritten.remove(name);
-    else
-        unwritten.insert(name);
+    ownSources.insert(name, stands ? values.value(u"DBQ"_s) : QString());
     return stands ? 1 : 0;
 }
 
 QString dataSourcePath(const QString& name) {
-    if (unwritten.contains(name))
-        return {};
+    if (ownSources.contains(name))
+        return ownSources.value(name);
     const QSettings registry(dataSourceRegistry(), QSettings::IniFormat);
     return registry.value(name + u"/DBQ").toString();
 }

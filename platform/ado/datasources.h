@@ -11,7 +11,8 @@ namespace ado {
 /// when it is not: then the name leads nowhere, since an older entry would lead to another file.
 int SQLConfigDataSource(int request, const QString& driver, const QString& attributes);
 
-/// The database file of a data source; empty when there is none of that name.
+/// The database file of a data source; empty when there is none of that name. What this program has written
+/// holds for it to its end, whatever another one writes under that name.
 QString dataSourcePath(const QString& name);
 
 /// Where the registry lies.

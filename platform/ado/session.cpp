@@ -19,6 +19,9 @@ constexpr std::size_t mostKept = 64;
 
 /// A sentence for the failures that a user can meet, else SQLite's own words.
 QString describe(int code, const QString& words) {
+    if (code == SQLITE_READONLY_DBMOVED)
+        return u"The database file has been moved, deleted or replaced meanwhile. Close the program and "
+               u"start it again."_s;
     switch (code & 0xFF) {
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
@@ -154,6 +157,8 @@ void Session::open(const QString& path, Access access) {
     sqlite3_db_config(database, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
     if (const int registered = registerTextRules(database))
         fail(registered);
+    if (access == Access::ReadWrite) // what is deleted is overwritten
+        sqlite3_exec(database, "pragma secure_delete = on", nullptr, nullptr, nullptr);
 }
 
 void Session::close() {
@@ -176,7 +181,10 @@ void Session::fail(const Error& error) {
 }
 
 void Session::fail(int resultCode) {
-    fail({resultCode & 0xFF, describe(resultCode, QString::fromUtf8(sqlite3_errmsg(database)))});
+    // The extended code is that of the last call, which failed with this one.
+    const int extended = sqlite3_extended_errcode(database);
+    const int exact = (extended & 0xFF) == (resultCode & 0xFF) ? extended : resultCode;
+    fail({resultCode & 0xFF, describe(exact, QString::fromUtf8(sqlite3_errmsg(database)))});
 }
 
 Prepared Session::prepare(const Statement& statement) {

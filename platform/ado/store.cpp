@@ -34,11 +34,15 @@ void runScript(Session& session, const QByteArray& script) {
 
 } // namespace
 
+bool makeOwnersFile(const QString& path) {
+    return QFile(path).open(QIODevice::WriteOnly, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+}
+
 void createStore(const QString& path, const QByteArray& script, const QString& password) {
     const QString beside = path + u".part";
     QFile::remove(beside);
     const auto session = std::make_shared<Session>();
-    if (QFile file(beside); !file.open(QIODevice::WriteOnly))
+    if (!makeOwnersFile(beside))
         session->fail({SQLITE_CANTOPEN, u"'"_s + beside + u"' cannot be written."});
     session->open(beside);
     runScript(*session, script);

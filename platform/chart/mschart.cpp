@@ -248,10 +248,10 @@ MSChart::Point MSChart::nextSeries(Point from, int direction) const {
 }
 
 void MSChart::moveTo(const Point& point) {
-    current = point;
+    current = exists(point) ? point : Point{}; // where a search found none it ends where it began
     if (current && hasFocus()) {
-        view->mark(coordinates(point));
-        setAccessibleDescription(tipOf(point));
+        view->mark(coordinates(current));
+        setAccessibleDescription(tipOf(current));
     } else {
         view->mark(std::nullopt);
         setAccessibleDescription({});

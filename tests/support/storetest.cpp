@@ -3,6 +3,9 @@
 
 #include "core/MDIMain.h"
 #include "core/backup.h"
+#include "core/failure.h"
+#include "core/transaction.h"
+#include "platform/desktop/application.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -14,9 +17,15 @@
 
 using namespace Qt::StringLiterals;
 
+void expectNoTransaction() {
+    EXPECT_FALSE(Transaction::isOpen() || (cnnMain && cnnMain->InTransaction()))
+        << "the store is locked while the user reads";
+}
+
 ExpectedMessages::ExpectedMessages() {
+    desktop::uncaughtHook = toShowUncaught;
     forms::messageSeat = [this](const forms::Message& message) {
-        EXPECT_FALSE(cnnMain && cnnMain->InTransaction()) << "the store is locked while the user reads";
+        expectNoTransaction();
         if (waiting.empty()) {
             ADD_FAILURE() << "unexpected message: " << message.text.toStdString();
             return forms::Answer::Cancel;

@@ -15,6 +15,9 @@ inline void PrintTo(const QString& text, std::ostream* out) {
     *out << '"' << text.toStdString() << '"';
 }
 
+/// While a message is shown no transaction may be open.
+void expectNoTransaction();
+
 /// The messages that a test waits for, in order. Any other message fails the test; so does one that never
 /// comes.
 class ExpectedMessages {
