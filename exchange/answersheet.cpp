@@ -105,7 +105,7 @@ void AnswerSheet::remark(Place place, const QString& text) {
 
 excel::Value AnswerSheet::cell(Place place) {
     converting = place;
-    const excel::Value value = sheet.Cells(place.row, place.column).Value();
+    excel::Value value = sheet.Cells(place.row, place.column).Value();
     if (value.type() == excel::Value::Type::Text && (textRead += value.text().size()) > mostText)
         throw TooMuchText(
             u"The file \"%1\" holds more text than a survey file can have; nothing of it was read."_s.arg(

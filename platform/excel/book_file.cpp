@@ -110,7 +110,7 @@ QByteArray BookFile::content() {
     const int old = container_.findStream(u"Book");
     if (old >= 0 && old != stream_)
         container_.setData(old, {});
-    const QByteArray file = container_.serialize();
+    QByteArray file = container_.serialize();
     if (file.size() > CompoundFile::maxFileSize)
         throw Refusal(u"would become larger than 64 MB, which cannot be read"_s);
     return file;
