@@ -9,6 +9,7 @@
 #include "exchange/surveylog.h"
 #include "exchange/surveysheet.h"
 #include "exchange/viewer.h"
+#include "platform/desktop/ownerfile.h"
 #include "platform/forms/clock.h"
 #include "platform/forms/commondialog.h"
 #include "platform/forms/form.h"
@@ -178,6 +179,8 @@ void SurveyExport::toSave() {
         saved = true;
     });
     step([&] { wkbExcel.Close(saved); });
+    if (saved)
+        desktop::keepToOwner(path());
 }
 
 void SurveyExport::toView() {

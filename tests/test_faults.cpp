@@ -338,10 +338,11 @@ TEST_F(FaultsTest, aStoreThatIsGoneOrReplacedIsToldAsThat) {
     EXPECT_EQ(heard(saveAnswers), QStringList());
 }
 
+constexpr QFileDevice::Permissions ofOthers{0x0077};
+
 TEST_F(FaultsTest, storeAndCopiesAreTheirOwnersAndAnEmptyStoreIsNotCopied) {
     ASSERT_TRUE(QDir(home()).mkpath(u"backup"_s)); // as an older program has made it
     toBackupBeforeLoss();
-    constexpr QFileDevice::Permissions ofOthers{0x0077};
     for (const QString& file : QStringList{strDatabasePath, path("backup")} + toListBackups(strDatabasePath))
         EXPECT_FALSE(QFile::permissions(file) & ofOthers) << file.toStdString();
     for (const char* table : {"parameter", "customer"}) {
@@ -487,6 +488,7 @@ TEST_F(FaultsTest, aSurveyOfAnyDayIsExportedAndReadBackUnderItsDay) {
         frmNewSurvey::unload();
         frmSelectSurvey::unload();
         const QString file = rows(u"select xlsfilename from log"_s).last();
+        EXPECT_FALSE(QFile::permissions(path(qPrintable(file))) & ofOthers) << file.toStdString();
         EXPECT_EQ(SurveyReader().readAll({home() + u'/' + file}), QStringList());
     }
     for (const QString& table : {u"feedbackobjective"_s, u"feedbackdescriptive"_s})
