@@ -41,8 +41,15 @@ QByteArray bookStream(const Records& globals, const Records& sheet, const QList<
     return stream;
 }
 
-Record record(quint16 recordId, const char* hex) {
-    return {recordId, QByteArray::fromHex(hex)};
+// Records of number and body in hex, separated by semicolons.
+Records records(const QByteArray& text) {
+    Records result;
+    for (const QByteArray& part : text.split(';')) {
+        const QByteArray bytes = QByteArray::fromHex(part);
+        if (!bytes.isEmpty())
+            result.push_back({quint16(quint8(bytes[0]) << 8 | quint8(bytes[1])), bytes.mid(2)});
+    }
+    return result;
 }
 
 } // namespace
@@ -53,27 +60,27 @@ class ExcelEdit : public ExcelFiles {};
 TEST_F(ExcelEdit, ValuesComeBackFromDisk) {
     const QString longText = QString(9000, u'x') + QString(9000, u'\u4E2D');
     const Value newYear(QDate(2023, 12, 31), QTime(23, 59, 59));
-    const std::vector<Value> values{u"\u20ACuro, \u4E2D, \U0001F600"_s,
-                                    longText,
-                                    -1234.5,
-                                    42,
-                                    newYear,
-                                    QDate(2024, 2, 29),
-                                    Value::boolean(true),
-                                    u"12"_s,
-                                    Value()};
+    const Value values[] = {u"\u20ACuro, \u4E2D, \U0001F600"_s,
+                            longText,
+                            -1234.5,
+                            42,
+                            newYear,
+                            QDate(2024, 2, 29),
+                            Value::boolean(true),
+                            u"12"_s,
+                            Value()};
     for (const QString& name : sampleNames) {
         SCOPED_TRACE(qPrintable(name));
         excel::Workbook book = application_.Workbooks().Open(copyOf(name));
         excel::Worksheet sheet = book.Worksheets(firstSheet(name));
         sheet.Unprotect(password);
-        for (size_t i = 0; i < values.size(); ++i)
+        for (size_t i = 0; i < std::size(values); ++i)
             sheet.Cells(200 + int(i), 2).setValue(values[i]);
         sheet.Protect(password);
         book.Close(true);
 
         sheet = application_.Workbooks().Open(path(name)).Worksheets(firstSheet(name));
-        for (size_t i = 0; i < values.size(); ++i)
+        for (size_t i = 0; i < std::size(values); ++i)
             EXPECT_TRUE(sheet.Cells(200 + int(i), 2).Value() == values[i]) << i;
         EXPECT_TRUE(sheet.IsProtected());
     }
@@ -111,12 +118,10 @@ TEST_F(ExcelEdit, HandlesOfClosedWorkbooksThrow) {
 
 // Column C has its own format (locked is off), row 3 too; A4:B5 and A2:B3 are merged.
 TEST_F(ExcelEdit, ClearLeavesPlainCellsAndTheRowsAbove) {
-    const QByteArray stream =
-        bookStream({}, {record(id::ColumnInfo, "01000400 0009 1000 0000 0000"), record(0x0200, ""),
-                        record(id::Row, "0300 0000 0000 ff00 00000000 8001 1000"),
-                        record(id::Number, "0300 0200 0f00 000000000000f03f"),
-                        record(id::Number, "0000 0200 0f00 000000000000f03f"),
-                        record(id::MergedCells, "0200 0300 0400 0000 0100 0100 0200 0000 0100")});
+    const QByteArray stream = bookStream(
+        {}, records("007D 01000400 0009 1000 0000 0000; 0200; 0208 0300 0000 0000 ff00 00000000 8001 1000;"
+                    "0203 0300 0200 0f00 000000000000f03f; 0203 0000 0200 0f00 000000000000f03f;"
+                    "00E5 0200 0300 0400 0000 0100 0100 0200 0000 0100"));
     Book book(stream);
     {
         Editor editor(book, 0);
@@ -131,12 +136,11 @@ TEST_F(ExcelEdit, ClearLeavesPlainCellsAndTheRowsAbove) {
     const QByteArray column = again.formats().cellFormat(16).bytes();
     ASSERT_NE(plain, column);
     EXPECT_EQ(editor.value({0, 2}).text(), u"1"_s);
-    EXPECT_EQ(looks({1, 1}), column); // above the cleared area
-    EXPECT_EQ(looks({1, 2}), column);
-    EXPECT_EQ(looks({100, 2}), plain); // cleared
-    EXPECT_EQ(looks({3, 0}), plain);   // cleared, in the row with a format
-    EXPECT_EQ(looks({3, 3}), column);  // right of the cleared area
-    EXPECT_EQ(looks({100, 3}), column);
+    // Above the cleared area, right of it, and within it, one of these in the row with a format.
+    for (const Place& place : {Place{1, 1}, Place{1, 2}, Place{3, 3}, Place{100, 3}})
+        EXPECT_EQ(looks(place), column) << qPrintable(place.name());
+    for (const Place& place : {Place{100, 2}, Place{3, 0}})
+        EXPECT_EQ(looks(place), plain) << qPrintable(place.name());
     EXPECT_FALSE(again.sheet(0).isMerged({3, 0}));
     EXPECT_TRUE(again.sheet(0).isMerged({2, 0})); // lies across the edge
     EXPECT_LT(again.sheet(0).cells.cells().size(), 20U);
@@ -144,55 +148,44 @@ TEST_F(ExcelEdit, ClearLeavesPlainCellsAndTheRowsAbove) {
 
 // What the spreadsheet programs open is opened, and saved so that it can be opened again. The cell is A1.
 TEST_F(ExcelEdit, OddWorkbooksAreOpenedAsOtherProgramsOpenThem) {
-    const Record labelSst = record(id::LabelSst, "0000 0000 0f00 00000000");
-    const Record three = record(id::Number, "0000 0000 0f00 0000000000000840");
-    const auto texts = [](const char* hex) { return record(id::SharedStrings, hex); };
+    const QByteArray three = "0203 0000 0000 0f00 0000000000000840";
+    const QByteArray row = "0208 0000 0000 0100 ff00 0000 0000 00010f00";
+    const QByteArray text = "00FD 0000 0000 0f00 00000000";
     const struct {
         const char* name;
-        Records globals;
-        Records sheet;
+        QByteArray sheet;
         QString value;
+        QByteArray globals = {};
         QList<quint16> leftOut = {};
     } cases[] = {
-        {"f4",
-         {},
-         {record(id::Formula4, "0000 0000 0f00 0000000000000840 0000 00000000 0300 1e0300")},
-         u"3"_s},
-        {"f3", {}, {record(id::Formula3, "0000 0000 0f00 0000000000000840 0000 0300 1e0300")}, u"3"_s},
-        {"label", {}, {record(id::Label, "0000 0000 0f00 0000")}, {}},
-        {"cutlabel", {}, {record(id::Label, "0000 0000 0f00 0500 00 616263")}, u"abc"_s},
-        {"count", {texts("09000000 09000000 0300 00 616263")}, {labelSst}, u"abc"_s},
-        {"hugecount", {texts("FFFFFFFF FFFFFF7F 0300 00 616263")}, {labelSst}, u"abc"_s},
-        {"continue",
-         {texts("01000000 01000000 0400 00 6162"), record(id::Continue, ""), record(id::Continue, "00 6364")},
-         {labelSst},
-         u"abcd"_s},
-        {"emptyend", {texts("01000000 01000000 0100 00 61"), record(id::Continue, "")}, {labelSst}, u"a"_s},
-        {"rowcontinue",
-         {},
-         {record(id::Row, "0000 0000 0100 ff00 0000 0000 00010f00"), record(id::Continue, ""), three},
-         u"3"_s},
-        {"cellcontinue",
-         {},
-         {three, record(id::Continue, ""), record(id::MultiBlank, "0000 0100 0f00 0f00 0200"),
-          record(id::Continue, "")},
-         u"3"_s},
-        {"nofonts", {}, {three}, u"3"_s, {id::Font}},
-        {"noformats", {}, {three}, u"3"_s, {id::Xf, id::Format}},
-        {"neither", {}, {three}, u"3"_s, {id::Font, id::Xf, id::Format}},
+        {"formula 4", "0406 0000 0000 0f00 0000000000000840 0000 00000000 0300 1e0300", u"3"_s},
+        {"formula 3", "0206 0000 0000 0f00 0000000000000840 0000 0300 1e0300", u"3"_s},
+        {"label", "0204 0000 0000 0f00 0000", {}},
+        {"cut label", "0204 0000 0000 0f00 0500 00 616263", u"abc"_s},
+        {"count", text, u"abc"_s, "00FC 09000000 09000000 0300 00 616263"},
+        {"huge count", text, u"abc"_s, "00FC FFFFFFFF FFFFFF7F 0300 00 616263"},
+        {"continue", text, u"abcd"_s, "00FC 01000000 01000000 0400 00 6162; 003C; 003C 00 6364"},
+        {"empty end", text, u"a"_s, "00FC 01000000 01000000 0100 00 61; 003C"},
+        {"row continue", row + "; 003C;" + three, u"3"_s},
+        {"cell continue", three + "; 003C; 00BE 0000 0100 0f00 0f00 0200; 003C", u"3"_s},
+        {"no fonts", three, u"3"_s, {}, {id::Font}},
+        {"no formats", three, u"3"_s, {}, {id::Xf, id::Format}},
+        {"neither", three, u"3"_s, {}, {id::Font, id::Xf, id::Format}},
     };
-    for (const auto& [name, globals, sheet, value, leftOut] : cases) {
+    for (const auto& [name, sheet, value, globals, leftOut] : cases) {
         SCOPED_TRACE(name);
         const QString error = errorOf([&] {
             CompoundFile container = CompoundFile::parse(fileContent(samplePath(u"lo_native.xls"_s)));
-            container.setData(container.findStream(u"Workbook"), bookStream(globals, sheet, leftOut));
+            container.setData(container.findStream(u"Workbook"),
+                              bookStream(records(globals), records(sheet), leftOut));
             BookFile file(u"x.xls"_s, container.serialize());
-            EXPECT_EQ(Editor(file.book(), 0).value({0, 0}).text(), value);
-            Editor(file.book(), 0).setValue({5, 5}, u"new"_s);
-            Editor(file.book(), 0).setFontColour({5, 5}, 10);
-            BookFile again(u"x.xls"_s, file.content());
-            EXPECT_EQ(Editor(again.book(), 0).value({0, 0}).text(), value);
-            EXPECT_EQ(Editor(again.book(), 0).value({5, 5}).text(), u"new"_s);
+            Editor editor(file.book(), 0);
+            EXPECT_EQ(editor.value({0, 0}).text(), value);
+            editor.setValue({5, 5}, u"new"_s);
+            editor.setFontColour({5, 5}, 10);
+            BookFile saved(u"x.xls"_s, file.content());
+            Editor again(saved.book(), 0);
+            EXPECT_EQ(again.value({0, 0}).text() + again.value({5, 5}).text(), value + u"new");
         });
         EXPECT_EQ(error, QString());
     }
@@ -235,10 +228,10 @@ TEST_F(ExcelEdit, WrappingEnds) {
 
 // A3 and A4 share the formula that stands with A3.
 TEST_F(ExcelEdit, SharedFormulasAreNotTornApart) {
-    const char* member = "0000 0f00 000000000000f03f 0800 00000000 0500 01 0200 0000";
-    Book book(bookStream({}, {record(id::Formula, QByteArray("0200 ").append(member).constData()),
-                              record(id::SharedFormula, "020003000000 0000 0300 1e0100"),
-                              record(id::Formula, QByteArray("0300 ").append(member).constData())}));
+    Book book(
+        bookStream({}, records("0006 0200 0000 0f00 000000000000f03f 0800 00000000 0500 01 0200 0000;"
+                               "04BC 020003000000 0000 0300 1e0100;"
+                               "0006 0300 0000 0f00 000000000000f03f 0800 00000000 0500 01 0200 0000")));
     Editor editor(book, 0);
     EXPECT_TRUE(errorOf([&] { editor.setValue({2, 0}, 5); }).contains(u"A4"_s));
     EXPECT_TRUE(errorOf([&] { editor.clear({{0, 0}, {2, 0}}); }).contains(u"A3"_s));
@@ -252,19 +245,16 @@ TEST_F(ExcelEdit, SharedFormulasAreNotTornApart) {
 }
 
 TEST_F(ExcelEdit, DatesFollowTheWorkbooksCount) {
-    Book book(bookStream({record(id::DateMode, "0100"), record(id::RecalculationId, "c1010000 12345678")},
-                         {record(id::Number, "0000 0000 0f00 0000000000000000")}));
+    Book book(bookStream(records("0022 0100; 01C1 c1010000 12345678"),
+                         records("0203 0000 0000 0f00 0000000000000000")));
     Editor editor(book, 0);
     editor.setValue({1, 0}, QDate(2024, 2, 29));
     EXPECT_EQ(editor.value({1, 0}).date(), QDate(2024, 2, 29));
     const QByteArray body = book.sheet(0).cells.find({1, 0})->record.body;
     EXPECT_EQ(getDouble(body, 6), 45351 - 1462);
-    for (const QDate date : {QDate(1899, 12, 31), QDate(10000, 1, 1), QDate()})
-        EXPECT_FALSE(errorOf([&] { editor.setValue({1, 0}, date); }).isEmpty());
-    for (const double number :
-         {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity()})
-        EXPECT_FALSE(errorOf([&] { editor.setValue({1, 0}, number); }).isEmpty());
-    EXPECT_FALSE(errorOf([&] { editor.setValue({1, 0}, QString(32768, u'x')); }).isEmpty());
+    for (const Value& value : {Value(QDate(1899, 12, 31)), Value(QDate(10000, 1, 1)), Value(QDate()),
+                               Value(qQNaN()), Value(qInf()), Value(QString(32768, u'x'))})
+        EXPECT_FALSE(errorOf([&] { editor.setValue({1, 0}, value); }).isEmpty());
     EXPECT_EQ(editor.value({1, 0}).date(), QDate(2024, 2, 29));
     // Formulas are to be computed anew where the file is opened.
     EXPECT_TRUE(book.stream().contains(QByteArray::fromHex("c1010800 c1010000 00000000")));
@@ -273,7 +263,7 @@ TEST_F(ExcelEdit, DatesFollowTheWorkbooksCount) {
 }
 
 TEST_F(ExcelEdit, RowsGrowWithWrappedText) {
-    Book book(bookStream({}, {record(id::Row, "0200 0000 0000 2c01 00000000 4001 0f00")}));
+    Book book(bookStream({}, records("0208 0200 0000 0000 2c01 00000000 4001 0f00")));
     Editor editor(book, 0);
     const auto wrap = [](auto& format) { format.setWrapped(true); };
     for (const int row : {0, 1, 2}) {
