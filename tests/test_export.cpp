@@ -36,13 +36,9 @@ QString shownCell(const QString& address, const QJsonObject& cell) {
     QStringList parts = cell[u"borders"].toVariant().toStringList();
     parts.removeDuplicates();
     parts.prepend(address + (cell[u"locked"].toBool() ? u" locked" : u" open"));
-    if (cell[u"wrapped"].toBool())
-        parts << u"wrapped"_s;
-    const QJsonValue value = cell[u"value"];
-    if (value.isDouble())
-        parts << QString::number(value.toDouble());
-    else if (!value.toString().isEmpty())
-        parts << u'\'' + value.toString() + u'\'';
+    const QVariant value = cell[u"value"].toVariant();
+    const QString quote = value.toString().isEmpty() || cell[u"value"].isDouble() ? u""_s : u"'"_s;
+    parts << (cell[u"wrapped"].toBool() ? u"wrapped"_s : u""_s) << quote + value.toString() + quote;
     parts.removeAll(QString());
     return parts.join(u' ');
 }
@@ -71,11 +67,14 @@ protected:
     void expectView(Answer answer = Answer::No) {
         messages.expectTitled(u"Survey File Exported...Do you want to view the file? "_s, 68, answer);
     }
-    void expectOverwrite(Answer answer) {
-        messages.expectTitled(name + u" file apready exist for Respondent - Ann for Survey Date - "
-                                     u"05/03/2024....Do you want to overwrite?\r\n",
+    void expectOverwrite(Answer answer, const QString& owners = {}) {
+        messages.expectTitled(name +
+                                  u" file apready exist for Respondent - Ann for Survey Date - "
+                                  u"05/03/2024....Do you want to overwrite?\r\n" +
+                                  owners,
                               68, answer);
     }
+    static QStringList linked() { return rows(u"select question from reportlinktable"_s); }
     /// Gives what the form then holds of the wish to mail.
     bool press(const char* button = "cmdExport") {
         ::press(open(), button);
@@ -90,11 +89,6 @@ protected:
     }
     static QString logged(const QString& fileName, bool read = false) {
         return u"Ann|"_s + fileName + u"|3|05/03/2024|7|" + (read ? u"True" : u"False");
-    }
-    static void readIn() {
-        frmFeedBackObj::instance().Show();
-        clickEntry(frmFeedBackObj::instance(), "lstRespname", 1);
-        ::press(frmFeedBackObj::instance(), "cmdRead");
     }
     QString cell(const QString& fileName, const QString& address) const {
         const excel::Workbook book = excel::Application().Workbooks().Open(path(fileName));
@@ -158,17 +152,19 @@ TEST_F(ExportTest, anExistingFileIsWrittenOverInPlace) {
               {path(name), u"{\"C14\": 7, \"D14\": 9, \"B19\": \""_s + answer + u"\", \"D18\": 3}"});
     const QJsonObject heights = seenByXlrd(path(name))[u"heights"].toObject();
     EXPECT_GT(heights[u"18"].toInt(), 2 * heights[u"17"].toInt()) << "the box grows with the answer";
-    readIn();
-    const EditedGrid read(frmFeedBackObj::instance(), "grdDtls", "txtDtls");
-    EXPECT_EQ(read.row(2), u"On time?|9|7|"_s);
-    EXPECT_EQ(read.row(3), u"What else?|3||"_s + answer);
+    const auto expectRead = [&](const QString& marks) {
+        frmFeedBackObj::instance().Show();
+        clickEntry(frmFeedBackObj::instance(), "lstRespname", 1);
+        ::press(frmFeedBackObj::instance(), "cmdRead");
+        const EditedGrid read(frmFeedBackObj::instance(), "grdDtls", "txtDtls");
+        EXPECT_EQ(read.row(2) + read.row(3), u"On time?|"_s + marks + u"|What else?|3||" + answer);
+    };
+    expectRead(u"9|7"_s);
     EXPECT_EQ(QProcess::execute(u"ssconvert"_s, {u"-T"_s, u"Gnumeric_Excel:excel_biff8"_s, u"--set"_s,
                                                  u"C14=4"_s, path(name), path(u"by gnumeric.xls"_s)}),
               0);
     EXPECT_TRUE(QFile::remove(path(name)) && QFile::rename(path(u"by gnumeric.xls"_s), path(name)));
-    readIn();
-    EXPECT_EQ(read.row(2), u"On time?|9|4|"_s);
-    EXPECT_EQ(read.row(3), u"What else?|3||"_s + answer);
+    expectRead(u"9|4"_s);
     frmFeedBackObj::unload();
     run(u"delete * from responquesindex where questionid="_s + QString::number(question[3]));
     run(u"delete * from reportlinktable"_s);
@@ -178,25 +174,17 @@ TEST_F(ExportTest, anExistingFileIsWrittenOverInPlace) {
     press();
     EXPECT_EQ(contentOf(path(name)), filled);
     EXPECT_EQ(log(), QStringList{logged(name, true)});
-    EXPECT_EQ(rows(u"select question from reportlinktable"_s), QStringList());
+    EXPECT_EQ(linked(), QStringList());
 
     userNames(); // the register's name wins
     expectOverwrite(Answer::Yes);
     expectView();
     press();
     EXPECT_EQ(log(), QStringList{logged(name)});
-    const std::vector<std::pair<const char*, QString>> cells = {
-        {"I4", u"2"_s},
-        {"C14", {}},
-        {"D14", {}},
-        {"I14", QString::number(question[0])},
-        {"I16", QString::number(question[4])},
-        {"B17", u"Type your Answer here"_s},
-        {"B19", {}},
-        {"D18", {}},
-        {"I18", QString::number(question[4])}}; // left behind
-    for (const auto& [address, text] : cells)
-        EXPECT_EQ(cell(name, QLatin1StringView(address)), text) << address;
+    QStringList cells; // the last of them left behind
+    for (const QString& address : u"I4 C14 D14 I14 I16 B17 B19 D18 I18"_s.split(u' '))
+        cells << cell(name, address);
+    EXPECT_EQ(cells.join(u'|'), u"2|||1|5|Type your Answer here|||5");
     EXPECT_TRUE(opened.isEmpty());
 
     // A file of before the customer was renamed is not replaced unasked.
@@ -239,7 +227,7 @@ TEST_F(ExportTest, theUserNamesTheFile) {
         press();
         EXPECT_EQ(rows(u"select xlsfilename from log"_s), QStringList{u"taken.xls"_s});
         EXPECT_EQ(QDir(home()).entryList({u"*.xls"_s}), QStringList{u"template.xls"_s});
-        EXPECT_EQ(rows(u"select question from reportlinktable"_s).size(), 3);
+        EXPECT_EQ(linked().size(), 3);
     };
     cancels({});
     cancels(u"/elsewhere/  "_s);
@@ -268,29 +256,23 @@ TEST_F(ExportTest, theUserNamesTheFile) {
 TEST_F(ExportTest, anotherOwnerAndAnOpenSpreadsheetAreNamedBeforeOverwriting) {
     expectView();
     press();
-    const QString given = name + u" file apready exist for Respondent - Ann for Survey Date - "
-                                 u"05/03/2024....Do you want to overwrite?\r\n";
     run(u"insert into log (custname, respname, respid, xlsfilename, sdate) values ('Acme', 'Ann', 3, '%1', "
         "'2024-02-01'), ('Other', 'Zoe', 9, '%1', '2024-03-05')"_s.arg(name));
-    const auto ask = [&](Answer first, std::optional<Answer> second = {}) {
-        messages.expectTitled(given + u"In the register the file belongs to:\r\nAcme, Ann, 01/02/2024\r\n"
-                                      "Other, Zoe, 05/03/2024",
-                              68, first);
-        if (second)
+    const QByteArray before = contentOf(path(name));
+    bring(u"template.xls"_s, u"~$"_s + name);
+    const std::vector<Answer> asked[] = {{Answer::No}, {Answer::Yes, Answer::No}, {Answer::Yes, Answer::Yes}};
+    for (const auto& answers : asked) {
+        expectOverwrite(answers[0], u"In the register the file belongs to:\r\nAcme, Ann, 01/02/2024\r\n"
+                                    "Other, Zoe, 05/03/2024"_s);
+        if (answers.size() > 1)
             messages.expectTitled(name + u" seems to be open in a spreadsheet program. What has been typed "
                                          "there and not been saved is missing in it. Go on all the same?",
-                                  68 + 256, *second);
-    };
-    const QByteArray before = contentOf(path(name));
-    ask(Answer::No);
-    press();
-    bring(u"template.xls"_s, u"~$"_s + name);
-    ask(Answer::Yes, Answer::No);
-    press();
-    EXPECT_EQ(contentOf(path(name)), before);
-    ask(Answer::Yes, Answer::Yes);
-    expectView();
-    press();
+                                  68 + 256, answers[1]);
+        if (answers.back() == Answer::Yes)
+            expectView();
+        press();
+        EXPECT_EQ(contentOf(path(name)) == before, answers.back() == Answer::No);
+    }
 }
 
 TEST_F(ExportTest, aRespondentThatIsGoneIsNotExportedFor) {
@@ -324,18 +306,14 @@ TEST_F(ExportTest, failures) {
     ASSERT_TRUE(QFile::remove(path(u"template.xls"_s)));
     press();
     EXPECT_EQ(log(), QStringList());
-    EXPECT_EQ(rows(u"select question from reportlinktable"_s).size(), 3);
+    EXPECT_EQ(linked().size(), 3);
 }
 
 TEST_F(ExportTest, bothRoadsToTheLastMarks) {
-    const std::tuple<int, int, int, int> answers[] = {
-        // question, days before, weightage, score
-        {0, 0, 9, 9},
-        {0, 30, 0, 7},
-        {0, 60, 8, 8}, // the day itself is no history, a 0 there is not looked for further back
-        {3, 400, 5, 0}};
-    for (const auto& [number, days, weightage, score] : answers)
-        addScore(ann, question.at(std::size_t(number)), 1, today.addDays(-days), weightage, score);
+    addScore(ann, question[0], 1, today, 9, 9);              // the day itself is no history
+    addScore(ann, question[0], 1, today.addDays(-30), 0, 7); // a 0 there is not looked for further back
+    addScore(ann, question[0], 1, today.addDays(-60), 8, 8);
+    addScore(ann, question[3], 1, today.addDays(-400), 5, 0);
     addScore(bob, question[3], 1, today.addDays(-1), 1, 1);
     run(wordsAsked + u"(3, 5, 7, '2024-01-10', 4), (3, 5, 7, '2024-02-25', 6)");
     for (const HistoryRoad road : {HistoryRoad::OldestFirst, HistoryRoad::NewestFirst}) {
