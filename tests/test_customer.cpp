@@ -82,6 +82,10 @@ TEST_F(CustomerTest, headAndScrollHideTheBox) {
     type(u"x"_s);
     EXPECT_TRUE(customers().boxLiesOverCell()) << "a key brings it back";
     EXPECT_EQ(customers().text(2, 2), u" x"_s) << "the cursor has stayed";
+    customers().grid->setTopRow(20);
+    customers().box->setEnabled(false); // a box that cannot take the focus sends no key back to itself
+    key(Qt::Key_A);
+    EXPECT_EQ(customers().text(2, 2), u" x"_s);
 }
 
 TEST_F(CustomerTest, aPressThatSlipsToAnotherRowStaysWithItsOwn) {

@@ -57,8 +57,9 @@ void typeRow(const QStringList& cells) {
 }
 
 void enterDate(QWidget& form, const char* picker, const QString& text) {
-    control<QWidget>(form, picker)->setFocus(Qt::TabFocusReason); // as the Tab key comes: the day is selected
-    type(QString(text).remove(u'/'));
+    control<QWidget>(form, picker)
+        ->setFocus(Qt::TabFocusReason); // as the Tab key comes: the text is selected
+    type(text);
     key(Qt::Key_Tab);
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "feedback/frmFeedBackObj.h"
 #include "improvement/frmImprovementPlan.h"
+#include "platform/forms/flexgrid.h"
 #include "platform/forms/lists.h"
 #include "search/frmSearch.h"
 #include "tests/support/listview.h"
@@ -167,6 +168,32 @@ TEST_F(SearchTest, aHitIsFoundInAnOlderFormOrNothingIsShownForIt) {
     jump();
     plan.Show();
     EXPECT_EQ(customer(), u"Acme"_s);
+}
+
+TEST_F(SearchTest, aHitIsFoundInAnOlderFeedbackFormOrSaidToBeGone) {
+    frmFeedBackObj& feedback = frmFeedBackObj::instance();
+    feedback.Show();
+    const int brown = addCustomer(u"Brown"_s);
+    const int bea = addRespondent(brown, u"Bea"_s);
+    const int asked = addQuestion(addParameter(u"Price"_s), u"Is it fair?"_s);
+    const int survey = addSurvey(brown, {2024, 3, 5});
+    addQuestionnaire(bea, survey, {asked});
+    addScore(bea, asked, survey, {2024, 3, 5}, 7, 8);
+    form().Show();
+    search(u"fair"_s);
+    const auto jump = [] {
+        form().Show();
+        clickRow(list(), 0);
+        key(Qt::Key_Return);
+    };
+    const auto* grid = control<forms::MSHFlexGrid>(feedback, "grdDtls");
+    jump();
+    EXPECT_EQ(control<forms::ComboBox>(feedback, "cmbCusName")->Text(), u"Brown"_s);
+    EXPECT_EQ(grid->TextMatrix(1, 2), u"7"_s);
+    run(u"delete * from survey"_s);
+    messages.expectTitled(u"The survey of this hit is no longer there."_s, forms::style::information);
+    jump();
+    EXPECT_EQ(grid->TextMatrix(1, 1), QString()) << "nothing else is shown for it";
 }
 
 TEST_F(SearchTest, aHundredThousandHitsAreListedAndTheLastOneCanBeOpened) {
