@@ -197,7 +197,8 @@ void MSHFlexGrid::keyPressEvent(QKeyEvent* event) {
 /// Whatever keys are held, the cell that is pressed is the marked one.
 QItemSelectionModel::SelectionFlags MSHFlexGrid::selectionCommand(const QModelIndex& index,
                                                                   const QEvent*) const {
-    return index.isValid() ? QItemSelectionModel::ClearAndSelect : QItemSelectionModel::NoUpdate;
+    const bool marks = index.isValid() && selectionMode() != NoSelection;
+    return marks ? QItemSelectionModel::ClearAndSelect : QItemSelectionModel::NoUpdate;
 }
 
 void MSHFlexGrid::scrollContentsBy(int dx, int dy) {

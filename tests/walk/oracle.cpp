@@ -314,7 +314,8 @@ QString Oracle::faultOfForms() const {
         }
         for (const auto* grid : form->findChildren<forms::MSHFlexGrid*>()) {
             const QModelIndex current = grid->currentIndex();
-            if (grid->Row() >= 1 && current.isValid() &&
+            if (grid->selectionMode() != QAbstractItemView::NoSelection && grid->Row() >= 1 &&
+                current.isValid() &&
                 (current.row() + 1 != grid->Row() || !grid->selectionModel()->isSelected(current)))
                 return u"%1 does not mark its current row %2"_s.arg(grid->objectName()).arg(grid->Row());
         }
