@@ -348,18 +348,20 @@ QString frmFeedBackObj::toMakeAnswerQuery(int row, const QString& questionid) co
 }
 
 void frmFeedBackObj::tofillscoreandweightage() {
-    guarded({.form = this}, [this] {
+    const bool filled = guarded({.form = this}, [this] {
         setMousePointer(forms::Hourglass);
         toReconnect();
-        SurveyReader::unseen.erase({shown.respondentid, shownDate()});
         const forms::MSHFlexGrid* grid = ui->grdDtls;
         for (int row = 1; row < grid->Rows(); ++row) {
             if (grid->TextMatrix(row, feedbackColumn::question).trimmed().isEmpty())
                 break;
             toShowAnswer(row);
         }
+        SurveyReader::unseen.erase({shown.respondentid, shownDate()});
         setMousePointer(forms::DefaultPointer);
     });
+    if (!filled)
+        toShowNothing(); // else a save would store blanks over the answers that could not be read
 }
 
 void frmFeedBackObj::toShowAnswer(int row) {

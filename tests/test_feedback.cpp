@@ -180,6 +180,18 @@ TEST_F(FeedbackTest, clickOnTheChosenDateReadsTheStoreAgain) {
     EXPECT_EQ(label("lblSDate"), u"14/03/2006"_s);
 }
 
+TEST_F(FeedbackTest, answersThatCannotBeReadAreNotSavedAsBlanks) {
+    addScore(ann, questions[0], survey, march, 9, 8);
+    frmFeedBackObj& form = open();
+    runRaw(u"alter table feedbackobjective rename to elsewhere"_s);
+    messages.expectBeginning(u"Error : 1\r\n"_s);
+    clickDate(0);
+    runRaw(u"alter table elsewhere rename to feedbackobjective"_s);
+    messages.expectTitled(u"Cannot Save.....Question details are missing"_s, forms::style::critical);
+    press(form, "cmdSave");
+    EXPECT_EQ(rows(objective), QStringList{score(0, "9|8")});
+}
+
 TEST_F(FeedbackTest, questionOfTheSameTextResolvesToTheFirst) {
     questions.push_back(addQuestion(addParameter(u"Service"_s), price));
     run(u"delete * from responquesindex"_s);
