@@ -11,6 +11,17 @@
 
 namespace walk {
 
+template <class Control> const Control* child(const QWidget& form, const char* name) {
+    return form.findChild<Control*>(QLatin1StringView(name));
+}
+
+/// What a label, a box or a list shows; empty for anything else.
+QString textOf(const QWidget& form, const char* name);
+/// A cell of the grid's current row.
+QString currentCell(const QWidget& form, const char* grid, int column);
+/// The forms on the screen.
+QWidgetList loadedForms();
+
 /// Whose rows a form shows: what its commands may write.
 struct Owner {
     QString form; ///< object name; empty for none

@@ -8,6 +8,10 @@
 
 namespace walk {
 
+/// Where events go: a popup or a dialog keeps them from all else.
+QWidget* stage();
+QString nameOf(const QWidget* widget);
+
 /// Drives the running program by random events, as a person without a plan would: what is really there is
 /// pointed at, keys go to what has the focus. The same seed gives the same walk.
 class Walker {

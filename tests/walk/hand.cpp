@@ -1,0 +1,186 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Mouse, keys and clipboard of the walk.
+#include "core/MDIMain.h"
+#include "platform/forms/flexgrid.h"
+#include "tests/walk/walker.h"
+
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QClipboard>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QRegularExpression>
+#include <QWheelEvent>
+
+using namespace Qt::StringLiterals;
+
+namespace walk {
+namespace {
+
+/// What a person aims at: the controls in sight of the window in front.
+QWidgetList aims(QWidget* on) {
+    QWidget* window = on;
+    if (on == &MDIMain::instance()) {
+        const QMdiSubWindow* active = on->findChild<QMdiArea*>()->activeSubWindow();
+        if (active && active->widget())
+            window = active->widget();
+    }
+    QWidgetList result;
+    for (QWidget* widget : window->findChildren<QWidget*>()) {
+        const bool aim = qobject_cast<QAbstractButton*>(widget) || qobject_cast<QAbstractItemView*>(widget) ||
+                         qobject_cast<QComboBox*>(widget) || qobject_cast<QLineEdit*>(widget);
+        if (!aim || !widget->isVisible() || !widget->isEnabled())
+            continue;
+        // What writes and what says for whom is what matters; leaving and asking for help do not.
+        static const QRegularExpression seldom(u"^cmd(Close|Help|Print)"_s),
+            often(u"^(cmd|lst|grd|txt|opn|dt)"_s);
+        const QString name = widget->objectName();
+        const int weight = name.contains(seldom) ? 1 : name.contains(often) ? 4 : 2;
+        result += QWidgetList(weight, widget);
+    }
+    return result;
+}
+
+} // namespace
+
+Qt::KeyboardModifiers Walker::anyModifiers() {
+    if (!oneIn(5))
+        return Qt::NoModifier;
+    return anyOf(QList<Qt::KeyboardModifiers>{Qt::ShiftModifier, Qt::ControlModifier, Qt::AltModifier,
+                                              Qt::ShiftModifier | Qt::ControlModifier});
+}
+
+/// A press somewhere in the window, mostly where a control is; it goes to what lies on top there.
+void Walker::point() {
+    QWidget* on = stage();
+    const QWidgetList controls = aims(on);
+    QPoint at(below(qMax(1, on->width())), below(qMax(1, on->height())));
+    if (!controls.isEmpty() && !oneIn(6)) {
+        const QWidget* aim = anyOf(controls);
+        at = aim->mapTo(on, QPoint(below(qMax(1, aim->width())), below(qMax(1, aim->height()))));
+    }
+    QWidget* target = on->childAt(at);
+    if (!target)
+        target = on;
+    if (!target->isEnabled())
+        return;
+    const QPoint local = target->mapFrom(on, at);
+    const Qt::MouseButton button =
+        oneIn(4) ? (oneIn(3) ? Qt::MiddleButton : Qt::RightButton) : Qt::LeftButton;
+    const Qt::KeyboardModifiers held = anyModifiers();
+    const int gesture = below(10);
+    tell(u"%1 button %2 modifiers %3 on %4 at %5,%6"_s
+             .arg(gesture < 7   ? u"click"_s
+                  : gesture < 8 ? u"double click"_s
+                  : gesture < 9 ? u"drag"_s
+                                : u"wheel"_s)
+             .arg(int(button))
+             .arg(int(held), 0, 16)
+             .arg(nameOf(target))
+             .arg(local.x())
+             .arg(local.y()));
+    oracle.begin(target);
+    if (gesture < 7)
+        QTest::mouseClick(target, button, held, local);
+    else if (gesture < 8)
+        doubleClick(target, button, held, local);
+    else if (gesture < 9)
+        drag(target, local, held);
+    else
+        wheel(target, local);
+}
+
+void Walker::doubleClick(QWidget* target, Qt::MouseButton button, Qt::KeyboardModifiers held,
+                         const QPoint& at) {
+    const QPointer<QWidget> alive(target);
+    QTest::mouseClick(target, button, held, at);
+    if (alive && alive->isVisible())
+        QTest::mouseDClick(target, button, held, at);
+    if (alive && alive->isVisible())
+        QTest::mouseRelease(target, button, held, at);
+}
+
+void Walker::drag(QWidget* target, const QPoint& from, Qt::KeyboardModifiers held) {
+    const QPointer<QWidget> alive(target);
+    QTest::mousePress(target, Qt::LeftButton, held, from);
+    const QPoint to = from + QPoint(below(120) - 60, below(120) - 60);
+    for (const QPoint& at : {(from + to) / 2, to}) {
+        if (!alive)
+            return;
+        QMouseEvent move(QEvent::MouseMove, at, target->mapToGlobal(QPointF(at)), Qt::NoButton,
+                         Qt::LeftButton, held);
+        QApplication::sendEvent(target, &move);
+    }
+    if (alive)
+        QTest::mouseRelease(target, Qt::LeftButton, held, to);
+}
+
+void Walker::wheel(QWidget* target, const QPoint& at) {
+    QWheelEvent turned(at, target->mapToGlobal(QPointF(at)), {}, {0, oneIn(2) ? 120 : -120}, Qt::NoButton,
+                       Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(target, &turned);
+}
+
+/// A key for what has the focus.
+void Walker::press() {
+    QWidget* on = stage();
+    QWidget* target = QApplication::focusWidget();
+    if (on->windowType() == Qt::Popup)
+        target = on->focusWidget() ? on->focusWidget() : on;
+    else if (!target || target->window() != on)
+        target = on;
+    oracle.begin(target);
+    if (oneIn(4)) {
+        const QString text = anyOf(QStringList{u"a"_s, u"7"_s, u"12"_s, u"s"_s, u"D"_s, u"it's"_s,
+                                               u"5/3/2024"_s, u"31/12/2026"_s, u"."_s, u" "_s, u"Zed"_s});
+        tell(u"types \"%1\" into %2"_s.arg(text, nameOf(target)));
+        for (const QChar c : text) {
+            const QPointer<QWidget> alive(target);
+            QTest::sendKeyEvent(QTest::Click, target, Qt::Key_unknown, QString(c), Qt::NoModifier);
+            if (!alive)
+                return;
+        }
+        return;
+    }
+    static const Qt::Key keys[] = {
+        Qt::Key_Return,    Qt::Key_Return, Qt::Key_Tab,      Qt::Key_Tab,    Qt::Key_Backtab, Qt::Key_Escape,
+        Qt::Key_Up,        Qt::Key_Down,   Qt::Key_Down,     Qt::Key_Left,   Qt::Key_Right,   Qt::Key_Home,
+        Qt::Key_End,       Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_Insert, Qt::Key_Delete,  Qt::Key_Space,
+        Qt::Key_Backspace, Qt::Key_F4,     Qt::Key_F2,       Qt::Key_A,      Qt::Key_S,       Qt::Key_R,
+        Qt::Key_D,         Qt::Key_V,      Qt::Key_Q,        Qt::Key_P,      Qt::Key_C,       Qt::Key_N,
+        Qt::Key_O,         Qt::Key_Z,      Qt::Key_U,        Qt::Key_E,      Qt::Key_M,       Qt::Key_B};
+    const Qt::Key key = anyOf(keys);
+    Qt::KeyboardModifiers held = anyModifiers();
+    if (key >= Qt::Key_A && key <= Qt::Key_Z && oneIn(2))
+        held = Qt::AltModifier; // an access key
+    if (key == Qt::Key_Q && (held & Qt::ControlModifier) && !oneIn(10))
+        return; // the end of the program, now and then
+    if ((held & Qt::AltModifier) && qobject_cast<QMenu*>(target))
+        return; // Alt alone closes the menu, and the key would then be for what has the focus
+    tell(u"key %1 modifiers %2 to %3"_s.arg(QKeySequence(key).toString())
+             .arg(int(held), 0, 16)
+             .arg(nameOf(target)));
+    if (key == Qt::Key_Return &&
+        (qobject_cast<QLineEdit*>(target) || qobject_cast<forms::MSHFlexGrid*>(target)))
+        oracle.ran(u"Enter"_s);
+    QTest::keyClick(target, key, held);
+}
+
+void Walker::paste() {
+    QWidget* on = stage();
+    QWidget* target = QApplication::focusWidget();
+    if (!target || target->window() != on)
+        return;
+    const QString text = anyOf(QStringList{u"one"_s, u"two\nlines"_s, u"a\tb\nc\td\n"_s, u"7\t8"_s,
+                                           u"x\r\ny\r\n"_s, u"\"q\"\t\"r\ns\""_s, QString(300, u'w')});
+    tell(u"pastes \"%1\" into %2"_s.arg(text.simplified().left(20), nameOf(target)));
+    oracle.begin(target);
+    QApplication::clipboard()->setText(text);
+    QTest::keyClick(target, Qt::Key_V, Qt::ControlModifier);
+}
+
+} // namespace walk
