@@ -57,7 +57,7 @@ TEST_F(ParameterTest, oneKeyFillsTheTypeAndAnythingElseIsWiped) {
     EXPECT_EQ(questions().box->text(), u""_s) << "without its capital";
 }
 
-TEST_F(ParameterTest, anAddThatIsRefusedMovesNoQuestions) {
+TEST_F(ParameterTest, aRefusalShowsTheQuestionsOfTheRowInHand) {
     addQuestion(addParameter(u"Price"_s), u"Is it fair?"_s);
     addQuestion(addParameter(u"Service"_s), u"Is it kind?"_s);
     frmParameter& form = open();
@@ -67,6 +67,10 @@ TEST_F(ParameterTest, anAddThatIsRefusedMovesNoQuestions) {
     key(Qt::Key_Return);
     EXPECT_EQ(parameters().cell(), Cell(2, 1));
     EXPECT_EQ(questions().text(1, 1), u"Is it kind?"_s);
+    messages.expectTitled(u"Parameter Name cannot be left blank....Error"_s, forms::style::critical);
+    press(form, "cmdSaveParameter"); // goes to the blank row, Enter to the last one
+    EXPECT_EQ(parameters().cell(), Cell(1, 1));
+    EXPECT_EQ(questions().text(1, 1), u"Is it fair?"_s);
     press(form, "cmdSaveQuestion");
     EXPECT_EQ(rows(u"select question, paramid from questions"_s),
               (QStringList{u"Is it fair?|1"_s, u"Is it kind?|2"_s}));

@@ -3,7 +3,6 @@
 // LibreOffice to the analyses, their reports, actions and the search, with a restart on the way.
 #include "analysis/frmDateToDate.h"
 #include "analysis/frmDtoDActionPlan.h"
-#include "analysis/frmDtoDSatisfactionOverview.h"
 #include "analysis/frmPerformanceMatrix.h"
 #include "analysis/frmSatisfactionIndex.h"
 #include "core/MDIMain.h"
@@ -57,8 +56,7 @@ void typeRow(const QStringList& cells) {
 }
 
 void enterDate(QWidget& form, const char* picker, const QString& text) {
-    control<QWidget>(form, picker)
-        ->setFocus(Qt::TabFocusReason); // as the Tab key comes: the text is selected
+    control<QWidget>(form, picker)->setFocus(Qt::TabFocusReason); // which selects the text, as Tab does
     type(text);
     key(Qt::Key_Tab);
 }
@@ -157,9 +155,7 @@ protected:
         expectAtRest();
         files << path(rows(u"select xlsfilename from log"_s).last());
         if (files.size() == 1) {
-            const QString text = print(frmNewSurvey::instance(), u"Gaugewell v2.1 Survey Report"_s);
-            EXPECT_EQ(text.count(u"in words?"_s), 3);
-            EXPECT_EQ(text.count(u'?'), 12);
+            EXPECT_EQ(print(frmNewSurvey::instance(), u"Gaugewell v2.1 Survey Report"_s).count(u'?'), 12);
         }
         key(Qt::Key_Escape);
     }
@@ -173,18 +169,19 @@ protected:
             QJsonObject entered;
             for (int row = cellmap::firstRow; row < 60; ++row) {
                 const QString text = sheet.Cells(row, cellmap::column::question).Value().text();
-                for (int j = 0; j < 12; ++j) {
-                    const int parameter = j / 4;
-                    if (text != questionText(parameter, j % 4))
-                        continue;
-                    const auto [weightage, score] = marksOf(i % people, i / people, parameter, j % 4);
-                    entered[u'D' + QString::number(row)] = weightage;
-                    if (j % 4 < scored)
-                        entered[u'C' + QString::number(row)] = score;
-                    else
-                        entered[u'B' + QString::number(row + 1)] =
-                            QString(u"It’s fine, "_s + parameters[parameter]);
-                }
+                const int parameter = static_cast<int>(parameters.indexOf(text.section(u' ', 0, 0)));
+                if (parameter < 0)
+                    continue;
+                int number = 0;
+                while (number < scored && text != questionText(parameter, number))
+                    ++number;
+                const auto [weightage, score] = marksOf(i % people, i / people, parameter, number);
+                entered[u'D' + QString::number(row)] = weightage;
+                if (number < scored)
+                    entered[u'C' + QString::number(row)] = score;
+                else
+                    entered[u'B' + QString::number(row + 1)] =
+                        QString(u"It’s fine, "_s + parameters[parameter]);
             }
             EXPECT_EQ(entered.size(), 24);
             arguments << files[i] << QString::fromUtf8(QJsonDocument(entered).toJson(QJsonDocument::Compact));
@@ -269,9 +266,8 @@ protected:
             for (const int column : {2, 3})
                 EXPECT_EQ(grid->TextMatrix(row, column).toDouble(), figures[column - 1].toDouble());
         }
-        const QString text = print(form, u"Performance Matrix Report"_s);
-        for (const QString& parameter : parameters)
-            EXPECT_TRUE(text.contains(parameter));
+        expectInOrder(print(form, u"Performance Matrix Report"_s),
+                      {u"Service 4.00"_s, u"Price 4.00"_s, u"Delivery 4.00"_s}); // by score
         key(Qt::Key_Escape);
     }
 
@@ -284,12 +280,6 @@ protected:
         EXPECT_EQ(response.count(u"It’s fine"_s), 9);
         EXPECT_EQ(response.count(u"Mean 4.00 "_s), 3);
         key(Qt::Key_Escape);
-        frmDtoDSatisfactionOverview& overview = frmDtoDSatisfactionOverview::instance(); // in no menu
-        overview.Show();
-        enterDate(overview, "dtFrom", u"01/01/2024"_s);
-        const QString all = print(overview, u"Satisfaction Overview"_s);
-        expectInOrder(all, {u"54 entries"_s, u"18 entries"_s, u"1 entry"_s, u"Visit them"_s});
-        overview.Unload();
         choose("mnuAnalysis", Qt::Key_A, Qt::Key_A);
         EXPECT_TRUE(
             print(frmDtoDActionPlan::instance(), u"Analysis on Improvement Plan"_s).contains(u"Visit them"));

@@ -25,6 +25,12 @@ protected:
         key(Qt::Key_Return);
         return listed(list());
     }
+    /// From the first hit.
+    static void jump() {
+        form().Show();
+        clickRow(list(), 0);
+        key(Qt::Key_Return);
+    }
     /// The action that the improvement plan shows.
     static QString shownAction() {
         return control<QLineEdit>(frmImprovementPlan::instance(), "txtDescription")->text();
@@ -146,11 +152,6 @@ TEST_F(SearchTest, aHitIsFoundInAnOlderFormOrNothingIsShownForIt) {
     run(u"insert into actionplan (customerid, Date, Action) values (2, '2024-03-04', 'Late again')"_s);
     form().Show();
     search(u"again"_s);
-    const auto jump = [] {
-        form().Show();
-        clickRow(list(), 0);
-        key(Qt::Key_Return);
-    };
     const auto customer = [&] { return control<forms::ListBox>(plan, "lstCusName")->Text(); };
     jump();
     EXPECT_EQ(customer() + shownAction(), u"AaronLate again"_s);
@@ -181,11 +182,6 @@ TEST_F(SearchTest, aHitIsFoundInAnOlderFeedbackFormOrSaidToBeGone) {
     addScore(bea, asked, survey, {2024, 3, 5}, 7, 8);
     form().Show();
     search(u"fair"_s);
-    const auto jump = [] {
-        form().Show();
-        clickRow(list(), 0);
-        key(Qt::Key_Return);
-    };
     const auto* grid = control<forms::MSHFlexGrid>(feedback, "grdDtls");
     jump();
     EXPECT_EQ(control<forms::ComboBox>(feedback, "cmbCusName")->Text(), u"Brown"_s);
