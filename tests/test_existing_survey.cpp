@@ -160,9 +160,11 @@ TEST_F(ExistingTest, aDateWhoseQuestionsHaveLeftTheCatalogueCanBeDeleted) {
         addStored(ann, today, {1});
         if (!alone)
             addStored(bob, early, {2});
-        run(u"delete * from questions where questionid="_s + QString::number(question.at(std::size_t(gone))));
+        dropQuestion(gone);
         edit();
         EXPECT_EQ(dates(edit()) + QString::number(rowsOf(edit())), u"31/01/2024* 05/03/20242"_s);
+        whileInUse(
+            [] { QTest::keyClick(control<forms::ListBox>(edit(), "lstSurvetDates"), Qt::Key_Delete); });
         pressDelete(u"31/01/2024"_s);
         EXPECT_EQ(dates(edit()), u"05/03/2024"_s);
         EXPECT_EQ(stored(ann), u"05/03 1:1"_s);
@@ -244,16 +246,6 @@ TEST_F(ExistingTest, anEmptyDateIsDeletedOnlyWithTheCustomersLastQuestions) {
     pressDelete(lateText);
     EXPECT_EQ(goneRows(before, storeRows(*cnnMain)).size(), 3); // two surveys, one answer
     EXPECT_TRUE(QDir(home()).exists(u"backup"_s));
-}
-
-TEST_F(ExistingTest, aDateStaysForOthersWhenQuestionsInSightAreNoLongerStored) {
-    addStored(ann, early, {0, 1, 2});
-    addStored(bob, early, {0});
-    edit();
-    run(u"delete * from questions where questionid="_s + QString::number(question[1]));
-    whileInUse([] { QTest::keyClick(control<forms::ListBox>(edit(), "lstSurvetDates"), Qt::Key_Delete); });
-    pressDelete(u"31/01/2024"_s);
-    EXPECT_EQ(stored(bob), u"31/01 1:0"_s);
 }
 
 /// Ann's survey of the early date has the questions 0, 1, 3 and 4.

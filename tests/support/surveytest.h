@@ -50,6 +50,12 @@ protected:
         return rows(sql.arg(respondentid)).join(u' ');
     }
 
+    /// Another program takes a question out of the catalogue.
+    void dropQuestion(int number) const {
+        run(QStringLiteral("delete * from questions where questionid=%1")
+                .arg(question.at(static_cast<std::size_t>(number))));
+    }
+
     /// Opens the editor for a respondent of Acme, today; a questionnaire that exists is edited.
     frmNewSurvey& open(int respondent = 0) {
         frmSelectSurvey& selection = frmSelectSurvey::instance();
