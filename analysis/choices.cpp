@@ -17,7 +17,7 @@ void toListCustomers(forms::ComboBox& list) {
 
 void toListSurveyDates(forms::ListBox& list, const QString& customer) {
     toReconnect();
-    const int custid = toGetCustID(customer);
+    const int custid = findCustomer(customer);
     ado::Recordset survey;
     survey.Open(u"select * from survey where custid="_s + QString::number(custid) + u" order by sdate asc",
                 *cnnMain);

@@ -55,7 +55,7 @@ void frmDateToDate::toFillCustomerList() {
 void frmDateToDate::toFillSurveyDates() {
     guarded({}, [this] {
         toReconnect();
-        const int custid = toGetCustID(ui->cmbCustomer->Text());
+        const int custid = findCustomer(ui->cmbCustomer->Text());
         ado::Recordset survey;
         survey.Open(u"select distinct(sdate) from survey where custid="_s + QString::number(custid) +
                         u" order by sdate asc",

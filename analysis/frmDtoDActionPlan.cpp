@@ -42,6 +42,8 @@ void frmDtoDActionPlan::toFillCustomerList() {
 }
 
 void frmDtoDActionPlan::cmdPrint() {
+    if (!forms::DTPicker::requireDates({ui->dtFrom, ui->dtTo}))
+        return;
     setMousePointer(forms::Hourglass);
     if (ui->cmbCustomer->ListCount() > 0) {
         toShowStatus(u"Generating Report....."_s);

@@ -50,6 +50,8 @@ void frmDtoDSatisfactionOverview::onLoad() {
 }
 
 void frmDtoDSatisfactionOverview::cmdPrint() {
+    if (!forms::DTPicker::requireDates({ui->dtFrom, ui->dtTo}))
+        return;
     toGenerateReport(*this, *ui->cmbCustomer, [this] { toFillReporttable(); });
 }
 

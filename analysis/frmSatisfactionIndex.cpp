@@ -154,6 +154,8 @@ void frmSatisfactionIndex::lstParameter_DblClick() {
 }
 
 void frmSatisfactionIndex::cmdView() {
+    if (!forms::DTPicker::requireDates({ui->dtFrom, ui->dtTo}))
+        return;
     setMousePointer(forms::Hourglass);
     toFillTable();
     if (toCheckIndexRecords()) {

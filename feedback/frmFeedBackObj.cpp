@@ -97,7 +97,8 @@ void frmFeedBackObj::toGoToHit() {
         }
         return false;
     };
-    toFillcmbCustomername(); // the hit may be newer than the lists
+    if (!toFillcmbCustomername()) // the hit may be newer than the lists
+        return;
     if (!moveTo(ui->cmbCusName, hit->customer) || !moveTo(ui->lstSurveyDates, hit->date))
         toShowHitGone();
 }
@@ -160,12 +161,12 @@ QDate frmFeedBackObj::shownDate() const {
     return toDate(ui->lblSDate->text());
 }
 
-void frmFeedBackObj::toFillcmbCustomername() {
-    guarded({.form = this}, [this] {
+bool frmFeedBackObj::toFillcmbCustomername() {
+    return guarded({.form = this}, [this] {
         toReconnect();
-        ui->cmbCusName->Clear();
         ado::Recordset customer;
         customer.Open(u"select * from customer"_s, *cnnMain);
+        ui->cmbCusName->Clear();
         for (; !customer.Eof(); customer.MoveNext())
             ui->cmbCusName->AddItem(customer["custname"].Text());
     });

@@ -39,7 +39,7 @@ public:
     /// again.
     bool blnBrowse = false;
 
-    void toFillcmbCustomername();
+    bool toFillcmbCustomername();
     /// Fills the list of the customer's survey dates.
     void toFillListView();
     void toFilllstRespondentName();

@@ -54,7 +54,7 @@ frmImprovementPlan::~frmImprovementPlan() = default;
 void frmImprovementPlan::connectEvents() {
     using This = frmImprovementPlan;
     connect(ui->lstCusName, &forms::ListBox::Click, this, &This::lstCusName_Click);
-    connect(ui->dtdate, &forms::DTPicker::Change, this, &This::lstCusName_Click);
+    connect(ui->dtdate, &forms::DTPicker::Change, this, &This::dtdate_Change);
     connect(ui->lsvDtls, &forms::ListView::Click, this, &This::lsvDtls_Click);
     connect(ui->lsvDtls, &forms::ListView::RightClick, this, &This::lsvDtls_RightClick);
     connect(ui->cmdSave, &QPushButton::clicked, this, &This::cmdSave_Click);
@@ -89,9 +89,11 @@ void frmImprovementPlan::onActivate() {
     }
     if (customers->SelCount() == 1) {
         ui->dtdate->setValue(toDate(hit->date));
-    } else { // the customer has gone meanwhile
+    } else {
         toShowNoAction();
         ui->lsvDtls->Clear();
+        forms::msgBox(u"The customer of this hit is no longer there."_s, forms::style::information,
+                      u"Gaugewell v2.1"_s);
     }
 }
 
@@ -162,6 +164,22 @@ void frmImprovementPlan::lstCusName_Click() {
     toFillListView();
 }
 
+/// An action that is being typed moves to a date without a stored one: the description may come first.
+void frmImprovementPlan::dtdate_Change() {
+    const bool typing = ui->txtDescription->isModified() && ui->lstCusName->SelCount() == 1;
+    bool isFree = false;
+    if (typing) {
+        guarded({.form = this}, [&] {
+            toReconnect();
+            isFree = toGetActionID(currentCustomer()).isEmpty();
+        });
+    }
+    if (isFree)
+        toFillListView();
+    else
+        lstCusName_Click();
+}
+
 void frmImprovementPlan::lsvDtls_Click() {
     forms::ListView* list = ui->lsvDtls;
     const int row = list->CurrentRow();
@@ -183,6 +201,8 @@ void frmImprovementPlan::lsvDtls_RightClick(const QPoint& globalPosition) {
 }
 
 void frmImprovementPlan::cmdSave_Click() {
+    if (!forms::DTPicker::requireDates({ui->dtdate, ui->dttargetDate}))
+        return;
     setMousePointer(forms::Hourglass);
     if (ui->lstCusName->ListCount() > 0) {
         if (ui->txtDescription->text().trimmed().isEmpty()) {
@@ -207,8 +227,10 @@ void frmImprovementPlan::toSaveActionDtls() {
             toSaveActionOf(name);
         transaction.Commit();
     });
-    if (saved)
+    if (saved) {
+        ui->txtDescription->setModified(false);
         toFillListView();
+    }
     setMousePointer(forms::DefaultPointer);
 }
 

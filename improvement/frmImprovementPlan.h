@@ -48,6 +48,7 @@ private:
     void connectEvents();
 
     void lstCusName_Click();
+    void dtdate_Change();
     void lsvDtls_Click();
     void lsvDtls_RightClick(const QPoint& globalPosition);
     void cmdSave_Click();

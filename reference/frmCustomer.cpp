@@ -223,12 +223,12 @@ QString frmCustomer::toSaveCustomerRow(int row) {
     return customer["custid"].Text();
 }
 
-/// Whether a respondent of the name and designation in the grid's current row stands under the current
-/// customer. With an apostrophe in one text only, the other is tested as empty, so that nothing is found.
-QString frmCustomer::toMakeDuplicateTest() const {
+/// Whether a respondent of the name and designation in that row is stored under the current customer. With
+/// an apostrophe in one text only, the other is tested as empty, so that nothing is found.
+QString frmCustomer::toMakeDuplicateTest(int row) const {
     const forms::MSHFlexGrid* grid = ui->grdRespondentDtls;
-    const QString name = grid->TextMatrix(grid->Row(), 1);
-    const QString designation = grid->TextMatrix(grid->Row(), designationColumn);
+    const QString name = grid->TextMatrix(row, 1);
+    const QString designation = grid->TextMatrix(row, designationColumn);
     const std::optional<QString> filteredName = toFilterApostrophe(name);
     const std::optional<QString> filteredDesignation = toFilterApostrophe(designation);
     if (!filteredName && !filteredDesignation) {
@@ -269,16 +269,23 @@ void frmCustomer::toSaveRespondentDetails() {
     setMousePointer(forms::DefaultPointer);
 }
 
+int frmCustomer::newRespondents() const {
+    int count = 0;
+    for (int row = 1; row < ui->grdRespondentDtls->Rows(); ++row)
+        count += ui->grdRespondentDtls->TextMatrix(row, respondentidColumn).isEmpty() ? 1 : 0;
+    return count;
+}
+
+/// A single new row is compared by the texts of the row in hand, of several each by its own.
 QString frmCustomer::toSaveRespondentRow(int row) {
     const auto cell = [&](int column) { return ui->grdRespondentDtls->TextMatrix(row, column); };
     const bool isNew = cell(respondentidColumn).isEmpty();
     ado::Recordset respondent;
     if (isNew) {
-        respondent.Open(toMakeDuplicateTest(), *cnnMain, ado::Recordset::Lock::Optimistic);
-        if (!respondent.Eof()) {
-            toRefreshRespondentDetails();
+        const int tested = newRespondents() > 1 ? row : ui->grdRespondentDtls->Row();
+        respondent.Open(toMakeDuplicateTest(tested), *cnnMain, ado::Recordset::Lock::Optimistic);
+        if (!respondent.Eof())
             return {};
-        }
         respondent.AddNew();
     } else {
         respondent.Open(u"select * from respondent where respondentid="_s + cell(respondentidColumn),

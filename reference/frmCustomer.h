@@ -54,7 +54,8 @@ private:
     // They return the key of the stored row; empty when the row was passed over.
     QString toSaveCustomerRow(int row);
     QString toSaveRespondentRow(int row);
-    QString toMakeDuplicateTest() const;
+    QString toMakeDuplicateTest(int row) const;
+    int newRespondents() const; ///< rows that are not stored
     QString currentCustID() const;
 
     std::unique_ptr<Ui::frmCustomer> ui;

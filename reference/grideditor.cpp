@@ -86,12 +86,12 @@ void GridEditor::copyCell() {
     box->setText(grid->Text());
     if (grid->Col() == rule.readOnlyColumn)
         box->home(false);
-    else if (isEnteredSelected())
+    else if (isMark(grid->Col()))
         box->selectAll();
 }
 
-bool GridEditor::isEnteredSelected() const {
-    return grid->Col() >= rule.firstMarkColumn && grid->Col() <= rule.lastMarkColumn;
+bool GridEditor::isMark(int col) const {
+    return col >= rule.firstMarkColumn && col <= rule.lastMarkColumn;
 }
 
 void GridEditor::textEdited(const QString& text) {
@@ -212,6 +212,25 @@ std::optional<QString> GridEditor::fitting(int row, int col, const QString& text
     return isCell && clean.size() <= rule.maxLength ? fit(row, col, clean) : std::nullopt;
 }
 
+/// Asks before a block replaces texts beside the current cell, since a text of two lines is a block too.
+/// Marks are replaced without a question.
+bool GridEditor::mayReplace(const std::vector<QStringList>& block) const {
+    int replaced = 0;
+    for (int row = grid->Row(); const QStringList& texts : block) {
+        for (int col = grid->Col(); const QString& text : texts) {
+            const QString held = grid->TextMatrix(row, col).trimmed();
+            const bool isCurrent = row == grid->Row() && col == grid->Col();
+            replaced += !isCurrent && !isMark(col) && !held.isEmpty() && held != text.trimmed() ? 1 : 0;
+            ++col;
+        }
+        ++row;
+    }
+    return replaced == 0 ||
+           forms::msgBox(u"Other cells whose texts the pasted block would replace: %1. Replace them?"_s.arg(replaced),
+                         forms::style::yesNo + forms::style::secondButton + forms::style::information,
+                         u"Gaugewell v2.1"_s) == forms::Answer::Yes;
+}
+
 void GridEditor::pasteBlock(const std::vector<QStringList>& rows) {
     const int firstRow = grid->Row();
     const int firstCol = grid->Col();
@@ -232,6 +251,8 @@ void GridEditor::pasteBlock(const std::vector<QStringList>& rows) {
             texts << *text;
         }
     }
+    if (!mayReplace(fittingRows))
+        return;
     grid->setRows(qMax(grid->Rows(), firstRow + static_cast<int>(rows.size())));
     for (int row = 0; const QStringList& texts : fittingRows) {
         for (int col = 0; const QString& text : texts)
@@ -272,7 +293,7 @@ bool GridEditor::boxKey(int key) {
     const int row = grid->Row();
     const int col = grid->Col();
     const bool selected = box->hasSelectedText();
-    const bool whole = isEnteredSelected() && selected && box->selectedText() == box->text();
+    const bool whole = isMark(col) && selected && box->selectedText() == box->text();
     const bool atEnd = !selected && box->cursorPosition() == box->text().size();
     const bool atStart = !selected && box->cursorPosition() == 0;
     switch (key) {

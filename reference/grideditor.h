@@ -95,12 +95,13 @@ private:
     void appendRow(int col, RowMove move);
     bool hasText(int row) const;
     bool acceptsAll(const QString& typed) const;
-    bool isEnteredSelected() const;
+    bool isMark(int col) const;
     bool boxEvent(QEvent* event);
     void textEdited(const QString& text);
     void showMenu(const QPoint& globalPosition);
     void paste(const QString& text);
     void pasteBlock(const std::vector<QStringList>& rows);
+    bool mayReplace(const std::vector<QStringList>& block) const;
     std::optional<QString> fitting(int row, int col, const QString& text) const;
     void layBox();
 

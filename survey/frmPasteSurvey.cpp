@@ -70,10 +70,12 @@ void frmPasteSurvey::toFillSurveyDateList() {
 }
 
 void frmPasteSurvey::toRefreshGrid() {
-    guarded({.form = this}, [this] {
+    const bool read = guarded({.form = this}, [this] {
         toReconnect();
         toShowQuestionnaire(ui->grdParamAndQuest, lists.picked());
     });
+    if (!read)
+        toEmptyGrid(ui->grdParamAndQuest); // else another survey would stay, and Ok copy the picked one
 }
 
 QString frmPasteSurvey::toGetRespondentID(const QString& name) const {
@@ -155,12 +157,14 @@ void frmPasteSurvey::cmdPaste() {
     if (ui->grdParamAndQuest->TextMatrix(1, 1).trimmed().isEmpty()) {
         if (ui->lstSurvetDates->SelCount() == 0)
             forms::msgBox(u"Select a Survey Date to import...."_s, style::critical, u"Gaugewell v2.1"_s);
+        else
+            toRefreshGrid(); // it may not have been readable
         blnSurveyPasted = false;
         setMousePointer(forms::DefaultPointer);
         return;
     }
     if (!toSaveTheCopyDetails()) {
-        Unload();
+        setMousePointer(forms::DefaultPointer);
         return;
     }
     toPasteCopyDetails();

@@ -110,6 +110,8 @@ void frmSelectSurvey::cmdBlankSurvey() {
         if (withQuestions)
             editor.toRefreshGrid();
     };
+    if (!forms::DTPicker::requireDates({ui->dtSDate}))
+        return;
     setMousePointer(forms::Hourglass);
     const QString customer = ui->cmbCustomer->List(ui->cmbCustomer->ListIndex());
     if (toIsSurveyNew(ui->dtSDate->Value(), customer, ui->lstRespondent->Text()))
@@ -125,6 +127,8 @@ void frmSelectSurvey::cmdBlankSurvey() {
 }
 
 void frmSelectSurvey::cmdExistingSurvey() {
+    if (!forms::DTPicker::requireDates({ui->dtSDate}))
+        return;
     setMousePointer(forms::Hourglass);
     blnExistingSurvey = true;
     frmPasteSurvey::toCopyInto({ui->cmbCustomer->List(ui->cmbCustomer->ListIndex()),

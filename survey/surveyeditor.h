@@ -113,6 +113,7 @@ private:
     Controls control{};
     Mailer mailer;
     crystal::CrystalReport crptPrint;
+    SurveyContext shown; ///< whose questionnaire the grid holds
     bool unread = false;
     inline static const SurveyEditor* droppedOn = nullptr; ///< whose grid the last node was let go over
 };

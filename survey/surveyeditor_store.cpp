@@ -5,6 +5,7 @@
 #include "core/transaction.h"
 #include "platform/forms/flexgrid.h"
 #include "platform/forms/msgbox.h"
+#include "reference/gridtools.h"
 #include "survey/surveyeditor.h"
 
 #include <algorithm>
@@ -51,6 +52,9 @@ void SurveyEditor::toRefreshGrid() {
         toReconnect();
         toShowQuestionnaire(control.grdParamAndQuest, context());
     });
+    if (unread && shown != context())
+        toEmptyGrid(control.grdParamAndQuest); // else another questionnaire would stay
+    shown = context();
 }
 
 /// The grid as the questionnaire is stored, with the cursor on the question that it is on. A failure shows in

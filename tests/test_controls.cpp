@@ -95,6 +95,10 @@ TEST_F(Controls, aReportListTellsWhateverItMarks) {
     EXPECT_EQ(told, QStringList({u"click"_s, u"menu"_s}));
     QTest::mouseClick(list->viewport(), Qt::RightButton, {}, second);
     EXPECT_EQ(told, QStringList({u"click"_s, u"menu"_s, u"menu"_s})) << "it is marked already";
+    list->clearSelection();
+    QTest::keyClick(list, Qt::Key_Space);
+    EXPECT_EQ(list->SelectedRows(), std::vector<int>{1});
+    EXPECT_EQ(told.last(), u"click"_s);
 }
 
 TEST_F(Controls, datesAreTypedAsAWhole) {
@@ -165,6 +169,14 @@ TEST_F(Controls, aCalendarIsOpenedByKeysAndCodeMaySetAnyDate) {
         QTest::keyClick(date, Qt::Key_Up);
         EXPECT_EQ(date->Value(), date2);
     }
+    date->setValue({2100, 12, 31});
+    QTest::keyClick(date, Qt::Key_Up);
+    EXPECT_EQ(date->Value(), QDate(2100, 12, 31));
+    date->lineEdit()->selectAll();
+    QTest::keyClicks(date, u"1/2"_s);
+    QFocusEvent toMenu(QEvent::FocusOut, Qt::PopupFocusReason);
+    QCoreApplication::sendEvent(date, &toMenu);
+    EXPECT_EQ(date->toolTip(), QString()) << "still being typed";
 }
 
 class TypedForm : public forms::DefaultForm<TypedForm> {

@@ -264,6 +264,22 @@ TEST_F(CustomerTest, aPastedBlockFillsRowsOrNothing) {
     EXPECT_EQ(customers().row(2), u"Two|2 Road||"_s);
     EditedGrid::paste(u"line\nends\n"_s);
     EXPECT_EQ(QString(customers().row(2) + customers().text(3, 3)), u"Two|2 Road|line|ends"_s);
+    customers().click(1, 2);
+    messages.expectTitled(
+        u"Other cells whose texts the pasted block would replace: 1. Replace them?"_s,
+        forms::style::yesNo + forms::style::secondButton + forms::style::information, forms::Answer::No);
+    EditedGrid::paste(u"1 Street\nTown"_s);
+    EXPECT_EQ(customers().text(2, 2), u"2 Road"_s);
+}
+
+TEST_F(CustomerTest, pastedRespondentsAreStoredButForThoseThatAre) {
+    addRespondent(addCustomer(u"Acme"_s), u"Ann"_s, u"Buyer"_s);
+    frmCustomer& form = open();
+    press(form, "cmdAddRespondent");
+    EditedGrid::paste(u"Ben\tClerk\nAnn\tBuyer\nCy\tClerk\nBen\tClerk"_s);
+    press(form, "cmdSaveRespondent");
+    EXPECT_EQ(rows(u"select respondentname from respondent"_s), QStringList({u"Ann"_s, u"Ben"_s, u"Cy"_s}));
+    EXPECT_EQ(respondents().grid->Rows(), 4);
 }
 
 TEST_F(CustomerTest, theDuplicateTestKeepsItsOddities) {

@@ -131,6 +131,23 @@ TEST_F(ExistingTest, aRespondentWithoutANameHasNoSurvey) {
 }
 
 /// What one editor writes the other shows when it is turned to, with the cursor on the same question.
+TEST_F(ExistingTest, aQuestionnaireThatCannotBeReadLeavesNoOtherOnShow) {
+    addStored(ann, early, {0, 1});
+    addStored(ann, today, {2});
+    auto* list = control<forms::ListBox>(edit(), "lstSurvetDates");
+    ASSERT_EQ(rowsOf(edit()), 4);
+    whileInUse([&] { list->setListIndex(1); });
+    EXPECT_EQ(rowsOf(edit()), 2);
+    importBy(edit(), "cmdCopy", [&](frmPasteSurvey& form) {
+        ASSERT_EQ(rowsOf(form), 4);
+        whileInUse([&] { control<forms::ListBox>(form, "lstSurvetDates")->setListIndex(1); });
+        EXPECT_EQ(rowsOf(form), 2);
+        press(form, "cmdPaste");
+        EXPECT_NE(frmPasteSurvey::loaded(), nullptr);
+        EXPECT_EQ(rowsOf(form), 3) << "read now";
+    });
+}
+
 TEST_F(ExistingTest, twoEditorsOnOneQuestionnaireKeepEachOthersQuestions) {
     addStored(ann, {2024, 3, 4}, {2});
     addStored(ann, today, {0, 1});

@@ -122,6 +122,33 @@ TEST_F(ImprovementTest, savingWritesEachChosenCustomerAndOverwritesWithoutAWarni
     EXPECT_EQ(rows(stored), expected) << "the first customer's action went back";
 }
 
+TEST_F(ImprovementTest, whatIsTypedGoesToTheDateTypedAfterIt) {
+    const QStringList before = rows(stored);
+    const auto typeDate = [](const QString& text) {
+        date("dtdate").setFocus();
+        date("dtdate").lineEdit()->selectAll();
+        type(text);
+    };
+    enter(u"Write"_s);
+    typeDate(u"31/2/2024"_s);
+    messages.expectTitled(u"“31/2/2024” is no date. Enter it as day/month/year, from 1900 to 2100."_s, 16);
+    press(form(), "cmdSave");
+    EXPECT_EQ(rows(stored), before);
+    EXPECT_TRUE(date("dtdate").hasFocus());
+    typeDate(u"1/3/2024"_s);
+    press(form(), "cmdSave");
+    QStringList expected = before;
+    expected.insert(2, u"1|01/03/2024|Write|05/03/2024|False"_s);
+    EXPECT_EQ(rows(stored), expected);
+    typeDate(u"2/3/2024"_s);
+    key(Qt::Key_Return);
+    EXPECT_EQ(shown(), u"|02/03/2024|05/03/2024|no"_s) << "stored, no longer being typed";
+    enter(u"Ask"_s);
+    typeDate(u"20/2/2024"_s);
+    key(Qt::Key_Return);
+    EXPECT_EQ(shown(), u"Visit|20/02/2024|27/02/2024|no"_s);
+}
+
 TEST_F(ImprovementTest, thePopUpMenuChangesTheChosenRowsOfAllChosenCustomers) {
     const QStringList before = rows(stored);
     const QDir backup(path(u"backup"_s));

@@ -160,6 +160,7 @@ TEST_F(SearchTest, aHitIsFoundInAnOlderFormOrNothingIsShownForIt) {
     EXPECT_EQ(customer() + shownAction(), u"Aaron"_s);
     clickEntry(plan, "lstCusName", 1);
     run(u"delete * from customer where custid = 2"_s);
+    messages.expectTitled(u"The customer of this hit is no longer there."_s, forms::style::information);
     jump();
     EXPECT_EQ(customer() + shownAction(), QString());
     EXPECT_EQ(control<forms::ListView>(plan, "lsvDtls")->ListCount(), 0);

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/forms/dtpicker.h"
 
+#include "platform/forms/msgbox.h"
+
+#include <QApplication>
 #include <QCalendarWidget>
 #include <QKeyEvent>
 #include <QRegularExpression>
@@ -15,6 +18,12 @@ namespace {
 
 const QDate first{1900, 1, 1};
 const QDate last{2100, 12, 31};
+
+/// Whether the focus goes only until a menu or another window gives it back.
+bool isForAWhile(const QFocusEvent& event) {
+    return event.reason() == Qt::PopupFocusReason || event.reason() == Qt::MenuBarFocusReason ||
+           (event.reason() == Qt::ActiveWindowFocusReason && !QApplication::activeWindow());
+}
 
 /// Latin digits under every locale.
 QString shown(const QDate& date) {
@@ -82,11 +91,24 @@ bool DTPicker::readText() {
     return typed.isValid();
 }
 
+bool DTPicker::requireDates(std::initializer_list<DTPicker*> pickers) {
+    for (DTPicker* picker : pickers) {
+        if (picker->readText())
+            continue;
+        msgBox(u"“%1” is no date. Enter it as day/month/year, from 1900 to 2100."_s.arg(picker->text()),
+               style::critical, u"Gaugewell v2.1"_s);
+        picker->setFocus();
+        return false;
+    }
+    return true;
+}
+
 /// Red in the ground, which the text stays readable on in any theme.
 void DTPicker::mark(bool unreadable) {
-    QPalette colours = palette();
+    marked = unreadable;
+    QPalette colours;
     if (unreadable) {
-        const QColor ground = colours.color(QPalette::Base);
+        const QColor ground = palette().color(QPalette::Base);
         colours.setColor(QPalette::Base,
                          QColor((ground.red() * 2 + 255) / 3, ground.green() * 2 / 3, ground.blue() * 2 / 3));
     }
@@ -102,9 +124,12 @@ void DTPicker::step(int by) {
     if (!readText())
         return;
     const int at = lineEdit()->hasSelectedText() ? 0 : lineEdit()->cursorPosition();
-    setValue(at < monthBegins  ? value.addDays(by)
-             : at < yearBegins ? value.addMonths(by)
-                               : value.addYears(by));
+    const QDate next = at < monthBegins  ? value.addDays(by)
+                       : at < yearBegins ? value.addMonths(by)
+                                         : value.addYears(by);
+    const auto canBeTyped = [](const QDate& date) { return date >= first && date <= last; };
+    if (canBeTyped(next) || !canBeTyped(value))
+        setValue(next);
     lineEdit()->setCursorPosition(at);
 }
 
@@ -126,7 +151,8 @@ void DTPicker::keyPressEvent(QKeyEvent* event) {
 void DTPicker::focusInEvent(QFocusEvent* event) {
     QComboBox::focusInEvent(event);
     entered = event->reason() == Qt::MouseFocusReason;
-    if (event->reason() == Qt::OtherFocusReason || event->reason() == Qt::ActiveWindowFocusReason)
+    const bool back = event->reason() == Qt::ActiveWindowFocusReason && text() == shown(value);
+    if (event->reason() == Qt::OtherFocusReason || back)
         lineEdit()->selectAll();
 }
 
@@ -140,7 +166,14 @@ bool DTPicker::eventFilter(QObject* watched, QEvent* event) {
 
 void DTPicker::focusOutEvent(QFocusEvent* event) {
     QComboBox::focusOutEvent(event);
-    readText();
+    if (!isForAWhile(*event))
+        readText();
+}
+
+void DTPicker::changeEvent(QEvent* event) {
+    QComboBox::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && marked)
+        mark(true);
 }
 
 void DTPicker::wheelEvent(QWheelEvent* event) {

@@ -153,6 +153,7 @@ void MSHFlexGrid::mousePressEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton)
         return;
     pressed = indexAt(event->position().toPoint());
+    firstPressed = pressed;
     if (!pressed.isValid())
         return;
     QTableView::mousePressEvent(event);
@@ -179,8 +180,10 @@ void MSHFlexGrid::mouseReleaseEvent(QMouseEvent* event) {
 void MSHFlexGrid::mouseDoubleClickEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton)
         return;
-    QTableView::mouseDoubleClickEvent(event);
-    if (indexAt(event->position().toPoint()).isValid())
+    const QModelIndex index = indexAt(event->position().toPoint());
+    const bool onOneCell = index.isValid() && index == firstPressed;
+    QTableView::mouseDoubleClickEvent(event); // a press of its own on another cell
+    if (onOneCell)
         Q_EMIT DblClick();
 }
 

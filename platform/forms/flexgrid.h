@@ -93,6 +93,7 @@ private:
     int col = 1;
     int mouseRow = 0;
     QModelIndex pressed;
+    QPersistentModelIndex firstPressed; // cell of the last press, the first of a double click
     bool movingCursor = false;
     QHash<int, double> shares; // of the grid's width, by column
 };

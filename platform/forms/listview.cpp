@@ -102,13 +102,10 @@ void ListView::mouseReleaseEvent(QMouseEvent* event) {
     QTreeView::mouseReleaseEvent(event);
     const bool inside = viewport()->rect().contains(event->position().toPoint());
     const bool chooses = SelectedRows() != chosenAtPress && !SelectedRows().empty();
-    if (event->button() == Qt::LeftButton && std::exchange(pressedOnRow, false) && (inside || chooses))
+    const bool clicks = event->button() == Qt::LeftButton && std::exchange(pressedOnRow, false) && inside;
+    if (clicks || chooses)
         Q_EMIT Click();
-    if (event->button() != Qt::RightButton)
-        return;
-    if (chooses)
-        Q_EMIT Click();
-    if (inside)
+    if (event->button() == Qt::RightButton && inside)
         Q_EMIT RightClick(event->globalPosition().toPoint());
 }
 
@@ -133,6 +130,7 @@ void ListView::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
         return;
     const int before = CurrentRow();
+    const std::vector<int> chosen = SelectedRows();
     const bool toNeighbour =
         event->key() == Qt::Key_Down || event->key() == Qt::Key_Up || event->key() == Qt::Key_Home;
     const bool choosing = !(event->modifiers() & Qt::ControlModifier);
@@ -142,7 +140,7 @@ void ListView::keyPressEvent(QKeyEvent* event) {
         return;
     }
     QTreeView::keyPressEvent(event);
-    if (CurrentRow() != before)
+    if (CurrentRow() != before || (SelectedRows() != chosen && selectionModel()->hasSelection()))
         Q_EMIT Click();
 }
 

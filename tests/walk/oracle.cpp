@@ -95,6 +95,8 @@ void Oracle::begin(const QWidget* target) {
         form = active ? active->widget() : nullptr;
     }
     owner = ownerOf(form);
+    wasTold = false;
+    entered = form ? newRowsOf(*form) : QStringList();
 }
 
 QSet<QString> Oracle::idsOf(const QString& table, int nameField, const QString& name,
@@ -170,7 +172,9 @@ QString Oracle::fault(bool atRest) {
         if (!found.isEmpty())
             return found;
     }
-    QString found = faultOfForms();
+    QString found = faultOfNewRows();
+    if (found.isEmpty())
+        found = faultOfForms();
     if (found.isEmpty() && atRest)
         found = faultOfActiveForm();
     return found.isEmpty() && atRest ? faultOfRest() : found;

@@ -42,6 +42,8 @@ public:
     QString fault(bool atRest);
     /// The store was locked during the event: a form may not have been able to read it.
     void wasLocked() { mayBeUnread = true; }
+    /// A message has been shown: a command may have ended without its effect.
+    void spoke() { wasTold = true; }
     /// A command that may write has run.
     void ran(const QString& command) { commands << command; }
 
@@ -60,6 +62,8 @@ private:
     QString faultOfActiveForm();
     static QString faultOfRest();
     QString faultOfQuestionnaire(const QWidget& form, const Owner& shown, const QString& date);
+    static QStringList newRowsOf(const QWidget& form);
+    QString faultOfNewRows() const;
     QString faultOfActions(const QWidget& form, const Owner& shown) const;
     QString faultOfPairedGrids(const QWidget& form, const char* upper, int upperKey, const char* lower,
                                int lowerKey, const QString& table) const;
@@ -70,6 +74,9 @@ private:
     Owner owner;
     QStringList commands;
     bool mayBeUnread = false;
+    bool wasTold = false;
+    QString lastRead;    // which questionnaire a form was last seen to show as it is stored
+    QStringList entered; // the new rows of the lower grid before an event, by their first two texts
     QSet<const QObject*> watched;
     std::map<const QObject*, QString> clickedTexts; // of each list's last Click
     QObject hooks;                                  // they go with the oracle

@@ -60,6 +60,33 @@ QString Oracle::faultOfPairedGrids(const QWidget& form, const char* upper, int u
     return {};
 }
 
+/// The complete rows of the respondents that are not stored, when there are several.
+QStringList Oracle::newRowsOf(const QWidget& form) {
+    QStringList result;
+    const auto* grid = child<forms::MSHFlexGrid>(form, "grdRespondentDtls");
+    for (int row = 1; grid && row < grid->Rows(); ++row) {
+        if (grid->TextMatrix(row, 4).isEmpty())
+            result << grid->TextMatrix(row, 1) + u'|' + grid->TextMatrix(row, 2);
+    }
+    return result.size() > 1 ? result.replaceInStrings(u"'"_s, u"\u2019"_s) : QStringList();
+}
+
+/// A save without a message has stored every new row that was entered.
+QString Oracle::faultOfNewRows() const {
+    if (wasTold || !commands.contains(u"cmdSaveRespondent") || owner.customers.contains(QString()))
+        return {};
+    for (const QString& texts : entered) {
+        const bool isStored = std::any_of(rows.begin(), rows.end(), [&](const auto& entry) {
+            const QString mine = entry.second.value(2) + u'|' + entry.second.value(3);
+            return entry.first.startsWith(u"respondent|") && owner.customers.contains(entry.second[1]) &&
+                   mine.compare(texts, Qt::CaseInsensitive) == 0;
+        });
+        if (!isStored)
+            return u"the new respondent \"%1\" has not been saved"_s.arg(texts);
+    }
+    return {};
+}
+
 QString Oracle::faultOfForms() const {
     for (const QWidget* form : loadedForms()) {
         for (const auto* list : form->findChildren<forms::ListBox*>()) {
@@ -136,9 +163,13 @@ QString Oracle::faultOfQuestionnaire(const QWidget& form, const Owner& shown, co
     }
     onShow.sort();
     stored.sort();
-    if (onShow == stored)
+    const QString which = shown.form + date + shown.respondents.values().join(u'|');
+    if (onShow == stored) {
         mayBeUnread = false;
-    if (onShow == stored || mayBeUnread || shown.respondents.size() != 1)
+        lastRead = which;
+    }
+    const bool isAsItWas = mayBeUnread && (onShow.isEmpty() || which == lastRead);
+    if (onShow == stored || isAsItWas || shown.respondents.size() != 1)
         return {};
     return u"%1 shows [%2] where [%3] is stored"_s.arg(shown.form, onShow.join(u", "_s),
                                                        stored.join(u", "_s));

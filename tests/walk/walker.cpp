@@ -55,6 +55,7 @@ Walker::~Walker() {
 void Walker::hookDialogs() {
     const auto answer = [this](const forms::Message& message) {
         using forms::Answer;
+        oracle.spoke();
         tell(u"message \"%1\""_s.arg(message.text.simplified().left(60)));
         if (cnnMain && cnnMain->InTransaction() && fault.isEmpty())
             fault = u"a message while a transaction is open: "_s + message.text;
