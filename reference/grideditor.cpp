@@ -226,9 +226,10 @@ bool GridEditor::mayReplace(const std::vector<QStringList>& block) const {
         ++row;
     }
     return replaced == 0 ||
-           forms::msgBox(u"Other cells whose texts the pasted block would replace: %1. Replace them?"_s.arg(replaced),
-                         forms::style::yesNo + forms::style::secondButton + forms::style::information,
-                         u"Gaugewell v2.1"_s) == forms::Answer::Yes;
+           forms::msgBox(
+               u"Other cells whose texts the pasted block would replace: %1. Replace them?"_s.arg(replaced),
+               forms::style::yesNo + forms::style::secondButton + forms::style::information,
+               u"Gaugewell v2.1"_s) == forms::Answer::Yes;
 }
 
 void GridEditor::pasteBlock(const std::vector<QStringList>& rows) {

@@ -265,9 +265,9 @@ TEST_F(CustomerTest, aPastedBlockFillsRowsOrNothing) {
     EditedGrid::paste(u"line\nends\n"_s);
     EXPECT_EQ(QString(customers().row(2) + customers().text(3, 3)), u"Two|2 Road|line|ends"_s);
     customers().click(1, 2);
-    messages.expectTitled(
-        u"Other cells whose texts the pasted block would replace: 1. Replace them?"_s,
-        forms::style::yesNo + forms::style::secondButton + forms::style::information, forms::Answer::No);
+    messages.expectTitled(u"Other cells whose texts the pasted block would replace: 1. Replace them?"_s,
+                          forms::style::yesNo + forms::style::secondButton + forms::style::information,
+                          forms::Answer::No);
     EditedGrid::paste(u"1 Street\nTown"_s);
     EXPECT_EQ(customers().text(2, 2), u"2 Road"_s);
 }

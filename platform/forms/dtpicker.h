@@ -16,8 +16,9 @@ QDate dateOfText(const QString& text);
 /// A date as dd/mm/yyyy, typed or picked from a calendar (F4, Alt+Down, the arrow); Up and Down change the
 /// part under the cursor. The text is selected when the box gets the focus, so that typing replaces it.
 /// Typing changes the text only. It is read when the user leaves the box, presses
-/// Enter or an access key, or opens the calendar, and not when a menu or another program comes in front: a date becomes the value, any other text stays shown and
-/// marked while the old value holds. Change is emitted when the value changes, by the user or by code.
+/// Enter or an access key, or opens the calendar, and not when a menu or another program comes in front: a
+/// date becomes the value, any other text stays shown and marked while the old value holds. Change is emitted
+/// when the value changes, by the user or by code.
 class DTPicker : public QComboBox {
     Q_OBJECT
 

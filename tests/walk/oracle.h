@@ -41,7 +41,9 @@ public:
     /// After it. Empty when everything holds.
     QString fault(bool atRest);
     /// The store was locked during the event: a form may not have been able to read it.
-    void wasLocked() { mayBeUnread = true; }
+    void wasLocked() {
+        maybeUnread = {QStringLiteral("frmNewSurvey"), QStringLiteral("frmEditExistingSurvey")};
+    }
     /// A message has been shown: a command may have ended without its effect.
     void spoke() { wasTold = true; }
     /// A command that may write has run.
@@ -73,9 +75,9 @@ private:
     Rows rows;
     Owner owner;
     QStringList commands;
-    bool mayBeUnread = false;
+    QSet<QString> maybeUnread; // editors
     bool wasTold = false;
-    QString lastRead;    // which questionnaire a form was last seen to show as it is stored
+    std::map<QString, QString> lastRead; // which questionnaire an editor has shown as it is stored
     QStringList entered; // the new rows of the lower grid before an event, by their first two texts
     QSet<const QObject*> watched;
     std::map<const QObject*, QString> clickedTexts; // of each list's last Click

@@ -163,12 +163,13 @@ QString Oracle::faultOfQuestionnaire(const QWidget& form, const Owner& shown, co
     }
     onShow.sort();
     stored.sort();
-    const QString which = shown.form + date + shown.respondents.values().join(u'|');
+    const QString which = date + shown.respondents.values().join(u'|');
     if (onShow == stored) {
-        mayBeUnread = false;
-        lastRead = which;
+        maybeUnread.remove(shown.form);
+        lastRead[shown.form] = which;
     }
-    const bool isAsItWas = mayBeUnread && (onShow.isEmpty() || which == lastRead);
+    const bool isAsItWas =
+        maybeUnread.contains(shown.form) && (onShow.isEmpty() || which == lastRead[shown.form]);
     if (onShow == stored || isAsItWas || shown.respondents.size() != 1)
         return {};
     return u"%1 shows [%2] where [%3] is stored"_s.arg(shown.form, onShow.join(u", "_s),

@@ -166,7 +166,7 @@ void Walker::perform() {
     }
     toReconnect();
     sqlite3_busy_timeout(cnnMain->session()->handle(), 0);
-    if (oneIn(100)) {
+    if (oneIn(40)) {
         tell(u"the store is locked"_s);
         blocker.session()->prepare({u"begin exclusive"_s, {}}).step();
         locked = true;
