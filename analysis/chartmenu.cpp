@@ -28,8 +28,9 @@ void toSavePicture(chart::MSChart& drawn, const QString& kind, const QSize& size
         return;
     if (!path.endsWith(suffix, Qt::CaseInsensitive)) {
         path += suffix;
-        if (QFile::exists(path) && forms::msgBox(path + u" already exists.\r\nDo you want to replace it?",
-                                                 forms::style::yesNo) != forms::Answer::Yes)
+        if (QFile::exists(path) &&
+            forms::msgBox(path + u" already exists.\r\nDo you want to replace it?",
+                          forms::style::yesNo + forms::style::secondButton) != forms::Answer::Yes)
             return;
     }
     if (!drawn.SavePicture(path, size, sharpness))

@@ -263,8 +263,8 @@ void MDIMain::PopupMenu(const QPoint& globalPosition) {
 void MDIMain::popupEntry(const QString& name) {
     frmImprovementPlan& form = frmImprovementPlan::instance();
     if (name == u"mnuDelete") {
-        if (forms::msgBox(u"Do you want to delete"_s, forms::style::yesNo, u"Gaugewell v2.1"_s) ==
-            forms::Answer::Yes) {
+        if (forms::msgBox(u"Do you want to delete"_s, forms::style::yesNo + forms::style::secondButton,
+                          u"Gaugewell v2.1"_s) == forms::Answer::Yes) {
             form.toDeleteActionForSelectedCustomer();
             form.toFillListView();
         }

@@ -38,7 +38,9 @@ bool toClaimHome(desktop::FolderClaim& claim) {
         const QString question = where +
                                  u"'. Two programs in one folder can lose what the other one writes.\r\n"
                                  u"Has it ended there, and is this one to start?"_s;
-        return forms::msgBox(question, forms::style::yesNo) == forms::Answer::Yes && claim.takeOver();
+        return forms::msgBox(question, forms::style::yesNo + forms::style::secondButton) ==
+                   forms::Answer::Yes &&
+               claim.takeOver();
     }
     if (!claim.raiseHolder())
         forms::msgBox(where + u"' (process "_s + QString::number(holder.process) +

@@ -26,7 +26,8 @@ void frmLogDetails::cmdDelete_Click() {
         for (const int row : ui->lsvDtls->SelectedRows()) {
             fileName = ui->lsvDtls->Text(row);
             if (forms::msgBox(u"Are you sure you want to delete the Survey File - "_s + fileName,
-                              style::yesNo, u"Gaugewell v2.1"_s) == forms::Answer::Yes &&
+                              style::yesNo + style::secondButton,
+                              u"Gaugewell v2.1"_s) == forms::Answer::Yes &&
                 mayUseFile(toHomePath(fileName)))
                 toDeleteFile(fileName, toHomePath(fileName));
             else
@@ -60,7 +61,7 @@ void frmLogDetails::toDeleteElsewhere(const QString& fileName) {
     if (forms::msgBox(
             fileName +
                 u" Survey File not found in the Current Directory......Kindly locate the file to Delete",
-            style::okCancel) != forms::Answer::Ok)
+            style::okCancel + style::secondButton) != forms::Answer::Ok)
         return;
     cmnDlg.Filter = u"All Files (*.xls)|*.xls"_s;
     cmnDlg.Flags = hideReadOnlyBox;

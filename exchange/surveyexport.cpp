@@ -74,7 +74,8 @@ bool SurveyExport::mayOverwrite() const {
     return forms::msgBox(state.strGenerateXLSFile + u" file apready exist for Respondent - " +
                              survey.respondent + u" for Survey Date - " + survey.date +
                              u"....Do you want to overwrite?\r\n" + otherOwners(),
-                         style::yesNo + style::information, title()) == forms::Answer::Yes &&
+                         style::yesNo + style::information + style::secondButton,
+                         title()) == forms::Answer::Yes &&
            mayUseFile(path());
 }
 

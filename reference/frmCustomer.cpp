@@ -314,7 +314,7 @@ void frmCustomer::toDeleteCustomer() {
             const bool alone = respondent.Eof();
             respondent.Close();
             if (alone || msgBox(u"Deleting of Customer will delete all the Corresponding records"_s,
-                                style::okCancel, u"Tallywell"_s) == forms::Answer::Ok) {
+                                style::okCancel + style::secondButton, u"Tallywell"_s) == forms::Answer::Ok) {
                 toBackupBeforeLoss();
                 cnnMain->Execute(deletion);
             } else {

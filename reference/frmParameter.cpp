@@ -277,8 +277,9 @@ bool frmParameter::toConfirmDeletion(const QString& paramid) {
     question.Open(u"select * from questions where paramid="_s + paramid, *cnnMain);
     const bool hasQuestions = !question.Eof();
     question.Close(); // nothing stays locked while the question is on the screen
-    return hasQuestions && msgBox(u"Deleting of parameter will delete all the Corresponding records"_s,
-                                  style::okCancel, u"Gaugewell v2.1"_s) == forms::Answer::Ok;
+    return hasQuestions &&
+           msgBox(u"Deleting of parameter will delete all the Corresponding records"_s,
+                  style::okCancel + style::secondButton, u"Gaugewell v2.1"_s) == forms::Answer::Ok;
 }
 
 void frmParameter::toDeleteparameter() {

@@ -132,7 +132,7 @@ void frmEditExistingSurvey::lstSurvetDates_KeyDown(int key) {
         const SurveyContext survey = context();
         if (msgBox(u"You are about to delete the survey dated "_s + survey.date + u" for Customer - " +
                        survey.customer + u"\r\nAre you sure you want to delete...?",
-                   style::yesNo, u"Gaugewell v2.1"_s) == forms::Answer::No) {
+                   style::yesNo + style::secondButton, u"Gaugewell v2.1"_s) == forms::Answer::No) {
             toShowStatus(u"Deletion Cancelled...."_s);
         } else if (ui->grdParamAndQuest->Rows() != rowsWithoutQuestions) {
             toDeleteSurvey();

@@ -308,7 +308,7 @@ TEST_F(CustomerTest, deletingAsksOnlyWhereRespondentsHangOnTheCustomer) {
     addCustomer(u"Bolt"_s);
     frmCustomer& form = open();
     const auto remove = [&](Answer answer) {
-        messages.expect(u"Deleting of Customer will delete all the Corresponding records"_s, 1,
+        messages.expect(u"Deleting of Customer will delete all the Corresponding records"_s, 1 + 256,
                         u"Tallywell"_s, answer);
         press(form, "cmdDeleteCustomer");
         return rows(u"select custname from customer"_s);

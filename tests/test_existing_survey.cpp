@@ -41,8 +41,8 @@ protected:
     void expectAsked(const QString& date, Answer answer) {
         const QString asked = u"You are about to delete the survey dated %1 for Customer - %2\r\nAre you "
                               "sure you want to delete...?"_s;
-        messages.expectTitled(asked.arg(date, control<forms::ComboBox>(edit(), "cmbCustomer")->Text()), 4,
-                              answer);
+        messages.expectTitled(asked.arg(date, control<forms::ComboBox>(edit(), "cmbCustomer")->Text()),
+                              4 + 256, answer);
     }
     void pressDelete(const QString& date, Answer answer = Answer::Yes, const QString& failure = {}) {
         if (!date.isEmpty())

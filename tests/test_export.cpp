@@ -72,7 +72,7 @@ protected:
                                   u" file apready exist for Respondent - Ann for Survey Date - "
                                   u"05/03/2024....Do you want to overwrite?\r\n" +
                                   owners,
-                              68, answer);
+                              68 + 256, answer);
     }
     static QStringList linked() { return rows(u"select question from reportlinktable"_s); }
     /// Gives what the form then holds of the wish to mail.

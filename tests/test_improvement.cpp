@@ -61,7 +61,7 @@ protected:
         EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
     }
     void popUpDelete(int row, Answer answer) {
-        messages.expectTitled(u"Do you want to delete"_s, forms::style::yesNo, answer);
+        messages.expectTitled(u"Do you want to delete"_s, 4 + 256, answer);
         popUp(row, {Qt::Key_D});
     }
 };
@@ -229,7 +229,7 @@ TEST_F(ImprovementTest, aDeletionThatFailsPartWayDeletesNothing) {
     list().selectAll();
     runRaw(u"create trigger stop before delete on actionplan when old.Action = 'Visit' "
            "begin select raise(abort, 'locked'); end"_s);
-    messages.expectTitled(u"Do you want to delete"_s, forms::style::yesNo, Answer::Yes);
+    messages.expectTitled(u"Do you want to delete"_s, 4 + 256, Answer::Yes);
     messages.expectBeginning(u"Error : "_s);
     list().setFocus();
     QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, {}, {}, {});

@@ -135,7 +135,7 @@ TEST_F(MainWindowTest, aSecondProgramInAHomeBringsTheFirstToTheFrontOrTellsWhere
         messages.expect(where +
                             u"elsewhere'. Two programs in one folder can lose what the other one writes.\r\n"
                             "Has it ended there, and is this one to start?"_s,
-                        forms::style::yesNo, {}, answer);
+                        4 + 256, {}, answer);
         EXPECT_EQ(starts(), answer == Answer::Yes);
     }
     desktop::FolderClaim unwritable(path(u"none"_s)); // as a read-only medium

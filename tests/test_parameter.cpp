@@ -157,8 +157,8 @@ TEST_F(ParameterTest, deletingAParameterSavesTheRowsThatStay) {
     parameters().enter(3, 1, u"lost edit of the last row"_s);
     const auto removeFirst = [&](std::optional<Answer> answer) {
         if (answer)
-            messages.expectTitled(u"Deleting of parameter will delete all the Corresponding records"_s, 1,
-                                  *answer);
+            messages.expectTitled(u"Deleting of parameter will delete all the Corresponding records"_s,
+                                  1 + 256, *answer);
         parameters().click(1, 1);
         press(form, "cmdDeleteParameter");
         return names();

@@ -208,8 +208,8 @@ TEST_F(PerformanceMatrixTest, pictureMenuCopiesAndSaves) {
     EXPECT_TRUE(pdfPages(home() + u"/a.pdf"_s).value(0).contains(u"Weightage"));
     QFile svg(home() + u"/a.svg"_s);
     EXPECT_TRUE(svg.open(QIODevice::ReadOnly) && svg.readAll().contains("Weightage"));
-    messages.expect(home() + u"/a.pdf already exists.\r\nDo you want to replace it?"_s, forms::style::yesNo,
-                    {}, forms::Answer::No);
+    messages.expect(home() + u"/a.pdf already exists.\r\nDo you want to replace it?"_s, 4 + 256, {},
+                    forms::Answer::No);
     actions[3]->trigger();
     answer = home() + u"/none/a.png"_s;
     messages.expect(u"The picture could not be saved as "_s + answer, forms::style::critical);

@@ -61,7 +61,7 @@ protected:
         return u"Customer Satisfaction Survey|"_s + text + u'|' + recipient + u'|' + path(file);
     }
     void expectDelete(const QString& name, Answer answer = Answer::Yes) {
-        messages.expectTitled(u"Are you sure you want to delete the Survey File - "_s + name, style::yesNo,
+        messages.expectTitled(u"Are you sure you want to delete the Survey File - "_s + name, 4 + 256,
                               answer);
     }
     /// Mails the chosen files and gives the mails that were made of them.
@@ -184,7 +184,7 @@ TEST_F(RegisterTest, deletesTheChosenFiles) {
         expectDelete(name);
         messages.expect(
             name + u" Survey File not found in the Current Directory......Kindly locate the file to Delete"_s,
-            style::okCancel, {}, answer);
+            1 + 256, {}, answer);
         if (!right)
             messages.expect(
                 u"Invalid Survey File Selected ..You must select It's.xls Survey File to Delete"_s,

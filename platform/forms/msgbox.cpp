@@ -29,6 +29,8 @@ Answer showMessage(const Message& message) {
     switch (message.style & 0xF) {
     case style::okCancel:
         box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
+        if (message.style & style::secondButton)
+            box.setDefaultButton(QMessageBox::Cancel);
         break;
     case style::yesNo:
         box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);

@@ -15,9 +15,9 @@ inline constexpr int yesNo = 4;
 inline constexpr int retryCancel = 5;
 inline constexpr int critical = 16;
 inline constexpr int information = 64;
-inline constexpr int secondButton =
-    256;                          ///< Enter presses the second button: for a Yes that may lose something
 inline constexpr int noIcon = 80; ///< a sum that names no icon: the message shows none
+/// Enter presses the second button: for a question whose first one loses something.
+inline constexpr int secondButton = 256;
 inline constexpr int rightAligned = 524288;
 } // namespace style
 
