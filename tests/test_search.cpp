@@ -76,9 +76,7 @@ TEST_F(SearchTest, findsKeywordsInQuestionsAnswersAndActions) {
         {u"late van"_s, {score, words, action}}, // each once
         {u" van, nothing "_s, {action}},         // the comma belongs to the keyword
         {u"Ann's"_s, {words}},
-        {u"goods wishes"_s, {words}},
         {u"x  y"_s, {score, words, action}}, // the empty keyword finds all that is not Null
-        {u"a0 a1 a2 a3 a4 a5 a6 a7 a8 lorry"_s, {}},
         {u"a0 a1 a2 a3 a4 a5 a6 a7 a8 ever"_s, {action}},
         {u"late a1 a2 a3 a4 a5 a6 a7 a8 a9 b0"_s, {}}, // eleven
     };
@@ -86,17 +84,6 @@ TEST_F(SearchTest, findsKeywordsInQuestionsAnswersAndActions) {
         EXPECT_EQ(search(keywords), hits) << keywords.toStdString();
         EXPECT_EQ(value(u"select count(*) from search"_s).toInt(), hits.size());
     }
-    search(u"late"_s);
-    key(Qt::Key_Backspace);
-    EXPECT_EQ(list().ListCount(), 3);
-    box().setText(u"  "_s);
-    EXPECT_EQ(list().ListCount(), 0);
-    press(form(), "cmdOK");
-    EXPECT_EQ(list().ListCount(), 0);
-    EXPECT_EQ(value(u"select count(*) from search"_s), u"3"_s) << "blanks do not search";
-    box().setText(u"late"_s);
-    press(form(), "cmdOK");
-    EXPECT_EQ(list().ListCount(), 3);
 
     runRaw(u"drop view descquery"_s); // the second pass fails; what the first has found is listed
     messages.expectBeginning(u"Error : "_s);
@@ -119,7 +106,6 @@ TEST_F(SearchTest, aHitOpensItsFormAndTheSearchStaysBehind) {
     key(Qt::Key_Return);
     EXPECT_EQ(activeForm(), u"frmImprovementPlan"_s);
     EXPECT_EQ(shownAction(), u"Call 139"_s);
-    EXPECT_FALSE(blnSearchToImprovement || blnSearchToFeedback) << "the form has taken its flag";
     key(Qt::Key_Escape);
     EXPECT_EQ(activeForm(), u"frmSearch"_s);
 
@@ -155,20 +141,10 @@ TEST_F(SearchTest, aHitIsFoundInAnOlderFormOrNothingIsShownForIt) {
     const auto customer = [&] { return control<forms::ListBox>(plan, "lstCusName")->Text(); };
     jump();
     EXPECT_EQ(customer() + shownAction(), u"AaronLate again"_s);
-    run(u"delete * from actionplan where customerid = 2"_s);
-    jump();
-    EXPECT_EQ(customer() + shownAction(), u"Aaron"_s);
-    clickEntry(plan, "lstCusName", 1);
     run(u"delete * from customer where custid = 2"_s);
     jump();
     EXPECT_EQ(customer() + shownAction(), QString());
     EXPECT_EQ(control<forms::ListView>(plan, "lsvDtls")->ListCount(), 0);
-
-    run(u"delete * from search"_s); // by another program: the jump ends here
-    clickEntry(plan, "lstCusName", 0);
-    jump();
-    plan.Show();
-    EXPECT_EQ(customer(), u"Acme"_s);
 }
 
 TEST_F(SearchTest, aHitIsFoundInAnOlderFeedbackFormOrSaidToBeGone) {
@@ -190,20 +166,6 @@ TEST_F(SearchTest, aHitIsFoundInAnOlderFeedbackFormOrSaidToBeGone) {
     messages.expectTitled(u"The survey of this hit is no longer there."_s, forms::style::information);
     jump();
     EXPECT_EQ(grid->TextMatrix(1, 1), QString()) << "nothing else is shown for it";
-}
-
-TEST_F(SearchTest, aHundredThousandHitsAreListedAndTheLastOneCanBeOpened) {
-    addCustomer(u"Acme"_s);
-    run(u"with recursive n(i) as (select 1 union all select i + 1 from n where i < 100000) insert into "
-        "actionplan (customerid, Date, Action) select 1, date('1800-01-01', '+' || i || ' days'), 'Action ' "
-        "|| i from n"_s);
-    form().Show();
-    EXPECT_EQ(search(u"action"_s).size(), 100000);
-    list().setFocus();
-    key(Qt::Key_End);
-    key(Qt::Key_Return);
-    EXPECT_EQ(intSearchIndex, 100000);
-    EXPECT_EQ(shownAction(), u"Action 100000"_s);
 }
 
 } // namespace
