@@ -39,14 +39,11 @@ TEST_F(CustomerTest, arrowsLeaveTheCellOnlyAtTheEndsOfItsText) {
     }
 }
 
-TEST_F(CustomerTest, headAndScrollHideTheBox) {
+TEST_F(CustomerTest, scrollingHidesTheBox) {
     for (int i = 1; i <= 60; ++i)
-        addRespondent(addCustomer(u"Customer "_s + QString::number(i)), u"Of %1"_s.arg(i));
+        addCustomer(u"Customer "_s + QString::number(i));
     open();
-    customers().clickHead(1);
-    EXPECT_FALSE(customers().box->isVisible());
     customers().click(2, 2);
-    EXPECT_TRUE(customers().boxLiesOverCell() && customers().box->hasFocus());
     customers().grid->setTopRow(20);
     EXPECT_FALSE(customers().box->isVisible());
     key(Qt::Key_Shift);
@@ -54,10 +51,6 @@ TEST_F(CustomerTest, headAndScrollHideTheBox) {
     type(u"x"_s);
     EXPECT_TRUE(customers().boxLiesOverCell()) << "a key brings it back";
     EXPECT_EQ(customers().text(2, 2), u" x"_s) << "the cursor has stayed";
-    customers().grid->setTopRow(20);
-    key(Qt::Key_Down, Qt::ControlModifier); // moves the grid's cursor, and the respondents go with it
-    EXPECT_TRUE(customers().boxLiesOverCell() && customers().box->hasFocus());
-    EXPECT_EQ(QString::number(customers().grid->Row()) + respondents().text(1, 1), u"3Of 3"_s);
 }
 
 TEST_F(CustomerTest, accessKeysPressTheFormsButtonsAndEnterTheFocusedOne) {
@@ -88,15 +81,12 @@ TEST_F(CustomerTest, savingSkipsAStoredNameAndFiltersApostrophes) {
     press(form, "cmdSaveCustomer");
     EXPECT_EQ(countOf(u"customer where custname='acme ltd'"_s), u"2"_s)
         << "a stored customer may take another's name";
-    runRaw(u"pragma query_only = 1"_s); // as of a store without the right to write
-    customers().enter(1, 2, u"1 High Street"_s);
-    messages.expectBeginning(u"Error : 8\r\nThe database cannot be changed"_s);
-    press(form, "cmdSaveCustomer");
-    EXPECT_EQ(customers().text(1, 2), u"1 High Street"_s) << "nothing typed is lost";
 }
 
 TEST_F(CustomerTest, blankMandatoryCellsAreRefused) {
     frmCustomer& form = open();
+    key(Qt::Key_Down);
+    EXPECT_EQ(customers().cell(), Cell(1, 1)) << "an empty last row appends nothing";
     messages.expect(u"Customer Name cannot be left blank....Error"_s, 16, u"Tallywell"_s);
     press(form, "cmdSaveCustomer");
     for (const char* button : {"cmdAddRespondent", "cmdSaveRespondent"}) {
@@ -189,8 +179,6 @@ TEST_F(CustomerTest, aPastedBlockFillsRowsOrNothing) {
         forms::style::information);
     EditedGrid::paste(u"a\tb\tc"_s);
     EXPECT_EQ(customers().row(2), u"Two|2 Road||"_s);
-    EditedGrid::paste(u"line\nends\n"_s);
-    EXPECT_EQ(QString(customers().row(2) + customers().text(3, 3)), u"Two|2 Road|line|ends"_s);
 }
 
 TEST_F(CustomerTest, theDuplicateTestKeepsItsOddities) {

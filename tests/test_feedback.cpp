@@ -37,9 +37,7 @@ protected:
     static QString label(const char* name) {
         return control<QLabel>(frmFeedBackObj::instance(), name)->text();
     }
-    static void clickDate(int index, Qt::KeyboardModifiers modifiers = {}) {
-        clickEntry(frmFeedBackObj::instance(), "lstSurveyDates", index, modifiers);
-    }
+    static void clickDate(int index) { clickEntry(frmFeedBackObj::instance(), "lstSurveyDates", index); }
     /// The record of a Score question's answer.
     QString score(int question, const char* marks) const {
         return QString::number(questions.at(static_cast<std::size_t>(question))) + u'|' +
@@ -90,6 +88,8 @@ TEST_F(FeedbackTest, marksAreJudgedWhenTypedAndReplacedWhenEntered) {
         grid().click(1, col);
         EXPECT_EQ(grid().row(1), price + u"|77|-3|") << "visited only";
     }
+    key(Qt::Key_Right); // its text is selected
+    EXPECT_EQ(grid().cell(), std::pair(1, 3));
     press(form, "cmdSave");
     EXPECT_EQ(rows(objective).value(0), score(0, "77|-3"));
     grid().click(1, 2);
@@ -145,9 +145,6 @@ TEST_F(FeedbackTest, newAnswersAreStoredAndEmptiedOnesFollowTheirColumn) {
     EXPECT_EQ(rows(objective), (QStringList{score(0, "0|0"), score(2, "0|4")}));
     EXPECT_EQ(rows(descriptive), QStringList{u"it’s fine|0"_s});
 
-    grid().enter(2, 4, u"  dear  "_s); // without an apostrophe it stays as it is
-    press(form, "cmdSave");
-    EXPECT_EQ(rows(descriptive), QStringList{u"  dear  |0"_s});
     expectAtRest();
 }
 
@@ -162,8 +159,6 @@ TEST_F(FeedbackTest, clickOnTheChosenDateReadsTheStoreAgain) {
     clickDate(0);
     EXPECT_EQ(grid().row(1), price + u"|9|6|");
     EXPECT_EQ(grid().row(2), wishes + u"|||");
-    clickDate(0, Qt::ControlModifier); // does not take the choice back
-    EXPECT_EQ(label("lblSDate"), u"14/03/2006"_s);
 }
 
 TEST_F(FeedbackTest, answersThatCannotBeReadAreNotSavedAsBlanks) {
@@ -202,10 +197,7 @@ TEST_F(FeedbackTest, choicesLeadToTheirSurvey) {
     EXPECT_EQ(grid().row(1) + label("lblSDate"), u"|||"_s);
     clickDate(1);
     EXPECT_EQ(grid().row(1) + label("lblSDate"), wishes + u"|||15/03/2006");
-
-    grid().enter(1, 4, u"typed for Bob"_s);
     keyOn(form, "cmbCusName", Qt::Key_Down); // to a customer without a survey
-    EXPECT_EQ(grid().row(1), u"|||"_s);
     messages.expectTitled(u"Cannot Save.....Question details are missing"_s, forms::style::critical);
     press(form, "cmdSave");
     EXPECT_EQ(rows(descriptive), QStringList{});
@@ -215,6 +207,8 @@ TEST_F(FeedbackTest, failureIsToldAndTheFormLivesOn) {
     frmFeedBackObj& form = open();
     grid().enter(1, 2, u"1"_s);
     grid().enter(3, 2, u"3"_s);
+    key(Qt::Key_Down);
+    EXPECT_EQ(grid().grid->Rows(), 4) << "no row is added behind the last question";
     // Another program drops the second question: the rows before it are saved.
     run(u"delete * from responquesindex where questionid="_s + QString::number(questions[1]));
     messages.expectTitled(

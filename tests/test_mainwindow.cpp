@@ -163,6 +163,9 @@ TEST_F(MainWindowTest, theTwoCataloguesExcludeEachOtherAndCloseEndsTheFormsOfThe
     shortcut(Qt::Key_U);
     shortcut(Qt::Key_P);
     EXPECT_EQ(frmCustomer::loaded(), nullptr);
+    shortcut(Qt::Key_U); // not the key of the text box that empties it
+    EXPECT_EQ(frmParameter::loaded(), nullptr);
+    shortcut(Qt::Key_P);
     press(MDIMain::instance(), "Customer");
     EXPECT_NE(frmParameter::loaded(), nullptr) << "the toolbar does not exclude";
     shortcut(Qt::Key_N);
@@ -171,23 +174,6 @@ TEST_F(MainWindowTest, theTwoCataloguesExcludeEachOtherAndCloseEndsTheFormsOfThe
     EXPECT_EQ(frmParameter::loaded(), nullptr);
     EXPECT_NE(frmSelectSurvey::loaded(), nullptr) << "not one of its forms";
     expectAtRest();
-}
-
-TEST_F(MainWindowTest, aShortcutGoesBeforeTheEditingKeysOfATextBox) {
-    frmParameter::instance().Show();
-    frmParameter::instance().toFocusParameter();
-    QLineEdit* box = frmParameter::instance().txtParameterDtls();
-    type(u"Price"_s);
-    const auto boxTakesSelectAll = [&] {
-        QKeyEvent asked(QEvent::ShortcutOverride, Qt::Key_A, Qt::ControlModifier);
-        asked.ignore(); // asked before a shortcut is looked for: accepted, the key edits
-        QCoreApplication::sendEvent(box, &asked);
-        return asked.isAccepted();
-    };
-    EXPECT_TRUE(boxTakesSelectAll());
-    QAction command(&MDIMain::instance());
-    command.setShortcut(QKeySequence(Qt::CTRL | Qt::Key_A));
-    EXPECT_FALSE(boxTakesSelectAll());
 }
 
 /// Runs a step as the handler of an event, whoever delivers it.

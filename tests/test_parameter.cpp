@@ -37,11 +37,8 @@ TEST_F(ParameterTest, oneKeyFillsTheTypeAndAnythingElseIsWiped) {
     questions().enter(1, 1, u"Is it fair?"_s);
     key(Qt::Key_Return);
     ASSERT_EQ(questions().cell(), Cell(1, 2));
-    const std::pair<QString, QString> table[] = {{u"x"_s, u""_s},
-                                                 {u"s"_s, u"Score"_s},
-                                                 {u"!"_s, u"Score!"_s},
-                                                 {u"5"_s, u""_s},
-                                                 {u"D"_s, u"Descriptive"_s}};
+    const std::pair<QString, QString> table[] = {
+        {u"x"_s, u""_s}, {u"s"_s, u"Score"_s}, {u"5"_s, u""_s}, {u"D"_s, u"Descriptive"_s}};
     for (const auto& [typed, cell] : table) {
         if (typed == u"5") // replaces the whole word
             questions().box->selectAll();

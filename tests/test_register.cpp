@@ -132,27 +132,35 @@ TEST_F(RegisterTest, aFileToMailIsLocated) {
     const QString moved = path(u"moved/It's.xls"_s); // either apostrophe will do
     ASSERT_TRUE(QFile::rename(path(u"b.xls"_s), moved));
     run(u"update log set xlsfilename='It\u2019s.xls' where xlsfilename='b.xls'"_s);
-    const auto mailAll = [&](const QString& answer, const QString& refusal = {}, int refusalStyle = 0) {
+    const auto mailAll = [&](const QString& answer, const QString& refusal = {}) {
         messages.expect(
             u"It\u2019s.xls file not found in the Home directory..Kindly locate the file to attach"_s,
             style::information);
         if (!refusal.isEmpty())
-            messages.expect(refusal, refusalStyle);
+            messages.expect(refusal, style::critical);
         picked = answer;
         choose({0, 1, 2});
         return mailed();
     };
-    EXPECT_EQ(mailAll({}, u"Process cancelled..."_s, style::information).size(), 1);
-    EXPECT_EQ(mailAll(path(u"c.xls"_s), u"Wrong Survey file selected....."_s, style::critical).size(), 1);
+    EXPECT_EQ(mailAll(path(u"c.xls"_s), u"Wrong Survey file selected....."_s).size(), 1);
     const QStringList all = mailAll(moved);
     EXPECT_EQ(all.size(), 3);
     EXPECT_EQ(all.value(1), mail(u"."_s, u"No email address found"_s, u"moved/It's.xls"_s));
 }
 
 TEST_F(RegisterTest, deletesTheChosenFiles) {
-    choose({0, 1});
+    const auto expectOpen = [this](const QString& name, Answer answer) {
+        bring(u"template.xls"_s, u".~lock."_s + name + u'#');
+        messages.expectTitled(name + u" seems to be open in a spreadsheet program. What has been typed there "
+                                     "and not been saved is missing in it. Go on all the same?",
+                              style::yesNo + style::information + style::secondButton, answer);
+    };
+    choose({0, 1, 2});
     expectDelete(u"a.xls"_s, Answer::No);
     expectDelete(u"b.xls"_s);
+    expectOpen(u"b.xls"_s, Answer::Yes);
+    expectDelete(u"c.xls"_s);
+    expectOpen(u"c.xls"_s, Answer::No);
     press("cmdDelete");
     EXPECT_EQ(logged(), QStringList({u"a.xls"_s, u"c.xls"_s}));
     EXPECT_EQ(files(), logged());
@@ -183,21 +191,6 @@ TEST_F(RegisterTest, deletesTheChosenFiles) {
     EXPECT_FALSE(QFile::exists(moved));
     EXPECT_EQ(logged(), QStringList(u"c.xls"_s));
     EXPECT_EQ(files(), logged());
-}
-
-TEST_F(RegisterTest, aFileOpenInASpreadsheetIsNotDeletedUnasked) {
-    bring(u"template.xls"_s, u".~lock.a.xls#"_s);
-    for (const Answer answer : {Answer::No, Answer::Yes}) {
-        choose({0});
-        expectDelete(u"a.xls"_s);
-        messages.expectTitled(
-            u"a.xls seems to be open in a spreadsheet program. What has been typed there and not been saved "
-            "is missing in it. Go on all the same?"_s,
-            style::yesNo + style::information + style::secondButton, answer);
-        press("cmdDelete");
-        EXPECT_EQ(files().contains(u"a.xls"_s), answer == Answer::No);
-        EXPECT_EQ(logged(), files());
-    }
 }
 
 TEST_F(RegisterTest, whatHappenedMeanwhileIsShownAndWhatWasChosenStays) {
