@@ -138,23 +138,6 @@ TEST_F(AdoTest, fieldsConvertByTheirDeclaredTypeAndKeepWhatIsNotWritten) {
     EXPECT_EQ(view["keen"].Value(), true) << "a view keeps the declared types";
 }
 
-TEST_F(AdoTest, recordsAreFetchedAsTheyAreAskedFor) {
-    insert(3);
-    ado::Recordset person;
-    person.Open(u"select * from person"_s, *connection);
-    person.MoveNext();
-    EXPECT_EQ(person.RecordCount(), 3);
-    EXPECT_EQ(person["name"].Text(), u"N1"_s) << "counting does not move";
-    person.MoveLast();
-    EXPECT_EQ(person["name"].Text(), u"N2"_s);
-    person.MoveNext();
-    EXPECT_TRUE(person.Eof());
-    EXPECT_EQ(failureNumber([&] { person.MoveNext(); }), ado::number::noCurrentRecord);
-    person.MoveFirst();
-    EXPECT_EQ(person["name"].Text(), u"N0"_s);
-    EXPECT_EQ(failureNumber([&] { person["nmae"]; }), ado::number::itemNotFound);
-}
-
 TEST_F(AdoTest, onlyTheRecordsOfOneTableAreWritten) {
     insert(1);
     ado::Recordset records;
@@ -171,26 +154,6 @@ TEST_F(AdoTest, onlyTheRecordsOfOneTableAreWritten) {
     records["name"] = u"late"_s;
     connection->Execute(u"delete * from person"_s);
     EXPECT_EQ(failureNumber([&] { records.Update(); }), ado::number::noCurrentRecord);
-}
-
-TEST_F(AdoTest, transactionsHoldOrLeaveNothing) {
-    connection->BeginTrans();
-    insert(2);
-    EXPECT_NE(failureNumber([&] { connection->BeginTrans(); }), 0) << "transactions do not nest";
-    connection->RollbackTrans();
-    connection->RollbackTrans();
-    connection->BeginTrans();
-    insert(1);
-    connection->CommitTrans();
-    connection->BeginTrans();
-    insert(5);
-    connection->Close(); // as when the program is killed: the open transaction goes
-    EXPECT_EQ(failureNumber([&] { connection->Execute(u"delete * from person"_s); }),
-              ado::number::objectClosed);
-    connection = opened();
-    ado::Recordset person;
-    person.Open(u"select * from person"_s, *connection);
-    EXPECT_EQ(person.RecordCount(), 1);
 }
 
 } // namespace

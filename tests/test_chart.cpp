@@ -77,16 +77,6 @@ TEST_F(ChartTest, scaleIsFixed) {
     EXPECT_GT(rise(300), shown.height());
 }
 
-TEST_F(ChartTest, pickingByMouse) {
-    fill({{5, 0, 7}, {0, 6, 7}});
-    click(shown.PointPosition(1, 1));
-    click(shown.PointPosition(2, 2) + QPoint(4, -4)); // a near miss
-    click(shown.PointPosition(1, 3));                 // both series on one spot: the one on top
-    click(shown.PointPosition(1, 1) + QPoint(0, 30)); // on no point
-    QTest::mouseClick(&shown, Qt::RightButton, {}, shown.PointPosition(1, 1));
-    EXPECT_EQ(picked, (Picked{{1, 1}, {2, 2}, {2, 3}}));
-}
-
 TEST_F(ChartTest, pickingByKeys) {
     fill({{0, 5, 0, 7}, {0, 0, 0, 0}, {6, 0, 6, 0}});
     shown.setFocus();
@@ -108,23 +98,6 @@ TEST_F(ChartTest, pickingByKeys) {
     fill({{0, 0}});
     press({Qt::Key_Right, Qt::Key_Down, Qt::Key_Left});
     EXPECT_EQ(picked.size(), 4u) << "no point, no move";
-}
-
-TEST_F(ChartTest, labelsBelongToTheCurrentRowAndColumn) {
-    fill({{5, 6}, {7, 8}});
-    shown.setRow(2);
-    shown.setRowLabel(u"second"_s);
-    shown.setColumn(2);
-    shown.setColumnLabel(u"right"_s);
-    fill({{1, 2}, {3, 4}, {5, 6}}); // labels stay, figures go
-    EXPECT_EQ(shown.RowLabel(), u"second");
-    EXPECT_EQ(shown.ColumnLabel(), u"right");
-    EXPECT_EQ(shown.GetData(2, 3), 6);
-    shown.setRow(1);
-    EXPECT_EQ(shown.RowLabel(), QString());
-    shown.setRowCount(1);
-    EXPECT_THROW(shown.GetData(2, 1), std::out_of_range);
-    EXPECT_THROW(shown.setRow(0), std::out_of_range);
 }
 
 TEST_F(ChartTest, copyAndFileHoldThePicture) {

@@ -84,27 +84,6 @@ TEST_F(ExcelRefuse, OpensContainersAsOtherProgramsDo) {
     }
 }
 
-TEST_F(ExcelRefuse, SaysWhatASheetCannotDo) {
-    excel::Workbook book = application_.Workbooks().Open(copyOf(u"t_xlwt.xls"_s));
-    EXPECT_EQ(errorOf([&] { book.Worksheets(u"Sheet9"_s); }),
-              u"The file \"t_xlwt.xls\" has no sheet \"Sheet9\"."_s);
-    const excel::Worksheet sheet = book.Worksheets(u"DONN\u00C9ES"_s);
-    EXPECT_EQ(sheet.Name(), u"Donn\u00E9es"_s);
-    sheet.Unprotect(u"kvtwpa"_s);
-    const std::function<void()> cases[] = {
-        [&] { sheet.Cells(0, 1); },
-        [&] { sheet.Cells(1, 257); },
-        [&] { sheet.Range(u"A1:IW2"_s); },
-        [&] { sheet.Cells(1, 1).Font().setColorIndex(57); },
-        [&] { sheet.Cells(1, 1).BorderAround(excel::BorderWeight::Thin, 0); },
-        [&] { sheet.Range(u"A1:IV65536"_s).setLocked(false); },
-        [&] { sheet.Protect(u"much too long a password"_s); },
-    };
-    for (const auto& work : cases)
-        EXPECT_TRUE(errorOf(work).contains(u"of the file \"t_xlwt.xls\""_s)) << qPrintable(errorOf(work));
-    EXPECT_EQ(sheet.Range(u"IV65536"_s).Value().text(), QString());
-}
-
 TEST_F(ExcelRefuse, AFailedSaveLeavesTheOldFile) {
     const QString file = copyOf(u"t_xlwt.xls"_s);
     excel::Workbook book = application_.Workbooks().Open(file);

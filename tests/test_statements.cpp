@@ -1,10 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/support/storetest.h"
 
-#include <QDirIterator>
-#include <QRegularExpression>
-#include <QSet>
-
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -179,39 +175,6 @@ TEST_F(StatementTest, theMatrixAndTheIndexHoldScoreQuestionsOnly) {
         run(u"update questions set Type=False where questionid=1"_s); // three answers are there
         EXPECT_EQ(rows(u"select score from "_s + answers), QStringList{u"8"_s});
     }
-}
-
-/// With the test of the start check, which names each table of the store, this keeps its list to those in
-/// use.
-TEST_F(StatementTest, theStoreHoldsWhatStatementsAndReportsNameAndNothingElse) {
-    static const QRegularExpression inSource(
-        u"\"[^\"]*(?:select|delete)\\b[^\"]*\\bfrom +\\[?(\\w+)|\\b(?:update|insert into) (\\w+)[^\"]*\""_s,
-        QRegularExpression::CaseInsensitiveOption);
-    static const QRegularExpression inLayout(u"<report[^>]*table=\"(\\w+)\""_s);
-    QSet<QString> named;
-    QDirIterator files(QStringLiteral(GAUGEWELL_SOURCE), {u"*.cpp"_s, u"*.rpt"_s}, QDir::Files,
-                       QDirIterator::Subdirectories);
-    static const QRegularExpression program(
-        u"^/(analysis|core|exchange|feedback|home|improvement|reference|search|survey)/"_s);
-    while (files.hasNext()) {
-        QFile file(files.next());
-        if (!program.match(file.fileName().mid(qsizetype(sizeof(GAUGEWELL_SOURCE)) - 1)).hasMatch())
-            continue;
-        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-        const QString text = QString::fromUtf8(file.readAll());
-        const auto& pattern = file.fileName().endsWith(u".rpt") ? inLayout : inSource;
-        for (auto found = pattern.globalMatch(text); found.hasNext();)
-            named << found.next().captured(1).toLower();
-    }
-    named -= {QString(), u"sqlite_master"_s};
-    const QStringList there =
-        rows(u"select lower(name) from sqlite_master where type in ('table', 'view') and "
-             "name not in ('database_password', 'sqlite_sequence')"_s);
-    QStringList sorted(named.begin(), named.end());
-    sorted.sort();
-    QStringList expected = there;
-    expected.sort();
-    EXPECT_EQ(sorted, expected);
 }
 
 TEST_F(StatementTest, defaultsAndLimitsAreAsTheFormsCountOnThem) {
