@@ -68,15 +68,6 @@ TEST_F(ChartTest, lineJoinsNeighboursAndLeavesAGapAtNull) {
     EXPECT_FALSE(inked(shown.Picture(), shown.PointPosition(1, 1)));
 }
 
-TEST_F(ChartTest, scaleIsFixed) {
-    const auto rise = [&](double value) {
-        fill({{1, value}});
-        return shown.PointPosition(1, 1).y() - shown.PointPosition(1, 2).y();
-    };
-    EXPECT_NEAR(rise(2), rise(10) / 9, 1);
-    EXPECT_GT(rise(300), shown.height());
-}
-
 TEST_F(ChartTest, pickingByKeys) {
     fill({{0, 5, 0, 7}, {0, 0, 0, 0}, {6, 0, 6, 0}});
     shown.setFocus();

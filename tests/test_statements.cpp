@@ -177,13 +177,4 @@ TEST_F(StatementTest, theMatrixAndTheIndexHoldScoreQuestionsOnly) {
     }
 }
 
-TEST_F(StatementTest, defaultsAndLimitsAreAsTheFormsCountOnThem) {
-    add(u"log"_s, {{"custname", u"Acme"_s}});
-    EXPECT_EQ(rows(u"select Status from log where custname='Acme'"_s), QStringList{u"False"_s});
-    add(u"feedbackdescriptive"_s, {{"respondentid", 9}});
-    EXPECT_EQ(rows(u"select weightage, Description from feedbackdescriptive where respondentid=9"_s),
-              QStringList{u"0|"_s});
-    EXPECT_THROW(add(u"questions"_s, {{"question", QString(256, u'x')}}), ado::Failure);
-}
-
 } // namespace
