@@ -8,8 +8,6 @@
 #include "platform/forms/lists.h"
 #include "tests/support/reporttest.h"
 
-#include <QImage>
-
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -60,12 +58,10 @@ protected:
     }
 
     /// The pages of a report as another program reads its PDF.
-    QString pages(const QString& file, const QString& formula, const QString& selection) {
-        toStartReport(report, file, formula, u"Title of "_s + file, selection,
+    QString pages(const QString& file, const QString& selection) {
+        toStartReport(report, file, u"CompanyName"_s, u"Title of "_s + file, selection,
                       {u"Customer='A'"_s, u"SurveyDate='B'"_s, u"Period='C'"_s});
-        EXPECT_TRUE(report.Formulas(1).isEmpty());
         EXPECT_EQ(title, u"Title of "_s + file);
-        EXPECT_TRUE(report.SelectionFormula.isEmpty());
         return takePages().join(u' ');
     }
 
@@ -80,9 +76,6 @@ TEST_F(AnalysisReportsTest, surveyResponse) {
     EXPECT_EQ(dates->ListCount(), 2);
     EXPECT_EQ(dates->Text(), u"01/03/2024");
     const QString text = print(form, u"Survey Report"_s);
-    EXPECT_EQ(rows(u"select Parameter, question, responname, sc, wt, Type, Reply from report"_s),
-              (QStringList{u"Price|Fair?|Ann|8|5|True|"_s, u"Price|Fair?|Émile|6|4|True|"_s,
-                           u"Service|Why?|Ann||2|False|Très bien"_s}));
     expectInOrder(text, {u"Larkmoor Ltd"_s, u"Customer Acme"_s, u"Survey date 01/03/2024"_s, u"Price"_s,
                          u"2 answers"_s, u"Fair? Ann 5 8"_s, u"Émile 4 6"_s, u"Mean 4.50 7.00"_s,
                          u"Service"_s, u"1 answer"_s, u"Why? Ann 2 Très bien"_s});
@@ -102,20 +95,12 @@ TEST_F(AnalysisReportsTest, satisfactionOverview) {
     EXPECT_EQ(from->Value(), today);
     from->setValue(spring);
     const QString text = print(form, u"Satisfaction Overview"_s);
-    EXPECT_EQ(rows(u"select tablename, Parameter, question, responname, wt, Type, sdate from reporttable"_s),
-              (QStringList{u"Survey Descriptive|Service|Why?|Ann|2|Très bien|01/03/2024"_s,
-                           u"Survey Descriptive|Service|Why?|Émile||No idea|01/03/2024"_s,
-                           u"Survey Objective|Price|Fair?|Ann|5|8|01/03/2024"_s,
-                           u"Survey Objective|Price|Clear?|Ann||9|01/03/2024"_s,
-                           u"Survey Objective|Price|Fair?|Ann|1|2|01/09/2024"_s,
-                           u"Survey Objective|Price|Fair?|Émile|4|6|01/03/2024"_s,
-                           u"Survey Objective|Price|Clear?|Émile|3||01/03/2024"_s,
-                           u"Planned Actions||Ring|||Completed|01/03/2024"_s,
-                           u"Planned Actions||Visit|||Not Completed|01/09/2024"_s}));
-    expectInOrder(text, {u"Survey Objective"_s, u"5 entries"_s, u"Price"_s, u"Clear? 01/03/2024 Ann 9"_s,
-                         u"Fair? 01/03/2024 Ann 5 8"_s, u"Survey Descriptive"_s, u"2 entries"_s, u"Service"_s,
-                         u"Why? 01/03/2024 Ann 2 Très bien"_s, u"Planned Actions"_s, u"2 entries"_s,
-                         u"Ring 01/03/2024 Completed"_s});
+    expectInOrder(text,
+                  {u"Survey Objective"_s, u"5 entries"_s, u"Price"_s, u"Clear? 01/03/2024 Ann 9"_s,
+                   u"Émile 3"_s, u"Fair? 01/03/2024 Ann 5 8"_s, u"Émile 4 6"_s, u"01/09/2024 Ann 1 2"_s,
+                   u"Survey Descriptive"_s, u"2 entries"_s, u"Service"_s,
+                   u"Why? 01/03/2024 Ann 2 Très bien"_s, u"Émile No idea"_s, u"Planned Actions"_s,
+                   u"2 entries"_s, u"Ring 01/03/2024 Completed"_s, u"Visit 01/09/2024 Not Completed"_s});
     from->setValue(today.addDays(1)); // later than the end of the range
     EXPECT_TRUE(print(form, u"Satisfaction Overview"_s).contains(u"no answers and no actions"));
 }
@@ -147,31 +132,23 @@ TEST_F(AnalysisReportsTest, withoutACustomerNothingIsPrinted) {
 
 /// Layouts without and with records, which were entered in another order than they are shown.
 TEST_F(AnalysisReportsTest, layoutsSayThatTheyAreEmptyAndSortTheirRecords) {
-    ASSERT_TRUE(QImage(300, 200, QImage::Format_RGB32).save(home() + u"/satis.bmp"_s));
     const struct {
-        QString file, formula, selection, whenEmpty;
+        QString file, selection, whenEmpty;
         QStringList words;
     } table[] = {
-        {u"satisfactionindex.rpt"_s,
-         u"companyname"_s,
-         {},
-         u"There is no satisfaction index in this period."_s,
-         {u"Care 16/03/2002 5.00"_s, u"Price 15/03/2002 6.00"_s, u"16/03/2002 7.00"_s}},
         {u"rptrating.rpt"_s,
-         u"CompanyName"_s,
          ofRespondent,
          u"There are no questions for this respondent and date."_s,
          {customer, u"Jörg"_s, u"15/03/2002"_s, u"Parameter 0"_s, u"5 questions"_s,
           u"Question 0. In words 4"_s, u"Question 8. Score 4 8"_s, u"Parameter 1"_s}},
         {u"log.rpt"_s,
-         u"CompanyName"_s,
          ofCustomer,
          u"No survey file has been made for this customer."_s,
          {u"Larkmoor Ltd"_s, customer, u"16/03/2002 Jörg b.xls Outstanding"_s,
           u"15/03/2002 Jörg a.xls Read in"_s}},
     };
     for (const auto& row : table)
-        expectInOrder(pages(row.file, row.formula, row.selection), {row.whenEmpty, u"Page 1 of 1"_s});
+        expectInOrder(pages(row.file, row.selection), {row.whenEmpty, u"Page 1 of 1"_s});
     run(u"insert into log (custname, respname, xlsfilename, sdate, Status) values "
         "('Bäckerei Müller', 'Jörg', 'a.xls', '2002-03-15', True), "
         "('Bäckerei Müller', 'Jörg', 'b.xls', '2002-03-16', False), "
@@ -181,12 +158,10 @@ TEST_F(AnalysisReportsTest, layoutsSayThatTheyAreEmptyAndSortTheirRecords) {
            "weightage, score) select 'Bäckerei Müller', name, '2002-03-15', 'Question ' || i || '.', "
            "'Parameter ' || (i % 2), -(i % 5 <> 0), 4, iif(i % 5 <> 0, 8, null) "
            "from n, (select 'Jörg' as name union select 'Ana')"_s);
-    run(u"insert into linetable (custname, Parameter, sindex, sdate) values ('Acme', 'Price', 7, "
-        "'2002-03-16'), ('Acme', 'Price', 6, '2002-03-15'), ('Acme', 'Care', 5, '2002-03-16')"_s);
     for (const auto& row : table) {
-        const QString text = pages(row.file, row.formula, row.selection);
+        const QString text = pages(row.file, row.selection);
         expectInOrder(text, row.words);
-        EXPECT_FALSE(!row.selection.isEmpty() && text.contains(u"Ana"_s)) << text.toStdString();
+        EXPECT_FALSE(text.contains(u"Ana"_s)) << text.toStdString();
     }
 }
 

@@ -2,7 +2,6 @@
 // What a person's hand does to lists, dates and grids.
 #include "platform/forms/dtpicker.h"
 #include "platform/forms/flexgrid.h"
-#include "platform/forms/form.h"
 #include "platform/forms/lists.h"
 #include "reference/gridpaste.h"
 
@@ -111,29 +110,6 @@ TEST_F(Controls, aCalendarIsOpenedByKeysAndCodeMaySetAnyDate) {
     EXPECT_EQ(date->text(), u"30/11/1220"_s);
     QTest::keyClick(date, Qt::Key_Return);
     EXPECT_EQ(date->Value(), QDate(1220, 11, 30));
-}
-
-class TypedForm : public forms::DefaultForm<TypedForm> {
-public:
-    TypedForm()
-        : DefaultForm(Kind::Dialog), date(new forms::DTPicker(this)),
-          save(new QPushButton(u"&Save"_s, this)) {
-        connect(save, &QPushButton::clicked, this, [this] { saved = date->Value(); });
-    }
-    forms::DTPicker* date;
-    QPushButton* save;
-    QDate saved;
-};
-
-TEST_F(Controls, anAccessKeyTakesWhatIsBeingTyped) {
-    TypedForm& form = TypedForm::instance();
-    form.Show();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
-    form.date->setFocus(Qt::TabFocusReason);
-    QTest::keyClicks(form.date, u"7/8/2025"_s);
-    QTest::keyClick(form.date, Qt::Key_S, Qt::AltModifier);
-    EXPECT_EQ(form.saved, QDate(2025, 8, 7));
-    form.Unload();
 }
 
 TEST_F(Controls, aGridMarksItsCurrentCellAndTellsEveryMove) {

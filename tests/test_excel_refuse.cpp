@@ -53,9 +53,6 @@ TEST_F(ExcelRefuse, SaysWhatAFileIs) {
         {withStream([](auto& data) { put16(data, 4, 0x0500); }), "Excel 95 or older"},
         {withStream([](auto& data) { data.insert(20, QByteArray("\x2F\0\x02\0\0\0", 6)); }), "encrypted"},
         {withStream([](auto& data) { data.truncate(2000); }), "is damaged"},
-        {withStream([](auto& data) { data.clear(); }), "is damaged"},
-        {withStream([](auto& data) { put16(data, 6, 0x0010); }), "is damaged"},
-        {withStream([](auto& data) { data.insert(20, data.first(20)); }), "is damaged"},
         {sample().left(3000), "is damaged"},
     };
     for (const auto& [content, phrase] : cases) {
@@ -94,7 +91,6 @@ TEST_F(ExcelRefuse, AFailedSaveLeavesTheOldFile) {
     EXPECT_TRUE(errorOf([&] { book.Close(true); }).contains(u"is read-only"_s));
     QFile::setPermissions(file, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
     EXPECT_TRUE(errorOf([&] { book.SaveAs(path(u"missing/x.xls"_s)); }).contains(u"could not be saved"_s));
-    EXPECT_TRUE(errorOf([&] { book.SaveAs(folder_.path()); }).contains(u"could not be saved"_s));
 
     EXPECT_EQ(fileContent(file), before);
     ASSERT_TRUE(book.isOpen());
