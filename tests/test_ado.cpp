@@ -124,6 +124,7 @@ TEST_F(AdoTest, onlyTheRecordsOfOneTableAreWritten) {
                                 u"select * from people"_s, u"select count(*) from person"_s})
         EXPECT_NE(failureNumber([&] { records.Open(text, connection, Lock::Optimistic); }), 0)
             << text.toStdString();
+    EXPECT_NE(failureNumber([&] { records.Open(u"delete * from person"_s, connection); }), 0);
     records.Open(u"select * from person"_s, connection);
     EXPECT_EQ(failureNumber([&] { records["name"] = u"x"_s; }), ado::number::notWritable);
     records.Open(u"select * from person"_s, connection, Lock::Optimistic);

@@ -60,6 +60,9 @@ TEST_F(ChartTest, lineJoinsNeighboursAndLeavesAGapAtNull) {
     EXPECT_TRUE(inked(image, between(1, 2)));
     EXPECT_FALSE(inked(image, between(2, 4))) << "a line over the missing point";
     EXPECT_EQ(shown.PointPosition(1, 3), QPoint(-1, -1));
+    fill({{1, 300}});
+    EXPECT_GT(shown.PointPosition(1, 1).y() - shown.PointPosition(1, 2).y(), shown.height())
+        << "the scale is fixed";
 }
 
 TEST_F(ChartTest, pickingByKeys) {
@@ -109,9 +112,12 @@ TEST_F(ChartTest, xyChart) {
     EXPECT_TRUE(inked(image, at(3)));
     for (int point = 1; point <= 3; ++point)
         click(at(point));
+    click(at(2) + QPoint(4, -4)); // a near miss
+    click(at(2) + QPoint(0, -30));
+    QTest::mouseClick(&shown, Qt::RightButton, {}, at(2));
     EXPECT_TRUE(inked(image, at(1) + QPoint(2, -3))) << "cut off";
     EXPECT_FALSE(inked(image, (at(2) + at(3)) / 2)) << "a line";
-    EXPECT_EQ(picked, (Picked{{1, 1}, {1, 2}, {1, 3}}));
+    EXPECT_EQ(picked, (Picked{{1, 1}, {1, 2}, {1, 3}, {1, 2}}));
 }
 
 /// Twelve series with long names leave the plot its room, and no two look alike.

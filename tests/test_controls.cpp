@@ -46,10 +46,9 @@ TEST_F(Controls, onlyTheLeftButtonOnAnEntryChooses) {
         list->setSelected(1, true);
         clicks = 0;
         QTest::mouseClick(list->viewport(), button, {}, at);
+        EXPECT_EQ(clicks, told) << button;
         QTest::mouseDClick(list->viewport(), button, {}, at);
         EXPECT_EQ(list->Text(), chosen) << button;
-        EXPECT_GE(clicks, told) << button;
-        EXPECT_EQ(clicks == 0, told == 0) << button;
     }
     for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Up, Qt::Key_Home}) {
         list->clearSelection();

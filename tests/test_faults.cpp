@@ -194,7 +194,7 @@ TEST_F(FaultsTest, aStoreThatCannotBeWorkedWithIsToldAtTheStartAndANewerOneRefus
     runRaw(u"pragma user_version = 2"_s);
     EXPECT_EQ(told(StoreState::Newer),
               file + u"was made by a newer version of this program and needs that version."_s);
-    runRaw(u"pragma user_version = 1"_s);
+    runRaw(u"pragma user_version = 0"_s);
     EXPECT_EQ(told(StoreState::Good), QString());
     for (int copy = 0; copy < 2; ++copy, toForgetBackup())
         toBackupBeforeLoss();
