@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/chart/mschart.h"
 
-#include <QClipboard>
-#include <QGuiApplication>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -79,21 +77,10 @@ TEST_F(ChartTest, pickingByKeys) {
     press({Qt::Key_Down});                 // over the empty series to the nearest row
     press({Qt::Key_Left, Qt::Key_Left});
     EXPECT_EQ(picked, (Picked{{1, 2}, {1, 4}, {3, 3}, {3, 1}}));
-    fill({{5}});
-    QTest::keyClick(&shown, Qt::Key_Return);
-    EXPECT_EQ(picked.size(), 4u) << "a point of the data before";
     shown.tipText = [](int series, int) -> QString { throw std::out_of_range(std::to_string(series)); };
     fill({{0, 0}});
     press({Qt::Key_Right, Qt::Key_Down, Qt::Key_Left});
     EXPECT_EQ(picked.size(), 4u) << "no point, no move";
-}
-
-TEST_F(ChartTest, aCopyHoldsThePicture) {
-    fill({{5, 6, 7}});
-    shown.EditCopy();
-    const QImage copy = QGuiApplication::clipboard()->image();
-    EXPECT_TRUE(inked(copy, shown.PointPosition(1, 2)));
-    EXPECT_EQ(copy.pixelColor(1, 1), QColor(Qt::white));
 }
 
 /// Two columns a series, any order across, and the whole marker of a point on the edge of the scale.

@@ -3,6 +3,7 @@
 #include "platform/forms/dtpicker.h"
 #include "platform/forms/flexgrid.h"
 #include "platform/forms/lists.h"
+#include "platform/forms/listview.h"
 #include "reference/gridpaste.h"
 
 #include <QApplication>
@@ -56,6 +57,20 @@ TEST_F(Controls, onlyTheLeftButtonOnAnEntryChooses) {
         QTest::keyClick(list, key);
         EXPECT_EQ(list->Text(), u"a"_s) << "the first key " << key;
     }
+}
+
+TEST_F(Controls, aRightClickOnAReportListTellsWhatItMarks) {
+    auto* list = new forms::ListView;
+    list->setColumns({{u"Name"_s, 1.0}});
+    list->setItems({{u"a"_s}, {u"b"_s}});
+    showWindow({list});
+    QStringList told;
+    QObject::connect(list, &forms::ListView::Click, &window, [&] { told << u"click"_s; });
+    QObject::connect(list, &forms::ListView::RightClick, &window, [&] { told << u"menu"_s; });
+    for (int click = 0; click < 2; ++click) // the second finds it marked
+        QTest::mouseClick(list->viewport(), Qt::RightButton, {},
+                          list->visualRect(list->model()->index(1, 0)).center());
+    EXPECT_EQ(told, QStringList({u"click"_s, u"menu"_s, u"menu"_s}));
 }
 
 TEST_F(Controls, datesAreTypedAsAWhole) {

@@ -173,11 +173,10 @@ TEST_F(CrystalTest, thePreviewTurnsPagesPrintsAndSaves) {
         window->findChild<QAction*>(QLatin1StringView(action))->trigger();
     };
 
-    auto* view = window->findChild<crystal::PageView*>();
     const auto* box = window->findChild<QSpinBox*>(u"page"_s);
     const int last = box->maximum();
     ASSERT_GT(last, 3);
-    QTest::keyClick(view, Qt::Key_PageDown);
+    QTest::keyClick(window->findChild<crystal::PageView*>(), Qt::Key_PageDown);
     EXPECT_EQ(box->value(), 2);
 
     QString saved = directory.filePath(u"saved.pdf"_s);
@@ -197,7 +196,6 @@ TEST_F(CrystalTest, thePreviewTurnsPagesPrintsAndSaves) {
     press("save");
     EXPECT_TRUE(window->statusBar()->currentMessage().contains(u"no/such.pdf: The PDF cannot be written"_s));
     press("close");
-    QTRY_VERIFY(window.isNull());
 }
 
 } // namespace

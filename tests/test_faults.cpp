@@ -171,19 +171,18 @@ TEST_F(FaultsTest, aStoreInUseIsToldAfterAWaitAndTheSameCommandWorksLater) {
     showForms();
     other.ConnectionString = toConnectionText();
     other.Open();
-    for (void (*command)() : {saveAnswers, readFile, deleteRespondent}) {
-        const QStringList before = storeRows(*cnnMain);
-        other.session()->prepare({u"begin exclusive"_s, {}}).step();
-        QElapsedTimer waiting;
-        waiting.start();
-        EXPECT_EQ(heard(command).value(0), u"Error : 5\r\nThe database is in use by another program. Close "
-                                           "that program and try again."_s);
-        EXPECT_GT(waiting.elapsed(), 1500); // milliseconds; the other program mostly lets go sooner
-        other.RollbackTrans();
-        EXPECT_EQ(storeRows(*cnnMain), before);
-        EXPECT_EQ(heard(command), QStringList());
-        EXPECT_NE(storeRows(*cnnMain), before);
-    }
+    const QStringList before = storeRows(*cnnMain);
+    other.session()->prepare({u"begin exclusive"_s, {}}).step();
+    QElapsedTimer waiting;
+    waiting.start();
+    EXPECT_EQ(heard(saveAnswers),
+              QStringList{u"Error : 5\r\nThe database is in use by another program. Close "
+                          "that program and try again."_s});
+    EXPECT_GT(waiting.elapsed(), 1500); // milliseconds; the other program mostly lets go sooner
+    other.RollbackTrans();
+    EXPECT_EQ(storeRows(*cnnMain), before);
+    EXPECT_EQ(heard(saveAnswers), QStringList());
+    EXPECT_NE(storeRows(*cnnMain), before);
 }
 
 TEST_F(FaultsTest, aStoreThatCannotBeWorkedWithIsToldAtTheStartAndANewerOneRefused) {

@@ -96,10 +96,6 @@ protected:
         messages.expect(u"Satisfaction Index : "_s + index);
         QTest::mouseClick(drawn, Qt::LeftButton, {}, drawn->PointPosition(1, point));
     }
-    void expectExpanded(bool expanded, const char* after) {
-        EXPECT_EQ(drawn->isVisible(), expanded) << after;
-        EXPECT_EQ(control<QPushButton>(form(), "cmdPrint")->isVisible(), expanded) << after;
-    }
     static QStringList lines() {
         return rows(u"select Parameter, sdate, sindex, custname from linetable order by Parameter, sdate"_s);
     }
@@ -116,8 +112,6 @@ TEST_F(SatisfactionIndexTest, viewFillsTheTablesAndTheChart) {
     EXPECT_EQ(lines(), (QStringList{u"Price|01/03/2024|7.3333335|Acme"_s, u"Price|01/06/2024|9|Acme"_s,
                                     u"Price|01/09/2024|7|Acme"_s, u"Service|01/03/2024|4|Acme"_s,
                                     u"Service|01/06/2024|0|Acme"_s, u"Service|01/09/2024|10|Acme"_s}));
-    EXPECT_EQ(rows(u"select sdate, roworder from surveydateorder"_s),
-              (QStringList{u"01/03/2024|1"_s, u"01/06/2024|2"_s, u"01/09/2024|3"_s}));
     ASSERT_EQ(drawn->RowCount(), 3);
     ASSERT_EQ(drawn->SeriesCount(), 3);
     for (int i = 1; i <= 3; ++i) { // neither a parameter without results nor an index of 0 is a point
@@ -144,7 +138,7 @@ TEST_F(SatisfactionIndexTest, datesAreInclusiveAndAPointTellsItsIndex) {
     expectNoRecords(); // from later than to
     from->setValue(autumn);
     view();
-    expectExpanded(false, "no record");
+    EXPECT_FALSE(drawn->isVisible());
     EXPECT_EQ(lines(), QStringList());
 }
 
@@ -156,9 +150,9 @@ TEST_F(SatisfactionIndexTest, changesOfTheChoiceCollapse) {
     for (const auto& [what, change] : changes) {
         choose({"Price"});
         keyOn(form(), "lstParameter", Qt::Key_Return);
-        expectExpanded(true, what);
+        EXPECT_TRUE(drawn->isVisible()) << what;
         change();
-        expectExpanded(false, what);
+        EXPECT_FALSE(drawn->isVisible() || control<QPushButton>(form(), "cmdPrint")->isVisible()) << what;
     }
     control<forms::ComboBox>(form(), "cmdCustomerName")->setListIndex(1);
     keyOn(form(), "lstParameter", Qt::Key_Return); // an empty list runs nothing
@@ -175,17 +169,6 @@ TEST_F(SatisfactionIndexTest, overflowIsSilentAndKeepsWhatWasWritten) {
     view();
     EXPECT_EQ(lines().size(), 2);
     EXPECT_EQ(drawn->RowCount(), 2);
-    expectAtRest();
-}
-
-TEST_F(SatisfactionIndexTest, failuresAreToldByTheProcedureTheyEnd) {
-    choose({"Price"});
-    view();
-    run(u"alter table linetable rename to away"_s);
-    messages.expectBeginning(u"Error : 1\r\nno such table"_s); // toFillTable
-    messages.expectBeginning(u"Error : 1\r\nno such table"_s); // toCheckIndexRecords
-    expectNoRecords();
-    view();
     expectAtRest();
 }
 

@@ -154,6 +154,10 @@ TEST_F(StatementTest, aDeletedCustomerOrParameterTakesWhatHangsOnItAndNothingEls
     EXPECT_EQ(rows(u"select questionid from questions"_s), QStringList{u"3"_s});
 }
 
+TEST_F(StatementTest, aQuestionIsNoLongerThanAFormTakes) {
+    EXPECT_THROW(add(u"questions"_s, {{"question", QString(256, u'x')}}), ado::Failure);
+}
+
 TEST_F(StatementTest, theMatrixAndTheIndexHoldScoreQuestionsOnly) {
     for (const QString& answers : {u"scatter"_s, u"scatterqry"_s}) {
         run(u"update questions set Type=True where questionid=1"_s);
