@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/chart/mschart.h"
 
-#include <QClipboard>
-#include <QGuiApplication>
-#include <QTemporaryDir>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -61,30 +58,9 @@ TEST_F(ChartTest, lineJoinsNeighboursAndLeavesAGapAtNull) {
     EXPECT_TRUE(inked(image, between(1, 2)));
     EXPECT_FALSE(inked(image, between(2, 4))) << "a line over the missing point";
     EXPECT_EQ(shown.PointPosition(1, 3), QPoint(-1, -1));
-
-    shown.SeriesItem(1).ShowLine = false;
-    EXPECT_FALSE(inked(shown.Picture(), between(1, 2)));
-    shown.SeriesItem(1).SeriesMarker = {.Auto = false, .Show = false};
-    EXPECT_FALSE(inked(shown.Picture(), shown.PointPosition(1, 1)));
-}
-
-TEST_F(ChartTest, scaleIsFixed) {
-    const auto rise = [&](double value) {
-        fill({{1, value}});
-        return shown.PointPosition(1, 1).y() - shown.PointPosition(1, 2).y();
-    };
-    EXPECT_NEAR(rise(2), rise(10) / 9, 1);
-    EXPECT_GT(rise(300), shown.height());
-}
-
-TEST_F(ChartTest, pickingByMouse) {
-    fill({{5, 0, 7}, {0, 6, 7}});
-    click(shown.PointPosition(1, 1));
-    click(shown.PointPosition(2, 2) + QPoint(4, -4)); // a near miss
-    click(shown.PointPosition(1, 3));                 // both series on one spot: the one on top
-    click(shown.PointPosition(1, 1) + QPoint(0, 30)); // on no point
-    QTest::mouseClick(&shown, Qt::RightButton, {}, shown.PointPosition(1, 1));
-    EXPECT_EQ(picked, (Picked{{1, 1}, {2, 2}, {2, 3}}));
+    fill({{1, 300}});
+    EXPECT_GT(shown.PointPosition(1, 1).y() - shown.PointPosition(1, 2).y(), shown.height())
+        << "the scale is fixed";
 }
 
 TEST_F(ChartTest, pickingByKeys) {
@@ -101,46 +77,10 @@ TEST_F(ChartTest, pickingByKeys) {
     press({Qt::Key_Down});                 // over the empty series to the nearest row
     press({Qt::Key_Left, Qt::Key_Left});
     EXPECT_EQ(picked, (Picked{{1, 2}, {1, 4}, {3, 3}, {3, 1}}));
-    fill({{5}});
-    QTest::keyClick(&shown, Qt::Key_Return);
-    EXPECT_EQ(picked.size(), 4u) << "a point of the data before";
     shown.tipText = [](int series, int) -> QString { throw std::out_of_range(std::to_string(series)); };
     fill({{0, 0}});
     press({Qt::Key_Right, Qt::Key_Down, Qt::Key_Left});
     EXPECT_EQ(picked.size(), 4u) << "no point, no move";
-}
-
-TEST_F(ChartTest, labelsBelongToTheCurrentRowAndColumn) {
-    fill({{5, 6}, {7, 8}});
-    shown.setRow(2);
-    shown.setRowLabel(u"second"_s);
-    shown.setColumn(2);
-    shown.setColumnLabel(u"right"_s);
-    fill({{1, 2}, {3, 4}, {5, 6}}); // labels stay, figures go
-    EXPECT_EQ(shown.RowLabel(), u"second");
-    EXPECT_EQ(shown.ColumnLabel(), u"right");
-    EXPECT_EQ(shown.GetData(2, 3), 6);
-    shown.setRow(1);
-    EXPECT_EQ(shown.RowLabel(), QString());
-    shown.setRowCount(1);
-    EXPECT_THROW(shown.GetData(2, 1), std::out_of_range);
-    EXPECT_THROW(shown.setRow(0), std::out_of_range);
-}
-
-TEST_F(ChartTest, copyAndFileHoldThePicture) {
-    fill({{5, 6, 7}});
-    shown.EditCopy();
-    const QImage copy = QGuiApplication::clipboard()->image();
-    EXPECT_TRUE(inked(copy, shown.PointPosition(1, 2)));
-    EXPECT_EQ(copy.pixelColor(1, 1), QColor(Qt::white));
-
-    const QTemporaryDir directory;
-    const QString path = directory.filePath(u"chart.bmp"_s);
-    ASSERT_TRUE(shown.SavePicture(path, shown.size()));
-    fill({{9}});
-    ASSERT_TRUE(shown.SavePicture(path, shown.size(), 3)) << "over the older one";
-    EXPECT_EQ(QImage(path).size(), shown.size() * 3);
-    EXPECT_TRUE(inked(QImage(path), shown.PointPosition(1, 1)));
 }
 
 /// Two columns a series, any order across, and the whole marker of a point on the edge of the scale.
@@ -156,13 +96,15 @@ TEST_F(ChartTest, xyChart) {
     EXPECT_EQ(at(1).x() > at(3).x() && at(3).x() > at(2).x(), true);
     EXPECT_LT(at(3).y(), at(2).y());
     const QImage image = shown.Picture();
-    for (int point = 1; point <= 3; ++point) {
-        EXPECT_TRUE(inked(image, at(point))) << point;
+    EXPECT_TRUE(inked(image, at(3)));
+    for (int point = 1; point <= 3; ++point)
         click(at(point));
-    }
+    click(at(2) + QPoint(4, -4)); // a near miss
+    click(at(2) + QPoint(0, -30));
+    QTest::mouseClick(&shown, Qt::RightButton, {}, at(2));
     EXPECT_TRUE(inked(image, at(1) + QPoint(2, -3))) << "cut off";
     EXPECT_FALSE(inked(image, (at(2) + at(3)) / 2)) << "a line";
-    EXPECT_EQ(picked, (Picked{{1, 1}, {1, 2}, {1, 3}}));
+    EXPECT_EQ(picked, (Picked{{1, 1}, {1, 2}, {1, 3}, {1, 2}}));
 }
 
 /// Twelve series with long names leave the plot its room, and no two look alike.

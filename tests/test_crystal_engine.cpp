@@ -5,12 +5,12 @@
 #include "platform/crystal/output.h"
 #include "platform/crystal/pageview.h"
 #include "platform/crystal/previewwindow.h"
-#include "platform/crystal/selection.h"
 #include "tests/support/pdftext.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QPrinter>
 #include <QSpinBox>
@@ -21,36 +21,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-/// The sentence of the failure that the step throws; empty when it throws none.
-template <class Step> QString failureOf(Step step) {
-    try {
-        step();
-    } catch (const crystal::ReportError& error) {
-        return error.text();
-    }
-    return {};
-}
-
-TEST(Selection, refusesEverythingElse) {
-    const std::pair<QString, QString> cases[] = {
-        {u"{a.b}='O'Brien'"_s, u"at 'Brien'': 'and' is expected"_s},
-        {u"{a.b}='x' or {a.c}='y'"_s, u"'and' is expected"_s},
-        {u"{a.b}='x' and "_s, u"at its end: '{' is expected"_s},
-        {u"{a.b}='x"_s, u"a closing apostrophe is expected"_s},
-        {u"{a.b}=['x'"_s, u"']' is expected"_s},
-        {u"{ab}='x'"_s, u"a table's name and a point is expected"_s},
-        {u"{a.b}<>'x'"_s, u"=, >= or <= is expected"_s},
-        {u"{a.b}>='x'"_s, u"a date is expected"_s},
-        {u"{a.b}=date(2002,15,03)"_s, u"'2002,15,03' is not a date"_s},
-        {u"{a.b}='x'; delete from a"_s, u"'and' is expected"_s},
-    };
-    for (const auto& [formula, reason] : cases) {
-        const QString sentence = failureOf([&] { crystal::parseSelection(formula, u"x.rpt"_s); });
-        EXPECT_TRUE(sentence.startsWith(u"x.rpt: "_s) && sentence.contains(reason))
-            << formula.toStdString() << ": " << sentence.toStdString();
-    }
-}
 
 /// A store of one table and a layout for it; the preview is kept instead of shown.
 class CrystalTest : public ::testing::Test {
@@ -80,8 +50,14 @@ protected:
                     u"' organisation='CompanyName' empty='Nobody came.'>\n" + inside + u"\n</report>\n")
                        .toUtf8());
     }
+    /// The sentence of the failure that the report ends with; empty when it throws none.
     QString failure() {
-        return failureOf([this] { report.setAction(1); });
+        try {
+            report.setAction(1);
+        } catch (const crystal::ReportError& error) {
+            return error.text();
+        }
+        return {};
     }
     QStringList pages() {
         EXPECT_EQ(failure().toStdString(), "");
@@ -99,39 +75,21 @@ protected:
 
 const QString guestColumn = u"<column field='guest' width='1' heading='Guest'/>"_s;
 
-TEST_F(CrystalTest, layoutErrorsNameFileAndLine) {
-    const std::tuple<QString, QString, QString> cases[] = {
-        {u"<column field='guest' width='1'>"_s, u", line 3: "_s, u"not valid XML"_s},
-        {u"\n<colum field='guest'/>"_s, u", line 3: "_s, u"no element <colum>"_s},
-        {u"<column field='guest' width='1' wide='2'/>"_s, u", line 2: "_s, u"no attribute 'wide'"_s},
-        {u"<column field='guest' width='a'/>"_s, u", line 2: "_s, u"is not a number from 1 to 1000"_s},
-        {u"<order field='day'/>"_s, u", line 1: "_s, u"no <column>"_s},
-        {guestColumn + u"\n<order field='dya'/>"_s, u", line 3: "_s, u"no field 'dya' in 'visit'"_s},
-        {u"\n\n<column field='gast' width='1'/>"_s, u", line 4: "_s, u"no field 'gast'"_s},
-        {u"<column field='guest' width='1' format='date'/>"_s, u", line 2: "_s, u"does not fit"_s},
-        {guestColumn + u"\n<picture file='no.bmp'/>"_s, u", line 3: "_s, u"no.bmp' is not there"_s},
-    };
-    for (const auto& [inside, place, sentence] : cases) {
-        writeLayout(inside);
-        const QString found = failure();
-        EXPECT_TRUE(found.startsWith(report.ReportFileName + place) && found.contains(sentence))
-            << inside.toStdString() << ": " << found.toStdString();
-    }
-}
-
-TEST_F(CrystalTest, propertiesThatDoNotFitAreRefused) {
+TEST_F(CrystalTest, whatDoesNotFitIsRefusedWithItsPlace) {
     const std::pair<std::function<void()>, QString> cases[] = {
         {[&] { report.Password = u"\nother"_s; }, u"store.mdb: Not a valid password."_s},
-        {[&] { report.Password = u"secret"_s; }, u"does not begin with a line feed"_s},
         {[&] { report.DataFiles(0) += u"x"_s; }, u"Could not find the database file"_s},
-        {[&] { report.ReportFileName += u"x"_s; }, u"visit.rptx: The report layout is not there"_s},
         {[&] { report.Formulas(0) = u"companyname='A'"_s; }, u"but the report was given 'companyname'"_s},
-        {[&] { report.Formulas(0) = u"CompanyName=A"_s; }, u"not a name, = and a text"_s},
         {[&] { report.SelectionFormula = u"{visit.gast}='A'"_s; }, u"no field 'gast'"_s},
-        {[&] { report.SelectionFormula = u"{log.guest}='A'"_s; },
-         u"names {log.guest}, but the report reads"_s},
-        {[&] { report.SelectionFormula = u"{visit.day}='A'"_s; }, u"compares {visit.day} with a text"_s},
+        {[&] { report.SelectionFormula = u"{visit.guest}='O'Brien'"_s; }, u"'Brien'': 'and' is expected"_s},
+        {[&] { report.SelectionFormula = u"{visit.guest}='x' or {visit.note}='y'"_s; },
+         u"'and' is expected"_s},
+        {[&] { report.SelectionFormula = u"{visit.guest}='x"_s; }, u"a closing apostrophe is expected"_s},
+        {[&] { report.SelectionFormula = u"{visit.day}=date(2002,15,03)"_s; },
+         u"'2002,15,03' is not a date"_s},
         {[&] { writeLayout(guestColumn, u"visits"_s); }, u"no table or saved query 'visits'"_s},
+        {[&] { writeLayout(u"<column field='guest' width='1'>"_s); }, u"visit.rpt, line 3: "_s},
+        {[&] { writeLayout(u"\n\n<column field='gast' width='1'/>"_s); }, u"line 4: "_s},
     };
     for (const auto& [change, sentence] : cases) {
         const crystal::CrystalReport before = report;
@@ -202,28 +160,24 @@ TEST_F(CrystalTest, readsOnlyAndLeavesTheDatabaseAsItWas) {
 
 TEST_F(CrystalTest, thePreviewTurnsPagesPrintsAndSaves) {
     makeStore("insert into visit (guest) with recursive n(i) as (select 1 union all select i + 1 from n "
-              "where i < 200) select 'Guest' || i from n");
+              "where i < 5000) select 'Guest' || i from n");
     writeLayout(guestColumn);
+    QElapsedTimer timer;
+    timer.start();
     crystal::previewSeat = crystal::PreviewWindow::show;
     ASSERT_EQ(failure().toStdString(), "");
+    EXPECT_LT(timer.elapsed(), 2000);
     QPointer<QMainWindow> window = qobject_cast<QMainWindow*>(QApplication::topLevelWidgets().value(0));
     ASSERT_TRUE(window);
     const auto press = [&](const char* action) {
         window->findChild<QAction*>(QLatin1StringView(action))->trigger();
     };
 
-    auto* view = window->findChild<crystal::PageView*>();
     const auto* box = window->findChild<QSpinBox*>(u"page"_s);
     const int last = box->maximum();
     ASSERT_GT(last, 3);
-    EXPECT_EQ(box->text(), u"Page 1 of %1"_s.arg(last));
-    QTest::keyClick(view, Qt::Key_PageDown);
-    press("next");
-    EXPECT_EQ(box->value(), 3);
-    QTest::keyClick(view, Qt::Key_PageUp);
+    QTest::keyClick(window->findChild<crystal::PageView*>(), Qt::Key_PageDown);
     EXPECT_EQ(box->value(), 2);
-    QTest::keyClick(view, Qt::Key_End);
-    EXPECT_EQ(box->value(), last);
 
     QString saved = directory.filePath(u"saved.pdf"_s);
     crystal::pdfFileSeat = [&](QWidget*, const QString&) { return saved; };
@@ -242,7 +196,6 @@ TEST_F(CrystalTest, thePreviewTurnsPagesPrintsAndSaves) {
     press("save");
     EXPECT_TRUE(window->statusBar()->currentMessage().contains(u"no/such.pdf: The PDF cannot be written"_s));
     press("close");
-    QTRY_VERIFY(window.isNull());
 }
 
 } // namespace

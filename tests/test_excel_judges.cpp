@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Programs written elsewhere read the workbooks that were edited here. They must be installed: python3-xlrd
-// and gnumeric.
+// Another program, python3-xlrd, reads the workbooks that were edited here.
 #include "tests/excel_files.h"
 
 #include <QJsonDocument>
@@ -47,28 +46,33 @@ excel::Value valueOf(const QJsonObject& cell) {
     }
 }
 
-// Fills the first sheet in the manner of a questionnaire.
+const excel::Value values[] = {
+    u"\u20ACuro, \u4E2D, \U0001F600"_s, -1234.5, excel::Value(QDate(2023, 12, 31), QTime(23, 59, 59)),
+    excel::Value::boolean(true),        u"12"_s, QString(QString(9000, u'x') + QString(9000, u'\u4E2D'))};
+
+// Texts that run over many Continue records, narrow and wide.
+QString longText(int i) {
+    return QString(1 + (i * 37) % 3000, i % 3 == 0 ? QChar(0x4E00 + i) : QChar(u'a' + i % 26));
+}
+
+// Fills the first sheet in the manner of a questionnaire, and the rows from 200 on with values.
 void fill(const Worksheet& sheet) {
     sheet.Unprotect(password);
     sheet.Range(u"A14"_s, u"G65536"_s).Clear();
-    sheet.Range(u"H1"_s).setValue(QDate(2024, 2, 29));
-    sheet.Range(u"I1"_s).setValue(u"0123"_s);
-    for (int row = 14; row < 34; row += 2) {
-        const excel::Range asked = sheet.Cells(row, 2);
-        asked.BorderAround(BorderWeight::Thin, row % 4 == 0 ? 3 : 25);
-        asked.setValue(question);
-        asked.setWrapText(true);
-        asked.setLocked(true);
-        sheet.Cells(row, 3).BorderAround(BorderWeight::Thin, 1);
-        sheet.Cells(row, 3).setLocked(false);
-        sheet.Cells(row, 4).setLocked(true);
-    }
-    const excel::Range box = sheet.Cells(35, 2);
+    const excel::Range asked = sheet.Range(u"B16"_s);
+    asked.BorderAround(BorderWeight::Thin, 3);
+    asked.setValue(question);
+    asked.setWrapText(true);
+    asked.setLocked(true);
+    const excel::Range box = sheet.Range(u"B35"_s);
     box.Font().setColorIndex(25);
     box.setValue(u"Type your Answer here"_s);
-    box.BorderAround(BorderWeight::Thin, 32);
     box.setLocked(false);
     sheet.Range(u"C36:E38"_s).BorderAround(BorderWeight::Thin, 5);
+    for (int i = 0; i < int(std::size(values)); ++i)
+        sheet.Cells(200 + i, 2).setValue(values[i]);
+    for (int i = 0; i < 400; ++i)
+        sheet.Cells(200 + i, 1).setValue(longText(i));
     sheet.Protect(password);
 }
 
@@ -103,68 +107,32 @@ TEST_F(ExcelJudges, XlrdReadsTheSame) {
     }
 }
 
-TEST_F(ExcelJudges, XlrdSeesValuesLocksWrapsBordersAndProtection) {
+TEST_F(ExcelJudges, XlrdSeesValuesLocksWrapsAndBorders) {
     const QJsonObject expected = QJsonDocument::fromJson(R"({
-        "B14": {"borders": ["000080", "000080", "000080", "000080"]},
         "B16": {"borders": ["FF0000", "FF0000", "FF0000", "FF0000"], "wrapped": true, "locked": true},
-        "C14": {"borders": ["000000", "000000", "000000", "000000"], "locked": false, "wrapped": false},
-        "D14": {"locked": true},
-        "H1": {"value": "2024-02-29 00:00:00", "format": "dd/mm/yyyy"},
-        "I1": {"value": "0123"},
-        "B35": {"borders": ["0000FF", "0000FF", "0000FF", "0000FF"], "font": "000080", "locked": false},
+        "B35": {"font": "000080", "locked": false, "wrapped": false},
         "C36": {"borders": ["0000FF", null, "0000FF", null]},
         "D37": {"borders": [null, null, null, null]}})")
                                      .object();
-    ASSERT_EQ(expected.size(), 9);
+    ASSERT_EQ(expected.size(), 4);
     for (const QString& sample : sampleNames) {
         SCOPED_TRACE(qPrintable(sample));
-        const QJsonObject seen = seenByXlrd(filled(sample));
-        const QJsonObject cells = seen[u"cells"].toObject();
+        const QJsonObject cells = seenByXlrd(filled(sample))[u"cells"].toObject();
         EXPECT_EQ(cells[u"B16"][u"value"].toString(), question);
-        EXPECT_EQ(cells[u"C14"][u"type"].toInt(), 6) << "blank with a format";
+        for (int i = 0; i < int(std::size(values)); ++i)
+            EXPECT_TRUE(valueOf(cells[u"B%1"_s.arg(200 + i)].toObject()) == values[i]) << i;
+        for (int i = 0; i < 400; ++i)
+            ASSERT_EQ(cells[u"A%1"_s.arg(200 + i)][u"value"].toString(), longText(i)) << i;
         for (auto cell = expected.begin(); cell != expected.end(); ++cell) {
             const QJsonObject about = cell.value().toObject();
             for (auto part = about.begin(); part != about.end(); ++part)
                 EXPECT_TRUE(cells[cell.key()][part.key()] == part.value())
                     << qPrintable(cell.key() + u' ' + part.key());
         }
-        EXPECT_EQ(
-            seen[u"protection"].toObject(),
-            (QJsonObject{
-                {u"12"_s, u"0001"_s}, {u"DD"_s, u"0001"_s}, {u"63"_s, u"0001"_s}, {u"13"_s, u"DDD3"_s}}));
         // What the example had outside the cleared range is still there.
         const QJsonObject before = seenByXlrd(samplePath(sample))[u"cells"].toObject();
         for (auto at = before.begin(); at != before.end(); ++at)
             EXPECT_TRUE(at.value() == cells[at.key()] || at.value()[u"type"].toInt() == 0)
                 << qPrintable(at.key());
     }
-}
-
-TEST_F(ExcelJudges, GnumericOpensThem) {
-    for (const QString& sample : sampleNames) {
-        SCOPED_TRACE(qPrintable(sample));
-        const QString csv = path(u"gnumeric.csv"_s);
-        run(u"ssconvert"_s, {filled(sample), csv});
-        const QString text = QString::fromUtf8(fileContent(csv));
-        EXPECT_EQ(text.count(QString(question).replace(u'"', u"\"\""_s)), 10);
-        EXPECT_EQ(text.count(u"Type your Answer here"_s), 1);
-        EXPECT_TRUE(text.contains(u"2024/02/29"_s)) << qPrintable(text);
-    }
-}
-
-// Texts that run over many Continue records, narrow and wide, are cut where other readers expect it.
-TEST_F(ExcelJudges, XlrdReadsTextsAcrossRecords) {
-    const excel::Workbook book = application_.Workbooks().Open(copyOf(u"lo_native.xls"_s));
-    const Worksheet sheet = book.Worksheets(u"Nat"_s);
-    sheet.Unprotect(password);
-    QStringList texts;
-    for (int i = 0; i < 400; ++i) {
-        const QChar letter = i % 3 == 0 ? QChar(0x4E00 + i) : QChar(u'a' + i % 26);
-        texts << QString(1 + (i * 37) % 3000, letter) + QString::number(i);
-        sheet.Cells(20 + i, 1).setValue(texts.back());
-    }
-    book.Close(true);
-    const QJsonObject cells = seenByXlrd(path(u"lo_native.xls"_s))[u"cells"].toObject();
-    for (int i = 0; i < 400; ++i)
-        ASSERT_EQ(cells[u"A%1"_s.arg(20 + i)].toObject()[u"value"].toString(), texts[i]) << i;
 }

@@ -95,9 +95,6 @@ TEST_F(MailTest, whatKeepsAMailFromItsClientIsTold) {
     const QString missing = folder.filePath(u"none.xls"_s);
     EXPECT_EQ(failureOf(with(missing)), u"The file to attach is missing: "_s + missing);
     EXPECT_TRUE(failureOf(with(attachment(u"a\\nb.xls"_s))).contains(u"backslash"_s));
-    good.SessionID = 0;
-    EXPECT_EQ(failureOf(good), u"There is no mail session.");
-    good.SessionID = 1;
     qputenv("PATH", folder.path().toUtf8());
     EXPECT_TRUE(failureOf(good).startsWith(u"The mail program could not be started: "_s));
 }
@@ -117,8 +114,6 @@ TEST_F(MailTest, aClientIsOneThatTheDesktopHasForMailto) {
     client("[ \"$*\" = \"query default x-scheme-handler/mailto\" ] && echo thunderbird.desktop",
            u"xdg-mime"_s);
     EXPECT_TRUE(mapi::hasClient());
-    client("echo", u"xdg-mime"_s);
-    EXPECT_FALSE(mapi::hasClient());
     qputenv("PATH", "/nowhere");
     EXPECT_FALSE(mapi::hasClient());
     qputenv("MAILER", "mutt");
