@@ -141,11 +141,7 @@ TEST_F(ExportTest, anExistingFileIsWrittenOverInPlace) {
     EXPECT_EQ(EditedGrid(frmFeedBackObj::instance(), "grdDtls", "txtDtls").row(2), u"On time?|9|4|"_s);
     frmFeedBackObj::unload();
     run(u"delete * from responquesindex where questionid="_s + QString::number(question[3]));
-    const QByteArray filled = contentOf(path(name));
 
-    expectOverwrite(Answer::No);
-    press();
-    EXPECT_EQ(contentOf(path(name)), filled);
     EXPECT_EQ(log(), QStringList{logged(name, true)});
 
     userNames(); // the register's name wins
