@@ -39,10 +39,13 @@ TEST_F(CustomerTest, arrowsLeaveTheCellOnlyAtTheEndsOfItsText) {
     }
 }
 
-TEST_F(CustomerTest, scrollingHidesTheBox) {
+TEST_F(CustomerTest, headAndScrollHideTheBox) {
     for (int i = 1; i <= 60; ++i)
         addCustomer(u"Customer "_s + QString::number(i));
     open();
+    customers().clickHead();
+    key(Qt::Key_A);
+    EXPECT_FALSE(customers().box->isVisible()) << "not before the next click on a cell";
     customers().click(2, 2);
     customers().grid->setTopRow(20);
     EXPECT_FALSE(customers().box->isVisible());
@@ -77,10 +80,6 @@ TEST_F(CustomerTest, savingSkipsAStoredNameAndFiltersApostrophes) {
     EXPECT_EQ(rows(u"select custid, custname, Address, telno from customer"_s),
               (QStringList{u"1|Acme Ltd| |12’3"_s, u"2|D’Arcy’s| |"_s}));
     EXPECT_EQ(customers().grid->Rows(), 3) << "the refresh drops the skipped row";
-    customers().enter(2, 1, u"Acme Ltd"_s);
-    press(form, "cmdSaveCustomer");
-    EXPECT_EQ(countOf(u"customer where custname='acme ltd'"_s), u"2"_s)
-        << "a stored customer may take another's name";
 }
 
 TEST_F(CustomerTest, blankMandatoryCellsAreRefused) {
@@ -172,13 +171,6 @@ TEST_F(CustomerTest, aPastedBlockFillsRowsOrNothing) {
     EXPECT_EQ(customers().row(1), u"One|1 Street||"_s);
     EXPECT_EQ(customers().row(2), u"Two|2 Road||"_s);
     EXPECT_EQ(customers().box->text(), u"One"_s);
-    customers().click(2, 3);
-    messages.expectTitled(
-        u"The pasted cells do not fit from here on: “c” has no place in row 2, column 5. Nothing "
-        "has been pasted."_s,
-        forms::style::information);
-    EditedGrid::paste(u"a\tb\tc"_s);
-    EXPECT_EQ(customers().row(2), u"Two|2 Road||"_s);
     customers().click(1, 2);
     messages.expectTitled(u"Other cells whose texts the pasted block would replace: 1. Replace them?"_s,
                           forms::style::yesNo + forms::style::secondButton + forms::style::information,

@@ -148,19 +148,6 @@ TEST_F(FeedbackTest, newAnswersAreStoredAndEmptiedOnesFollowTheirColumn) {
     expectAtRest();
 }
 
-TEST_F(FeedbackTest, clickOnTheChosenDateReadsTheStoreAgain) {
-    addScore(ann, questions[0], survey, march, 9, 0);
-    open();
-    EXPECT_EQ(grid().row(1), price + u"|9||");
-    grid().enter(1, 2, u"3"_s);
-    grid().enter(2, 4, u"unsaved"_s);
-    run(u"update feedbackobjective set score=6"_s);
-    cnnMain->Close(); // the form connects again
-    clickDate(0);
-    EXPECT_EQ(grid().row(1), price + u"|9|6|");
-    EXPECT_EQ(grid().row(2), wishes + u"|||");
-}
-
 TEST_F(FeedbackTest, answersThatCannotBeReadAreNotSavedAsBlanks) {
     addScore(ann, questions[0], survey, march, 9, 8);
     frmFeedBackObj& form = open();

@@ -45,9 +45,6 @@ TEST_F(ParameterTest, oneKeyFillsTheTypeAndAnythingElseIsWiped) {
         type(typed);
         EXPECT_EQ(questions().text(1, 2), cell);
     }
-    for (int i = 0; i < 8; ++i)
-        key(Qt::Key_Backspace);
-    EXPECT_EQ(questions().box->text(), u"Des"_s) << "shortened from the right";
 }
 
 TEST_F(ParameterTest, aRefusalShowsTheQuestionsOfTheRowInHand) {

@@ -6,6 +6,7 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QHeaderView>
 #include <QLineEdit>
 
 /// A grid that is edited in place, driven as a user does.
@@ -21,6 +22,10 @@ struct EditedGrid {
     }
     void click(int row, int col) const {
         QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, at(row, col));
+    }
+    void clickHead() const {
+        const QHeaderView* head = grid->horizontalHeader();
+        QTest::mouseClick(head->viewport(), Qt::LeftButton, {}, head->rect().center());
     }
     /// Replaces the cell's text.
     void enter(int row, int col, const QString& text) const {

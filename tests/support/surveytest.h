@@ -82,10 +82,9 @@ protected:
     /// Runs a step while Acme or a respondent of that name is renamed by another program: it is refused.
     void withoutOwner(const QString& name, const std::function<void()>& step) {
         const auto rename = [](const QString& from, const QString& to) {
-            for (const QString& field :
-                 {QStringLiteral("customer.custname"), QStringLiteral("respondent.respondentname")})
-                run(QStringLiteral("update %1 set %2 = '%3' where %2 = '%4'")
-                        .arg(field.section(u'.', 0, 0), field.section(u'.', 1), to, from));
+            run(QStringLiteral("update customer set custname = '%1' where custname = '%2'").arg(to, from));
+            run(QStringLiteral("update respondent set respondentname = '%1' where respondentname = '%2'")
+                    .arg(to, from));
         };
         rename(name, QStringLiteral("Other"));
         const QStringList before = storeRows(*cnnMain);
