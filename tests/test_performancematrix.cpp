@@ -157,7 +157,7 @@ TEST_F(PerformanceMatrixTest, ninthCoincidenceEndsInSilence) {
         QTest::keyClick(drawn, Qt::Key_Right);
 }
 
-TEST_F(PerformanceMatrixTest, theReportHasAFinePictureAndTellsWhatIsMissing) {
+TEST_F(PerformanceMatrixTest, picturesAreFineAndTellWhatFails) {
     rate(u"Price"_s, 7, 3);
     clickDate(0);
     press(form(), "cmdPrint");
@@ -167,11 +167,7 @@ TEST_F(PerformanceMatrixTest, theReportHasAFinePictureAndTellsWhatIsMissing) {
     messages.expect(u"75:Path/File access error"_s);
     press(form(), "cmdPrint");
     expectAtRest();
-}
 
-TEST_F(PerformanceMatrixTest, pictureMenuCopiesAndSaves) {
-    rate(u"Price"_s, 7, 3);
-    clickDate(0);
     const QList<QAction*> actions = drawn->actions();
     ASSERT_EQ(actions.size(), 4);
     QString answer;
