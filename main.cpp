@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "core/gblGlobal.h"
+#include "core/Main.h"
 
 int main(int argc, char** argv) {
     return Main(argc, argv);

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/chartmenu.h"
 
-#include "core/MDIMain.h"
-#include "core/gblGlobal.h"
+#include "core/base/gblGlobal.h"
+#include "core/base/shell.h"
 #include "platform/ado/error.h"
 #include "platform/chart/mschart.h"
 #include "platform/forms/msgbox.h"
@@ -19,7 +19,7 @@ constexpr double sharpness = 3; // 96 dots an inch of a logical pixel become abo
 
 void toSavePicture(chart::MSChart& drawn, const QString& kind, const QSize& size) {
     const QString suffix = u'.' + kind.toLower();
-    forms::CommonDialog& dialog = MDIMain::instance().CommonDialog1;
+    forms::CommonDialog& dialog = Shell::current()->fileDialog();
     dialog.CancelError = false;
     dialog.Filter = kind + u" picture|*"_s + suffix;
     dialog.ShowSave();

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/choices.h"
 
-#include "core/MDIMain.h"
-#include "core/gblGlobal.h"
+#include "core/base/gblGlobal.h"
+#include "core/base/shell.h"
 
 using namespace Qt::StringLiterals;
 

@@ -2,11 +2,11 @@
 #include "analysis/frmDateToDate.h"
 
 #include "analysis/choices.h"
-#include "core/MDIMain.h"
-#include "core/failure.h"
-#include "core/gblGlobal.h"
-#include "core/reports.h"
-#include "core/worktable.h"
+#include "core/base/failure.h"
+#include "core/base/gblGlobal.h"
+#include "core/base/reports.h"
+#include "core/base/shell.h"
+#include "core/store/worktable.h"
 #include "ui_frmDateToDate.h"
 
 using namespace Qt::StringLiterals;
@@ -76,7 +76,7 @@ void frmDateToDate::toFillReporttable() {
             toAddScores(where);
             toAddReplies(where);
         });
-        toStartReport(MDIMain::instance().crpReport, u"surveyresponse.rpt"_s, u"CompanyName"_s,
+        toStartReport(Shell::current()->report(), u"surveyresponse.rpt"_s, u"CompanyName"_s,
                       u"Survey Report"_s, {},
                       {u"Customer='"_s + ui->cmbCustomer->Text() + u"'",
                        u"SurveyDate='"_s + ui->lstSurveyDate->Text() + u"'"});

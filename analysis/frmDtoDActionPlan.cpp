@@ -2,10 +2,10 @@
 #include "analysis/frmDtoDActionPlan.h"
 
 #include "analysis/choices.h"
-#include "core/MDIMain.h"
-#include "core/failure.h"
-#include "core/gblGlobal.h"
-#include "core/reports.h"
+#include "core/base/failure.h"
+#include "core/base/gblGlobal.h"
+#include "core/base/reports.h"
+#include "core/base/shell.h"
 #include "platform/ado/value.h"
 #include "platform/forms/clock.h"
 #include "ui_frmDtoDActionPlan.h"
@@ -52,7 +52,7 @@ void frmDtoDActionPlan::cmdPrint() {
                                       u"' and {action.date}>=" +
                                       toFormulaDate(ado::toText(ui->dtFrom->Value())) +
                                       u"and {action.date}<=" + toFormulaDate(ado::toText(ui->dtTo->Value()));
-            toStartReport(MDIMain::instance().crpReport, u"actionplan.rpt"_s, u"CompanyName"_s,
+            toStartReport(Shell::current()->report(), u"actionplan.rpt"_s, u"CompanyName"_s,
                           u"Analysis on Improvement Plan"_s, selection);
         });
     }

@@ -2,11 +2,11 @@
 #include "analysis/frmDtoDSatisfactionOverview.h"
 
 #include "analysis/choices.h"
-#include "core/MDIMain.h"
-#include "core/failure.h"
-#include "core/gblGlobal.h"
-#include "core/reports.h"
-#include "core/worktable.h"
+#include "core/base/failure.h"
+#include "core/base/gblGlobal.h"
+#include "core/base/reports.h"
+#include "core/base/shell.h"
+#include "core/store/worktable.h"
 #include "platform/forms/clock.h"
 #include "ui_frmDtoDSatisfactionOverview.h"
 
@@ -68,7 +68,7 @@ void frmDtoDSatisfactionOverview::toFillReporttable() {
             toAddObjective();
             toAddActions();
         });
-        toStartReport(MDIMain::instance().crpReport, u"satisfaction.rpt"_s, u"CompanyName"_s,
+        toStartReport(Shell::current()->report(), u"satisfaction.rpt"_s, u"CompanyName"_s,
                       u"Satisfaction Overview"_s, {},
                       {u"Customer='"_s + ui->cmbCustomer->Text() + u"'",
                        u"Period='"_s + ui->dtFrom->text() + u" to " + ui->dtTo->text() + u"'"});

@@ -3,13 +3,13 @@
 
 #include "analysis/chartmenu.h"
 #include "analysis/choices.h"
-#include "analysis/performancematrix.h"
-#include "analysis/ratings.h"
-#include "core/MDIMain.h"
-#include "core/failure.h"
-#include "core/gblGlobal.h"
-#include "core/reports.h"
-#include "core/worktable.h"
+#include "analysis/figures/performancematrix.h"
+#include "analysis/figures/ratings.h"
+#include "core/base/failure.h"
+#include "core/base/gblGlobal.h"
+#include "core/base/reports.h"
+#include "core/base/shell.h"
+#include "core/store/worktable.h"
 #include "platform/forms/msgbox.h"
 #include "ui_frmPerformanceMatrix.h"
 
@@ -329,7 +329,7 @@ void frmPerformanceMatrix::cmdPrint() {
         if (ui->cmdCustomerName->ListCount() > 0)
             toShowStatus(u"Generating Report...."_s);
         toSavePictureForReport(*ui->mschart, u"perform.bmp"_s, printedSize);
-        toStartReport(MDIMain::instance().crpReport, u"scatter.rpt"_s, u"companyname"_s,
+        toStartReport(Shell::current()->report(), u"scatter.rpt"_s, u"companyname"_s,
                       u"Performance Matrix Report"_s);
     });
     toShowStatus({});

@@ -3,13 +3,13 @@
 
 #include "analysis/chartmenu.h"
 #include "analysis/choices.h"
-#include "analysis/ratings.h"
-#include "analysis/satisfactionindex.h"
-#include "core/MDIMain.h"
-#include "core/failure.h"
-#include "core/gblGlobal.h"
-#include "core/reports.h"
-#include "core/worktable.h"
+#include "analysis/figures/ratings.h"
+#include "analysis/figures/satisfactionindex.h"
+#include "core/base/failure.h"
+#include "core/base/gblGlobal.h"
+#include "core/base/reports.h"
+#include "core/base/shell.h"
+#include "core/store/worktable.h"
 #include "platform/forms/clock.h"
 #include "platform/forms/msgbox.h"
 #include "ui_frmSatisfactionIndex.h"
@@ -182,7 +182,7 @@ void frmSatisfactionIndex::cmdPrint() {
         if (ui->cmdCustomerName->ListCount() == 0)
             return;
         toSavePictureForReport(*ui->mschart, u"satis.bmp"_s, printedSize);
-        toStartReport(MDIMain::instance().crpReport, u"satisfactionindex.rpt"_s, u"companyname"_s,
+        toStartReport(Shell::current()->report(), u"satisfactionindex.rpt"_s, u"companyname"_s,
                       u"Survey Report"_s);
     });
     toShowStatus({});

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "analysis/satisfactionindex.h"
+#include "analysis/figures/satisfactionindex.h"
 #include "platform/forms/form.h"
 
 #include <QDate>

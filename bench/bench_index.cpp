@@ -5,11 +5,12 @@
 // beside the same delete and inserts by the C API.
 #include "analysis/frmPerformanceMatrix.h"
 #include "analysis/frmSatisfactionIndex.h"
-#include "core/gblGlobal.h"
+#include "core/Main.h"
+#include "core/base/gblGlobal.h"
 #include "platform/ado/casefold.h"
 #include "platform/forms/dtpicker.h"
 #include "platform/forms/lists.h"
-#include "survey/questionnaire.h"
+#include "survey/questionnaires/questionnaire.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -170,7 +171,7 @@ void measureSaving(const QString& path) {
                              u"Question %1 of Parameter %2"_s.arg(i % 5 + 1).arg(i / 5 + 1)});
     const double saved = timeOf([&] {
         cnnMain->BeginTrans();
-        toSaveSurveyID(survey);
+        addSurvey(survey);
         toRewriteQuestionnaire(survey, questions);
         cnnMain->CommitTrans();
     });

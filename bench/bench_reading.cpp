@@ -2,7 +2,8 @@
 // Reading 500 filled survey files of 50 questions into an empty store, writes included, beside xlrd, which
 // only parses them. Needs python3-xlrd.
 #include "core/MDIMain.h"
-#include "core/gblGlobal.h"
+#include "core/Main.h"
+#include "core/base/gblGlobal.h"
 #include "exchange/reader.h"
 #include "tests/support/surveyfile.h"
 

@@ -2,7 +2,8 @@
 // The keyword search over 1,000,000 answers of 2,000 customers, 100,000 answers in words and 100,000 actions,
 // with one keyword that finds few, one that finds 100,000, and three; beside it one 'like' pass of the C API
 // over the same texts. Another number of customers can be given.
-#include "core/gblGlobal.h"
+#include "core/Main.h"
+#include "core/base/gblGlobal.h"
 #include "platform/ado/casefold.h"
 #include "platform/forms/listview.h"
 #include "search/frmSearch.h"

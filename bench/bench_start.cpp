@@ -2,7 +2,8 @@
 // The time from the start of the process to the main window on the screen, splash aside, beside that of an
 // empty window, alternating, each in a process of its own. A process says when its window is there.
 #include "core/MDIMain.h"
-#include "core/gblGlobal.h"
+#include "core/Main.h"
+#include "core/base/gblGlobal.h"
 
 #include <QApplication>
 #include <QElapsedTimer>

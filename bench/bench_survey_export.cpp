@@ -2,7 +2,8 @@
 // The export of a survey of 100 questions, each with marks of five earlier surveys, from the question about
 // overwriting to the file and its row in the register; beside it one synced write of the same bytes. Leaves
 // the survey file under the second name, for export_peers.py.
-#include "core/gblGlobal.h"
+#include "core/Main.h"
+#include "core/base/gblGlobal.h"
 #include "exchange/surveyexport.h"
 #include "platform/forms/form.h"
 #include "platform/forms/msgbox.h"

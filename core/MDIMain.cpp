@@ -6,10 +6,10 @@
 #include "analysis/frmDtoDSatisfactionOverview.h"
 #include "analysis/frmPerformanceMatrix.h"
 #include "analysis/frmSatisfactionIndex.h"
+#include "core/base/gblGlobal.h"
+#include "core/base/pictures.h"
 #include "core/frmAboutUs.h"
-#include "core/gblGlobal.h"
 #include "core/menus.h"
-#include "core/pictures.h"
 #include "exchange/frmLogDetails.h"
 #include "exchange/frmReading.h"
 #include "exchange/frmSetting.h"
@@ -248,7 +248,7 @@ void MDIMain::runEntry(const QString& name) {
     } else if (name == u"mnuGettingStarted") {
         mnuGettingStarted();
     } else if (name == u"mnuGWLHelp") {
-        toShowHelp(11, 0);
+        showHelp(11, 0);
     } else if (name == u"mnuAbout") {
         openForm(false, false, [] { frmAboutUs::instance().Show(); });
     } else {
@@ -258,6 +258,14 @@ void MDIMain::runEntry(const QString& name) {
 
 void MDIMain::PopupMenu(const QPoint& globalPosition) {
     findChild<QMenu*>(u"mnuEdit"_s)->popup(globalPosition);
+}
+
+void MDIMain::showHit(const SearchHit& hit) {
+    hitOnShow = hit;
+    if (hit.isAction)
+        frmImprovementPlan::instance().Show();
+    else
+        frmFeedBackObj::instance().Show();
 }
 
 void MDIMain::popupEntry(const QString& name) {
@@ -312,19 +320,15 @@ void MDIMain::closeEvent(QCloseEvent* event) {
     toEndProgram();
 }
 
-void toShowStatus(const QString& word) {
-    MDIMain::instance().stsBar->Panels(1).setText(word);
+void MDIMain::showStatus(const QString& word) {
+    stsBar->Panels(1).setText(word);
 }
 
-void MDIMain::toShowHelp(int command, int context) {
+void MDIMain::showHelp(int command, int context) {
     setMousePointer(forms::Hourglass);
     CommonDialog1.HelpFile = homeDirectory() + u"/GWL HELP 2.1.HLP";
     CommonDialog1.HelpCommand = command;
     CommonDialog1.HelpContext = context;
     CommonDialog1.ShowHelp();
     setMousePointer(forms::DefaultPointer);
-}
-
-void toShowHelpTopic(int helpContext) {
-    MDIMain::instance().toShowHelp(1, helpContext);
 }

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "platform/crystal/crystalreport.h"
-#include "platform/forms/commondialog.h"
+#include "core/base/shell.h"
 #include "platform/forms/statusbar.h"
 
 #include <QMainWindow>
@@ -13,7 +12,7 @@ class QMdiArea;
 class QToolButton;
 
 /// The main window: menus, toolbar, status bar and the area in which all other forms live.
-class MDIMain : public QMainWindow {
+class MDIMain : public QMainWindow, public Shell {
     Q_OBJECT
 
 public:
@@ -31,11 +30,15 @@ public:
     /// Panel 1 carries the progress words of all forms.
     forms::StatusBar* stsBar;
 
-    void setMousePointer(int shape);
-    /// Command 1 shows the topic of that context number, 11 the contents.
-    void toShowHelp(int command, int context);
-    /// Shows the menu of an action, mnuEdit, at a position of the screen.
-    void PopupMenu(const QPoint& globalPosition);
+    void showStatus(const QString& word) override;
+    void setMousePointer(int shape) override;
+    void showHelp(int command, int context) override;
+    /// The menu mnuEdit.
+    void PopupMenu(const QPoint& globalPosition) override;
+    void showHit(const SearchHit& hit) override;
+    const std::optional<SearchHit>& hitToShow() const override { return hitOnShow; }
+    crystal::CrystalReport& report() override { return crpReport; }
+    forms::CommonDialog& fileDialog() override { return CommonDialog1; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -55,10 +58,5 @@ private:
 
     QMdiArea* area;
     int pointer = 0;
+    std::optional<SearchHit> hitOnShow;
 };
-
-/// Shows the word in panel 1 of the main window's status bar; an empty text clears it.
-void toShowStatus(const QString& word);
-
-/// Opens the program's help on a form's topic.
-void toShowHelpTopic(int helpContext);

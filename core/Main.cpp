@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/Main.h"
 #include "core/MDIMain.h"
-#include "core/failure.h"
+#include "core/base/failure.h"
+#include "core/base/gblGlobal.h"
 #include "core/frmSplash.h"
-#include "core/gblGlobal.h"
 #include "core/onehome.h"
 #include "core/storecheck.h"
 #include "platform/desktop/application.h"

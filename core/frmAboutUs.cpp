@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/frmAboutUs.h"
 
-#include "core/gblGlobal.h"
-#include "core/pictures.h"
+#include "core/base/gblGlobal.h"
+#include "core/base/pictures.h"
 #include "ui_frmAboutUs.h"
 
 #include <QIcon>

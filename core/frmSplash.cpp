@@ -2,8 +2,8 @@
 #include "core/frmSplash.h"
 
 #include "core/MDIMain.h"
-#include "core/gblGlobal.h"
-#include "core/pictures.h"
+#include "core/base/gblGlobal.h"
+#include "core/base/pictures.h"
 #include "ui_frmSplash.h"
 
 #include <QIcon>

@@ -2,7 +2,7 @@
 #include "core/onehome.h"
 
 #include "core/MDIMain.h"
-#include "core/gblGlobal.h"
+#include "core/base/gblGlobal.h"
 #include "platform/forms/msgbox.h"
 
 #include <QApplication>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/storecheck.h"
 
-#include "core/backup.h"
-#include "core/gblGlobal.h"
+#include "core/base/backup.h"
+#include "core/base/gblGlobal.h"
 #include "platform/forms/msgbox.h"
 
 #include <QThread>

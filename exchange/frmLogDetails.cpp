@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "exchange/frmLogDetails.h"
 
-#include "core/MDIMain.h"
-#include "core/failure.h"
-#include "core/gblGlobal.h"
-#include "core/reports.h"
+#include "core/base/failure.h"
+#include "core/base/gblGlobal.h"
+#include "core/base/reports.h"
+#include "core/base/shell.h"
+#include "exchange/files/homefile.h"
 #include "exchange/frmMessage.h"
-#include "exchange/homefile.h"
 #include "exchange/viewer.h"
 #include "ui_frmLogDetails.h"
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Deleting the files that are chosen in the register.
-#include "core/MDIMain.h"
-#include "core/failure.h"
-#include "core/gblGlobal.h"
-#include "exchange/filenames.h"
+#include "core/base/failure.h"
+#include "core/base/gblGlobal.h"
+#include "core/base/shell.h"
+#include "exchange/files/filenames.h"
+#include "exchange/files/homefile.h"
 #include "exchange/frmLogDetails.h"
-#include "exchange/homefile.h"
 #include "exchange/openelsewhere.h"
 #include "platform/forms/msgbox.h"
 #include "ui_frmLogDetails.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "exchange/frmMessage.h"
 
-#include "core/gblGlobal.h"
+#include "core/base/gblGlobal.h"
 #include "exchange/frmLogDetails.h"
 #include "ui_frmMessage.h"
 

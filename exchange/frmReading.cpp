@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "exchange/frmReading.h"
 
-#include "core/MDIMain.h"
-#include "core/failure.h"
-#include "core/gblGlobal.h"
-#include "exchange/filenames.h"
+#include "core/base/failure.h"
+#include "core/base/gblGlobal.h"
+#include "core/base/shell.h"
+#include "exchange/files/filenames.h"
 #include "exchange/openelsewhere.h"
 #include "exchange/reader.h"
 #include "platform/forms/msgbox.h"

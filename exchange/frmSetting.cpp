@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "exchange/frmSetting.h"
 
-#include "core/failure.h"
-#include "core/gblGlobal.h"
+#include "core/base/failure.h"
+#include "core/base/gblGlobal.h"
 #include "exchange/setting.h"
 #include "ui_frmSetting.h"
 

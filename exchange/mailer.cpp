@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "exchange/mailer.h"
 
-#include "core/failure.h"
-#include "core/gblGlobal.h"
-#include "exchange/homefile.h"
+#include "core/base/failure.h"
+#include "core/base/gblGlobal.h"
+#include "exchange/files/homefile.h"
 #include "platform/forms/msgbox.h"
 #include "platform/mapi/client.h"
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "exchange/reader.h"
 
-#include "core/backup.h"
-#include "core/failure.h"
-#include "core/gblGlobal.h"
-#include "core/worktable.h"
-#include "exchange/surveylog.h"
+#include "core/base/backup.h"
+#include "core/base/failure.h"
+#include "core/base/gblGlobal.h"
+#include "core/store/worktable.h"
+#include "exchange/files/surveylog.h"
 #include "platform/excel/application.h"
 #include "platform/forms/msgbox.h"
 
@@ -33,7 +33,7 @@ QStringList SurveyReader::readAll(const QStringList& paths, const Tell& tell) {
                 const qsizetype now = next++;
                 if (tell)
                     tell(titles[now], paths.size() - next);
-                toSetLogStatus(titles[now]);
+                setLogStatus(titles[now]);
                 toReadFile(paths[now]);
             } while (next < paths.size() && clock.elapsed() < longestTransaction);
         });
@@ -120,7 +120,7 @@ void SurveyReader::toWriteAnswers(const std::vector<FileAnswer>& answers) {
 /// Two surveys can have files of one name; the file is to be that of one of them.
 void SurveyReader::toCompareWithRegister(const AnswerKeys& keys) {
     QStringList others;
-    for (const LogRow& row : toFindLogRows(title)) {
+    for (const LogRow& row : findLogRows(title)) {
         QStringList differing;
         if (!row.respid.isEmpty() && row.respid != keys.respondentid)
             differing << u"%1, I2: respondent %2, in the register %3"_s.arg(title, keys.respondentid,

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "exchange/answersheet.h"
+#include "exchange/files/answersheet.h"
 
 #include <functional>
 #include <map>

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "exchange/surveyexport.h"
 
-#include "core/failure.h"
-#include "core/gblGlobal.h"
-#include "exchange/filenames.h"
-#include "exchange/homefile.h"
+#include "core/base/failure.h"
+#include "core/base/gblGlobal.h"
+#include "exchange/files/filenames.h"
+#include "exchange/files/homefile.h"
+#include "exchange/files/surveylog.h"
+#include "exchange/files/surveysheet.h"
 #include "exchange/openelsewhere.h"
-#include "exchange/surveylog.h"
-#include "exchange/surveysheet.h"
 #include "exchange/viewer.h"
 #include "platform/desktop/ownerfile.h"
 #include "platform/forms/clock.h"
@@ -52,7 +52,10 @@ void SurveyExport::run() {
         toReconnect();
         toGetTheLastScoreAndWeightage(survey, road);
     });
-    toResetLogStatus(respondentid, survey.date);
+    guarded({}, [&] {
+        toReconnect();
+        resetLogStatus(respondentid, survey.date);
+    });
     guarded({.form = &form}, [&] {
         toReconnect();
         toWriteWorkbook();
@@ -62,12 +65,13 @@ void SurveyExport::run() {
 /// A file that is there keeps its name in both modes. Otherwise the program makes one, or the user is asked
 /// later, unless the register has the name of a file that is gone.
 void SurveyExport::toChooseName() {
-    const QString logged = toGetLoggedFileName(survey);
+    const QString logged = lookedUp([&] { return findLoggedFileName(survey); });
     exists = toCheckFileExists(logged);
     if (exists || state.blnSetting)
         state.strGenerateXLSFile = logged;
     else
-        state.strGenerateXLSFile = state.strXLSFileName = toMakeSystemFileName(survey);
+        state.strGenerateXLSFile = state.strXLSFileName =
+            lookedUp([&] { return makeSystemFileName(survey); });
 }
 
 bool SurveyExport::mayOverwrite() const {
@@ -85,7 +89,7 @@ QString SurveyExport::otherOwners() const {
     guarded({}, [&] {
         toReconnect();
         const QDate date = toDate(survey.date);
-        for (const LogRow& row : toFindLogRows(state.strGenerateXLSFile)) {
+        for (const LogRow& row : findLogRows(state.strGenerateXLSFile)) {
             const bool sameRespondent =
                 row.respid.isEmpty() ? row.custname == survey.customer && row.respname == survey.respondent
                                      : row.respid == respondentid;
@@ -125,7 +129,10 @@ void SurveyExport::toWriteWorkbook() {
                                  .exportDate = forms::todaySeat()});
     if (state.strGenerateXLSFile.trimmed().isEmpty() && !toAskForName())
         return;
-    toWriteLogRow(survey, state.strGenerateXLSFile);
+    guarded({}, [&] {
+        toReconnect();
+        writeLogRow(survey, state.strGenerateXLSFile);
+    });
     toSave();
     if (state.blnMail)
         step(sendmail);
@@ -163,7 +170,7 @@ bool SurveyExport::toAskForName() {
         // The dialog asks before a file is replaced, but only for the name and in the folder that it shows.
         const bool asked =
             chosen == cmnDlg.FileTitle && QFileInfo(cmnDlg.FileName).dir() == QDir(homeDirectory());
-        if (toIsFileNameLogged(chosen) || isProgramsOwnFile(chosen) ||
+        if (lookedUp([&] { return isFileNameLogged(chosen); }) || isProgramsOwnFile(chosen) ||
             (!asked && toCheckFileExists(chosen)) || !mayUseFile(toHomePath(chosen)))
             continue;
         state.strGenerateXLSFile = chosen;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "exchange/lastmarks.h"
+#include "exchange/files/lastmarks.h"
 #include "platform/excel/application.h"
 
 #include <functional>

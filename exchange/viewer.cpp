@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "exchange/viewer.h"
 
-#include "exchange/cellmap.h"
+#include "exchange/files/cellmap.h"
 #include "platform/excel/application.h"
 
 void toViewWorkbook(const QString& path) {

@@ -1,17 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "feedback/frmFeedBackObj.h"
 
-#include "core/MDIMain.h"
-#include "core/failure.h"
-#include "core/gblGlobal.h"
-#include "core/worktable.h"
+#include "core/base/failure.h"
+#include "core/base/gblGlobal.h"
+#include "core/base/shell.h"
+#include "core/store/worktable.h"
 #include "exchange/reader.h"
 #include "exchange/setting.h"
-#include "feedback/markrules.h"
+#include "feedback/marks/markrules.h"
 #include "platform/forms/msgbox.h"
 #include "reference/grideditor.h"
 #include "reference/gridtools.h"
-#include "search/frmSearch.h"
 #include "ui_frmFeedBackObj.h"
 
 #include <QTextDocument>
@@ -85,7 +84,7 @@ void frmFeedBackObj::onActivate() {
 }
 
 void frmFeedBackObj::toGoToHit() {
-    const std::optional<SearchHit> hit = frmSearch::chosenHit();
+    const std::optional<SearchHit> hit = Shell::current()->hitToShow();
     if (!hit)
         return;
     const auto moveTo = [](auto* list, const QString& text) {

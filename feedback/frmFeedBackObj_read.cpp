@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Reading the survey file that belongs to the customer, respondent and date on show.
-#include "core/MDIMain.h"
-#include "core/failure.h"
-#include "core/gblGlobal.h"
-#include "exchange/filenames.h"
-#include "exchange/homefile.h"
+#include "core/base/failure.h"
+#include "core/base/gblGlobal.h"
+#include "core/base/shell.h"
+#include "exchange/files/filenames.h"
+#include "exchange/files/homefile.h"
+#include "exchange/files/surveylog.h"
 #include "exchange/openelsewhere.h"
 #include "exchange/reader.h"
-#include "exchange/surveylog.h"
 #include "feedback/frmFeedBackObj.h"
 #include "platform/forms/msgbox.h"
 #include "ui_frmFeedBackObj.h"
@@ -27,12 +27,17 @@ QString frmFeedBackObj::toGetLoggedFileName() {
     blnLog = false;
     if (ui->lstSurveyDates->SelCount() == 0 || ui->lstRespname->SelCount() == 0)
         return {};
-    QString logged =
-        ::toGetLoggedFileName({ui->cmbCusName->Text(), ui->lstRespname->Text(), ui->lstSurveyDates->Text()});
+    QString logged = lookedUp([this] {
+        return findLoggedFileName(
+            {ui->cmbCusName->Text(), ui->lstRespname->Text(), ui->lstSurveyDates->Text()});
+    });
     if (logged.isEmpty())
         return logged;
     strXLName = logged;
-    guarded({}, [&] { toSetLogStatus(logged); });
+    guarded({}, [&] {
+        toReconnect();
+        setLogStatus(logged);
+    });
     blnLog = true;
     return logged;
 }

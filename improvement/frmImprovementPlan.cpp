@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "improvement/frmImprovementPlan.h"
 
-#include "core/MDIMain.h"
-#include "core/backup.h"
-#include "core/failure.h"
-#include "core/gblGlobal.h"
-#include "core/transaction.h"
+#include "core/base/backup.h"
+#include "core/base/failure.h"
+#include "core/base/gblGlobal.h"
+#include "core/base/shell.h"
+#include "core/store/transaction.h"
 #include "platform/forms/clock.h"
 #include "platform/forms/msgbox.h"
-#include "search/frmSearch.h"
 #include "ui_frmImprovementPlan.h"
 
 #include <QSignalBlocker>
@@ -73,7 +72,7 @@ void frmImprovementPlan::onLoad() {
 void frmImprovementPlan::onActivate() {
     if (!std::exchange(blnSearchToImprovement, false))
         return;
-    const std::optional<SearchHit> hit = frmSearch::chosenHit();
+    const std::optional<SearchHit> hit = Shell::current()->hitToShow();
     if (!hit)
         return;
     if (!toFilllstCustomername()) // the hit's customer may be newer than the list
@@ -197,7 +196,7 @@ void frmImprovementPlan::lsvDtls_Click() {
 
 void frmImprovementPlan::lsvDtls_RightClick(const QPoint& globalPosition) {
     if (ui->lsvDtls->ListCount() > 0)
-        MDIMain::instance().PopupMenu(globalPosition);
+        Shell::current()->PopupMenu(globalPosition);
 }
 
 void frmImprovementPlan::cmdSave_Click() {

@@ -1,12 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "search/frmSearch.h"
 
-#include "core/MDIMain.h"
-#include "core/failure.h"
-#include "core/gblGlobal.h"
-#include "core/worktable.h"
-#include "feedback/frmFeedBackObj.h"
-#include "improvement/frmImprovementPlan.h"
+#include "core/base/failure.h"
+#include "core/base/gblGlobal.h"
+#include "core/base/shell.h"
+#include "core/store/worktable.h"
 #include "ui_frmSearch.h"
 
 using namespace Qt::StringLiterals;
@@ -62,14 +60,6 @@ void frmSearch::onLoad() {
 
 void frmSearch::onQueryUnload(bool&) {
     blnSearchOpen = false;
-}
-
-std::optional<SearchHit> frmSearch::chosenHit() {
-    const int row = intSearchIndex - 1;
-    if (!loaded() || row < 0 || row >= loaded()->ui->lsvDtls->ListCount())
-        return std::nullopt;
-    const forms::ListView* list = loaded()->ui->lsvDtls;
-    return SearchHit{list->Text(row, customerColumn), list->Text(row, dateColumn)};
 }
 
 void frmSearch::toAddFiledsForSearch() {
@@ -152,10 +142,10 @@ void frmSearch::toOpenSearchHit(const QString& id, const QString& tablename) {
         if (!isThere)
             return;
         search.Close();
-        if (tablename == actionTable)
-            frmImprovementPlan::instance().Show();
-        else
-            frmFeedBackObj::instance().Show();
+        const int row = intSearchIndex - 1;
+        Shell::current()->showHit({.customer = ui->lsvDtls->Text(row, customerColumn),
+                                   .date = ui->lsvDtls->Text(row, dateColumn),
+                                   .isAction = tablename == actionTable});
     });
     if (!opened || !isThere) // no form is to jump when it is opened later for something else
         blnSearchToFeedback = blnSearchToImprovement = false;

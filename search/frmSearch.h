@@ -2,34 +2,23 @@
 #pragma once
 
 #include "platform/forms/form.h"
-#include "search/keywords.h"
+#include "search/statements/keywords.h"
 
 #include <QString>
 
 #include <memory>
-#include <optional>
 
 namespace Ui {
 class frmSearch;
 }
 
-/// What a form that was opened from the search shows: its customer and a date dd/mm/yyyy.
-struct SearchHit {
-    QString customer;
-    QString date;
-};
-
 /// Finds keywords in the questions and answers of all surveys and in all improvement actions, and goes to the
-/// form that shows a hit. That form looks into this one's list by the number of the row, so this one stays
-/// open behind it.
+/// form that shows a hit.
 class frmSearch : public forms::DefaultForm<frmSearch> {
     Q_OBJECT
 
 public:
     ~frmSearch() override;
-
-    /// The row of the list that intSearchIndex names; nothing when the form is not open or has no such row.
-    static std::optional<SearchHit> chosenHit();
 
     void toAddFiledsForSearch();
     /// Fills the work table with what the keywords find.

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "survey/frmEditExistingSurvey.h"
 
-#include "core/MDIMain.h"
-#include "core/backup.h"
-#include "core/failure.h"
-#include "core/gblGlobal.h"
-#include "core/transaction.h"
+#include "core/base/backup.h"
+#include "core/base/failure.h"
+#include "core/base/gblGlobal.h"
+#include "core/base/shell.h"
+#include "core/store/transaction.h"
 #include "platform/forms/msgbox.h"
 #include "survey/frmPasteSurvey.h"
 #include "ui_frmEditExistingSurvey.h"

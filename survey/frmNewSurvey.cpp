@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "survey/frmNewSurvey.h"
 
-#include "core/gblGlobal.h"
+#include "core/base/gblGlobal.h"
 #include "survey/frmPasteSurvey.h"
 #include "survey/frmSelectSurvey.h"
 #include "ui_frmNewSurvey.h"

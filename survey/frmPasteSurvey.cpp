@@ -1,15 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "survey/frmPasteSurvey.h"
 
-#include "core/failure.h"
-#include "core/gblGlobal.h"
-#include "core/transaction.h"
-#include "core/worktable.h"
+#include "core/base/failure.h"
+#include "core/base/gblGlobal.h"
+#include "core/store/transaction.h"
+#include "core/store/worktable.h"
 #include "platform/forms/msgbox.h"
 #include "reference/gridtools.h"
 #include "survey/frmEditExistingSurvey.h"
 #include "survey/frmNewSurvey.h"
 #include "survey/frmSelectSurvey.h"
+#include "survey/questiongrid.h"
 #include "ui_frmPasteSurvey.h"
 
 using namespace Qt::StringLiterals;
@@ -79,11 +80,18 @@ void frmPasteSurvey::toRefreshGrid() {
 }
 
 QString frmPasteSurvey::toGetRespondentID(const QString& name) const {
-    return ::toGetRespondentID(name, lists.picked().customer);
+    return lookedUp([&] { return findRespondent(name, lists.picked().customer); });
 }
 
 QString frmPasteSurvey::toGetCopiedRespondent(const QString& name) const {
-    return ::toGetRespondentID(name, target().customer);
+    return lookedUp([&] { return findRespondent(name, target().customer); });
+}
+
+void frmPasteSurvey::toSaveSurveyID() {
+    guarded({}, [this] {
+        toReconnect();
+        addSurvey(target());
+    });
 }
 
 void frmPasteSurvey::cmbCustomer_Click() {

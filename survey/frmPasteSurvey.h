@@ -38,7 +38,7 @@ public:
     QString toGetRespondent() const { return toGetRespondentID(lists.picked().respondent); }
     /// The respondentid of the target customer's respondent of that name.
     QString toGetCopiedRespondent(const QString& name) const;
-    void toSaveSurveyID() { ::toSaveSurveyID(target()); }
+    void toSaveSurveyID();
     void toDeleteCopyDeteails();
     /// Records the copy in hand in copydetails. False when that failed or when source or target are not in
     /// the database, which is shown: then there is nothing to copy.

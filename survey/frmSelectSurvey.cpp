@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "survey/frmSelectSurvey.h"
 
-#include "core/MDIMain.h"
-#include "core/failure.h"
-#include "core/gblGlobal.h"
+#include "core/base/failure.h"
+#include "core/base/gblGlobal.h"
+#include "core/base/shell.h"
 #include "platform/forms/clock.h"
 #include "platform/forms/msgbox.h"
 #include "survey/frmNewSurvey.h"

@@ -4,7 +4,7 @@
 #include "platform/forms/dtpicker.h"
 #include "platform/forms/form.h"
 #include "platform/forms/lists.h"
-#include "survey/questionnaire.h"
+#include "survey/questionnaires/questionnaire.h"
 
 #include <memory>
 

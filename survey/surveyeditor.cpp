@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "survey/surveyeditor.h"
 
-#include "core/MDIMain.h"
-#include "core/failure.h"
-#include "core/gblGlobal.h"
-#include "core/pictures.h"
+#include "core/base/failure.h"
+#include "core/base/gblGlobal.h"
+#include "core/base/pictures.h"
+#include "core/base/shell.h"
 #include "exchange/setting.h"
 #include "platform/forms/flexgrid.h"
 #include "platform/forms/msgbox.h"

@@ -5,7 +5,7 @@
 #include "exchange/surveyexport.h"
 #include "platform/crystal/crystalreport.h"
 #include "platform/forms/form.h"
-#include "survey/questionnaire.h"
+#include "survey/questionnaires/questionnaire.h"
 
 class QAbstractButton;
 

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What a questionnaire editor reads from the store and writes into it.
-#include "core/failure.h"
-#include "core/gblGlobal.h"
-#include "core/transaction.h"
+#include "core/base/failure.h"
+#include "core/base/gblGlobal.h"
+#include "core/store/transaction.h"
 #include "platform/forms/flexgrid.h"
 #include "platform/forms/msgbox.h"
 #include "reference/gridtools.h"
+#include "survey/questiongrid.h"
 #include "survey/surveyeditor.h"
 
 #include <algorithm>
@@ -13,7 +14,10 @@
 using namespace Qt::StringLiterals;
 
 void SurveyEditor::toSaveSurveyID() {
-    ::toSaveSurveyID(context());
+    guarded({}, [this] {
+        toReconnect();
+        addSurvey(context());
+    });
 }
 
 std::vector<ChosenQuestion> SurveyEditor::toRewrite() {

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What a questionnaire editor gives away: survey files, mail and the survey report.
-#include "core/MDIMain.h"
-#include "core/failure.h"
-#include "core/gblGlobal.h"
-#include "core/reports.h"
+#include "core/base/failure.h"
+#include "core/base/gblGlobal.h"
+#include "core/base/reports.h"
+#include "core/base/shell.h"
 #include "platform/forms/msgbox.h"
 #include "survey/surveyeditor.h"
 
@@ -35,7 +35,7 @@ void SurveyEditor::toGetTheLastScoreAndWeightage() {
 }
 
 QString SurveyEditor::toGetRespondentID(const QString& respondent) const {
-    return ::toGetRespondentID(respondent, context().customer);
+    return lookedUp([&] { return findRespondent(respondent, context().customer); });
 }
 
 void SurveyEditor::sendmail() {

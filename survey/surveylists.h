@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "survey/questionnaire.h"
+#include "survey/questionnaires/questionnaire.h"
 
 #include <QDate>
 

@@ -3,7 +3,7 @@
 #include "analysis/frmDtoDActionPlan.h"
 #include "analysis/frmDtoDSatisfactionOverview.h"
 #include "core/MDIMain.h"
-#include "core/reports.h"
+#include "core/base/reports.h"
 #include "platform/forms/dtpicker.h"
 #include "platform/forms/lists.h"
 #include "tests/support/reporttest.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The copies of the store.
-#include "core/backup.h"
+#include "core/base/backup.h"
 #include "platform/forms/clock.h"
 #include "tests/support/storecompare.h"
 #include "tests/support/storetest.h"

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/MDIMain.h"
-#include "exchange/filenames.h"
+#include "exchange/files/filenames.h"
+#include "exchange/files/lastmarks.h"
+#include "exchange/files/surveylog.h"
 #include "exchange/frmSetting.h"
-#include "exchange/lastmarks.h"
-#include "exchange/surveylog.h"
 #include "feedback/frmFeedBackObj.h"
 #include "platform/excel/application.h"
 #include "platform/mapi/client.h"

@@ -2,7 +2,7 @@
 // What goes wrong around the program: a full disk, a read-only home, a second program on the store, a damaged
 // or newer store.
 #include "core/MDIMain.h"
-#include "core/backup.h"
+#include "core/base/backup.h"
 #include "core/storecheck.h"
 #include "exchange/reader.h"
 #include "feedback/frmFeedBackObj.h"

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The start, the main window with its help, and the end.
 #include "core/MDIMain.h"
-#include "core/failure.h"
+#include "core/Main.h"
+#include "core/base/failure.h"
 #include "core/frmSplash.h"
 #include "core/onehome.h"
-#include "core/transaction.h"
+#include "core/store/transaction.h"
 #include "platform/ado/datasources.h"
 #include "platform/desktop/helpwindow.h"
 #include "platform/desktop/opener.h"

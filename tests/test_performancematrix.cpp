@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "analysis/figures/performancematrix.h"
 #include "analysis/frmPerformanceMatrix.h"
-#include "analysis/performancematrix.h"
 #include "platform/chart/mschart.h"
 #include "platform/forms/commondialog.h"
 #include "platform/forms/flexgrid.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "analysis/figures/satisfactionindex.h"
 #include "analysis/frmSatisfactionIndex.h"
-#include "analysis/satisfactionindex.h"
 #include "platform/chart/mschart.h"
 #include "platform/forms/dtpicker.h"
 #include "platform/forms/lists.h"

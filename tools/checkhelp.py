@@ -12,7 +12,7 @@ LITERAL = re.compile(r'"((?:[^"\\\n]|\\.)*)"')
 
 
 def files(suffix):
-    return [path for folder in FOLDERS for path in sorted((ROOT / folder).glob("*" + suffix))]
+    return [path for folder in FOLDERS for path in sorted((ROOT / folder).rglob("*" + suffix))]
 
 
 def plain(text):

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // demofiles HOME: exports the survey files of the demonstration store's last date into its home. Files whose
 // respondent has answered hold the answers and count as read in; the others are outstanding.
-#include "core/gblGlobal.h"
-#include "exchange/cellmap.h"
+#include "core/Main.h"
+#include "core/base/gblGlobal.h"
+#include "exchange/files/cellmap.h"
+#include "exchange/files/surveylog.h"
 #include "exchange/frmSetting.h"
 #include "exchange/surveyexport.h"
-#include "exchange/surveylog.h"
 #include "platform/forms/clock.h"
 #include "platform/forms/msgbox.h"
 #include "tools/demotexts.h"
@@ -76,7 +77,7 @@ void fillIn(const QString& name, const QString& respondentid) {
         return;
     sheet.Protect(cellmap::sheetPassword.toString());
     workbook.Save();
-    toSetLogStatus(name);
+    setLogStatus(name);
 }
 
 void exportAll() {

@@ -10,8 +10,9 @@
 // window, in FOLDER, so that its look is seen and not guessed. Takes QT_SCALE_FACTOR and -style as any Qt
 // program does.
 #include "core/MDIMain.h"
+#include "core/Main.h"
+#include "core/base/gblGlobal.h"
 #include "core/frmSplash.h"
-#include "core/gblGlobal.h"
 #include "exchange/frmLogDetails.h"
 #include "exchange/frmMessage.h"
 #include "exchange/frmReading.h"

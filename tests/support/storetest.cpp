@@ -2,9 +2,10 @@
 #include "tests/support/storetest.h"
 
 #include "core/MDIMain.h"
-#include "core/backup.h"
-#include "core/failure.h"
-#include "core/transaction.h"
+#include "core/Main.h"
+#include "core/base/backup.h"
+#include "core/base/failure.h"
+#include "core/store/transaction.h"
 #include "platform/desktop/application.h"
 
 #include <QAbstractButton>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "core/gblGlobal.h"
+#include "core/base/gblGlobal.h"
 #include "platform/forms/msgbox.h"
 
 #include <QTemporaryDir>

@@ -34,7 +34,7 @@ protected:
 
     /// A survey in which the respondent has these questions of the catalogue.
     void addStored(int respondentid, const QDate& date, std::vector<int> questions) {
-        const QString found = toGetSurveyID(date.toString(ado::dateTextFormat), QStringLiteral("Acme"));
+        const QString found = findSurvey(date.toString(ado::dateTextFormat), QStringLiteral("Acme"));
         const int surveyid = found.isEmpty() ? addSurvey(acme, date) : found.toInt();
         for (int& number : questions)
             number = question.at(static_cast<std::size_t>(number));

@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "analysis/figures/performancematrix.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <limits>
+#include <stdexcept>
+
+namespace {
+
+constexpr double border = 5;
+constexpr double topScore = 10;
+
+constexpr std::array<MatrixMeans, 8> shifts{{{.weightage = -0.1, .score = 0.1},
+                                             {.weightage = -0.1, .score = -0.1},
+                                             {.weightage = 0.1, .score = -0.1},
+                                             {.weightage = 0.1, .score = 0.1},
+                                             {.weightage = 0, .score = 0.1},
+                                             {.weightage = -0.1, .score = 0},
+                                             {.weightage = 0, .score = -0.1},
+                                             {.weightage = 0.1, .score = 0}}};
+
+/// The double's exact value decides: 2.125 is a tie, 2.675 lies a little below one.
+double toTwoDecimals(double value) {
+    std::array<char, 64> text{};
+    const auto written = std::to_chars(text.data(), text.data() + text.size(), value,
+                                       std::chars_format::fixed, 2); // ties to even
+    double rounded = 0;
+    std::from_chars(text.data(), written.ptr, rounded);
+    return rounded;
+}
+
+std::int16_t addWhole(std::int16_t total, std::int16_t score) {
+    const int sum = total + score;
+    using Range = std::numeric_limits<std::int16_t>;
+    if (sum < Range::min() || sum > Range::max())
+        throw std::overflow_error("The sum of the scores leaves 16 bits.");
+    return static_cast<std::int16_t>(sum);
+}
+
+} // namespace
+
+std::optional<MatrixMeans> matrixMeans(std::span<const RatedAnswer> answers) {
+    double weightages = 0;
+    std::int16_t scores = 0;
+    for (const RatedAnswer& answer : answers) {
+        weightages += answer.weightage.value_or(0);
+        scores = addWhole(scores, answer.score.value_or(0));
+    }
+    if (weightages == 0 && scores == 0)
+        return std::nullopt;
+    const auto count = static_cast<double>(answers.size());
+    return MatrixMeans{.weightage = toTwoDecimals(weightages / count),
+                       .score = toTwoDecimals(scores / count)};
+}
+
+MatrixMeans MatrixPlaces::next(const MatrixMeans& point) {
+    MatrixMeans place = point;
+    if (previous && previous->score == point.score && previous->weightage == point.weightage) {
+        const MatrixMeans& shift = shifts.at(shifted++);
+        place = {.weightage = std::nearbyint(point.weightage) + shift.weightage,
+                 .score = std::nearbyint(point.score) + shift.score};
+    }
+    previous = point;
+    return place;
+}
+
+QColor quadrantColor(double score, double weightage) {
+    if (score >= border && weightage >= border)
+        return {0x00, 0xFF, 0x00};
+    if (weightage < border && score <= topScore)
+        return {0xFF, 0xFF, 0x00};
+    if (weightage >= border && score < border)
+        return {0xFF, 0x00, 0x00};
+    return {};
+}

@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/base/backup.h"
+
+#include "core/base/gblGlobal.h"
+#include "core/base/shell.h"
+#include "platform/desktop/ownerfile.h"
+#include "platform/forms/clock.h"
+#include "platform/forms/screen.h"
+
+#include <QDir>
+#include <QRegularExpression>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qsizetype mostKept = 10;
+bool copied = false;
+
+struct HourglassWhile {
+    HourglassWhile() { show(forms::Hourglass); }
+    HourglassWhile(const HourglassWhile&) = delete;
+    HourglassWhile& operator=(const HourglassWhile&) = delete;
+    ~HourglassWhile() { show(forms::DefaultPointer); }
+    static void show(int pointer) {
+        if (Shell* shell = Shell::current())
+            shell->setMousePointer(pointer);
+    }
+};
+
+QDir backupFolder(const QString& databasePath) {
+    return {QFileInfo(databasePath).absoluteDir().filePath(u"backup"_s)};
+}
+
+/// The running number of a copy's name, 0 for a name without one; -1 for a file that is no copy of ours.
+int numberOf(const QString& name) {
+    static const QRegularExpression pattern(
+        u"^Tallywell-\\d{4,}-\\d\\d-\\d\\d-\\d{6}(?:-(\\d{1,9}))?\\.mdb$"_s);
+    const QRegularExpressionMatch match = pattern.match(name);
+    return match.hasMatch() ? match.captured(1).toInt() : -1;
+}
+
+/// Names of the copies, the oldest first: by number, since the clock may have been set back meanwhile.
+QStringList copiesIn(const QDir& folder) {
+    QStringList names = folder.entryList({u"Tallywell-*.mdb"_s}, QDir::Files, QDir::Name);
+    names.removeIf([](const QString& name) { return numberOf(name) < 0; });
+    std::stable_sort(names.begin(), names.end(),
+                     [](const QString& a, const QString& b) { return numberOf(a) < numberOf(b); });
+    return names;
+}
+
+void dropOldCopies(const QDir& folder) {
+    QStringList copies = copiesIn(folder);
+    while (copies.size() > mostKept)
+        QFile::remove(folder.filePath(copies.takeFirst()));
+    // What a run that was killed while it copied has left behind.
+    for (const QString& part : folder.entryList({u"Tallywell-*.mdb.part*"_s}, QDir::Files))
+        QFile::remove(folder.filePath(part));
+}
+
+/// Without customers and parameters nothing that a form shows can be lost; a copy would push out a better
+/// one.
+bool isEmptyStore() {
+    ado::Recordset any;
+    any.Open(u"select 1 from customer union all select 1 from parameter limit 1"_s, *cnnMain);
+    return any.Eof();
+}
+
+} // namespace
+
+void toBackupBeforeLoss() {
+    if (copied || isEmptyStore())
+        return;
+    const HourglassWhile copying;
+    const QDir folder = backupFolder(strDatabasePath);
+    desktop::makeOwnersFolder(folder.path());
+    const QStringList copies = copiesIn(folder);
+    const int number = copies.isEmpty() ? 1 : numberOf(copies.last()) + 1;
+    const QString stamp = forms::nowSeat().toString(u"yyyy-MM-dd-HHmmss");
+    cnnMain->BackupTo(folder.filePath(u"Tallywell-%1-%2.mdb"_s.arg(stamp).arg(number)));
+    copied = true;
+    dropOldCopies(folder);
+}
+
+QStringList toListBackups(const QString& databasePath) {
+    const QDir folder = backupFolder(databasePath);
+    QStringList paths;
+    for (const QString& name : copiesIn(folder))
+        paths.prepend(folder.filePath(name));
+    return paths;
+}
+
+void toForgetBackup() {
+    copied = false;
+}

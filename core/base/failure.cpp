@@ -1,0 +1,127 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/base/failure.h"
+
+#include "core/base/gblGlobal.h"
+#include "core/base/shell.h"
+#include "core/store/transaction.h"
+#include "platform/crystal/reporterror.h"
+#include "platform/forms/form.h"
+#include "platform/forms/msgbox.h"
+
+#include <QApplication>
+
+#include <stdexcept>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void toShowErrors(const QString& prefix) {
+    if (!cnnMain)
+        return;
+    // Shown once: a later failure of another kind finds the list empty.
+    const ado::ErrorList errors = cnnMain->Errors();
+    cnnMain->Errors().Clear();
+    for (const ado::Error& errDatabase : errors)
+        forms::msgBox(prefix + QString::number(errDatabase.Number) + u"\r\n" + errDatabase.Description);
+}
+
+/// Number and description of a failure that may be the store's or a computation's.
+ado::Error errorOf(const std::exception& failure) {
+    constexpr int subscriptOutOfRange = 9;
+    constexpr int otherFailure = 5;
+    if (const auto* known = dynamic_cast<const ado::Failure*>(&failure))
+        return known->cause();
+    if (dynamic_cast<const std::overflow_error*>(&failure))
+        return {ado::number::overflow, u"Overflow"_s};
+    if (dynamic_cast<const std::out_of_range*>(&failure))
+        return {subscriptOutOfRange, u"Subscript out of range"_s};
+    if (const auto* report = dynamic_cast<const crystal::ReportError*>(&failure))
+        return {crystal::ReportError::Number, report->text()};
+    return {otherFailure, QString::fromUtf8(failure.what())};
+}
+
+QString descriptionOf(const std::exception_ptr& thrown) {
+    try {
+        std::rethrow_exception(thrown);
+    } catch (const std::exception& failure) {
+        return errorOf(failure).Description;
+    }
+}
+
+void toRest() {
+    for (QWidget* widget : QApplication::allWidgets()) {
+        if (auto* form = qobject_cast<forms::Form*>(widget))
+            form->setMousePointer(forms::DefaultPointer);
+    }
+    if (Shell* shell = Shell::current())
+        shell->setMousePointer(forms::DefaultPointer);
+    toShowStatus({});
+}
+
+} // namespace
+
+bool guarded(const FailureHandler& handler, const std::function<void()>& procedure) {
+    try {
+        procedure();
+        return true;
+    } catch (const std::exception& failure) {
+        if (handler.form)
+            handler.form->setMousePointer(forms::DefaultPointer);
+        if (Transaction::isOpen())
+            throw;
+        const auto* refusal = dynamic_cast<const Refusal*>(&failure);
+        if (refusal)
+            forms::msgBox(refusal->text(), forms::style::critical, u"Gaugewell v2.1"_s);
+        else
+            toShowErrors(handler.prefix);
+        toShowStatus({}); // the word of the step that has ended
+        return false;
+    }
+}
+
+bool guardedWithNumber(const QString& separator, const std::function<void()>& procedure) {
+    try {
+        procedure();
+        return true;
+    } catch (const std::exception& failure) {
+        if (Transaction::isOpen())
+            throw;
+        if (cnnMain)
+            cnnMain->Errors().Clear(); // this message tells it
+        const ado::Error error = errorOf(failure);
+        forms::msgBox(QString::number(error.Number) + separator + error.Description);
+        return false;
+    }
+}
+
+bool guardedWithDescription(const std::function<void()>& procedure) {
+    if (cnnMain)
+        cnnMain->Errors().Clear(); // those that are there afterwards are this procedure's
+    try {
+        procedure();
+        return true;
+    } catch (const std::exception& failure) {
+        if (Transaction::isOpen())
+            throw;
+        if (cnnMain && cnnMain->Errors().Count() > 0)
+            toShowErrors(u"Error : "_s);
+        else
+            forms::msgBox(errorOf(failure).Description);
+        return false;
+    }
+}
+
+void toShowUncaught(const std::exception_ptr& uncaught) {
+    if (Transaction::isOpen())
+        std::rethrow_exception(uncaught);
+    static bool isShowing = false;
+    if (isShowing)
+        return;
+    toRest();
+    if (cnnMain)
+        cnnMain->Errors().Clear(); // this message tells it
+    isShowing = true;
+    forms::msgBox(descriptionOf(uncaught), forms::style::critical);
+    isShowing = false;
+}

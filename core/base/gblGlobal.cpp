@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/base/gblGlobal.h"
+
+#include "core/base/failure.h"
+#include "platform/forms/form.h"
+
+#include <QCoreApplication>
+
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+QString strCompanyName;
+bool blnNodeDragged = false;
+bool blnSurveyPasted = false;
+bool blnExistingSurvey = false;
+bool blnSearchOpen = false;
+QString strSearchKeywords;
+bool blnSearchToFeedback = false;
+bool blnSearchToImprovement = false;
+int intSearchIndex = 0;
+
+std::function<void()> endSeat = [] { QCoreApplication::exit(0); };
+
+void toOpenConnection() {
+    cnnMain = std::make_unique<ado::Connection>();
+    guarded({.prefix = u"Error :"_s}, [] {
+        cnnMain->ConnectionString = toConnectionText();
+        cnnMain->Open();
+    });
+}
+
+void toReconnect() {
+    if (!cnnMain || cnnMain->State() == 0)
+        toOpenConnection();
+}
+
+void toEndProgram() {
+    if (cnnMain && cnnMain->State() == 1)
+        cnnMain->Close();
+    cnnMain.reset();
+    endSeat();
+}
+
+int toGetCustID(const QString& customerName) {
+    return lookedUp([&] { return findCustomer(customerName); });
+}
+
+void toCenterForm(forms::Form& form) {
+    const int height = static_cast<int>(std::nearbyint(form.ScreenHeight() * 0.85));
+    form.setTop(height / 2 - form.Height() / 2);
+    form.setLeft(form.ScreenWidth() / 2 - form.Width() / 2);
+}

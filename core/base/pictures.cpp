@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/base/pictures.h"
+
+#include <QApplication>
+#include <QIconEngine>
+#include <QPainter>
+#include <QStyle>
+#include <QStyleOption>
+#include <QSvgRenderer>
+
+static void toRegisterPictures() {
+    Q_INIT_RESOURCE(pictures); // a static library's resources do not register themselves
+}
+
+namespace {
+
+/// Draws an SVG file at any size. Qt's own engine is a plugin, which each start would have to search for and
+/// load.
+class SvgIcon : public QIconEngine {
+public:
+    explicit SvgIcon(QString path) : file(std::move(path)) {}
+
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override {
+        painter->drawPixmap(rect, pixmap(rect.size() * painter->device()->devicePixelRatio(), mode, state));
+    }
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State) override {
+        QPixmap drawn(size);
+        drawn.fill(Qt::transparent);
+        QSvgRenderer picture(file);
+        picture.setAspectRatioMode(Qt::KeepAspectRatio);
+        QPainter painter(&drawn);
+        picture.render(&painter);
+        painter.end();
+        QStyleOption option;
+        option.palette = QGuiApplication::palette();
+        return mode == QIcon::Normal ? drawn
+                                     : QApplication::style()->generatedIconPixmap(mode, drawn, &option);
+    }
+    QIconEngine* clone() const override { return new SvgIcon(file); }
+
+private:
+    QString file;
+};
+
+} // namespace
+
+QIcon picture(const QString& name) {
+    static const bool registered = [] {
+        toRegisterPictures();
+        return true;
+    }();
+    Q_UNUSED(registered)
+    return QIcon(new SvgIcon(QStringLiteral(":/pictures/") + name + QStringLiteral(".svg")));
+}

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/base/reports.h"
+
+#include "core/base/gblGlobal.h"
+
+using namespace Qt::StringLiterals;
+
+void toStartReport(crystal::CrystalReport& report, const QString& file, const QString& formulaName,
+                   const QString& title, const QString& selection, const QStringList& further) {
+    constexpr int maximised = 2;
+    report.Password = u"\nkvtwpa"_s;
+    report.Formulas(0) = formulaName + u"='" + strCompanyName + u'\'';
+    report.DataFiles(0) = homeDirectory() + u"/Tallywell.mdb";
+    report.ReportFileName = homeDirectory() + u'/' + file;
+    report.SelectionFormula = selection;
+    report.WindowTitle = title;
+    report.WindowState = maximised;
+    for (int i = 0; i < further.size(); ++i)
+        report.Formulas(i + 1) = further[i];
+    const auto forget = [&] { // the next report on this control may have none
+        report.SelectionFormula.clear();
+        for (int i = 0; i < further.size(); ++i)
+            report.Formulas(i + 1).clear();
+    };
+    try {
+        report.setAction(1);
+    } catch (const crystal::ReportError& error) {
+        forget();
+        if (cnnMain) {
+            cnnMain->Errors().Clear();
+            cnnMain->Errors().Add({crystal::ReportError::Number, error.text()});
+        }
+        throw;
+    }
+    forget();
+}
+
+QString toFormulaDate(const QString& dateText) {
+    return u"date("_s + dateText.mid(6) + u',' + dateText.mid(3, 2) + u',' + dateText.left(2) + u')';
+}

@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "exchange/files/answers.h"
+#include "exchange/files/cellmap.h"
+#include "platform/excel/error.h"
+#include "platform/excel/worksheet.h"
+
+#include <exception>
+#include <functional>
+#include <optional>
+#include <vector>
+
+/// One answer of a survey file, converted.
+struct FileAnswer {
+    AnswerKeys keys;
+    bool isScore = false;
+    int weightage = 0;
+    int score = 0;                     ///< of a Score question
+    std::optional<QString> words = {}; ///< of a Descriptive question; nothing for the untouched preset text
+};
+
+/// What a survey file holds for the store.
+struct SheetAnswers {
+    std::vector<FileAnswer> answers;       ///< in the order of the rows, those before the failure
+    QStringList remarks;                   ///< what is worth a look, each beginning with its cell
+    std::exception_ptr failure;            ///< ended the reading; null when the sheet was read to its end
+    std::optional<cellmap::Place> failing; ///< the cell whose conversion failed
+};
+
+/// A file with more text than any questionnaire has: of such a file nothing is read.
+class TooMuchText : public excel::Error {
+public:
+    using Error::Error;
+};
+
+/// Converts the cells of a survey file. Keys must be whole numbers of 32 bits and the date a date; marks are
+/// whole numbers of 16 bits, rounded half to even.
+class AnswerSheet {
+public:
+    /// Characters read from one file at most.
+    static constexpr qsizetype mostText = 2'000'000;
+
+    /// Whether the question asks for a score; nothing for a question that the catalogue does not have.
+    using Catalogue = std::function<std::optional<bool>(const QString& questionid)>;
+
+    /// The title is that of the file.
+    AnswerSheet(const excel::Worksheet& worksheet, QString fileTitle, Catalogue questions)
+        : sheet(worksheet), title(std::move(fileTitle)), catalogue(std::move(questions)) {}
+
+    /// Throws TooMuchText.
+    SheetAnswers read();
+
+private:
+    void readRows();
+    void readBlock(int row, bool isScore);
+    void remarkSkipped(int row, bool isScore);
+    void remark(cellmap::Place place, const QString& text);
+
+    /// The text of a cell that is looked at for a remark only; it ends no reading.
+    QString peek(cellmap::Place place) const;
+
+    // The contents of a cell, converted. They throw ado::Failure with the conversion's message.
+    excel::Value cell(cellmap::Place place);
+    QString key(cellmap::Place place);
+    QDate date(cellmap::Place place);
+    int mark(cellmap::Place place);
+    double questionCount();
+    AnswerKeys headKeys();
+
+    excel::Worksheet sheet;
+    QString title;
+    Catalogue catalogue;
+    AnswerKeys keys; // of the block that is being read
+    SheetAnswers result;
+    std::optional<cellmap::Place> converting;
+    qsizetype textRead = 0; // characters
+};

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "exchange/files/filenames.h"
+
+#include "core/store/store.h"
+#include "exchange/files/homefile.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+bool isSameTitle(const QString& one, const QString& other) {
+    return toStoredText(one.trimmed()) == toStoredText(other.trimmed());
+}
+
+QString conditionOfTitle(const QString& fileName) {
+    const QString stored = toStoredText(fileName);
+    const QString plain = QString(stored).replace(u'\u2019', u"''"_s);
+    if (plain == stored)
+        return u"xlsfilename='"_s + stored + u'\'';
+    return u"xlsfilename in ('"_s + stored + u"', '" + plain + u"')";
+}
+
+QString findLoggedFileName(const SurveyContext& survey) {
+    const QString respondentid = findRespondent(survey.respondent, survey.customer);
+    if (respondentid.isEmpty())
+        return {};
+    ado::Recordset log;
+    log.Open(u"select * from log where custname='"_s + survey.customer + u"' and respid=" + respondentid +
+                 u" and sdate=#" + toSqlDate(toDate(survey.date)) + u"#",
+             *cnnMain);
+    return log.Eof() ? QString() : log["xlsfilename"].Text();
+}
+
+QString makeSystemFileName(const SurveyContext& survey) {
+    const QString respondentid = findRespondent(survey.respondent, survey.customer);
+    if (respondentid.isEmpty())
+        return {};
+    ado::Recordset responquery;
+    responquery.Open(u"select * from responquery where custid="_s +
+                         QString::number(findCustomer(survey.customer)) + u" and respondentid=" +
+                         respondentid + u" and sdate=#" + toSqlDate(toDate(survey.date)) + u"#",
+                     *cnnMain);
+    if (responquery.Eof())
+        return {};
+    const QString keys =
+        responquery["surveyid"].Text() + responquery["custid"].Text() + responquery["respondentid"].Text();
+    return keys.trimmed() + u".xls";
+}
+
+bool isFileNameLogged(const QString& fileName) {
+    ado::Recordset log;
+    log.Open(u"select * from log where "_s + conditionOfTitle(fileName), *cnnMain);
+    return !log.Eof();
+}
+
+bool isProgramsOwnFile(const QString& fileName) {
+    constexpr QStringView ownSuffixes[] = {u".mdb", u".mdb-journal", u".rpt", u".hlp", u".bmp", u".pps"};
+    const auto is = [&](QStringView name) { return fileName.compare(name, Qt::CaseInsensitive) == 0; };
+    return is(templateFile) || is(u"company.txt") || is(QFileInfo(strDatabasePath).fileName()) ||
+           std::any_of(std::begin(ownSuffixes), std::end(ownSuffixes),
+                       [&](QStringView suffix) { return fileName.endsWith(suffix, Qt::CaseInsensitive); }) ||
+           (!fileName.endsWith(u".xls", Qt::CaseInsensitive) && toCheckFileExists(fileName));
+}

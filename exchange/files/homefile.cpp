@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "exchange/files/homefile.h"
+
+#include "core/store/store.h"
+
+#include <QFileInfo>
+
+#include <stdexcept>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+bool isBare(const QString& fileName) {
+    return !fileName.contains(u'/') && !fileName.contains(u'\\');
+}
+
+} // namespace
+
+QString toHomePath(const QString& fileName) {
+    if (!isBare(fileName)) {
+        const QString sentence = u"\"%1\" holds a folder where a bare file name is wanted."_s.arg(fileName);
+        throw std::runtime_error(sentence.toStdString());
+    }
+    return homeDirectory() + u'/' + fileName;
+}
+
+bool toCheckFileExists(const QString& fileName) {
+    return !fileName.trimmed().isEmpty() && isBare(fileName) && QFileInfo(toHomePath(fileName)).isFile();
+}

@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "exchange/files/lastmarks.h"
+
+#include "core/store/store.h"
+#include "core/store/worktable.h"
+
+using namespace Qt::StringLiterals;
+using Lock = ado::Recordset::Lock;
+
+namespace {
+
+/// The survey by its keys, as the statements take them.
+struct Keys {
+    QString custid;
+    QString respondentid;
+    QString date; // mm/dd/yyyy
+};
+
+QString selectQuestions(const Keys& keys) {
+    return u"select * from responquery where custid="_s + keys.custid + u" and respondentid=" +
+           keys.respondentid + u" and sdate=#" + keys.date + u"#";
+}
+
+void toFillQuestions(const Keys& keys) {
+    ado::Recordset responquery;
+    responquery.Open(selectQuestions(keys), *cnnMain);
+    for (; !responquery.Eof(); responquery.MoveNext()) {
+        ado::Recordset reportlinktable;
+        reportlinktable.Open(u"select * from reportlinktable"_s, *cnnMain, Lock::Optimistic);
+        reportlinktable.AddNew();
+        for (const char* field : {"question", "respondentname", "custname", "Type", "sdate", "custid",
+                                  "respondentid", "questionid", "paramid"})
+            reportlinktable[field] = responquery[field].Value();
+        reportlinktable["Parameter"] = responquery["parametername"].Value();
+        reportlinktable.Update();
+    }
+}
+
+/// Stands on the answer of the latest earlier survey; false when there is none.
+bool toFindLastAnswer(ado::Recordset& history, const QString& query, const Keys& keys,
+                      const QString& questionid, HistoryRoad road) {
+    const bool newestFirst = road == HistoryRoad::NewestFirst;
+    history.Open(u"select * from "_s + query + u" where custid=" + keys.custid + u" and respondentid=" +
+                     keys.respondentid + u" and surveydate < #" + keys.date + u"# and questionid=" +
+                     questionid +
+                     (newestFirst ? u" order by surveydate desc"_s : u" order by surveydate asc"_s),
+                 *cnnMain);
+    if (history.Eof())
+        return false;
+    if (!newestFirst)
+        history.MoveLast();
+    return true;
+}
+
+void toCopyMark(ado::Recordset& history, ado::Recordset& target, const char* field) {
+    const QString mark = history[field].Text();
+    if (!mark.isEmpty() && mark != u"0")
+        target[field] = mark;
+}
+
+void toFillScoreMarks(const Keys& keys, const QString& questionid, HistoryRoad road) {
+    ado::Recordset objquery;
+    if (!toFindLastAnswer(objquery, u"objquery"_s, keys, questionid, road))
+        return;
+    ado::Recordset reportlinktable;
+    reportlinktable.Open(u"select * from reportlinktable where questionid="_s + questionid +
+                             u" and respondentid=" + keys.respondentid + u" ",
+                         *cnnMain, Lock::Optimistic);
+    if (reportlinktable.Eof())
+        return;
+    toCopyMark(objquery, reportlinktable, "weightage");
+    toCopyMark(objquery, reportlinktable, "score");
+    reportlinktable.Update();
+}
+
+void toFillDescriptiveMark(const Keys& keys, const QString& questionid, HistoryRoad road) {
+    ado::Recordset descquery;
+    if (!toFindLastAnswer(descquery, u"descquery"_s, keys, questionid, road))
+        return;
+    ado::Recordset reportlinktable;
+    reportlinktable.Open(u"select * from reportlinktable where questionid="_s + questionid +
+                             u" and respondentid=" + keys.respondentid,
+                         *cnnMain, Lock::Optimistic);
+    toCopyMark(descquery, reportlinktable, "weightage");
+    reportlinktable.Update();
+}
+
+} // namespace
+
+void toGetTheLastScoreAndWeightage(const SurveyContext& survey, HistoryRoad road) {
+    toFillWorkTable([&] {
+        cnnMain->Execute(u"delete * from reportlinktable"_s);
+        const Keys keys{QString::number(findCustomer(survey.customer)),
+                        findRespondent(survey.respondent, survey.customer), toSqlDate(toDate(survey.date))};
+        if (keys.respondentid.isEmpty() || keys.date.isEmpty())
+            return;
+        toFillQuestions(keys);
+        ado::Recordset responquery;
+        responquery.Open(selectQuestions(keys) +
+                             (road == HistoryRoad::NewestFirst ? u" order by parametername"_s : QString()),
+                         *cnnMain);
+        for (; !responquery.Eof(); responquery.MoveNext()) {
+            const QString questionid = responquery["questionid"].Text();
+            if (responquery["Type"].Value().toBool())
+                toFillScoreMarks(keys, questionid, road);
+            else
+                toFillDescriptiveMark(keys, questionid, road);
+        }
+    });
+}

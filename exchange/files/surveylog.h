@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "survey/questionnaires/questionnaire.h"
+
+#include <QDate>
+
+#include <vector>
+
+// Table log, the register of survey files. Failures of the store are thrown as ado::Failure.
+
+/// The survey's file counts as not read in. Date: dd/mm/yyyy.
+void resetLogStatus(const QString& respondentid, const QString& date);
+
+/// Enters the survey's file in the register, or writes its row anew; whether it has been read in stays.
+/// Throws Refusal for an unknown customer or respondent.
+void writeLogRow(const SurveyContext& survey, const QString& fileName);
+
+/// The file counts as read in, when the register has it.
+void setLogStatus(const QString& fileName);
+
+/// A row of the register: whose the file of a name is. What the row does not say is empty.
+struct LogRow {
+    QString custname;
+    QString respname;
+    QString respid;
+    QString surveyid;
+    QDate sdate;
+};
+
+/// The rows of that file title; several when surveys share a name.
+std::vector<LogRow> findLogRows(const QString& fileName);

@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "feedback/marks/markrules.h"
+
+#include "core/store/store.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int highestMark = 10;
+
+bool isMark(const QString& text) {
+    try {
+        ado::toWhole(text, INT16_MIN, highestMark);
+        return true;
+    } catch (const ado::Failure&) {
+        return false;
+    }
+}
+
+} // namespace
+
+Judgement toJudgeChange(int column, const QString& type, const QString& text) {
+    const bool blank = text.trimmed().isEmpty();
+    switch (column) {
+    case feedbackColumn::weightage:
+        return !blank && isMark(text) ? Judgement::Take : Judgement::Blank;
+    case feedbackColumn::score:
+        if (type != scoreType)
+            return Judgement::SetBack;
+        return blank || isMark(text) ? Judgement::Take : Judgement::Blank;
+    case feedbackColumn::description:
+        return type == descriptiveType ? Judgement::Take : Judgement::SetBack;
+    default:
+        return Judgement::SetBack;
+    }
+}
+
+bool toAcceptCharacter(int column, QChar character) {
+    const bool isMarkColumn = column == feedbackColumn::weightage || column == feedbackColumn::score;
+    return !isMarkColumn || (character >= u'0' && character <= u'9');
+}
+
+QString toShownMark(const QString& stored) {
+    return stored == u"0" ? QString() : stored;
+}
+
+std::optional<QString> toMarkForStore(const QString& cell, bool isNew) {
+    if (!cell.trimmed().isEmpty())
+        return cell;
+    if (isNew)
+        return std::nullopt;
+    return u"0"_s;
+}
+
+std::optional<QString> toDescriptionForStore(const QString& cell) {
+    if (cell.isEmpty())
+        return std::nullopt;
+    return toFilterApostrophe(cell.trimmed()).value_or(cell);
+}

@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "survey/questionnaires/questionnaire.h"
+
+namespace forms {
+class MSHFlexGrid;
+}
+
+/// Shows questions in a grid, one a row, and a blank row below.
+void toShowQuestions(forms::MSHFlexGrid* grid, const std::vector<ChosenQuestion>& questions);
+
+/// Shows the stored questionnaire in a grid. For an empty respondent of a survey that exists the grid stays
+/// as it is. Throws ado::Failure.
+void toShowQuestionnaire(forms::MSHFlexGrid* grid, const SurveyContext& survey);
