@@ -8,7 +8,6 @@
 
 #include <QAction>
 #include <QDir>
-#include <QLabel>
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
