@@ -8,7 +8,6 @@
 
 #include <QAction>
 #include <QDir>
-#include <QLabel>
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
@@ -215,10 +214,9 @@ TEST_F(ExistingTest, aSurveyIsNotOfferedToItselfAndAFailureKeepsWhatWasCopied) {
     EXPECT_FALSE(cnnMain->InTransaction());
 }
 
-/// In 30 customers Ann has the questions 1 to 3 on six dates, Bob 4 and 5 on all of them but the last.
+/// In six customers Ann has the questions 1 to 3 on six dates, Bob 4 and 5 on all of them but the last.
 TEST_F(ExistingTest, deletingAndCopyingTouchTheRowsThatWereMeantAndNoOthers) {
-    cnnMain->BeginTrans();
-    for (int i = 1; i < 30; ++i) {
+    for (int i = 1; i < 6; ++i) {
         const int custid = addCustomer(u"Customer %1"_s.arg(i));
         addRespondent(custid, u"Ann"_s);
         addRespondent(custid, u"Bob"_s);
@@ -233,9 +231,8 @@ TEST_F(ExistingTest, deletingAndCopyingTouchTheRowsThatWereMeantAndNoOthers) {
         run(u"insert into "_s + table + u" (respondentid, questionid, surveyid, surveydate)" + each);
     run(u"insert into log (respid, xlsfilename, surveyid, sdate)"_s + each);
     run(u"insert into reportlinktable (respondentid, questionid, custid, sdate)"_s + each);
-    cnnMain->CommitTrans();
 
-    const QString customer = u"Customer 17"_s;
+    const QString customer = u"Customer 3"_s;
     const QString annId = findRespondent(u"Ann"_s, customer);
     pickCustomer(edit(), customer);
     for (const auto& [date, entry, alone] :
