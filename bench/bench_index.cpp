@@ -171,8 +171,9 @@ void measureSaving(const QString& path) {
                              u"Question %1 of Parameter %2"_s.arg(i % 5 + 1).arg(i / 5 + 1)});
     const double saved = timeOf([&] {
         cnnMain->BeginTrans();
-        addSurvey(survey);
-        toRewriteQuestionnaire(survey, questions);
+        SurveyKey key = requireSurveyKey(survey);
+        key.surveyid = addSurvey(survey).surveyid;
+        rewriteQuestionnaire(key, questions);
         cnnMain->CommitTrans();
     });
     SavingBound bound(path);

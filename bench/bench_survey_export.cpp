@@ -86,7 +86,8 @@ int main(int argc, char** argv) {
     const SurveyContext survey{u"Acme"_s, u"Ann"_s, u"01/07/2020"_s};
     const double whole =
         bestOf(25, [&] { SurveyExport(form, state, survey, HistoryRoad::OldestFirst, [] {}).run(); });
-    const double marks = bestOf(25, [&] { toGetTheLastScoreAndWeightage(survey, HistoryRoad::OldestFirst); });
+    const double marks =
+        bestOf(25, [&] { toGetTheLastScoreAndWeightage(findSurveyKey(survey), HistoryRoad::OldestFirst); });
     QFile written(home.filePath(state.strGenerateXLSFile));
     if (!mayView || !written.open(QIODevice::ReadOnly)) {
         std::fputs("the export has failed\n", stderr);

@@ -80,7 +80,7 @@ QString SurveyReader::stopSentence() const {
 
 void SurveyReader::toKeepFindings() {
     written = written || !newAnswers.empty();
-    unseen.merge(newAnswers);
+    Q_EMIT ReadReport::instance().answersStored(newAnswers);
     allRemarks += newRemarks;
 }
 
@@ -143,6 +143,11 @@ std::optional<bool> SurveyReader::questionType(const QString& questionid) {
     const auto known = types.find(questionid);
     return known != types.end() ? known->second
                                 : types.emplace(questionid, toGetQuestionType(questionid)).first->second;
+}
+
+ReadReport& ReadReport::instance() {
+    static ReadReport report;
+    return report;
 }
 
 void toNameAfterReading(const QStringList& bad, const QStringList& remarks) {

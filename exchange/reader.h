@@ -3,6 +3,8 @@
 
 #include "exchange/files/answersheet.h"
 
+#include <QObject>
+
 #include <functional>
 #include <map>
 #include <optional>
@@ -35,9 +37,8 @@ public:
     /// What is worth a look in the files that were read, each remark with its file and cell.
     const QStringList& remarks() const { return allRemarks; }
 
-    /// The respondentid and date of each questionnaire whose answers were read and are not on show yet.
+    /// The respondentid and date of each questionnaire whose answers were read.
     using Questionnaires = std::set<std::pair<QString, QDate>>;
-    static inline Questionnaires unseen;
 
 private:
     /// Runs the reading of one or more files as one transaction; false after the user was told a failure.
@@ -62,6 +63,17 @@ private:
     // Of the transaction that is open.
     QStringList newRemarks;
     Questionnaires newAnswers;
+};
+
+/// Reports what the readers of the program have stored, once it is committed.
+class ReadReport : public QObject {
+    Q_OBJECT
+
+public:
+    static ReadReport& instance();
+
+Q_SIGNALS:
+    void answersStored(const SurveyReader::Questionnaires& questionnaires);
 };
 
 /// Names, in one message, the files that were not read to their end and what is worth a look in the others,

@@ -35,7 +35,7 @@ void SurveyExport::run() {
     state.strGenerateXLSFile.clear();
     const bool found = guarded({.form = &form}, [&] {
         toReconnect();
-        respondentid = requireRespondent(survey);
+        key = requireSurveyKey(survey);
     });
     if (!found) {
         state.blnMail = false;
@@ -50,11 +50,11 @@ void SurveyExport::run() {
     }
     guarded({}, [&] {
         toReconnect();
-        toGetTheLastScoreAndWeightage(survey, road);
+        toGetTheLastScoreAndWeightage(key, road);
     });
     guarded({}, [&] {
         toReconnect();
-        resetLogStatus(respondentid, survey.date);
+        resetLogStatus(key);
     });
     guarded({.form = &form}, [&] {
         toReconnect();
@@ -65,13 +65,12 @@ void SurveyExport::run() {
 /// A file that is there keeps its name in both modes. Otherwise the program makes one, or the user is asked
 /// later, unless the register has the name of a file that is gone.
 void SurveyExport::toChooseName() {
-    const QString logged = lookedUp([&] { return findLoggedFileName(survey); });
+    const QString logged = lookedUp([&] { return findLoggedFileName(survey.customer, key); });
     exists = toCheckFileExists(logged);
     if (exists || state.blnSetting)
         state.strGenerateXLSFile = logged;
     else
-        state.strGenerateXLSFile = state.strXLSFileName =
-            lookedUp([&] { return makeSystemFileName(survey); });
+        state.strGenerateXLSFile = state.strXLSFileName = lookedUp([&] { return makeSystemFileName(key); });
 }
 
 bool SurveyExport::mayOverwrite() const {
@@ -88,12 +87,11 @@ QString SurveyExport::otherOwners() const {
     QStringList owners;
     guarded({}, [&] {
         toReconnect();
-        const QDate date = toDate(survey.date);
         for (const LogRow& row : findLogRows(state.strGenerateXLSFile)) {
             const bool sameRespondent =
                 row.respid.isEmpty() ? row.custname == survey.customer && row.respname == survey.respondent
-                                     : row.respid == respondentid;
-            if (!sameRespondent || row.sdate != date)
+                                     : row.respid == QString::number(key.respondentid);
+            if (!sameRespondent || row.sdate != key.date)
                 owners << u"\r\n%1, %2, %3"_s.arg(row.custname, row.respname,
                                                   row.sdate.toString(ado::dateTextFormat));
         }
@@ -122,16 +120,16 @@ void SurveyExport::toWriteWorkbook() {
     toFillSurveySheet(wksExcel, {.organisation = strCompanyName,
                                  .customer = survey.customer,
                                  .respondent = survey.respondent,
-                                 .custid = QString::number(findCustomer(survey.customer)),
-                                 .respondentid = respondentid,
-                                 .surveyid = findSurvey(survey.date, survey.customer),
-                                 .surveyDate = toDate(survey.date),
+                                 .custid = QString::number(key.custid),
+                                 .respondentid = QString::number(key.respondentid),
+                                 .surveyid = key.surveyid == 0 ? QString() : QString::number(key.surveyid),
+                                 .surveyDate = key.date,
                                  .exportDate = forms::todaySeat()});
     if (state.strGenerateXLSFile.trimmed().isEmpty() && !toAskForName())
         return;
     guarded({}, [&] {
         toReconnect();
-        writeLogRow(survey, state.strGenerateXLSFile);
+        writeLogRow(survey, key, state.strGenerateXLSFile);
     });
     toSave();
     if (state.blnMail)

@@ -47,7 +47,7 @@ private:
     HistoryRoad road;
     std::function<void()> sendmail;
 
-    QString respondentid;
+    SurveyKey key;        // of the survey, looked up once
     bool exists = false;  // the file is there and is written over
     bool trapping = true; // a failing step ends the export
     excel::Application appExcel;

@@ -22,7 +22,6 @@ namespace {
 
 constexpr int helpContext = 6;
 constexpr int topOnLoad = 750; // twips
-constexpr QStringView noCustomer = u"0";
 
 } // namespace
 
@@ -46,6 +45,11 @@ void frmFeedBackObj::connectEvents() {
     connect(ui->cmdSave, &QPushButton::clicked, this, &frmFeedBackObj::cmdSave_Click);
     connect(ui->cmdHelp, &QPushButton::clicked, this, [] { toShowHelpTopic(helpContext); });
     connect(ui->cmdClose, &QPushButton::clicked, this, [this] { Unload(); });
+    connect(&ReadReport::instance(), &ReadReport::answersStored, this,
+            [this](const SurveyReader::Questionnaires& read) {
+                if (read.contains({QString::number(shown.respondentid), shown.date}))
+                    hasNewAnswers = true;
+            });
     editor->onChange = [this](const QString& text) { txtDtls_Change(text); };
     editor->fit = [this](int row, int col, const QString& text) -> std::optional<QString> {
         const forms::MSHFlexGrid* grid = ui->grdDtls;
@@ -137,27 +141,17 @@ void frmFeedBackObj::txtDtls_Change(const QString& text) {
     }
 }
 
-QString frmFeedBackObj::custid() const {
-    return QString::number(findCustomer(ui->cmbCusName->Text()));
+SurveyContext frmFeedBackObj::chosen() const {
+    return {ui->cmbCusName->Text(), ui->lstRespname->Text(), ui->lstSurveyDates->Text()};
 }
 
-frmFeedBackObj::Owner frmFeedBackObj::chosenOwner() const {
-    Owner owner;
-    owner.custid = custid();
-    if (owner.custid != noCustomer)
-        owner.respondentid = toGetRespondentID(ui->lstRespname->Text());
-    return owner;
-}
-
-void frmFeedBackObj::requireShown() const {
-    if (shown.respondentid.isEmpty() || shown != chosenOwner())
+void frmFeedBackObj::requireShown() {
+    const SurveyKey now = findSurveyKey(chosen());
+    if (shown.respondentid == 0 || now.custid != shown.custid || now.respondentid != shown.respondentid)
         throw Refusal(
             u"The customer or respondent has changed meanwhile. Choose the respondent anew to see the "
             "answers as they are stored. Nothing has been saved."_s);
-}
-
-QDate frmFeedBackObj::shownDate() const {
-    return toDate(ui->lblSDate->text());
+    shown.surveyid = now.surveyid;
 }
 
 bool frmFeedBackObj::toFillcmbCustomername() {
@@ -176,7 +170,8 @@ void frmFeedBackObj::toFillListView() {
         toReconnect();
         ui->lstSurveyDates->Clear();
         ado::Recordset survey;
-        survey.Open(u"select distinct(sdate) as surveydate from responquery where custid="_s + custid(),
+        survey.Open(u"select distinct(sdate) as surveydate from responquery where custid="_s +
+                        QString::number(findCustomer(ui->cmbCusName->Text())),
                     *cnnMain);
         for (; !survey.Eof(); survey.MoveNext())
             ui->lstSurveyDates->AddItem(survey["surveydate"].Text());
@@ -187,50 +182,33 @@ void frmFeedBackObj::toFilllstRespondentName() {
     guarded({.form = this}, [this] {
         toReconnect();
         ui->lstRespname->Clear();
-        const QString customer = custid();
-        if (customer == noCustomer)
+        const int custid = findCustomer(ui->cmbCusName->Text());
+        if (custid == 0)
             return;
         ado::Recordset respondent;
-        respondent.Open(u"select * from respondent where custid="_s + customer, *cnnMain);
+        respondent.Open(u"select * from respondent where custid="_s + QString::number(custid), *cnnMain);
         for (; !respondent.Eof(); respondent.MoveNext())
             ui->lstRespname->AddItem(respondent["respondentname"].Text());
     });
 }
 
-QString frmFeedBackObj::toGetRespondentID(const QString& name) const {
-    ado::Recordset respondent;
-    respondent.Open(u"select * from custresp where custid="_s + custid() + u" and respondentname='" + name +
-                        u"'",
-                    *cnnMain);
-    return respondent.Eof() ? QString() : respondent["respondentid"].Text();
-}
-
 QString frmFeedBackObj::toGetQuestionID(const QString& question) const {
     ado::Recordset questions;
     questions.Open(u"select * from responquery where question='"_s + question + u"' and custid=" +
-                       shown.custid + u" and sdate=#" + toSqlDate(shownDate()) + u"#",
+                       QString::number(shown.custid) + u" and sdate=#" + toSqlDate(shown.date) + u"#",
                    *cnnMain);
     return questions.Eof() ? QString() : questions["questionid"].Text();
-}
-
-QString frmFeedBackObj::toGetSurveyID(const QDate& date, const QString& customerName) const {
-    ado::Recordset survey;
-    survey.Open(u"select * from survey where sdate=#"_s + toSqlDate(date) + u"# and custid=" +
-                    QString::number(findCustomer(customerName)),
-                *cnnMain);
-    return survey.Eof() ? QString() : survey["surveyid"].Text();
 }
 
 void frmFeedBackObj::toShowFileName() {
     guarded({.form = this}, [this] {
         toReconnect();
         toShowFileLabel({});
-        const QDate date = toDate(ui->lstSurveyDates->Text());
-        const QString respondentid = toGetRespondentID(ui->lstRespname->Text());
+        const SurveyKey key = findSurveyKey(chosen());
         ado::Recordset log;
-        if (!respondentid.isEmpty())
+        if (key.respondentid != 0)
             log.Open(u"select * from log where custname='"_s + ui->cmbCusName->Text() + u"' and respid=" +
-                         respondentid + u" and sdate=#" + toSqlDate(date) + u"#",
+                         QString::number(key.respondentid) + u" and sdate=#" + toSqlDate(key.date) + u"#",
                      *cnnMain);
         toShowFileLabel(!log.IsOpen() || log.Eof() ? u"No Survey File Exported..."_s
                                                    : u"Survey File Name : "_s + log["xlsfilename"].Text());
@@ -303,14 +281,15 @@ void frmFeedBackObj::toFillGrid() {
         setMousePointer(forms::Hourglass);
         toReconnect();
         ui->lblSDate->setText(ui->lstSurveyDates->Text());
-        shown = chosenOwner();
-        if (shown.custid == noCustomer) {
+        shown = findSurveyKey(chosen());
+        if (shown.custid == 0) {
             toBlankGrid();
         } else {
             ado::Recordset questions;
-            if (!shown.respondentid.isEmpty())
-                questions.Open(u"select * from responquery where  respondentid="_s + shown.respondentid +
-                                   u" and custid=" + shown.custid + u" and sdate=#" + toSqlDate(shownDate()) +
+            if (shown.respondentid != 0)
+                questions.Open(u"select * from responquery where  respondentid="_s +
+                                   QString::number(shown.respondentid) + u" and custid=" +
+                                   QString::number(shown.custid) + u" and sdate=#" + toSqlDate(shown.date) +
                                    u"#",
                                *cnnMain);
             if (!questions.IsOpen() || questions.Eof())
@@ -343,8 +322,8 @@ bool frmFeedBackObj::isScoreRow(int row) const {
 
 QString frmFeedBackObj::toMakeAnswerQuery(int row, const QString& questionid) const {
     return u"select * from "_s + (isScoreRow(row) ? u"feedbackobjective" : u"feedbackdescriptive") +
-           u" where respondentid=" + shown.respondentid + u" and questionid=" + questionid +
-           u" and surveydate=#" + toSqlDate(shownDate()) + u"#";
+           u" where respondentid=" + QString::number(shown.respondentid) + u" and questionid=" + questionid +
+           u" and surveydate=#" + toSqlDate(shown.date) + u"#";
 }
 
 void frmFeedBackObj::tofillscoreandweightage() {
@@ -357,7 +336,7 @@ void frmFeedBackObj::tofillscoreandweightage() {
                 break;
             toShowAnswer(row);
         }
-        SurveyReader::unseen.erase({shown.respondentid, shownDate()});
+        hasNewAnswers = false;
         setMousePointer(forms::DefaultPointer);
     });
     if (!filled)
@@ -416,8 +395,7 @@ void frmFeedBackObj::toSaveDtls() {
 void frmFeedBackObj::toSaveRow(int row) {
     const auto cell = [&](int column) { return ui->grdDtls->TextMatrix(row, column); };
     const QString questionid = toGetQuestionID(cell(feedbackColumn::question));
-    const QString surveyid = toGetSurveyID(shownDate(), ui->cmbCusName->Text());
-    if (questionid.isEmpty() || surveyid.isEmpty())
+    if (questionid.isEmpty() || shown.surveyid == 0)
         throw Refusal(u"“%1” has left this survey. The answers above it have been saved, this one and those "
                       "below have not."_s.arg(cell(feedbackColumn::question)));
     ado::Recordset answer;
@@ -431,12 +409,12 @@ void frmFeedBackObj::toSaveRow(int row) {
     };
     answer["respondentid"] = shown.respondentid;
     answer["questionid"] = questionid;
-    answer["surveydate"] = shownDate();
+    answer["surveydate"] = shown.date;
     write("weightage", toMarkForStore(cell(feedbackColumn::weightage), isNew));
     if (isScoreRow(row))
         write("score", toMarkForStore(cell(feedbackColumn::score), isNew));
     else
         write("Description", toDescriptionForStore(cell(feedbackColumn::description)));
-    answer["surveyid"] = surveyid;
+    answer["surveyid"] = shown.surveyid;
     answer.Update();
 }

@@ -3,6 +3,7 @@
 
 #include "platform/forms/commondialog.h"
 #include "platform/forms/form.h"
+#include "survey/questionnaires/surveykey.h"
 
 #include <QDate>
 
@@ -78,27 +79,18 @@ private:
     void cmdSave_Click();
     void txtDtls_Change(const QString& text);
 
-    // These three throw ado::Failure; the ids are empty when there is none.
-    QString toGetRespondentID(const QString& name) const;
     /// Found by its text within the customer's survey of the date on show, whoever the respondent is; of two
-    /// questions with one text the first wins.
+    /// questions with one text the first wins. Empty for none. Throws ado::Failure.
     QString toGetQuestionID(const QString& question) const;
-    QString toGetSurveyID(const QDate& date, const QString& customerName) const;
 
     /// The name that the register has for the choice, or empty. Finding it marks the file as read in.
     QString toGetLoggedFileName();
     bool toCheckFileExists(const QString& fileName);
 
-    /// Whose questions and answers the grid shows; empty ids for nobody's.
-    struct Owner {
-        QString custid;
-        QString respondentid;
-        bool operator==(const Owner&) const = default;
-    };
-    /// Of the customer and respondent that are chosen now. Throws ado::Failure.
-    Owner chosenOwner() const;
-    /// Throws Refusal unless the grid shows what is chosen.
-    void requireShown() const;
+    /// What is chosen in the lists.
+    SurveyContext chosen() const;
+    /// Throws Refusal unless the grid shows what is chosen. The survey may have been made meanwhile.
+    void requireShown();
     QString toMakeAnswerQuery(int row, const QString& questionid) const;
     void toShowAnswer(int row);
     void toSaveRow(int row);
@@ -110,11 +102,9 @@ private:
     void toShowFileLabel(const QString& text);
     void toShowFileNameOfChoice();
     bool isScoreRow(int row) const;
-    /// The custid of the chosen customer, "0" for none. Throws ado::Failure.
-    QString custid() const;
-    QDate shownDate() const;
 
     std::unique_ptr<Ui::frmFeedBackObj> ui;
     GridEditor* editor = nullptr;
-    Owner shown; // the date is that of lblSDate
+    SurveyKey shown;            // whose questions and answers the grid shows; 0 for nobody's
+    bool hasNewAnswers = false; // read from a file since they were shown
 };

@@ -27,10 +27,8 @@ QString frmFeedBackObj::toGetLoggedFileName() {
     blnLog = false;
     if (ui->lstSurveyDates->SelCount() == 0 || ui->lstRespname->SelCount() == 0)
         return {};
-    QString logged = lookedUp([this] {
-        return findLoggedFileName(
-            {ui->cmbCusName->Text(), ui->lstRespname->Text(), ui->lstSurveyDates->Text()});
-    });
+    QString logged =
+        lookedUp([this] { return findLoggedFileName(ui->cmbCusName->Text(), findSurveyKey(chosen())); });
     if (logged.isEmpty())
         return logged;
     strXLName = logged;
@@ -61,12 +59,10 @@ void frmFeedBackObj::toreadFromXlsFile() {
 }
 
 void frmFeedBackObj::toShowReadAnswers() {
-    if (SurveyReader::unseen.empty() || ui->lstRespname->ListCount() == 0)
+    if (!hasNewAnswers || ui->lstRespname->ListCount() == 0)
         return;
     guarded({.form = this}, [this] {
         toReconnect();
-        if (!SurveyReader::unseen.contains({toGetRespondentID(ui->lstRespname->Text()), shownDate()}))
-            return;
         tofillscoreandweightage();
         SetEditTextBox(1, 1);
     });

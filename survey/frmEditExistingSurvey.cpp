@@ -150,13 +150,12 @@ void frmEditExistingSurvey::toDeleteSurvey() {
         return;
     guarded({.form = this}, [this] {
         toReconnect();
-        const SurveyContext survey = context();
-        requireRespondent(survey); // before the copy
+        const SurveyKey survey = requireSurveyKey(context()); // before the copy
         toBackupBeforeLoss();
         Transaction transaction;
         ado::Recordset responquery;
-        responquery.Open(u"select * from responquery where sdate=#"_s + toSqlDate(toDate(survey.date)) +
-                             u"# and custid=" + QString::number(findCustomer(survey.customer)),
+        responquery.Open(u"select * from responquery where sdate=#"_s + toSqlDate(survey.date) +
+                             u"# and custid=" + QString::number(survey.custid),
                          *cnnMain);
         if (!responquery.Eof())
             toDeleteQuestionnaire(survey, responquery["surveyid"].Text(),
@@ -168,15 +167,15 @@ void frmEditExistingSurvey::toDeleteSurvey() {
 
 /// The questionnaire of one respondent with all that belongs to it, and the survey itself when no one else
 /// has a questionnaire on that date.
-void frmEditExistingSurvey::toDeleteQuestionnaire(const SurveyContext& survey, const QString& surveyid,
+void frmEditExistingSurvey::toDeleteQuestionnaire(const SurveyKey& survey, const QString& surveyid,
                                                   bool isLastOfDate) {
-    const QString respondentid = requireRespondent(survey);
-    const QString date = u"#"_s + toSqlDate(toDate(survey.date)) + u"#";
+    const QString respondentid = QString::number(survey.respondentid);
+    const QString date = u"#"_s + toSqlDate(survey.date) + u"#";
     const QString ofRespondent = u" where surveyid="_s + surveyid + u" and respondentid=" + respondentid;
     const QString ofAnswers = ofRespondent + u" and surveydate=" + date;
     if (isLastOfDate)
         cnnMain->Execute(u"delete * from Survey where sdate="_s + date + u" and custid=" +
-                         QString::number(findCustomer(survey.customer)) + u" and surveyid=" + surveyid);
+                         QString::number(survey.custid) + u" and surveyid=" + surveyid);
     cnnMain->Execute(u"delete * from responquesindex"_s + ofRespondent);
     cnnMain->Execute(u"delete * from reportlinktable where sdate="_s + date + u" and respondentid=" +
                      respondentid);
@@ -191,13 +190,14 @@ void frmEditExistingSurvey::toDeleteQuestionnaire(const SurveyContext& survey, c
 void frmEditExistingSurvey::toDeleteEmptySurvey() {
     guarded({.form = this}, [this] {
         toReconnect();
-        const SurveyContext survey = context();
-        const QString respondentid = requireRespondent(survey);
-        const QString custid = QString::number(findCustomer(survey.customer));
-        const QString surveyid = findSurvey(survey.date, survey.customer);
+        const SurveyKey survey = requireSurveyKey(context());
+        const QString respondentid = QString::number(survey.respondentid);
+        const QString custid = QString::number(survey.custid);
+        const QString surveyid = QString::number(survey.surveyid);
         const bool isCustomerEmpty = !hasRows(u"select * from responquery where custid="_s + custid);
         const QString ofSurvey = u"select * from responquesindex where surveyid="_s + surveyid;
-        const bool isUnseen = !surveyid.isEmpty() && hasRows(ofSurvey + u" and respondentid=" + respondentid);
+        const bool isUnseen =
+            survey.surveyid != 0 && hasRows(ofSurvey + u" and respondentid=" + respondentid);
         if (isCustomerEmpty || isUnseen) {
             toBackupBeforeLoss(); // which cannot be done within a transaction
             Transaction transaction;
@@ -205,7 +205,7 @@ void frmEditExistingSurvey::toDeleteEmptySurvey() {
                 toDeleteQuestionnaire(survey, surveyid,
                                       !hasRows(ofSurvey + u" and respondentid<>" + respondentid));
             } else {
-                if (!surveyid.isEmpty())
+                if (survey.surveyid != 0)
                     cnnMain->Execute(u"delete * from feedbackobjective where surveyid="_s + surveyid +
                                      u" and respondentid=" + respondentid);
                 cnnMain->Execute(u"delete * from survey where custid="_s + custid);

@@ -43,7 +43,7 @@ private:
     void lstSurvetDates_Click();
     void lstSurvetDates_KeyDown(int key);
     void toDeleteEmptySurvey();
-    void toDeleteQuestionnaire(const SurveyContext& survey, const QString& surveyid, bool isLastOfDate);
+    void toDeleteQuestionnaire(const SurveyKey& survey, const QString& surveyid, bool isLastOfDate);
 
     std::unique_ptr<Ui::frmEditExistingSurvey> ui;
     SurveyLists lists;

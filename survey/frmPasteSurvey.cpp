@@ -80,11 +80,11 @@ void frmPasteSurvey::toRefreshGrid() {
 }
 
 QString frmPasteSurvey::toGetRespondentID(const QString& name) const {
-    return lookedUp([&] { return findRespondent(name, lists.picked().customer); });
+    return respondentIdText(name, lists.picked().customer);
 }
 
 QString frmPasteSurvey::toGetCopiedRespondent(const QString& name) const {
-    return lookedUp([&] { return findRespondent(name, target().customer); });
+    return respondentIdText(name, target().customer);
 }
 
 void frmPasteSurvey::toSaveSurveyID() {
@@ -125,24 +125,21 @@ void frmPasteSurvey::toDeleteCopyDeteails() {
 bool frmPasteSurvey::toSaveTheCopyDetails() {
     return guarded({.form = this}, [this] {
         toReconnect();
-        const SurveyContext source = lists.picked();
         Transaction transaction;
-        const QString respondentid = requireRespondent(target());
-        const QDate date = toDate(target().date);
-        if (!date.isValid())
+        const SurveyKey copy = requireSurveyKey(target());
+        if (!copy.date.isValid())
             throw Refusal(u"No Survey Date selected......Select one and proceed....."_s);
-        requireRespondent(source);
-        const QString surveyid = findSurvey(source.date, source.customer);
-        if (surveyid.isEmpty())
+        const SurveyKey source = requireSurveyKey(lists.picked());
+        if (source.surveyid == 0)
             throw Refusal(u"The survey to import is no longer in the database. Nothing has been changed."_s);
         cnnMain->Execute(u"delete * from copydetails"_s);
         ado::Recordset copydetails;
         copydetails.Open(u"select * from copydetails"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
         copydetails.AddNew();
-        copydetails["custid"] = findCustomer(target().customer);
-        copydetails["sdate"] = date;
-        copydetails["respid"] = respondentid;
-        copydetails["surveyid"] = surveyid;
+        copydetails["custid"] = copy.custid;
+        copydetails["sdate"] = copy.date;
+        copydetails["respid"] = copy.respondentid;
+        copydetails["surveyid"] = source.surveyid;
         copydetails.Update();
         transaction.Commit();
     });
@@ -156,7 +153,7 @@ void frmPasteSurvey::toPasteCopyDetails() {
         if (copydetails.Eof())
             return;
         copydetails.Close();
-        toFillWorkTable([this] { toCopyQuestionnaire(lists.picked(), target()); });
+        toFillWorkTable([this] { copyQuestionnaire(lists.picked(), target()); });
     });
 }
 

@@ -1,8 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "survey/questiongrid.h"
 
+#include "core/base/gblGlobal.h"
 #include "platform/forms/flexgrid.h"
 #include "reference/gridtools.h"
+
+QString respondentIdText(const QString& respondent, const QString& customer) {
+    const int found = lookedUp([&] { return findRespondent(respondent, findCustomer(customer)); });
+    return found == 0 ? QString() : QString::number(found);
+}
 
 void toShowQuestions(forms::MSHFlexGrid* grid, const std::vector<ChosenQuestion>& questions) {
     toEmptyGrid(grid);
@@ -15,6 +21,7 @@ void toShowQuestions(forms::MSHFlexGrid* grid, const std::vector<ChosenQuestion>
 }
 
 void toShowQuestionnaire(forms::MSHFlexGrid* grid, const SurveyContext& survey) {
-    if (!survey.respondent.isEmpty() || findSurvey(survey.date, survey.customer).isEmpty())
-        toShowQuestions(grid, readQuestionnaire(survey));
+    const SurveyKey key = findSurveyKey(survey);
+    if (!survey.respondent.isEmpty() || key.surveyid == 0)
+        toShowQuestions(grid, readQuestionnaire(key));
 }

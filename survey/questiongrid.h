@@ -7,6 +7,9 @@ namespace forms {
 class MSHFlexGrid;
 }
 
+/// The respondentid as text, empty when there is none. A failure is shown and gives the empty text.
+QString respondentIdText(const QString& respondent, const QString& customer);
+
 /// Shows questions in a grid, one a row, and a blank row below.
 void toShowQuestions(forms::MSHFlexGrid* grid, const std::vector<ChosenQuestion>& questions);
 

@@ -21,7 +21,7 @@ void SurveyEditor::toSaveSurveyID() {
 }
 
 std::vector<ChosenQuestion> SurveyEditor::toRewrite() {
-    return toRewriteQuestionnaire(context(), chosenQuestions());
+    return rewriteQuestionnaire(requireSurveyKey(context()), chosenQuestions());
 }
 
 void SurveyEditor::toSaveParamAndQuest() {
@@ -68,7 +68,7 @@ void SurveyEditor::toShowStored() {
     unread = true;
     try {
         toReconnect();
-        const std::vector<ChosenQuestion> stored = readQuestionnaire(context());
+        const std::vector<ChosenQuestion> stored = readQuestionnaire(findSurveyKey(context()));
         unread = false;
         if (stored == chosenQuestions())
             return;
@@ -96,7 +96,7 @@ void SurveyEditor::toMoveRow(int step, bool stays) {
         Transaction transaction;
         if (stays)
             return;
-        toMoveQuestion(context(), questionAt(row), row, step);
+        moveQuestion(requireSurveyKey(context()), questionAt(row), row, step);
         transaction.Commit();
         toRefreshGrid();
         grid->setRow(row + step);

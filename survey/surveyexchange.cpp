@@ -5,6 +5,7 @@
 #include "core/base/reports.h"
 #include "core/base/shell.h"
 #include "platform/forms/msgbox.h"
+#include "survey/questiongrid.h"
 #include "survey/surveyeditor.h"
 
 using namespace Qt::StringLiterals;
@@ -29,13 +30,13 @@ void SurveyEditor::toGetTheLastScoreAndWeightage() {
     setMousePointer(forms::Hourglass);
     guarded({.form = this}, [this] {
         toReconnect();
-        ::toGetTheLastScoreAndWeightage(context(), historyRoad());
+        ::toGetTheLastScoreAndWeightage(findSurveyKey(context()), historyRoad());
         setMousePointer(forms::DefaultPointer);
     });
 }
 
 QString SurveyEditor::toGetRespondentID(const QString& respondent) const {
-    return lookedUp([&] { return findRespondent(respondent, context().customer); });
+    return respondentIdText(respondent, context().customer);
 }
 
 void SurveyEditor::sendmail() {

@@ -41,14 +41,14 @@ void SurveyLists::toFillSurveyDateList(const QDate& leftOut) const {
     guarded({.form = form}, [&] {
         toReconnect();
         lstSurvetDates->Clear();
-        const SurveyContext survey = picked();
-        const QString respondentid = findRespondent(survey.respondent, survey.customer);
-        if (respondentid.isEmpty())
+        const int custid = findCustomer(picked().customer);
+        const int respondentid = findRespondent(picked().respondent, custid);
+        if (respondentid == 0)
             return;
         ado::Recordset existingsurvey;
         existingsurvey.Open(
-            u"select distinct(sdate) from existingsurvey where custid="_s +
-                QString::number(findCustomer(survey.customer)) + u" and respondentid=" + respondentid +
+            u"select distinct(sdate) from existingsurvey where custid="_s + QString::number(custid) +
+                u" and respondentid=" + QString::number(respondentid) +
                 (leftOut.isValid() ? u" and sdate<>#"_s + toSqlDate(leftOut) + u"# " : u""_s) +
                 u" order by sdate asc",
             *cnnMain);

@@ -165,7 +165,7 @@ TEST_F(ExistingTest, anEmptyDateIsDeletedOnlyWithTheCustomersLastQuestions) {
     EXPECT_EQ(storeRows(*cnnMain), before);
     clickEntry(form, "lstSurvetDates", 0);
     press(form, "cmdRemove"); // its last question
-    addScore(ann, question[0], findSurvey(lateText, u"Acme"_s).toInt(), early, 1, 2);
+    addScore(ann, question[0], surveyOf(u"Acme"_s, toDate(lateText)), early, 1, 2);
     before = storeRows(*cnnMain);
     refuse(u"delete on survey"_s);
     pressDelete(lateText, Answer::Yes, u"Error : 19\r\nno"_s);
@@ -233,14 +233,14 @@ TEST_F(ExistingTest, deletingAndCopyingTouchTheRowsThatWereMeantAndNoOthers) {
     run(u"insert into reportlinktable (respondentid, questionid, custid, sdate)"_s + each);
 
     const QString customer = u"Customer 3"_s;
-    const QString annId = findRespondent(u"Ann"_s, customer);
+    const QString annId = QString::number(findRespondent(u"Ann"_s, findCustomer(customer)));
     pickCustomer(edit(), customer);
     for (const auto& [date, entry, alone] :
          {std::tuple(u"15/03/2024"_s, 2, false), {u"15/06/2024"_s, 4, true}}) {
         clickEntry(edit(), "lstSurvetDates", entry);
         const QStringList before = storeRows(*cnnMain);
         pressDelete(date, Answer::No);
-        const QString ofSurvey = u"surveyid="_s + findSurvey(date, customer);
+        const QString ofSurvey = u"surveyid=%1"_s.arg(surveyOf(customer, toDate(date)));
         QStringList meant = alone ? storeRows(*cnnMain, u"survey"_s, ofSurvey) : QStringList();
         for (const char* name :
              {"responquesindex", "reportlinktable", "feedbackobjective", "feedbackdescriptive", "log"}) {
@@ -271,7 +271,7 @@ TEST_F(ExistingTest, deletingAndCopyingTouchTheRowsThatWereMeantAndNoOthers) {
     });
     const QStringList copied = storeRows(*cnnMain);
     const QString row =
-        u"responquesindex|"_s + annId + u"|%1|" + findSurvey(u"15/01/2024"_s, customer) + u"|%2";
+        u"responquesindex|"_s + annId + u"|%1|" + QString::number(surveyOf(customer, {2024, 1, 15})) + u"|%2";
     EXPECT_EQ(goneRows(before, copied), QStringList());
     EXPECT_EQ(goneRows(copied, before), (QStringList{row.arg(4).arg(3), row.arg(5).arg(3)}));
 }

@@ -260,7 +260,7 @@ TEST_F(ExportTest, bothRoadsToTheLastMarks) {
     addScore(bob, question[3], 1, today.addDays(-1), 1, 1);
     run(wordsAsked + u"(3, 5, 7, '2024-01-10', 4), (3, 5, 7, '2024-02-25', 6)");
     for (const HistoryRoad road : {HistoryRoad::OldestFirst, HistoryRoad::NewestFirst}) {
-        toGetTheLastScoreAndWeightage({u"Acme"_s, u"Ann"_s, u"05/03/2024"_s}, road);
+        toGetTheLastScoreAndWeightage(findSurveyKey({u"Acme"_s, u"Ann"_s, u"05/03/2024"_s}), road);
         EXPECT_EQ(
             rows(u"select question, Parameter, Type, weightage, score from reportlinktable order by 1"_s),
             QStringList({u"On time?|Delivery|True||7"_s, u"Sturdy?|Quality|True|5|"_s,

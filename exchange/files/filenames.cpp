@@ -22,25 +22,23 @@ QString conditionOfTitle(const QString& fileName) {
     return u"xlsfilename in ('"_s + stored + u"', '" + plain + u"')";
 }
 
-QString findLoggedFileName(const SurveyContext& survey) {
-    const QString respondentid = findRespondent(survey.respondent, survey.customer);
-    if (respondentid.isEmpty())
+QString findLoggedFileName(const QString& customer, const SurveyKey& survey) {
+    if (survey.respondentid == 0)
         return {};
     ado::Recordset log;
-    log.Open(u"select * from log where custname='"_s + survey.customer + u"' and respid=" + respondentid +
-                 u" and sdate=#" + toSqlDate(toDate(survey.date)) + u"#",
+    log.Open(u"select * from log where custname='"_s + customer + u"' and respid=" +
+                 QString::number(survey.respondentid) + u" and sdate=#" + toSqlDate(survey.date) + u"#",
              *cnnMain);
     return log.Eof() ? QString() : log["xlsfilename"].Text();
 }
 
-QString makeSystemFileName(const SurveyContext& survey) {
-    const QString respondentid = findRespondent(survey.respondent, survey.customer);
-    if (respondentid.isEmpty())
+QString makeSystemFileName(const SurveyKey& survey) {
+    if (survey.respondentid == 0)
         return {};
     ado::Recordset responquery;
-    responquery.Open(u"select * from responquery where custid="_s +
-                         QString::number(findCustomer(survey.customer)) + u" and respondentid=" +
-                         respondentid + u" and sdate=#" + toSqlDate(toDate(survey.date)) + u"#",
+    responquery.Open(u"select * from responquery where custid="_s + QString::number(survey.custid) +
+                         u" and respondentid=" + QString::number(survey.respondentid) + u" and sdate=#" +
+                         toSqlDate(survey.date) + u"#",
                      *cnnMain);
     if (responquery.Eof())
         return {};

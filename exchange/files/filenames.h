@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "survey/questionnaires/questionnaire.h"
+#include "survey/questionnaires/surveykey.h"
 
 // Survey files are known by their bare names; all of them live in the home directory. Failures of the store
 // are thrown as ado::Failure.
@@ -17,12 +17,12 @@ bool isSameTitle(const QString& one, const QString& other);
 QString conditionOfTitle(const QString& fileName);
 
 /// The name under which the register has the survey's file; empty when it was never exported.
-QString findLoggedFileName(const SurveyContext& survey);
+QString findLoggedFileName(const QString& customer, const SurveyKey& survey);
 
 /// The program's own name for the survey's file: surveyid, custid and respondentid put together without a
 /// separator, so that two surveys can come to the same name, and ".xls". Empty for a survey that has no
 /// question.
-QString makeSystemFileName(const SurveyContext& survey);
+QString makeSystemFileName(const SurveyKey& survey);
 
 /// Whether the register has the name, for any customer.
 bool isFileNameLogged(const QString& fileName);

@@ -87,13 +87,13 @@ void toFillDescriptiveMark(const Keys& keys, const QString& questionid, HistoryR
 
 } // namespace
 
-void toGetTheLastScoreAndWeightage(const SurveyContext& survey, HistoryRoad road) {
+void toGetTheLastScoreAndWeightage(const SurveyKey& survey, HistoryRoad road) {
     toFillWorkTable([&] {
         cnnMain->Execute(u"delete * from reportlinktable"_s);
-        const Keys keys{QString::number(findCustomer(survey.customer)),
-                        findRespondent(survey.respondent, survey.customer), toSqlDate(toDate(survey.date))};
-        if (keys.respondentid.isEmpty() || keys.date.isEmpty())
+        if (survey.respondentid == 0 || !survey.date.isValid())
             return;
+        const Keys keys{QString::number(survey.custid), QString::number(survey.respondentid),
+                        toSqlDate(survey.date)};
         toFillQuestions(keys);
         ado::Recordset responquery;
         responquery.Open(selectQuestions(keys) +

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "survey/questionnaires/questionnaire.h"
+#include "survey/questionnaires/surveykey.h"
 
 /// How the answers of earlier surveys are gone through to the latest one. Both ways give the same marks.
 enum class HistoryRoad {
@@ -12,4 +12,4 @@ enum class HistoryRoad {
 /// Makes reportlinktable the survey's questions, each with what the respondent gave it in the latest survey
 /// before this one. A 0 there, or no answer, leaves the mark Null; no older survey is asked. Throws
 /// ado::Failure; what was filled before it stays.
-void toGetTheLastScoreAndWeightage(const SurveyContext& survey, HistoryRoad road);
+void toGetTheLastScoreAndWeightage(const SurveyKey& survey, HistoryRoad road);

@@ -7,12 +7,10 @@
 using namespace Qt::StringLiterals;
 using Lock = ado::Recordset::Lock;
 
-void resetLogStatus(const QString& respondentid, const QString& date) {
-    if (respondentid.isEmpty())
-        return;
+void resetLogStatus(const SurveyKey& survey) {
     ado::Recordset log;
-    log.Open(u"select * from log where respid="_s + respondentid + u" and sdate=#" + toSqlDate(toDate(date)) +
-                 u"#",
+    log.Open(u"select * from log where respid="_s + QString::number(survey.respondentid) + u" and sdate=#" +
+                 toSqlDate(survey.date) + u"#",
              *cnnMain, Lock::Optimistic);
     if (log.Eof())
         return;
@@ -20,24 +18,21 @@ void resetLogStatus(const QString& respondentid, const QString& date) {
     log.Update();
 }
 
-void writeLogRow(const SurveyContext& survey, const QString& fileName) {
-    const QDate date = toDate(survey.date);
-    const QString surveyid = findSurvey(survey.date, survey.customer);
-    const QString respid = requireRespondent(survey);
+void writeLogRow(const SurveyContext& survey, const SurveyKey& key, const QString& fileName) {
     ado::Recordset log;
     log.Open(u"select * from log where custname='"_s + survey.customer + u"' and respname='" +
-                 survey.respondent + u"' and xlsfilename='" + fileName + u"' and sdate=#" + toSqlDate(date) +
-                 u"#",
+                 survey.respondent + u"' and xlsfilename='" + fileName + u"' and sdate=#" +
+                 toSqlDate(key.date) + u"#",
              *cnnMain, Lock::Optimistic);
     if (log.Eof())
         log.AddNew();
     log["custname"] = survey.customer;
     log["respname"] = survey.respondent;
     log["xlsfilename"] = fileName;
-    log["sdate"] = date;
-    if (!surveyid.isEmpty())
-        log["surveyid"] = surveyid;
-    log["respid"] = respid;
+    log["sdate"] = key.date;
+    if (key.surveyid != 0)
+        log["surveyid"] = key.surveyid;
+    log["respid"] = key.respondentid;
     log.Update();
 }
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "survey/questionnaires/questionnaire.h"
+#include "survey/questionnaires/surveykey.h"
 
 #include <QDate>
 
@@ -9,12 +9,11 @@
 
 // Table log, the register of survey files. Failures of the store are thrown as ado::Failure.
 
-/// The survey's file counts as not read in. Date: dd/mm/yyyy.
-void resetLogStatus(const QString& respondentid, const QString& date);
+/// The survey's file counts as not read in.
+void resetLogStatus(const SurveyKey& survey);
 
 /// Enters the survey's file in the register, or writes its row anew; whether it has been read in stays.
-/// Throws Refusal for an unknown customer or respondent.
-void writeLogRow(const SurveyContext& survey, const QString& fileName);
+void writeLogRow(const SurveyContext& survey, const SurveyKey& key, const QString& fileName);
 
 /// The file counts as read in, when the register has it.
 void setLogStatus(const QString& fileName);

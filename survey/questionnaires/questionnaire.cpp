@@ -9,25 +9,11 @@ using Lock = ado::Recordset::Lock;
 
 namespace {
 
-QString custidOf(const QString& customer) {
-    return QString::number(findCustomer(customer));
-}
-
-QString selectSurvey(const QDate& date, const QString& custid) {
-    return u"select * from survey where sdate=#"_s + toSqlDate(date) + u"# and custid=" + custid;
-}
-
 /// The field of the first record that a select gives, as text; empty without a record.
-QString toLookUp(const QString& sql, const char* field) {
+QString lookUp(const QString& sql, const char* field) {
     ado::Recordset records;
     records.Open(sql, *cnnMain);
     return records.Eof() ? QString() : records[field].Text();
-}
-
-QString toLookUpRespondent(const SurveyContext& survey) {
-    return toLookUp(u"select * from respondent where respondentname='"_s + survey.respondent +
-                        u"' and custid=" + custidOf(survey.customer),
-                    "respondentid");
 }
 
 void refuseGone(const ChosenQuestion& question) {
@@ -45,111 +31,90 @@ struct Questionnaires : ado::Recordset {
     Questionnaires() { Open(u"select * from responquesindex"_s, *cnnMain, Lock::Optimistic); }
 };
 
-void toAddQuestion(ado::Recordset& responquesindex, const QString& respondentid, const QVariant& questionid,
-                   const QString& surveyid, int position) {
+void addQuestion(ado::Recordset& responquesindex, const SurveyKey& survey, const QVariant& questionid,
+                 int position) {
     responquesindex.AddNew();
-    responquesindex["respondentid"] = respondentid;
+    responquesindex["respondentid"] = survey.respondentid;
     responquesindex["questionid"] = questionid;
-    responquesindex["surveyid"] = surveyid;
+    responquesindex["surveyid"] = survey.surveyid;
     responquesindex["Order"] = position;
     responquesindex.Update();
 }
 
 } // namespace
 
-QString findSurvey(const QString& date, const QString& customer) {
-    const QDate day = toDate(date);
-    return day.isValid() ? toLookUp(selectSurvey(day, custidOf(customer)), "surveyid") : QString();
-}
-
-QString findRespondent(const QString& respondent, const QString& customer) {
-    return toLookUp(u"select * from custresp where custid="_s + custidOf(customer) +
-                        u" and respondentname='" + respondent + u"'",
-                    "respondentid");
-}
-
-QString requireRespondent(const SurveyContext& survey) {
-    requireCustomers({survey.customer});
-    QString respondentid = findRespondent(survey.respondent, survey.customer);
-    if (!respondentid.isEmpty())
-        return respondentid;
-    if (survey.respondent.isEmpty())
-        throw Refusal(u"No respondent is selected. Nothing has been changed."_s);
-    throw Refusal(u"The respondent "_s + survey.respondent + u" of " + survey.customer +
-                  u" is no longer in the database. Nothing has been changed.");
-}
-
-void addSurvey(const SurveyContext& survey) {
-    const int custid = requireCustomers({survey.customer}).front();
-    const QDate date = toDate(survey.date);
-    if (!date.isValid())
+SurveyKey addSurvey(const SurveyContext& survey) {
+    SurveyKey key = findSurveyKey(survey);
+    if (key.custid == 0)
+        requireCustomers({survey.customer}); // throws
+    if (!key.date.isValid())
         throw Refusal(u"No Survey Date selected......Select one and proceed....."_s);
+    if (key.surveyid != 0)
+        return key;
     ado::Recordset surveys;
-    surveys.Open(selectSurvey(date, QString::number(custid)), *cnnMain, Lock::Optimistic);
-    if (!surveys.Eof())
-        return;
+    surveys.Open(u"select * from survey where sdate=#"_s + toSqlDate(key.date) + u"# and custid=" +
+                     QString::number(key.custid),
+                 *cnnMain, Lock::Optimistic);
     surveys.AddNew();
-    surveys["sdate"] = date;
-    surveys["custid"] = custid;
+    surveys["sdate"] = key.date;
+    surveys["custid"] = key.custid;
     surveys.Update();
+    key.surveyid = surveys["surveyid"].Value().toInt();
+    return key;
 }
 
-std::vector<ChosenQuestion> readQuestionnaire(const SurveyContext& survey) {
-    const QString surveyid = findSurvey(survey.date, survey.customer);
-    const QString respondentid = surveyid.isEmpty() ? QString() : toLookUpRespondent(survey);
+std::vector<ChosenQuestion> readQuestionnaire(const SurveyKey& survey) {
     std::vector<ChosenQuestion> questions;
-    if (respondentid.isEmpty())
+    if (survey.surveyid == 0 || survey.respondentid == 0)
         return questions;
     ado::Recordset responquery;
-    responquery.Open(u"select * from responquery where respondentid="_s + respondentid + u" and surveyid=" +
-                         surveyid + u" order by responquery.order",
+    responquery.Open(u"select * from responquery where respondentid="_s +
+                         QString::number(survey.respondentid) + u" and surveyid=" +
+                         QString::number(survey.surveyid) + u" order by responquery.order",
                      *cnnMain);
     for (; !responquery.Eof(); responquery.MoveNext())
         questions.push_back({responquery["parametername"].Text(), responquery["question"].Text()});
     return questions;
 }
 
-std::vector<ChosenQuestion> toRewriteQuestionnaire(const SurveyContext& survey,
-                                                   const std::vector<ChosenQuestion>& questions) {
-    const QString respondentid = requireRespondent(survey);
-    const QString surveyid = findSurvey(survey.date, survey.customer);
-    if (!surveyid.isEmpty())
-        cnnMain->Execute(u"delete * from responquesindex where respondentid="_s + respondentid +
-                         u" and surveyid=" + surveyid);
+std::vector<ChosenQuestion> rewriteQuestionnaire(const SurveyKey& survey,
+                                                 const std::vector<ChosenQuestion>& questions) {
+    cnnMain->Execute(u"delete * from responquesindex where respondentid="_s +
+                     QString::number(survey.respondentid) + u" and surveyid=" +
+                     QString::number(survey.surveyid));
     Questionnaires added;
     QString questionid; // of the question before
     int position = 0;
     std::vector<ChosenQuestion> leftOut;
     for (const ChosenQuestion& chosen : questions) {
-        const QString found = toLookUp(u"select * from  param where question='"_s + chosen.question +
-                                           u"' and parametername='" + chosen.parameter + u"'",
-                                       "questionid");
+        const QString found = lookUp(u"select * from  param where question='"_s + chosen.question +
+                                         u"' and parametername='" + chosen.parameter + u"'",
+                                     "questionid");
         if (!found.isEmpty())
             questionid = found;
         if (questionid.isEmpty())
             leftOut.push_back(chosen);
         else
-            toAddQuestion(added, respondentid, questionid, surveyid, ++position);
+            addQuestion(added, survey, questionid, ++position);
     }
     return leftOut;
 }
 
-void toMoveQuestion(const SurveyContext& survey, const ChosenQuestion& question, int position, int step) {
-    requireRespondent(survey);
-    const QString respondentid = toLookUpRespondent(survey);
+void moveQuestion(const SurveyKey& survey, const ChosenQuestion& question, int position, int step) {
+    const QString respondentid = QString::number(survey.respondentid);
     const QString paramid =
-        toLookUp(u"select * from parameter where parametername='"_s + question.parameter + u"'", "paramid");
+        lookUp(u"select * from parameter where parametername='"_s + question.parameter + u"'", "paramid");
     if (paramid.isEmpty() && !question.parameter.isEmpty()) // the blank row is the store's to refuse
         refuseGone(question);
-    const QString questionid = toLookUp(u"select * from questions where Question='"_s + question.question +
-                                            u"' and paramid=" + paramid,
-                                        "questionid");
+    const QString questionid = lookUp(u"select * from questions where Question='"_s + question.question +
+                                          u"' and paramid=" + paramid,
+                                      "questionid");
     if (questionid.isEmpty())
         refuseGone(question);
     const QString ofRow = u" from ResponQuesIndex where respondentid="_s + respondentid +
                           u" and questionid=" + questionid + u" and ResponQuesIndex.order=" +
                           QString::number(position);
-    if (toLookUp(u"select *"_s + ofRow, "questionid").isEmpty()) // it would be in the questionnaire twice
+    if (lookUp(u"select *"_s + ofRow, "questionid").isEmpty()) // it would be in the questionnaire twice
         refuseUnnumbered();
     cnnMain->Execute(u"delete *"_s + ofRow);
     ado::Recordset neighbour;
@@ -158,34 +123,34 @@ void toMoveQuestion(const SurveyContext& survey, const ChosenQuestion& question,
                    *cnnMain, Lock::Optimistic);
     if (neighbour.Eof())
         refuseUnnumbered();
-    const QString surveyid = neighbour["surveyid"].Text();
+    SurveyKey neighbours = survey;
+    neighbours.surveyid = neighbour["surveyid"].Value().toInt();
     neighbour["Order"] = neighbour["Order"].Value().toInt() - step;
     neighbour.Update();
     neighbour.Close();
     Questionnaires added;
-    toAddQuestion(added, respondentid, questionid, surveyid, position + step);
+    addQuestion(added, neighbours, questionid, position + step);
 }
 
-void toCopyQuestionnaire(const SurveyContext& source, const SurveyContext& target) {
-    const QString respondentid = requireRespondent(target);
-    const QString custid = custidOf(target.customer);
-    const QString sourceRespondent = requireRespondent(source);
-    addSurvey(target);
+void copyQuestionnaire(const SurveyContext& source, const SurveyContext& target) {
+    SurveyKey to = requireSurveyKey(target);
+    const SurveyKey from = requireSurveyKey(source);
+    to.surveyid = addSurvey(target).surveyid;
     ado::Recordset copied;
-    copied.Open(u"select * from responquery where custid="_s + custidOf(source.customer) + u" and sdate=#" +
-                    toSqlDate(toDate(source.date)) + u"# and respondentid=" + sourceRespondent,
+    copied.Open(u"select * from responquery where custid="_s + QString::number(from.custid) +
+                    u" and sdate=#" + toSqlDate(from.date) + u"# and respondentid=" +
+                    QString::number(from.respondentid),
                 *cnnMain);
     const int position = copied.RecordCount() + 1; // takes all records before the first is added
-    const QString surveyid = findSurvey(target.date, target.customer);
     Questionnaires added;
     for (; !copied.Eof(); copied.MoveNext()) {
         ado::Recordset present;
         present.Open(u"select * from responquery where parametername='"_s + copied["parametername"].Text() +
                          u"' and question='" + copied["question"].Text() + u"' and respondentid=" +
-                         respondentid + u" and custid=" + custid + u" and sdate=#" +
-                         toSqlDate(toDate(target.date)) + u"#",
+                         QString::number(to.respondentid) + u" and custid=" + QString::number(to.custid) +
+                         u" and sdate=#" + toSqlDate(to.date) + u"#",
                      *cnnMain);
         if (present.Eof())
-            toAddQuestion(added, respondentid, copied["questionid"].Value(), surveyid, position);
+            addQuestion(added, to, copied["questionid"].Value(), position);
     }
 }

@@ -32,10 +32,15 @@ protected:
                     addQuestion(quality, QStringLiteral("What else?"), false)};
     }
 
+    /// The surveyid of a customer's survey, 0 for none.
+    static int surveyOf(const QString& customer, const QDate& date) {
+        return findSurveyKey({customer, {}, ado::toText(date)}).surveyid;
+    }
+
     /// A survey in which the respondent has these questions of the catalogue.
     void addStored(int respondentid, const QDate& date, std::vector<int> questions) {
-        const QString found = findSurvey(date.toString(ado::dateTextFormat), QStringLiteral("Acme"));
-        const int surveyid = found.isEmpty() ? addSurvey(acme, date) : found.toInt();
+        const int found = surveyOf(QStringLiteral("Acme"), date);
+        const int surveyid = found == 0 ? addSurvey(acme, date) : found;
         for (int& number : questions)
             number = question.at(static_cast<std::size_t>(number));
         addQuestionnaire(respondentid, surveyid, questions);
