@@ -1,29 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/MDIMain.h"
 
-#include "analysis/frmDateToDate.h"
-#include "analysis/frmDtoDActionPlan.h"
-#include "analysis/frmDtoDSatisfactionOverview.h"
-#include "analysis/frmPerformanceMatrix.h"
-#include "analysis/frmSatisfactionIndex.h"
+#include "core/base/busy.h"
 #include "core/base/gblGlobal.h"
 #include "core/base/pictures.h"
-#include "core/frmAboutUs.h"
 #include "core/menus.h"
-#include "exchange/frmLogDetails.h"
-#include "exchange/frmReading.h"
-#include "exchange/frmSetting.h"
 #include "feedback/frmFeedBackObj.h"
 #include "improvement/frmImprovementPlan.h"
-#include "platform/desktop/opener.h"
 #include "platform/desktop/windowstate.h"
 #include "platform/forms/form.h"
-#include "platform/forms/msgbox.h"
-#include "reference/frmCustomer.h"
-#include "reference/frmParameter.h"
-#include "search/frmSearch.h"
-#include "survey/frmEditExistingSurvey.h"
-#include "survey/frmSelectSurvey.h"
 
 #include <QAction>
 #include <QApplication>
@@ -45,6 +30,18 @@ MDIMain* mainWindow = nullptr;
 
 QString text(const char* ascii) {
     return QString::fromLatin1(ascii);
+}
+
+QAction* makeAction(const MenuEntry& entry, QObject* owner) {
+    auto* action = new QAction(text(entry.caption), owner);
+    action->setObjectName(text(entry.name));
+    action->setShortcut(QKeySequence(text(entry.shortcut)));
+    action->setSeparator(!entry.run);
+    action->setEnabled(entry.state == MenuEntry::State::Open);
+    action->setVisible(entry.state != MenuEntry::State::Hidden);
+    if (entry.run)
+        QObject::connect(action, &QAction::triggered, owner, entry.run);
+    return action;
 }
 
 /// The style of the desktop with a picture of ours for the menus that find no room: for its own each start
@@ -101,29 +98,18 @@ MDIMain::~MDIMain() {
 }
 
 void MDIMain::makeMenus() {
-    using enum MenuEntry::State;
     std::map<QString, QMenu*> menus;
     for (const MenuEntry& entry : menuEntries()) {
         QMenu* parent = *entry.parent ? menus.at(text(entry.parent)) : nullptr;
-        if (entry.state == Menu || entry.state == HiddenMenu) {
-            QMenu* menu =
-                parent ? parent->addMenu(text(entry.caption)) : menuBar()->addMenu(text(entry.caption));
-            menu->setObjectName(text(entry.name));
-            menu->menuAction()->setVisible(entry.state == Menu);
-            menus[text(entry.name)] = menu;
+        QWidget* within = parent ? static_cast<QWidget*>(parent) : menuBar();
+        if (!entry.isMenu()) {
+            within->addAction(makeAction(entry, this));
             continue;
         }
-        auto* action = new QAction(text(entry.caption), this);
-        action->setObjectName(text(entry.name));
-        action->setShortcut(QKeySequence(text(entry.shortcut)));
-        action->setSeparator(entry.caption[0] == '-');
-        action->setEnabled(entry.state == Open);
-        action->setVisible(entry.state != Hidden);
-        connect(action, &QAction::triggered, this, [this, name = text(entry.name)] { runEntry(name); });
-        if (parent)
-            parent->addAction(action);
-        else
-            menuBar()->addAction(action);
+        QMenu* menu = parent ? parent->addMenu(text(entry.caption)) : menuBar()->addMenu(text(entry.caption));
+        menu->setObjectName(text(entry.name));
+        menu->menuAction()->setVisible(entry.state == MenuEntry::State::Menu);
+        menus[text(entry.name)] = menu;
     }
 }
 
@@ -132,37 +118,21 @@ void MDIMain::makeToolbar() {
     tlbHold->setObjectName(u"tlbHold"_s);
     tlbHold->setMovable(false);
     setContextMenuPolicy(Qt::NoContextMenu); // else the bar could be hidden for good
-    const auto addButton = [&](const char* key, const char* toolTip, const char* pictureName) {
+    for (const ToolbarButton& entry : toolbarButtons()) {
         auto* button = new QToolButton(tlbHold);
-        button->setObjectName(text(key));
-        button->setToolTip(text(toolTip));
-        button->setAccessibleName(text(toolTip));
-        button->setIcon(picture(text(pictureName)));
+        button->setObjectName(text(entry.name));
+        button->setToolTip(text(entry.toolTip));
+        button->setAccessibleName(text(entry.toolTip));
+        button->setIcon(picture(text(entry.picture)));
+        connect(button, &QToolButton::clicked, this, entry.run);
+        if (!entry.dropDown.empty()) {
+            button->setPopupMode(QToolButton::MenuButtonPopup);
+            button->setMenu(new QMenu(button));
+        }
+        for (const MenuEntry& below : entry.dropDown)
+            button->menu()->addAction(makeAction(below, button->menu()));
         tlbHold->addWidget(button);
-        return button;
-    };
-    QToolButton* customer = addButton("Customer", "Open Form", "form");
-    customer->setPopupMode(QToolButton::MenuButtonPopup);
-    auto* menu = new QMenu(customer);
-    for (const ButtonMenu& entry : customerButtonMenus()) {
-        QAction* action = menu->addAction(text(entry.caption));
-        action->setObjectName(u"tlb"_s + text(entry.key));
-        action->setSeparator(entry.caption[0] == '-');
-        action->setEnabled(entry.enabled);
-        connect(action, &QAction::triggered, this, [this, key = text(entry.key)] { toolbarMenu(key); });
     }
-    customer->setMenu(menu);
-    connect(customer, &QToolButton::clicked, this,
-            [this] { openForm(false, true, [this] { openCustomer(); }); });
-
-    connect(addButton("Close", "Close Form", "close"), &QToolButton::clicked, this, [] {
-        frmCustomer::unload();
-        frmParameter::unload();
-        frmFeedBackObj::unload();
-        frmImprovementPlan::unload();
-    });
-    connect(addButton("terminate", "End Project", "terminate"), &QToolButton::clicked, this,
-            [] { toEndProgram(); });
 }
 
 void MDIMain::setMousePointer(int shape) {
@@ -175,87 +145,6 @@ void MDIMain::setMousePointer(int shape) {
     pointer = shape;
 }
 
-void MDIMain::openForm(bool withWord, bool clearsWord, const std::function<void()>& open) {
-    setMousePointer(forms::Hourglass);
-    if (withWord)
-        toShowStatus(u"Opening Form..."_s);
-    open();
-    if (clearsWord)
-        toShowStatus({});
-    setMousePointer(forms::DefaultPointer);
-}
-
-void MDIMain::openCustomer() {
-    frmCustomer& form = frmCustomer::instance();
-    form.Show();
-    if (form.txtCustomerDtls()->isVisible())
-        form.txtCustomerDtls()->setFocus();
-}
-
-void MDIMain::openParameter() {
-    frmParameter& form = frmParameter::instance();
-    form.Show();
-    form.toFocusParameter();
-}
-
-void MDIMain::runEntry(const QString& name) {
-    if (name == u"mnuCusAndResp") {
-        openForm(true, true, [this] {
-            frmParameter::unload();
-            openCustomer();
-        });
-    } else if (name == u"mnuPrameter") {
-        openForm(true, true, [this] {
-            frmCustomer::unload();
-            openParameter();
-        });
-    } else if (name == u"mnuSettings") {
-        openForm(false, false, [] { frmSetting::instance().Show(); });
-    } else if (name == u"mnuExit") {
-        close();
-    } else if (name == u"mnuNewSurvey") {
-        openForm(true, true, [] { frmSelectSurvey::instance().Show(); });
-    } else if (name == u"mnuEmailSurveys") {
-        openForm(true, true, [] { frmLogDetails::instance().Show(); });
-    } else if (name == u"mnuReadMultipleFiles") {
-        openForm(false, false, [] {
-            blnExistingSurvey = false;
-            frmReading::instance().Show();
-        });
-    } else if (name == u"mnuEditSurvey") {
-        openForm(true, true, [] { frmEditExistingSurvey::instance().Show(); });
-    } else if (name == u"mnuObjective") {
-        openForm(true, true, [] {
-            frmFeedBackObj& form = frmFeedBackObj::instance();
-            form.Show();
-            if (form.txtDtls()->isVisible())
-                form.txtDtls()->setFocus();
-        });
-    } else if (name == u"mnuSurveyResponseAnalysis") {
-        openForm(true, true, [] { frmDateToDate::instance().Show(); });
-    } else if (name == u"mnuSatisfactionOverviewAnalysis") {
-        openForm(true, true, [] { frmDtoDSatisfactionOverview::instance().Show(); });
-    } else if (name == u"mnuImprovementPlanAnalysis") {
-        openForm(false, false, [] { frmDtoDActionPlan::instance().Show(); });
-    } else if (name == u"mnuSatisfactionIndex") {
-        openForm(true, true, [] { frmSatisfactionIndex::instance().Show(); });
-    } else if (name == u"mnuPerformanceMatrix") {
-        openForm(true, true, [] { frmPerformanceMatrix::instance().Show(); });
-    } else if (name == u"mnuImprovementPlan") {
-        openForm(true, true, [] { frmImprovementPlan::instance().Show(); });
-    } else if (name == u"mnuSearch") {
-        openForm(true, true, [] { frmSearch::instance().Show(); });
-    } else if (name == u"mnuGettingStarted") {
-        mnuGettingStarted();
-    } else if (name == u"mnuGWLHelp") {
-        showHelp(11, 0);
-    } else if (name == u"mnuAbout") {
-        openForm(false, false, [] { frmAboutUs::instance().Show(); });
-    } else {
-        popupEntry(name);
-    }
-}
-
 void MDIMain::PopupMenu(const QPoint& globalPosition) {
     findChild<QMenu*>(u"mnuEdit"_s)->popup(globalPosition);
 }
@@ -266,45 +155,6 @@ void MDIMain::showHit(const SearchHit& hit) {
         frmImprovementPlan::instance().Show();
     else
         frmFeedBackObj::instance().Show();
-}
-
-void MDIMain::popupEntry(const QString& name) {
-    frmImprovementPlan& form = frmImprovementPlan::instance();
-    if (name == u"mnuDelete") {
-        if (forms::msgBox(u"Do you want to delete"_s, forms::style::yesNo + forms::style::secondButton,
-                          u"Gaugewell v2.1"_s) == forms::Answer::Yes) {
-            form.toDeleteActionForSelectedCustomer();
-            form.toFillListView();
-        }
-    } else if (name == u"mnucomplete") {
-        form.intStatus = 1;
-        form.toupdateStatus();
-    } else if (name == u"mnunotcomplete") {
-        form.intStatus = 2;
-        form.toupdateStatus();
-    }
-}
-
-void MDIMain::toolbarMenu(const QString& key) {
-    openForm(true, true, [&] {
-        if (key == u"Customer")
-            openCustomer();
-        else if (key == u"Parameter")
-            openParameter();
-        else if (key == u"ObjAndDesc")
-            frmFeedBackObj::instance().Show();
-        else if (key == u"Improvement")
-            frmImprovementPlan::instance().Show();
-    });
-}
-
-void MDIMain::mnuGettingStarted() {
-    constexpr int smallestSuccess = 33;
-    const QString show = homeDirectory() + u"/gettingstarted.pps";
-    if (desktop::openFile(show) < smallestSuccess)
-        forms::msgBox(u"Error running "_s + show +
-                          u"...\r\nPlease ensure that you have MS PowerPoint installed.",
-                      forms::style::information, u"Gaugwell"_s);
 }
 
 void MDIMain::closeEvent(QCloseEvent* event) {
@@ -325,10 +175,9 @@ void MDIMain::showStatus(const QString& word) {
 }
 
 void MDIMain::showHelp(int command, int context) {
-    setMousePointer(forms::Hourglass);
+    const Busy opening;
     CommonDialog1.HelpFile = homeDirectory() + u"/GWL HELP 2.1.HLP";
     CommonDialog1.HelpCommand = command;
     CommonDialog1.HelpContext = context;
     CommonDialog1.ShowHelp();
-    setMousePointer(forms::DefaultPointer);
 }

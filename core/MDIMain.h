@@ -6,10 +6,7 @@
 
 #include <QMainWindow>
 
-#include <functional>
-
 class QMdiArea;
-class QToolButton;
 
 /// The main window: menus, toolbar, status bar and the area in which all other forms live.
 class MDIMain : public QMainWindow, public Shell {
@@ -31,6 +28,7 @@ public:
     forms::StatusBar* stsBar;
 
     void showStatus(const QString& word) override;
+    int MousePointer() const override { return pointer; }
     void setMousePointer(int shape) override;
     void showHelp(int command, int context) override;
     /// The menu mnuEdit.
@@ -47,14 +45,6 @@ private:
     MDIMain();
     void makeMenus();
     void makeToolbar();
-    /// hourglass, word in the status bar if told so, the step, word cleared, pointer back
-    void openForm(bool withWord, bool clearsWord, const std::function<void()>& open);
-    void runEntry(const QString& name);
-    void toolbarMenu(const QString& key);
-    void popupEntry(const QString& name);
-    void openCustomer();
-    void openParameter();
-    void mnuGettingStarted();
 
     QMdiArea* area;
     int pointer = 0;

@@ -1,24 +1,30 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <vector>
+#include <span>
 
 /// One entry of the main window's menus, in the order in which they stand.
 struct MenuEntry {
+    enum class State { Menu, HiddenMenu, Open, Hidden };
+
     const char* name;
-    const char* parent;  ///< empty: on the menu bar
-    const char* caption; ///< "-" for a separator
-    const char* shortcut;
-    enum class State { Menu, Open, Later, HiddenMenu, Hidden } state;
-    // Menu: holds entries. Open: can be used. Later: stands disabled. Hidden: not shown.
+    const char* parent = "";  ///< empty: on the menu bar
+    const char* caption = ""; ///< "-" for a separator
+    const char* shortcut = "";
+    State state = State::Open; ///< Menu: holds entries. Open: can be used. Hidden: not shown.
+    void (*run)() = nullptr;   ///< null for menus and separators
+
+    bool isMenu() const { return state == State::Menu || state == State::HiddenMenu; }
 };
 
-/// An entry of the drop-down of the toolbar's first button.
-struct ButtonMenu {
-    const char* key;
-    const char* caption;
-    bool enabled;
+/// A button of the toolbar.
+struct ToolbarButton {
+    const char* name;
+    const char* toolTip;
+    const char* picture;
+    void (*run)();
+    std::span<const MenuEntry> dropDown = {};
 };
 
-const std::vector<MenuEntry>& menuEntries();
-const std::vector<ButtonMenu>& customerButtonMenus();
+std::span<const MenuEntry> menuEntries();
+std::span<const ToolbarButton> toolbarButtons();

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/base/backup.h"
 
+#include "core/base/busy.h"
 #include "core/base/gblGlobal.h"
-#include "core/base/shell.h"
 #include "platform/desktop/ownerfile.h"
 #include "platform/forms/clock.h"
-#include "platform/forms/screen.h"
 
 #include <QDir>
 #include <QRegularExpression>
@@ -18,17 +17,6 @@ namespace {
 
 constexpr qsizetype mostKept = 10;
 bool copied = false;
-
-struct HourglassWhile {
-    HourglassWhile() { show(forms::Hourglass); }
-    HourglassWhile(const HourglassWhile&) = delete;
-    HourglassWhile& operator=(const HourglassWhile&) = delete;
-    ~HourglassWhile() { show(forms::DefaultPointer); }
-    static void show(int pointer) {
-        if (Shell* shell = Shell::current())
-            shell->setMousePointer(pointer);
-    }
-};
 
 QDir backupFolder(const QString& databasePath) {
     return {QFileInfo(databasePath).absoluteDir().filePath(u"backup"_s)};
@@ -73,7 +61,7 @@ bool isEmptyStore() {
 void toBackupBeforeLoss() {
     if (copied || isEmptyStore())
         return;
-    const HourglassWhile copying;
+    const Busy copying;
     const QDir folder = backupFolder(strDatabasePath);
     desktop::makeOwnersFolder(folder.path());
     const QStringList copies = copiesIn(folder);

@@ -11,11 +11,22 @@ Busy::Busy(forms::Form& form, const QString& word)
         say(word);
 }
 
+Busy::Busy(const QString& word) {
+    if (Shell* shell = Shell::current()) {
+        ofShell = shell->MousePointer() == forms::DefaultPointer;
+        shell->setMousePointer(forms::Hourglass);
+    }
+    if (!word.isEmpty())
+        say(word);
+}
+
 Busy::~Busy() {
     if (hasWord)
         toShowStatus({});
     if (shown && hasPointer)
         shown->setMousePointer(forms::DefaultPointer);
+    if (Shell* shell = Shell::current(); shell && ofShell)
+        shell->setMousePointer(forms::DefaultPointer);
 }
 
 void Busy::say(const QString& word) {

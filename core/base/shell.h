@@ -28,6 +28,7 @@ public:
 
     /// The word in panel 1 of the status bar; an empty text clears it.
     virtual void showStatus(const QString& word) = 0;
+    virtual int MousePointer() const = 0;
     virtual void setMousePointer(int shape) = 0;
     /// Command 1 shows the topic of that context number, 11 the contents.
     virtual void showHelp(int command, int context) = 0;
