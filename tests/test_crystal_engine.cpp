@@ -6,6 +6,7 @@
 #include "platform/crystal/pageview.h"
 #include "platform/crystal/previewwindow.h"
 #include "tests/support/pdftext.h"
+#include "tests/support/replaced.h"
 
 #include <QAction>
 #include <QApplication>
@@ -32,9 +33,7 @@ protected:
         report.DataFiles(0) = directory.filePath(u"store.mdb"_s);
         report.ReportFileName = directory.filePath(u"visit.rpt"_s);
         report.Formulas(0) = u"CompanyName='O'Hara & Sons'"_s;
-        crystal::previewSeat = [this](const auto& shown, const QString&, int) { run = shown; };
     }
-    void TearDown() override { crystal::previewSeat = crystal::PreviewWindow::show; }
 
     void makeStore(const QByteArray& content) const {
         ado::createStore(directory.filePath(u"store.mdb"_s),
@@ -164,7 +163,7 @@ TEST_F(CrystalTest, thePreviewTurnsPagesPrintsAndSaves) {
     writeLayout(guestColumn);
     QElapsedTimer timer;
     timer.start();
-    crystal::previewSeat = crystal::PreviewWindow::show;
+    const Replaced<crystal::previewSeat> real(crystal::PreviewWindow::show);
     ASSERT_EQ(failure().toStdString(), "");
     EXPECT_LT(timer.elapsed(), 2000);
     QPointer<QMainWindow> window = qobject_cast<QMainWindow*>(QApplication::topLevelWidgets().value(0));
@@ -180,16 +179,16 @@ TEST_F(CrystalTest, thePreviewTurnsPagesPrintsAndSaves) {
     EXPECT_EQ(box->value(), 2);
 
     QString saved = directory.filePath(u"saved.pdf"_s);
-    crystal::pdfFileSeat = [&](QWidget*, const QString&) { return saved; };
+    const Replaced<crystal::pdfFileSeat> file([&](QWidget*, const QString&) { return saved; });
     press("save");
     const QStringList savedPages = pdfPages(saved);
     EXPECT_EQ(savedPages.size(), last);
     const QString printed = directory.filePath(u"printed.pdf"_s);
-    crystal::printerSeat = [&](QWidget*, QPrinter& printer) {
+    const Replaced<crystal::printerSeat> dialog([&](QWidget*, QPrinter& printer) {
         printer.setOutputFileName(printed);
         printer.setFromTo(2, 3);
         return true;
-    };
+    });
     press("print");
     EXPECT_EQ(pdfPages(printed).join(u'\n'), savedPages.mid(1, 2).join(u'\n'));
     saved = directory.filePath(u"no/such.pdf"_s);

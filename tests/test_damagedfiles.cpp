@@ -43,10 +43,10 @@ TEST_F(SurveyTest, damagedSurveyFilesWriteTheirOwnAnswersOrNothing) {
     };
     const QStringList before = others();
     int told = 0, good = 0, foreign = 0;
-    forms::messageSeat = [&](const forms::Message& message) {
+    const Replaced<forms::messageSeat> agrees([&](const forms::Message& message) {
         ++told;
         return message.style & forms::style::yesNo ? forms::Answer::Yes : forms::Answer::Ok;
-    };
+    });
     runRaw(u"pragma synchronous = off"_s);
     QRandomGenerator random(20240305);
     alarm(120); // seconds until a file that hangs ends the test

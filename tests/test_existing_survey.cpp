@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/MDIMain.h"
-#include "platform/crystal/previewwindow.h"
+#include "platform/crystal/crystalreport.h"
 #include "survey/frmEditExistingSurvey.h"
 #include "survey/frmPasteSurvey.h"
 #include "tests/support/storecompare.h"
@@ -78,10 +78,10 @@ TEST_F(ExistingTest, withoutADateNothingIsChanged) {
     addStored(ann, early, {2});
     bring(u"rptrating.rpt"_s);
     QString title;
-    crystal::previewSeat = [&](const auto&, const QString& text, int) { title = text; };
+    const Replaced<crystal::previewSeat> preview(
+        [&](const auto&, const QString& text, int) { title = text; });
     frmEditExistingSurvey& form = edit();
     press(form, "cmdPrint");
-    crystal::previewSeat = crystal::PreviewWindow::show;
     EXPECT_EQ(title, u"Customer Satisfaction Survey Report"_s);
     EXPECT_EQ(rows(u"select sdate, question from reportlinktable"_s), QStringList{u"31/01/2024|Overall?"_s});
 

@@ -5,9 +5,10 @@
 #include "exchange/files/surveylog.h"
 #include "exchange/frmSetting.h"
 #include "feedback/frmFeedBackObj.h"
-#include "platform/excel/application.h"
+#include "platform/forms/commondialog.h"
 #include "platform/mapi/client.h"
 #include "tests/support/gridform.h"
+#include "tests/support/surveyfile.h"
 #include "tests/support/surveytest.h"
 
 #include <QAction>
@@ -53,11 +54,6 @@ protected:
         run(u"update respondent set respondentid=3 where respondentname='Ann'"_s);
         run(u"insert into survey (surveyid, sdate, custid) values (7, '2024-03-05', 1)"_s);
         addStored(ann, today, {3, 0, 4});
-        excel::Application::setFileShower([this](const QString& path) { opened << path; });
-        forms::saveFileSeat = [this](const forms::CommonDialog&) {
-            EXPECT_FALSE(typed.isEmpty()) << "the dialog came once too often";
-            return typed.isEmpty() ? QString() : typed.takeFirst();
-        };
     }
     /// Ann's number puts her behind Bob.
     frmNewSurvey& open() { return SurveyTest::open(1); }
@@ -89,19 +85,23 @@ protected:
         return book.Worksheets(u"Sheet1"_s).Range(address).Value().text();
     }
 
-    QStringList typed;  // into the save dialog, one answer a time
-    QStringList opened; // by the desktop's program
+    QStringList typed; // into the save dialog, one answer a time
+    Replaced<forms::saveFileSeat> dialog{[this](const auto&) {
+        EXPECT_FALSE(typed.isEmpty()) << "the dialog came once too often";
+        return typed.isEmpty() ? QString() : typed.takeFirst();
+    }};
+    ShownFiles opened;
 };
 
 TEST_F(ExportTest, theFileAsAnotherProgramSeesIt) {
     addScore(ann, question[0], 1, today.addDays(-1), 9, 7);
     run(wordsAsked + u"(3, 5, 7, '2024-02-25', 6)");
     frmNewSurvey& editor = open();
-    forms::todaySeat = [] { return QDate(2024, 3, 9); };
+    const Replaced<forms::todaySeat> exportDay([] { return QDate(2024, 3, 9); });
     expectView(Answer::Yes);
     ::press(editor, "cmdExport");
     expectAtRest();
-    EXPECT_EQ(opened, QStringList{path(name)});
+    EXPECT_EQ(opened.paths, QStringList{path(name)});
     EXPECT_EQ(log(), QStringList{logged(name)});
 
     const QJsonObject seen = seenByXlrd(path(name));
@@ -200,7 +200,7 @@ TEST_F(ExportTest, theUserNamesTheFile) {
     const QString chosen = u"Ann\u2019s Écho v1.2"_s;
     EXPECT_EQ(log().value(1), logged(chosen));
     EXPECT_EQ(cell(chosen, u"B8"_s), u"Customer Name : Acme"_s);
-    EXPECT_EQ(opened, QStringList{path(chosen)});
+    EXPECT_EQ(opened.paths, QStringList{path(chosen)});
 
     EXPECT_EQ(contentOf(path(u"template.xls"_s)), blank);
 }
@@ -242,7 +242,7 @@ TEST_F(ExportTest, failures) {
     typed << u"folder.xls"_s;
     expectView(Answer::Yes);
     press();
-    EXPECT_EQ(opened, QStringList());
+    EXPECT_EQ(opened.paths, QStringList());
     EXPECT_EQ(log(), QStringList{logged(u"folder.xls"_s)});
 
     run(u"delete * from log"_s); // otherwise the export ends without a word
@@ -270,8 +270,8 @@ TEST_F(ExportTest, bothRoadsToTheLastMarks) {
 
 TEST_F(ExportTest, mailAndNoQuestions) {
     QStringList mails;
-    mapi::hasClientSeat = [] { return true; };
-    mapi::composeSeat = [&](const mapi::Mail& mail) { mails << mail.attachmentPath; };
+    const Replaced<mapi::hasClientSeat> client([] { return true; });
+    const Replaced<mapi::composeSeat> composer([&](const mapi::Mail& mail) { mails << mail.attachmentPath; });
     press("cmdmail");
     EXPECT_EQ(mails, QStringList{path(name)});
     EXPECT_EQ(log(), QStringList{logged(name)});

@@ -63,7 +63,7 @@ protected:
     /// The first lines of the messages while it works, without "Error : "; all is agreed to but a view.
     static QStringList heard(const std::function<void()>& work) {
         QStringList result;
-        const auto old = std::exchange(forms::messageSeat, [&](const forms::Message& message) {
+        const Replaced<forms::messageSeat> agrees([&](const forms::Message& message) {
             expectNoTransaction();
             result << message.text;
             if (message.text == exported)
@@ -71,7 +71,6 @@ protected:
             return message.style & forms::style::yesNo ? forms::Answer::Yes : forms::Answer::Ok;
         });
         work();
-        forms::messageSeat = old;
         return result;
     }
     /// The same with the files opened as the user nobody where the test is the superuser.

@@ -18,9 +18,10 @@ const QString stored = u"select customerid, Date, Action, targetdate, Status fro
 
 class ImprovementTest : public StoreTest {
 protected:
+    Replaced<forms::todaySeat> fixedDay{[] { return QDate(2024, 3, 5); }};
+
     void SetUp() override {
         StoreTest::SetUp();
-        forms::todaySeat = [] { return QDate(2024, 3, 5); };
         for (const QString& name : {u"Acme"_s, u"Bold"_s, u"Cora"_s})
             addCustomer(name);
         run(u"insert into actionplan (customerid, Date, Action, targetdate, Status) values "

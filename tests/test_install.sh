@@ -43,6 +43,8 @@ for round in first "after a kill"; do
   done
   timeout 30 "$home/gaugewell" 2>/dev/null || fail "the second start has not ended ($round)"
   kill -9 "$first" 2>/dev/null || fail "the first program has ended ($round)"
-  wait "$first" 2>/dev/null || true
+  status=0
+  wait "$first" 2>/dev/null || status=$?
+  [ "$status" -eq 137 ] || fail "the first program has ended by itself with $status ($round)" # else it is the kill's
 done
 [ "$(stat -c %a "$home/Tallywell.mdb")" = 600 ] || fail "the store can be read by others"

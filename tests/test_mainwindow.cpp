@@ -30,10 +30,6 @@ namespace {
 
 class MainWindowTest : public StoreTest {
 protected:
-    void SetUp() override {
-        StoreTest::SetUp();
-        forms::openFileSeat = [this](const forms::CommonDialog&) { return located; };
-    }
     void removeStore() { ASSERT_TRUE(QFile::rename(path(u"Tallywell.mdb"_s), path(u"moved.mdb"_s))); }
     void expectNotFound(Answer answer) {
         messages.expect(u"Database not found in the current directory,...Locate the database to connect"_s, 1,
@@ -41,6 +37,7 @@ protected:
     }
 
     QString located; // in the open dialog
+    Replaced<forms::openFileSeat> openDialog{[this](const auto&) { return located; }};
     QString found;
 };
 
@@ -220,16 +217,15 @@ TEST_F(MainWindowTest, aFailureThatLeavesAHandlerIsShownAndTheProgramLivesOn) {
     expectShown();
     holder.deliver();
     expectAtRest();
-    const auto told = std::exchange(forms::messageSeat, [&](const forms::Message&) {
+    const Replaced<forms::messageSeat> again([&](const forms::Message&) {
         fails.deliver(); // the window behind the message fails again
         return Answer::Ok;
     });
     fails.deliver();
-    forms::messageSeat = told;
 }
 
 TEST_F(MainWindowTest, itsSizePlaceAndMaximisedStateComeBackAndNeverOutOfSight) {
-    const auto before = std::exchange(endSeat, [] {});
+    const Replaced<endSeat> stays([] {});
     const auto again = [] {
         MDIMain::destroy();
         MDIMain::instance().show();
@@ -245,7 +241,6 @@ TEST_F(MainWindowTest, itsSizePlaceAndMaximisedStateComeBackAndNeverOutOfSight) 
     MDIMain::instance().setGeometry(chosen.translated(9000, 9000));
     again();
     EXPECT_TRUE(MDIMain::instance().screen()->geometry().contains(MDIMain::instance().geometry()));
-    endSeat = before;
 }
 
 TEST_F(MainWindowTest, theHelpWindowShowsTheTopic) {
@@ -260,12 +255,11 @@ TEST_F(MainWindowTest, theHelpWindowShowsTheTopic) {
 
 TEST_F(MainWindowTest, aPresentationThatCannotBeOpenedIsToldOf) {
     const QString show = path(u"gettingstarted.pps"_s);
-    const auto before = std::exchange(desktop::openFileSeat, [](const QString&) { return 32; });
+    const Replaced<desktop::openFileSeat> opens([](const QString&) { return 32; });
     messages.expect(u"Error running "_s + show +
                         u"...\r\nPlease ensure that you have MS PowerPoint installed.",
                     64, u"Gaugwell"_s);
     control<QAction>(MDIMain::instance(), "mnuGettingStarted")->trigger();
-    desktop::openFileSeat = before;
 }
 
 } // namespace

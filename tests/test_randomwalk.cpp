@@ -17,10 +17,11 @@ namespace {
 /// Three customers with respondents, surveys, answers, actions and survey files.
 class RandomWalk : public SurveyTest, public ::testing::WithParamInterface<int> {
 protected:
+    Replaced<forms::nowSeat> time{[] { return QDateTime({2024, 3, 5}, {12, 0}); }};
+
     void SetUp() override {
         QHashSeed::setDeterministicGlobalSeed();
         SurveyTest::SetUp();
-        forms::nowSeat = [] { return QDateTime({2024, 3, 5}, {12, 0}); };
         bring(u"template.xls"_s);
         for (const QString& layout : QDir(QStringLiteral(GAUGEWELL_SOURCE "/home")).entryList({u"*.rpt"_s}))
             bring(layout);

@@ -26,7 +26,6 @@ protected:
         SurveyTest::SetUp();
         addStored(ann, today, {0, 4});
         logged(ann, u"ann.xls"_s);
-        forms::openFileSeat = [this](const forms::CommonDialog&) { return picked; };
     }
     static void logged(int respondentid, const QString& name) {
         run(u"insert into log (custname, respname, respid, xlsfilename, sdate, surveyid) "
@@ -107,6 +106,7 @@ protected:
     }
 
     QString picked; // in the open dialog
+    Replaced<forms::openFileSeat> openDialog{[this](const auto&) { return picked; }};
 };
 
 TEST_F(ReadingTest, cellsBecomeAnswersOrEndTheRead) {

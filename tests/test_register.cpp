@@ -3,10 +3,10 @@
 #include "exchange/frmMessage.h"
 #include "exchange/frmReading.h"
 #include "exchange/mailer.h"
-#include "platform/excel/application.h"
 #include "platform/forms/lists.h"
 #include "platform/mapi/client.h"
 #include "tests/support/listview.h"
+#include "tests/support/surveyfile.h"
 
 #include <QDir>
 #include <QPlainTextEdit>
@@ -35,14 +35,6 @@ protected:
         run(u"insert into log (custname, sdate, respname, xlsfilename, Status) values "
             "('Acme', '2024-03-05', 'Ann', 'a.xls', True), ('Acme', '2024-03-05', 'Bob', 'b.xls', False), "
             "('Acme', '2024-03-05', 'Cy', 'c.xls', null)"_s);
-        mapi::hasClientSeat = [this] { return clientThere; };
-        mapi::composeSeat = [this](const mapi::Mail& mail) {
-            if (failsOn == mail.attachmentName)
-                throw mapi::Failure(u"The client was cancelled."_s);
-            mails << mail.subject + u'|' + mail.text + u'|' + mail.recipient + u'|' + mail.attachmentPath;
-        };
-        forms::openFileSeat = [this](const forms::CommonDialog&) { return picked; };
-        excel::Application::setFileShower([this](const QString& file) { opened << file; });
     }
     static frmLogDetails& form() {
         frmLogDetails::instance().Show();
@@ -76,7 +68,15 @@ protected:
     bool clientThere = true;
     QString failsOn; // this attachment
     QString picked;
-    QStringList mails, opened;
+    QStringList mails;
+    ShownFiles opened;
+    Replaced<mapi::hasClientSeat> client{[this] { return clientThere; }};
+    Replaced<mapi::composeSeat> composer{[this](const mapi::Mail& mail) {
+        if (failsOn == mail.attachmentName)
+            throw mapi::Failure(u"The client was cancelled."_s);
+        mails << mail.subject + u'|' + mail.text + u'|' + mail.recipient + u'|' + mail.attachmentPath;
+    }};
+    Replaced<forms::openFileSeat> openDialog{[this](const auto&) { return picked; }};
 };
 
 TEST_F(RegisterTest, listsAndOpensTheFilesOfACustomer) {
@@ -84,13 +84,13 @@ TEST_F(RegisterTest, listsAndOpensTheFilesOfACustomer) {
                                            u"c.xls|05/03/2024|Cy|"_s}));
     choose({0, 2});
     keyOn(form(), "lsvDtls", Qt::Key_Return);
-    EXPECT_EQ(opened, QStringList({path(u"a.xls"_s), path(u"c.xls"_s)}));
+    EXPECT_EQ(opened.paths, QStringList({path(u"a.xls"_s), path(u"c.xls"_s)}));
     run(u"update log set xlsfilename='../b.xls' where xlsfilename='b.xls'"_s);
     form().toFillListView();
     choose({1});
     messages.expect(u"\"../b.xls\" holds a folder where a bare file name is wanted."_s);
     key(Qt::Key_Enter);
-    EXPECT_EQ(opened.size(), 2);
+    EXPECT_EQ(opened.paths.size(), 2);
     expectAtRest();
 
     keyOn(form(), "cmbCustomer", Qt::Key_Down);

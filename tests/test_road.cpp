@@ -115,7 +115,6 @@ protected:
     void SetUp() override {
         ReportTest::SetUp();
         bring(u"template.xls"_s);
-        forms::openFileSeat = [this](const forms::CommonDialog&) { return picked; };
     }
 
     QString print(QWidget& form, const QString& expectedTitle) {
@@ -263,9 +262,8 @@ protected:
 
     void restart() {
         const QStringList answers = rows(u"select * from feedbackobjective order by feedbackobjid"_s);
-        const auto before = std::exchange(endSeat, [] {});
+        const Replaced<endSeat> stays([] {});
         shortcut(Qt::Key_Q);
-        endSeat = before;
         EXPECT_EQ(cnnMain, nullptr);
         MDIMain::destroy();
         ASSERT_TRUE(toCreateDSN(u"gwl"_s, strDatabasePath));
@@ -279,6 +277,7 @@ protected:
 
     QStringList files; // by date and person
     QString picked;    // in the open dialog
+    Replaced<forms::openFileSeat> openDialog{[this](const auto&) { return picked; }};
 };
 
 TEST_F(RoadTest, fromAnEmptyStoreToTheAnalysesAndBackAfterARestart) {

@@ -27,10 +27,10 @@ void drop(QWidget* target, const QMimeData* carried) {
 /// Drags the node at that point of the tree by the mouse and lets it go over the target, or elsewhere without
 /// one.
 void dragNode(forms::TreeView* tree, const QPoint& node, QWidget* target) {
-    forms::TreeView::dragSeat = [target](QDrag& carried) {
+    const Replaced<forms::TreeView::dragSeat> carries([target](QDrag& carried) {
         if (target)
             drop(target, carried.mimeData());
-    };
+    });
     QWidget* source = tree->viewport();
     QTest::mousePress(source, Qt::LeftButton, {}, node);
     for (const int far : {10, 30}) {

@@ -3,7 +3,6 @@
 
 #include "platform/crystal/crystalreport.h"
 #include "platform/crystal/output.h"
-#include "platform/crystal/previewwindow.h"
 #include "platform/forms/clock.h"
 #include "tests/support/pdftext.h"
 #include "tests/support/storetest.h"
@@ -15,19 +14,14 @@
 class ReportTest : public StoreTest {
 protected:
     static inline const QDate today{2024, 12, 31};
+    Replaced<forms::todaySeat> fixedDay{[] { return today; }};
 
     void SetUp() override {
         StoreTest::SetUp();
-        forms::todaySeat = [] { return today; };
         const QDir source(QStringLiteral(GAUGEWELL_SOURCE "/home"));
         for (const QString& file : source.entryList({QStringLiteral("*.rpt")}))
             bring(file);
         strCompanyName = QStringLiteral("Larkmoor Ltd");
-        crystal::previewSeat = [this](const auto& run, const QString& windowTitle, int state) {
-            shown = run;
-            title = windowTitle;
-            EXPECT_EQ(state, 2);
-        };
     }
     /// The pages of the report that was run last, as another program reads its PDF; none when none was run.
     QStringList takePages() {
@@ -39,4 +33,9 @@ protected:
 
     std::shared_ptr<const crystal::Report> shown;
     QString title; ///< of the last report's window
+    Replaced<crystal::previewSeat> preview{[this](const auto& run, const QString& windowTitle, int state) {
+        shown = run;
+        title = windowTitle;
+        EXPECT_EQ(state, 2);
+    }};
 };

@@ -4,9 +4,7 @@
 #include "core/MDIMain.h"
 #include "core/Main.h"
 #include "core/base/backup.h"
-#include "core/base/failure.h"
 #include "core/store/transaction.h"
-#include "platform/desktop/application.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -23,31 +21,27 @@ void expectNoTransaction() {
         << "the store is locked while the user reads";
 }
 
-ExpectedMessages::ExpectedMessages() {
-    desktop::uncaughtHook = toShowUncaught;
-    forms::messageSeat = [this](const forms::Message& message) {
-        expectNoTransaction();
-        if (waiting.empty()) {
-            ADD_FAILURE() << "unexpected message: " << message.text.toStdString();
-            return forms::Answer::Cancel;
-        }
-        const Expected next = waiting.front();
-        waiting.pop_front();
-        if (next.beginning) {
-            EXPECT_EQ(message.text.left(next.message.text.size()), next.message.text);
-        } else {
-            EXPECT_EQ(message.text, next.message.text);
-        }
-        EXPECT_EQ(message.style, next.message.style) << message.text.toStdString();
-        EXPECT_EQ(message.title, next.message.title) << message.text.toStdString();
-        return next.answer;
-    };
+forms::Answer ExpectedMessages::take(const forms::Message& message) {
+    expectNoTransaction();
+    if (waiting.empty()) {
+        ADD_FAILURE() << "unexpected message: " << message.text.toStdString();
+        return forms::Answer::Cancel;
+    }
+    const Expected next = waiting.front();
+    waiting.pop_front();
+    if (next.beginning) {
+        EXPECT_EQ(message.text.left(next.message.text.size()), next.message.text);
+    } else {
+        EXPECT_EQ(message.text, next.message.text);
+    }
+    EXPECT_EQ(message.style, next.message.style) << message.text.toStdString();
+    EXPECT_EQ(message.title, next.message.title) << message.text.toStdString();
+    return next.answer;
 }
 
 ExpectedMessages::~ExpectedMessages() {
     for (const Expected& missing : waiting)
         ADD_FAILURE() << "message never came: " << missing.message.text.toStdString();
-    forms::messageSeat = [](const forms::Message&) { return forms::Answer::Cancel; };
 }
 
 void StoreTest::SetUp() {

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "core/base/failure.h"
 #include "core/base/gblGlobal.h"
+#include "platform/desktop/application.h"
 #include "platform/forms/msgbox.h"
+#include "tests/support/replaced.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -22,7 +25,6 @@ void expectNoTransaction();
 /// comes.
 class ExpectedMessages {
 public:
-    ExpectedMessages();
     ~ExpectedMessages();
     void expect(const QString& text, int style = 0, const QString& title = {},
                 forms::Answer answer = forms::Answer::Ok) {
@@ -44,7 +46,11 @@ private:
         forms::Answer answer;
         bool beginning;
     };
+    forms::Answer take(const forms::Message& message);
+
     std::deque<Expected> waiting;
+    Replaced<forms::messageSeat> hook{[this](const forms::Message& message) { return take(message); }};
+    Replaced<desktop::uncaughtHook> uncaught{toShowUncaught};
 };
 
 /// A fresh store in a home of its own, connected; the main window stands on the screen.

@@ -5,6 +5,15 @@
 
 #include <map>
 
+/// The paths of the files that the program has shown in another program, in order, while this lives.
+struct ShownFiles {
+    ShownFiles() {
+        excel::Application::setFileShower([this](const QString& path) { paths << path; });
+    }
+    ~ShownFiles() { excel::Application::setFileShower({}); }
+    QStringList paths;
+};
+
 /// A survey file with what the reader looks at, and what its respondent then entered.
 struct SurveyFile {
     int respondentid = 1;

@@ -16,10 +16,10 @@
 class SurveyTest : public StoreTest {
 protected:
     static inline const QDate today{2024, 3, 5};
+    Replaced<forms::todaySeat> fixedDay{[] { return today; }};
 
     void SetUp() override {
         StoreTest::SetUp();
-        forms::todaySeat = [] { return today; };
         acme = addCustomer(QStringLiteral("Acme"));
         ann = addRespondent(acme, QStringLiteral("Ann"));
         bob = addRespondent(acme, QStringLiteral("Bob"));

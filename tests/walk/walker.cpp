@@ -2,12 +2,7 @@
 #include "tests/walk/walker.h"
 
 #include "core/MDIMain.h"
-#include "platform/crystal/crystalreport.h"
-#include "platform/desktop/opener.h"
-#include "platform/forms/commondialog.h"
 #include "platform/forms/flexgrid.h"
-#include "platform/forms/treeview.h"
-#include "platform/mapi/client.h"
 
 #include <QApplication>
 #include <QDir>
@@ -43,7 +38,6 @@ Walker::Walker(int withSeed, const QString& storePath)
     : seed(withSeed), random(static_cast<unsigned>(withSeed)), oracle(storePath) {
     blocker.ConnectionString = toConnectionText();
     blocker.Open();
-    hookDialogs();
     QApplication::setKeyboardInputInterval(-1); // letters in a list do not add up by the clock
 }
 
@@ -52,48 +46,37 @@ Walker::~Walker() {
 }
 
 /// Every question of the program is answered at random.
-void Walker::hookDialogs() {
-    const auto answer = [this](const forms::Message& message) {
-        using forms::Answer;
-        oracle.spoke();
-        tell(u"message \"%1\""_s.arg(message.text.simplified().left(60)));
-        if (cnnMain && cnnMain->InTransaction() && fault.isEmpty())
-            fault = u"a message while a transaction is open: "_s + message.text;
-        switch (message.style & 0xF) {
-        case forms::style::okCancel:
-            return oneIn(2) ? Answer::Ok : Answer::Cancel;
-        case forms::style::yesNo:
-            return oneIn(2) ? Answer::Yes : Answer::No;
-        case forms::style::retryCancel:
-            return oneIn(2) ? Answer::Retry : Answer::Cancel;
-        default:
-            return Answer::Ok;
-        }
-    };
-    const auto file = [this](const forms::CommonDialog& dialog) {
-        const QDir home(homeDirectory());
-        const QStringList files = home.entryList({u"*.xls"_s}, QDir::Files, QDir::Name);
-        QString chosen;
-        if (oneIn(3))
-            chosen = home.filePath(
-                anyOf(QStringList{u"new.xls"_s, u"Ann's.xls"_s, u"plain"_s, u"template.xls"_s}));
-        else if (!oneIn(3) && !files.isEmpty())
-            chosen = home.filePath(anyOf(files));
-        if (dialog.Flags == 512 && !files.isEmpty())
-            chosen = home.filePath(files.first()) + u'\n' + home.filePath(files.last());
-        tell(u"file dialog: "_s + chosen.section(u'/', -1));
-        return chosen;
-    };
-    forms::messageSeat = answer;
-    forms::openFileSeat = file;
-    forms::saveFileSeat = file;
-    forms::helpSeat = [](const forms::CommonDialog&) {};
-    desktop::openFileSeat = [this](const QString&) { return oneIn(2) ? 42 : 2; };
-    mapi::hasClientSeat = [this] { return oneIn(2); };
-    mapi::composeSeat = [](const mapi::Mail&) {};
-    crystal::previewSeat = [](const auto&, const QString&, int) {};
-    forms::TreeView::dragSeat = [this](QDrag&) { dropNode(); };
-    endSeat = [] {};
+forms::Answer Walker::answer(const forms::Message& message) {
+    using forms::Answer;
+    oracle.spoke();
+    tell(u"message \"%1\""_s.arg(message.text.simplified().left(60)));
+    if (cnnMain && cnnMain->InTransaction() && fault.isEmpty())
+        fault = u"a message while a transaction is open: "_s + message.text;
+    switch (message.style & 0xF) {
+    case forms::style::okCancel:
+        return oneIn(2) ? Answer::Ok : Answer::Cancel;
+    case forms::style::yesNo:
+        return oneIn(2) ? Answer::Yes : Answer::No;
+    case forms::style::retryCancel:
+        return oneIn(2) ? Answer::Retry : Answer::Cancel;
+    default:
+        return Answer::Ok;
+    }
+}
+
+QString Walker::chooseFile(const forms::CommonDialog& dialog) {
+    const QDir home(homeDirectory());
+    const QStringList files = home.entryList({u"*.xls"_s}, QDir::Files, QDir::Name);
+    QString chosen;
+    if (oneIn(3))
+        chosen =
+            home.filePath(anyOf(QStringList{u"new.xls"_s, u"Ann's.xls"_s, u"plain"_s, u"template.xls"_s}));
+    else if (!oneIn(3) && !files.isEmpty())
+        chosen = home.filePath(anyOf(files));
+    if (dialog.Flags == 512 && !files.isEmpty())
+        chosen = home.filePath(files.first()) + u'\n' + home.filePath(files.last());
+    tell(u"file dialog: "_s + chosen.section(u'/', -1));
+    return chosen;
 }
 
 /// Lets the dragged node go over a grid in sight, or nowhere.

@@ -1,6 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/crystal/crystalreport.h"
+#include "platform/desktop/opener.h"
+#include "platform/forms/commondialog.h"
+#include "platform/forms/treeview.h"
+#include "platform/mapi/client.h"
+#include "tests/support/replaced.h"
 #include "tests/walk/oracle.h"
 
 #include <deque>
@@ -34,7 +40,8 @@ private:
     void wheel(QWidget* target, const QPoint& at);
     void press();
     void paste();
-    void hookDialogs();
+    forms::Answer answer(const forms::Message& message);
+    QString chooseFile(const forms::CommonDialog& dialog);
     void dropNode() const;
     void tell(const QString& event);
 
@@ -56,6 +63,17 @@ private:
     std::deque<QString> told;
     QString fault;
     QEventLoop loop;
+
+    Replaced<forms::messageSeat> messages{[this](const auto& shown) { return answer(shown); }};
+    Replaced<forms::openFileSeat> openDialog{[this](const auto& dialog) { return chooseFile(dialog); }};
+    Replaced<forms::saveFileSeat> saveDialog{[this](const auto& dialog) { return chooseFile(dialog); }};
+    Replaced<forms::helpSeat> help{[](const auto&) {}};
+    Replaced<desktop::openFileSeat> opener{[this](const QString&) { return oneIn(2) ? 42 : 2; }};
+    Replaced<mapi::hasClientSeat> client{[this] { return oneIn(2); }};
+    Replaced<mapi::composeSeat> composer{[](const auto&) {}};
+    Replaced<crystal::previewSeat> preview{[](const auto&, const QString&, int) {}};
+    Replaced<forms::TreeView::dragSeat> dragging{[this](QDrag&) { dropNode(); }};
+    Replaced<endSeat> end{[] {}};
 };
 
 } // namespace walk
