@@ -70,6 +70,7 @@ protected:
     QTemporaryDir directory;
     crystal::CrystalReport report;
     std::shared_ptr<const crystal::Report> run;
+    Replaced<crystal::previewSeat> preview{[this](const auto& shown, const QString&, int) { run = shown; }};
 };
 
 const QString guestColumn = u"<column field='guest' width='1' heading='Guest'/>"_s;
