@@ -74,7 +74,7 @@ int main(int argc, char** argv) {
     toOpenConnection();
     buildStore();
     bool mayView = false;
-    forms::messageSeat = [&](const forms::Message& message) {
+    forms::messageHook = [&](const forms::Message& message) {
         mayView = message.text.startsWith(u"Survey File Exported");
         return mayView ? forms::Answer::No : forms::Answer::Yes;
     };

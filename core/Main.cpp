@@ -45,7 +45,7 @@ int Main(int argc, char** argv) {
         return 1;
     }
     QApplication::setQuitOnLastWindowClosed(false);
-    forms::helpSeat = toShowHelp;
+    forms::helpHook = toShowHelp;
     excel::Application::setFileShower(toShowWorkbook);
 
     if (const QString home = qEnvironmentVariable("GAUGEWELL_HOME"); !home.isEmpty())

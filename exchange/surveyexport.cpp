@@ -124,7 +124,7 @@ void SurveyExport::toWriteWorkbook() {
                                  .respondentid = QString::number(key.respondentid),
                                  .surveyid = key.surveyid == 0 ? QString() : QString::number(key.surveyid),
                                  .surveyDate = key.date,
-                                 .exportDate = forms::todaySeat()});
+                                 .exportDate = forms::todayHook()});
     if (state.strGenerateXLSFile.trimmed().isEmpty() && !toAskForName())
         return;
     guarded({}, [&] {

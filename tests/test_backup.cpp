@@ -43,7 +43,7 @@ TEST_F(BackupTest, theNewestCopiesAreKeptWhateverTheClockSays) {
         ASSERT_TRUE(QFile::copy(strDatabasePath, path(u"backup/Tallywell"_s + name)));
     QStringList expected;
     for (const int year : {2024, 2024, 2094, 1970, 2024, 1970, 1970, 2024, 2024, 2024, 2094, 1970}) {
-        const Replaced<forms::nowSeat> clock([year] { return QDateTime({year, 3, 5}, {10, 15}); });
+        const Replaced<forms::nowHook> clock([year] { return QDateTime({year, 3, 5}, {10, 15}); });
         addCustomer(u"Customer"_s);
         toForgetBackup();
         toBackupBeforeLoss();

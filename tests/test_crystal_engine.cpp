@@ -70,7 +70,7 @@ protected:
     QTemporaryDir directory;
     crystal::CrystalReport report;
     std::shared_ptr<const crystal::Report> run;
-    Replaced<crystal::previewSeat> preview{[this](const auto& shown, const QString&, int) { run = shown; }};
+    Replaced<crystal::previewHook> preview{[this](const auto& shown, const QString&, int) { run = shown; }};
 };
 
 const QString guestColumn = u"<column field='guest' width='1' heading='Guest'/>"_s;
@@ -164,7 +164,7 @@ TEST_F(CrystalTest, thePreviewTurnsPagesPrintsAndSaves) {
     writeLayout(guestColumn);
     QElapsedTimer timer;
     timer.start();
-    const Replaced<crystal::previewSeat> real(crystal::PreviewWindow::show);
+    const Replaced<crystal::previewHook> real(crystal::PreviewWindow::show);
     ASSERT_EQ(failure().toStdString(), "");
     EXPECT_LT(timer.elapsed(), 2000);
     QPointer<QMainWindow> window = qobject_cast<QMainWindow*>(QApplication::topLevelWidgets().value(0));
@@ -180,12 +180,12 @@ TEST_F(CrystalTest, thePreviewTurnsPagesPrintsAndSaves) {
     EXPECT_EQ(box->value(), 2);
 
     QString saved = directory.filePath(u"saved.pdf"_s);
-    const Replaced<crystal::pdfFileSeat> file([&](QWidget*, const QString&) { return saved; });
+    const Replaced<crystal::pdfFileHook> file([&](QWidget*, const QString&) { return saved; });
     press("save");
     const QStringList savedPages = pdfPages(saved);
     EXPECT_EQ(savedPages.size(), last);
     const QString printed = directory.filePath(u"printed.pdf"_s);
-    const Replaced<crystal::printerSeat> dialog([&](QWidget*, QPrinter& printer) {
+    const Replaced<crystal::printerHook> dialog([&](QWidget*, QPrinter& printer) {
         printer.setOutputFileName(printed);
         printer.setFromTo(2, 3);
         return true;

@@ -43,7 +43,7 @@ TEST_F(SurveyTest, damagedSurveyFilesWriteTheirOwnAnswersOrNothing) {
     };
     const QStringList before = others();
     int told = 0, good = 0, foreign = 0;
-    const Replaced<forms::messageSeat> agrees([&](const forms::Message& message) {
+    const Replaced<forms::messageHook> agrees([&](const forms::Message& message) {
         ++told;
         return message.style & forms::style::yesNo ? forms::Answer::Yes : forms::Answer::Ok;
     });

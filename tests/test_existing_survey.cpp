@@ -78,7 +78,7 @@ TEST_F(ExistingTest, withoutADateNothingIsChanged) {
     addStored(ann, early, {2});
     bring(u"rptrating.rpt"_s);
     QString title;
-    const Replaced<crystal::previewSeat> preview(
+    const Replaced<crystal::previewHook> preview(
         [&](const auto&, const QString& text, int) { title = text; });
     frmEditExistingSurvey& form = edit();
     press(form, "cmdPrint");

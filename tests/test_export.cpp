@@ -86,7 +86,7 @@ protected:
     }
 
     QStringList typed; // into the save dialog, one answer a time
-    Replaced<forms::saveFileSeat> dialog{[this](const auto&) {
+    Replaced<forms::saveFileHook> dialog{[this](const auto&) {
         EXPECT_FALSE(typed.isEmpty()) << "the dialog came once too often";
         return typed.isEmpty() ? QString() : typed.takeFirst();
     }};
@@ -97,7 +97,7 @@ TEST_F(ExportTest, theFileAsAnotherProgramSeesIt) {
     addScore(ann, question[0], 1, today.addDays(-1), 9, 7);
     run(wordsAsked + u"(3, 5, 7, '2024-02-25', 6)");
     frmNewSurvey& editor = open();
-    const Replaced<forms::todaySeat> exportDay([] { return QDate(2024, 3, 9); });
+    const Replaced<forms::todayHook> exportDay([] { return QDate(2024, 3, 9); });
     expectView(Answer::Yes);
     ::press(editor, "cmdExport");
     expectAtRest();
@@ -270,8 +270,8 @@ TEST_F(ExportTest, bothRoadsToTheLastMarks) {
 
 TEST_F(ExportTest, mailAndNoQuestions) {
     QStringList mails;
-    const Replaced<mapi::hasClientSeat> client([] { return true; });
-    const Replaced<mapi::composeSeat> composer([&](const mapi::Mail& mail) { mails << mail.attachmentPath; });
+    const Replaced<mapi::hasClientHook> client([] { return true; });
+    const Replaced<mapi::composeHook> composer([&](const mapi::Mail& mail) { mails << mail.attachmentPath; });
     press("cmdmail");
     EXPECT_EQ(mails, QStringList{path(name)});
     EXPECT_EQ(log(), QStringList{logged(name)});

@@ -63,7 +63,7 @@ protected:
     /// The first lines of the messages while it works, without "Error : "; all is agreed to but a view.
     static QStringList heard(const std::function<void()>& work) {
         QStringList result;
-        const Replaced<forms::messageSeat> agrees([&](const forms::Message& message) {
+        const Replaced<forms::messageHook> agrees([&](const forms::Message& message) {
             expectNoTransaction();
             result << message.text;
             if (message.text == exported)

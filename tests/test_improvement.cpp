@@ -18,7 +18,7 @@ const QString stored = u"select customerid, Date, Action, targetdate, Status fro
 
 class ImprovementTest : public StoreTest {
 protected:
-    Replaced<forms::todaySeat> fixedDay{[] { return QDate(2024, 3, 5); }};
+    Replaced<forms::todayHook> fixedDay{[] { return QDate(2024, 3, 5); }};
 
     void SetUp() override {
         StoreTest::SetUp();

@@ -37,7 +37,7 @@ protected:
     }
 
     QString located; // in the open dialog
-    Replaced<forms::openFileSeat> openDialog{[this](const auto&) { return located; }};
+    Replaced<forms::openFileHook> openDialog{[this](const auto&) { return located; }};
     QString found;
 };
 
@@ -217,7 +217,7 @@ TEST_F(MainWindowTest, aFailureThatLeavesAHandlerIsShownAndTheProgramLivesOn) {
     expectShown();
     holder.deliver();
     expectAtRest();
-    const Replaced<forms::messageSeat> again([&](const forms::Message&) {
+    const Replaced<forms::messageHook> again([&](const forms::Message&) {
         fails.deliver(); // the window behind the message fails again
         return Answer::Ok;
     });
@@ -225,7 +225,7 @@ TEST_F(MainWindowTest, aFailureThatLeavesAHandlerIsShownAndTheProgramLivesOn) {
 }
 
 TEST_F(MainWindowTest, itsSizePlaceAndMaximisedStateComeBackAndNeverOutOfSight) {
-    const Replaced<endSeat> stays([] {});
+    const Replaced<endHook> stays([] {});
     const auto again = [] {
         MDIMain::destroy();
         MDIMain::instance().show();
@@ -255,7 +255,7 @@ TEST_F(MainWindowTest, theHelpWindowShowsTheTopic) {
 
 TEST_F(MainWindowTest, aPresentationThatCannotBeOpenedIsToldOf) {
     const QString show = path(u"gettingstarted.pps"_s);
-    const Replaced<desktop::openFileSeat> opens([](const QString&) { return 32; });
+    const Replaced<desktop::openFileHook> opens([](const QString&) { return 32; });
     messages.expect(u"Error running "_s + show +
                         u"...\r\nPlease ensure that you have MS PowerPoint installed.",
                     64, u"Gaugwell"_s);

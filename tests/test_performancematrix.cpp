@@ -171,7 +171,7 @@ TEST_F(PerformanceMatrixTest, picturesAreFineAndTellWhatFails) {
     const QList<QAction*> actions = drawn->actions();
     ASSERT_EQ(actions.size(), 4);
     QString answer;
-    const Replaced<forms::saveFileSeat> dialog([&](const auto&) { return answer; });
+    const Replaced<forms::saveFileHook> dialog([&](const auto&) { return answer; });
     for (const int kind : {1, 2, 3}) {
         answer = home() + (kind == 1 ? u"/a.PNG"_s : u"/a"_s);
         actions[kind]->trigger();

@@ -17,7 +17,7 @@ namespace {
 /// Three customers with respondents, surveys, answers, actions and survey files.
 class RandomWalk : public SurveyTest, public ::testing::WithParamInterface<int> {
 protected:
-    Replaced<forms::nowSeat> time{[] { return QDateTime({2024, 3, 5}, {12, 0}); }};
+    Replaced<forms::nowHook> time{[] { return QDateTime({2024, 3, 5}, {12, 0}); }};
 
     void SetUp() override {
         QHashSeed::setDeterministicGlobalSeed();

@@ -106,7 +106,7 @@ protected:
     }
 
     QString picked; // in the open dialog
-    Replaced<forms::openFileSeat> openDialog{[this](const auto&) { return picked; }};
+    Replaced<forms::openFileHook> openDialog{[this](const auto&) { return picked; }};
 };
 
 TEST_F(ReadingTest, cellsBecomeAnswersOrEndTheRead) {

@@ -70,13 +70,13 @@ protected:
     QString picked;
     QStringList mails;
     ShownFiles opened;
-    Replaced<mapi::hasClientSeat> client{[this] { return clientThere; }};
-    Replaced<mapi::composeSeat> composer{[this](const mapi::Mail& mail) {
+    Replaced<mapi::hasClientHook> client{[this] { return clientThere; }};
+    Replaced<mapi::composeHook> composer{[this](const mapi::Mail& mail) {
         if (failsOn == mail.attachmentName)
             throw mapi::Failure(u"The client was cancelled."_s);
         mails << mail.subject + u'|' + mail.text + u'|' + mail.recipient + u'|' + mail.attachmentPath;
     }};
-    Replaced<forms::openFileSeat> openDialog{[this](const auto&) { return picked; }};
+    Replaced<forms::openFileHook> openDialog{[this](const auto&) { return picked; }};
 };
 
 TEST_F(RegisterTest, listsAndOpensTheFilesOfACustomer) {

@@ -262,7 +262,7 @@ protected:
 
     void restart() {
         const QStringList answers = rows(u"select * from feedbackobjective order by feedbackobjid"_s);
-        const Replaced<endSeat> stays([] {});
+        const Replaced<endHook> stays([] {});
         shortcut(Qt::Key_Q);
         EXPECT_EQ(cnnMain, nullptr);
         MDIMain::destroy();
@@ -277,7 +277,7 @@ protected:
 
     QStringList files; // by date and person
     QString picked;    // in the open dialog
-    Replaced<forms::openFileSeat> openDialog{[this](const auto&) { return picked; }};
+    Replaced<forms::openFileHook> openDialog{[this](const auto&) { return picked; }};
 };
 
 TEST_F(RoadTest, fromAnEmptyStoreToTheAnalysesAndBackAfterARestart) {

@@ -27,7 +27,7 @@ void drop(QWidget* target, const QMimeData* carried) {
 /// Drags the node at that point of the tree by the mouse and lets it go over the target, or elsewhere without
 /// one.
 void dragNode(forms::TreeView* tree, const QPoint& node, QWidget* target) {
-    const Replaced<forms::TreeView::dragSeat> carries([target](QDrag& carried) {
+    const Replaced<forms::TreeView::dragHook> carries([target](QDrag& carried) {
         if (target)
             drop(target, carried.mimeData());
     });

@@ -30,7 +30,7 @@ echo "== Tests =="
 # Under gtest Qt's own test macros end a function and fail nothing. A hook that is set by assignment points into the
 # test even after its end: tests/support/replaced.h.
 if git grep -nE '\bQ(VERIFY|COMPARE|TRY_|SKIP|FAIL)' -- tests ||
-  git grep -nE '(Seat|Hook) *=($|[^=])|exchange\(.*(Seat|Hook)' -- tests ':!tests/main.cpp'; then
+  git grep -nE 'Hook *=($|[^=])|exchange\(.*Hook' -- tests ':!tests/main.cpp'; then
   echo "These lines do not belong into a test." >&2
   exit 1
 fi

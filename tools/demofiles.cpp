@@ -101,14 +101,14 @@ int main(int argc, char** argv) {
     setHomeDirectory(arguments[1]);
     strCompanyName = QString::fromUtf8(demo::organisation);
     bool failed = false;
-    forms::messageSeat = [&](const forms::Message& message) { // whether to view a file, else a failure
+    forms::messageHook = [&](const forms::Message& message) { // whether to view a file, else a failure
         if (message.style != forms::style::yesNo + forms::style::information) {
             failed = true;
             std::fprintf(stderr, "%s\n", qPrintable(message.text));
         }
         return forms::Answer::No;
     };
-    forms::todaySeat = [] { return exportedOn; };
+    forms::todayHook = [] { return exportedOn; };
     if (!toCreateDSN(u"gwl"_s, strDatabasePath))
         return 1;
     toOpenConnection();

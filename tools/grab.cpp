@@ -64,7 +64,7 @@ bool grabForm(const AnyForm& any) {
 
 /// With a list of files; those of the register show their details.
 bool grabReading() {
-    forms::openFileSeat = [](const forms::CommonDialog&) -> QString {
+    forms::openFileHook = [](const forms::CommonDialog&) -> QString {
         return homeDirectory() + u"/111.xls\n" + homeDirectory() + u"/Returned by Ann in March.xls";
     };
     frmReading& form = frmReading::instance();
@@ -141,7 +141,7 @@ int main(int argc, char** argv) {
     if (arguments.value(3) == u"dark")
         QApplication::setPalette(darkPalette());
     qputenv("XDG_CONFIG_HOME", (arguments[1] + u"/config"_s).toUtf8()); // the user's own stays as it is
-    forms::todaySeat = [] { return QDate(2026, 7, 2); }; // so that every run gives the same pictures
+    forms::todayHook = [] { return QDate(2026, 7, 2); }; // so that every run gives the same pictures
     setHomeDirectory(arguments[1]);
     folder.setPath(arguments[2]);
     strCompanyName = u"Larkmoor Quality Services"_s;

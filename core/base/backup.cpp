@@ -66,7 +66,7 @@ void toBackupBeforeLoss() {
     desktop::makeOwnersFolder(folder.path());
     const QStringList copies = copiesIn(folder);
     const int number = copies.isEmpty() ? 1 : numberOf(copies.last()) + 1;
-    const QString stamp = forms::nowSeat().toString(u"yyyy-MM-dd-HHmmss");
+    const QString stamp = forms::nowHook().toString(u"yyyy-MM-dd-HHmmss");
     cnnMain->BackupTo(folder.filePath(u"Tallywell-%1-%2.mdb"_s.arg(stamp).arg(number)));
     copied = true;
     dropOldCopies(folder);

@@ -20,7 +20,7 @@ bool blnSearchToFeedback = false;
 bool blnSearchToImprovement = false;
 int intSearchIndex = 0;
 
-std::function<void()> endSeat = [] { QCoreApplication::exit(0); };
+std::function<void()> endHook = [] { QCoreApplication::exit(0); };
 
 void toOpenConnection() {
     cnnMain = std::make_unique<ado::Connection>();
@@ -39,7 +39,7 @@ void toEndProgram() {
     if (cnnMain && cnnMain->State() == 1)
         cnnMain->Close();
     cnnMain.reset();
-    endSeat();
+    endHook();
 }
 
 int toGetCustID(const QString& customerName) {

@@ -40,7 +40,7 @@ void toReconnect();
 void toEndProgram();
 
 /// What ends the event loop; a test records here.
-extern std::function<void()> endSeat;
+extern std::function<void()> endHook;
 
 /// The value of a look-up that is a procedure of its own: a failure is shown and gives an empty value.
 template <class LookUp> auto lookedUp(const LookUp& lookUp) {

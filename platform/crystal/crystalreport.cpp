@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 
 namespace crystal {
 
-std::function<void(const std::shared_ptr<const Report>&, const QString&, int)> previewSeat =
+std::function<void(const std::shared_ptr<const Report>&, const QString&, int)> previewHook =
     PreviewWindow::show;
 
 void CrystalReport::setAction(int action) {
@@ -30,7 +30,7 @@ void CrystalReport::setAction(int action) {
         readRecords(layout, DataFiles(0), Password.mid(1), parseSelection(SelectionFormula, ReportFileName));
     layout.values.insert(layout.values.begin(), headFormulas.begin(), headFormulas.end());
     records.values = headTexts + records.values;
-    previewSeat(std::make_shared<const Report>(std::move(layout), std::move(records), name), WindowTitle,
+    previewHook(std::make_shared<const Report>(std::move(layout), std::move(records), name), WindowTitle,
                 WindowState);
 }
 

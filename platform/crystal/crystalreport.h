@@ -45,6 +45,6 @@ private:
 
 /// Who shows a report that has been run: the title and the state of the window come from the properties.
 /// Without a test's own it is PreviewWindow.
-extern std::function<void(const std::shared_ptr<const Report>&, const QString& title, int state)> previewSeat;
+extern std::function<void(const std::shared_ptr<const Report>&, const QString& title, int state)> previewHook;
 
 } // namespace crystal

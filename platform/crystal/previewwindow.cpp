@@ -37,8 +37,8 @@ bool askForPrinter(QWidget* window, QPrinter& printer) {
 
 } // namespace
 
-std::function<QString(QWidget*, const QString&)> pdfFileSeat = askForPdf;
-std::function<bool(QWidget*, QPrinter&)> printerSeat = askForPrinter;
+std::function<QString(QWidget*, const QString&)> pdfFileHook = askForPdf;
+std::function<bool(QWidget*, QPrinter&)> printerHook = askForPrinter;
 
 void PreviewWindow::show(const std::shared_ptr<const Report>& report, const QString& title, int state) {
     auto* window = new PreviewWindow(report, title);
@@ -108,13 +108,13 @@ void PreviewWindow::printReport() {
     QPrinter printer(QPrinter::HighResolution);
     printer.setPageLayout(report->layout().page);
     printer.setDocName(report->layout().title);
-    if (printerSeat(this, printer))
+    if (printerHook(this, printer))
         attempt(tr("Handed to the printer."), [&] { print(*report, printer); });
 }
 
 void PreviewWindow::saveAsPdf() {
     const QDir documents(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
-    const QString file = pdfFileSeat(this, documents.filePath(report->layout().title + u".pdf"));
+    const QString file = pdfFileHook(this, documents.filePath(report->layout().title + u".pdf"));
     if (!file.isEmpty())
         attempt(tr("Saved as %1").arg(file), [&] { savePdf(*report, file); });
 }

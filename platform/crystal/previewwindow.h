@@ -40,9 +40,9 @@ private:
 };
 
 /// Who asks for the PDF's file, given a suggestion; an empty text: the user gave up. A test answers here.
-extern std::function<QString(QWidget* window, const QString& suggestion)> pdfFileSeat;
+extern std::function<QString(QWidget* window, const QString& suggestion)> pdfFileHook;
 
 /// Who lets the user choose a printer and pages; false: the user gave up.
-extern std::function<bool(QWidget* window, QPrinter& printer)> printerSeat;
+extern std::function<bool(QWidget* window, QPrinter& printer)> printerHook;
 
 } // namespace crystal

@@ -20,10 +20,10 @@ int openByDesktop(const QString& path) {
 
 } // namespace
 
-std::function<int(const QString&)> openFileSeat = openByDesktop;
+std::function<int(const QString&)> openFileHook = openByDesktop;
 
 int openFile(const QString& path) {
-    return openFileSeat(path);
+    return openFileHook(path);
 }
 
 } // namespace desktop

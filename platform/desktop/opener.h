@@ -12,6 +12,6 @@ namespace desktop {
 int openFile(const QString& path);
 
 /// Who opens files; a test records here.
-extern std::function<int(const QString&)> openFileSeat;
+extern std::function<int(const QString&)> openFileHook;
 
 } // namespace desktop

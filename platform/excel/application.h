@@ -20,7 +20,7 @@ class Application {
 public:
     // Opens a file, given by its path, in the desktop's spreadsheet program.
     using FileShower = std::function<void(const QString& path)>;
-    // The seat that setVisible(true) calls. Without one it does nothing.
+    // The hook that setVisible(true) calls. Without one it does nothing.
     static void setFileShower(FileShower shower);
 
     Application();

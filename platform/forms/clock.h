@@ -8,13 +8,13 @@
 namespace forms {
 
 /// Where the program's "today" comes from; a test puts its own day here.
-inline std::function<QDate()> todaySeat = [] { return QDate::currentDate(); };
+inline std::function<QDate()> todayHook = [] { return QDate::currentDate(); };
 
 inline QDate today() {
-    return todaySeat();
+    return todayHook();
 }
 
 /// Where the program's "now" comes from, the names of its backup copies for one.
-inline std::function<QDateTime()> nowSeat = [] { return QDateTime::currentDateTime(); };
+inline std::function<QDateTime()> nowHook = [] { return QDateTime::currentDateTime(); };
 
 } // namespace forms

@@ -40,9 +40,9 @@ QString askForNewFile(const CommonDialog& dialog) {
 
 } // namespace
 
-std::function<QString(const CommonDialog&)> openFileSeat = askForFile;
-std::function<QString(const CommonDialog&)> saveFileSeat = askForNewFile;
-std::function<void(const CommonDialog&)> helpSeat = [](const CommonDialog&) {};
+std::function<QString(const CommonDialog&)> openFileHook = askForFile;
+std::function<QString(const CommonDialog&)> saveFileHook = askForNewFile;
+std::function<void(const CommonDialog&)> helpHook = [](const CommonDialog&) {};
 
 QString qtFilter(const QString& filter) {
     const QStringList parts = filter.split(u'|');
@@ -54,11 +54,11 @@ QString qtFilter(const QString& filter) {
 }
 
 void CommonDialog::ShowOpen() {
-    take(openFileSeat(*this));
+    take(openFileHook(*this));
 }
 
 void CommonDialog::ShowSave() {
-    take(saveFileSeat(*this));
+    take(saveFileHook(*this));
 }
 
 /// Either separator ends a folder, whatever platform the path comes from.
@@ -72,7 +72,7 @@ void CommonDialog::take(const QString& answer) {
 }
 
 void CommonDialog::ShowHelp() {
-    helpSeat(*this);
+    helpHook(*this);
 }
 
 } // namespace forms

@@ -46,9 +46,9 @@ private:
 };
 
 /// Who asks for files and who shows help; the program and tests put theirs here.
-extern std::function<QString(const CommonDialog&)> openFileSeat;
-extern std::function<QString(const CommonDialog&)> saveFileSeat;
-extern std::function<void(const CommonDialog&)> helpSeat;
+extern std::function<QString(const CommonDialog&)> openFileHook;
+extern std::function<QString(const CommonDialog&)> saveFileHook;
+extern std::function<void(const CommonDialog&)> helpHook;
 
 /// The filter as Qt's file dialog takes it.
 QString qtFilter(const QString& filter);

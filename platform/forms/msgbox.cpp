@@ -65,10 +65,10 @@ Answer showMessage(const Message& message) {
 } // namespace
 
 QString applicationTitle;
-std::function<Answer(const Message&)> messageSeat = showMessage;
+std::function<Answer(const Message&)> messageHook = showMessage;
 
 Answer msgBox(const QString& text, int style, const QString& title) {
-    return messageSeat({text, style, title});
+    return messageHook({text, style, title});
 }
 
 } // namespace forms

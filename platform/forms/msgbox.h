@@ -36,6 +36,6 @@ Answer msgBox(const QString& text, int style = style::okOnly, const QString& tit
 extern QString applicationTitle;
 
 /// Who shows the messages; a test puts a recorder here.
-extern std::function<Answer(const Message&)> messageSeat;
+extern std::function<Answer(const Message&)> messageHook;
 
 } // namespace forms

@@ -8,7 +8,7 @@
 
 namespace forms {
 
-std::function<void(QDrag&)> TreeView::dragSeat = [](QDrag& drag) { drag.exec(Qt::CopyAction); };
+std::function<void(QDrag&)> TreeView::dragHook = [](QDrag& drag) { drag.exec(Qt::CopyAction); };
 
 TreeView::TreeView(QWidget* parent) : QTreeWidget(parent) {
     setHeaderHidden(true);
@@ -30,7 +30,7 @@ void TreeView::startDrag(Qt::DropActions) {
     auto* carried = new QMimeData;
     carried->setData(QLatin1StringView(nodeMimeType), node->text(0).toUtf8());
     drag->setMimeData(carried);
-    dragSeat(*drag);
+    dragHook(*drag);
     Q_EMIT OLECompleteDrag();
 }
 

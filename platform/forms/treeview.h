@@ -23,7 +23,7 @@ public:
     QTreeWidgetItem* SelectedItem() const;
 
     /// Who runs a drag until the node is let go; a test drops the node itself.
-    static std::function<void(QDrag&)> dragSeat;
+    static std::function<void(QDrag&)> dragHook;
 
 Q_SIGNALS:
     void DblClick();

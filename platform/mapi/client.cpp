@@ -94,15 +94,15 @@ QString withNetworkLineEnds(QString text) {
 
 } // namespace
 
-std::function<bool()> hasClientSeat = askDesktop;
-std::function<void(const Mail&)> composeSeat = composeByXdgEmail;
+std::function<bool()> hasClientHook = askDesktop;
+std::function<void(const Mail&)> composeHook = composeByXdgEmail;
 
 bool hasClient() {
-    return hasClientSeat();
+    return hasClientHook();
 }
 
 void compose(const Mail& mail) {
-    composeSeat(mail);
+    composeHook(mail);
 }
 
 QStringList emailArguments(const Mail& mail) {

@@ -43,7 +43,7 @@ void compose(const Mail& mail);
 QStringList emailArguments(const Mail& mail);
 
 /// Who knows the client and who is the client; a test puts its own here.
-extern std::function<bool()> hasClientSeat;
-extern std::function<void(const Mail&)> composeSeat;
+extern std::function<bool()> hasClientHook;
+extern std::function<void(const Mail&)> composeHook;
 
 } // namespace mapi

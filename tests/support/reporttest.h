@@ -14,7 +14,7 @@
 class ReportTest : public StoreTest {
 protected:
     static inline const QDate today{2024, 12, 31};
-    Replaced<forms::todaySeat> fixedDay{[] { return today; }};
+    Replaced<forms::todayHook> fixedDay{[] { return today; }};
 
     void SetUp() override {
         StoreTest::SetUp();
@@ -33,7 +33,7 @@ protected:
 
     std::shared_ptr<const crystal::Report> shown;
     QString title; ///< of the last report's window
-    Replaced<crystal::previewSeat> preview{[this](const auto& run, const QString& windowTitle, int state) {
+    Replaced<crystal::previewHook> preview{[this](const auto& run, const QString& windowTitle, int state) {
         shown = run;
         title = windowTitle;
         EXPECT_EQ(state, 2);

@@ -49,7 +49,7 @@ private:
     forms::Answer take(const forms::Message& message);
 
     std::deque<Expected> waiting;
-    Replaced<forms::messageSeat> hook{[this](const forms::Message& message) { return take(message); }};
+    Replaced<forms::messageHook> hook{[this](const forms::Message& message) { return take(message); }};
     Replaced<desktop::uncaughtHook> uncaught{toShowUncaught};
 };
 

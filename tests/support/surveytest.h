@@ -16,7 +16,7 @@
 class SurveyTest : public StoreTest {
 protected:
     static inline const QDate today{2024, 3, 5};
-    Replaced<forms::todaySeat> fixedDay{[] { return today; }};
+    Replaced<forms::todayHook> fixedDay{[] { return today; }};
 
     void SetUp() override {
         StoreTest::SetUp();

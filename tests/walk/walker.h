@@ -64,16 +64,16 @@ private:
     QString fault;
     QEventLoop loop;
 
-    Replaced<forms::messageSeat> messages{[this](const auto& shown) { return answer(shown); }};
-    Replaced<forms::openFileSeat> openDialog{[this](const auto& dialog) { return chooseFile(dialog); }};
-    Replaced<forms::saveFileSeat> saveDialog{[this](const auto& dialog) { return chooseFile(dialog); }};
-    Replaced<forms::helpSeat> help{[](const auto&) {}};
-    Replaced<desktop::openFileSeat> opener{[this](const QString&) { return oneIn(2) ? 42 : 2; }};
-    Replaced<mapi::hasClientSeat> client{[this] { return oneIn(2); }};
-    Replaced<mapi::composeSeat> composer{[](const auto&) {}};
-    Replaced<crystal::previewSeat> preview{[](const auto&, const QString&, int) {}};
-    Replaced<forms::TreeView::dragSeat> dragging{[this](QDrag&) { dropNode(); }};
-    Replaced<endSeat> end{[] {}};
+    Replaced<forms::messageHook> messages{[this](const auto& shown) { return answer(shown); }};
+    Replaced<forms::openFileHook> openDialog{[this](const auto& dialog) { return chooseFile(dialog); }};
+    Replaced<forms::saveFileHook> saveDialog{[this](const auto& dialog) { return chooseFile(dialog); }};
+    Replaced<forms::helpHook> help{[](const auto&) {}};
+    Replaced<desktop::openFileHook> opener{[this](const QString&) { return oneIn(2) ? 42 : 2; }};
+    Replaced<mapi::hasClientHook> client{[this] { return oneIn(2); }};
+    Replaced<mapi::composeHook> composer{[](const auto&) {}};
+    Replaced<crystal::previewHook> preview{[](const auto&, const QString&, int) {}};
+    Replaced<forms::TreeView::dragHook> dragging{[this](QDrag&) { dropNode(); }};
+    Replaced<endHook> end{[] {}};
 };
 
 } // namespace walk
