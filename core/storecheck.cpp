@@ -71,21 +71,27 @@ bool isNewer(ado::Connection& store) {
     return version.FieldAt(0).Text().toInt() > schemaVersion;
 }
 
-/// What is wrong with the store, as the end of a sentence that begins with the file; empty for nothing.
-QString toFindFault(const QString& newer) {
+struct Finding {
+    StoreState state = StoreState::Good;
+    QString fault; ///< the end of a sentence that begins with the file
+};
+
+Finding toFindFault() {
     ado::Connection store;
     store.ConnectionString = toConnectionText();
     try {
         store.Open();
         if (isNewer(store))
-            return newer;
+            return {StoreState::Newer,
+                    u"was made by a newer version of this program and needs that version."_s};
         const QStringList missing = missingTables(store);
         if (!missing.isEmpty())
-            return u"is no complete database of this program. It lacks: "_s + missing.join(u", "_s) + u'.';
+            return {StoreState::Faulty,
+                    u"is no complete database of this program. It lacks: "_s + missing.join(u", "_s) + u'.'};
     } catch (const ado::Failure& failure) {
         const int number = failure.cause().Number;
         if (number == formatError || number == damaged || number == noDatabase)
-            return u"is damaged or no database."_s;
+            return {StoreState::Faulty, u"is damaged or no database."_s};
     }
     return {};
 }
@@ -102,12 +108,10 @@ void toTellFault(const QString& databasePath, const QString& fault) {
 } // namespace
 
 StoreState toCheckStore(const QString& databasePath) {
-    const QString newer = u"was made by a newer version of this program and needs that version."_s;
-    const QString fault = toFindFault(newer);
-    if (fault.isEmpty())
-        return StoreState::Good;
-    toTellFault(databasePath, fault);
-    return fault == newer ? StoreState::Newer : StoreState::Faulty;
+    const Finding found = toFindFault();
+    if (found.state != StoreState::Good)
+        toTellFault(databasePath, found.fault);
+    return found.state;
 }
 
 StoreInspection::StoreInspection(const QString& databasePath)

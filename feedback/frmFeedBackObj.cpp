@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "feedback/frmFeedBackObj.h"
 
+#include "core/base/busy.h"
 #include "core/base/failure.h"
 #include "core/base/gblGlobal.h"
 #include "core/base/shell.h"
@@ -12,8 +13,6 @@
 #include "reference/grideditor.h"
 #include "reference/gridtools.h"
 #include "ui_frmFeedBackObj.h"
-
-#include <QTextDocument>
 
 using namespace Qt::StringLiterals;
 namespace style = forms::style;
@@ -53,12 +52,11 @@ void frmFeedBackObj::connectEvents() {
     editor->onChange = [this](const QString& text) { txtDtls_Change(text); };
     editor->fit = [this](int row, int col, const QString& text) -> std::optional<QString> {
         const forms::MSHFlexGrid* grid = ui->grdDtls;
-        const bool blank = text.trimmed().isEmpty();
         switch (toJudgeChange(col, grid->TextMatrix(row, feedbackColumn::type), text)) {
         case Judgement::Take:
             return text;
         case Judgement::Blank:
-            return blank ? std::optional(QString()) : std::nullopt;
+            return text.trimmed().isEmpty() ? std::optional(QString()) : std::nullopt;
         case Judgement::SetBack: // a block that was copied with its questions
             return text == grid->TextMatrix(row, col) ? std::optional(text) : std::nullopt;
         }
@@ -155,7 +153,7 @@ void frmFeedBackObj::requireShown() {
 }
 
 bool frmFeedBackObj::toFillcmbCustomername() {
-    return guarded({.form = this}, [this] {
+    return guarded({}, [this] {
         toReconnect();
         ado::Recordset customer;
         customer.Open(u"select * from customer"_s, *cnnMain);
@@ -166,7 +164,7 @@ bool frmFeedBackObj::toFillcmbCustomername() {
 }
 
 void frmFeedBackObj::toFillListView() {
-    guarded({.prefix = u"Error :"_s, .form = this}, [this] {
+    guarded({.prefix = u"Error :"_s}, [this] {
         toReconnect();
         ui->lstSurveyDates->Clear();
         ado::Recordset survey;
@@ -179,12 +177,10 @@ void frmFeedBackObj::toFillListView() {
 }
 
 void frmFeedBackObj::toFilllstRespondentName() {
-    guarded({.form = this}, [this] {
+    guarded({}, [this] {
         toReconnect();
         ui->lstRespname->Clear();
         const int custid = findCustomer(ui->cmbCusName->Text());
-        if (custid == 0)
-            return;
         ado::Recordset respondent;
         respondent.Open(u"select * from respondent where custid="_s + QString::number(custid), *cnnMain);
         for (; !respondent.Eof(); respondent.MoveNext())
@@ -200,33 +196,8 @@ QString frmFeedBackObj::toGetQuestionID(const QString& question) const {
     return questions.Eof() ? QString() : questions["questionid"].Text();
 }
 
-void frmFeedBackObj::toShowFileName() {
-    guarded({.form = this}, [this] {
-        toReconnect();
-        toShowFileLabel({});
-        const SurveyKey key = findSurveyKey(chosen());
-        ado::Recordset log;
-        if (key.respondentid != 0)
-            log.Open(u"select * from log where custname='"_s + ui->cmbCusName->Text() + u"' and respid=" +
-                         QString::number(key.respondentid) + u" and sdate=#" + toSqlDate(key.date) + u"#",
-                     *cnnMain);
-        toShowFileLabel(!log.IsOpen() || log.Eof() ? u"No Survey File Exported..."_s
-                                                   : u"Survey File Name : "_s + log["xlsfilename"].Text());
-    });
-}
-
-void frmFeedBackObj::toShowFileLabel(const QString& text) {
-    ui->lblXLSFile->setText(text);
-    ui->lblXLSFile->setToolTip(text.isEmpty() ? text : Qt::convertFromPlainText(text));
-}
-
-void frmFeedBackObj::toShowFileNameOfChoice() {
-    if (ui->lstSurveyDates->SelCount() > 0 && ui->lstRespname->SelCount() > 0)
-        toShowFileName();
-}
-
 void frmFeedBackObj::cmbCusName_Click() {
-    setMousePointer(forms::Hourglass);
+    const Busy busy(*this);
     if (ui->cmbCusName->ListCount() > 0) {
         toFillListView();
         toFilllstRespondentName();
@@ -235,11 +206,10 @@ void frmFeedBackObj::cmbCusName_Click() {
         else
             toShowNothing();
     }
-    setMousePointer(forms::DefaultPointer);
 }
 
 void frmFeedBackObj::lstRespname_Click() {
-    setMousePointer(forms::Hourglass);
+    const Busy busy(*this);
     if (ui->lstSurveyDates->ListCount() == 0) {
         toShowNothing();
     } else if (ui->lstSurveyDates->SelCount() == 0) {
@@ -250,17 +220,15 @@ void frmFeedBackObj::lstRespname_Click() {
         tofillscoreandweightage();
     }
     toShowFileNameOfChoice();
-    setMousePointer(forms::DefaultPointer);
 }
 
 void frmFeedBackObj::lstSurveyDates_Click() {
-    setMousePointer(forms::Hourglass);
+    const Busy busy(*this);
     if (ui->lstSurveyDates->ListCount() > 0) {
         toFillGrid();
         tofillscoreandweightage();
     }
     toShowFileNameOfChoice();
-    setMousePointer(forms::DefaultPointer);
 }
 
 void frmFeedBackObj::toBlankGrid() {
@@ -277,8 +245,8 @@ void frmFeedBackObj::toShowNothing() {
 }
 
 void frmFeedBackObj::toFillGrid() {
-    const bool filled = guarded({.form = this}, [this] {
-        setMousePointer(forms::Hourglass);
+    const bool filled = guarded({}, [this] {
+        const Busy busy(*this);
         toReconnect();
         ui->lblSDate->setText(ui->lstSurveyDates->Text());
         shown = findSurveyKey(chosen());
@@ -298,7 +266,6 @@ void frmFeedBackObj::toFillGrid() {
                 toShowQuestions(questions);
         }
         SetEditTextBox(1, 1);
-        setMousePointer(forms::DefaultPointer);
     });
     if (!filled)
         toShowNothing(); // else a save would store one date's marks under another
@@ -309,9 +276,9 @@ void frmFeedBackObj::toShowQuestions(ado::Recordset& questions) {
     grid->setRows(questions.RecordCount() + 1);
     for (int row = 1; !questions.Eof(); questions.MoveNext(), ++row) {
         grid->setTextMatrix(row, feedbackColumn::question, questions["question"].Text());
-        grid->setTextMatrix(row, feedbackColumn::weightage, {});
-        grid->setTextMatrix(row, feedbackColumn::score, {});
-        grid->setTextMatrix(row, feedbackColumn::description, {});
+        for (const int answer :
+             {feedbackColumn::weightage, feedbackColumn::score, feedbackColumn::description})
+            grid->setTextMatrix(row, answer, {});
         grid->setTextMatrix(row, feedbackColumn::type, questions["Type"].Text());
     }
 }
@@ -327,8 +294,8 @@ QString frmFeedBackObj::toMakeAnswerQuery(int row, const QString& questionid) co
 }
 
 void frmFeedBackObj::tofillscoreandweightage() {
-    const bool filled = guarded({.form = this}, [this] {
-        setMousePointer(forms::Hourglass);
+    const bool filled = guarded({}, [this] {
+        const Busy busy(*this);
         toReconnect();
         const forms::MSHFlexGrid* grid = ui->grdDtls;
         for (int row = 1; row < grid->Rows(); ++row) {
@@ -337,7 +304,6 @@ void frmFeedBackObj::tofillscoreandweightage() {
             toShowAnswer(row);
         }
         hasNewAnswers = false;
-        setMousePointer(forms::DefaultPointer);
     });
     if (!filled)
         toShowNothing(); // else a save would store blanks over the answers that could not be read
@@ -366,23 +332,18 @@ void frmFeedBackObj::toShowAnswer(int row) {
 }
 
 void frmFeedBackObj::cmdSave_Click() {
-    setMousePointer(forms::Hourglass);
+    Busy busy(*this);
     if (toFindBlank(ui->grdDtls, feedbackColumn::question) > 0) {
         forms::msgBox(u"Cannot Save.....Question details are missing"_s, style::critical,
                       u"Gaugewell v2.1"_s);
-        setMousePointer(forms::DefaultPointer);
-        return;
-    }
-    if (ui->lstRespname->ListCount() > 0) {
-        toShowStatus(u"Saving....."_s);
+    } else if (ui->lstRespname->ListCount() > 0) {
+        busy.say(u"Saving....."_s);
         toSaveDtls();
-        toShowStatus({});
     }
-    setMousePointer(forms::DefaultPointer);
 }
 
 void frmFeedBackObj::toSaveDtls() {
-    guarded({.form = this}, [this] {
+    guarded({}, [this] {
         toReconnect();
         requireShown();
         toWriteTogether([this] {

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Reading the survey file that belongs to the customer, respondent and date on show.
-#include "core/base/failure.h"
+// The survey file that belongs to the customer, respondent and date on show: its name, and reading it.
+#include "core/base/busy.h"
 #include "core/base/gblGlobal.h"
-#include "core/base/shell.h"
 #include "exchange/files/filenames.h"
 #include "exchange/files/homefile.h"
 #include "exchange/files/surveylog.h"
@@ -12,15 +11,34 @@
 #include "platform/forms/msgbox.h"
 #include "ui_frmFeedBackObj.h"
 
+#include <QTextDocument>
+
 using namespace Qt::StringLiterals;
 namespace style = forms::style;
 
+void frmFeedBackObj::toShowFileName() {
+    guarded({}, [this] {
+        toReconnect();
+        toShowFileLabel({});
+        const QString logged = findLoggedFileName(ui->cmbCusName->Text(), findSurveyKey(chosen()));
+        toShowFileLabel(logged.isEmpty() ? u"No Survey File Exported..."_s
+                                         : u"Survey File Name : "_s + logged);
+    });
+}
+
+void frmFeedBackObj::toShowFileLabel(const QString& text) {
+    ui->lblXLSFile->setText(text);
+    ui->lblXLSFile->setToolTip(text.isEmpty() ? text : Qt::convertFromPlainText(text));
+}
+
+void frmFeedBackObj::toShowFileNameOfChoice() {
+    if (ui->lstSurveyDates->SelCount() > 0 && ui->lstRespname->SelCount() > 0)
+        toShowFileName();
+}
+
 void frmFeedBackObj::cmdRead_Click() {
-    setMousePointer(forms::Hourglass);
-    toShowStatus(u"Reading Survey File......"_s);
+    const Busy busy(*this, u"Reading Survey File......"_s);
     toreadFromXlsFile();
-    toShowStatus({});
-    setMousePointer(forms::DefaultPointer);
 }
 
 QString frmFeedBackObj::toGetLoggedFileName() {
@@ -61,7 +79,7 @@ void frmFeedBackObj::toreadFromXlsFile() {
 void frmFeedBackObj::toShowReadAnswers() {
     if (!hasNewAnswers || ui->lstRespname->ListCount() == 0)
         return;
-    guarded({.form = this}, [this] {
+    guarded({}, [this] {
         toReconnect();
         tofillscoreandweightage();
         SetEditTextBox(1, 1);
