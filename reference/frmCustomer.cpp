@@ -65,7 +65,12 @@ void frmCustomer::connectEvents() {
         if (move == GridEditor::RowMove::Enter)
             ui->txtRespondentDtls->hide();
     };
-    customers->afterRowChange = [this](GridEditor::RowMove move) { toMoveWithCustomer(move); };
+    customers->afterRowChange = [this](GridEditor::RowMove move) {
+        if (move == GridEditor::RowMove::Down)
+            toShowLastRespondent();
+        else if (move == GridEditor::RowMove::Appended)
+            SetEditRespondentTextBox(1, 1);
+    };
     respondents->selectFor = [this](int row) { return toSelectRespondent(row); };
     respondents->write = [this](int row, ado::Recordset& respondent) { toWriteRespondent(row, respondent); };
     respondents->refresh = [this] { toRefreshRespondentDetails(); };
@@ -111,13 +116,6 @@ void frmCustomer::grdCustomerDtls_Click() {
 void frmCustomer::toShowLastRespondent() {
     ui->grdRespondentDtls->setRow(ui->grdRespondentDtls->Rows() - 1);
     respondents->editAgain();
-}
-
-void frmCustomer::toMoveWithCustomer(GridEditor::RowMove move) {
-    if (move == GridEditor::RowMove::Down)
-        toShowLastRespondent();
-    else if (move == GridEditor::RowMove::Appended)
-        SetEditRespondentTextBox(1, 1);
 }
 
 void frmCustomer::toRefreshCustomerDetails() {

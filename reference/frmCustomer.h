@@ -45,7 +45,6 @@ private:
     void cmdDeleteRespondent();
     void grdCustomerDtls_Click();
     void toShowLastRespondent();
-    void toMoveWithCustomer(GridEditor::RowMove move);
     bool toCheckDesignations();
     QString toSelectCustomer(int row) const;
     void toWriteCustomer(int row, ado::Recordset& customer) const;

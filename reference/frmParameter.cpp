@@ -63,15 +63,15 @@ void frmParameter::connectEvents() {
     onClick(ui->cmdDeleteQuestion, &frmParameter::cmdDeleteQuestion);
     connect(ui->cmdHelp, &QPushButton::clicked, this, [] { toShowHelpTopic(helpContext); });
     connect(ui->cmdClose, &QPushButton::clicked, this, [this] { Unload(); });
-    connect(ui->grdParameterDtls, &forms::MSHFlexGrid::Click, this, &frmParameter::grdParameterDtls_Click);
+    connect(ui->grdParameterDtls, &forms::MSHFlexGrid::Click, this, &frmParameter::toRefreshQuestionDtls);
     parameters->selectFor = [this](int row) { return toSelectParameter(row); };
     parameters->write = [this](int row, ado::Recordset& parameter) {
         parameter["parametername"] = toStoredText(parameters->cell(row, 1));
     };
     parameters->refresh = [this] { toRefreshPrameterDetails(); };
-    parameters->onOtherRow = [this] { grdParameterDtls_Click(); };
+    parameters->onOtherRow = [this] { toRefreshQuestionDtls(); };
     parameters->enterCommand = [this] { cmdAddParameter(); };
-    parameters->onRowChange = [this](GridEditor::RowMove) { grdParameterDtls_Click(); };
+    parameters->onRowChange = [this](GridEditor::RowMove) { toRefreshQuestionDtls(); };
     questions->selectFor = [this](int row) { return toSelectQuestion(row); };
     questions->write = [this](int row, ado::Recordset& question) { toWriteQuestion(row, question); };
     questions->refresh = [this] { toRefreshQuestionDtls(); };
@@ -96,7 +96,7 @@ void frmParameter::onLoad() {
     toRefreshPrameterDetails();
     SetEditParameterTextBox(ui->grdParameterDtls->Col(), 1);
     SetEditQuestionTextBox(1, 1);
-    grdParameterDtls_Click();
+    toRefreshQuestionDtls();
     SetEditParameterTextBox(1, 1);
     ui->cmbType->AddItem(u"Score"_s);
     ui->cmbType->AddItem(u"Descriptive"_s);
@@ -116,10 +116,6 @@ void frmParameter::SetEditParameterTextBox(int ColPos, int RowPos) {
 
 void frmParameter::SetEditQuestionTextBox(int ColPos, int RowPos) {
     guarded({.prefix = u"Error :"_s}, [&] { questions->setEdit(ColPos, RowPos); });
-}
-
-void frmParameter::grdParameterDtls_Click() {
-    toRefreshQuestionDtls();
 }
 
 void frmParameter::txtQuestionDtls_Change(const QString& text) {

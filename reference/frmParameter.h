@@ -45,7 +45,6 @@ private:
     void cmdAddQuestion();
     void cmdSaveQuestion();
     void cmdDeleteQuestion();
-    void grdParameterDtls_Click();
     void txtQuestionDtls_Change(const QString& text);
     QString toSelectParameter(int row) const;
     QString toSelectQuestion(int row) const;
