@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "reference/frmCustomer.h"
 
-#include "core/base/backup.h"
+#include "core/base/busy.h"
 #include "core/base/failure.h"
 #include "core/base/gblGlobal.h"
 #include "core/base/shell.h"
-#include "core/store/transaction.h"
 #include "platform/forms/msgbox.h"
 #include "reference/gridtools.h"
 #include "ui_frmCustomer.h"
@@ -17,9 +16,6 @@ namespace style = forms::style;
 namespace {
 
 constexpr int helpContext = 1;
-// Columns of the customer grid; those of the respondent grid follow in the same way.
-constexpr int custidColumn = 5;
-constexpr int respondentidColumn = 4;
 constexpr int designationColumn = 2;
 
 QVariant nullWhenEmpty(const QString& text) {
@@ -30,8 +26,13 @@ QVariant nullWhenEmpty(const QString& text) {
 
 frmCustomer::frmCustomer() : DefaultForm(Kind::SubWindow), ui(std::make_unique<Ui::frmCustomer>()) {
     ui->setupUi(this);
-    customers = new GridEditor(gridRules::customer, ui->grdCustomerDtls, ui->txtCustomerDtls);
-    respondents = new GridEditor(gridRules::respondent, ui->grdRespondentDtls, ui->txtRespondentDtls);
+    customers = new CatalogueTable(*this, gridRules::customer, ui->grdCustomerDtls, ui->txtCustomerDtls,
+                                   {"custname", "Address", "telno", "email", "custid"});
+    respondents =
+        new CatalogueTable(*this, gridRules::respondent, ui->grdRespondentDtls, ui->txtRespondentDtls,
+                           {"respondentname", "respondentdesignation", "emailid", "respondentid"});
+    customers->lower = respondents;
+    respondents->hasShyBox = true;
     connectEvents();
 }
 
@@ -54,13 +55,25 @@ void frmCustomer::connectEvents() {
     connect(ui->cmdHelp, &QPushButton::clicked, this, [] { toShowHelpTopic(helpContext); });
     connect(ui->cmdClose, &QPushButton::clicked, this, [this] { Unload(); });
     connect(ui->grdCustomerDtls, &forms::MSHFlexGrid::Click, this, &frmCustomer::grdCustomerDtls_Click);
+    customers->selectFor = [this](int row) { return toSelectCustomer(row); };
+    customers->write = [this](int row, ado::Recordset& customer) { toWriteCustomer(row, customer); };
+    customers->refresh = [this] { toRefreshCustomerDetails(); };
+    customers->onOtherRow = [this] { grdCustomerDtls_Click(); };
     customers->enterCommand = [this] { cmdAddCustomer(); };
     customers->onRowChange = [this](GridEditor::RowMove move) {
         toRefreshRespondentDetails();
         if (move == GridEditor::RowMove::Enter)
             ui->txtRespondentDtls->hide();
     };
-    customers->afterRowChange = [this](GridEditor::RowMove move) { toMoveWithCustomer(move); };
+    customers->afterRowChange = [this](GridEditor::RowMove move) {
+        if (move == GridEditor::RowMove::Down)
+            toShowLastRespondent();
+        else if (move == GridEditor::RowMove::Appended)
+            SetEditRespondentTextBox(1, 1);
+    };
+    respondents->selectFor = [this](int row) { return toSelectRespondent(row); };
+    respondents->write = [this](int row, ado::Recordset& respondent) { toWriteRespondent(row, respondent); };
+    respondents->refresh = [this] { toRefreshRespondentDetails(); };
     respondents->enterCommand = [this] { cmdAddRespondent(); };
 }
 
@@ -95,235 +108,108 @@ void frmCustomer::SetEditRespondentTextBox(int ColPos, int RowPos) {
     guarded({.prefix = u"Error :"_s}, [&] { respondents->setEdit(ColPos, RowPos); });
 }
 
-QString frmCustomer::currentCustID() const {
-    return currentKey(ui->grdCustomerDtls, custidColumn);
-}
-
 void frmCustomer::grdCustomerDtls_Click() {
     toRefreshRespondentDetails();
     toShowLastRespondent();
 }
 
 void frmCustomer::toShowLastRespondent() {
-    forms::MSHFlexGrid* grid = ui->grdRespondentDtls;
-    if (grid->Rows() < 2) {
-        grid->setRow(1);
-        return;
-    }
-    grid->setRow(grid->Rows() - 1);
-    SetEditRespondentTextBox(grid->Col(), grid->Row());
-}
-
-void frmCustomer::toMoveWithCustomer(GridEditor::RowMove move) {
-    if (move == GridEditor::RowMove::Down)
-        toShowLastRespondent();
-    else if (move == GridEditor::RowMove::Appended)
-        SetEditRespondentTextBox(1, 1);
+    ui->grdRespondentDtls->setRow(ui->grdRespondentDtls->Rows() - 1);
+    respondents->editAgain();
 }
 
 void frmCustomer::toRefreshCustomerDetails() {
-    guarded({.form = this}, [this] {
-        toReconnect();
-        const QString inHand = currentCustID();
-        ado::Recordset customer;
-        customer.Open(u"select * from customer"_s, *cnnMain);
-        if (customer.Eof())
-            toEmptyGrid(ui->grdCustomerDtls);
-        else
-            toFillGridFrom(ui->grdCustomerDtls, customer,
-                           {"custname", "Address", "telno", "email", "custid"});
-        goToKey(ui->grdCustomerDtls, custidColumn, inHand);
-    });
+    customers->read(u"select * from customer"_s);
 }
 
 void frmCustomer::toRefreshRespondentDetails() {
-    forms::MSHFlexGrid* grid = ui->grdRespondentDtls;
-    const QString custid = currentCustID();
-    if (respondentsOf != custid) { // also when they cannot be read
-        respondentsOf.reset();
-        toShowNoRespondents();
-    }
-    const bool read = guarded({.form = this}, [&] {
-        toReconnect();
-        if (custid.isEmpty()) {
-            toShowNoRespondents();
-            ui->grdCustomerDtls->setFocus();
-            return;
-        }
-        ado::Recordset respondent;
-        respondent.Open(u"select * from respondent where custid="_s + custid, *cnnMain);
-        if (respondent.Eof()) {
-            toShowNoRespondents();
-            return;
-        }
-        const QString inHand = currentKey(grid, respondentidColumn);
-        toFillGridFrom(grid, respondent,
-                       {"respondentname", "respondentdesignation", "emailid", "respondentid"});
-        goToKey(grid, respondentidColumn, inHand);
-        SetEditRespondentTextBox(grid->Col(), grid->Row());
-    });
-    if (read)
-        respondentsOf = custid;
-}
-
-void frmCustomer::toShowNoRespondents() {
-    forms::MSHFlexGrid* grid = ui->grdRespondentDtls;
-    toEmptyGrid(grid);
-    if (!ui->txtRespondentDtls->isHidden()) // it would go on showing another customer's respondent
-        SetEditRespondentTextBox(grid->Col(), grid->Row());
+    const QString custid = customers->key();
+    respondents->readOf(custid, u"select * from respondent where custid="_s + custid);
+    if (custid.isEmpty())
+        ui->grdCustomerDtls->setFocus();
 }
 
 void frmCustomer::toSaveCustomerDtls() {
-    setMousePointer(forms::Hourglass);
-    forms::MSHFlexGrid* grid = ui->grdCustomerDtls;
-    QString inHand;
-    const bool saved = guarded({.form = this}, [&] {
-        toReconnect();
-        Transaction transaction;
-        for (int row = 1; row < grid->Rows(); ++row) {
-            const QString custid = toSaveCustomerRow(row);
-            if (row == grid->Row())
-                inHand = custid;
-        }
-        transaction.Commit();
-    });
-    if (!saved)
-        return;
-    if (currentCustID().isEmpty() && respondentsOf == QString() && !inHand.isEmpty())
-        respondentsOf = inHand; // typed for the new customer
-    grid->setTextMatrix(grid->Row(), custidColumn, inHand);
-    toRefreshCustomerDetails();
-    if (respondentsOf != currentCustID())
-        grdCustomerDtls_Click(); // the row in hand was not stored
-    SetEditTextBox(ui->grdCustomerDtls->Col(), ui->grdCustomerDtls->Row());
-    customers->focusBox();
-    setMousePointer(forms::DefaultPointer);
+    if (customers->save())
+        customers->focusBox();
 }
 
-QString frmCustomer::toSaveCustomerRow(int row) {
-    const auto cell = [&](int column) { return ui->grdCustomerDtls->TextMatrix(row, column); };
-    ado::Recordset customer;
-    if (cell(custidColumn).isEmpty()) {
-        customer.Open(u"select * from customer where CustName='"_s + toStoredText(cell(1)) + u"'", *cnnMain,
-                      ado::Recordset::Lock::Optimistic);
-        if (!customer.Eof())
-            return {}; // a customer of that name exists
-        customer.AddNew();
-    } else {
-        customer.Open(u"select * from customer where custid="_s + cell(custidColumn), *cnnMain,
-                      ado::Recordset::Lock::Optimistic);
-        if (customer.Eof())
-            return {};
-    }
+QString frmCustomer::toSelectCustomer(int row) const {
+    const QString custid = customers->key(row);
+    if (!custid.isEmpty())
+        return u"select * from customer where custid="_s + custid;
+    return u"select * from customer where CustName='"_s + toStoredText(customers->cell(row, 1)) + u"'";
+}
+
+void frmCustomer::toWriteCustomer(int row, ado::Recordset& customer) const {
+    const auto cell = [&](int column) { return customers->cell(row, column); };
     customer["custname"] = toStoredText(cell(1));
     customer["Address"] = cell(2).isEmpty() ? u" "_s : toStoredText(cell(2));
     customer["telno"] = nullWhenEmpty(cell(3));
     customer["email"] = nullWhenEmpty(cell(4));
-    customer.Update();
-    return customer["custid"].Text();
 }
 
 /// Whether a respondent of the name and designation in that row is stored under the current customer. With
 /// an apostrophe in one text only, the other is tested as empty, so that nothing is found.
 QString frmCustomer::toMakeDuplicateTest(int row) const {
-    const forms::MSHFlexGrid* grid = ui->grdRespondentDtls;
-    const QString name = grid->TextMatrix(row, 1);
-    const QString designation = grid->TextMatrix(row, designationColumn);
+    const QString name = respondents->cell(row, 1);
+    const QString designation = respondents->cell(row, designationColumn);
     const std::optional<QString> filteredName = toFilterApostrophe(name);
     const std::optional<QString> filteredDesignation = toFilterApostrophe(designation);
     if (!filteredName && !filteredDesignation) {
         return u"select * from respondent where respondentname='"_s + name + u"' and custid=" +
-               currentCustID() + u" and respondentdesignation='" + designation + u"'";
+               customers->key() + u" and respondentdesignation='" + designation + u"'";
     }
-    const QString customer = ui->grdCustomerDtls->TextMatrix(ui->grdCustomerDtls->Row(), 1);
+    const QString customer = customers->cell(ui->grdCustomerDtls->Row(), 1);
     return u"select * from respondent where respondentname='"_s + filteredName.value_or(QString()) +
            u"' and custid=" + QString::number(toGetCustID(customer)) + u" and respondentdesignation='" +
            filteredDesignation.value_or(QString()) + u"'";
 }
 
 void frmCustomer::toSaveRespondentDetails() {
-    if (respondentsOf != currentCustID()) {
-        msgBox(
-            u"The respondents of this customer could not be read. Click the customer to read them. Nothing "
-            "has been saved."_s,
-            style::information, u"Gaugewell v2.1"_s);
+    if (respondents->owner == customers->key()) {
+        respondents->save();
         return;
     }
-    setMousePointer(forms::Hourglass);
-    forms::MSHFlexGrid* grid = ui->grdRespondentDtls;
-    QString inHand;
-    const bool saved = guarded({.form = this}, [&] {
-        toReconnect();
-        Transaction transaction;
-        for (int row = 1; row < grid->Rows(); ++row) {
-            const QString respondentid = toSaveRespondentRow(row);
-            if (row == grid->Row())
-                inHand = respondentid;
-        }
-        transaction.Commit();
-    });
-    if (saved) {
-        grid->setTextMatrix(grid->Row(), respondentidColumn, inHand);
-        toRefreshRespondentDetails();
-    }
-    setMousePointer(forms::DefaultPointer);
-}
-
-int frmCustomer::newRespondents() const {
-    int count = 0;
-    for (int row = 1; row < ui->grdRespondentDtls->Rows(); ++row)
-        count += ui->grdRespondentDtls->TextMatrix(row, respondentidColumn).isEmpty() ? 1 : 0;
-    return count;
+    msgBox(u"The respondents of this customer could not be read. Click the customer to read them. Nothing "
+           "has been saved."_s,
+           style::information, u"Gaugewell v2.1"_s);
 }
 
 /// A single new row is compared by the texts of the row in hand, of several each by its own.
-QString frmCustomer::toSaveRespondentRow(int row) {
-    const auto cell = [&](int column) { return ui->grdRespondentDtls->TextMatrix(row, column); };
-    const bool isNew = cell(respondentidColumn).isEmpty();
-    ado::Recordset respondent;
-    if (isNew) {
-        const int tested = newRespondents() > 1 ? row : ui->grdRespondentDtls->Row();
-        respondent.Open(toMakeDuplicateTest(tested), *cnnMain, ado::Recordset::Lock::Optimistic);
-        if (!respondent.Eof())
-            return {};
-        respondent.AddNew();
-    } else {
-        respondent.Open(u"select * from respondent where respondentid="_s + cell(respondentidColumn),
-                        *cnnMain, ado::Recordset::Lock::Optimistic);
-        if (respondent.Eof())
-            return {};
-    }
-    respondent["respondentname"] = nullWhenEmpty(cell(1));
-    if (isNew || !cell(designationColumn).isEmpty())
-        respondent["respondentdesignation"] = toStoredText(cell(designationColumn));
-    respondent["emailid"] = toStoredText(cell(3));
-    respondent["custid"] = currentCustID();
-    respondent.Update();
-    return respondent["respondentid"].Text();
+QString frmCustomer::toSelectRespondent(int row) const {
+    const QString respondentid = respondents->key(row);
+    if (!respondentid.isEmpty())
+        return u"select * from respondent where respondentid="_s + respondentid;
+    int newRows = 0;
+    for (int other = 1; other < ui->grdRespondentDtls->Rows(); ++other)
+        newRows += respondents->key(other).isEmpty() ? 1 : 0;
+    return toMakeDuplicateTest(newRows > 1 ? row : ui->grdRespondentDtls->Row());
+}
+
+void frmCustomer::toWriteRespondent(int row, ado::Recordset& respondent) const {
+    const QString designation = respondents->cell(row, designationColumn);
+    respondent["respondentname"] = nullWhenEmpty(respondents->cell(row, 1));
+    if (respondents->key(row).isEmpty() || !designation.isEmpty())
+        respondent["respondentdesignation"] = toStoredText(designation);
+    respondent["emailid"] = toStoredText(respondents->cell(row, 3));
+    respondent["custid"] = customers->key();
 }
 
 void frmCustomer::toDeleteCustomer() {
     guarded({.form = this}, [this] {
         toReconnect();
         toShowStatus(u"Deleting Customer Dtls....."_s);
-        const QString custid = currentCustID();
-        if (!custid.isEmpty()) {
-            const QString deletion = u"delete * from customer where custid="_s + custid;
-            ado::Recordset respondent;
-            respondent.Open(u"select * from respondent where custid="_s + custid, *cnnMain);
-            const bool alone = respondent.Eof();
-            respondent.Close();
-            if (alone || msgBox(u"Deleting of Customer will delete all the Corresponding records"_s,
-                                style::okCancel + style::secondButton, u"Tallywell"_s) == forms::Answer::Ok) {
-                toBackupBeforeLoss();
-                cnnMain->Execute(deletion);
-            } else {
-                toShowStatus(u"Deletion Cancelled....."_s);
-            }
-        }
+        const QString custid = customers->key();
+        if (custid.isEmpty() || !toFindAny(u"select * from respondent where custid="_s + custid) ||
+            msgBox(u"Deleting of Customer will delete all the Corresponding records"_s,
+                   style::okCancel + style::secondButton, u"Tallywell"_s) == forms::Answer::Ok)
+            customers->remove(u"delete * from customer where custid="_s + custid);
+        else
+            toShowStatus(u"Deletion Cancelled....."_s);
         toRefreshCustomerDetails();
         toRefreshRespondentDetails();
-        SetEditTextBox(ui->grdCustomerDtls->Col(), ui->grdCustomerDtls->Row());
+        customers->editAgain();
         toShowStatus({});
     });
 }
@@ -331,109 +217,65 @@ void frmCustomer::toDeleteCustomer() {
 void frmCustomer::toDeleteRespondentDetails() {
     guarded({.form = this}, [this] {
         toReconnect();
-        const QString respondentid = currentKey(ui->grdRespondentDtls, respondentidColumn);
-        if (!respondentid.isEmpty()) {
-            toBackupBeforeLoss();
-            cnnMain->Execute(u"delete * from respondent where respondentid="_s + respondentid);
-        }
+        respondents->remove(u"delete * from respondent where respondentid="_s + respondents->key());
         toRefreshRespondentDetails();
-        SetEditTextBox(ui->grdCustomerDtls->Col(), ui->grdCustomerDtls->Row());
+        customers->editAgain();
         ui->grdRespondentDtls->setFocus();
         ui->txtRespondentDtls->hide();
     });
 }
 
 void frmCustomer::cmdAddCustomer() {
-    forms::MSHFlexGrid* grid = ui->grdCustomerDtls;
-    if (toFindBlank(grid, 1) > 0) {
+    if (toFindBlank(ui->grdCustomerDtls, 1) > 0) {
         msgBox(u"Customer Name Cannot be left blank....Error"_s, style::critical, u"Gaugewell v2.1"_s);
-        SetEditTextBox(1, grid->Row());
-        customers->focusBox();
+        customers->editFirst(); // of the row in hand, which may be another one
         return;
     }
-    toShowStatus(u"Adding Customer......"_s);
+    const Busy busy(*this, u"Adding Customer......"_s);
     cmdSaveCustomer();
-    grid->setRows(grid->Rows() + 1);
-    grid->setRow(grid->Rows() - 1);
-    toRefreshRespondentDetails();
-    toShowLastRespondent();
-    SetEditTextBox(1, grid->Row());
-    customers->focusBox();
-    toShowStatus({});
-}
-
-/// Puts the editor on a row's name; the respondents in sight are those of the row in hand.
-void frmCustomer::toGoToCustomer(int row) {
-    const bool moves = row != ui->grdCustomerDtls->Row();
-    SetEditTextBox(1, row);
-    if (moves)
-        grdCustomerDtls_Click();
+    customers->append();
 }
 
 void frmCustomer::cmdSaveCustomer() {
-    if (const int blank = toFindBlank(ui->grdCustomerDtls, 1)) {
-        msgBox(u"Customer Name cannot be left blank....Error"_s, style::critical, u"Tallywell"_s);
-        toGoToCustomer(blank);
-        customers->focusBox();
+    if (!customers->check(1, u"Customer Name cannot be left blank....Error"_s, u"Tallywell"_s))
         return;
-    }
-    toShowStatus(u"Saving Customer ...."_s);
+    const Busy busy(*this, u"Saving Customer ...."_s);
     toSaveCustomerDtls();
-    SetEditTextBox(1, ui->grdCustomerDtls->Row());
-    customers->focusBox();
-    toShowStatus({});
+    customers->editFirst();
 }
 
 void frmCustomer::cmdDeleteCustomer() {
     toDeleteCustomer();
     customers->focusBox();
-    toShowStatus({});
 }
 
-bool frmCustomer::toCheckDesignations(bool resetPointer) {
-    const int blank = toFindBlank(ui->grdRespondentDtls, designationColumn);
-    if (blank == 0)
-        return true;
-    msgBox(u"Designation cannot be left blank....Error"_s, style::critical, u"Tallywell"_s);
-    SetEditRespondentTextBox(designationColumn, blank);
-    respondents->focusBox();
-    if (resetPointer)
-        setMousePointer(forms::DefaultPointer);
-    return false;
+bool frmCustomer::toCheckDesignations() {
+    return respondents->check(designationColumn, u"Designation cannot be left blank....Error"_s,
+                              u"Tallywell"_s);
 }
 
 void frmCustomer::cmdAddRespondent() {
-    if (!toCheckDesignations(false))
+    if (!toCheckDesignations())
         return;
-    toShowStatus(u"Adding Respondent....."_s);
+    const Busy busy(*this, u"Adding Respondent....."_s);
     cmdSaveRespondent();
-    forms::MSHFlexGrid* grid = ui->grdRespondentDtls;
-    grid->setRows(grid->Rows() + 1);
-    grid->setRow(grid->Rows() - 1);
-    SetEditRespondentTextBox(1, grid->Row());
-    respondents->focusBox();
-    toShowStatus({});
+    respondents->append();
 }
 
 void frmCustomer::cmdSaveRespondent() {
-    setMousePointer(forms::Hourglass);
-    if (!toCheckDesignations(true))
+    Busy busy(*this);
+    if (!toCheckDesignations())
         return;
-    if (ui->grdCustomerDtls->TextMatrix(ui->grdCustomerDtls->Row(), 1).trimmed().isEmpty()) {
+    if (customers->cell(ui->grdCustomerDtls->Row(), 1).trimmed().isEmpty()) {
         msgBox(u"Select a Customer to Add Respondent(s)"_s, style::noIcon, u"Gaugewell v2.1"_s);
-        setMousePointer(forms::DefaultPointer);
         return;
     }
-    toShowStatus(u"Saving Respondent......"_s);
+    busy.say(u"Saving Respondent......"_s);
     toSaveRespondentDetails();
-    toShowStatus({});
-    setMousePointer(forms::DefaultPointer);
 }
 
 void frmCustomer::cmdDeleteRespondent() {
-    toShowStatus(u"Deleting Respondent...."_s);
+    const Busy busy(*this, u"Deleting Respondent...."_s);
     toDeleteRespondentDetails();
-    SetEditRespondentTextBox(1, ui->grdRespondentDtls->Row());
-    respondents->focusBox();
-    toShowStatus({});
+    respondents->editFirst();
 }

@@ -2,10 +2,9 @@
 #pragma once
 
 #include "platform/forms/form.h"
-#include "reference/grideditor.h"
+#include "reference/cataloguetable.h"
 
 #include <memory>
-#include <optional>
 
 namespace Ui {
 class frmCustomer;
@@ -39,7 +38,6 @@ private:
     void connectEvents();
 
     void cmdAddCustomer();
-    void toGoToCustomer(int row);
     void cmdSaveCustomer();
     void cmdDeleteCustomer();
     void cmdAddRespondent();
@@ -47,21 +45,14 @@ private:
     void cmdDeleteRespondent();
     void grdCustomerDtls_Click();
     void toShowLastRespondent();
-    void toShowNoRespondents();
-    void toMoveWithCustomer(GridEditor::RowMove move);
-    /// Whether every respondent has a designation; tells of the first that has none.
-    bool toCheckDesignations(bool resetPointer);
-    // They return the key of the stored row; empty when the row was passed over.
-    QString toSaveCustomerRow(int row);
-    QString toSaveRespondentRow(int row);
+    bool toCheckDesignations();
+    QString toSelectCustomer(int row) const;
+    void toWriteCustomer(int row, ado::Recordset& customer) const;
     QString toMakeDuplicateTest(int row) const;
-    int newRespondents() const; ///< rows that are not stored
-    QString currentCustID() const;
+    QString toSelectRespondent(int row) const;
+    void toWriteRespondent(int row, ado::Recordset& respondent) const;
 
     std::unique_ptr<Ui::frmCustomer> ui;
-    GridEditor* customers = nullptr;
-    GridEditor* respondents = nullptr;
-    /// The custid whose respondents the lower grid shows, empty for a customer that is not stored; nothing
-    /// when they could not be read.
-    std::optional<QString> respondentsOf;
+    CatalogueTable* customers = nullptr;
+    CatalogueTable* respondents = nullptr;
 };

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "reference/frmParameter.h"
 
-#include "core/base/backup.h"
+#include "core/base/busy.h"
 #include "core/base/failure.h"
 #include "core/base/gblGlobal.h"
 #include "core/base/shell.h"
-#include "core/store/transaction.h"
 #include "platform/forms/msgbox.h"
 #include "reference/gridtools.h"
 #include "ui_frmParameter.h"
@@ -17,9 +16,7 @@ namespace style = forms::style;
 namespace {
 
 constexpr int helpContext = 2;
-constexpr int paramidColumn = 2;
 constexpr int typeColumn = 2;
-constexpr int questionidColumn = 3;
 
 /// In the Type column one key fills the word: S Score, D Descriptive. Whatever does not begin with one of
 /// these capitals is wiped.
@@ -36,8 +33,11 @@ QString typeOf(const QString& text) {
 
 frmParameter::frmParameter() : DefaultForm(Kind::SubWindow), ui(std::make_unique<Ui::frmParameter>()) {
     ui->setupUi(this);
-    parameters = new GridEditor(gridRules::parameter, ui->grdParameterDtls, ui->txtParameterDtls);
-    questions = new GridEditor(gridRules::question, ui->grdQuestionDtls, ui->txtQuestionDtls);
+    parameters = new CatalogueTable(*this, gridRules::parameter, ui->grdParameterDtls, ui->txtParameterDtls,
+                                    {"parametername", "paramid"});
+    questions = new CatalogueTable(*this, gridRules::question, ui->grdQuestionDtls, ui->txtQuestionDtls,
+                                   {"question", "Type", "questionid"});
+    parameters->lower = questions;
     connectEvents();
 }
 
@@ -48,8 +48,7 @@ QLineEdit* frmParameter::txtParameterDtls() const {
 }
 
 void frmParameter::toFocusParameter() {
-    SetEditParameterTextBox(1, ui->grdParameterDtls->Row());
-    parameters->focusBox();
+    parameters->editFirst();
 }
 
 void frmParameter::connectEvents() {
@@ -64,9 +63,21 @@ void frmParameter::connectEvents() {
     onClick(ui->cmdDeleteQuestion, &frmParameter::cmdDeleteQuestion);
     connect(ui->cmdHelp, &QPushButton::clicked, this, [] { toShowHelpTopic(helpContext); });
     connect(ui->cmdClose, &QPushButton::clicked, this, [this] { Unload(); });
-    connect(ui->grdParameterDtls, &forms::MSHFlexGrid::Click, this, &frmParameter::grdParameterDtls_Click);
+    connect(ui->grdParameterDtls, &forms::MSHFlexGrid::Click, this, &frmParameter::toRefreshQuestionDtls);
+    parameters->selectFor = [this](int row) { return toSelectParameter(row); };
+    parameters->write = [this](int row, ado::Recordset& parameter) {
+        parameter["parametername"] = toStoredText(parameters->cell(row, 1));
+    };
+    parameters->refresh = [this] { toRefreshPrameterDetails(); };
+    parameters->onOtherRow = [this] { toRefreshQuestionDtls(); };
     parameters->enterCommand = [this] { cmdAddParameter(); };
-    parameters->onRowChange = [this](GridEditor::RowMove) { grdParameterDtls_Click(); };
+    parameters->onRowChange = [this](GridEditor::RowMove) { toRefreshQuestionDtls(); };
+    questions->selectFor = [this](int row) { return toSelectQuestion(row); };
+    questions->write = [this](int row, ado::Recordset& question) { toWriteQuestion(row, question); };
+    questions->refresh = [this] { toRefreshQuestionDtls(); };
+    questions->shownAs = [](int col, const QString& text) {
+        return col != typeColumn ? text : text == ado::toText(true) ? u"Score"_s : u"Descriptive"_s;
+    };
     questions->onChange = [this](const QString& text) { txtQuestionDtls_Change(text); };
     questions->fit = [](int, int col, const QString& text) -> std::optional<QString> {
         if (col != typeColumn || text.trimmed().isEmpty())
@@ -85,7 +96,7 @@ void frmParameter::onLoad() {
     toRefreshPrameterDetails();
     SetEditParameterTextBox(ui->grdParameterDtls->Col(), 1);
     SetEditQuestionTextBox(1, 1);
-    grdParameterDtls_Click();
+    toRefreshQuestionDtls();
     SetEditParameterTextBox(1, 1);
     ui->cmbType->AddItem(u"Score"_s);
     ui->cmbType->AddItem(u"Descriptive"_s);
@@ -107,14 +118,6 @@ void frmParameter::SetEditQuestionTextBox(int ColPos, int RowPos) {
     guarded({.prefix = u"Error :"_s}, [&] { questions->setEdit(ColPos, RowPos); });
 }
 
-QString frmParameter::currentParamID() const {
-    return currentKey(ui->grdParameterDtls, paramidColumn);
-}
-
-void frmParameter::grdParameterDtls_Click() {
-    toRefreshQuestionDtls();
-}
-
 void frmParameter::txtQuestionDtls_Change(const QString& text) {
     forms::MSHFlexGrid* grid = ui->grdQuestionDtls;
     const QString taken = grid->Col() == typeColumn ? typeOf(text) : text;
@@ -124,177 +127,69 @@ void frmParameter::txtQuestionDtls_Change(const QString& text) {
 }
 
 void frmParameter::toRefreshPrameterDetails() {
-    guarded({.form = this}, [this] {
-        toReconnect();
-        const QString inHand = currentParamID();
-        ado::Recordset parameter;
-        parameter.Open(u"select * from parameter"_s, *cnnMain);
-        if (parameter.Eof())
-            toEmptyGrid(ui->grdParameterDtls);
-        else
-            toFillGridFrom(ui->grdParameterDtls, parameter, {"parametername", "paramid"});
-        goToKey(ui->grdParameterDtls, paramidColumn, inHand);
-    });
+    parameters->read(u"select * from parameter"_s);
 }
 
 void frmParameter::toRefreshQuestionDtls() {
-    forms::MSHFlexGrid* grid = ui->grdQuestionDtls;
-    const QString paramid = currentParamID();
-    const QString inHand = currentKey(grid, questionidColumn);
-    if (questionsOf != paramid) { // also when they cannot be read
-        questionsOf.reset();
-        toEmptyGrid(grid);
-        SetEditQuestionTextBox(grid->Col(), grid->Row());
-    }
-    const bool read = guarded({.form = this}, [&] {
-        toReconnect();
-        ado::Recordset question;
-        if (!paramid.isEmpty())
-            question.Open(u"select * from questions where paramid ="_s + paramid, *cnnMain);
-        if (!question.IsOpen() || question.Eof()) {
-            toEmptyGrid(grid);
-        } else {
-            grid->setRows(question.RecordCount() + 1);
-            for (int row = 1; !question.Eof(); question.MoveNext(), ++row) {
-                grid->setTextMatrix(row, 1, question["question"].Text());
-                grid->setTextMatrix(row, typeColumn,
-                                    question["Type"].Value().toBool() ? u"Score"_s : u"Descriptive"_s);
-                grid->setTextMatrix(row, questionidColumn, question["questionid"].Text());
-            }
-        }
-        goToKey(grid, questionidColumn, inHand);
-        SetEditQuestionTextBox(grid->Col(), grid->Row());
-    });
-    if (read)
-        questionsOf = paramid;
+    const QString paramid = parameters->key();
+    questions->readOf(paramid, u"select * from questions where paramid ="_s + paramid);
 }
 
 void frmParameter::toSaveParameterDtls() {
-    setMousePointer(forms::Hourglass);
-    forms::MSHFlexGrid* grid = ui->grdParameterDtls;
-    QString inHand;
-    const bool saved = guarded({.form = this}, [&] {
-        toReconnect();
-        Transaction transaction;
-        for (int row = 1; row < grid->Rows(); ++row) {
-            const QString paramid = toSaveParameterRow(row);
-            if (row == grid->Row())
-                inHand = paramid;
-        }
-        transaction.Commit();
-    });
-    if (!saved)
-        return;
-    if (currentParamID().isEmpty() && questionsOf == QString() && !inHand.isEmpty())
-        questionsOf = inHand; // typed for the new parameter
-    grid->setTextMatrix(grid->Row(), paramidColumn, inHand);
-    toRefreshPrameterDetails();
-    if (questionsOf != currentParamID())
-        grdParameterDtls_Click(); // the row in hand was not stored
-    SetEditParameterTextBox(ui->grdParameterDtls->Col(), ui->grdParameterDtls->Row());
-    setMousePointer(forms::DefaultPointer);
+    parameters->save();
 }
 
-QString frmParameter::toSaveParameterRow(int row) {
-    const QString name = toStoredText(ui->grdParameterDtls->TextMatrix(row, 1));
-    const QString paramid = ui->grdParameterDtls->TextMatrix(row, paramidColumn);
-    ado::Recordset parameter;
-    if (!paramid.isEmpty()) {
-        parameter.Open(u"select * from parameter where paramid="_s + paramid, *cnnMain,
-                       ado::Recordset::Lock::Optimistic);
-        if (parameter.Eof())
-            return {};
-    } else {
-        parameter.Open(u"select * from parameter where parametername='"_s + name + u"'", *cnnMain,
-                       ado::Recordset::Lock::Optimistic);
-        if (!parameter.Eof())
-            return {}; // a parameter of that name exists
-        parameter.AddNew();
-    }
-    parameter["parametername"] = name;
-    parameter.Update();
-    return parameter["paramid"].Text();
+QString frmParameter::toSelectParameter(int row) const {
+    const QString paramid = parameters->key(row);
+    if (!paramid.isEmpty())
+        return u"select * from parameter where paramid="_s + paramid;
+    return u"select * from parameter where parametername='"_s + toStoredText(parameters->cell(row, 1)) + u"'";
 }
 
 void frmParameter::toSaveQuestionDetails() {
-    if (questionsOf != currentParamID()) {
-        msgBox(
-            u"The questions of this parameter could not be read. Click the parameter to read them. Nothing "
-            "has been saved."_s,
-            style::information, u"Gaugewell v2.1"_s);
+    if (questions->owner == parameters->key()) {
+        questions->save();
         return;
     }
-    setMousePointer(forms::Hourglass);
-    forms::MSHFlexGrid* grid = ui->grdQuestionDtls;
-    QString inHand;
-    const bool saved = guarded({.form = this}, [&] {
-        toReconnect();
-        Transaction transaction;
-        for (int row = 1; row < grid->Rows(); ++row) {
-            const QString questionid = toSaveQuestionRow(row);
-            if (row == grid->Row())
-                inHand = questionid;
-        }
-        transaction.Commit();
-    });
-    if (saved) {
-        grid->setTextMatrix(grid->Row(), questionidColumn, inHand);
-        toRefreshQuestionDtls();
-    }
-    setMousePointer(forms::DefaultPointer);
+    msgBox(u"The questions of this parameter could not be read. Click the parameter to read them. Nothing "
+           "has been saved."_s,
+           style::information, u"Gaugewell v2.1"_s);
 }
 
-QString frmParameter::toSaveQuestionRow(int row) {
-    const forms::MSHFlexGrid* grid = ui->grdQuestionDtls;
-    const QString typed = grid->TextMatrix(row, 1);
+QString frmParameter::toSelectQuestion(int row) const {
+    const QString typed = questions->cell(row, 1);
     const QString text = toStoredText(typed);
-    QString questionid = grid->TextMatrix(row, questionidColumn);
-    const QString byText =
-        u"select * from questions where question='"_s + text + u"' and Paramid=" + currentParamID();
+    const QString questionid = questions->key(row);
+    if (!questionid.isEmpty() && typed == text)
+        return u"select * from questions where questionid="_s + questionid;
     // A stored question whose text has gained an apostrophe is looked up by that text, and so is not found.
-    const bool byId = !questionid.isEmpty() && typed == text;
-    ado::Recordset question;
-    question.Open(byId ? u"select * from questions where questionid="_s + questionid : byText, *cnnMain,
-                  ado::Recordset::Lock::Optimistic);
-    if (questionid.isEmpty()) {
-        if (!question.Eof())
-            return {}; // the parameter has that question
-        question.AddNew();
-    } else if (question.Eof()) {
-        return questionid;
-    }
-    question["question"] = text;
-    question["Type"] = grid->TextMatrix(row, typeColumn) == u"Score";
-    question["paramid"] = currentParamID();
-    question.Update();
-    return question["questionid"].Text();
+    return u"select * from questions where question='"_s + text + u"' and Paramid=" + parameters->key();
+}
+
+void frmParameter::toWriteQuestion(int row, ado::Recordset& question) const {
+    question["question"] = toStoredText(questions->cell(row, 1));
+    question["Type"] = questions->cell(row, typeColumn) == u"Score";
+    question["paramid"] = parameters->key();
 }
 
 bool frmParameter::toConfirmDeletion(const QString& paramid) {
-    if (ui->grdQuestionDtls->TextMatrix(1, questionidColumn).isEmpty())
-        return true;
-    ado::Recordset question;
-    question.Open(u"select * from questions where paramid="_s + paramid, *cnnMain);
-    const bool hasQuestions = !question.Eof();
-    question.Close(); // nothing stays locked while the question is on the screen
-    return hasQuestions &&
-           msgBox(u"Deleting of parameter will delete all the Corresponding records"_s,
-                  style::okCancel + style::secondButton, u"Gaugewell v2.1"_s) == forms::Answer::Ok;
+    return questions->key(1).isEmpty() ||
+           (toFindAny(u"select * from questions where paramid="_s + paramid) &&
+            msgBox(u"Deleting of parameter will delete all the Corresponding records"_s,
+                   style::okCancel + style::secondButton, u"Gaugewell v2.1"_s) == forms::Answer::Ok);
 }
 
 void frmParameter::toDeleteparameter() {
     guarded({.form = this}, [this] {
         toReconnect();
         forms::MSHFlexGrid* grid = ui->grdParameterDtls;
-        const QString paramid = currentParamID();
-        if (questionsOf != paramid)
+        const QString paramid = parameters->key();
+        if (questions->owner != paramid)
             toRefreshQuestionDtls();
-        if (questionsOf != paramid) // it is not known whether the parameter has any
+        if (questions->owner != paramid) // it is not known whether the parameter has any
             return;
-        if (!paramid.isEmpty() && toConfirmDeletion(paramid)) {
-            toBackupBeforeLoss();
-            cnnMain->Execute(u"delete * from parameter where paramid="_s + paramid);
-        }
+        if (!paramid.isEmpty() && toConfirmDeletion(paramid))
+            parameters->remove(u"delete * from parameter where paramid="_s + paramid);
         if (grid->Rows() > 2) {
             // Stores the edits of the rows that stay. The refresh brings the last row back if the database
             // still has it.
@@ -303,7 +198,7 @@ void frmParameter::toDeleteparameter() {
             cmdSaveParameter();
         }
         toRefreshPrameterDetails();
-        SetEditParameterTextBox(grid->Col(), grid->Row());
+        parameters->editAgain();
         toRefreshQuestionDtls();
     });
 }
@@ -312,98 +207,55 @@ void frmParameter::toDeleteQuestionDetails() {
     guarded({.form = this}, [this] {
         toReconnect();
         ui->cmbType->hide();
-        const forms::MSHFlexGrid* grid = ui->grdQuestionDtls;
-        const QString questionid = grid->TextMatrix(grid->Row(), questionidColumn);
-        if (!questionid.isEmpty() && !grid->TextMatrix(grid->Row(), 1).isEmpty()) {
-            toBackupBeforeLoss();
-            cnnMain->Execute(u"delete * from Questions where questionid="_s + questionid);
-        }
+        if (!questions->cell(ui->grdQuestionDtls->Row(), 1).isEmpty())
+            questions->remove(u"delete * from Questions where questionid="_s + questions->key());
         toRefreshQuestionDtls();
     });
 }
 
-bool frmParameter::toCheckParameters(const QString& message) {
-    const int blank = toFindBlank(ui->grdParameterDtls, 1);
-    if (blank == 0)
-        return true;
-    msgBox(message, style::critical, u"Gaugewell v2.1"_s);
-    const bool moves = blank != ui->grdParameterDtls->Row();
-    SetEditParameterTextBox(1, blank);
-    if (moves)
-        grdParameterDtls_Click(); // the questions in sight are those of the row in hand
-    parameters->focusBox();
-    return false;
-}
-
-bool frmParameter::toCheckQuestions(const QString& message) {
-    const int blank = toFindBlank(ui->grdQuestionDtls, 1);
-    if (blank == 0)
-        return true;
-    msgBox(message, style::critical, u"Gaugewell v2.1"_s);
-    SetEditQuestionTextBox(1, blank);
-    questions->focusBox();
-    return false;
-}
-
 void frmParameter::cmdAddParameter() {
-    if (!toCheckParameters(u"Parameter Name Cannot be left blank....Error"_s))
+    if (!parameters->check(1, u"Parameter Name Cannot be left blank....Error"_s, u"Gaugewell v2.1"_s))
         return;
-    toShowStatus(u"Adding Parameter....."_s);
+    const Busy busy(*this, u"Adding Parameter....."_s);
     cmdSaveParameter();
-    forms::MSHFlexGrid* grid = ui->grdParameterDtls;
-    grid->setRows(grid->Rows() + 1);
-    grid->setRow(grid->Rows() - 1);
-    grdParameterDtls_Click();
-    SetEditParameterTextBox(1, grid->Row());
-    parameters->focusBox();
-    toShowStatus({});
+    parameters->append();
 }
 
 void frmParameter::cmdSaveParameter() {
-    if (!toCheckParameters(u"Parameter Name cannot be left blank....Error"_s))
+    if (!parameters->check(1, u"Parameter Name cannot be left blank....Error"_s, u"Gaugewell v2.1"_s))
         return;
-    toShowStatus(u"Saving Parameter ....."_s);
+    const Busy busy(*this, u"Saving Parameter ....."_s);
     toSaveParameterDtls();
-    SetEditParameterTextBox(1, ui->grdParameterDtls->Row());
-    parameters->focusBox();
-    toShowStatus({});
+    parameters->editFirst();
 }
 
 void frmParameter::cmdDeleteParameter() {
     toShowStatus(u"Deleting Parameter...."_s);
     toDeleteparameter();
-    SetEditParameterTextBox(1, ui->grdParameterDtls->Row());
-    parameters->focusBox();
+    parameters->editFirst();
     toShowStatus({});
 }
 
 void frmParameter::cmdAddQuestion() {
-    if (!toCheckQuestions(u"Question Cannot be left blank....Error"_s))
+    if (!questions->check(1, u"Question Cannot be left blank....Error"_s, u"Gaugewell v2.1"_s))
         return;
     toShowStatus(u"Adding Question....."_s);
     cmdSaveQuestion();
-    forms::MSHFlexGrid* grid = ui->grdQuestionDtls;
-    grid->setRows(grid->Rows() + 1);
-    grid->setRow(grid->Rows() - 1);
-    SetEditQuestionTextBox(1, grid->Row());
-    questions->focusBox();
+    questions->append();
     toShowStatus({});
 }
 
 void frmParameter::cmdSaveQuestion() {
-    if (!toCheckQuestions(u"Question name cannot be left blank...Error"_s))
+    if (!questions->check(1, u"Question name cannot be left blank...Error"_s, u"Gaugewell v2.1"_s))
         return;
     toShowStatus(u"Saving Question....."_s);
     toSaveQuestionDetails();
-    SetEditQuestionTextBox(1, ui->grdQuestionDtls->Row());
-    questions->focusBox();
+    questions->editFirst();
     toShowStatus({});
 }
 
 void frmParameter::cmdDeleteQuestion() {
-    toShowStatus(u"Deleting Question...."_s);
+    const Busy busy(*this, u"Deleting Question...."_s);
     toDeleteQuestionDetails();
-    SetEditQuestionTextBox(1, ui->grdQuestionDtls->Row());
-    questions->focusBox();
-    toShowStatus({});
+    questions->editFirst();
 }

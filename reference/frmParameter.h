@@ -2,10 +2,9 @@
 #pragma once
 
 #include "platform/forms/form.h"
-#include "reference/grideditor.h"
+#include "reference/cataloguetable.h"
 
 #include <memory>
-#include <optional>
 
 namespace Ui {
 class frmParameter;
@@ -46,20 +45,13 @@ private:
     void cmdAddQuestion();
     void cmdSaveQuestion();
     void cmdDeleteQuestion();
-    void grdParameterDtls_Click();
     void txtQuestionDtls_Change(const QString& text);
-    bool toCheckParameters(const QString& message);
-    bool toCheckQuestions(const QString& message);
-    // They return the key of the stored row; empty when the row was passed over.
-    QString toSaveParameterRow(int row);
-    QString toSaveQuestionRow(int row);
+    QString toSelectParameter(int row) const;
+    QString toSelectQuestion(int row) const;
+    void toWriteQuestion(int row, ado::Recordset& question) const;
     bool toConfirmDeletion(const QString& paramid);
-    QString currentParamID() const;
 
     std::unique_ptr<Ui::frmParameter> ui;
-    GridEditor* parameters = nullptr;
-    GridEditor* questions = nullptr;
-    /// The paramid whose questions the lower grid shows, empty for a parameter that is not stored; nothing
-    /// when they could not be read.
-    std::optional<QString> questionsOf;
+    CatalogueTable* parameters = nullptr;
+    CatalogueTable* questions = nullptr;
 };

@@ -40,7 +40,7 @@ bool isModifier(int key) {
 } // namespace
 
 GridEditor::GridEditor(const GridEditorRules& rules, forms::MSHFlexGrid* edited, QLineEdit* editor)
-    : QObject(edited), rule(rules), grid(edited), box(editor) {
+    : QObject(edited), grid(edited), box(editor), rule(rules) {
     box->setParent(grid->viewport());
     QWidget::setTabOrder(grid, box);
     box->setFrame(false);

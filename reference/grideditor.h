@@ -86,6 +86,9 @@ public:
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
+    forms::MSHFlexGrid* grid;
+    QLineEdit* box;
+
 private:
     void mouseDown();
     bool boxKey(int key);
@@ -106,8 +109,6 @@ private:
     void layBox();
 
     const GridEditorRules rule;
-    forms::MSHFlexGrid* grid;
-    QLineEdit* box;
     bool waitsForClick = false; // after a click on the head row
     bool laying = false;        // a scroll is part of a move of the box
     bool forwarding = false;    // a key of the grid is on its way to the box

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "reference/gridtools.h"
 
-#include "platform/ado/recordset.h"
 #include "platform/forms/flexgrid.h"
 
 #include <cmath>
@@ -29,32 +28,10 @@ void toEmptyGrid(forms::MSHFlexGrid* grid) {
         grid->setTextMatrix(1, i, {});
 }
 
-void toFillGridFrom(forms::MSHFlexGrid* grid, ado::Recordset& records,
-                    const std::vector<const char*>& fields) {
-    grid->setRows(records.RecordCount() + 1);
-    for (int row = 1; !records.Eof(); records.MoveNext(), ++row) {
-        for (std::size_t i = 0; i < fields.size(); ++i)
-            grid->setTextMatrix(row, static_cast<int>(i) + 1, records[fields[i]].Text());
-    }
-}
-
 int toFindBlank(const forms::MSHFlexGrid* grid, int column) {
     for (int row = 1; row < grid->Rows(); ++row) {
         if (grid->TextMatrix(row, column).trimmed().isEmpty())
             return row;
     }
     return 0;
-}
-
-QString currentKey(const forms::MSHFlexGrid* grid, int keyColumn) {
-    return grid->TextMatrix(grid->Row(), keyColumn);
-}
-
-void goToKey(forms::MSHFlexGrid* grid, int keyColumn, const QString& key) {
-    for (int row = 1; row < grid->Rows() && !key.isEmpty(); ++row) {
-        if (grid->TextMatrix(row, keyColumn) == key) {
-            grid->setRow(row);
-            return;
-        }
-    }
 }

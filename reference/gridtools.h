@@ -5,9 +5,6 @@
 
 #include <vector>
 
-namespace ado {
-class Recordset;
-}
 namespace forms {
 class MSHFlexGrid;
 }
@@ -20,17 +17,5 @@ void toSetHeadsAndWidths(forms::MSHFlexGrid* grid, const QStringList& heads,
 /// Two rows, the cells of row 1 empty.
 void toEmptyGrid(forms::MSHFlexGrid* grid);
 
-/// One grid row a record, its fields in columns 1 onward. A Null or empty field empties its cell: what the
-/// cell held belongs to the row's earlier owner.
-void toFillGridFrom(forms::MSHFlexGrid* grid, ado::Recordset& records,
-                    const std::vector<const char*>& fields);
-
 /// The first row from 1 whose cell of that column is blank; 0 when there is none.
 int toFindBlank(const forms::MSHFlexGrid* grid, int column);
-
-/// The key in a column of the current row; empty for a row that is not stored.
-QString currentKey(const forms::MSHFlexGrid* grid, int keyColumn);
-
-/// Puts the cursor on the row with that key, since a reload may have moved it; stays for a key that the grid
-/// does not hold.
-void goToKey(forms::MSHFlexGrid* grid, int keyColumn, const QString& key);
