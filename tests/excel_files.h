@@ -5,11 +5,9 @@
 #include "platform/excel/bytes.h"
 #include "platform/excel/error.h"
 #include "platform/excel/refusal.h"
+#include "tests/support/files.h"
 
-#include <QFile>
-#include <QFileInfo>
 #include <QTemporaryDir>
-#include <gtest/gtest.h>
 
 // Example workbooks: t_xlwt.xls was made by xlwt (two sheets protected with "kvtwpa"), filled_by_lo.xls is
 // the same filled in and saved by LibreOffice, lo_native.xls was made in LibreOffice, gn.xls saved by
@@ -21,24 +19,8 @@ inline QString firstSheet(const QString& sample) {
     return sample == sampleNames[2] ? QStringLiteral("Nat") : QStringLiteral("Form");
 }
 
-inline QString testsFolder() {
-    return QStringLiteral(GAUGEWELL_TESTS_FOLDER);
-}
-
 inline QString samplePath(const QString& name) {
-    return testsFolder() + QStringLiteral("/data/xls/") + name;
-}
-
-inline QByteArray fileContent(const QString& path) {
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(path);
-    return file.readAll();
-}
-
-inline void writeFile(const QString& path, const QByteArray& content) {
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << qPrintable(path);
-    ASSERT_EQ(file.write(content), content.size());
+    return QStringLiteral(GAUGEWELL_SOURCE "/tests/data/xls/") + name;
 }
 
 // Writes the name and its length into a container's directory entry.

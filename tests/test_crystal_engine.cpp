@@ -12,7 +12,6 @@
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QPrinter>
 #include <QSpinBox>
 #include <QStatusBar>
@@ -43,11 +42,10 @@ protected:
                          u"secret"_s);
     }
     void writeLayout(const QString& inside, const QString& table = u"visit"_s) const {
-        QFile file(report.ReportFileName);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write((u"<report title='Visits' table='"_s + table +
-                    u"' organisation='CompanyName' empty='Nobody came.'>\n" + inside + u"\n</report>\n")
-                       .toUtf8());
+        writeFile(report.ReportFileName,
+                  u"<report title='Visits' table='%1' organisation='CompanyName' empty='Nobody came.'>\n"
+                  "%2\n</report>\n"_s.arg(table, inside)
+                      .toUtf8());
     }
     /// The sentence of the failure that the report ends with; empty when it throws none.
     QString failure() {

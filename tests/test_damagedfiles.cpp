@@ -52,10 +52,7 @@ TEST_F(SurveyTest, damagedSurveyFilesWriteTheirOwnAnswersOrNothing) {
     alarm(120); // seconds until a file that hangs ends the test
     for (int round = 0; round < 2000; ++round) {
         SCOPED_TRACE(round);
-        QFile damaged(file);
-        ASSERT_TRUE(damaged.open(QIODevice::WriteOnly));
-        damaged.write(damagedAs(round, whole, random));
-        damaged.close();
+        writeFile(file, damagedAs(round, whole, random));
         for (const QString& answers : {u"feedbackobjective"_s, u"feedbackdescriptive"_s})
             run(u"delete * from "_s + answers);
         told = 0;

@@ -14,7 +14,7 @@ const QString password = u"kvtwpa"_s;
 
 // Global records around one worksheet with these records between its Bof and Eof; without those left out.
 QByteArray bookStream(const Records& globals, const Records& sheet, const QList<quint16>& leftOut = {}) {
-    const CompoundFile container = CompoundFile::parse(fileContent(samplePath(u"lo_native.xls"_s)));
+    const CompoundFile container = CompoundFile::parse(contentOf(samplePath(u"lo_native.xls"_s)));
     const QByteArray& sample = container.data(container.findStream(u"Workbook"));
     QByteArray stream;
     quint32 boundSheet = 0;
@@ -124,7 +124,7 @@ TEST_F(ExcelEdit, OddWorkbooksAreOpenedAsOtherProgramsOpenThem) {
     for (const auto& [name, sheet, value, globals, leftOut] : cases) {
         SCOPED_TRACE(name);
         const QString error = errorOf([&] {
-            CompoundFile container = CompoundFile::parse(fileContent(samplePath(u"lo_native.xls"_s)));
+            CompoundFile container = CompoundFile::parse(contentOf(samplePath(u"lo_native.xls"_s)));
             container.setData(container.findStream(u"Workbook"),
                               bookStream(records(globals), records(sheet), leftOut));
             BookFile file(u"x.xls"_s, container.serialize());

@@ -50,7 +50,7 @@ TEST_F(ExcelFormat, NothingIsLostBySavingAndByEditing) {
     };
     for (const QString& name : sampleNames) {
         SCOPED_TRACE(qPrintable(name));
-        const QByteArray original = fileContent(samplePath(name));
+        const QByteArray original = contentOf(samplePath(name));
         BookFile file(name, original);
         const CompoundFile before = CompoundFile::parse(original);
         const CompoundFile after = CompoundFile::parse(file.content());
@@ -74,7 +74,7 @@ TEST_F(ExcelFormat, NothingIsLostBySavingAndByEditing) {
 
 // Large enough for the allocation table to need an allocation table of its own.
 TEST_F(ExcelFormat, LargeContainersComeBack) {
-    CompoundFile file = CompoundFile::parse(fileContent(samplePath(u"filled_by_lo.xls"_s)));
+    CompoundFile file = CompoundFile::parse(contentOf(samplePath(u"filled_by_lo.xls"_s)));
     QRandomGenerator random(1);
     const int stream = file.findStream(u"Workbook");
     for (const int size : {0, 1, 64, 4095, 4096, 4097, 7'000'000, 17'000'000}) {
@@ -89,7 +89,7 @@ TEST_F(ExcelFormat, LargeContainersComeBack) {
 
 // Macros and embedded workbooks lie in storages; a nested stream may be called Workbook too.
 TEST_F(ExcelFormat, StoragesAndWhatIsInThemStay) {
-    QByteArray content = fileContent(samplePath(u"t_xlwt.xls"_s));
+    QByteArray content = contentOf(samplePath(u"t_xlwt.xls"_s));
     const qsizetype directory = 512 * (1 + qsizetype(get32(content, 48)));
     const auto entry = [&](int index, QStringView name, quint8 type, quint32 child) {
         const qsizetype at = directory + qsizetype(128) * index;
@@ -161,7 +161,7 @@ TEST_F(ExcelFormat, CodesThatShowDates) {
 }
 
 TEST_F(ExcelFormat, FormatsAreKeptOnceAndHaveALimit) {
-    BookFile file(u"lo_native.xls"_s, fileContent(samplePath(u"lo_native.xls"_s)));
+    BookFile file(u"lo_native.xls"_s, contentOf(samplePath(u"lo_native.xls"_s)));
     Formats& formats = file.book().formats();
     CellFormat format = formats.clone(15);
     EXPECT_EQ(formats.intern(format), 15);

@@ -2,10 +2,6 @@
 // Another program, python3-xlrd, reads the workbooks that were edited here.
 #include "tests/excel_files.h"
 
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QProcess>
-
 using namespace Qt::StringLiterals;
 using excel::BorderWeight;
 using excel::Worksheet;
@@ -14,19 +10,6 @@ namespace {
 
 const QString password = u"kvtwpa"_s;
 const QString question = u"How do you rate our delivery \u2014 on time, complete, \u201Cfriendly\u201D?"_s;
-
-QByteArray run(const QString& program, const QStringList& arguments) {
-    QProcess process;
-    process.start(program, arguments);
-    EXPECT_TRUE(process.waitForFinished(300'000)) << qPrintable(program) << " is missing or hangs";
-    EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().constData();
-    return process.readAllStandardOutput();
-}
-
-QJsonObject seenByXlrd(const QString& path) {
-    return QJsonDocument::fromJson(run(u"/usr/bin/python3"_s, {testsFolder() + u"/excel_judge.py"_s, path}))
-        .object();
-}
 
 // What a cell as xlrd sees it is here.
 excel::Value valueOf(const QJsonObject& cell) {

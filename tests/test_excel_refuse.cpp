@@ -15,7 +15,7 @@ template <size_t N> QByteArray bytes(const char (&literal)[N]) {
 }
 
 QByteArray sample(int index = 0) {
-    return fileContent(samplePath(sampleNames[index]));
+    return contentOf(samplePath(sampleNames[index]));
 }
 
 // An example with its workbook stream changed.
@@ -70,7 +70,7 @@ TEST_F(ExcelRefuse, SaysWhatAFileIs) {
 TEST_F(ExcelRefuse, AFailedSaveLeavesTheOldFile) {
     const QString file = copyOf(u"t_xlwt.xls"_s);
     excel::Workbook book = application_.Workbooks().Open(file);
-    const QByteArray before = fileContent(file);
+    const QByteArray before = contentOf(file);
     book.Worksheets(u"Form"_s).Unprotect(u"kvtwpa"_s);
 
     QFile::setPermissions(file, QFileDevice::ReadOwner);
@@ -78,7 +78,7 @@ TEST_F(ExcelRefuse, AFailedSaveLeavesTheOldFile) {
     QFile::setPermissions(file, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
     EXPECT_TRUE(errorOf([&] { book.SaveAs(path(u"missing/x.xls"_s)); }).contains(u"could not be saved"_s));
 
-    EXPECT_EQ(fileContent(file), before);
+    EXPECT_EQ(contentOf(file), before);
     ASSERT_TRUE(book.isOpen());
 
     writeFile(file, before + QByteArray(512, '\0')); // by another program

@@ -13,9 +13,6 @@
 
 #include <QAction>
 #include <QDir>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QProcess>
 
 using namespace Qt::StringLiterals;
 using forms::Answer;
@@ -25,10 +22,6 @@ namespace {
 const QString name = u"713.xls"_s; // that the program makes of the survey, the customer and the respondent
 const QString wordsAsked =
     u"insert into feedbackdescriptive (respondentid, questionid, surveyid, surveydate, weightage) values "_s;
-
-QJsonObject seenByXlrd(const QString& path) {
-    return QJsonDocument::fromJson(runScript(u"excel_judge.py"_s, {path})).object();
-}
 
 /// A cell as another program sees it: "B14 locked FF0000 wrapped 'On time?'", with the colour of its border.
 QString shownCell(const QString& address, const QJsonObject& cell) {

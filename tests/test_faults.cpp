@@ -56,10 +56,6 @@ protected:
         filled.saveAs(path("filled.xls"));
     }
     QString path(const char* name) const { return home() + u'/' + QLatin1StringView(name); }
-    static void write(const QString& file, const QByteArray& bytes) {
-        QFile opened(file);
-        ASSERT_TRUE(opened.open(QIODevice::WriteOnly) && opened.write(bytes) == bytes.size());
-    }
     /// The first lines of the messages while it works, without "Error : "; all is agreed to but a view.
     static QStringList heard(const std::function<void()>& work) {
         QStringList result;
@@ -127,7 +123,7 @@ TEST_F(FaultsTest, aFullDiskIsToldAndLeavesStoreAndFilesAsTheyWere) {
         sqlite3_trace_v2(store, 0, nullptr, nullptr);
         limitFiles(RLIM_INFINITY);
         EXPECT_EQ(rows(u"select xlsfilename from log"_s), QStringList{u"111.xls"_s});
-        EXPECT_EQ(contentOf(path("111.xls")), file);
+        EXPECT_EQ(QFile::exists(path("111.xls")) ? contentOf(path("111.xls")) : "none", file);
         EXPECT_EQ(heard(exportSurvey).filter(exported).size(), 1);
         file = contentOf(path("111.xls"));
     }
@@ -204,14 +200,14 @@ TEST_F(FaultsTest, aStoreThatCannotBeWorkedWithIsToldAtTheStartAndANewerOneRefus
     for (const QByteArray& damaged :
          QByteArrayList{QByteArray(100, '\xA5') + whole.mid(100),
                         whole.first(100) + QByteArray(4000, '\xA5') + whole.mid(4100)}) {
-        write(strDatabasePath, damaged);
+        writeFile(strDatabasePath, damaged);
         EXPECT_EQ(told(StoreState::Faulty),
                   file +
                       u"is damaged or no database.\r\n\r\nTo go back to a copy of it, put one of "
                       "these in its place, the newest first:\r\n"_s +
                       copies.join(u"\r\n"_s));
     }
-    write(strDatabasePath, {}); // a store without any table
+    writeFile(strDatabasePath, {}); // a store without any table
     EXPECT_TRUE(told(StoreState::Faulty).contains(u"It lacks: customer, respondent, "_s));
 }
 
@@ -225,8 +221,8 @@ TEST_F(FaultsTest, damageInsideTheStoreIsToldBesideTheWorkAndGetsIntoNoCopy) {
         value(u"select rootpage from sqlite_master where name='standardmessage'"_s).toLongLong();
     cnnMain->Close();
     const QByteArray whole = contentOf(strDatabasePath);
-    write(strDatabasePath,
-          whole.first((page - 1) * size) + QByteArray(size, '\xA5') + whole.mid(page * size));
+    writeFile(strDatabasePath,
+              whole.first((page - 1) * size) + QByteArray(size, '\xA5') + whole.mid(page * size));
     toOpenConnection();
     EXPECT_EQ(toCheckStore(strDatabasePath), StoreState::Good) << "the start reads no rows";
     const QStringList told{u"The file '"_s + strDatabasePath +

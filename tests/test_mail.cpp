@@ -2,15 +2,14 @@
 #include "platform/mapi/client.h"
 #include "platform/mapi/mapimessages.h"
 #include "platform/mapi/mapisession.h"
+#include "tests/support/files.h"
 
 #include <QElapsedTimer>
-#include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QUrl>
 #include <QUrlQuery>
 #include <csignal>
-#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 
@@ -21,21 +20,18 @@ class MailTest : public ::testing::Test {
 protected:
     void SetUp() override {
         qputenv("PATH", folder.path().toUtf8() + ':' + path);
-        qputenv("MAIL_RECORD", folder.filePath(u"record"_s).toUtf8());
+        qputenv("MAIL_RECORD", record.toUtf8());
         client("printf %s \"$1\" >\"$MAIL_RECORD\"");
     }
     void TearDown() override { qputenv("PATH", path); }
 
     void client(const QByteArray& script, const QString& name = u"xdg-email-hook.sh"_s) {
-        QFile hook(folder.filePath(name));
-        ASSERT_TRUE(hook.open(QIODevice::WriteOnly));
-        hook.write("#!/bin/sh\n" + script + "\n");
-        hook.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        writeFile(folder.filePath(name), "#!/bin/sh\n" + script + "\n");
+        QFile::setPermissions(folder.filePath(name), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     }
     QString attachment(const QString& name) {
-        QFile file(folder.filePath(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly)) << qPrintable(name);
-        return file.fileName();
+        writeFile(folder.filePath(name), {});
+        return folder.filePath(name);
     }
     static mapi::MAPIMessages message(const QString& recipient, const QString& text, const QString& file) {
         mapi::MAPISession session;
@@ -60,6 +56,7 @@ protected:
     }
 
     QTemporaryDir folder;
+    const QString record = folder.filePath(u"record"_s);
     const QByteArray path = qgetenv("PATH");
 };
 
@@ -73,9 +70,7 @@ TEST_F(MailTest, theClientGetsOddTextsAndNamesAsTheyAre) {
     };
     for (const auto& [recipient, text, name] : mails) {
         ASSERT_EQ(failureOf(message(recipient, text, attachment(name))), QString()) << qPrintable(name);
-        QFile record(folder.filePath(u"record"_s));
-        ASSERT_TRUE(record.open(QIODevice::ReadOnly)) << qPrintable(name);
-        const QUrl url(QString::fromUtf8(record.readAll()), QUrl::StrictMode);
+        const QUrl url(QString::fromUtf8(contentOf(record)), QUrl::StrictMode);
         const QUrlQuery query(url);
         EXPECT_EQ(url.path(QUrl::FullyDecoded), recipient);
         EXPECT_EQ(query.queryItemValue(u"subject"_s, QUrl::FullyDecoded), u"Customer Satisfaction Survey");
@@ -83,7 +78,7 @@ TEST_F(MailTest, theClientGetsOddTextsAndNamesAsTheyAre) {
                   QString(text).replace(u"\n"_s, u"\r\n"_s));
         EXPECT_EQ(query.allQueryItemValues(u"attach"_s, QUrl::FullyDecoded),
                   QStringList(folder.filePath(name)));
-        ASSERT_TRUE(record.remove());
+        ASSERT_TRUE(QFile::remove(record));
     }
 }
 
@@ -107,11 +102,9 @@ TEST_F(MailTest, aClientThatStaysOpenDoesNotHoldTheProgram) {
     clock.start();
     EXPECT_EQ(failureOf(message(u"ann@example.com"_s, u"."_s, {})), QString());
     EXPECT_LT(clock.elapsed(), 30'000);
-    QFile record(folder.filePath(u"record"_s));
-    ASSERT_TRUE(record.open(QIODevice::ReadOnly));
-    const pid_t waiting = record.readAll().trimmed().toInt();
+    const pid_t waiting = contentOf(record).trimmed().toInt();
     ASSERT_TRUE(waiting > 1 && kill(waiting, 0) == 0) << "it stays open";
-    ASSERT_TRUE(record.remove()); // lets it end
+    ASSERT_TRUE(QFile::remove(record)); // lets it end
     EXPECT_TRUE(QTest::qWaitFor([&] { return kill(waiting, 0) != 0; })) << "it is still there";
 }
 

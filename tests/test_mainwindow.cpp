@@ -13,6 +13,7 @@
 #include "reference/frmCustomer.h"
 #include "reference/frmParameter.h"
 #include "survey/frmSelectSurvey.h"
+#include "tests/support/files.h"
 #include "tests/support/storetest.h"
 
 #include <QAction>
@@ -60,10 +61,7 @@ TEST_F(MainWindowTest, theStoreBesideTheProgramWinsAndWithoutItOneIsLocatedOrThe
 }
 
 TEST_F(MainWindowTest, aRunningProgramKeepsToItsStoreWhateverAnotherOneRegisters) {
-    const QString content = u"[gwl]\nDBQ=/nowhere/other.mdb\n"_s;
-    QFile registry(ado::dataSourceRegistry());
-    ASSERT_TRUE(registry.open(QIODevice::WriteOnly) && registry.write(content.toUtf8()) > 0);
-    registry.close();
+    writeFile(ado::dataSourceRegistry(), "[gwl]\nDBQ=/nowhere/other.mdb\n");
     cnnMain->Close();
     toReconnect();
     EXPECT_EQ(cnnMain->State(), 1);
@@ -76,9 +74,7 @@ TEST_F(MainWindowTest, theOrganisationsNameIsReadFromAFileAndOnlyItsFirstLine) {
     const QString file = path(u"company.txt"_s);
     EXPECT_EQ(toReadCompanyName(), QString());
     for (const auto& [content, name] : contents) {
-        QFile written(file);
-        ASSERT_TRUE(written.open(QIODevice::WriteOnly) && written.write(content) == content.size());
-        written.close();
+        writeFile(file, content);
         EXPECT_EQ(toReadCompanyName(), name);
     }
     QFile::remove(file);
@@ -92,10 +88,6 @@ TEST_F(MainWindowTest, aSecondProgramInAHomeBringsTheFirstToTheFrontOrTellsWhere
         desktop::FolderClaim claim(home());
         return toClaimHome(claim);
     };
-    const auto writeLock = [&](const QString& content) {
-        QFile file(lock);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(content.toUtf8()) > 0);
-    };
     {
         desktop::FolderClaim first(home());
         ASSERT_TRUE(toClaimHome(first));
@@ -106,7 +98,7 @@ TEST_F(MainWindowTest, aSecondProgramInAHomeBringsTheFirstToTheFrontOrTellsWhere
     EXPECT_TRUE(starts()) << "the first has ended";
     const QString here = QSysInfo::machineHostName();
     const QString where = u"Gaugewell already runs in the folder '"_s + home() + u"' on the computer '"_s;
-    writeLock(u"2147483646\ngaugewell\n"_s + here + u"\n\n\n");
+    writeFile(lock, "2147483646\ngaugewell\n" + here.toUtf8() + "\n\n\n");
     EXPECT_TRUE(starts()) << "it has died";
     {
         QLockFile silent(lock);
@@ -118,7 +110,7 @@ TEST_F(MainWindowTest, aSecondProgramInAHomeBringsTheFirstToTheFrontOrTellsWhere
         EXPECT_FALSE(starts());
     }
     for (const Answer answer : {Answer::No, Answer::Yes}) {
-        writeLock(u"1\ngaugewell\nelsewhere\nmachine\nboot\n"_s);
+        writeFile(lock, "1\ngaugewell\nelsewhere\nmachine\nboot\n");
         messages.expect(where +
                             u"elsewhere'. Two programs in one folder can lose what the other one writes.\r\n"
                             "Has it ended there, and is this one to start?"_s,
@@ -129,7 +121,7 @@ TEST_F(MainWindowTest, aSecondProgramInAHomeBringsTheFirstToTheFrontOrTellsWhere
 
 TEST_F(MainWindowTest, aRegistryThatCannotBeWrittenIsToldOnlyOfALocatedStore) {
     QDir(path(u"config"_s)).removeRecursively(); // a file where the registry's folder should be
-    ASSERT_TRUE(QFile(path(u"config"_s)).open(QIODevice::WriteOnly));
+    writeFile(path(u"config"_s), {});
     EXPECT_TRUE(toCreateDSN(u"gwl"_s, found)) << "silent: the connection tells it";
     messages.expect(u"Error :-1907\r\nData source name 'gwl' not found."_s);
     toOpenConnection();

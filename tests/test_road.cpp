@@ -19,12 +19,11 @@
 #include "survey/frmNewSurvey.h"
 #include "survey/frmPasteSurvey.h"
 #include "survey/frmSelectSurvey.h"
+#include "tests/support/files.h"
 #include "tests/support/gridform.h"
 #include "tests/support/listview.h"
 #include "tests/support/reporttest.h"
 
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QMenu>
 #include <QTimer>
 

@@ -1,19 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QProcess>
+#include "tests/support/files.h"
+
 #include <QRegularExpression>
 #include <QStringList>
-#include <gtest/gtest.h>
 
 /// The text of each page of a PDF, blanks run together, as another program reads it.
 inline QStringList pdfPages(const QString& file) {
-    QProcess reader;
-    reader.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), QStringLiteral("-enc"),
+    const QByteArray text =
+        outputOf(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), QStringLiteral("-enc"),
                                                QStringLiteral("UTF-8"), file, QStringLiteral("-")});
-    EXPECT_TRUE(reader.waitForFinished()) << "pdftotext (poppler-utils) is missing";
-    EXPECT_EQ(reader.exitCode(), 0) << reader.readAllStandardError().toStdString();
-    QStringList pages = QString::fromUtf8(reader.readAllStandardOutput()).split(u'\f');
+    QStringList pages = QString::fromUtf8(text).split(u'\f');
     pages.removeLast(); // each page ends with a form feed
     for (QString& page : pages)
         page = page.simplified();

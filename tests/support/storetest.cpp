@@ -12,7 +12,6 @@
 #include <QListWidget>
 #include <QMdiArea>
 #include <QMdiSubWindow>
-#include <QProcess>
 
 using namespace Qt::StringLiterals;
 
@@ -162,13 +161,4 @@ void clickEntry(QWidget& form, const char* list, int entry, Qt::KeyboardModifier
     const auto* found = control<QListWidget>(form, list);
     QTest::mouseClick(found->viewport(), Qt::LeftButton, held,
                       found->visualItemRect(found->item(entry)).center());
-}
-
-QByteArray runScript(const QString& script, const QStringList& arguments) {
-    QProcess process;
-    process.start(u"/usr/bin/python3"_s,
-                  QStringList{QStringLiteral(GAUGEWELL_SOURCE "/tests/") + script} + arguments);
-    EXPECT_TRUE(process.waitForFinished(300'000)) << script.toStdString();
-    EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().constData();
-    return process.readAllStandardOutput();
 }

@@ -128,8 +128,5 @@ void keyOn(QWidget& form, const char* name, Qt::Key key);
 /// A key with Ctrl, for what has the focus or else for the main window.
 void shortcut(Qt::Key key);
 
-/// What a Python script of tests/ prints; the test fails unless it ends well.
-QByteArray runScript(const QString& script, const QStringList& arguments);
-
 /// Clicks an entry of a list by the list's object name.
 void clickEntry(QWidget& form, const char* list, int entry, Qt::KeyboardModifiers held = Qt::NoModifier);

@@ -6,10 +6,9 @@
 #include "platform/forms/treeview.h"
 #include "survey/frmNewSurvey.h"
 #include "survey/frmSelectSurvey.h"
+#include "tests/support/files.h"
 #include "tests/support/storecompare.h"
 #include "tests/support/storetest.h"
-
-#include <QFile>
 
 /// A customer with two respondents, and a catalogue of five questions whose numbers in the tests are their
 /// places here: 0 and 1 under Delivery, 2 to 4 under Quality. Today is 5 March 2024.
@@ -103,10 +102,6 @@ protected:
         rename(QStringLiteral("Other"), name);
     }
 
-    static QByteArray contentOf(const QString& path) {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("none");
-    }
     static forms::TreeView* tree() {
         return control<forms::TreeView>(frmNewSurvey::instance(), "trvParameter");
     }

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <gtest/gtest.h>
+
+inline QByteArray contentOf(const QString& path) {
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
+    return file.readAll();
+}
+
+inline void writeFile(const QString& path, const QByteArray& content) {
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << path.toStdString();
+    ASSERT_EQ(file.write(content), content.size());
+}
+
+/// What a program prints; the test fails unless it ends well.
+inline QByteArray outputOf(const QString& program, const QStringList& arguments) {
+    QProcess process;
+    process.start(program, arguments);
+    EXPECT_TRUE(process.waitForFinished(300'000)) << program.toStdString() << " is missing or hangs";
+    EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().constData();
+    return process.readAllStandardOutput();
+}
+
+/// The same of a Python script of tests/.
+inline QByteArray runScript(const QString& script, const QStringList& arguments) {
+    return outputOf(QStringLiteral("/usr/bin/python3"),
+                    QStringList{QStringLiteral(GAUGEWELL_SOURCE "/tests/") + script} + arguments);
+}
+
+/// A workbook as another program, python3-xlrd, sees it.
+inline QJsonObject seenByXlrd(const QString& path) {
+    return QJsonDocument::fromJson(runScript(QStringLiteral("excel_judge.py"), {path})).object();
+}
