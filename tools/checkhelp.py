@@ -19,26 +19,29 @@ def plain(text):
     return " ".join(html.unescape(re.sub(r"<[^>]*>", "", text)).split())
 
 
-def first_argument(code, start):
+def argument(code, start, number=0):
     depth = 0
     for token in re.finditer(r'"(?:[^"\\\n]|\\.)*"|[(\[{]|[)\]}]|,', code[start:]):
         depth += (token[0] in "([{") - (token[0] in ")]}")
         if depth < 0 or (token[0] == "," and depth == 0):
-            return code[start:start + token.start()]
+            if number == 0 or depth < 0:
+                return code[start:start + token.start()]
+            return argument(code, start + token.end(), number - 1)
     raise ValueError("a call is not closed")
 
 
 def messages(code):
-    """The expressions that messages come from: what msgBox is given, and where that is a name, what is assigned to it,
-    what the function of that name gives, or what is handed to a function with a parameter of that name."""
-    for call in re.finditer(r"\bmsgBox\(", code):
-        given = first_argument(code, call.end())
+    """The expressions that messages come from: what msgBox and a table's check are given, and where that is a name, what
+    is assigned to it, what the function of that name gives, or what is handed to a function with a parameter of that
+    name."""
+    for call in re.finditer(r"\b(msgBox)\(|->check\(", code):
+        given = argument(code, call.end(), 0 if call[1] else 1)
         yield given
         for name in set(re.findall(r"\b[a-z]\w+\b", LITERAL.sub("", given))):
             yield from re.findall(rf"\b{name} \+?= ([^;]*);", code)
             yield from re.findall(rf"^\w[^\n]*\b{name}\([^\n]*\n((?:[ ][^\n]*\n)*)", code, re.MULTILINE)
             for function in re.findall(rf"(\w+)\(const QString& {name}\)", code):
-                yield from (first_argument(code, use.end()) for use in re.finditer(rf"\b{function}\(", code))
+                yield from (argument(code, use.end()) for use in re.finditer(rf"\b{function}\(", code))
 
 
 def pieces(code):
