@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/choices.h"
 
+#include "core/base/busy.h"
 #include "core/base/gblGlobal.h"
-#include "core/base/shell.h"
 
 using namespace Qt::StringLiterals;
 
 void toListCustomers(forms::ComboBox& list) {
-    toReconnect();
     ado::Recordset customers;
     customers.Open(u"select * from customer"_s, *cnnMain);
     list.Clear();
@@ -16,7 +15,6 @@ void toListCustomers(forms::ComboBox& list) {
 }
 
 void toListSurveyDates(forms::ListBox& list, const QString& customer) {
-    toReconnect();
     const int custid = findCustomer(customer);
     ado::Recordset survey;
     survey.Open(u"select * from survey where custid="_s + QString::number(custid) + u" order by sdate asc",
@@ -28,11 +26,8 @@ void toListSurveyDates(forms::ListBox& list, const QString& customer) {
 
 void toGenerateReport(forms::Form& form, const forms::ComboBox& customers,
                       const std::function<void()>& fill) {
-    form.setMousePointer(forms::Hourglass);
-    if (customers.ListCount() > 0) {
-        toShowStatus(u"Generating Report....."_s);
-        fill();
-    }
-    toShowStatus({});
-    form.setMousePointer(forms::DefaultPointer);
+    if (customers.ListCount() == 0)
+        return;
+    const Busy busy(form, u"Generating Report....."_s);
+    guarded(fill);
 }

@@ -13,6 +13,5 @@ void toListCustomers(forms::ComboBox& list);
 /// stands several times. A failure is thrown.
 void toListSurveyDates(forms::ListBox& list, const QString& customer);
 
-/// Fills and starts a report on a customer, with the pointer and the status of long work; nothing when there
-/// is no customer to choose.
+/// Fills and starts a report on a customer; nothing when there is no customer to choose. A failure is shown.
 void toGenerateReport(forms::Form& form, const forms::ComboBox& customers, const std::function<void()>& fill);

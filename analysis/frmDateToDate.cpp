@@ -49,12 +49,11 @@ void frmDateToDate::cmdPrint() {
 }
 
 void frmDateToDate::toFillCustomerList() {
-    guarded({}, [this] { toListCustomers(*ui->cmbCustomer); });
+    guarded([this] { toListCustomers(*ui->cmbCustomer); });
 }
 
 void frmDateToDate::toFillSurveyDates() {
-    guarded({}, [this] {
-        toReconnect();
+    guarded([this] {
         const int custid = findCustomer(ui->cmbCustomer->Text());
         ado::Recordset survey;
         survey.Open(u"select distinct(sdate) from survey where custid="_s + QString::number(custid) +
@@ -67,8 +66,7 @@ void frmDateToDate::toFillSurveyDates() {
 }
 
 void frmDateToDate::toFillReporttable() {
-    guarded({}, [this] {
-        toReconnect();
+    guarded([this] {
         const QString where = u" where custname='"_s + ui->cmbCustomer->Text() + u"' and surveydate =#" +
                               toSqlDate(toDate(ui->lstSurveyDate->Text())) + u"# and weightage <>0";
         toFillWorkTable([&] {

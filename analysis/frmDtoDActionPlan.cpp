@@ -38,24 +38,17 @@ void frmDtoDActionPlan::onLoad() {
 }
 
 void frmDtoDActionPlan::toFillCustomerList() {
-    guarded({}, [this] { toListCustomers(*ui->cmbCustomer); });
+    guarded([this] { toListCustomers(*ui->cmbCustomer); });
 }
 
 void frmDtoDActionPlan::cmdPrint() {
     if (!forms::DTPicker::requireDates({ui->dtFrom, ui->dtTo}))
         return;
-    setMousePointer(forms::Hourglass);
-    if (ui->cmbCustomer->ListCount() > 0) {
-        toShowStatus(u"Generating Report....."_s);
-        guarded({}, [this] {
-            const QString selection = u"{action.custname}='"_s + ui->cmbCustomer->Text() +
-                                      u"' and {action.date}>=" +
-                                      toFormulaDate(ado::toText(ui->dtFrom->Value())) +
-                                      u"and {action.date}<=" + toFormulaDate(ado::toText(ui->dtTo->Value()));
-            toStartReport(Shell::current()->report(), u"actionplan.rpt"_s, u"CompanyName"_s,
-                          u"Analysis on Improvement Plan"_s, selection);
-        });
-    }
-    toShowStatus({});
-    setMousePointer(forms::DefaultPointer);
+    toGenerateReport(*this, *ui->cmbCustomer, [this] {
+        const QString selection = u"{action.custname}='"_s + ui->cmbCustomer->Text() +
+                                  u"' and {action.date}>=" + toFormulaDate(ado::toText(ui->dtFrom->Value())) +
+                                  u"and {action.date}<=" + toFormulaDate(ado::toText(ui->dtTo->Value()));
+        toStartReport(Shell::current()->report(), u"actionplan.rpt"_s, u"CompanyName"_s,
+                      u"Analysis on Improvement Plan"_s, selection);
+    });
 }

@@ -56,12 +56,11 @@ void frmDtoDSatisfactionOverview::cmdPrint() {
 }
 
 void frmDtoDSatisfactionOverview::toFillCustomerList() {
-    guarded({}, [this] { toListCustomers(*ui->cmbCustomer); });
+    guarded([this] { toListCustomers(*ui->cmbCustomer); });
 }
 
 void frmDtoDSatisfactionOverview::toFillReporttable() {
-    guarded({}, [this] {
-        toReconnect();
+    guarded([this] {
         toFillWorkTable([this] {
             cnnMain->Execute(u"delete * from reporttable"_s);
             toAddDescriptive();

@@ -5,6 +5,7 @@
 #include "analysis/choices.h"
 #include "analysis/figures/performancematrix.h"
 #include "analysis/figures/ratings.h"
+#include "core/base/busy.h"
 #include "core/base/failure.h"
 #include "core/base/gblGlobal.h"
 #include "core/base/reports.h"
@@ -108,13 +109,12 @@ QString frmPerformanceMatrix::customer() const {
 }
 
 void frmPerformanceMatrix::toFillCustomername() {
-    setMousePointer(forms::Hourglass);
-    guarded({}, [this] { toListCustomers(*ui->cmdCustomerName); });
-    setMousePointer(forms::DefaultPointer);
+    const Busy busy(*this);
+    guarded([this] { toListCustomers(*ui->cmdCustomerName); });
 }
 
 void frmPerformanceMatrix::toFillSurveyDateList() {
-    guarded({}, [this] { toListSurveyDates(*ui->lstSurveyDates, customer()); });
+    guarded([this] { toListSurveyDates(*ui->lstSurveyDates, customer()); });
 }
 
 void frmPerformanceMatrix::cmdCustomerName_Click() {
@@ -128,27 +128,21 @@ void frmPerformanceMatrix::cmdCustomerName_Click() {
 void frmPerformanceMatrix::lstSurveyDates_Click() {
     if (ui->lstSurveyDates->ListCount() == 0)
         return;
-    setMousePointer(forms::Hourglass);
-    toShowStatus(u"Saving to View Performance Matrix...."_s);
     cmdView();
     ui->MSHFlexGrid1->setUpdatesEnabled(true); // a failure while it is filled leaves it off
 }
 
 void frmPerformanceMatrix::cmdView() {
-    setMousePointer(forms::Hourglass);
-    if (ui->lstSurveyDates->ListCount() > 0) {
-        toShowStatus(u"Saving to View Performance Matrix...."_s);
-        toFillTable();
-        toDrawChart();
-        toDrawOnHiddenChart();
-    }
-    toShowStatus({});
-    setMousePointer(forms::DefaultPointer);
+    if (ui->lstSurveyDates->ListCount() == 0)
+        return;
+    const Busy busy(*this, u"Saving to View Performance Matrix...."_s);
+    toFillTable();
+    toDrawChart();
+    toDrawOnHiddenChart();
 }
 
 void frmPerformanceMatrix::toFillTable() {
-    guarded({}, [this] {
-        toReconnect();
+    guarded([this] {
         toFillWorkTable([this] {
             cnnMain->Execute(u"delete * from scattertable"_s);
             for (int i = 0; i < ui->lstSurveyDates->ListCount(); ++i) {
@@ -188,8 +182,7 @@ void frmPerformanceMatrix::toFillMeans() {
 }
 
 void frmPerformanceMatrix::toDrawChart() {
-    guarded({}, [this] {
-        toReconnect();
+    guarded([this] {
         ado::Recordset scatter;
         scatter.Open(u"select * from scattertable order by sc"_s, *cnnMain);
         if (scatter.Eof()) {
@@ -234,9 +227,8 @@ void frmPerformanceMatrix::toSetPoint() {
 
 /// A failure of the store is told twice: by itself, and in the list of the connection's errors.
 void frmPerformanceMatrix::toDrawOnHiddenChart() {
-    guarded({}, [this] {
+    guarded([this] {
         try {
-            toReconnect();
             toFillHiddenChart();
         } catch (const ado::Failure& failure) {
             const ado::Error& error = failure.cause();
@@ -320,18 +312,16 @@ QString frmPerformanceMatrix::pointText(int series, int point) const {
 }
 
 void frmPerformanceMatrix::mschart_PointActivated(int series, int point) {
-    guarded({}, [&] { forms::msgBox(pointText(series, point), forms::style::information, title); });
+    guarded([&] { forms::msgBox(pointText(series, point), forms::style::information, title); });
 }
 
 void frmPerformanceMatrix::cmdPrint() {
-    guardedWithNumber(u":"_s, [this] {
-        setMousePointer(forms::Hourglass);
+    Busy busy(*this);
+    guardedWithNumber(u":"_s, [&] {
         if (ui->cmdCustomerName->ListCount() > 0)
-            toShowStatus(u"Generating Report...."_s);
+            busy.say(u"Generating Report...."_s);
         toSavePictureForReport(*ui->mschart, u"perform.bmp"_s, printedSize);
         toStartReport(Shell::current()->report(), u"scatter.rpt"_s, u"companyname"_s,
                       u"Performance Matrix Report"_s);
     });
-    toShowStatus({});
-    setMousePointer(forms::DefaultPointer);
 }

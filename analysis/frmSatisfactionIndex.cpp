@@ -5,6 +5,7 @@
 #include "analysis/choices.h"
 #include "analysis/figures/ratings.h"
 #include "analysis/figures/satisfactionindex.h"
+#include "core/base/busy.h"
 #include "core/base/failure.h"
 #include "core/base/gblGlobal.h"
 #include "core/base/reports.h"
@@ -112,14 +113,12 @@ QString frmSatisfactionIndex::customer() const {
 }
 
 void frmSatisfactionIndex::toFillCustomername() {
-    setMousePointer(forms::Hourglass);
-    guarded({}, [this] { toListCustomers(*ui->cmdCustomerName); });
-    setMousePointer(forms::DefaultPointer);
+    const Busy busy(*this);
+    guarded([this] { toListCustomers(*ui->cmdCustomerName); });
 }
 
 void frmSatisfactionIndex::toFillParameterName() {
-    guarded({}, [this] {
-        toReconnect();
+    guarded([this] {
         ado::Recordset parameters;
         parameters.Open(u"select distinct(parametername) from responquery where custname='"_s + customer() +
                             u"'",
@@ -131,11 +130,10 @@ void frmSatisfactionIndex::toFillParameterName() {
 }
 
 void frmSatisfactionIndex::toFillSurveyDateList() {
-    guarded({}, [this] { toListSurveyDates(*ui->lstSurveyDates, customer()); });
+    guarded([this] { toListSurveyDates(*ui->lstSurveyDates, customer()); });
 }
 
 void frmSatisfactionIndex::toFillParameters() {
-    toReconnect();
     ado::Recordset parameters;
     parameters.Open(u"select distinct(parameter) from mscharttry"_s, *cnnMain);
     ui->lstParameter->Clear();
@@ -156,10 +154,10 @@ void frmSatisfactionIndex::lstParameter_DblClick() {
 void frmSatisfactionIndex::cmdView() {
     if (!forms::DTPicker::requireDates({ui->dtFrom, ui->dtTo}))
         return;
-    setMousePointer(forms::Hourglass);
+    Busy busy(*this);
     toFillTable();
     if (toCheckIndexRecords()) {
-        toShowStatus(u"Saving to view Satisfaction Index..."_s);
+        busy.say(u"Saving to view Satisfaction Index..."_s);
         toFillSurveyDateOrder();
         toPrepareChartRows();
         toDrawChart();
@@ -169,24 +167,20 @@ void frmSatisfactionIndex::cmdView() {
                       u"Gaugewell v2.1"_s);
         toCollapse();
     }
-    toShowStatus({});
-    setMousePointer(forms::DefaultPointer);
 }
 
 void frmSatisfactionIndex::cmdPrint() {
-    guardedWithNumber(u":"_s, [this] {
-        setMousePointer(forms::Hourglass);
+    Busy busy(*this);
+    guardedWithNumber(u":"_s, [&] {
         if (ui->lstParameter->ListCount() == 0)
             return;
-        toShowStatus(u"Generating Report....."_s);
+        busy.say(u"Generating Report....."_s);
         if (ui->cmdCustomerName->ListCount() == 0)
             return;
         toSavePictureForReport(*ui->mschart, u"satis.bmp"_s, printedSize);
         toStartReport(Shell::current()->report(), u"satisfactionindex.rpt"_s, u"companyname"_s,
                       u"Survey Report"_s);
     });
-    toShowStatus({});
-    setMousePointer(forms::DefaultPointer);
 }
 
 void frmSatisfactionIndex::mschart_PointActivated(int series, int point) {
@@ -195,8 +189,7 @@ void frmSatisfactionIndex::mschart_PointActivated(int series, int point) {
 }
 
 void frmSatisfactionIndex::toFillTable() {
-    guarded({.form = this}, [this] {
-        toReconnect();
+    guarded([this] {
         toFillWorkTable([this] {
             cnnMain->Execute(u"delete * from linetable"_s);
             for (int i = 0; i < ui->lstParameter->ListCount(); ++i) {
@@ -204,7 +197,6 @@ void frmSatisfactionIndex::toFillTable() {
                     toFillGroupsOf(ui->lstParameter->List(i));
             }
         });
-        setMousePointer(forms::DefaultPointer);
     });
 }
 
@@ -241,8 +233,7 @@ void frmSatisfactionIndex::toFillLines(const std::vector<DateGroup>& groups) {
 
 bool frmSatisfactionIndex::toCheckIndexRecords() {
     bool found = false;
-    guarded({}, [&] {
-        toReconnect();
+    guarded([&] {
         ado::Recordset line;
         line.Open(u"select * from linetable where sindex <> 0"_s, *cnnMain);
         found = !line.Eof();
@@ -251,9 +242,8 @@ bool frmSatisfactionIndex::toCheckIndexRecords() {
 }
 
 void frmSatisfactionIndex::toFillSurveyDateOrder() {
-    guarded({.form = this}, [this] {
-        toReconnect();
-        setMousePointer(forms::Hourglass);
+    guarded([this] {
+        const Busy busy(*this);
         toFillWorkTable([] {
             cnnMain->Execute(u"delete * from surveydateorder"_s);
             ado::Recordset order;
@@ -268,14 +258,12 @@ void frmSatisfactionIndex::toFillSurveyDateOrder() {
                 order.Update();
             }
         });
-        setMousePointer(forms::DefaultPointer);
     });
 }
 
 int frmSatisfactionIndex::toGetRowOrder(const QDate& sdate) {
     int roworder = 0;
-    guarded({}, [&] {
-        toReconnect();
+    guarded([&] {
         ado::Recordset order;
         order.Open(u"select * from surveydateorder where sdate=#"_s + toSqlDate(sdate) + u"#", *cnnMain);
         if (!order.Eof())
@@ -285,9 +273,8 @@ int frmSatisfactionIndex::toGetRowOrder(const QDate& sdate) {
 }
 
 void frmSatisfactionIndex::toPrepareChartRows() {
-    guarded({.form = this}, [this] {
-        toReconnect();
-        setMousePointer(forms::Hourglass);
+    guarded([this] {
+        const Busy busy(*this);
         ado::Recordset order;
         order.Open(u"select * from surveydateorder order by roworder asc"_s, *cnnMain);
         if (!order.Eof()) {
@@ -301,14 +288,12 @@ void frmSatisfactionIndex::toPrepareChartRows() {
                 ui->mschart->setRowLabel(order["sdate"].Text());
             }
         }
-        setMousePointer(forms::DefaultPointer);
     });
 }
 
 void frmSatisfactionIndex::toDrawChart() {
     guardedWithNumber(u" : "_s, [this] {
-        toReconnect();
-        setMousePointer(forms::Hourglass);
+        const Busy busy(*this);
         ui->mschart->Refresh();
         chart::DataArray cells(ui->mschart->RowCount(), ui->lstParameter->SelCount());
         int series = 1;
@@ -319,7 +304,6 @@ void frmSatisfactionIndex::toDrawChart() {
         ui->mschart->setChartData(cells);
         toLabelChart();
         toSetMarkers();
-        setMousePointer(forms::DefaultPointer);
     });
 }
 

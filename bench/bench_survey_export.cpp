@@ -73,23 +73,14 @@ int main(int argc, char** argv) {
         return 1;
     toOpenConnection();
     buildStore();
-    bool mayView = false;
-    forms::messageHook = [&](const forms::Message& message) {
-        mayView = message.text.startsWith(u"Survey File Exported");
-        return mayView ? forms::Answer::No : forms::Answer::Yes;
-    };
-    struct Owner : forms::Form {
-        Owner() : Form(Kind::Dialog) {}
-        void forgetInstance() override {}
-    } form;
-    ExportState state;
+    forms::messageHook = [](const forms::Message&) { return forms::Answer::Yes; }; // overwrites
+    ExportResult result;
     const SurveyContext survey{u"Acme"_s, u"Ann"_s, u"01/07/2020"_s};
-    const double whole =
-        bestOf(25, [&] { SurveyExport(form, state, survey, HistoryRoad::OldestFirst, [] {}).run(); });
+    const double whole = bestOf(25, [&] { result = exportSurvey({.survey = survey}); });
     const double marks =
-        bestOf(25, [&] { toGetTheLastScoreAndWeightage(findSurveyKey(survey), HistoryRoad::OldestFirst); });
-    QFile written(home.filePath(state.strGenerateXLSFile));
-    if (!mayView || !written.open(QIODevice::ReadOnly)) {
+        bestOf(25, [&] { toGetTheLastScoreAndWeightage(findSurveyKey(survey), HistoryOrder::OldestFirst); });
+    QFile written(home.filePath(result.fileName));
+    if (!result.isFinished || !written.open(QIODevice::ReadOnly)) {
         std::fputs("the export has failed\n", stderr);
         return 1;
     }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "exchange/frmLogDetails.h"
 
+#include "core/base/busy.h"
 #include "core/base/failure.h"
 #include "core/base/gblGlobal.h"
 #include "core/base/reports.h"
@@ -84,8 +85,7 @@ QString frmLogDetails::toGetCustomer() const {
 }
 
 void frmLogDetails::toFillCustomerList() {
-    guarded({.form = this}, [this] {
-        toReconnect();
+    guarded([this] {
         const QString chosen = toGetCustomer();
         QStringList names;
         ado::Recordset customer;
@@ -110,8 +110,7 @@ void frmLogDetails::cmbCustomer_Click() {
 }
 
 void frmLogDetails::toFillListView() {
-    guarded({.prefix = u"Error :"_s, .form = this}, [this] {
-        toReconnect();
+    guarded(u"Error :"_s, [this] {
         ui->lsvDtls->Clear();
         std::vector<QStringList> files;
         ado::Recordset log;
@@ -129,8 +128,7 @@ QString frmLogDetails::toGetStandardMessage(const QString& customerName) const {
 }
 
 void frmLogDetails::toWriteStandardMessage() {
-    guarded({.form = this}, [this] {
-        toReconnect();
+    guarded([this] {
         const QString text = frmMessage::instance().txtMessage()->toPlainText();
         const QString custid = QString::number(requireCustomers({toGetCustomer()}).front());
         ado::Recordset standard;
@@ -145,27 +143,21 @@ void frmLogDetails::toWriteStandardMessage() {
 }
 
 void frmLogDetails::toOpenFiles() {
-    setMousePointer(forms::Hourglass);
-    guardedWithDescription([this] {
+    Busy busy(*this);
+    guardedWithDescription([&] {
         for (const int row : ui->lsvDtls->SelectedRows()) {
-            toShowStatus(u"Generating XLS File....."_s);
+            busy.say(u"Generating XLS File....."_s);
             toViewWorkbook(toHomePath(ui->lsvDtls->Text(row)));
-            toShowStatus({});
         }
     });
-    toShowStatus({});
-    setMousePointer(forms::DefaultPointer);
 }
 
 void frmLogDetails::cmdPrint_Click() {
-    setMousePointer(forms::Hourglass);
-    if (ui->lsvDtls->ListCount() > 0) {
-        toShowStatus(u"Generating Report....."_s);
-        guarded({.form = this}, [this] {
-            toStartReport(crptReport, u"log.rpt"_s, u"CompanyName"_s, u"Log Details"_s,
-                          u"{log.custname}='"_s + toGetCustomer() + u'\'');
-        });
-        toShowStatus({});
-    }
-    setMousePointer(forms::DefaultPointer);
+    if (ui->lsvDtls->ListCount() == 0)
+        return;
+    const Busy busy(*this, u"Generating Report....."_s);
+    guarded([this] {
+        toStartReport(crptReport, u"log.rpt"_s, u"CompanyName"_s, u"Log Details"_s,
+                      u"{log.custname}='"_s + toGetCustomer() + u'\'');
+    });
 }

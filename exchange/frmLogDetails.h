@@ -58,7 +58,6 @@ private:
     /// The full path of a file that the home directory has not; nothing when the user gave up or chose
     /// another file.
     std::optional<QString> toLocateForMail(const QString& fileName);
-    void toStep(const std::function<void()>& step) const;
 
     /// Throws when the file or its rows cannot be deleted.
     void toDeleteFile(const QString& fileName, const QString& path) const;

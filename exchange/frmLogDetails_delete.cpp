@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Deleting the files that are chosen in the register.
+#include "core/base/busy.h"
 #include "core/base/failure.h"
 #include "core/base/gblGlobal.h"
-#include "core/base/shell.h"
 #include "exchange/files/filenames.h"
 #include "exchange/files/homefile.h"
 #include "exchange/frmLogDetails.h"
@@ -20,7 +20,7 @@ namespace style = forms::style;
 void frmLogDetails::cmdDelete_Click() {
     if (ui->lsvDtls->ListCount() == 0)
         return;
-    toShowStatus(u"Deleting Survey File...."_s);
+    Busy busy(*this, u"Deleting Survey File...."_s);
     QString fileName;
     try {
         for (const int row : ui->lsvDtls->SelectedRows()) {
@@ -31,17 +31,16 @@ void frmLogDetails::cmdDelete_Click() {
                 mayUseFile(toHomePath(fileName)))
                 toDeleteFile(fileName, toHomePath(fileName));
             else
-                toShowStatus(u"Deletion Cancelled......"_s);
+                busy.say(u"Deletion Cancelled......"_s);
         }
     } catch (const std::exception&) { // whatever failed, the file is taken to be missing
-        toShowStatus({});
+        busy.say({});
         if (cnnMain)
             cnnMain->Errors().Clear();
         toDeleteElsewhere(fileName);
         return;
     }
     toFillListView();
-    toShowStatus({});
 }
 
 void frmLogDetails::toDeleteFile(const QString& fileName, const QString& path) const {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Mailing the files that are chosen in the register.
+#include "core/base/busy.h"
 #include "core/base/failure.h"
 #include "core/base/gblGlobal.h"
 #include "exchange/files/filenames.h"
@@ -12,9 +13,8 @@ using namespace Qt::StringLiterals;
 namespace style = forms::style;
 
 void frmLogDetails::cmdmail_Click() {
-    setMousePointer(forms::Hourglass);
+    const Busy busy(*this);
     sendmail();
-    setMousePointer(forms::DefaultPointer);
 }
 
 void frmLogDetails::sendmail() {
@@ -32,21 +32,21 @@ void frmLogDetails::sendmail() {
 }
 
 bool frmLogDetails::toMailFile(const QString& fileName, const QString& respondentName) {
-    toStep([this] { mailer.toBeginMail(); });
+    runStep(passesOverFailures, [this] { mailer.toBeginMail(); });
     const QString message = toGetStandardMessage(toGetCustomer());
     mailer.MAPIMessages1.MsgNoteText = message.isEmpty() ? u"."_s : message;
     strGenerateXLSFile = toCheckFileExists(fileName) ? fileName : QString();
     const std::optional<QString> path =
         strGenerateXLSFile.isEmpty() ? toLocateForMail(fileName) : toHomePath(strGenerateXLSFile);
     if (!path) {
-        toStep([this] { mailer.toSignOff(); });
+        runStep(passesOverFailures, [this] { mailer.toSignOff(); });
         return false;
     }
     mailer.toAttach(fileName, *path);
     const QString address = mailer.toGetEmailId(respondentName, toGetCustID(toGetCustomer()));
     mailer.toSetRecipient(address.isEmpty() ? u"No email address found"_s : address);
-    toStep([this] { mailer.toHandOver(); });
-    toStep([this] { mailer.toSignOff(); });
+    runStep(passesOverFailures, [this] { mailer.toHandOver(); });
+    runStep(passesOverFailures, [this] { mailer.toSignOff(); });
     return true;
 }
 
@@ -69,13 +69,4 @@ std::optional<QString> frmLogDetails::toLocateForMail(const QString& fileName) {
         return {};
     }
     return cmnDlg.FileName;
-}
-
-void frmLogDetails::toStep(const std::function<void()>& step) const {
-    try {
-        step();
-    } catch (const std::exception&) {
-        if (!passesOverFailures)
-            throw;
-    }
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "exchange/frmReading.h"
 
+#include "core/base/busy.h"
 #include "core/base/failure.h"
 #include "core/base/gblGlobal.h"
 #include "core/base/shell.h"
@@ -68,8 +69,7 @@ void frmReading::lstXlsFiles_Click() {
     toBlankLabels();
     if (ui->lstXlsFiles->SelCount() != 1)
         return;
-    guarded({.form = this}, [this] {
-        toReconnect();
+    guarded([this] {
         ado::Recordset log;
         log.Open(u"select * from log where "_s + conditionOfTitle(titleOf(ui->lstXlsFiles->Text())),
                  *cnnMain);
@@ -82,18 +82,16 @@ void frmReading::lstXlsFiles_Click() {
 }
 
 void frmReading::cmdImport_Click() {
-    setMousePointer(forms::Hourglass);
+    Busy busy(*this);
     if (ui->lstXlsFiles->ListCount() == 0) {
         forms::msgBox(u"No Xls files present in the List to Import"_s, style::information);
     } else if (ui->lstXlsFiles->SelCount() == 0) {
         forms::msgBox(u"Select one or more file(s) to import"_s, style::information);
     } else {
-        toShowStatus(u"Importing Survey File(s)......"_s);
+        busy.say(u"Importing Survey File(s)......"_s);
         toreadFromXlsFile();
         forms::msgBox(u"Import Done...."_s, style::information);
-        toShowStatus({});
     }
-    setMousePointer(forms::DefaultPointer);
 }
 
 void frmReading::toreadFromXlsFile() {

@@ -26,8 +26,7 @@ void frmSetting::onLoad() {
 }
 
 void frmSetting::toSaveSetting() {
-    guarded({.form = this}, [this] {
-        toReconnect();
+    guarded([this] {
         ado::Recordset setting;
         setting.Open(u"select * from setting where setting='UserDefine'"_s, *cnnMain,
                      ado::Recordset::Lock::Optimistic);

@@ -19,8 +19,7 @@ bool Mailer::toTestMailKey() {
 
 QString Mailer::toGetStandardMessage(const QString& customerName) const {
     QString message;
-    guarded({}, [&] {
-        toReconnect();
+    guarded([&] {
         ado::Recordset standard;
         standard.Open(u"select * from standardmessage where customerid="_s +
                           QString::number(toGetCustID(customerName)),
@@ -33,8 +32,7 @@ QString Mailer::toGetStandardMessage(const QString& customerName) const {
 
 QString Mailer::toGetEmailId(const QString& respondentName, int custid) const {
     QString address;
-    guarded({}, [&] {
-        toReconnect();
+    guarded([&] {
         ado::Recordset respondent;
         respondent.Open(u"select * from respondent where respondentname='"_s + respondentName +
                             u"' and custid=" + QString::number(custid),

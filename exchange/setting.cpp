@@ -8,8 +8,7 @@ using namespace Qt::StringLiterals;
 
 bool toGetSetting() {
     bool userDefined = false;
-    guarded({}, [&] {
-        toReconnect();
+    guarded([&] {
         ado::Recordset setting;
         setting.Open(u"select * from setting where setting='UserDefine' and checkeduser=True"_s, *cnnMain);
         userDefined = !setting.Eof();

@@ -10,9 +10,9 @@
 #include "exchange/openelsewhere.h"
 #include "exchange/viewer.h"
 #include "platform/desktop/ownerfile.h"
+#include "platform/excel/application.h"
 #include "platform/forms/clock.h"
 #include "platform/forms/commondialog.h"
-#include "platform/forms/form.h"
 #include "platform/forms/msgbox.h"
 
 #include <QDir>
@@ -28,55 +28,57 @@ const QString& title() {
     return text;
 }
 
-} // namespace
+class SurveyExport {
+public:
+    explicit SurveyExport(const ExportRequest& exported) : request(exported), survey(exported.survey) {}
+    ExportResult run();
 
-void SurveyExport::run() {
-    form.setMousePointer(forms::Hourglass);
-    state.strGenerateXLSFile.clear();
-    const bool found = guarded({.form = &form}, [&] {
-        toReconnect();
-        key = requireSurveyKey(survey);
-    });
-    if (!found) {
-        state.blnMail = false;
-        return;
-    }
-    toChooseName();
+private:
+    void chooseName();
+    bool mayOverwrite() const;
+    QString otherOwners() const;
+    bool write();
+    bool askForName();
+    bool mayTakeName(const QString& fileName, bool isConfirmed) const;
+    void save(const excel::Workbook& workbook, const excel::Worksheet& sheet) const;
+    QString path() const { return toHomePath(result.fileName); }
+
+    const ExportRequest& request;
+    const SurveyContext& survey;
+    ExportResult result;
+    SurveyKey key;                 // of the survey, looked up once
+    bool exists = false;           // the file is there and is written over
+    bool skipsFailedSteps = false; // otherwise a step that fails ends the export
+};
+
+ExportResult SurveyExport::run() {
+    if (!guarded([&] { key = requireSurveyKey(survey); }))
+        return result;
+    chooseName();
     // Under a name that the program made may stand a file of before the customer was renamed.
-    if ((exists || toCheckFileExists(state.strGenerateXLSFile)) && !mayOverwrite()) {
-        state.blnMail = false;
-        form.setMousePointer(forms::DefaultPointer);
-        return;
-    }
-    guarded({}, [&] {
-        toReconnect();
-        toGetTheLastScoreAndWeightage(key, road);
-    });
-    guarded({}, [&] {
-        toReconnect();
-        resetLogStatus(key);
-    });
-    guarded({.form = &form}, [&] {
-        toReconnect();
-        toWriteWorkbook();
-    });
+    if ((exists || toCheckFileExists(result.fileName)) && !mayOverwrite())
+        return result;
+    guarded([&] { toGetTheLastScoreAndWeightage(key, request.history); });
+    guarded([&] { resetLogStatus(key); });
+    guarded([&] { result.isFinished = write(); });
+    return result;
 }
 
 /// A file that is there keeps its name in both modes. Otherwise the program makes one, or the user is asked
 /// later, unless the register has the name of a file that is gone.
-void SurveyExport::toChooseName() {
-    const QString logged = lookedUp([&] { return findLoggedFileName(survey.customer, key); });
-    exists = toCheckFileExists(logged);
-    if (exists || state.blnSetting)
-        state.strGenerateXLSFile = logged;
-    else
-        state.strGenerateXLSFile = state.strXLSFileName = lookedUp([&] { return makeSystemFileName(key); });
+void SurveyExport::chooseName() {
+    result.fileName = lookedUp([&] { return findLoggedFileName(survey.customer, key); });
+    exists = toCheckFileExists(result.fileName);
+    if (exists || request.userNamesFiles)
+        return;
+    result.generatedName = lookedUp([&] { return makeSystemFileName(key); });
+    result.fileName = *result.generatedName;
 }
 
 bool SurveyExport::mayOverwrite() const {
-    return forms::msgBox(state.strGenerateXLSFile + u" file apready exist for Respondent - " +
-                             survey.respondent + u" for Survey Date - " + survey.date +
-                             u"....Do you want to overwrite?\r\n" + otherOwners(),
+    return forms::msgBox(result.fileName + u" file apready exist for Respondent - " + survey.respondent +
+                             u" for Survey Date - " + survey.date + u"....Do you want to overwrite?\r\n" +
+                             otherOwners(),
                          style::yesNo + style::information + style::secondButton,
                          title()) == forms::Answer::Yes &&
            mayUseFile(path());
@@ -85,9 +87,8 @@ bool SurveyExport::mayOverwrite() const {
 /// Whose the name is in the register besides this survey's: for the question before overwriting.
 QString SurveyExport::otherOwners() const {
     QStringList owners;
-    guarded({}, [&] {
-        toReconnect();
-        for (const LogRow& row : findLogRows(state.strGenerateXLSFile)) {
+    guarded([&] {
+        for (const LogRow& row : findLogRows(result.fileName)) {
             const bool sameRespondent =
                 row.respid.isEmpty() ? row.custname == survey.customer && row.respname == survey.respondent
                                      : row.respid == QString::number(key.respondentid);
@@ -99,23 +100,12 @@ QString SurveyExport::otherOwners() const {
     return owners.isEmpty() ? QString() : u"In the register the file belongs to:"_s + owners.join(QString());
 }
 
-QString SurveyExport::path() const {
-    return toHomePath(state.strGenerateXLSFile);
-}
-
-void SurveyExport::step(const std::function<void()>& action) const {
-    try {
-        action();
-    } catch (const std::exception&) {
-        if (trapping)
-            throw;
-        cnnMain->Errors().Clear();
-    }
-}
-
-void SurveyExport::toWriteWorkbook() {
-    wkbExcel = appExcel.Workbooks().Open(exists ? path() : toHomePath(templateFile.toString()));
-    wksExcel = wkbExcel.Worksheets(cellmap::sheetName.toString());
+/// False when the user cancels.
+bool SurveyExport::write() {
+    excel::Application appExcel;
+    const excel::Workbook wkbExcel =
+        appExcel.Workbooks().Open(exists ? path() : toHomePath(templateFile.toString()));
+    const excel::Worksheet wksExcel = wkbExcel.Worksheets(cellmap::sheetName.toString());
     wksExcel.Unprotect(cellmap::sheetPassword.toString());
     toFillSurveySheet(wksExcel, {.organisation = strCompanyName,
                                  .customer = survey.customer,
@@ -125,33 +115,22 @@ void SurveyExport::toWriteWorkbook() {
                                  .surveyid = key.surveyid == 0 ? QString() : QString::number(key.surveyid),
                                  .surveyDate = key.date,
                                  .exportDate = forms::todayHook()});
-    if (state.strGenerateXLSFile.trimmed().isEmpty() && !toAskForName())
-        return;
-    guarded({}, [&] {
-        toReconnect();
-        writeLogRow(survey, key, state.strGenerateXLSFile);
-    });
-    toSave();
-    if (state.blnMail)
-        step(sendmail);
-    else
-        toView();
-    state.blnMail = false;
-    form.setMousePointer(forms::DefaultPointer);
+    if (result.fileName.trimmed().isEmpty() && !askForName())
+        return false;
+    guarded([&] { writeLogRow(survey, key, result.fileName); });
+    save(wkbExcel, wksExcel);
+    return true;
 }
 
 /// Asks until the name is free. False when the user cancels.
-bool SurveyExport::toAskForName() {
+bool SurveyExport::askForName() {
     forms::CommonDialog cmnDlg;
     cmnDlg.Filter = u"*.xls|*.xls|*.xls"_s;
     cmnDlg.Flags = 4;
     cmnDlg.CancelError = true;
     cmnDlg.InitDir = homeDirectory();
-    trapping = false;
-    for (bool again = false;; again = true) {
-        if (again)
-            forms::msgBox(u"Duplicate Survey File...Cannot Save Duplicate Survey File..."_s, style::critical,
-                          title());
+    skipsFailedSteps = true;
+    while (true) {
         try {
             cmnDlg.ShowSave();
         } catch (const forms::DialogCancelled&) {
@@ -159,40 +138,47 @@ bool SurveyExport::toAskForName() {
         }
         if (cmnDlg.FileTitle.trimmed().isEmpty()) {
             forms::msgBox(u"Survey File Export cancelled..."_s, style::information, title());
-            wkbExcel.Close(false);
-            appExcel.Quit();
             return false;
         }
         // The register's statements take no plain apostrophe, so that the file has none either.
         const QString chosen = toStoredText(cmnDlg.FileTitle);
         // The dialog asks before a file is replaced, but only for the name and in the folder that it shows.
-        const bool asked =
-            chosen == cmnDlg.FileTitle && QFileInfo(cmnDlg.FileName).dir() == QDir(homeDirectory());
-        if (lookedUp([&] { return isFileNameLogged(chosen); }) || isProgramsOwnFile(chosen) ||
-            (!asked && toCheckFileExists(chosen)) || !mayUseFile(toHomePath(chosen)))
-            continue;
-        state.strGenerateXLSFile = chosen;
-        return true;
+        if (mayTakeName(chosen, chosen == cmnDlg.FileTitle &&
+                                    QFileInfo(cmnDlg.FileName).dir() == QDir(homeDirectory()))) {
+            result.fileName = chosen;
+            return true;
+        }
+        forms::msgBox(u"Duplicate Survey File...Cannot Save Duplicate Survey File..."_s, style::critical,
+                      title());
     }
 }
 
+bool SurveyExport::mayTakeName(const QString& fileName, bool isConfirmed) const {
+    return !lookedUp([&] { return isFileNameLogged(fileName); }) && !isProgramsOwnFile(fileName) &&
+           (isConfirmed || !toCheckFileExists(fileName)) && mayUseFile(toHomePath(fileName));
+}
+
 /// A workbook that could not be saved is not closed with its changes: they would go into the template.
-void SurveyExport::toSave() {
+void SurveyExport::save(const excel::Workbook& workbook, const excel::Worksheet& sheet) const {
     bool saved = false;
-    step([&] { wksExcel.Protect(cellmap::sheetPassword.toString()); });
-    step([&] {
-        exists ? wkbExcel.Save() : wkbExcel.SaveAs(path());
+    runStep(skipsFailedSteps, [&] { sheet.Protect(cellmap::sheetPassword.toString()); });
+    runStep(skipsFailedSteps, [&] {
+        exists ? workbook.Save() : workbook.SaveAs(path());
         saved = true;
     });
-    step([&] { wkbExcel.Close(saved); });
+    runStep(skipsFailedSteps, [&] { workbook.Close(saved); });
     if (saved)
         desktop::keepToOwner(path());
 }
 
-void SurveyExport::toView() {
+} // namespace
+
+ExportResult exportSurvey(const ExportRequest& request) {
+    return SurveyExport(request).run();
+}
+
+void offerToView(const QString& fileName) {
     if (forms::msgBox(u"Survey File Exported...Do you want to view the file? "_s,
                       style::yesNo + style::information, title()) == forms::Answer::Yes)
-        step([&] { toViewWorkbook(path()); });
-    else
-        appExcel.Quit();
+        guarded([&] { toViewWorkbook(toHomePath(fileName)); });
 }

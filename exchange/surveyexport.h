@@ -2,55 +2,26 @@
 #pragma once
 
 #include "exchange/files/lastmarks.h"
-#include "platform/excel/application.h"
 
-#include <functional>
+#include <optional>
 
-namespace forms {
-class Form;
-}
-
-/// What a questionnaire editor and its exports tell each other.
-struct ExportState {
-    bool blnMail = false;       ///< the export is followed by mail; false again after it
-    bool blnSetting = false;    ///< the user names the survey files
-    QString strGenerateXLSFile; ///< of the last export; empty when it got none
-    QString strXLSFileName;     ///< the last name that the program made itself
-};
-
-/// One export: a survey becomes a workbook in the home directory and a row of the register. Nothing of it
-/// stays in memory, however it ends.
-class SurveyExport {
-public:
-    SurveyExport(forms::Form& owner, ExportState& settings, SurveyContext exported, HistoryRoad historyRoad,
-                 std::function<void()> mail)
-        : form(owner), state(settings), survey(std::move(exported)), road(historyRoad),
-          sendmail(std::move(mail)) {}
-
-    void run();
-
-private:
-    void toChooseName();
-    bool mayOverwrite() const;
-    QString otherOwners() const;
-    void toWriteWorkbook();
-    bool toAskForName();
-    void toSave();
-    void toView();
-    /// Runs a step; once the user has been asked for a name, a step that fails is left out.
-    void step(const std::function<void()>& action) const;
-    QString path() const;
-
-    forms::Form& form;
-    ExportState& state;
+struct ExportRequest {
     SurveyContext survey;
-    HistoryRoad road;
-    std::function<void()> sendmail;
-
-    SurveyKey key;        // of the survey, looked up once
-    bool exists = false;  // the file is there and is written over
-    bool trapping = true; // a failing step ends the export
-    excel::Application appExcel;
-    excel::Workbook wkbExcel;
-    excel::Worksheet wksExcel;
+    HistoryOrder history = HistoryOrder::OldestFirst;
+    bool userNamesFiles = false; ///< otherwise the program makes the names
 };
+
+struct ExportResult {
+    QString fileName;                                    ///< empty when it got none
+    std::optional<QString> generatedName = std::nullopt; ///< the name that the program made
+    bool isFinished = false; ///< neither refused by the user nor ended by a failure
+};
+
+/// Writes a survey into a workbook in the home directory and a row of the register. The user is asked before
+/// a file is replaced and, when the file has no name yet, for one. A failure is shown if it is the store's
+/// and ends the export; once the user has been asked for a name, a step that fails is left out. Nothing stays
+/// in memory, however it ends.
+ExportResult exportSurvey(const ExportRequest& request);
+
+/// Asks whether the exported file is to be opened, and opens it.
+void offerToView(const QString& fileName);

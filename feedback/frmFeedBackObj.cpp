@@ -118,7 +118,7 @@ void frmFeedBackObj::toSetWidthForGrid() {
 }
 
 void frmFeedBackObj::SetEditTextBox(int ColPos, int RowPos) {
-    guarded({.prefix = u"Error :"_s}, [&] { editor->setEdit(ColPos, RowPos); });
+    guarded(u"Error :"_s, [&] { editor->setEdit(ColPos, RowPos); });
 }
 
 void frmFeedBackObj::txtDtls_Change(const QString& text) {
@@ -153,8 +153,7 @@ void frmFeedBackObj::requireShown() {
 }
 
 bool frmFeedBackObj::toFillcmbCustomername() {
-    return guarded({}, [this] {
-        toReconnect();
+    return guarded([this] {
         ado::Recordset customer;
         customer.Open(u"select * from customer"_s, *cnnMain);
         ui->cmbCusName->Clear();
@@ -164,8 +163,7 @@ bool frmFeedBackObj::toFillcmbCustomername() {
 }
 
 void frmFeedBackObj::toFillListView() {
-    guarded({.prefix = u"Error :"_s}, [this] {
-        toReconnect();
+    guarded(u"Error :"_s, [this] {
         ui->lstSurveyDates->Clear();
         ado::Recordset survey;
         survey.Open(u"select distinct(sdate) as surveydate from responquery where custid="_s +
@@ -177,8 +175,7 @@ void frmFeedBackObj::toFillListView() {
 }
 
 void frmFeedBackObj::toFilllstRespondentName() {
-    guarded({}, [this] {
-        toReconnect();
+    guarded([this] {
         ui->lstRespname->Clear();
         const int custid = findCustomer(ui->cmbCusName->Text());
         ado::Recordset respondent;
@@ -245,9 +242,8 @@ void frmFeedBackObj::toShowNothing() {
 }
 
 void frmFeedBackObj::toFillGrid() {
-    const bool filled = guarded({}, [this] {
+    const bool filled = guarded([this] {
         const Busy busy(*this);
-        toReconnect();
         ui->lblSDate->setText(ui->lstSurveyDates->Text());
         shown = findSurveyKey(chosen());
         if (shown.custid == 0) {
@@ -294,9 +290,8 @@ QString frmFeedBackObj::toMakeAnswerQuery(int row, const QString& questionid) co
 }
 
 void frmFeedBackObj::tofillscoreandweightage() {
-    const bool filled = guarded({}, [this] {
+    const bool filled = guarded([this] {
         const Busy busy(*this);
-        toReconnect();
         const forms::MSHFlexGrid* grid = ui->grdDtls;
         for (int row = 1; row < grid->Rows(); ++row) {
             if (grid->TextMatrix(row, feedbackColumn::question).trimmed().isEmpty())
@@ -343,8 +338,7 @@ void frmFeedBackObj::cmdSave_Click() {
 }
 
 void frmFeedBackObj::toSaveDtls() {
-    guarded({}, [this] {
-        toReconnect();
+    guarded([this] {
         requireShown();
         toWriteTogether([this] {
             for (int row = 1; row < ui->grdDtls->Rows(); ++row)

@@ -17,8 +17,7 @@ using namespace Qt::StringLiterals;
 namespace style = forms::style;
 
 void frmFeedBackObj::toShowFileName() {
-    guarded({}, [this] {
-        toReconnect();
+    guarded([this] {
         toShowFileLabel({});
         const QString logged = findLoggedFileName(ui->cmbCusName->Text(), findSurveyKey(chosen()));
         toShowFileLabel(logged.isEmpty() ? u"No Survey File Exported..."_s
@@ -50,10 +49,7 @@ QString frmFeedBackObj::toGetLoggedFileName() {
     if (logged.isEmpty())
         return logged;
     strXLName = logged;
-    guarded({}, [&] {
-        toReconnect();
-        setLogStatus(logged);
-    });
+    guarded([&] { setLogStatus(logged); });
     blnLog = true;
     return logged;
 }
@@ -79,8 +75,7 @@ void frmFeedBackObj::toreadFromXlsFile() {
 void frmFeedBackObj::toShowReadAnswers() {
     if (!hasNewAnswers || ui->lstRespname->ListCount() == 0)
         return;
-    guarded({}, [this] {
-        toReconnect();
+    guarded([this] {
         tofillscoreandweightage();
         SetEditTextBox(1, 1);
     });

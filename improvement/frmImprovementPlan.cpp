@@ -2,6 +2,7 @@
 #include "improvement/frmImprovementPlan.h"
 
 #include "core/base/backup.h"
+#include "core/base/busy.h"
 #include "core/base/failure.h"
 #include "core/base/gblGlobal.h"
 #include "core/base/shell.h"
@@ -97,8 +98,7 @@ void frmImprovementPlan::onActivate() {
 }
 
 bool frmImprovementPlan::toFilllstCustomername() {
-    return guarded({.form = this}, [this] {
-        toReconnect();
+    return guarded([this] {
         ado::Recordset customer;
         customer.Open(u"select * from customer order by custname asc"_s, *cnnMain);
         forms::ListBox* list = ui->lstCusName;
@@ -168,10 +168,7 @@ void frmImprovementPlan::dtdate_Change() {
     const bool typing = ui->txtDescription->isModified() && ui->lstCusName->SelCount() == 1;
     bool isFree = false;
     if (typing) {
-        guarded({.form = this}, [&] {
-            toReconnect();
-            isFree = toGetActionID(currentCustomer()).isEmpty();
-        });
+        guarded([&] { isFree = toGetActionID(currentCustomer()).isEmpty(); });
     }
     if (isFree)
         toFillListView();
@@ -202,23 +199,20 @@ void frmImprovementPlan::lsvDtls_RightClick(const QPoint& globalPosition) {
 void frmImprovementPlan::cmdSave_Click() {
     if (!forms::DTPicker::requireDates({ui->dtdate, ui->dttargetDate}))
         return;
-    setMousePointer(forms::Hourglass);
+    Busy busy(*this);
     if (ui->lstCusName->ListCount() > 0) {
         if (ui->txtDescription->text().trimmed().isEmpty()) {
             forms::msgBox(u"Enter the description to save......."_s, forms::style::okOnly,
                           u"Gaugewell v2.1"_s);
         } else {
-            toShowStatus(u"Saving....."_s);
+            busy.say(u"Saving....."_s);
             toSaveActionDtls();
-            toShowStatus({});
         }
     }
-    setMousePointer(forms::DefaultPointer);
 }
 
 void frmImprovementPlan::toSaveActionDtls() {
-    const bool saved = guarded({.form = this}, [this] {
-        toReconnect();
+    const bool saved = guarded([this] {
         Transaction transaction;
         const QStringList names = chosenCustomers();
         requireCustomers(names);
@@ -230,7 +224,6 @@ void frmImprovementPlan::toSaveActionDtls() {
         ui->txtDescription->setModified(false);
         toFillListView();
     }
-    setMousePointer(forms::DefaultPointer);
 }
 
 QString frmImprovementPlan::toGetActionID(const QString& customerName) const {
@@ -261,8 +254,7 @@ void frmImprovementPlan::toSaveActionOf(const QString& customerName) {
 }
 
 void frmImprovementPlan::toFillListView() {
-    const bool filled = guarded({.prefix = u"Error :"_s, .form = this}, [this] {
-        toReconnect();
+    const bool filled = guarded(u"Error :"_s, [this] {
         ado::Recordset action;
         action.Open(u"select * from action where customerid="_s + custidOf(currentCustomer()) +
                         u" order by date",
@@ -285,8 +277,7 @@ void frmImprovementPlan::torefreshOnCustomerNameClick() {
         toShowStatusOf(false);
         ui->dttargetDate->setValue(forms::today());
     };
-    const bool read = guarded({.form = this}, [&] {
-        toReconnect();
+    const bool read = guarded([&] {
         ado::Recordset action;
         action.Open(u"select * from action where customerid="_s + custidOf(currentCustomer()) +
                         u" and date=#" + toSqlDate(ui->dtdate->Value()) + u"#",
@@ -305,8 +296,7 @@ void frmImprovementPlan::torefreshOnCustomerNameClick() {
 }
 
 void frmImprovementPlan::toupdateStatus() {
-    const bool updated = guarded({.form = this}, [this] {
-        toReconnect();
+    const bool updated = guarded([this] {
         const std::vector<QDate> dates = chosenDates();
         Transaction transaction;
         for (const int custid : requireCustomers(chosenCustomers())) {
@@ -325,12 +315,10 @@ void frmImprovementPlan::toupdateStatus() {
     });
     if (updated)
         toFillListView();
-    setMousePointer(forms::DefaultPointer);
 }
 
 void frmImprovementPlan::toDeleteActionForSelectedCustomer() {
-    guarded({.form = this}, [this] {
-        toReconnect();
+    guarded([this] {
         const QStringList names = chosenCustomers();
         const std::vector<QDate> dates = chosenDates();
         if (names.isEmpty() || dates.empty())

@@ -76,8 +76,7 @@ bool CatalogueTable::fill(const QString& sql) {
 }
 
 void CatalogueTable::read(const QString& sql) {
-    guarded({.form = &form}, [&] {
-        toReconnect();
+    guarded([&] {
         if (!fill(sql))
             toEmptyGrid(grid);
     });
@@ -94,8 +93,7 @@ void CatalogueTable::readOf(const QString& newOwner, const QString& sql) {
         owner.reset();
         showNone();
     }
-    const bool read = guarded({.form = &form}, [&] {
-        toReconnect();
+    const bool read = guarded([&] {
         if (!newOwner.isEmpty() && fill(sql))
             editAgain();
         else
@@ -108,8 +106,7 @@ void CatalogueTable::readOf(const QString& newOwner, const QString& sql) {
 bool CatalogueTable::save() {
     const Busy busy(form);
     QString inHand;
-    const bool saved = guarded({.form = &form}, [&] {
-        toReconnect();
+    const bool saved = guarded([&] {
         Transaction transaction;
         for (int row = 1; row < grid->Rows(); ++row) {
             const QString stored = saveRow(row);

@@ -101,11 +101,11 @@ void frmCustomer::toSetWidthForResGrid() {
 }
 
 void frmCustomer::SetEditTextBox(int ColPos, int RowPos) {
-    guarded({.prefix = u"Error :"_s}, [&] { customers->setEdit(ColPos, RowPos); });
+    guarded(u"Error :"_s, [&] { customers->setEdit(ColPos, RowPos); });
 }
 
 void frmCustomer::SetEditRespondentTextBox(int ColPos, int RowPos) {
-    guarded({.prefix = u"Error :"_s}, [&] { respondents->setEdit(ColPos, RowPos); });
+    guarded(u"Error :"_s, [&] { respondents->setEdit(ColPos, RowPos); });
 }
 
 void frmCustomer::grdCustomerDtls_Click() {
@@ -197,8 +197,7 @@ void frmCustomer::toWriteRespondent(int row, ado::Recordset& respondent) const {
 }
 
 void frmCustomer::toDeleteCustomer() {
-    guarded({.form = this}, [this] {
-        toReconnect();
+    guarded([this] {
         toShowStatus(u"Deleting Customer Dtls....."_s);
         const QString custid = customers->key();
         if (custid.isEmpty() || !toFindAny(u"select * from respondent where custid="_s + custid) ||
@@ -215,8 +214,7 @@ void frmCustomer::toDeleteCustomer() {
 }
 
 void frmCustomer::toDeleteRespondentDetails() {
-    guarded({.form = this}, [this] {
-        toReconnect();
+    guarded([this] {
         respondents->remove(u"delete * from respondent where respondentid="_s + respondents->key());
         toRefreshRespondentDetails();
         customers->editAgain();

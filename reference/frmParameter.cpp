@@ -111,11 +111,11 @@ void frmParameter::toSetWidthForQuestionGrid() {
 }
 
 void frmParameter::SetEditParameterTextBox(int ColPos, int RowPos) {
-    guarded({.prefix = u"Error :"_s}, [&] { parameters->setEdit(ColPos, RowPos); });
+    guarded(u"Error :"_s, [&] { parameters->setEdit(ColPos, RowPos); });
 }
 
 void frmParameter::SetEditQuestionTextBox(int ColPos, int RowPos) {
-    guarded({.prefix = u"Error :"_s}, [&] { questions->setEdit(ColPos, RowPos); });
+    guarded(u"Error :"_s, [&] { questions->setEdit(ColPos, RowPos); });
 }
 
 void frmParameter::txtQuestionDtls_Change(const QString& text) {
@@ -180,8 +180,7 @@ bool frmParameter::toConfirmDeletion(const QString& paramid) {
 }
 
 void frmParameter::toDeleteparameter() {
-    guarded({.form = this}, [this] {
-        toReconnect();
+    guarded([this] {
         forms::MSHFlexGrid* grid = ui->grdParameterDtls;
         const QString paramid = parameters->key();
         if (questions->owner != paramid)
@@ -204,8 +203,7 @@ void frmParameter::toDeleteparameter() {
 }
 
 void frmParameter::toDeleteQuestionDetails() {
-    guarded({.form = this}, [this] {
-        toReconnect();
+    guarded([this] {
         ui->cmbType->hide();
         if (!questions->cell(ui->grdQuestionDtls->Row(), 1).isEmpty())
             questions->remove(u"delete * from Questions where questionid="_s + questions->key());

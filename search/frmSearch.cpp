@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "search/frmSearch.h"
 
+#include "core/base/busy.h"
 #include "core/base/failure.h"
 #include "core/base/gblGlobal.h"
 #include "core/base/shell.h"
@@ -79,15 +80,13 @@ void frmSearch::txtKeyword_Change() {
 void frmSearch::cmdOK_Click() {
     if (!hasKeywords())
         return;
-    setMousePointer(forms::Hourglass);
+    const Busy busy(*this);
     toSplitKeywords();
     toFillListView();
-    setMousePointer(forms::DefaultPointer);
 }
 
 void frmSearch::toSplitKeywords() {
-    guarded({.form = this}, [this] {
-        toReconnect();
+    guarded([this] {
         toFillWorkTable([this] {
             cnnMain->Execute(u"delete * from search"_s);
             for (const SearchPass pass :
@@ -100,8 +99,7 @@ void frmSearch::toSplitKeywords() {
 }
 
 void frmSearch::toFillListView() {
-    guarded({.prefix = u"Error :"_s, .form = this}, [this] {
-        toReconnect();
+    guarded(u"Error :"_s, [this] {
         ui->lsvDtls->Clear();
         ado::Recordset search;
         search.Open(u"select * from search"_s, *cnnMain);
@@ -134,8 +132,7 @@ void frmSearch::toJump() {
 
 void frmSearch::toOpenSearchHit(const QString& id, const QString& tablename) {
     bool isThere = false;
-    const bool opened = guarded({.prefix = u"Error :"_s, .form = this}, [&] {
-        toReconnect();
+    const bool opened = guarded(u"Error :"_s, [&] {
         ado::Recordset search;
         search.Open(u"select * from search where tablename='"_s + tablename + u"' and ID=" + id, *cnnMain);
         isThere = !search.Eof();

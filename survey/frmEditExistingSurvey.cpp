@@ -2,9 +2,9 @@
 #include "survey/frmEditExistingSurvey.h"
 
 #include "core/base/backup.h"
+#include "core/base/busy.h"
 #include "core/base/failure.h"
 #include "core/base/gblGlobal.h"
-#include "core/base/shell.h"
 #include "core/store/transaction.h"
 #include "platform/forms/msgbox.h"
 #include "survey/frmPasteSurvey.h"
@@ -112,7 +112,7 @@ std::vector<ChosenQuestion> frmEditExistingSurvey::toRewrite() {
 void frmEditExistingSurvey::toImport() {
     if (ui->lstRespondent->ListCount() > 0 && ui->lstSurvetDates->ListCount() > 0) {
         blnExistingSurvey = false;
-        frmPasteSurvey::toCopyInto(context(), *this);
+        frmPasteSurvey::toCopyInto(context());
     } else if (ui->lstRespondent->ListCount() == 0) {
         msgBox(u"No Respondent name present to Edit Survey"_s, style::critical, u"Gaugewell v2.1"_s);
     } else {
@@ -125,7 +125,7 @@ void frmEditExistingSurvey::toImport() {
 void frmEditExistingSurvey::lstSurvetDates_KeyDown(int key) {
     if (key != Qt::Key_Delete)
         return;
-    toShowStatus(u"Deletion in Progress...."_s);
+    Busy busy(*this, u"Deletion in Progress...."_s);
     if (ui->lstSurvetDates->SelCount() == 1)
         toRefreshGrid(); // its rows are counted below, and another form may have changed the questions
     if (ui->lstSurvetDates->SelCount() == 1 && showsStore()) {
@@ -133,7 +133,7 @@ void frmEditExistingSurvey::lstSurvetDates_KeyDown(int key) {
         if (msgBox(u"You are about to delete the survey dated "_s + survey.date + u" for Customer - " +
                        survey.customer + u"\r\nAre you sure you want to delete...?",
                    style::yesNo + style::secondButton, u"Gaugewell v2.1"_s) == forms::Answer::No) {
-            toShowStatus(u"Deletion Cancelled...."_s);
+            busy.say(u"Deletion Cancelled...."_s);
         } else if (ui->grdParamAndQuest->Rows() != rowsWithoutQuestions) {
             toDeleteSurvey();
             lists.toPickFirstDate();
@@ -142,14 +142,12 @@ void frmEditExistingSurvey::lstSurvetDates_KeyDown(int key) {
             toDeleteEmptySurvey();
         }
     }
-    toShowStatus({});
 }
 
 void frmEditExistingSurvey::toDeleteSurvey() {
     if (!showsStore()) // the rows of the grid cannot be counted on
         return;
-    guarded({.form = this}, [this] {
-        toReconnect();
+    guarded([this] {
         const SurveyKey survey = requireSurveyKey(context()); // before the copy
         toBackupBeforeLoss();
         Transaction transaction;
@@ -188,8 +186,7 @@ void frmEditExistingSurvey::toDeleteQuestionnaire(const SurveyKey& survey, const
 /// questionnaire whose questions have all left the catalogue is in the list of dates and not in the grid; it
 /// goes alone.
 void frmEditExistingSurvey::toDeleteEmptySurvey() {
-    guarded({.form = this}, [this] {
-        toReconnect();
+    guarded([this] {
         const SurveyKey survey = requireSurveyKey(context());
         const QString respondentid = QString::number(survey.respondentid);
         const QString custid = QString::number(survey.custid);

@@ -33,7 +33,7 @@ private:
     SurveyContext context() const override { return lists.picked(); }
     int helpContext() const override;
     bool hasSurveyDate() const override { return !context().date.isEmpty(); }
-    HistoryRoad historyRoad() const override { return HistoryRoad::NewestFirst; }
+    HistoryOrder historyOrder() const override { return HistoryOrder::NewestFirst; }
     QString reportTitle() const override;
     bool mayAdd() override;
     std::vector<ChosenQuestion> toRewrite() override;

@@ -43,12 +43,7 @@ int frmNewSurvey::helpContext() const {
 
 void frmNewSurvey::toImport() {
     blnExistingSurvey = true;
-    const bool selectionStands = frmSelectSurvey::loaded() != nullptr;
-    if (!selectionStands) // loaded for the copy only, which asks it for respondent and date
-        frmSelectSurvey::instance().toSelect(context());
-    frmPasteSurvey::toCopyInto(context(), *this);
-    if (!selectionStands)
-        frmSelectSurvey::unload();
+    frmPasteSurvey::toCopyInto(context());
 }
 
 QString frmNewSurvey::toGetRespondentID(const QString& /*respondent*/) const {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "survey/frmPasteSurvey.h"
 
+#include "core/base/busy.h"
 #include "core/base/failure.h"
 #include "core/base/gblGlobal.h"
 #include "core/store/transaction.h"
@@ -35,12 +36,10 @@ frmPasteSurvey::frmPasteSurvey() : DefaultForm(Kind::Dialog), ui(std::make_uniqu
 
 frmPasteSurvey::~frmPasteSurvey() = default;
 
-void frmPasteSurvey::toCopyInto(const SurveyContext& target, forms::Form& caller) {
+void frmPasteSurvey::toCopyInto(const SurveyContext& target) {
+    targetOfNext = target;
     frmPasteSurvey& form = instance();
-    form.ui->txtCustomer->setText(target.customer);
-    form.ui->txtRespondent->setText(target.respondent);
-    form.ui->txtSurveyDate->setText(target.date);
-    caller.setMousePointer(forms::DefaultPointer);
+    Busy::endPointers();
     form.ShowModal();
 }
 
@@ -49,11 +48,15 @@ SurveyContext frmPasteSurvey::target() const {
 }
 
 void frmPasteSurvey::onLoad() {
+    const SurveyContext target = std::exchange(targetOfNext, {});
+    ui->txtCustomer->setText(target.customer);
+    ui->txtRespondent->setText(target.respondent);
+    ui->txtSurveyDate->setText(target.date);
     setTop(topOnLoad);
     setLeft(leftOnLoad);
     toSetHeadsAndWidths(ui->grdParamAndQuest, {u"Parameter"_s, u"Question"_s}, {0.05, 0.2, 0.7}, false);
     if (blnExistingSurvey)
-        strSelectedRespondent = frmSelectSurvey::instance().lstRespondent()->Text();
+        strSelectedRespondent = target.respondent;
     toFillCustomerList();
     lists.toPickFirstCustomer();
     lists.toPickFirstDate();
@@ -65,16 +68,13 @@ void frmPasteSurvey::onQueryUnload(bool&) {
 
 void frmPasteSurvey::toFillSurveyDateList() {
     if (blnExistingSurvey && ui->lstRespondent->Text() == strSelectedRespondent)
-        lists.toFillSurveyDateList(frmSelectSurvey::instance().dtSDate()->Value());
+        lists.toFillSurveyDateList(toDate(target().date));
     else
         lists.toFillSurveyDateList();
 }
 
 void frmPasteSurvey::toRefreshGrid() {
-    const bool read = guarded({.form = this}, [this] {
-        toReconnect();
-        toShowQuestionnaire(ui->grdParamAndQuest, lists.picked());
-    });
+    const bool read = guarded([this] { toShowQuestionnaire(ui->grdParamAndQuest, lists.picked()); });
     if (!read)
         toEmptyGrid(ui->grdParamAndQuest); // else another survey would stay, and Ok copy the picked one
 }
@@ -88,10 +88,7 @@ QString frmPasteSurvey::toGetCopiedRespondent(const QString& name) const {
 }
 
 void frmPasteSurvey::toSaveSurveyID() {
-    guarded({}, [this] {
-        toReconnect();
-        addSurvey(target());
-    });
+    guarded([this] { addSurvey(target()); });
 }
 
 void frmPasteSurvey::cmbCustomer_Click() {
@@ -116,15 +113,11 @@ void frmPasteSurvey::lstSurvetDates_Click() {
 }
 
 void frmPasteSurvey::toDeleteCopyDeteails() {
-    guarded({.form = this}, [] {
-        toReconnect();
-        cnnMain->Execute(u"delete * from copydetails"_s);
-    });
+    guarded([] { cnnMain->Execute(u"delete * from copydetails"_s); });
 }
 
 bool frmPasteSurvey::toSaveTheCopyDetails() {
-    return guarded({.form = this}, [this] {
-        toReconnect();
+    return guarded([this] {
         Transaction transaction;
         const SurveyKey copy = requireSurveyKey(target());
         if (!copy.date.isValid())
@@ -146,8 +139,7 @@ bool frmPasteSurvey::toSaveTheCopyDetails() {
 }
 
 void frmPasteSurvey::toPasteCopyDetails() {
-    guarded({.form = this}, [this] {
-        toReconnect();
+    guarded([this] {
         ado::Recordset copydetails;
         copydetails.Open(u"select * from copydetails"_s, *cnnMain);
         if (copydetails.Eof())
@@ -158,20 +150,17 @@ void frmPasteSurvey::toPasteCopyDetails() {
 }
 
 void frmPasteSurvey::cmdPaste() {
-    setMousePointer(forms::Hourglass);
+    const Busy busy(*this);
     if (ui->grdParamAndQuest->TextMatrix(1, 1).trimmed().isEmpty()) {
         if (ui->lstSurvetDates->SelCount() == 0)
             forms::msgBox(u"Select a Survey Date to import...."_s, style::critical, u"Gaugewell v2.1"_s);
         else
             toRefreshGrid(); // it may not have been readable
         blnSurveyPasted = false;
-        setMousePointer(forms::DefaultPointer);
         return;
     }
-    if (!toSaveTheCopyDetails()) {
-        setMousePointer(forms::DefaultPointer);
+    if (!toSaveTheCopyDetails())
         return;
-    }
     toPasteCopyDetails();
     if (blnExistingSurvey) {
         toShowInNewSurvey();
@@ -180,19 +169,18 @@ void frmPasteSurvey::cmdPaste() {
         Unload();
         frmSelectSurvey::unload();
     }
-    setMousePointer(forms::DefaultPointer);
 }
 
-/// Opens the target for editing from frmSelectSurvey, without a question. An editor that stands open for
-/// another survey goes: it keeps to its own.
+/// Opens the target for editing, without a question. An editor that is open for another survey goes: it keeps
+/// to its own.
 void frmPasteSurvey::toShowInNewSurvey() {
-    frmSelectSurvey& selection = frmSelectSurvey::instance();
-    selection.toSelect(target());
-    blnSurveyPasted = true;
     const SurveyContext survey = target();
+    if (frmSelectSurvey* selection = frmSelectSurvey::loaded())
+        selection->toSelect(survey);
+    blnSurveyPasted = true;
     Unload();
     if (frmNewSurvey::loaded() && !frmNewSurvey::loaded()->isFor(survey))
         frmNewSurvey::unload();
     frmNewSurvey::instance().setCaption(u"Edit Selected Survey"_s);
-    selection.cmdBlankSurvey();
+    frmSelectSurvey::openSurvey(survey);
 }

@@ -18,18 +18,17 @@ class frmPasteSurvey : public forms::DefaultForm<frmPasteSurvey> {
     Q_OBJECT
 
 public:
-    /// Opens the form on the target and returns when it is unloaded; blnExistingSurvey has been set. The
-    /// caller's pointer goes back to the default, for it is the user's turn.
-    static void toCopyInto(const SurveyContext& target, forms::Form& caller);
+    /// Opens the form on the target and returns when it is unloaded; blnExistingSurvey has been set.
+    static void toCopyInto(const SurveyContext& target);
 
     ~frmPasteSurvey() override;
 
-    /// The respondent chosen in frmSelectSurvey when the copy is for the survey composed from there.
+    /// The respondent of the survey composed from frmSelectSurvey when the copy is for it.
     QString strSelectedRespondent;
 
     void toFillCustomerList() { lists.toFillCustomerList(); }
     void toFillRespondentList() { lists.toFillRespondentList(); }
-    /// Without the date of frmSelectSurvey for the respondent chosen there: no survey is copied onto itself.
+    /// Without the date of the survey composed from frmSelectSurvey: no survey is copied onto itself.
     void toFillSurveyDateList();
     void toRefreshGrid();
     /// The respondentid of the source customer's respondent of that name.
@@ -59,5 +58,6 @@ private:
     void toShowInNewSurvey();
 
     std::unique_ptr<Ui::frmPasteSurvey> ui;
+    inline static SurveyContext targetOfNext; ///< of the form that is loaded next
     SurveyLists lists;
 };

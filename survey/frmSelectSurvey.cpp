@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "survey/frmSelectSurvey.h"
 
+#include "core/base/busy.h"
 #include "core/base/failure.h"
 #include "core/base/gblGlobal.h"
 #include "core/base/shell.h"
@@ -56,8 +57,7 @@ void frmSelectSurvey::onLoad() {
 }
 
 void frmSelectSurvey::toFillCustomerList() {
-    guarded({.form = this}, [this] {
-        toReconnect();
+    guarded([this] {
         ado::Recordset customer;
         customer.Open(u"select * from customer"_s, *cnnMain);
         ui->cmbCustomer->Clear();
@@ -72,8 +72,7 @@ void frmSelectSurvey::cmbCustomer_Click() {
 }
 
 void frmSelectSurvey::toFillRespondentList() {
-    const bool filled = guarded({.form = this}, [this] {
-        toReconnect();
+    const bool filled = guarded([this] {
         ado::Recordset custresp;
         custresp.Open(u"select * from custresp where custname='"_s + ui->cmbCustomer->Text() + u"'",
                       *cnnMain);
@@ -89,8 +88,7 @@ void frmSelectSurvey::toFillRespondentList() {
 
 bool frmSelectSurvey::toIsSurveyNew(const QDate& date, const QString& customer, const QString& respondent) {
     bool isNew = false;
-    guarded({.form = this}, [&] {
-        toReconnect();
+    guarded([&] {
         ado::Recordset existingsurvey;
         existingsurvey.Open(u"select * from existingsurvey where sdate=#"_s + toSqlDate(date) +
                                 u"# and custname='" + customer + u"' and respondentname='" + respondent +
@@ -101,7 +99,19 @@ bool frmSelectSurvey::toIsSurveyNew(const QDate& date, const QString& customer, 
     return isNew;
 }
 
+SurveyContext frmSelectSurvey::chosen() const {
+    return {ui->cmbCustomer->List(ui->cmbCustomer->ListIndex()), ui->lstRespondent->Text(),
+            ado::toText(ui->dtSDate->Value())};
+}
+
 void frmSelectSurvey::cmdBlankSurvey() {
+    if (!forms::DTPicker::requireDates({ui->dtSDate}))
+        return;
+    const Busy busy(*this);
+    openSurvey(chosen());
+}
+
+void frmSelectSurvey::openSurvey(const SurveyContext& survey) {
     const auto open = [](const QString& caption, bool withQuestions) {
         frmNewSurvey& editor = frmNewSurvey::instance();
         if (!caption.isEmpty())
@@ -110,11 +120,7 @@ void frmSelectSurvey::cmdBlankSurvey() {
         if (withQuestions)
             editor.toRefreshGrid();
     };
-    if (!forms::DTPicker::requireDates({ui->dtSDate}))
-        return;
-    setMousePointer(forms::Hourglass);
-    const QString customer = ui->cmbCustomer->List(ui->cmbCustomer->ListIndex());
-    if (toIsSurveyNew(ui->dtSDate->Value(), customer, ui->lstRespondent->Text()))
+    if (toIsSurveyNew(toDate(survey.date), survey.customer, survey.respondent))
         open(u"New Survey"_s, false);
     else if (blnSurveyPasted)
         open({}, true); // the import has set the caption
@@ -123,18 +129,14 @@ void frmSelectSurvey::cmdBlankSurvey() {
                            style::yesNo + style::information, u"Gaugewell v2.1"_s) == forms::Answer::Yes)
         open(u"Edit Selected Survey"_s, true);
     blnSurveyPasted = false;
-    setMousePointer(forms::DefaultPointer);
 }
 
 void frmSelectSurvey::cmdExistingSurvey() {
     if (!forms::DTPicker::requireDates({ui->dtSDate}))
         return;
-    setMousePointer(forms::Hourglass);
+    const Busy busy(*this);
     blnExistingSurvey = true;
-    frmPasteSurvey::toCopyInto({ui->cmbCustomer->List(ui->cmbCustomer->ListIndex()),
-                                ui->lstRespondent->Text(), ado::toText(ui->dtSDate->Value())},
-                               *this);
-    setMousePointer(forms::DefaultPointer);
+    frmPasteSurvey::toCopyInto(chosen());
 }
 
 /// The respondent of an editor that has stood open while other choices were made here need not be the chosen

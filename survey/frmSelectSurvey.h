@@ -30,6 +30,8 @@ public:
     void toSelect(const SurveyContext& survey);
     /// Opens the questionnaire of the three choices; asks first when it exists and has not just been pasted.
     void cmdBlankSurvey();
+    /// Likewise the questionnaire of a survey.
+    static void openSurvey(const SurveyContext& survey);
 
 private:
     friend class DefaultForm<frmSelectSurvey>;
@@ -37,7 +39,8 @@ private:
     void onLoad() override;
     void cmbCustomer_Click();
     void cmdExistingSurvey();
-    bool toIsSurveyNew(const QDate& date, const QString& customer, const QString& respondent);
+    SurveyContext chosen() const;
+    static bool toIsSurveyNew(const QDate& date, const QString& customer, const QString& respondent);
 
     std::unique_ptr<Ui::frmSelectSurvey> ui;
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "survey/surveyeditor.h"
 
+#include "core/base/busy.h"
 #include "core/base/failure.h"
 #include "core/base/gblGlobal.h"
 #include "core/base/pictures.h"
@@ -93,8 +94,7 @@ void SurveyEditor::onActivate() {
 }
 
 void SurveyEditor::buildTree() {
-    guarded({.form = this}, [this] {
-        toReconnect();
+    guarded([this] {
         ado::Recordset param;
         param.Open(u"select distinct(parametername) from param"_s, *cnnMain);
         for (; !param.Eof(); param.MoveNext()) {
@@ -108,8 +108,7 @@ void SurveyEditor::buildTree() {
 }
 
 void SurveyEditor::BuildNode() {
-    guarded({.form = this}, [this] {
-        toReconnect();
+    guarded([this] {
         QTreeWidgetItem* parameter =
             control.trvParameter->findItems(strParam, Qt::MatchExactly | Qt::MatchCaseSensitive).value(0);
         if (!parameter)
@@ -167,13 +166,12 @@ void SurveyEditor::cmdAdd() {
         toRefreshGrid();
     if (unread || question == ChosenQuestion() || isChosen(question) || !mayAdd())
         return;
-    toShowStatus(u"saving...."_s);
+    const Busy busy(*this, u"saving...."_s);
     toInsertAtCursor(question);
     cmdSave();
     if (grid->Rows() >= rowsThatScroll)
         grid->setTopRow(grid->Rows() - 2);
     grid->setFocus();
-    toShowStatus({});
 }
 
 /// The rows from the cursor on move one down. On the blank row, which the cursor then leaves to the question,
@@ -191,9 +189,8 @@ void SurveyEditor::toInsertAtCursor(const ChosenQuestion& question) {
 }
 
 void SurveyEditor::cmdRemove() {
+    const Busy busy(*this, u"Removing...."_s);
     forms::MSHFlexGrid* grid = control.grdParamAndQuest;
-    setMousePointer(forms::Hourglass);
-    toShowStatus(u"Removing...."_s);
     intDel = 1;
     if (hasQuestions()) {
         if (grid->Row() != grid->Rows() - 1) {
@@ -202,64 +199,43 @@ void SurveyEditor::cmdRemove() {
         }
     } else {
         toEmptyGrid(grid);
-        if (!hasSurveyDate()) {
-            setMousePointer(forms::DefaultPointer);
-            return;
-        }
-        cmdSave();
+        if (hasSurveyDate())
+            cmdSave();
     }
-    toShowStatus({});
-    setMousePointer(forms::DefaultPointer);
 }
 
 void SurveyEditor::cmdCopy() {
-    setMousePointer(forms::Hourglass);
-    toShowStatus(u"Opening Form....."_s);
+    const Busy busy(*this, u"Opening Form....."_s);
     toImport();
-    toShowStatus({});
-    setMousePointer(forms::DefaultPointer);
 }
 
 void SurveyEditor::cmdMove(void (SurveyEditor::*command)()) {
-    if (hasQuestions()) {
-        toShowStatus(u"Setting Priority...."_s);
-        (this->*command)();
-    }
-    toShowStatus({});
+    if (!hasQuestions())
+        return;
+    const Busy busy(*this, u"Setting Priority...."_s);
+    (this->*command)();
 }
 
 void SurveyEditor::trvParameter_DblClick() {
-    setMousePointer(forms::Hourglass);
-    toShowStatus(u"saving...."_s);
+    const Busy busy(*this, u"saving...."_s);
     intDel = 0;
     cmdAdd();
-    toShowStatus({});
-    setMousePointer(forms::DefaultPointer);
 }
 
 void SurveyEditor::trvParameter_KeyDown(int key) {
-    setMousePointer(forms::Hourglass);
-    if (key == Qt::Key_Return || key == Qt::Key_Enter) {
-        toShowStatus(u"saving..."_s);
-        cmdAdd();
-    }
-    toShowStatus({});
-    setMousePointer(forms::DefaultPointer);
+    if (key != Qt::Key_Return && key != Qt::Key_Enter)
+        return;
+    const Busy busy(*this, u"saving..."_s);
+    cmdAdd();
 }
 
 void SurveyEditor::trvParameter_OLECompleteDrag() {
-    toShowStatus(u"saving...."_s);
-    setMousePointer(forms::ArrowPointer);
+    const Busy busy(*this, u"saving...."_s);
     const bool isDropped = std::exchange(blnNodeDragged, false);
     if (isDropped && droppedOn == this)
         cmdAdd();
-    toShowStatus({});
-    setMousePointer(forms::DefaultPointer);
 }
 
 void SurveyEditor::grdParamAndQuest_DblClick() {
-    setMousePointer(forms::Hourglass);
-    intDel = 1;
     cmdRemove();
-    setMousePointer(forms::DefaultPointer);
 }

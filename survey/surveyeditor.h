@@ -17,12 +17,16 @@ class TreeView;
 /// Composes the questionnaire of one respondent and survey. A tree offers the questions of the catalogue, a
 /// grid shows the chosen ones in order of priority: its row number is the question's position in the store,
 /// and its last row is always blank. Each change is written at once and the grid is read again.
-class SurveyEditor : public forms::Form, public ExportState {
+class SurveyEditor : public forms::Form {
     Q_OBJECT
 
 public:
-    QString strParam; ///< the parameter whose questions are being added to the tree
-    int intDel = 0;   ///< 1 after the last change was a removal or a save, 0 after a double click in the tree
+    QString strParam;           ///< the parameter whose questions are being added to the tree
+    bool blnMail = false;       ///< the export is followed by mail; false again after it
+    bool blnSetting = false;    ///< the user names the survey files
+    QString strGenerateXLSFile; ///< of the last export; empty when it got none
+    QString strXLSFileName;     ///< the last name that the program made itself
+    int intDel = 0; ///< 1 after the last change was a removal or a save, 0 after a double click in the tree
 
     void buildTree();
     /// Adds the questions of strParam under its node.
@@ -76,7 +80,7 @@ protected:
     virtual int helpContext() const = 0;
     /// Whether there is a survey date to change.
     virtual bool hasSurveyDate() const { return true; }
-    virtual HistoryRoad historyRoad() const { return HistoryRoad::OldestFirst; }
+    virtual HistoryOrder historyOrder() const { return HistoryOrder::OldestFirst; }
     /// Of the window that shows the survey report.
     virtual QString reportTitle() const { return QStringLiteral("Gaugewell v2.1 Survey Report"); }
     /// Whether the chosen question may be added; says why not.

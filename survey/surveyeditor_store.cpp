@@ -14,10 +14,7 @@
 using namespace Qt::StringLiterals;
 
 void SurveyEditor::toSaveSurveyID() {
-    guarded({}, [this] {
-        toReconnect();
-        addSurvey(context());
-    });
+    guarded([this] { addSurvey(context()); });
 }
 
 std::vector<ChosenQuestion> SurveyEditor::toRewrite() {
@@ -30,8 +27,7 @@ void SurveyEditor::toSaveParamAndQuest() {
         return;
     }
     std::vector<ChosenQuestion> leftOut;
-    const bool saved = guarded({.form = this}, [&] {
-        toReconnect();
+    const bool saved = guarded([&] {
         Transaction transaction;
         toSaveSurveyID();
         leftOut = toRewrite();
@@ -52,10 +48,7 @@ void SurveyEditor::toSaveParamAndQuest() {
 }
 
 void SurveyEditor::toRefreshGrid() {
-    unread = !guarded({.form = this}, [this] {
-        toReconnect();
-        toShowQuestionnaire(control.grdParamAndQuest, context());
-    });
+    unread = !guarded([this] { toShowQuestionnaire(control.grdParamAndQuest, context()); });
     if (unread && shown != context())
         toEmptyGrid(control.grdParamAndQuest); // else another questionnaire would stay
     shown = context();
@@ -91,8 +84,7 @@ void SurveyEditor::toMoveRow(int step, bool stays) {
     }
     forms::MSHFlexGrid* grid = control.grdParamAndQuest;
     const int row = grid->Row();
-    const bool ended = guarded({.form = this}, [&] {
-        toReconnect();
+    const bool ended = guarded([&] {
         Transaction transaction;
         if (stays)
             return;

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What a questionnaire editor gives away: survey files, mail and the survey report.
+#include "core/base/busy.h"
 #include "core/base/failure.h"
 #include "core/base/gblGlobal.h"
 #include "core/base/reports.h"
-#include "core/base/shell.h"
 #include "platform/forms/msgbox.h"
 #include "survey/questiongrid.h"
 #include "survey/surveyeditor.h"
@@ -12,27 +12,30 @@ using namespace Qt::StringLiterals;
 namespace style = forms::style;
 
 void SurveyEditor::toExport(bool mailed) {
-    setMousePointer(forms::Hourglass);
+    Busy busy(*this);
     blnMail = mailed;
     if (hasQuestions()) {
-        toShowStatus(u"Record Exporting......"_s);
+        busy.say(u"Record Exporting......"_s);
         toWriteToExcelSheet();
     }
-    toShowStatus({});
-    setMousePointer(forms::DefaultPointer);
 }
 
 void SurveyEditor::toWriteToExcelSheet() {
-    SurveyExport(*this, *this, context(), historyRoad(), [this] { sendmail(); }).run();
+    const Busy busy(*this);
+    const ExportResult result =
+        exportSurvey({.survey = context(), .history = historyOrder(), .userNamesFiles = blnSetting});
+    strGenerateXLSFile = result.fileName;
+    strXLSFileName = result.generatedName.value_or(strXLSFileName);
+    const bool isMailed = std::exchange(blnMail, false);
+    if (result.isFinished && isMailed)
+        sendmail();
+    else if (result.isFinished)
+        offerToView(strGenerateXLSFile);
 }
 
 void SurveyEditor::toGetTheLastScoreAndWeightage() {
-    setMousePointer(forms::Hourglass);
-    guarded({.form = this}, [this] {
-        toReconnect();
-        ::toGetTheLastScoreAndWeightage(findSurveyKey(context()), historyRoad());
-        setMousePointer(forms::DefaultPointer);
-    });
+    const Busy busy(*this);
+    guarded([this] { ::toGetTheLastScoreAndWeightage(findSurveyKey(context()), historyOrder()); });
 }
 
 QString SurveyEditor::toGetRespondentID(const QString& respondent) const {
@@ -50,23 +53,19 @@ QString SurveyEditor::toGetStandardMessage(const QString& customer) const {
 
 void SurveyEditor::cmdPrint() {
     const SurveyContext survey = context();
-    setMousePointer(forms::Hourglass);
+    Busy busy(*this);
     if (!hasQuestions()) {
         forms::msgBox(u"No records selected to Print for Date - "_s + survey.date +
                           u".....Kindly Add Question(s) and proceed",
                       style::information + style::rightAligned, u"Gaugewell v2.1"_s);
-        setMousePointer(forms::DefaultPointer);
         return;
     }
-    toShowStatus(u"Generating Report...."_s);
+    busy.say(u"Generating Report...."_s);
     toGetTheLastScoreAndWeightage();
-    guarded({.form = this}, [&] {
-        toReconnect();
+    guarded([&] {
         toStartReport(crptPrint, u"rptrating.rpt"_s, u"CompanyName"_s, reportTitle(),
                       u"{reportlinktable.respondentname} = ['"_s + survey.respondent +
                           u"'] and {reportlinktable.custname}=['" + survey.customer +
                           u"'] and {reportlinktable.sdate}=" + toFormulaDate(survey.date));
-        toShowStatus({});
-        setMousePointer(forms::DefaultPointer);
     });
 }

@@ -12,8 +12,7 @@ SurveyContext SurveyLists::picked() const {
 }
 
 void SurveyLists::toFillCustomerList() const {
-    guarded({.form = form}, [this] {
-        toReconnect();
+    guarded([this] {
         ado::Recordset existingsurvey;
         existingsurvey.Open(u"select distinct(custname) from existingsurvey"_s, *cnnMain);
         cmbCustomer->Clear();
@@ -23,8 +22,7 @@ void SurveyLists::toFillCustomerList() const {
 }
 
 void SurveyLists::toFillRespondentList() const {
-    guarded({.form = form}, [this] {
-        toReconnect();
+    guarded([this] {
         lstRespondent->Clear();
         ado::Recordset custresp;
         custresp.Open(u"select * from custresp where custname='"_s + picked().customer + u"'", *cnnMain);
@@ -38,8 +36,7 @@ void SurveyLists::toFillRespondentList() const {
 }
 
 void SurveyLists::toFillSurveyDateList(const QDate& leftOut) const {
-    guarded({.form = form}, [&] {
-        toReconnect();
+    guarded([&] {
         lstSurvetDates->Clear();
         const int custid = findCustomer(picked().customer);
         const int respondentid = findRespondent(picked().respondent, custid);

@@ -245,15 +245,15 @@ TEST_F(ExportTest, failures) {
     EXPECT_EQ(log(), QStringList());
 }
 
-TEST_F(ExportTest, bothRoadsToTheLastMarks) {
+TEST_F(ExportTest, bothOrdersOfTheHistoryGiveTheLastMarks) {
     addScore(ann, question[0], 1, today, 9, 9);              // the day itself is no history
     addScore(ann, question[0], 1, today.addDays(-30), 0, 7); // a 0 there is not looked for further back
     addScore(ann, question[0], 1, today.addDays(-60), 8, 8);
     addScore(ann, question[3], 1, today.addDays(-400), 5, 0);
     addScore(bob, question[3], 1, today.addDays(-1), 1, 1);
     run(wordsAsked + u"(3, 5, 7, '2024-01-10', 4), (3, 5, 7, '2024-02-25', 6)");
-    for (const HistoryRoad road : {HistoryRoad::OldestFirst, HistoryRoad::NewestFirst}) {
-        toGetTheLastScoreAndWeightage(findSurveyKey({u"Acme"_s, u"Ann"_s, u"05/03/2024"_s}), road);
+    for (const HistoryOrder order : {HistoryOrder::OldestFirst, HistoryOrder::NewestFirst}) {
+        toGetTheLastScoreAndWeightage(findSurveyKey({u"Acme"_s, u"Ann"_s, u"05/03/2024"_s}), order);
         EXPECT_EQ(
             rows(u"select question, Parameter, Type, weightage, score from reportlinktable order by 1"_s),
             QStringList({u"On time?|Delivery|True||7"_s, u"Sturdy?|Quality|True|5|"_s,

@@ -2,6 +2,7 @@
 // The start, the main window with its help, and the end.
 #include "core/MDIMain.h"
 #include "core/Main.h"
+#include "core/base/busy.h"
 #include "core/base/failure.h"
 #include "core/frmSplash.h"
 #include "core/onehome.h"
@@ -182,9 +183,8 @@ struct Step : QObject {
 
 TEST_F(MainWindowTest, aFailureThatLeavesAHandlerIsShownAndTheProgramLivesOn) {
     Step fails([] {
-        frmCustomer::instance().setMousePointer(forms::Hourglass);
-        MDIMain::instance().setMousePointer(forms::Hourglass);
-        toShowStatus(u"Opening Form..."_s);
+        const Busy form(frmCustomer::instance(), u"Opening Form..."_s);
+        const Busy window;
         throw std::out_of_range("8");
     });
     const auto expectShown = [&] { messages.expect(u"Subscript out of range"_s, forms::style::critical); };

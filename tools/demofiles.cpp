@@ -5,8 +5,8 @@
 #include "core/base/gblGlobal.h"
 #include "exchange/files/cellmap.h"
 #include "exchange/files/surveylog.h"
-#include "exchange/frmSetting.h"
 #include "exchange/surveyexport.h"
+#include "platform/excel/application.h"
 #include "platform/forms/clock.h"
 #include "platform/forms/msgbox.h"
 #include "tools/demotexts.h"
@@ -81,10 +81,9 @@ void fillIn(const QString& name, const QString& respondentid) {
 }
 
 void exportAll() {
-    ExportState state;
     for (const Respondent& respondent : respondents()) {
-        SurveyExport(frmSetting::instance(), state, respondent.survey, HistoryRoad::NewestFirst, [] {}).run();
-        fillIn(state.strGenerateXLSFile, respondent.respondentid);
+        const ExportResult exported = exportSurvey({.survey = respondent.survey});
+        fillIn(exported.fileName, respondent.respondentid);
     }
 }
 

@@ -5,13 +5,15 @@
 #include "platform/forms/form.h"
 
 Busy::Busy(forms::Form& form, const QString& word)
-    : shown(&form), hasPointer(form.MousePointer() == forms::DefaultPointer) {
+    : shown(&form), hasPointer(form.MousePointer() == forms::DefaultPointer), outer(innermost) {
+    innermost = this;
     form.setMousePointer(forms::Hourglass);
     if (!word.isEmpty())
         say(word);
 }
 
-Busy::Busy(const QString& word) {
+Busy::Busy(const QString& word) : outer(innermost) {
+    innermost = this;
     if (Shell* shell = Shell::current()) {
         ofShell = shell->MousePointer() == forms::DefaultPointer;
         shell->setMousePointer(forms::Hourglass);
@@ -21,15 +23,25 @@ Busy::Busy(const QString& word) {
 }
 
 Busy::~Busy() {
+    innermost = outer;
     if (hasWord)
         toShowStatus({});
-    if (shown && hasPointer)
-        shown->setMousePointer(forms::DefaultPointer);
-    if (Shell* shell = Shell::current(); shell && ofShell)
-        shell->setMousePointer(forms::DefaultPointer);
+    endPointer();
 }
 
 void Busy::say(const QString& word) {
     toShowStatus(word);
     hasWord = true;
+}
+
+void Busy::endPointers() {
+    for (Busy* work = innermost; work; work = work->outer)
+        work->endPointer();
+}
+
+void Busy::endPointer() {
+    if (shown && hasPointer)
+        shown->setMousePointer(forms::DefaultPointer);
+    if (Shell* shell = Shell::current(); shell && ofShell)
+        shell->setMousePointer(forms::DefaultPointer);
 }

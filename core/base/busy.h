@@ -9,7 +9,7 @@ class Form;
 }
 
 /// A form or the main window at work: the hourglass, from here to the end of the scope, and a word in the
-/// status bar. What has been told of a nested piece of work is cleared with that one.
+/// status bar.
 class Busy {
 public:
     /// Without a word the status bar stays as it is.
@@ -18,15 +18,22 @@ public:
     explicit Busy(const QString& word = {});
     Busy(const Busy&) = delete;
     Busy& operator=(const Busy&) = delete;
-    /// The pointer goes back unless the form or main window was at work before; a word is cleared.
+    /// Restores the pointer unless it was an hourglass before, and clears the word.
     ~Busy();
 
     /// Shows another word in the status bar, which is cleared at the end.
     void say(const QString& word);
 
+    /// Restores the pointers of all work in hand: it is the user's turn.
+    static void endPointers();
+
 private:
+    void endPointer();
+
     QPointer<forms::Form> shown;
-    bool ofShell = false; ///< the main window's pointer goes back
+    bool ofShell = false; ///< restores the main window's pointer
     bool hasPointer = false;
     bool hasWord = false;
+    Busy* outer; ///< the work that this one is part of
+    inline static Busy* innermost = nullptr;
 };

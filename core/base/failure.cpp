@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/base/failure.h"
 
+#include "core/base/busy.h"
 #include "core/base/gblGlobal.h"
 #include "core/base/shell.h"
 #include "core/store/transaction.h"
 #include "platform/crystal/reporterror.h"
-#include "platform/forms/form.h"
 #include "platform/forms/msgbox.h"
-
-#include <QApplication>
 
 #include <stdexcept>
 
@@ -49,32 +47,32 @@ QString descriptionOf(const std::exception_ptr& thrown) {
     }
 }
 
-void toRest() {
-    for (QWidget* widget : QApplication::allWidgets()) {
-        if (auto* form = qobject_cast<forms::Form*>(widget))
-            form->setMousePointer(forms::DefaultPointer);
-    }
-    if (Shell* shell = Shell::current())
-        shell->setMousePointer(forms::DefaultPointer);
-    toShowStatus({});
-}
-
 } // namespace
 
-bool guarded(const FailureHandler& handler, const std::function<void()>& procedure) {
+bool guarded(const std::function<void()>& procedure) {
+    return guarded(u"Error : "_s, procedure);
+}
+
+bool guarded(const QString& prefix, const std::function<void()>& procedure) {
+    return guardedUnconnected(prefix, [&] {
+        toReconnect();
+        procedure();
+    });
+}
+
+bool guardedUnconnected(const QString& prefix, const std::function<void()>& procedure) {
     try {
         procedure();
         return true;
     } catch (const std::exception& failure) {
-        if (handler.form)
-            handler.form->setMousePointer(forms::DefaultPointer);
         if (Transaction::isOpen())
             throw;
+        Busy::endPointers();
         const auto* refusal = dynamic_cast<const Refusal*>(&failure);
         if (refusal)
             forms::msgBox(refusal->text(), forms::style::critical, u"Gaugewell v2.1"_s);
         else
-            toShowErrors(handler.prefix);
+            toShowErrors(prefix);
         toShowStatus({}); // the word of the step that has ended
         return false;
     }
@@ -82,13 +80,15 @@ bool guarded(const FailureHandler& handler, const std::function<void()>& procedu
 
 bool guardedWithNumber(const QString& separator, const std::function<void()>& procedure) {
     try {
+        toReconnect();
         procedure();
         return true;
     } catch (const std::exception& failure) {
         if (Transaction::isOpen())
             throw;
+        Busy::endPointers();
         if (cnnMain)
-            cnnMain->Errors().Clear(); // this message tells it
+            cnnMain->Errors().Clear(); // this message reports it
         const ado::Error error = errorOf(failure);
         forms::msgBox(QString::number(error.Number) + separator + error.Description);
         return false;
@@ -104,11 +104,23 @@ bool guardedWithDescription(const std::function<void()>& procedure) {
     } catch (const std::exception& failure) {
         if (Transaction::isOpen())
             throw;
+        Busy::endPointers();
         if (cnnMain && cnnMain->Errors().Count() > 0)
             toShowErrors(u"Error : "_s);
         else
             forms::msgBox(errorOf(failure).Description);
         return false;
+    }
+}
+
+void runStep(bool isSkippable, const std::function<void()>& step) {
+    try {
+        step();
+    } catch (const std::exception&) {
+        if (!isSkippable)
+            throw;
+        if (cnnMain)
+            cnnMain->Errors().Clear();
     }
 }
 
@@ -118,7 +130,8 @@ void toShowUncaught(const std::exception_ptr& uncaught) {
     static bool isShowing = false;
     if (isShowing)
         return;
-    toRest();
+    Busy::endPointers();
+    toShowStatus({});
     if (cnnMain)
         cnnMain->Errors().Clear(); // this message tells it
     isShowing = true;

@@ -6,30 +6,28 @@
 #include <exception>
 #include <functional>
 
-namespace forms {
-class Form;
-}
+/// Opens the connection if it is closed and runs a procedure under the standard failure handler: the first
+/// failure ends it; the mouse pointer goes back; each error that the connection recorded is shown in a
+/// message of its own, and so is a Refusal; the status bar is cleared. A failure that has nothing to do with
+/// the database ends the procedure without a message. Within an open Transaction nothing is shown and the
+/// failure is thrown on, to the owner of the transaction. Returns true when the procedure ran to its end.
+bool guarded(const std::function<void()>& procedure);
+/// Likewise, with a text other than "Error : " before the number of each error.
+bool guarded(const QString& prefix, const std::function<void()>& procedure);
 
-/// How a procedure ends when a step of it fails.
-struct FailureHandler {
-    QString prefix = QStringLiteral("Error : "); ///< stands before the number of each error
-    forms::Form* form = nullptr;                 ///< whose mouse pointer goes back to the default
-};
+/// Likewise, without opening the connection first.
+bool guardedUnconnected(const QString& prefix, const std::function<void()>& procedure);
 
-/// Runs a procedure under the standard failure handler: the first failure ends it; the mouse pointer goes
-/// back; each error that the connection recorded is shown in a message of its own, and so is a Refusal; the
-/// status bar is cleared. A failure that has nothing to do with the database ends the procedure without a
-/// word. Within an open Transaction nothing is shown and the failure is thrown on, to the procedure that
-/// holds the transaction. Returns true when the procedure ran to its end.
-bool guarded(const FailureHandler& handler, const std::function<void()>& procedure);
-
-/// Runs a procedure whose handler shows the one failure that ended it, whatever its source: number,
-/// separator, description. Returns true when the procedure ran to its end.
+/// As guarded, but shows the one failure that ended the procedure, whatever its source: number, separator,
+/// description.
 bool guardedWithNumber(const QString& separator, const std::function<void()>& procedure);
 
 /// Runs a procedure that drives workbooks, dialogs or mail: the failure that ends it is shown by its own
 /// description; the store's are shown as guarded shows them. Returns true when the procedure ran to its end.
 bool guardedWithDescription(const std::function<void()>& procedure);
+
+/// Runs one step of a procedure. The failure of a step that is skippable is dropped.
+void runStep(bool isSkippable, const std::function<void()>& step);
 
 /// What becomes of an exception that left an event handler: the pointers and the status word go back to rest
 /// and the failure is shown by its description. While a transaction is open it is thrown on, to the holder.

@@ -24,7 +24,7 @@ std::function<void()> endHook = [] { QCoreApplication::exit(0); };
 
 void toOpenConnection() {
     cnnMain = std::make_unique<ado::Connection>();
-    guarded({.prefix = u"Error :"_s}, [] {
+    guardedUnconnected(u"Error :"_s, [] {
         cnnMain->ConnectionString = toConnectionText();
         cnnMain->Open();
     });

@@ -45,10 +45,7 @@ extern std::function<void()> endHook;
 /// The value of a look-up that is a procedure of its own: a failure is shown and gives an empty value.
 template <class LookUp> auto lookedUp(const LookUp& lookUp) {
     decltype(lookUp()) value{};
-    guarded({}, [&] {
-        toReconnect();
-        value = lookUp();
-    });
+    guarded([&] { value = lookUp(); });
     return value;
 }
 

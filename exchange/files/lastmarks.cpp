@@ -38,8 +38,8 @@ void toFillQuestions(const Keys& keys) {
 
 /// Stands on the answer of the latest earlier survey; false when there is none.
 bool toFindLastAnswer(ado::Recordset& history, const QString& query, const Keys& keys,
-                      const QString& questionid, HistoryRoad road) {
-    const bool newestFirst = road == HistoryRoad::NewestFirst;
+                      const QString& questionid, HistoryOrder order) {
+    const bool newestFirst = order == HistoryOrder::NewestFirst;
     history.Open(u"select * from "_s + query + u" where custid=" + keys.custid + u" and respondentid=" +
                      keys.respondentid + u" and surveydate < #" + keys.date + u"# and questionid=" +
                      questionid +
@@ -58,9 +58,9 @@ void toCopyMark(ado::Recordset& history, ado::Recordset& target, const char* fie
         target[field] = mark;
 }
 
-void toFillScoreMarks(const Keys& keys, const QString& questionid, HistoryRoad road) {
+void toFillScoreMarks(const Keys& keys, const QString& questionid, HistoryOrder order) {
     ado::Recordset objquery;
-    if (!toFindLastAnswer(objquery, u"objquery"_s, keys, questionid, road))
+    if (!toFindLastAnswer(objquery, u"objquery"_s, keys, questionid, order))
         return;
     ado::Recordset reportlinktable;
     reportlinktable.Open(u"select * from reportlinktable where questionid="_s + questionid +
@@ -73,9 +73,9 @@ void toFillScoreMarks(const Keys& keys, const QString& questionid, HistoryRoad r
     reportlinktable.Update();
 }
 
-void toFillDescriptiveMark(const Keys& keys, const QString& questionid, HistoryRoad road) {
+void toFillDescriptiveMark(const Keys& keys, const QString& questionid, HistoryOrder order) {
     ado::Recordset descquery;
-    if (!toFindLastAnswer(descquery, u"descquery"_s, keys, questionid, road))
+    if (!toFindLastAnswer(descquery, u"descquery"_s, keys, questionid, order))
         return;
     ado::Recordset reportlinktable;
     reportlinktable.Open(u"select * from reportlinktable where questionid="_s + questionid +
@@ -87,7 +87,7 @@ void toFillDescriptiveMark(const Keys& keys, const QString& questionid, HistoryR
 
 } // namespace
 
-void toGetTheLastScoreAndWeightage(const SurveyKey& survey, HistoryRoad road) {
+void toGetTheLastScoreAndWeightage(const SurveyKey& survey, HistoryOrder order) {
     toFillWorkTable([&] {
         cnnMain->Execute(u"delete * from reportlinktable"_s);
         if (survey.respondentid == 0 || !survey.date.isValid())
@@ -97,14 +97,14 @@ void toGetTheLastScoreAndWeightage(const SurveyKey& survey, HistoryRoad road) {
         toFillQuestions(keys);
         ado::Recordset responquery;
         responquery.Open(selectQuestions(keys) +
-                             (road == HistoryRoad::NewestFirst ? u" order by parametername"_s : QString()),
+                             (order == HistoryOrder::NewestFirst ? u" order by parametername"_s : QString()),
                          *cnnMain);
         for (; !responquery.Eof(); responquery.MoveNext()) {
             const QString questionid = responquery["questionid"].Text();
             if (responquery["Type"].Value().toBool())
-                toFillScoreMarks(keys, questionid, road);
+                toFillScoreMarks(keys, questionid, order);
             else
-                toFillDescriptiveMark(keys, questionid, road);
+                toFillDescriptiveMark(keys, questionid, order);
         }
     });
 }

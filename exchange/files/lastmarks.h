@@ -3,8 +3,8 @@
 
 #include "survey/questionnaires/surveykey.h"
 
-/// How the answers of earlier surveys are gone through to the latest one. Both ways give the same marks.
-enum class HistoryRoad {
+/// The order in which the answers of earlier surveys are read to find the latest. Both give the same marks.
+enum class HistoryOrder {
     OldestFirst, ///< to the last row
     NewestFirst, ///< to the first row
 };
@@ -12,4 +12,4 @@ enum class HistoryRoad {
 /// Makes reportlinktable the survey's questions, each with what the respondent gave it in the latest survey
 /// before this one. A 0 there, or no answer, leaves the mark Null; no older survey is asked. Throws
 /// ado::Failure; what was filled before it stays.
-void toGetTheLastScoreAndWeightage(const SurveyKey& survey, HistoryRoad road);
+void toGetTheLastScoreAndWeightage(const SurveyKey& survey, HistoryOrder order);
