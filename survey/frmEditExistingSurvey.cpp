@@ -9,6 +9,7 @@
 #include "platform/forms/msgbox.h"
 #include "survey/frmPasteSurvey.h"
 #include "ui_frmEditExistingSurvey.h"
+#include "ui_surveyeditor.h"
 
 using namespace Qt::StringLiterals;
 using forms::msgBox;
@@ -28,21 +29,14 @@ bool hasRows(const QString& sql) {
 
 frmEditExistingSurvey::frmEditExistingSurvey()
     : DefaultForm(Kind::SubWindow), ui(std::make_unique<Ui::frmEditExistingSurvey>()) {
-    ui->setupUi(this);
+    auto* head = new QWidget(this);
+    ui->setupUi(head);
+    setUp(head);
+    setCaption(u"Edit Survey"_s);
+    resize(1080, 530);
+    editor->grdParamAndQuest->setMinimumHeight(160);
+    editor->lblRemove->setText(u"'Double Click'  to remove the selected Row"_s);
     lists = {this, ui->cmbCustomer, ui->lstRespondent, ui->lstSurvetDates};
-    toAdopt({.trvParameter = ui->trvParameter,
-             .grdParamAndQuest = ui->grdParamAndQuest,
-             .cmdAdd = ui->cmdAdd,
-             .cmdRemove = ui->cmdRemove,
-             .cmdUpward = ui->cmdUpward,
-             .cmdDownward = ui->cmdDownward,
-             .cmdSave = ui->cmdSave,
-             .cmdCopy = ui->cmdCopy,
-             .cmdHelp = ui->cmdHelp,
-             .cmdClose = ui->cmdClose,
-             .cmdExport = ui->cmdExport,
-             .cmdmail = ui->cmdmail,
-             .cmdPrint = ui->cmdPrint});
     using Self = frmEditExistingSurvey;
     connect(ui->cmbCustomer, &forms::ComboBox::Click, this, &Self::cmbCustomer_Click);
     connect(ui->lstRespondent, &forms::ListBox::Click, this, &Self::lstRespondent_Click);
@@ -134,7 +128,7 @@ void frmEditExistingSurvey::lstSurvetDates_KeyDown(int key) {
                        survey.customer + u"\r\nAre you sure you want to delete...?",
                    style::yesNo + style::secondButton, u"Gaugewell v2.1"_s) == forms::Answer::No) {
             busy.say(u"Deletion Cancelled...."_s);
-        } else if (ui->grdParamAndQuest->Rows() != rowsWithoutQuestions) {
+        } else if (editor->grdParamAndQuest->Rows() != rowsWithoutQuestions) {
             toDeleteSurvey();
             lists.toPickFirstDate();
             toRefreshGrid();
@@ -157,7 +151,7 @@ void frmEditExistingSurvey::toDeleteSurvey() {
                          *cnnMain);
         if (!responquery.Eof())
             toDeleteQuestionnaire(survey, responquery["surveyid"].Text(),
-                                  responquery.RecordCount() == ui->grdParamAndQuest->Rows() - 2);
+                                  responquery.RecordCount() == editor->grdParamAndQuest->Rows() - 2);
         transaction.Commit();
         toFillSurveyDateList();
     });

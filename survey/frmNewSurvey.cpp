@@ -6,21 +6,14 @@
 #include "survey/frmSelectSurvey.h"
 #include "ui_frmNewSurvey.h"
 
+using namespace Qt::StringLiterals;
+
 frmNewSurvey::frmNewSurvey() : DefaultForm(Kind::SubWindow), ui(std::make_unique<Ui::frmNewSurvey>()) {
-    ui->setupUi(this);
-    toAdopt({.trvParameter = ui->trvParameter,
-             .grdParamAndQuest = ui->grdParamAndQuest,
-             .cmdAdd = ui->cmdAdd,
-             .cmdRemove = ui->cmdRemove,
-             .cmdUpward = ui->cmdUpward,
-             .cmdDownward = ui->cmdDownward,
-             .cmdSave = ui->cmdSave,
-             .cmdCopy = ui->cmdCopy,
-             .cmdHelp = ui->cmdHelp,
-             .cmdClose = ui->cmdClose,
-             .cmdExport = ui->cmdExport,
-             .cmdmail = ui->cmdmail,
-             .cmdPrint = ui->cmdPrint});
+    auto* head = new QWidget(this);
+    ui->setupUi(head);
+    setUp(head);
+    setCaption(u"New Survey"_s);
+    resize(1080, 520);
 }
 
 frmNewSurvey::~frmNewSurvey() = default;

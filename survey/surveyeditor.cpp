@@ -7,10 +7,9 @@
 #include "core/base/pictures.h"
 #include "core/base/shell.h"
 #include "exchange/setting.h"
-#include "platform/forms/flexgrid.h"
 #include "platform/forms/msgbox.h"
-#include "platform/forms/treeview.h"
 #include "reference/gridtools.h"
+#include "ui_surveyeditor.h"
 
 #include <QAbstractButton>
 #include <QTextDocument>
@@ -28,17 +27,25 @@ constexpr int rowsThatScroll = 8;
 
 } // namespace
 
-void SurveyEditor::toAdopt(const Controls& adopted) {
-    control = adopted;
-    control.cmdAdd->setIcon(picture(u"add"_s));
-    control.cmdRemove->setIcon(picture(u"remove"_s));
-    control.cmdUpward->setIcon(picture(u"up"_s));
-    control.cmdDownward->setIcon(picture(u"down"_s));
+SurveyEditor::SurveyEditor(Kind windowKind)
+    : Form(windowKind), editor(std::make_unique<Ui::SurveyEditor>()) {}
+
+SurveyEditor::~SurveyEditor() = default;
+
+void SurveyEditor::setUp(QWidget* head) {
+    editor->setupUi(this);
+    editor->layout->insertWidget(0, head);
+    setObjectName(head->objectName());
+    head->setObjectName(u"survey"_s);
+    editor->cmdAdd->setIcon(picture(u"add"_s));
+    editor->cmdRemove->setIcon(picture(u"remove"_s));
+    editor->cmdUpward->setIcon(picture(u"up"_s));
+    editor->cmdDownward->setIcon(picture(u"down"_s));
     connectTree();
     connectButtons();
-    connect(control.grdParamAndQuest, &forms::MSHFlexGrid::DblClick, this,
+    connect(editor->grdParamAndQuest, &forms::MSHFlexGrid::DblClick, this,
             &SurveyEditor::grdParamAndQuest_DblClick);
-    connect(control.grdParamAndQuest, &forms::MSHFlexGrid::DragDrop, this, [this] {
+    connect(editor->grdParamAndQuest, &forms::MSHFlexGrid::DragDrop, this, [this] {
         blnNodeDragged = true;
         droppedOn = this;
     });
@@ -46,7 +53,7 @@ void SurveyEditor::toAdopt(const Controls& adopted) {
 
 void SurveyEditor::connectTree() {
     using forms::TreeView;
-    TreeView* tree = control.trvParameter;
+    TreeView* tree = editor->trvParameter;
     connect(tree, &TreeView::DblClick, this, &SurveyEditor::trvParameter_DblClick);
     connect(tree, &TreeView::KeyDown, this, &SurveyEditor::trvParameter_KeyDown);
     connect(tree, &TreeView::OLECompleteDrag, this, &SurveyEditor::trvParameter_OLECompleteDrag);
@@ -66,17 +73,17 @@ void SurveyEditor::connectButtons() {
     const auto onClick = [this](QAbstractButton* button, const auto& command) {
         connect(button, &QAbstractButton::clicked, this, command);
     };
-    onClick(control.cmdAdd, [this] { cmdAdd(); });
-    onClick(control.cmdRemove, [this] { cmdRemove(); });
-    onClick(control.cmdUpward, [this] { cmdMove(&SurveyEditor::toMoveRowUpward); });
-    onClick(control.cmdDownward, [this] { cmdMove(&SurveyEditor::toMoveRowDownward); });
-    onClick(control.cmdSave, [this] { cmdSave(); });
-    onClick(control.cmdCopy, [this] { cmdCopy(); });
-    onClick(control.cmdExport, [this] { toExport(false); });
-    onClick(control.cmdmail, [this] { toExport(true); });
-    onClick(control.cmdPrint, [this] { cmdPrint(); });
-    onClick(control.cmdClose, [this] { Unload(); });
-    onClick(control.cmdHelp, [this] { toShowHelpTopic(helpContext()); });
+    onClick(editor->cmdAdd, [this] { cmdAdd(); });
+    onClick(editor->cmdRemove, [this] { cmdRemove(); });
+    onClick(editor->cmdUpward, [this] { cmdMove(&SurveyEditor::toMoveRowUpward); });
+    onClick(editor->cmdDownward, [this] { cmdMove(&SurveyEditor::toMoveRowDownward); });
+    onClick(editor->cmdSave, [this] { cmdSave(); });
+    onClick(editor->cmdCopy, [this] { cmdCopy(); });
+    onClick(editor->cmdExport, [this] { toExport(false); });
+    onClick(editor->cmdmail, [this] { toExport(true); });
+    onClick(editor->cmdPrint, [this] { cmdPrint(); });
+    onClick(editor->cmdClose, [this] { Unload(); });
+    onClick(editor->cmdHelp, [this] { toShowHelpTopic(helpContext()); });
 }
 
 void SurveyEditor::onLoad() {
@@ -84,7 +91,7 @@ void SurveyEditor::onLoad() {
     strXLSFileName.clear();
     setLeft(0);
     setTop(0);
-    toSetHeadsAndWidths(control.grdParamAndQuest, {u"Parameter"_s, u"Question"_s}, {0.05, 0.2, 0.7}, false);
+    toSetHeadsAndWidths(editor->grdParamAndQuest, {u"Parameter"_s, u"Question"_s}, {0.05, 0.2, 0.7}, false);
     buildTree();
 }
 
@@ -99,7 +106,7 @@ void SurveyEditor::buildTree() {
         param.Open(u"select distinct(parametername) from param"_s, *cnnMain);
         for (; !param.Eof(); param.MoveNext()) {
             strParam = param["parametername"].Text();
-            auto* node = new QTreeWidgetItem(control.trvParameter, {strParam});
+            auto* node = new QTreeWidgetItem(editor->trvParameter, {strParam});
             node->setIcon(0, picture(u"folder-closed"_s));
             node->setToolTip(0, Qt::convertFromPlainText(strParam));
             BuildNode();
@@ -110,7 +117,7 @@ void SurveyEditor::buildTree() {
 void SurveyEditor::BuildNode() {
     guarded([this] {
         QTreeWidgetItem* parameter =
-            control.trvParameter->findItems(strParam, Qt::MatchExactly | Qt::MatchCaseSensitive).value(0);
+            editor->trvParameter->findItems(strParam, Qt::MatchExactly | Qt::MatchCaseSensitive).value(0);
         if (!parameter)
             return;
         ado::Recordset param;
@@ -127,23 +134,23 @@ void SurveyEditor::BuildNode() {
 }
 
 ChosenQuestion SurveyEditor::questionAt(int row) const {
-    const forms::MSHFlexGrid* grid = control.grdParamAndQuest;
+    const forms::MSHFlexGrid* grid = editor->grdParamAndQuest;
     return {grid->TextMatrix(row, parameterColumn), grid->TextMatrix(row, questionColumn)};
 }
 
 std::vector<ChosenQuestion> SurveyEditor::chosenQuestions() const {
     std::vector<ChosenQuestion> questions;
-    for (int row = 1; row <= control.grdParamAndQuest->Rows() - 2; ++row)
+    for (int row = 1; row <= editor->grdParamAndQuest->Rows() - 2; ++row)
         questions.push_back(questionAt(row));
     return questions;
 }
 
 bool SurveyEditor::hasQuestions() const {
-    return control.grdParamAndQuest->Rows() >= rowsWithQuestions;
+    return editor->grdParamAndQuest->Rows() >= rowsWithQuestions;
 }
 
 bool SurveyEditor::isChosen(const ChosenQuestion& question) const {
-    for (int row = 1; row < control.grdParamAndQuest->Rows(); ++row) {
+    for (int row = 1; row < editor->grdParamAndQuest->Rows(); ++row) {
         if (questionAt(row) == question)
             return true;
     }
@@ -151,11 +158,11 @@ bool SurveyEditor::isChosen(const ChosenQuestion& question) const {
 }
 
 void SurveyEditor::cmdAdd() {
-    forms::MSHFlexGrid* grid = control.grdParamAndQuest;
-    const QTreeWidgetItem* nodCurrent = control.trvParameter->SelectedItem();
+    forms::MSHFlexGrid* grid = editor->grdParamAndQuest;
+    const QTreeWidgetItem* nodCurrent = editor->trvParameter->SelectedItem();
     if (!nodCurrent) {
         forms::msgBox(u"Select a Question to add"_s, forms::style::critical, u"Gaugewell v2.1"_s);
-        control.trvParameter->setFocus();
+        editor->trvParameter->setFocus();
         toShowStatus({});
         return;
     }
@@ -177,7 +184,7 @@ void SurveyEditor::cmdAdd() {
 /// The rows from the cursor on move one down. On the blank row, which the cursor then leaves to the question,
 /// there are none.
 void SurveyEditor::toInsertAtCursor(const ChosenQuestion& question) {
-    forms::MSHFlexGrid* grid = control.grdParamAndQuest;
+    forms::MSHFlexGrid* grid = editor->grdParamAndQuest;
     const auto put = [grid](int row, const ChosenQuestion& chosen) {
         grid->setTextMatrix(row, questionColumn, chosen.question);
         grid->setTextMatrix(row, parameterColumn, chosen.parameter);
@@ -190,7 +197,7 @@ void SurveyEditor::toInsertAtCursor(const ChosenQuestion& question) {
 
 void SurveyEditor::cmdRemove() {
     const Busy busy(*this, u"Removing...."_s);
-    forms::MSHFlexGrid* grid = control.grdParamAndQuest;
+    forms::MSHFlexGrid* grid = editor->grdParamAndQuest;
     intDel = 1;
     if (hasQuestions()) {
         if (grid->Row() != grid->Rows() - 1) {

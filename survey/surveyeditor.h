@@ -7,12 +7,11 @@
 #include "platform/forms/form.h"
 #include "survey/questionnaires/questionnaire.h"
 
-class QAbstractButton;
+#include <memory>
 
-namespace forms {
-class MSHFlexGrid;
-class TreeView;
-} // namespace forms
+namespace Ui {
+class SurveyEditor;
+}
 
 /// Composes the questionnaire of one respondent and survey. A tree offers the questions of the catalogue, a
 /// grid shows the chosen ones in order of priority: its row number is the question's position in the store,
@@ -21,6 +20,8 @@ class SurveyEditor : public forms::Form {
     Q_OBJECT
 
 public:
+    ~SurveyEditor() override;
+
     QString strParam;           ///< the parameter whose questions are being added to the tree
     bool blnMail = false;       ///< the export is followed by mail; false again after it
     bool blnSetting = false;    ///< the user names the survey files
@@ -52,25 +53,9 @@ public:
     QString toGetStandardMessage(const QString& customer) const;
 
 protected:
-    struct Controls {
-        forms::TreeView* trvParameter;
-        forms::MSHFlexGrid* grdParamAndQuest;
-        QAbstractButton* cmdAdd;
-        QAbstractButton* cmdRemove;
-        QAbstractButton* cmdUpward;
-        QAbstractButton* cmdDownward;
-        QAbstractButton* cmdSave;
-        QAbstractButton* cmdCopy;
-        QAbstractButton* cmdHelp;
-        QAbstractButton* cmdClose;
-        QAbstractButton* cmdExport;
-        QAbstractButton* cmdmail;
-        QAbstractButton* cmdPrint;
-    };
-
-    explicit SurveyEditor(Kind windowKind) : Form(windowKind) {}
-    /// Takes the form's controls over: their pictures and their events.
-    void toAdopt(const Controls& adopted);
+    explicit SurveyEditor(Kind windowKind);
+    /// Lays the editor out below the controls that show or pick the survey.
+    void setUp(QWidget* head);
 
     void onLoad() override;
     /// Another form may have changed the questionnaire meanwhile.
@@ -90,6 +75,7 @@ protected:
     /// Lets the user copy the questions of an existing survey into this one.
     virtual void toImport() = 0;
     std::vector<ChosenQuestion> chosenQuestions() const;
+    std::unique_ptr<Ui::SurveyEditor> editor;
     /// False when the questionnaire could not be read last: the grid does not show what is stored.
     bool showsStore() const { return !unread; }
 
@@ -114,7 +100,6 @@ private:
     void toMoveRow(int step, bool stays);
     void toShowStored();
 
-    Controls control{};
     Mailer mailer;
     crystal::CrystalReport crptPrint;
     SurveyContext shown; ///< whose questionnaire the grid holds

@@ -3,11 +3,11 @@
 #include "core/base/failure.h"
 #include "core/base/gblGlobal.h"
 #include "core/store/transaction.h"
-#include "platform/forms/flexgrid.h"
 #include "platform/forms/msgbox.h"
 #include "reference/gridtools.h"
 #include "survey/questiongrid.h"
 #include "survey/surveyeditor.h"
+#include "ui_surveyeditor.h"
 
 #include <algorithm>
 
@@ -48,16 +48,16 @@ void SurveyEditor::toSaveParamAndQuest() {
 }
 
 void SurveyEditor::toRefreshGrid() {
-    unread = !guarded([this] { toShowQuestionnaire(control.grdParamAndQuest, context()); });
+    unread = !guarded([this] { toShowQuestionnaire(editor->grdParamAndQuest, context()); });
     if (unread && shown != context())
-        toEmptyGrid(control.grdParamAndQuest); // else another questionnaire would stay
+        toEmptyGrid(editor->grdParamAndQuest); // else another questionnaire would stay
     shown = context();
 }
 
 /// The grid as the questionnaire is stored, with the cursor on the question that it is on. A failure shows in
 /// the next command, which reads again first: the one that led here has been shown.
 void SurveyEditor::toShowStored() {
-    forms::MSHFlexGrid* grid = control.grdParamAndQuest;
+    forms::MSHFlexGrid* grid = editor->grdParamAndQuest;
     unread = true;
     try {
         toReconnect();
@@ -82,7 +82,7 @@ void SurveyEditor::toMoveRow(int step, bool stays) {
         toRefreshGrid();
         return;
     }
-    forms::MSHFlexGrid* grid = control.grdParamAndQuest;
+    forms::MSHFlexGrid* grid = editor->grdParamAndQuest;
     const int row = grid->Row();
     const bool ended = guarded([&] {
         Transaction transaction;
@@ -98,12 +98,12 @@ void SurveyEditor::toMoveRow(int step, bool stays) {
 }
 
 void SurveyEditor::toMoveRowUpward() {
-    const forms::MSHFlexGrid* grid = control.grdParamAndQuest;
+    const forms::MSHFlexGrid* grid = editor->grdParamAndQuest;
     toMoveRow(-1, grid->Row() == 1 || grid->Row() == grid->Rows() - 1);
 }
 
 /// From the blank row there is nothing to move: the store refuses the search for its question.
 void SurveyEditor::toMoveRowDownward() {
-    const forms::MSHFlexGrid* grid = control.grdParamAndQuest;
+    const forms::MSHFlexGrid* grid = editor->grdParamAndQuest;
     toMoveRow(1, grid->Row() == grid->Rows() - 2);
 }
