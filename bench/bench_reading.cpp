@@ -4,7 +4,7 @@
 #include "core/MDIMain.h"
 #include "core/Main.h"
 #include "core/base/gblGlobal.h"
-#include "exchange/reader.h"
+#include "exchange/reading.h"
 #include "tests/support/surveyfile.h"
 
 #include <QApplication>
@@ -98,11 +98,11 @@ int main(int argc, char** argv) {
         QElapsedTimer clock;
         clock.start();
         double memory = 0;
-        const QStringList bad = SurveyReader().readAll(paths, [&](const QString&, qsizetype left) {
+        const Reading reading = readSurveyFiles(paths, [&](const QString&, qsizetype left) {
             if (left == paths.size() * 9 / 10)
                 memory = residentMemory();
         });
-        if (!bad.isEmpty())
+        if (!reading.bad.isEmpty())
             return 1;
         std::printf("%-16s %6.2f s, memory after a tenth %.1f MB, after all %.1f MB\n", pass,
                     double(clock.elapsed()) / 1000, memory, residentMemory());

@@ -7,7 +7,7 @@
 #include "core/base/shell.h"
 #include "exchange/files/filenames.h"
 #include "exchange/openelsewhere.h"
-#include "exchange/reader.h"
+#include "exchange/reading.h"
 #include "platform/forms/msgbox.h"
 #include "ui_frmReading.h"
 
@@ -104,10 +104,9 @@ void frmReading::toreadFromXlsFile() {
     }
     const bool several = paths.size() + bad.size() > 1;
     std::transform(bad.begin(), bad.end(), bad.begin(), titleOf);
-    SurveyReader reader;
-    bad += reader.readAll(paths, [](const QString& title, qsizetype left) {
+    const Reading reading = readSurveyFiles(paths, [](const QString& title, qsizetype left) {
         toShowStatus(u"Importing Survey File(s)......"_s + title + u", %1 left"_s.arg(left));
     });
     // The failure of a single file has named it, unless it was the store's.
-    toNameAfterReading(several || reader.hasStoreFailed() ? bad : QStringList(), reader.remarks());
+    nameAfterReading(several || reading.hasStoreFailed ? bad + reading.bad : QStringList(), reading.remarks);
 }

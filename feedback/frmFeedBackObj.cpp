@@ -6,7 +6,7 @@
 #include "core/base/gblGlobal.h"
 #include "core/base/shell.h"
 #include "core/store/worktable.h"
-#include "exchange/reader.h"
+#include "exchange/reading.h"
 #include "exchange/setting.h"
 #include "feedback/marks/markrules.h"
 #include "platform/forms/msgbox.h"

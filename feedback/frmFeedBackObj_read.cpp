@@ -6,7 +6,7 @@
 #include "exchange/files/homefile.h"
 #include "exchange/files/surveylog.h"
 #include "exchange/openelsewhere.h"
-#include "exchange/reader.h"
+#include "exchange/reading.h"
 #include "feedback/frmFeedBackObj.h"
 #include "platform/forms/msgbox.h"
 #include "ui_frmFeedBackObj.h"
@@ -107,13 +107,11 @@ void frmFeedBackObj::XLSWrite() {
     const QString path = blnBrowse ? strReturnFileName : toHomePath(strReturnFileName);
     if (!mayUseFile(path))
         return;
-    SurveyReader reader;
-    const bool good = reader.read(path);
-    if (reader.hasWritten()) { // otherwise what has been typed stays
+    const Reading reading = readSurveyFile(path);
+    if (reading.hasWritten) { // otherwise what has been typed stays
         tofillscoreandweightage();
         SetEditTextBox(1, 1); // it may show what its cell held before
     }
     // Any other failure than the store's has named the file.
-    toNameAfterReading(!good && reader.hasStoreFailed() ? QStringList(path.section(u'/', -1)) : QStringList(),
-                       reader.remarks());
+    nameAfterReading(reading.hasStoreFailed ? reading.bad : QStringList(), reading.remarks);
 }

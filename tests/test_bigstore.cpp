@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A store of many records: its forms open and save without a wait, and a save or a reading that is killed
 // part way leaves what was saved before.
-#include "exchange/reader.h"
+#include "exchange/reading.h"
 #include "feedback/frmFeedBackObj.h"
 #include "reference/frmCustomer.h"
 #include "tests/support/surveyfile.h"
@@ -65,7 +65,7 @@ protected:
         grid()->RemoveItem(1);
         frmNewSurvey::instance().toSaveParamAndQuest();
     }
-    static void readSurveyFile() { SurveyReader().read(homeDirectory() + u"/filled.xls"); }
+    static void readSurveyFile() { ::readSurveyFile(homeDirectory() + u"/filled.xls"); }
 
     /// Saves in a process of its own that is killed at that change of a row, or lives on.
     static bool killedWhile(void (*save)(), int atChange = 0) {

@@ -4,7 +4,7 @@
 #include "core/MDIMain.h"
 #include "core/base/backup.h"
 #include "core/storecheck.h"
-#include "exchange/reader.h"
+#include "exchange/reading.h"
 #include "feedback/frmFeedBackObj.h"
 #include "reference/frmCustomer.h"
 #include "tests/support/storecompare.h"
@@ -88,7 +88,7 @@ protected:
         grid->setTextMatrix(2, 4, QString(50000, u'd'));
         frmFeedBackObj::instance().toSaveDtls();
     }
-    static void readFile() { SurveyReader().read(homeDirectory() + u"/filled.xls"); }
+    static void readFile() { readSurveyFile(homeDirectory() + u"/filled.xls"); }
     static void deleteRespondent() { press(frmCustomer::instance(), "cmdDeleteRespondent"); }
     static void exportSurvey() { press(frmNewSurvey::instance(), "cmdExport"); }
     void showForms() {
@@ -271,10 +271,10 @@ TEST_F(FaultsTest, manyFilesOfWhichOneFillsTheDisk) {
         titles << QString::fromLatin1(name);
     }
     QStringList bad;
-    EXPECT_EQ(heard([&] { bad = SurveyReader().readAll(files.first(1)); }), QStringList());
+    EXPECT_EQ(heard([&] { bad = readSurveyFiles(files.first(1)).bad; }), QStringList());
     runRaw(u"vacuum"_s);
     runRaw(u"pragma max_page_count = 1"_s);
-    EXPECT_EQ(heard([&] { bad += SurveyReader().readAll(files.mid(1)); }).size(), 1);
+    EXPECT_EQ(heard([&] { bad += readSurveyFiles(files.mid(1)).bad; }).size(), 1);
     runRaw(u"pragma max_page_count = 100000000"_s);
     EXPECT_EQ(bad, titles.mid(1));
     EXPECT_EQ(rows(u"select xlsfilename from log where Status=True"_s), titles.first(1));

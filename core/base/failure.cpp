@@ -101,16 +101,20 @@ bool guardedWithDescription(const std::function<void()>& procedure) {
     try {
         procedure();
         return true;
-    } catch (const std::exception& failure) {
-        if (Transaction::isOpen())
-            throw;
-        Busy::endPointers();
-        if (cnnMain && cnnMain->Errors().Count() > 0)
-            toShowErrors(u"Error : "_s);
-        else
-            forms::msgBox(errorOf(failure).Description);
+    } catch (const std::exception&) {
+        showWithDescription(std::current_exception());
         return false;
     }
+}
+
+void showWithDescription(const std::exception_ptr& failure) {
+    if (Transaction::isOpen())
+        std::rethrow_exception(failure);
+    Busy::endPointers();
+    if (cnnMain && cnnMain->Errors().Count() > 0)
+        toShowErrors(u"Error : "_s);
+    else
+        forms::msgBox(descriptionOf(failure));
 }
 
 void runStep(bool isSkippable, const std::function<void()>& step) {

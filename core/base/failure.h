@@ -26,6 +26,10 @@ bool guardedWithNumber(const QString& separator, const std::function<void()>& pr
 /// description; the store's are shown as guarded shows them. Returns true when the procedure ran to its end.
 bool guardedWithDescription(const std::function<void()>& procedure);
 
+/// Shows a failure by its own description, the store's as guarded shows them. Within an open transaction it
+/// is thrown on.
+void showWithDescription(const std::exception_ptr& failure);
+
 /// Runs one step of a procedure. The failure of a step that is skippable is dropped.
 void runStep(bool isSkippable, const std::function<void()>& step);
 

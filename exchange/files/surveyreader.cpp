@@ -1,23 +1,20 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "exchange/reader.h"
+#include "exchange/files/surveyreader.h"
 
-#include "core/base/backup.h"
-#include "core/base/failure.h"
-#include "core/base/gblGlobal.h"
+#include "core/store/store.h"
 #include "core/store/worktable.h"
 #include "exchange/files/surveylog.h"
 #include "platform/excel/application.h"
-#include "platform/forms/msgbox.h"
 
 #include <QElapsedTimer>
 
 using namespace Qt::StringLiterals;
 
 bool SurveyReader::read(const QString& path) {
-    return toReadTogether([&] { toReadFile(path); });
+    return readTogether([&] { readFile(path); });
 }
 
-QStringList SurveyReader::readAll(const QStringList& paths, const Tell& tell) {
+QStringList SurveyReader::readAll(const QStringList& paths) {
     constexpr qint64 longestTransaction = 250; // milliseconds; the file in hand is read to its end
     QStringList titles;
     for (const QString& path : paths)
@@ -28,13 +25,13 @@ QStringList SurveyReader::readAll(const QStringList& paths, const Tell& tell) {
         const qsizetype first = next;
         QElapsedTimer clock;
         clock.start();
-        const bool good = toReadTogether([&] {
+        const bool good = readTogether([&] {
             do {
                 const qsizetype now = next++;
-                if (tell)
-                    tell(titles[now], paths.size() - next);
+                if (onFile)
+                    onFile(titles[now], paths.size() - next);
                 setLogStatus(titles[now]);
-                toReadFile(paths[now]);
+                readFile(paths[now]);
             } while (next < paths.size() && clock.elapsed() < longestTransaction);
         });
         if (!good && committed)
@@ -46,45 +43,52 @@ QStringList SurveyReader::readAll(const QStringList& paths, const Tell& tell) {
     return bad + titles.sliced(next);
 }
 
-bool SurveyReader::toReadTogether(const std::function<void()>& files) {
+bool SurveyReader::readTogether(const std::function<void()>& files) {
     failing.reset();
     committed = false;
     failedStore = false;
     newRemarks.clear();
     newAnswers.clear();
-    return guardedWithDescription([&] {
-        try {
-            toReconnect();
-            toBackupBeforeLoss();
-            const std::exception_ptr failure = toKeepWritten(files);
-            committed = true;
-            toKeepFindings();
-            if (failure)
-                std::rethrow_exception(failure);
-        } catch (const ado::Failure& failure) {
-            failedStore = cnnMain->State() == 0 || cnnMain->Errors().Count() > 0; // else a cell's conversion
-            if (failedStore || !failing)
-                throw;
-            throw ado::Failure({failure.cause().Number, failure.cause().Description + stopSentence()});
-        } catch (const excel::Error& failure) { // of the file, or of a cell that is damaged
-            if (!failing)
-                throw;
-            throw excel::Error(failure.text() + stopSentence());
-        }
-    });
+    cnnMain->Errors().Clear(); // those that are there afterwards are of this reading
+    std::exception_ptr failure;
+    try {
+        failure = toKeepWritten(files);
+        committed = true;
+        keepFindings();
+    } catch (const std::exception&) { // nothing of it is stored
+        failure = std::current_exception();
+    }
+    if (!failure)
+        return true;
+    failedStore = cnnMain->State() == 0 || cnnMain->Errors().Count() > 0; // else a cell's conversion
+    if (onFailure)
+        onFailure(failedStore || !failing ? failure : withStop(failure));
+    return false;
 }
 
-QString SurveyReader::stopSentence() const {
-    return u"\r\n%1 was not read beyond cell %2."_s.arg(title, cellmap::nameOf(*failing));
+/// The failure of a cell, or of a file damaged at a cell, with the cell in its sentence.
+std::exception_ptr SurveyReader::withStop(const std::exception_ptr& failure) const {
+    const QString stop = u"\r\n%1 was not read beyond cell %2."_s.arg(title, cellmap::nameOf(*failing));
+    try {
+        std::rethrow_exception(failure);
+    } catch (const ado::Failure& conversion) {
+        return std::make_exception_ptr(
+            ado::Failure({conversion.cause().Number, conversion.cause().Description + stop}));
+    } catch (const excel::Error& damage) {
+        return std::make_exception_ptr(excel::Error(damage.text() + stop));
+    } catch (const std::exception&) {
+        return failure;
+    }
 }
 
-void SurveyReader::toKeepFindings() {
+void SurveyReader::keepFindings() {
     written = written || !newAnswers.empty();
-    Q_EMIT ReadReport::instance().answersStored(newAnswers);
+    if (onStored)
+        onStored(newAnswers);
     allRemarks += newRemarks;
 }
 
-void SurveyReader::toReadFile(const QString& path) {
+void SurveyReader::readFile(const QString& path) {
     title = path.section(u'/', -1);
     failing.reset();
     excel::Application appExcel;
@@ -94,11 +98,11 @@ void SurveyReader::toReadFile(const QString& path) {
     const SheetAnswers read = AnswerSheet(wksExcel, title, [this](const QString& questionid) {
                                   return questionType(questionid);
                               }).read();
-    toWriteAnswers(read.answers);
+    writeAnswers(read.answers);
     for (const QString& remark : read.remarks)
         newRemarks << title + u", "_s + remark;
     if (!read.answers.empty())
-        toCompareWithRegister(read.answers.front().keys);
+        compareWithRegister(read.answers.front().keys);
     failing = read.failing;
     if (read.failure)
         std::rethrow_exception(read.failure);
@@ -107,7 +111,7 @@ void SurveyReader::toReadFile(const QString& path) {
     appExcel.Quit();
 }
 
-void SurveyReader::toWriteAnswers(const std::vector<FileAnswer>& answers) {
+void SurveyReader::writeAnswers(const std::vector<FileAnswer>& answers) {
     for (const FileAnswer& answer : answers) {
         if (answer.isScore)
             toWriteObjectiveAnswer(answer.keys, answer.weightage, answer.score);
@@ -118,7 +122,7 @@ void SurveyReader::toWriteAnswers(const std::vector<FileAnswer>& answers) {
 }
 
 /// Two surveys can have files of one name; the file is to be that of one of them.
-void SurveyReader::toCompareWithRegister(const AnswerKeys& keys) {
+void SurveyReader::compareWithRegister(const AnswerKeys& keys) {
     QStringList others;
     for (const LogRow& row : findLogRows(title)) {
         QStringList differing;
@@ -143,27 +147,4 @@ std::optional<bool> SurveyReader::questionType(const QString& questionid) {
     const auto known = types.find(questionid);
     return known != types.end() ? known->second
                                 : types.emplace(questionid, toGetQuestionType(questionid)).first->second;
-}
-
-ReadReport& ReadReport::instance() {
-    static ReadReport report;
-    return report;
-}
-
-void toNameAfterReading(const QStringList& bad, const QStringList& remarks) {
-    constexpr qsizetype mostNamed = 15;
-    QStringList paragraphs;
-    const auto name = [&](const QString& head, const QStringList& list) {
-        if (list.isEmpty())
-            return;
-        QStringList lines = list.first(qMin(list.size(), mostNamed));
-        lines.prepend(head);
-        if (list.size() > mostNamed)
-            lines << u"and %1 more"_s.arg(list.size() - mostNamed);
-        paragraphs << lines.join(u"\r\n"_s);
-    };
-    name(u"Not read to the end:"_s, bad);
-    name(u"Read as it stands, but worth a look:"_s, remarks);
-    if (!paragraphs.isEmpty())
-        forms::msgBox(paragraphs.join(u"\r\n\r\n"_s), forms::style::information);
 }

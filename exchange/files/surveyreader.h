@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "exchange/files/answersheet.h"
+
+#include <functional>
+#include <map>
+#include <optional>
+#include <set>
+
+/// Reads filled survey files into the answers of the store. No cell of a file reaches a statement before it
+/// is a number or a date. Of a file that fails the answers before the failure are kept, of one with too much
+/// text nothing is. A reader is used for one command of the user: it caches the catalogue's types of
+/// question.
+class SurveyReader {
+public:
+    /// The respondentid and date of each questionnaire whose answers were read.
+    using Questionnaires = std::set<std::pair<QString, QDate>>;
+
+    /// Called with what ended the reading of a file, after the files before it are committed: the workbook's
+    /// sentence; "Type mismatch" or "Overflow" with the file and the cell; or the store's failure.
+    std::function<void(const std::exception_ptr& failure)> onFailure;
+    /// Called with what a transaction has stored, once it is committed.
+    std::function<void(const Questionnaires& stored)> onStored;
+    /// Called before a file is read, with its title and the number of files after it.
+    std::function<void(const QString& title, qsizetype left)> onFile;
+
+    /// Reads the file of that full path. False when it was not read to its end.
+    bool read(const QString& path);
+    /// Reads the files of these full paths one after the other; before each, the row of its title in the
+    /// register is marked as read in. The files of a quarter of a second share one transaction: a run is not
+    /// to wait for the disk at each file, and another program not for the whole run. A failure does not keep
+    /// the next files, unless it is the store's. Returns the titles of the files that were not read to their
+    /// end, each with the cell that ended it, if one did.
+    QStringList readAll(const QStringList& paths);
+
+    /// Answers of this reader are in the store.
+    bool hasWritten() const { return written; }
+    /// The store ended the last read: the next file would fare no better.
+    bool hasStoreFailed() const { return failedStore; }
+    /// What is worth a look in the files that were read, each remark with its file and cell.
+    const QStringList& remarks() const { return allRemarks; }
+
+private:
+    /// Runs the reading of one or more files as one transaction; false after it has reported a failure.
+    bool readTogether(const std::function<void()>& files);
+    void readFile(const QString& path);
+    void writeAnswers(const std::vector<FileAnswer>& answers);
+    void compareWithRegister(const AnswerKeys& keys);
+    std::optional<bool> questionType(const QString& questionid);
+    std::exception_ptr withStop(const std::exception_ptr& failure) const;
+    /// Keeps what the transaction that has just been committed brought.
+    void keepFindings();
+
+    std::map<QString, std::optional<bool>> types; // of questions, as the catalogue gives them
+    QString title;                                // of the file that is being read
+    std::optional<cellmap::Place> failing;        // the cell that ended the last read
+    bool committed = false;                       // what the last transaction wrote before it ended
+    bool failedStore = false;
+    bool written = false;
+    QStringList allRemarks;
+
+    // Of the transaction that is open.
+    QStringList newRemarks;
+    Questionnaires newAnswers;
+};

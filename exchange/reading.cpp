@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "exchange/reading.h"
+
+#include "core/base/backup.h"
+#include "core/base/failure.h"
+#include "core/base/gblGlobal.h"
+#include "platform/forms/msgbox.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Reads by `files`, which returns the titles of the bad ones; all of them are bad without a copy.
+Reading readAfterCopy(SurveyReader& reader, const QStringList& paths,
+                      const std::function<QStringList()>& files) {
+    const bool isCopied = guardedWithDescription([] {
+        toReconnect();
+        toBackupBeforeLoss();
+    });
+    if (!isCopied) {
+        QStringList titles;
+        for (const QString& path : paths)
+            titles << path.section(u'/', -1);
+        return {.bad = titles, .remarks = {}, .hasStoreFailed = true};
+    }
+    reader.onFailure = showWithDescription;
+    reader.onStored = [](const SurveyReader::Questionnaires& stored) {
+        Q_EMIT ReadReport::instance().answersStored(stored);
+    };
+    const QStringList bad = files();
+    return {bad, reader.remarks(), reader.hasWritten(), reader.hasStoreFailed()};
+}
+
+} // namespace
+
+Reading readSurveyFile(const QString& path) {
+    SurveyReader reader;
+    return readAfterCopy(reader, {path}, [&] {
+        return reader.read(path) ? QStringList() : QStringList(path.section(u'/', -1));
+    });
+}
+
+Reading readSurveyFiles(const QStringList& paths,
+                        const std::function<void(const QString& title, qsizetype left)>& onFile) {
+    SurveyReader reader;
+    reader.onFile = onFile;
+    return readAfterCopy(reader, paths, [&] { return reader.readAll(paths); });
+}
+
+ReadReport& ReadReport::instance() {
+    static ReadReport report;
+    return report;
+}
+
+void nameAfterReading(const QStringList& bad, const QStringList& remarks) {
+    constexpr qsizetype mostNamed = 15;
+    QStringList paragraphs;
+    const auto name = [&](const QString& head, const QStringList& list) {
+        if (list.isEmpty())
+            return;
+        QStringList lines = list.first(qMin(list.size(), mostNamed));
+        lines.prepend(head);
+        if (list.size() > mostNamed)
+            lines << u"and %1 more"_s.arg(list.size() - mostNamed);
+        paragraphs << lines.join(u"\r\n"_s);
+    };
+    name(u"Not read to the end:"_s, bad);
+    name(u"Read as it stands, but worth a look:"_s, remarks);
+    if (!paragraphs.isEmpty())
+        forms::msgBox(paragraphs.join(u"\r\n\r\n"_s), forms::style::information);
+}
