@@ -3,7 +3,7 @@
 
 #include <array>
 
-/// The words of the demonstration store.
+/// The texts of the demonstration store.
 namespace demo {
 
 inline constexpr const char* organisation = "Larkmoor Quality Services";
@@ -19,7 +19,7 @@ struct Customer {
     const char* phone;
     const char* domain; ///< of all its e-mail addresses
     std::array<Respondent, 3> respondents;
-    double bias; ///< how much kinder (or harsher) than others its people rate
+    double bias; ///< added to all scores of its respondents
 };
 
 inline constexpr Customer customers[] = {

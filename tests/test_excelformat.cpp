@@ -14,7 +14,7 @@ using excel::Value;
 
 namespace {
 
-// A workbook's records without offsets and indexes of offsets, as lines to compare.
+// A workbook's records as comparable lines, without offsets.
 QStringList content(const CompoundFile& file) {
     const QByteArray& stream = file.data(file.findStream(u"workbook"));
     QStringList lines;
@@ -33,8 +33,8 @@ QStringList content(const CompoundFile& file) {
 
 class ExcelFormat : public ExcelFiles {};
 
-// Sheets that were taken apart and put together have their cells in any order, everything else in its own.
-TEST_F(ExcelFormat, NothingIsLostBySavingAndByEditing) {
+// Cells may be reordered by parsing and writing a sheet; all else keeps its order.
+TEST_F(ExcelFormat, SavingAndEditingLoseNothing) {
     const QStringList rewritten{u"208"_s, u"200"_s, u"bd"_s, u"be"_s, u"27e"_s, u"201"_s, u"1c1"_s};
     const auto sorted = [&](const QByteArray& file) {
         QStringList lines = content(CompoundFile::parse(file));
@@ -58,7 +58,7 @@ TEST_F(ExcelFormat, NothingIsLostBySavingAndByEditing) {
         for (size_t i = 0; i < before.entries().size(); ++i) {
             const auto& [oldEntry, oldData] = before.entries()[i];
             const auto& [newEntry, newData] = after.entries()[i];
-            EXPECT_EQ(oldEntry.left(116), newEntry.left(116)); // all but the place and the size
+            EXPECT_EQ(oldEntry.left(116), newEntry.left(116)); // all but sector and size
             EXPECT_TRUE(oldData == newData || before.entries()[i].name() == u"Workbook") << i;
         }
         EXPECT_EQ(content(before), content(after));
@@ -72,8 +72,8 @@ TEST_F(ExcelFormat, NothingIsLostBySavingAndByEditing) {
     }
 }
 
-// Large enough for the allocation table to need an allocation table of its own.
-TEST_F(ExcelFormat, LargeContainersComeBack) {
+// Large enough for the sector allocation table to need a master table.
+TEST_F(ExcelFormat, LargeContainersRoundTrip) {
     CompoundFile file = CompoundFile::parse(contentOf(samplePath(u"filled_by_lo.xls"_s)));
     QRandomGenerator random(1);
     const int stream = file.findStream(u"Workbook");
@@ -87,8 +87,8 @@ TEST_F(ExcelFormat, LargeContainersComeBack) {
     }
 }
 
-// Macros and embedded workbooks lie in storages; a nested stream may be called Workbook too.
-TEST_F(ExcelFormat, StoragesAndWhatIsInThemStay) {
+// Macros and embedded workbooks are in storages; a nested stream may be named Workbook too.
+TEST_F(ExcelFormat, StoragesAndTheirStreamsAreKept) {
     QByteArray content = contentOf(samplePath(u"t_xlwt.xls"_s));
     const qsizetype directory = 512 * (1 + qsizetype(get32(content, 48)));
     const auto entry = [&](int index, QStringView name, quint8 type, quint32 child) {
@@ -160,7 +160,7 @@ TEST_F(ExcelFormat, CodesThatShowDates) {
         EXPECT_FALSE(isDateCode(QString::fromLatin1(code))) << code;
 }
 
-TEST_F(ExcelFormat, FormatsAreKeptOnceAndHaveALimit) {
+TEST_F(ExcelFormat, FormatsAreSharedAndLimited) {
     BookFile file(u"lo_native.xls"_s, contentOf(samplePath(u"lo_native.xls"_s)));
     Formats& formats = file.book().formats();
     CellFormat format = formats.clone(15);
@@ -176,8 +176,8 @@ TEST_F(ExcelFormat, FormatsAreKeptOnceAndHaveALimit) {
         Refusal);
 }
 
-// Theme colours of all cells get lost when the checksum over the formats is wrong.
-TEST_F(ExcelFormat, ChecksumOfFormatsFollows) {
+// With a wrong checksum over the formats all cells lose their theme colours.
+TEST_F(ExcelFormat, ChecksumOfFormatsIsUpdated) {
     Records globals{{id::Bof, {}},
                     {id::Font, QByteArray(16, '\0')},
                     {id::Xf, QByteArray(20, '\1')},
@@ -191,12 +191,12 @@ TEST_F(ExcelFormat, ChecksumOfFormatsFollows) {
     EXPECT_EQ(get16(globals[4].body, 14), 2);
     EXPECT_EQ(get32(globals[4].body, 16), 0x3F99B798u);
 
-    // A format made from one with extended properties has none.
+    // A format derived from one with extended properties has none.
     put32(globals[2].body, 14, 1U << 25);
     EXPECT_EQ(get32(Formats(globals).clone(0).bytes(), 14), 0U);
 }
 
-// A Chinese letter is as wide as two others.
+// A Chinese character is two characters wide.
 TEST_F(ExcelFormat, WrappedLines) {
     const std::tuple<const char*, double, int> cases[] = {
         {"", 10, 1},           {"one two", 7, 1},    {"one two", 6, 2},
