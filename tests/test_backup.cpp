@@ -50,7 +50,7 @@ TEST_F(BackupTest, newestBackupsAreKeptDespiteClockChanges) {
         expected.prepend(
             path(u"backup/Tallywell-%1-03-05-101500-%2.mdb"_s).arg(year).arg(expected.size() + 1));
     }
-    EXPECT_NE(forms::nowHook().date().year(), 1970) << "each clock has gone with its round";
+    EXPECT_NE(forms::nowHook().date().year(), 1970) << "each clock is restored after its round";
     EXPECT_EQ(toListBackups(strDatabasePath), expected.first(10));
     EXPECT_EQ(QDir(path(u"backup"_s)).entryList(QDir::Files).size(), 11);
     EXPECT_TRUE(QFile::exists(path(u"backup/Tallywell"_s + notOurs)));

@@ -55,7 +55,7 @@ Records records(const QByteArray& text) {
 
 class ExcelEdit : public ExcelFiles {};
 
-TEST_F(ExcelEdit, ProtectionIsKeptAndChecked) {
+TEST_F(ExcelEdit, protectionIsKeptAndChecked) {
     excel::Workbook book = application_.Workbooks().Open(copyOf(u"t_xlwt.xls"_s));
     const excel::Worksheet sheet = book.Worksheets(u"Form"_s);
     sheet.Range(u"B2"_s).setValue(u"an unlocked cell"_s);
@@ -69,7 +69,7 @@ TEST_F(ExcelEdit, ProtectionIsKeptAndChecked) {
 }
 
 // Column C and row 3 have formats of their own (not locked); A4:B5 and A2:B3 are merged.
-TEST_F(ExcelEdit, ClearLeavesPlainCellsAndTheRowsAbove) {
+TEST_F(ExcelEdit, clearLeavesPlainCellsAndTheRowsAbove) {
     const QByteArray stream = bookStream(
         {}, records("007D 01000400 0009 1000 0000 0000; 0200; 0208 0300 0000 0000 ff00 00000000 8001 1000;"
                     "0203 0300 0200 0f00 000000000000f03f; 0203 0000 0200 0f00 000000000000f03f;"
@@ -99,7 +99,7 @@ TEST_F(ExcelEdit, ClearLeavesPlainCellsAndTheRowsAbove) {
 }
 
 // Workbooks that spreadsheet programs accept are opened, and saved so that they open again. Tests cell A1.
-TEST_F(ExcelEdit, OddWorkbooksAreOpenedAsOtherProgramsOpenThem) {
+TEST_F(ExcelEdit, oddWorkbooksAreOpenedAsOtherProgramsOpenThem) {
     const QByteArray three = "0203 0000 0000 0f00 0000000000000840";
     const QByteArray row = "0208 0000 0000 0100 ff00 0000 0000 00010f00";
     const QByteArray text = "00FD 0000 0000 0f00 00000000";
@@ -141,7 +141,7 @@ TEST_F(ExcelEdit, OddWorkbooksAreOpenedAsOtherProgramsOpenThem) {
 }
 
 // Row heights stop at the maximum; a sheet with too much text is no longer wrapped.
-TEST_F(ExcelEdit, RowHeightAndWrappingAreLimited) {
+TEST_F(ExcelEdit, rowHeightAndWrappingAreLimited) {
     constexpr int rows = 700;
     constexpr int handSet = 1;
     constexpr int unwrapped = rows;
@@ -161,7 +161,7 @@ TEST_F(ExcelEdit, RowHeightAndWrappingAreLimited) {
 }
 
 // A3 and A4 share the formula stored at A3.
-TEST_F(ExcelEdit, SharedFormulasStayIntact) {
+TEST_F(ExcelEdit, sharedFormulasStayIntact) {
     Book book(
         bookStream({}, records("0006 0200 0000 0f00 000000000000f03f 0800 00000000 0500 01 0200 0000;"
                                "04BC 020003000000 0000 0300 1e0100;"
@@ -177,7 +177,7 @@ TEST_F(ExcelEdit, SharedFormulasStayIntact) {
     editor.setValue({2, 0}, 5); // now not shared any more
 }
 
-TEST_F(ExcelEdit, DatesFollowTheWorkbooksDateSystem) {
+TEST_F(ExcelEdit, datesFollowTheWorkbooksDateSystem) {
     Book book(bookStream(records("0022 0100; 01C1 c1010000 12345678"),
                          records("0203 0000 0000 0f00 0000000000000000")));
     Editor editor(book, 0);

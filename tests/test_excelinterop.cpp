@@ -73,7 +73,7 @@ protected:
 };
 
 // Every cell of the examples has the value that xlrd reads.
-TEST_F(ExcelInterop, XlrdReadsTheSame) {
+TEST_F(ExcelInterop, xlrdReadsTheSame) {
     for (const QString& sample : sampleNames) {
         SCOPED_TRACE(qPrintable(sample));
         const Worksheet sheet =
@@ -90,7 +90,7 @@ TEST_F(ExcelInterop, XlrdReadsTheSame) {
     }
 }
 
-TEST_F(ExcelInterop, XlrdSeesValuesLocksWrapsAndBorders) {
+TEST_F(ExcelInterop, xlrdSeesValuesLocksWrapsAndBorders) {
     const QJsonObject expected = QJsonDocument::fromJson(R"({
         "B16": {"borders": ["FF0000", "FF0000", "FF0000", "FF0000"], "wrapped": true, "locked": true},
         "B35": {"font": "000080", "locked": false, "wrapped": false},

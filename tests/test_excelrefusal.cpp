@@ -39,7 +39,7 @@ QByteArray renamed(QStringView name) {
 
 class ExcelRefusal : public ExcelFiles {};
 
-TEST_F(ExcelRefusal, ReportsTheActualFileType) {
+TEST_F(ExcelRefusal, reportsTheActualFileType) {
     const std::pair<QByteArray, const char*> cases[] = {
         {"", "is empty"},
         {bytes("PK\x03\x04\x14\0\x06\0[Content_Types].xml"), "newer Excel workbook (.xlsx)"},
@@ -67,7 +67,7 @@ TEST_F(ExcelRefusal, ReportsTheActualFileType) {
             << qPrintable(phrase);
 }
 
-TEST_F(ExcelRefusal, AFailedSaveLeavesTheOldFile) {
+TEST_F(ExcelRefusal, aFailedSaveLeavesTheOldFile) {
     const QString file = copyOf(u"t_xlwt.xls"_s);
     excel::Workbook book = application_.Workbooks().Open(file);
     const QByteArray before = contentOf(file);
@@ -87,12 +87,12 @@ TEST_F(ExcelRefusal, AFailedSaveLeavesTheOldFile) {
     EXPECT_FALSE(application_.Workbooks().Open(path(u"other.xls"_s)).Worksheets(u"Form"_s).IsProtected());
 }
 
-TEST_F(ExcelRefusal, AWorkbookStreamWithTheOlderNameIsRead) {
+TEST_F(ExcelRefusal, aWorkbookStreamWithTheOlderNameIsRead) {
     EXPECT_FALSE(exerciseWorkbook(renamed(u"Book")).isEmpty());
 }
 
 // Damaged files are refused with a sentence or saved readably; they never crash or hang the program.
-TEST_F(ExcelRefusal, MutatedFilesAreRefusedOrReadable) {
+TEST_F(ExcelRefusal, mutatedFilesAreRefusedOrReadable) {
     QRandomGenerator random(20240229);
     int readable = 0;
     int refused = 0;

@@ -108,7 +108,7 @@ TEST_F(FeedbackTest, marksAreCheckedWhenTypedAndReplacedWhenEntered) {
 TEST_F(FeedbackTest, answersAreSavedForTheirOwnerOnly) {
     add(u"respondent"_s, {{"custid", acme}, {"respondentdesignation", u"Nameless"_s}, {"emailid", u""_s}});
     frmFeedBackObj& form = open();
-    clickEntry(form, "lstRespname", 1); // a respondent without a name is nobody; no message
+    clickEntry(form, "lstRespname", 1); // a respondent without a name; no message
     EXPECT_EQ(grid().row(1), u"|||"_s);
     clickEntry(form, "lstRespname", 0);
     grid().enter(1, 2, u"9"_s);

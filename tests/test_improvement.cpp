@@ -69,7 +69,7 @@ protected:
 TEST_F(ImprovementTest, aCustomerAndADateShowTheirAction) {
     clickRow(list(), 0);
     EXPECT_EQ(shown(), u"Call|10/01/2024|17/01/2024|yes"_s);
-    EXPECT_EQ(list().SelectedRows(), std::vector<int>{0}) << "the change of the date fills the list anew";
+    EXPECT_EQ(list().SelectedRows(), std::vector<int>{0}) << "changing the date refills the list";
     clickCustomer(1);
     EXPECT_EQ(listed(list()), QStringList{u"Train|20/02/2024|27/02/2024|Not Complete"_s});
     EXPECT_EQ(shown(), u"|10/01/2024|05/03/2024|no"_s) << "nothing on that date";

@@ -105,7 +105,7 @@ TEST_F(MailTest, aClientThatStaysOpenDoesNotBlockTheProgram) {
     const pid_t waiting = contentOf(record).trimmed().toInt();
     ASSERT_TRUE(waiting > 1 && kill(waiting, 0) == 0) << "it stays open";
     ASSERT_TRUE(QFile::remove(record)); // lets it end
-    EXPECT_TRUE(QTest::qWaitFor([&] { return kill(waiting, 0) != 0; })) << "it is still there";
+    EXPECT_TRUE(QTest::qWaitFor([&] { return kill(waiting, 0) != 0; })) << "it is still running";
 }
 
 TEST_F(MailTest, theClientIsTheDesktopsMailtoHandler) {

@@ -130,7 +130,7 @@ TEST_F(MainWindowTest, anUnwritableRegistryIsReportedOnlyForALocatedStore) {
     located = path(u"moved.mdb"_s);
     expectNotFound(Answer::Ok);
     messages.expect(u"DSN Creation Failed"_s);
-    EXPECT_TRUE(toCreateDSN(u"gwl"_s, found)) << "the program goes on";
+    EXPECT_TRUE(toCreateDSN(u"gwl"_s, found)) << "the program continues";
 }
 
 TEST_F(MainWindowTest, theTimerClosesTheSplashForm) {

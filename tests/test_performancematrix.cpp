@@ -54,12 +54,12 @@ TEST(MatrixPlaces, coincidingPointsMoveApart) {
     };
     using Place = std::pair<double, double>;
     EXPECT_EQ(next(5.67, 2.5), Place(5.67, 2.5));
-    EXPECT_EQ(next(5.67, 2.5), Place(6.1, 1.9)) << "the fraction goes, half to even";
+    EXPECT_EQ(next(5.67, 2.5), Place(6.1, 1.9)) << "rounded, half to even";
     EXPECT_EQ(next(5.67, 2.6), Place(5.67, 2.6)) << "another weightage";
     EXPECT_EQ(next(5.67, 2.5), Place(5.67, 2.5)) << "another between";
     for (const Place& place :
          {Place{5.9, 1.9}, {5.9, 2.1}, {6.1, 2.1}, {6.1, 2}, {6, 1.9}, {5.9, 2}, {6, 2.1}})
-        EXPECT_EQ(next(5.67, 2.5), place) << "the count goes on";
+        EXPECT_EQ(next(5.67, 2.5), place) << "the count continues";
     EXPECT_THROW(next(5.67, 2.5), std::out_of_range);
 }
 

@@ -33,7 +33,7 @@ namespace {
 
 const QStringList parameters{u"Delivery"_s, u"Price"_s, u"Service"_s};
 const QStringList dates{u"15/03/2024"_s, u"16/06/2024"_s};
-constexpr int scored = 3; // questions of a parameter; the one after them asks for words
+constexpr int scored = 3; // questions of a parameter; the one after them is Descriptive
 constexpr int people = 3; // of a customer
 
 QString questionText(int parameter, int number) {
@@ -151,7 +151,7 @@ protected:
         key(Qt::Key_Escape);
     }
 
-    /// Each respondent finds the questions by their words.
+    /// Fills the files in; the cells of questions are found by the question's text.
     void fillFiles() {
         QStringList arguments;
         for (int i = 0; i < files.size(); ++i) {

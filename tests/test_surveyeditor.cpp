@@ -200,7 +200,7 @@ TEST_F(EditorTest, theNeighbourMayBeAnotherSurveysOrMissing) {
     const std::pair<std::vector<int>, QString> cases[] = {
         // found in the first survey, which gets the question
         {{0, 1}, u"05/03 1:3 2:0 2:1 01/04 1:2"_s},
-        // the same question in the same position is taken from both
+        // the same question in the same position is removed from both
         {{0, 3}, u"05/03 1:3 2:0 01/04 1:2"_s}};
     for (const auto& [ofToday, after] : cases) {
         run(u"delete * from responquesindex"_s);
@@ -251,7 +251,7 @@ TEST_F(EditorTest, nothingIsWrittenForADeletedOwner) {
         for (const auto& step : steps) {
             open();
             withoutOwner(name, step);
-            EXPECT_EQ(shown(), QStringList{u": "_s}) << "as it stands";
+            EXPECT_EQ(shown(), QStringList{u": "_s}) << "as stored";
             frmNewSurvey::unload();
         }
     }

@@ -60,7 +60,7 @@ inline constexpr Customer customers[] = {
 struct Parameter {
     const char* name;
     std::array<const char*, 4> scored;
-    const char* open; ///< the question that asks for words
+    const char* open; ///< the Descriptive question
     std::array<const char*, 3> replies;
     double level;  ///< the mean score of the first quarter
     double trend;  ///< a quarter

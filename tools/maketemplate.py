@@ -100,7 +100,7 @@ def set_up_page(sheet):
     sheet.portrait = True
     sheet.fit_num_pages = 1
     sheet.fit_width_to_pages = 1
-    sheet.fit_height_to_pages = 0  # as many as it takes
+    sheet.fit_height_to_pages = 0  # as many pages as needed
     sheet.print_centered_horz = True
     sheet.left_margin = sheet.right_margin = 0.5  # inches
     sheet.top_margin = 0.6
