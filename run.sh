@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: GPL-3.0-or-later
-# Installs what is needed, builds Gaugewell, installs it into ~/Gaugewell and starts it.
-# With --demo: into ~/Gaugewell-demo, with a store of invented surveys to look at.
+# Installs the packages needed, builds Gaugewell, installs it into ~/Gaugewell and starts it.
+# With --demo: installs into ~/Gaugewell-demo, with a store of invented surveys.
 set -euo pipefail
 cd "$(dirname "$0")"
 case "${1:-}" in
@@ -20,7 +20,7 @@ if [ "${1:-}" = --demo ] && [ ! -e "$home/Tallywell.mdb" ]; then
 fi
 echo "Installing into $home (your database and your own files there are kept)..."
 cmake --install build/release --prefix "$home" >/dev/null
-export GAUGEWELL_HOME="$home" # the one of the user may be another than the demonstration's
+export GAUGEWELL_HOME="$home" # with --demo not the user's
 
 if [ -n "${DISPLAY:-}" ] || [ -n "${WAYLAND_DISPLAY:-}" ]; then
   echo "Starting $home/gaugewell"
@@ -31,12 +31,12 @@ echo "There is no display. Starting on a virtual one."
 tools/packages.sh display
 number=${GAUGEWELL_DISPLAY:-99}
 Xvfb ":$number" -screen 0 1280x800x24 -nolisten tcp >/dev/null 2>&1 &
-secret=$(mktemp -d) # its owner alone enters
+secret=$(mktemp -d) # accessible by its owner only
 trap 'kill $(jobs -p) 2>/dev/null; rm -rf "$secret"' EXIT
 export DISPLAY=":$number"
 for _ in $(seq 50); do [ -S "/tmp/.X11-unix/X$number" ] && break; sleep 0.1; done
 openbox >/dev/null 2>&1 &
-password=$(od -An -N4 -tx1 /dev/urandom | tr -d ' \n') # of VNC: 8 characters at most
+password=$(od -An -N4 -tx1 /dev/urandom | tr -d ' \n') # VNC allows 8 characters
 echo "$password" >"$secret/password"
 x11vnc -display "$DISPLAY" -localhost -forever -passwdfile "$secret/password" -quiet >/dev/null 2>&1 &
 echo "Look at it with a VNC viewer at 127.0.0.1:5900 (this machine only); the password is $password"

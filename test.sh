@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: GPL-3.0-or-later
-# Installs what is needed, builds Gaugewell with its tests and runs them all. GAUGEWELL_PRESET names another preset than
-# dev: release, asan.
+# Installs the packages needed, builds Gaugewell with its tests and runs them. GAUGEWELL_PRESET selects the preset: dev
+# (default), release or asan.
 set -euo pipefail
 cd "$(dirname "$0")"
 

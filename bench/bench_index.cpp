@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The Satisfaction Index of one customer, 10 parameters on 20 dates (4,000 answers), and the Performance
 // Matrix of one of these dates (200 answers), in a small store and in one of 2,000 customers and 1,000,000
-// answers; beside each one pass of the C API over the same answers. Saving a questionnaire of 50 questions,
-// beside the same delete and inserts by the C API.
+// answers. Bound: one pass of the SQLite C API over the same answers. Saving a questionnaire of 50 questions;
+// bound: the same delete and inserts by the C API.
 #include "analysis/frmPerformanceMatrix.h"
 #include "analysis/frmSatisfactionIndex.h"
 #include "core/Main.h"
@@ -27,7 +27,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int measured = 7; // the customer with four respondents and 20 surveys; all others have two and 5
+constexpr int measured =
+    7; // custid of the customer with 4 respondents and 20 surveys; all others have 2 and 5
 
 void run(const QString& sql) {
     cnnMain->Execute(sql);
@@ -64,7 +65,7 @@ void buildStore(int customers) {
     cnnMain->CommitTrans();
 }
 
-/// The best of several runs, in milliseconds: what the work costs when nothing else runs.
+/// The best of 25 runs, in milliseconds.
 template <class Work> double timeOf(Work work) {
     double best = 1e9;
     for (int i = 0; i < 25; ++i) {
@@ -90,7 +91,7 @@ public:
         sqlite3_close(database);
     }
 
-    /// Number of answers read.
+    /// Reads all answers and returns their number.
     int pass() {
         int rows = 0;
         for (; sqlite3_step(statement) == SQLITE_ROW; ++rows) {
@@ -236,7 +237,7 @@ int main(int argc, char** argv) {
                 "pass: all answers read once; fill: linetable filled (goal: ratio at most 3, and flat)\n"
                 "view: fill, dates, chart; names: the list of parameters; matrix: scattertable filled\n\n"
                 "customers    store  answers    pass    fill  ratio  synced    view   names\n");
-    if (argc > 1) { // the numbers of customers, for a profiler
+    if (argc > 1) { // numbers of customers, for profiling
         for (int i = 1; i < argc; ++i)
             measure(std::atoi(argv[i]));
         return 0;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Reading 500 filled survey files of 50 questions into an empty store, writes included, beside xlrd, which
-// only parses them. Needs python3-xlrd.
+// Reads 500 filled survey files of 50 questions into an empty store, writes included. Bound: parsing them
+// with python3-xlrd.
 #include "core/MDIMain.h"
 #include "core/Main.h"
 #include "core/base/gblGlobal.h"
@@ -22,7 +22,7 @@ namespace {
 constexpr int fileCount = 500;
 constexpr int questionCount = 50;
 
-/// Every fifth question asks for words.
+/// Every fifth question is Descriptive.
 bool isScore(int questionid) {
     return questionid % 5 != 0;
 }

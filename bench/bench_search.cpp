@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The keyword search over 1,000,000 answers of 2,000 customers, 100,000 answers in words and 100,000 actions,
-// with one keyword that finds few, one that finds 100,000, and three; beside it one 'like' pass of the C API
-// over the same texts. Another number of customers can be given.
+// The keyword search over 1,000,000 answers of 2,000 customers, 100,000 answers in words and 100,000 actions:
+// a keyword with few hits, one with 100,000, and three keywords. Bound: one 'like' pass of the SQLite C API
+// over the same texts. Usage: bench_search [CUSTOMERS]
 #include "core/Main.h"
 #include "core/base/gblGlobal.h"
 #include "platform/ado/casefold.h"
@@ -55,7 +55,7 @@ void buildStore(int customers) {
     cnnMain->CommitTrans();
 }
 
-/// The best of some runs, in milliseconds.
+/// The best of several runs, in milliseconds.
 template <class Work> double timeOf(Work work) {
     double best = 1e9;
     for (int i = 0; i < 5; ++i) {
@@ -67,7 +67,7 @@ template <class Work> double timeOf(Work work) {
     return best;
 }
 
-/// One pass over the texts of all three sources, each met once, with the conditions of the search.
+/// One pass over the texts of all three sources with the conditions of the search.
 int likePass(sqlite3* database, const QStringList& keywords) {
     int hits = 0;
     for (const SearchPass pass : {SearchPass::Objective, SearchPass::Descriptive, SearchPass::Action}) {

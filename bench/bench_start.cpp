@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The time from the start of the process to the main window on the screen, splash aside, beside that of an
-// empty window, alternating, each in a process of its own. A process says when its window is there.
+// The time from the start of the process to the visible main window, without the splash form. Bound: an empty
+// window. Both start alternately in child processes, which report when their window is shown.
 #include "core/MDIMain.h"
 #include "core/Main.h"
 #include "core/base/gblGlobal.h"

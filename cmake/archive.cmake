@@ -1,4 +1,4 @@
-# Read by cpack for each kind of package: the archive unpacks into one folder, a .deb has no such folder.
+# Read by cpack for each generator: only the archive has a top-level folder.
 if(CPACK_GENERATOR STREQUAL TGZ)
   set(CPACK_COMPONENT_INCLUDE_TOPLEVEL_DIRECTORY ON)
 endif()

@@ -1,4 +1,4 @@
-# The one place for language level, warnings and Qt strictness; every target links it.
+# Language level, warnings and Qt restrictions of all targets.
 add_library(gaugewell_flags INTERFACE)
 target_compile_features(gaugewell_flags INTERFACE cxx_std_20)
 target_compile_options(gaugewell_flags INTERFACE
@@ -14,7 +14,7 @@ if(GAUGEWELL_SANITIZE)
   target_link_options(gaugewell_flags INTERFACE -fsanitize=address,undefined)
 endif()
 
-# gaugewell_platform_library(NAME): one static library of the folder it is called in.
+# gaugewell_platform_library(NAME): adds a static library of the sources in the current folder.
 function(gaugewell_platform_library name)
   file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h)
   add_library(${name} STATIC ${sources})

@@ -1,4 +1,4 @@
-# The home directory is the directory of the program: everything stands side by side in the prefix.
+# Installs the program and its home into the same folder, the prefix.
 install(TARGETS gaugewell RUNTIME DESTINATION .)
 install(CODE "
   execute_process(

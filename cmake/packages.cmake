@@ -1,5 +1,5 @@
-# The packages (cpack -G DEB, cpack -G TGZ): one tree of the program and what its launcher fills the user's home directory
-# from. It is the component "package" of its own, so that an install as in install.cmake has no part of it.
+# The packages (cpack -G DEB, cpack -G TGZ): the program, its launcher, and the files that the launcher copies to the
+# user's home. All belong to the component "package", which the install of install.cmake excludes.
 set(CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
   OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 set(packaged COMPONENT package EXCLUDE_FROM_ALL)

@@ -1,8 +1,7 @@
--- The store of Gaugewell. The program itself creates and alters no table: "Tallywell.mdb" is made from this
--- script once, when the program is built.
+-- The store of Gaugewell. The build creates "Tallywell.mdb" from this script; the program creates and alters no table.
 -- Names ignore case. Texts compare and sort without regard to case (UNICODE_CI). Dates are ISO texts, yes/no is -1 or 0.
--- Keys are never given twice, so that nothing left behind can attach itself to a new row.
--- An index that serves a list holds no more columns than its condition, so that the list keeps the order of entry.
+-- Keys are never reused, so that orphaned rows cannot attach to a new one.
+-- An index that serves a list has only the columns of its condition, so that the list keeps the order of entry.
 
 PRAGMA application_id = 0x4757454C;
 PRAGMA user_version = 1;
@@ -12,8 +11,8 @@ PRAGMA user_version = 1;
 CREATE TABLE customer (
     custid   INTEGER PRIMARY KEY AUTOINCREMENT,
     custname TEXT COLLATE UNICODE_CI,
-    Address  TEXT COLLATE UNICODE_CI,           -- one blank when the user left it empty
-    telno    TEXT COLLATE UNICODE_CI,           -- Null when the user left it empty, as email
+    Address  TEXT COLLATE UNICODE_CI,           -- one blank if left empty
+    telno    TEXT COLLATE UNICODE_CI,           -- Null if left empty, like email
     email    TEXT COLLATE UNICODE_CI
 );
 CREATE INDEX customer_name ON customer (custname);
@@ -43,17 +42,17 @@ CREATE INDEX questions_parameter ON questions (paramid);
 CREATE INDEX questions_text ON questions (question);
 
 -- Surveys ---------------------------------------------------------------------------------------------------------
--- Surveys and answers outlive the rows that they refer to; the saved queries hide what has lost its customer,
--- respondent, question or parameter.
+-- Surveys and answers outlive the rows that they refer to; the saved queries hide rows without a customer, respondent,
+-- question or parameter.
 
-CREATE TABLE survey (                            -- one row a customer and date, shared by its respondents
+CREATE TABLE survey (                            -- one row per customer and date, shared by its respondents
     surveyid INTEGER PRIMARY KEY AUTOINCREMENT,
     sdate    DATE,
     custid   INTEGER
 );
 CREATE INDEX survey_customer ON survey (custid, sdate);
 
-CREATE TABLE responquesindex (                   -- the questionnaire: one row a respondent, survey and question
+CREATE TABLE responquesindex (                   -- the questionnaire: one row per respondent, survey and question
     respondentid INTEGER,
     questionid   INTEGER,
     surveyid     INTEGER,
@@ -62,7 +61,7 @@ CREATE TABLE responquesindex (                   -- the questionnaire: one row a
 CREATE INDEX responquesindex_survey ON responquesindex (surveyid, respondentid, "Order");
 CREATE INDEX responquesindex_respondent ON responquesindex (respondentid, "Order");
 
-CREATE TABLE feedbackobjective (                 -- answers to Score questions; 0 is not rated
+CREATE TABLE feedbackobjective (                 -- answers to Score questions; 0: not rated
     feedbackobjid INTEGER PRIMARY KEY AUTOINCREMENT,
     respondentid  INTEGER,
     questionid    INTEGER,
@@ -71,7 +70,7 @@ CREATE TABLE feedbackobjective (                 -- answers to Score questions; 
     score         SMALLINT DEFAULT 0,
     weightage     SMALLINT DEFAULT 0
 );
-CREATE INDEX feedbackobjective_answer                 -- with the ratings, so that an index needs no table look-ups
+CREATE INDEX feedbackobjective_answer                 -- covering index for the Satisfaction Index
     ON feedbackobjective (respondentid, questionid, surveydate, weightage, score);
 CREATE INDEX feedbackobjective_date ON feedbackobjective (respondentid, surveydate);
 CREATE INDEX feedbackobjective_survey ON feedbackobjective (surveyid, respondentid);
@@ -89,7 +88,7 @@ CREATE INDEX feedbackdescriptive_answer ON feedbackdescriptive (respondentid, qu
 CREATE INDEX feedbackdescriptive_date ON feedbackdescriptive (respondentid, surveydate);
 CREATE INDEX feedbackdescriptive_survey ON feedbackdescriptive (surveyid, respondentid);
 
-CREATE TABLE log (                               -- one row an exported survey file
+CREATE TABLE log (                               -- one row per exported survey file
     custname    TEXT COLLATE UNICODE_CI,
     respname    TEXT COLLATE UNICODE_CI,
     respid      INTEGER,
@@ -127,7 +126,7 @@ CREATE TABLE setting (
 );
 INSERT INTO setting (setting, checkeduser) VALUES ('UserDefine', 0);
 
--- Work tables: emptied and filled again by the one command that owns them ---------------------------------------
+-- Work tables: each is emptied and filled by one command ----------------------------------------------------------
 
 CREATE TABLE reportlinktable (
     custid         INTEGER,
@@ -208,7 +207,7 @@ CREATE TABLE mscharttry (
     Parameter TEXT COLLATE UNICODE_CI
 );
 
--- Saved queries: used by name as if they were tables, never written through -------------------------------------
+-- Saved queries: read like tables, never written --------------------------------------------------------------------
 
 CREATE VIEW custresp AS
 SELECT customer.custid, customer.custname, respondent.respondentid, respondent.respondentname,
@@ -230,7 +229,7 @@ JOIN respondent ON respondent.respondentid = responquesindex.respondentid
 JOIN questions ON questions.questionid = responquesindex.questionid
 JOIN parameter ON parameter.paramid = questions.paramid;
 
-CREATE VIEW existingsurvey AS                    -- one row a respondent and survey with a questionnaire
+CREATE VIEW existingsurvey AS                    -- one row per respondent and survey with a questionnaire
 SELECT customer.custid, customer.custname, respondent.respondentid, respondent.respondentname,
        survey.surveyid, survey.sdate
 FROM customer
@@ -240,8 +239,8 @@ WHERE EXISTS (SELECT 1 FROM responquesindex
               WHERE responquesindex.surveyid = survey.surveyid
                 AND responquesindex.respondentid = respondent.respondentid);
 
--- The queries of answers go from the customer down (CROSS JOIN keeps that order), so that their cost follows the
--- customer's own answers and not the size of the store.
+-- The queries of answers start at the customer (CROSS JOIN keeps that order), so that their cost depends on the answers of
+-- the customer and not on the size of the store.
 
 CREATE VIEW objquery AS
 SELECT feedbackobjective.feedbackobjid, customer.custid, customer.custname, respondent.respondentid,
@@ -263,9 +262,8 @@ CROSS JOIN feedbackdescriptive ON feedbackdescriptive.respondentid = respondent.
 CROSS JOIN questions ON questions.questionid = feedbackdescriptive.questionid
 CROSS JOIN parameter ON parameter.paramid = questions.paramid;
 
--- Answers to questions that are Score questions now: one that has become descriptive shows nowhere else either.
--- This one is asked for one parameter of one customer, so it goes by the parameter's questions and not by all
--- answers of the date.
+-- Answers to questions that are Score questions now; answers to questions that became Descriptive are hidden everywhere.
+-- scatterqry is read for one parameter of one customer, so it starts at the questions of the parameter.
 CREATE VIEW scatterqry AS
 SELECT customer.custname, parameter.parametername, feedbackobjective.surveydate, feedbackobjective.weightage,
        feedbackobjective.score

@@ -35,7 +35,7 @@ inline void PrintTo(const QString& text, std::ostream* out) {
     *out << '"' << qPrintable(text) << '"';
 }
 
-// A folder of its own for each test, with copies of the examples.
+// Gives each test a folder for copies of the examples.
 class ExcelFiles : public ::testing::Test {
 protected:
     QString path(const QString& name) const { return folder_.filePath(name); }
@@ -43,7 +43,7 @@ protected:
         QFile::copy(samplePath(sample), path(sample));
         return path(sample);
     }
-    // The sentence of the Error or the Refusal that work throws; empty when it throws none.
+    // The text of the Error or Refusal that `work` throws; empty if none.
     template <typename Work> static QString errorOf(Work&& work) {
         try {
             work();

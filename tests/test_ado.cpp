@@ -15,7 +15,7 @@ using Lock = ado::Recordset::Lock;
 
 namespace {
 
-/// The number of the failure that the step throws; 0 when it throws none.
+/// The number of the failure that `step` throws; 0 if none.
 template <class Step> int failureNumber(Step step) {
     try {
         step();
@@ -25,7 +25,7 @@ template <class Step> int failureNumber(Step step) {
     return 0;
 }
 
-TEST(Dialect, refusesWhatIsNotOneWholeStatement) {
+TEST(Dialect, refusesAnythingButOneWholeStatement) {
     for (const QString& text : {u"a='O'Hara'"_s, u"d=##"_s, u"d=#13/45/2002#"_s, u"d=#03/15/2002"_s,
                                 u"1 -- 2"_s, u"1 /* all */"_s, u"[a"_s})
         EXPECT_EQ(failureNumber([&] { ado::translate(u"select * from t where "_s + text); }),
@@ -52,7 +52,7 @@ TEST(Dialect, likeAndCollationIgnoreCaseForAllOfUnicode) {
     EXPECT_NE(ado::compareFolded("\xff\xfe", "a"), 0);
 }
 
-TEST(Values, wholeNumbersRoundHalfEvenAndRefuseWhatDoesNotFit) {
+TEST(Values, wholeNumbersRoundHalfEvenAndOverflowIsRefused) {
     const std::pair<QVariant, int> fits[] = {{u"2.5"_s, 2},    {u"3.5"_s, 4}, {u" 7 "_s, 7},        {-0.5, 0},
                                              {32767.4, 32767}, {true, -1},    {u"-32768"_s, -32768}};
     for (const auto& [value, whole] : fits)
@@ -89,7 +89,7 @@ protected:
     ado::Connection connection;
 };
 
-TEST_F(AdoTest, fieldsConvertByTheirDeclaredTypeAndKeepWhatIsNotWritten) {
+TEST_F(AdoTest, fieldsConvertByDeclaredTypeAndUnwrittenFieldsStay) {
     ado::Recordset person;
     person.Open(u"select * from person where name='Zoë'"_s, connection, Lock::Optimistic);
     ASSERT_TRUE(person.Eof());

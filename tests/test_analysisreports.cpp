@@ -33,7 +33,7 @@ protected:
         const int clear = addQuestion(price, u"Clear?"_s);
         addQuestion(addParameter(u"Service"_s), u"Why?"_s, false);
         const int first = addSurvey(acme, spring);
-        addSurvey(acme, spring); // a date with two surveys is one entry
+        addSurvey(acme, spring); // two surveys on one date are one entry
         const int second = addSurvey(acme, autumn);
         addQuestionnaire(ann, first, {fair, clear, 3});
         addScore(ann, fair, first, spring, 5, 8);
@@ -53,11 +53,11 @@ protected:
         title.clear();
         press(form, "cmdPrint");
         EXPECT_EQ(title, expectedTitle);
-        expectAtRest();
+        expectIdle();
         return takePages().join(u' ');
     }
 
-    /// The pages of a report as another program reads its PDF.
+    /// The text of a report's PDF.
     QString pages(const QString& file, const QString& selection) {
         toStartReport(report, file, u"CompanyName"_s, u"Title of "_s + file, selection,
                       {u"Customer='A'"_s, u"SurveyDate='B'"_s, u"Period='C'"_s});
@@ -83,7 +83,7 @@ TEST_F(AnalysisReportsTest, surveyResponse) {
     expectInOrder(print(form, u"Survey Report"_s), {u"Fair? Ann 1 2"_s});
     control<forms::ComboBox>(form, "cmbCustomer")->setListIndex(1);
     EXPECT_EQ(dates->ListCount(), 0);
-    messages.expectBeginning(u"Error : "_s); // no date is no condition
+    messages.expectBeginning(u"Error : "_s); // without a date the condition is incomplete
     print(form, {});
 }
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The copies of the store.
+// Backups of the store.
 #include "core/base/backup.h"
 #include "platform/forms/clock.h"
 #include "tests/support/storecompare.h"
@@ -17,11 +17,11 @@ protected:
         StoreTest::SetUp();
         addCustomer(u"Acme"_s);
         addParameter(u"Price"_s);
-        ASSERT_TRUE(QDir(home()).mkpath(u"backup"_s)); // as an older program has made it
+        ASSERT_TRUE(QDir(home()).mkpath(u"backup"_s)); // as made by an older version
     }
 };
 
-TEST_F(BackupTest, storeAndCopiesAreTheirOwnersAndAnEmptyStoreIsNotCopied) {
+TEST_F(BackupTest, storeAndBackupsAreOwnerOnlyAndAnEmptyStoreIsNotCopied) {
     toBackupBeforeLoss();
     for (const QString& file :
          QStringList{strDatabasePath, path(u"backup"_s)} + toListBackups(strDatabasePath))
@@ -36,7 +36,7 @@ TEST_F(BackupTest, storeAndCopiesAreTheirOwnersAndAnEmptyStoreIsNotCopied) {
     EXPECT_EQ(toListBackups(strDatabasePath).size(), 3);
 }
 
-TEST_F(BackupTest, theNewestCopiesAreKeptWhateverTheClockSays) {
+TEST_F(BackupTest, newestBackupsAreKeptDespiteClockChanges) {
     const QString withoutNumber = u"-2023-01-01-101500.mdb"_s, notOurs = u"-of my own.mdb"_s;
     const QString killedWhileCopied = u"-2024-01-01-101500-1.mdb.part"_s;
     for (const QString& name : {withoutNumber, notOurs, killedWhileCopied})
@@ -50,7 +50,7 @@ TEST_F(BackupTest, theNewestCopiesAreKeptWhateverTheClockSays) {
         expected.prepend(
             path(u"backup/Tallywell-%1-03-05-101500-%2.mdb"_s).arg(year).arg(expected.size() + 1));
     }
-    EXPECT_NE(forms::nowHook().date().year(), 1970) << "each clock has gone with its round";
+    EXPECT_NE(forms::nowHook().date().year(), 1970) << "each clock is restored after its round";
     EXPECT_EQ(toListBackups(strDatabasePath), expected.first(10));
     EXPECT_EQ(QDir(path(u"backup"_s)).entryList(QDir::Files).size(), 11);
     EXPECT_TRUE(QFile::exists(path(u"backup/Tallywell"_s + notOurs)));

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// A store of many records: its forms open and save without a wait, and a save or a reading that is killed
-// part way leaves what was saved before.
+// A store of many records: saving is fast, and a save killed part way leaves the store as it was.
 #include "exchange/reading.h"
 #include "feedback/frmFeedBackObj.h"
 #include "reference/frmCustomer.h"
@@ -67,13 +66,14 @@ protected:
     }
     static void readSurveyFile() { ::readSurveyFile(homeDirectory() + u"/filled.xls"); }
 
-    /// Saves in a process of its own that is killed at that change of a row, or lives on.
+    /// Runs `save` in a child process that is killed at its `atChange`-th row change (0: never). Returns
+    /// whether it was killed.
     static bool killedWhile(void (*save)(), int atChange = 0) {
         cnnMain->Close();
         const pid_t child = fork();
         if (child == 0) {
             toOpenConnection();
-            // So small a cache writes to the disk long before the commit, as a big save would.
+            // Forces writes to the disk long before the commit, as a big save would.
             sqlite3_exec(cnnMain->session()->handle(), "pragma cache_size = 2", nullptr, nullptr, nullptr);
             changesLeft = atChange;
             sqlite3_update_hook(cnnMain->session()->handle(), dieAtChange, nullptr);
@@ -87,7 +87,7 @@ protected:
     }
 };
 
-TEST_F(BigStoreTest, formsOpenAndSaveWithoutAWait) {
+TEST_F(BigStoreTest, formsOpenAndSaveQuickly) {
     fill(2000, 500);
     for (void (*save)() : {saveCustomers, saveFeedback, saveQuestionnaire}) {
         QElapsedTimer clock;
@@ -97,7 +97,7 @@ TEST_F(BigStoreTest, formsOpenAndSaveWithoutAWait) {
     }
 }
 
-TEST_F(BigStoreTest, aSaveIsThereAsAWholeOrNotAtAll) {
+TEST_F(BigStoreTest, aKilledSaveIsAllOrNothing) {
     fill(many, many);
     const std::tuple<const char*, void (*)(), QString> table[] = {
         {"customers", saveCustomers, u"select custid, custname, Address from customer order by custid"_s},

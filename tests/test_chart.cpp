@@ -25,7 +25,7 @@ protected:
         ASSERT_TRUE(QTest::qWaitForWindowActive(&shown));
     }
 
-    /// Columns of figures; a 0 is Null.
+    /// Fills the data grid by columns; 0 is Null.
     void fill(const std::vector<std::vector<double>>& columns) {
         DataArray cells(static_cast<int>(columns.front().size()), static_cast<int>(columns.size()));
         int column = 0;
@@ -39,7 +39,7 @@ protected:
     }
 
     void click(QPoint at) { QTest::mouseClick(&shown, Qt::LeftButton, {}, at); }
-    bool inked(const QImage& image, QPointF at) const {
+    bool isInked(const QImage& image, QPointF at) const {
         const qreal ratio = image.width() / static_cast<qreal>(shown.width());
         return image.pixelColor((at * ratio).toPoint()).saturation() > 60;
     }
@@ -54,16 +54,16 @@ TEST_F(ChartTest, lineJoinsNeighboursAndLeavesAGapAtNull) {
     const auto between = [&](int from, int to) {
         return QPointF(shown.PointPosition(1, from) + shown.PointPosition(1, to)) / 2;
     };
-    EXPECT_TRUE(inked(image, shown.PointPosition(1, 1)));
-    EXPECT_TRUE(inked(image, between(1, 2)));
-    EXPECT_FALSE(inked(image, between(2, 4))) << "a line over the missing point";
+    EXPECT_TRUE(isInked(image, shown.PointPosition(1, 1)));
+    EXPECT_TRUE(isInked(image, between(1, 2)));
+    EXPECT_FALSE(isInked(image, between(2, 4))) << "a line over the missing point";
     EXPECT_EQ(shown.PointPosition(1, 3), QPoint(-1, -1));
     fill({{1, 300}});
     EXPECT_GT(shown.PointPosition(1, 1).y() - shown.PointPosition(1, 2).y(), shown.height())
         << "the scale is fixed";
 }
 
-TEST_F(ChartTest, pickingByKeys) {
+TEST_F(ChartTest, keysSelectPoints) {
     fill({{0, 5, 0, 7}, {0, 0, 0, 0}, {6, 0, 6, 0}});
     shown.setFocus();
     const auto press = [&](std::initializer_list<Qt::Key> keys) {
@@ -71,10 +71,10 @@ TEST_F(ChartTest, pickingByKeys) {
             QTest::keyClick(&shown, key);
         QTest::keyClick(&shown, Qt::Key_Return);
     };
-    press({});                             // nothing is reached yet
-    press({Qt::Key_Right});                // the first point there is
-    press({Qt::Key_Right, Qt::Key_Right}); // over the gap, and no further than the end
-    press({Qt::Key_Down});                 // over the empty series to the nearest row
+    press({});                             // no point selected yet
+    press({Qt::Key_Right});                // the first point
+    press({Qt::Key_Right, Qt::Key_Right}); // across the gap, then stops at the end
+    press({Qt::Key_Down});                 // past the empty series to the nearest row
     press({Qt::Key_Left, Qt::Key_Left});
     EXPECT_EQ(picked, (Picked{{1, 2}, {1, 4}, {3, 3}, {3, 1}}));
     shown.tipText = [](int series, int) -> QString { throw std::out_of_range(std::to_string(series)); };
@@ -83,7 +83,7 @@ TEST_F(ChartTest, pickingByKeys) {
     EXPECT_EQ(picked.size(), 4u) << "no point, no move";
 }
 
-/// Two columns a series, any order across, and the whole marker of a point on the edge of the scale.
+/// Two columns per series, in any order of x; markers at the edge of the scale are drawn whole.
 TEST_F(ChartTest, xyChart) {
     const chart::Scale scale{.Minimum = 0, .Maximum = 10, .MajorDivision = 2, .MinorDivision = 5};
     shown.setCategoryScale(scale);
@@ -96,18 +96,18 @@ TEST_F(ChartTest, xyChart) {
     EXPECT_EQ(at(1).x() > at(3).x() && at(3).x() > at(2).x(), true);
     EXPECT_LT(at(3).y(), at(2).y());
     const QImage image = shown.Picture();
-    EXPECT_TRUE(inked(image, at(3)));
+    EXPECT_TRUE(isInked(image, at(3)));
     for (int point = 1; point <= 3; ++point)
         click(at(point));
     click(at(2) + QPoint(4, -4)); // a near miss
     click(at(2) + QPoint(0, -30));
     QTest::mouseClick(&shown, Qt::RightButton, {}, at(2));
-    EXPECT_TRUE(inked(image, at(1) + QPoint(2, -3))) << "cut off";
-    EXPECT_FALSE(inked(image, (at(2) + at(3)) / 2)) << "a line";
+    EXPECT_TRUE(isInked(image, at(1) + QPoint(2, -3))) << "cut off";
+    EXPECT_FALSE(isInked(image, (at(2) + at(3)) / 2)) << "a line";
     EXPECT_EQ(picked, (Picked{{1, 1}, {1, 2}, {1, 3}, {1, 2}}));
 }
 
-/// Twelve series with long names leave the plot its room, and no two look alike.
+/// Twelve series with long names leave room for the plot, and all look different.
 TEST_F(ChartTest, manySeries) {
     fill(std::vector<std::vector<double>>(12, {5, 6}));
     for (int column = 1; column <= 12; ++column) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What a person's hand does to lists, dates and grids.
+// Mouse and keyboard input to lists, dates and grids.
 #include "platform/forms/dtpicker.h"
 #include "platform/forms/flexgrid.h"
 #include "platform/forms/lists.h"
@@ -30,7 +30,7 @@ protected:
     QWidget window;
 };
 
-TEST_F(Controls, onlyTheLeftButtonOnAnEntryChooses) {
+TEST_F(Controls, onlyTheLeftButtonOnAnEntrySelects) {
     auto* list = new forms::ListBox;
     showWindow({list});
     for (const QString& entry : {u"a"_s, u"b"_s, u"c"_s})
@@ -43,11 +43,11 @@ TEST_F(Controls, onlyTheLeftButtonOnAnEntryChooses) {
                                                                        {Qt::RightButton, third, u"b"_s, 0},
                                                                        {Qt::MiddleButton, third, u"b"_s, 0},
                                                                        {Qt::LeftButton, ground, u"b"_s, 0}};
-    for (const auto& [button, at, chosen, told] : cases) {
+    for (const auto& [button, at, chosen, emitted] : cases) {
         list->setSelected(1, true);
         clicks = 0;
         QTest::mouseClick(list->viewport(), button, {}, at);
-        EXPECT_EQ(clicks, told) << button;
+        EXPECT_EQ(clicks, emitted) << button;
         QTest::mouseDClick(list->viewport(), button, {}, at);
         EXPECT_EQ(list->Text(), chosen) << button;
     }
@@ -59,22 +59,22 @@ TEST_F(Controls, onlyTheLeftButtonOnAnEntryChooses) {
     }
 }
 
-TEST_F(Controls, aRightClickOnAReportListTellsWhatItMarks) {
+TEST_F(Controls, aRightClickOnAReportListSelectsTheRow) {
     auto* list = new forms::ListView;
     list->setColumns({{u"Name"_s, 1.0}});
     list->setItems({{u"a"_s}, {u"b"_s}});
     showWindow({list});
-    QStringList told;
-    QObject::connect(list, &forms::ListView::Click, &window, [&] { told << u"click"_s; });
-    QObject::connect(list, &forms::ListView::RightClick, &window, [&] { told << u"menu"_s; });
-    for (int click = 0; click < 2; ++click) // the second finds it marked
+    QStringList emitted;
+    QObject::connect(list, &forms::ListView::Click, &window, [&] { emitted << u"click"_s; });
+    QObject::connect(list, &forms::ListView::RightClick, &window, [&] { emitted << u"menu"_s; });
+    for (int click = 0; click < 2; ++click) // the second on the selected row
         QTest::mouseClick(list->viewport(), Qt::RightButton, {},
                           list->visualRect(list->model()->index(1, 0)).center());
-    EXPECT_EQ(told, QStringList({u"click"_s, u"menu"_s, u"menu"_s}));
+    EXPECT_EQ(emitted, QStringList({u"click"_s, u"menu"_s, u"menu"_s}));
     list->clearSelection();
     QTest::keyClick(list, Qt::Key_Space);
     EXPECT_EQ(list->SelectedRows(), std::vector<int>{1});
-    EXPECT_EQ(told.last(), u"click"_s);
+    EXPECT_EQ(emitted.last(), u"click"_s);
 }
 
 TEST_F(Controls, datesAreTypedAsAWhole) {
@@ -137,15 +137,15 @@ TEST_F(Controls, aCalendarIsOpenedByKeysAndCodeMaySetAnyDate) {
     EXPECT_EQ(date->toolTip(), QString()) << "still being typed";
 }
 
-TEST_F(Controls, aGridMarksItsCurrentCellAndTellsEveryMove) {
+TEST_F(Controls, aGridMarksItsCurrentCellAndEmitsEveryMove) {
     auto* grid = new forms::MSHFlexGrid;
     grid->setCols(3);
     grid->setRows(6);
     grid->setColWidth(1, 1500);
     showWindow({grid});
-    QStringList told;
+    QStringList emitted;
     QObject::connect(grid, &forms::MSHFlexGrid::Click, &window,
-                     [&] { told << QString::number(grid->Row()) + u',' + QString::number(grid->Col()); });
+                     [&] { emitted << QString::number(grid->Row()) + u',' + QString::number(grid->Col()); });
     const auto at = [&](int row) { return grid->visualRect(grid->model()->index(row - 1, 0)).center(); };
     const QPoint ground = grid->viewport()->rect().bottomRight() - QPoint(2, 2);
     const std::tuple<Qt::MouseButton, Qt::KeyboardModifiers, QPoint, int> presses[] = {
@@ -159,21 +159,21 @@ TEST_F(Controls, aGridMarksItsCurrentCellAndTellsEveryMove) {
         EXPECT_EQ(grid->selectionModel()->selectedIndexes(), QModelIndexList{grid->currentIndex()});
         EXPECT_EQ(grid->currentIndex().row() + 1, row);
     }
-    EXPECT_EQ(told, QStringList({u"2,1"_s, u"4,1"_s}));
+    EXPECT_EQ(emitted, QStringList({u"2,1"_s, u"4,1"_s}));
     const std::tuple<Qt::Key, Qt::KeyboardModifiers, const char*> keys[] = {
         {Qt::Key_Up, Qt::ControlModifier, "3,1"},
         {Qt::Key_End, Qt::ControlModifier, "5,2"},
         {Qt::Key_PageUp, Qt::AltModifier, "1,2"},
         {Qt::Key_Up, {}, ""}};
     for (const auto& [key, held, moved] : keys) {
-        told.clear();
+        emitted.clear();
         QTest::keyClick(grid, key, held);
-        EXPECT_EQ(told.join(u' '), QLatin1StringView(moved)) << key;
+        EXPECT_EQ(emitted.join(u' '), QLatin1StringView(moved)) << key;
         EXPECT_EQ(grid->selectionModel()->selectedIndexes(), QModelIndexList{grid->currentIndex()});
     }
 }
 
-TEST_F(Controls, aBlockOfTheClipboardIsRowsOfCells) {
+TEST_F(Controls, clipboardTextIsSplitIntoRowsOfCells) {
     const std::pair<QString, std::vector<QStringList>> cases[] = {
         {u"a"_s, {{u"a"_s}}},
         {u"a\n"_s, {{u"a"_s}}},

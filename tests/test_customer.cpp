@@ -28,7 +28,7 @@ TEST_F(CustomerTest, arrowsLeaveTheCellOnlyAtTheEndsOfItsText) {
     addCustomer(u"Acme"_s);
     open();
     const std::tuple<Qt::Key, int, Cell> steps[] = {
-        // the caret before the key
+        // cursor position before the key
         {Qt::Key_Right, 2, {1, 1}}, {Qt::Key_Right, 4, {1, 2}}, {Qt::Key_Left, 1, {1, 2}},
         {Qt::Key_Left, 0, {1, 1}},  {Qt::Key_Left, 0, {1, 1}},  {Qt::Key_Up, 0, {1, 1}},
     };
@@ -52,7 +52,7 @@ TEST_F(CustomerTest, headAndScrollHideTheBox) {
     key(Qt::Key_Shift);
     EXPECT_FALSE(customers().box->isVisible());
     type(u"x"_s);
-    EXPECT_TRUE(customers().boxLiesOverCell()) << "a key brings it back";
+    EXPECT_TRUE(customers().isBoxOverCell()) << "a key brings it back";
     EXPECT_EQ(customers().text(2, 2), u" x"_s) << "the cursor has stayed";
 }
 
@@ -93,16 +93,16 @@ TEST_F(CustomerTest, blankMandatoryCellsAreRefused) {
         press(form, button);
         EXPECT_TRUE(respondents().cell() == Cell(1, 2) && respondents().box->hasFocus());
     }
-    // The customer's row is typed and not stored: the statement is incomplete, and nothing is kept.
+    // The customer is not stored yet, so the statement has no key and fails; nothing is stored.
     customers().enter(1, 1, u"Acme"_s);
     respondents().enter(1, 2, u"Buyer"_s);
     messages.expectBeginning(u"Error : 1\r\n"_s);
     press(form, "cmdSaveRespondent");
-    expectAtRest();
+    expectIdle();
     EXPECT_EQ(countOf(u"respondent"_s), u"0"_s);
 }
 
-TEST_F(CustomerTest, aRefusedSaveShowsTheRespondentsOfTheRowInHand) {
+TEST_F(CustomerTest, aRefusedSaveShowsTheRespondentsOfTheCurrentRow) {
     const int acme = addCustomer(u"Acme"_s);
     addRespondent(acme, u"Ann"_s);
     addCustomer(u"Bolt"_s);
@@ -111,11 +111,11 @@ TEST_F(CustomerTest, aRefusedSaveShowsTheRespondentsOfTheRowInHand) {
     customers().click(1, 1);
     messages.expect(u"Customer Name cannot be left blank....Error"_s, 16, u"Tallywell"_s);
     press(form, "cmdSaveCustomer");
-    EXPECT_EQ(respondents().text(1, 1), u""_s) << "the blank row is in hand";
+    EXPECT_EQ(respondents().text(1, 1), u""_s) << "the blank row is current";
     EXPECT_EQ(countOf(u"respondent where custid="_s + QString::number(acme)), u"1"_s);
 }
 
-TEST_F(CustomerTest, respondentsThatCannotBeReadAreNobodys) {
+TEST_F(CustomerTest, respondentsThatCannotBeReadAreNotSaved) {
     addRespondent(addCustomer(u"Acme"_s), u"Ann"_s);
     const int bolt = addCustomer(u"Bolt"_s);
     addRespondent(bolt, u"Bea"_s);
@@ -136,7 +136,7 @@ TEST_F(CustomerTest, respondentsThatCannotBeReadAreNobodys) {
     EXPECT_EQ(respondents().text(1, 1), u"Bea"_s);
 }
 
-TEST_F(CustomerTest, aReloadFollowsTheRowAndShowsNoOneElsesCells) {
+TEST_F(CustomerTest, aReloadFollowsTheRowAndShowsOnlyItsCells) {
     const int acme = addCustomer(u"Acme"_s);
     addCustomer(u"Bolt"_s);
     addRespondent(acme, u"Ann"_s);
@@ -145,7 +145,7 @@ TEST_F(CustomerTest, aReloadFollowsTheRowAndShowsNoOneElsesCells) {
     frmCustomer& form = open();
     customers().click(2, 1);
     EXPECT_EQ(respondents().row(1), u"Bea|Buyer||2"_s) << "without the address of the row's earlier owner";
-    key(Qt::Key_Down); // two new rows: the first has a stored name, the second is in hand
+    key(Qt::Key_Down); // two new rows: the first has a stored name, the second is current
     type(u"ACME"_s);
     key(Qt::Key_Down);
     type(u"Core"_s);
@@ -179,7 +179,7 @@ TEST_F(CustomerTest, aPastedBlockFillsRowsOrNothing) {
     EXPECT_EQ(customers().text(2, 2), u"2 Road"_s);
 }
 
-TEST_F(CustomerTest, pastedRespondentsAreStoredButForThoseThatAre) {
+TEST_F(CustomerTest, pastedRespondentsAreStoredExceptDuplicates) {
     addRespondent(addCustomer(u"Acme"_s), u"Ann"_s, u"Buyer"_s);
     frmCustomer& form = open();
     press(form, "cmdAddRespondent");
@@ -189,17 +189,17 @@ TEST_F(CustomerTest, pastedRespondentsAreStoredButForThoseThatAre) {
     EXPECT_EQ(respondents().grid->Rows(), 4);
 }
 
-TEST_F(CustomerTest, theDuplicateTestKeepsItsOddities) {
+TEST_F(CustomerTest, edgeCasesOfTheDuplicateCheck) {
     const int acme = addCustomer(u"O’Hara & Co"_s);
     addRespondent(acme, u"Ann"_s, u"Buyer"_s);
     addRespondent(acme, u"D’Arcy"_s, u"Buyer"_s);
     frmCustomer& form = open();
     const std::tuple<QString, QString, const char*> added[] = {
-        {u"ann"_s, u"BUYER"_s, "2"}, // the same person, without a word
+        {u"ann"_s, u"BUYER"_s, "2"}, // the same person; no message
         {u"Ann"_s, u"Owner"_s, "3"},
-        {u"D'Arcy"_s, u"Buyer"_s, "4"}, // with an apostrophe in one text nothing is found
+        {u"D'Arcy"_s, u"Buyer"_s, "4"}, // with an apostrophe in one text no duplicate is found
         {u"D'Arcy"_s, u"Buyer's"_s, "5"},
-        {u"D'Arcy"_s, u"Buyer's"_s, "5"}, // with one in both it is
+        {u"D'Arcy"_s, u"Buyer's"_s, "5"}, // with one in both texts it is
     };
     for (const auto& [name, designation, count] : added) {
         press(form, "cmdAddRespondent");
@@ -210,7 +210,7 @@ TEST_F(CustomerTest, theDuplicateTestKeepsItsOddities) {
     }
 }
 
-TEST_F(CustomerTest, deletingAsksOnlyWhereRespondentsHangOnTheCustomer) {
+TEST_F(CustomerTest, deletingAsksOnlyIfTheCustomerHasRespondents) {
     addRespondent(addCustomer(u"Acme"_s), u"Ann"_s);
     addCustomer(u"Bolt"_s);
     frmCustomer& form = open();

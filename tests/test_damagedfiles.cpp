@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Damaged survey files are refused or write their own answers, and they never hang or crash the program.
+// Damaged survey files never hang or crash the program, and change no answers but their own survey's.
 #include "exchange/reading.h"
 #include "platform/excel/compound_file.h"
 #include "tests/support/surveyfile.h"
@@ -12,8 +12,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Some bytes of the workbook are changed, in each fourth file digits to digits, of a key mostly.
-QByteArray damagedAs(int round, const QByteArray& whole, QRandomGenerator& random) {
+/// A copy with some bytes changed; in every fourth file digits, mostly of keys, become other digits.
+QByteArray damagedCopy(int round, const QByteArray& whole, QRandomGenerator& random) {
     auto book = excel::biff::CompoundFile::parse(whole);
     const int stream = book.findStream(u"Workbook");
     QByteArray bytes = book.data(stream);
@@ -37,27 +37,27 @@ TEST_F(SurveyTest, damagedSurveyFilesWriteTheirOwnAnswersOrNothing) {
         .saveAs(file);
     add(u"log"_s, {{"custname", u"Acme"_s}, {"respid", ann}, {"xlsfilename", u"filled.xls"_s}});
     const QByteArray whole = contentOf(file);
-    const auto others = [] {
+    const auto otherRows = [] {
         return storeRows(*cnnMain).filter(QRegularExpression(u"^(?!feedback|log)"_s)) +
                rows(u"select custname, respid, xlsfilename, sdate, surveyid from log"_s);
     };
-    const QStringList before = others();
-    int told = 0, good = 0, foreign = 0;
+    const QStringList before = otherRows();
+    int shown = 0, good = 0, foreign = 0;
     const Replaced<forms::messageHook> agrees([&](const forms::Message& message) {
-        ++told;
+        ++shown;
         return message.style & forms::style::yesNo ? forms::Answer::Yes : forms::Answer::Ok;
     });
     runRaw(u"pragma synchronous = off"_s);
     QRandomGenerator random(20240305);
-    alarm(120); // seconds until a file that hangs ends the test
+    alarm(120); // seconds; kills a test that hangs
     for (int round = 0; round < 2000; ++round) {
         SCOPED_TRACE(round);
-        writeFile(file, damagedAs(round, whole, random));
+        writeFile(file, damagedCopy(round, whole, random));
         for (const QString& answers : {u"feedbackobjective"_s, u"feedbackdescriptive"_s})
             run(u"delete * from "_s + answers);
-        told = 0;
+        shown = 0;
         const bool read = readSurveyFiles({file}).bad.isEmpty();
-        ASSERT_EQ(told, read ? 0 : 1);
+        ASSERT_EQ(shown, read ? 0 : 1);
         good += read;
         const QStringList owners = rows(u"select respondentid, surveyid from feedbackobjective union all "
                                         "select respondentid, surveyid from feedbackdescriptive"_s);
@@ -74,7 +74,7 @@ TEST_F(SurveyTest, damagedSurveyFilesWriteTheirOwnAnswersOrNothing) {
         ASSERT_EQ(owners.count(own), owners.size());
     }
     alarm(0);
-    EXPECT_EQ(others(), before);
+    EXPECT_EQ(otherRows(), before);
     EXPECT_TRUE(good > 300 && good < 1900 && foreign > 3)
         << good << " read, " << foreign << " under other keys";
 }

@@ -19,11 +19,11 @@ using forms::Answer;
 
 namespace {
 
-const QString name = u"713.xls"_s; // that the program makes of the survey, the customer and the respondent
+const QString name = u"713.xls"_s; // made of the keys of survey, customer and respondent
 const QString wordsAsked =
     u"insert into feedbackdescriptive (respondentid, questionid, surveyid, surveydate, weightage) values "_s;
 
-/// A cell as another program sees it: "B14 locked FF0000 wrapped 'On time?'", with the colour of its border.
+/// A cell as read by xlrd: "B14 locked FF0000 wrapped 'On time?'", with the colour of its border.
 QString shownCell(const QString& address, const QJsonObject& cell) {
     QStringList parts = cell[u"borders"].toVariant().toStringList();
     parts.removeDuplicates();
@@ -35,22 +35,22 @@ QString shownCell(const QString& address, const QJsonObject& cell) {
     return parts.join(u' ');
 }
 
-/// The questionnaire of respondent 3, Ann, of today, survey 7, is to be exported: under Delivery question 0,
-/// under Quality 3 and 4.
+/// Exports today's questionnaire of respondent 3, Ann, in survey 7: question 0 under Delivery, 3 and 4 under
+/// Quality.
 class ExportTest : public SurveyTest {
 protected:
     void SetUp() override {
         SurveyTest::SetUp();
         strCompanyName = u"Larkmoor"_s;
-        bring(u"template.xls"_s);
+        copyHomeFile(u"template.xls"_s);
         ann = 3;
         run(u"update respondent set respondentid=3 where respondentname='Ann'"_s);
         run(u"insert into survey (surveyid, sdate, custid) values (7, '2024-03-05', 1)"_s);
         addStored(ann, today, {3, 0, 4});
     }
-    /// Ann's number puts her behind Bob.
+    /// Ann's key sorts her after Bob.
     frmNewSurvey& open() { return SurveyTest::open(1); }
-    static void userNames() { run(u"update setting set checkeduser=True"_s); }
+    static void letUserNameFiles() { run(u"update setting set checkeduser=True"_s); }
     void expectView(Answer answer = Answer::No) {
         messages.expectTitled(u"Survey File Exported...Do you want to view the file? "_s, 68, answer);
     }
@@ -64,13 +64,13 @@ protected:
     void press(const char* button = "cmdExport") {
         ::press(open(), button);
         EXPECT_TRUE(typed.isEmpty());
-        expectAtRest();
+        expectIdle();
         frmNewSurvey::unload();
     }
     QStringList log() const {
         return rows(u"select respname, xlsfilename, respid, sdate, surveyid, Status from log"_s);
     }
-    static QString logged(const QString& fileName, bool read = false) {
+    static QString logRow(const QString& fileName, bool read = false) {
         return u"Ann|"_s + fileName + u"|3|05/03/2024|7|" + (read ? u"True" : u"False");
     }
     QString cell(const QString& fileName, const QString& address) const {
@@ -78,7 +78,7 @@ protected:
         return book.Worksheets(u"Sheet1"_s).Range(address).Value().text();
     }
 
-    QStringList typed; // into the save dialog, one answer a time
+    QStringList typed; // answers to the save dialog, in order
     Replaced<forms::saveFileHook> dialog{[this](const auto&) {
         EXPECT_FALSE(typed.isEmpty()) << "the dialog came once too often";
         return typed.isEmpty() ? QString() : typed.takeFirst();
@@ -86,31 +86,31 @@ protected:
     ShownFiles opened;
 };
 
-TEST_F(ExportTest, theFileAsAnotherProgramSeesIt) {
+TEST_F(ExportTest, theExportedFileAsReadByXlrd) {
     addScore(ann, question[0], 1, today.addDays(-1), 9, 7);
     run(wordsAsked + u"(3, 5, 7, '2024-02-25', 6)");
     frmNewSurvey& editor = open();
     const Replaced<forms::todayHook> exportDay([] { return QDate(2024, 3, 9); });
     expectView(Answer::Yes);
     ::press(editor, "cmdExport");
-    expectAtRest();
+    expectIdle();
     EXPECT_EQ(opened.paths, QStringList{path(name)});
-    EXPECT_EQ(log(), QStringList{logged(name)});
+    EXPECT_EQ(log(), QStringList{logRow(name)});
 
-    const QJsonObject seen = seenByXlrd(path(name));
-    EXPECT_EQ(seen[u"protection"][u"13"].toString(), u"DDD3"_s); // of the password
+    const QJsonObject seen = readByXlrd(path(name));
+    EXPECT_EQ(seen[u"protection"][u"13"].toString(), u"DDD3"_s); // the password's hash
     EXPECT_EQ(seen[u"cells"][u"B19"][u"font"].toString(), u"000080"_s);
     const QString expected[] = {
         u"A1 locked wrapped 'Larkmoor'"_s, u"B3 locked 'Customer Satisfaction Survey'"_s,
         u"B8 locked 'Customer Name : Acme'"_s, u"B9 locked 'Respondent Name : Ann'"_s,
         u"H1 locked '2024-03-09 00:00:00'"_s, u"I1 locked '1'"_s, u"I2 locked '3'"_s,
         u"I3 locked '2024-03-05 00:00:00'"_s, u"I4 locked '3'"_s, u"I5 open '7'"_s,
-        // Score questions, the second without marks before it
+        // Score questions, the second without previous marks
         u"A14 locked 000000 wrapped 'Delivery'"_s, u"B14 locked FF0000 wrapped 'On time?'"_s, u"B15 locked"_s,
         u"C14 open 000000"_s, u"D14 open 000000"_s, u"E14 locked 000000 7"_s, u"F14 locked 000000 9"_s,
         u"I14 locked '1'"_s, u"A16 locked 000000 wrapped 'Quality'"_s, u"E16 locked 000000"_s,
         u"I16 locked '4'"_s,
-        // a question for words
+        // a Descriptive question
         u"A18 locked"_s, u"B18 locked 000080 wrapped 'What else?'"_s,
         u"B19 open 0000FF wrapped 'Type your Answer here'"_s, u"C18 locked"_s, u"D18 open 000000"_s,
         u"E18 locked"_s, u"F18 locked 000000 6"_s, u"I18 locked '5'"_s};
@@ -120,7 +120,7 @@ TEST_F(ExportTest, theFileAsAnotherProgramSeesIt) {
     }
 }
 
-TEST_F(ExportTest, anExistingFileIsWrittenOverInPlace) {
+TEST_F(ExportTest, anExistingFileIsOverwrittenInPlace) {
     expectView();
     press();
     EXPECT_EQ(
@@ -135,19 +135,19 @@ TEST_F(ExportTest, anExistingFileIsWrittenOverInPlace) {
     frmFeedBackObj::unload();
     run(u"delete * from responquesindex where questionid="_s + QString::number(question[3]));
 
-    EXPECT_EQ(log(), QStringList{logged(name, true)});
+    EXPECT_EQ(log(), QStringList{logRow(name, true)});
 
-    userNames(); // the register's name wins
+    letUserNameFiles(); // the register's name wins
     expectOverwrite(Answer::Yes);
     expectView();
     press();
-    EXPECT_EQ(log(), QStringList{logged(name)});
-    QStringList cells; // the last of them left behind
+    EXPECT_EQ(log(), QStringList{logRow(name)});
+    QStringList cells; // the last one is a remnant
     for (const QString& address : u"I4 C14 D14 I14 I16 B17 B19 D18 I18"_s.split(u' '))
         cells << cell(name, address);
     EXPECT_EQ(cells.join(u'|'), u"2|||1|5|Type your Answer here|||5");
 
-    // A file of before the customer was renamed is not replaced unasked.
+    // A file from before the customer was renamed is not replaced without a question.
     frmSelectSurvey::unload();
     run(u"update customer set custname='Acme Ltd'"_s);
     run(u"update setting set checkeduser=False"_s);
@@ -156,7 +156,7 @@ TEST_F(ExportTest, anExistingFileIsWrittenOverInPlace) {
     EXPECT_EQ(cell(name, u"B8"_s), u"Customer Name : Acme"_s);
 }
 
-TEST_F(ExportTest, whoNamesTheFilesIsSet) {
+TEST_F(ExportTest, theSettingDecidesWhoNamesTheFiles) {
     const auto choose = [](Qt::Key direction, bool takes) {
         control<QAction>(MDIMain::instance(), "mnuSettings")->trigger();
         key(direction);
@@ -169,7 +169,7 @@ TEST_F(ExportTest, whoNamesTheFilesIsSet) {
 }
 
 TEST_F(ExportTest, theUserNamesTheFile) {
-    userNames();
+    letUserNameFiles();
     add(u"log"_s, {{"custname", u"Other"_s}, {"respname", u"Ann"_s}, {"xlsfilename", u"taken.xls"_s}});
     const QByteArray blank = contentOf(path(u"template.xls"_s));
     const auto expectDuplicate = [this] {
@@ -191,20 +191,20 @@ TEST_F(ExportTest, theUserNamesTheFile) {
     expectView(Answer::Yes);
     press();
     const QString chosen = u"Ann\u2019s Écho v1.2"_s;
-    EXPECT_EQ(log().value(1), logged(chosen));
+    EXPECT_EQ(log().value(1), logRow(chosen));
     EXPECT_EQ(cell(chosen, u"B8"_s), u"Customer Name : Acme"_s);
     EXPECT_EQ(opened.paths, QStringList{path(chosen)});
 
     EXPECT_EQ(contentOf(path(u"template.xls"_s)), blank);
 }
 
-TEST_F(ExportTest, anotherOwnerAndAnOpenSpreadsheetAreNamedBeforeOverwriting) {
+TEST_F(ExportTest, overwritingWarnsOfAnotherOwnerAndAnOpenSpreadsheet) {
     expectView();
     press();
     run(u"insert into log (custname, respname, respid, xlsfilename, sdate) values ('Acme', 'Ann', 3, '%1', "
         "'2024-02-01'), ('Other', 'Zoe', 9, '%1', '2024-03-05')"_s.arg(name));
     const QByteArray before = contentOf(path(name));
-    bring(u"template.xls"_s, u"~$"_s + name);
+    copyHomeFile(u"template.xls"_s, u"~$"_s + name);
     const std::vector<Answer> asked[] = {{Answer::Yes, Answer::No}, {Answer::Yes, Answer::Yes}};
     for (const auto& answers : asked) {
         expectOverwrite(answers[0], u"In the register the file belongs to:\r\nAcme, Ann, 01/02/2024\r\n"
@@ -219,35 +219,35 @@ TEST_F(ExportTest, anotherOwnerAndAnOpenSpreadsheetAreNamedBeforeOverwriting) {
     }
 }
 
-TEST_F(ExportTest, aRespondentThatIsGoneIsNotExportedFor) {
+TEST_F(ExportTest, nothingIsExportedForADeletedRespondent) {
     frmNewSurvey& editor = open();
     run(u"delete * from respondent where respondentname='Ann'"_s);
     messages.expectTitled(
         u"The respondent Ann of Acme is no longer in the database. Nothing has been changed."_s, 16);
     ::press(editor, "cmdExport");
-    expectAtRest();
+    expectIdle();
     EXPECT_EQ(log(), QStringList());
 }
 
 TEST_F(ExportTest, failures) {
     ASSERT_TRUE(QDir(home()).mkpath(u"folder.xls/full"_s));
-    userNames(); // once the dialog has been shown, a step that fails is left out
+    letUserNameFiles(); // once the dialog has been shown, a failing step is skipped
     typed << u"folder.xls"_s;
     expectView(Answer::Yes);
     press();
     EXPECT_EQ(opened.paths, QStringList());
-    EXPECT_EQ(log(), QStringList{logged(u"folder.xls"_s)});
+    EXPECT_EQ(log(), QStringList{logRow(u"folder.xls"_s)});
 
-    run(u"delete * from log"_s); // otherwise the export ends without a word
+    run(u"delete * from log"_s); // otherwise the export ends silently
     run(u"update setting set checkeduser=False"_s);
     ASSERT_TRUE(QFile::remove(path(u"template.xls"_s)));
     press();
     EXPECT_EQ(log(), QStringList());
 }
 
-TEST_F(ExportTest, bothOrdersOfTheHistoryGiveTheLastMarks) {
-    addScore(ann, question[0], 1, today, 9, 9);              // the day itself is no history
-    addScore(ann, question[0], 1, today.addDays(-30), 0, 7); // a 0 there is not looked for further back
+TEST_F(ExportTest, previousMarksOldestAndNewestFirst) {
+    addScore(ann, question[0], 1, today, 9, 9);              // the same day does not count
+    addScore(ann, question[0], 1, today.addDays(-30), 0, 7); // a 0 is not looked up further back
     addScore(ann, question[0], 1, today.addDays(-60), 8, 8);
     addScore(ann, question[3], 1, today.addDays(-400), 5, 0);
     addScore(bob, question[3], 1, today.addDays(-1), 1, 1);
@@ -267,7 +267,7 @@ TEST_F(ExportTest, mailAndNoQuestions) {
     const Replaced<mapi::composeHook> composer([&](const mapi::Mail& mail) { mails << mail.attachmentPath; });
     press("cmdmail");
     EXPECT_EQ(mails, QStringList{path(name)});
-    EXPECT_EQ(log(), QStringList{logged(name)});
+    EXPECT_EQ(log(), QStringList{logRow(name)});
     expectOverwrite(Answer::No);
     press("cmdmail");
     EXPECT_EQ(mails.size(), 1);

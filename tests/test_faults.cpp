@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What goes wrong around the program: a full disk, a read-only home, a second program on the store, a damaged
-// or newer store.
+// Faults of the environment: full disk, read-only home, locked store, damaged or newer store.
 #include "core/MDIMain.h"
 #include "core/base/backup.h"
 #include "core/storecheck.h"
@@ -27,7 +26,7 @@ namespace {
 const QString copyFails = u"The copy of the database"_s;
 const QString exported = u"Survey File Exported...Do you want to view the file? "_s;
 
-/// The files of this program take so many bytes and no more, as on a full disk.
+/// Limits the size of this process's files, as on a full disk.
 void limitFiles(rlim_t bytes) {
     rlimit limit{};
     getrlimit(RLIMIT_FSIZE, &limit);
@@ -35,7 +34,7 @@ void limitFiles(rlim_t bytes) {
     setrlimit(RLIMIT_FSIZE, &limit);
 }
 
-/// Full from when the register's row of a survey file is stored: the workbook comes next.
+/// The disk is full once the register's row of a survey file is stored; the workbook is written next.
 int fillAfterRegister(unsigned, void*, void* statement, void*) {
     const QByteArray sql = sqlite3_sql(static_cast<sqlite3_stmt*>(statement));
     if (!sql.startsWith("select") && sql.contains("\"log\"") && sql.contains("\"xlsfilename\""))
@@ -49,15 +48,15 @@ protected:
     void SetUp() override {
         SurveyTest::SetUp();
         addStored(ann, today, {0, 4});
-        bring(u"template.xls"_s);
+        copyHomeFile(u"template.xls"_s);
         filled.respondentid = ann;
         filled.questions = {{question[0], true}, {question[4], false}};
         filled.entered = {{u"C14"_s, 7}, {u"D14"_s, 9}, {u"D16"_s, 3}, {u"B17"_s, QString(30000, u'w')}};
         filled.saveAs(path("filled.xls"));
     }
     QString path(const char* name) const { return home() + u'/' + QLatin1StringView(name); }
-    /// The first lines of the messages while it works, without "Error : "; all is agreed to but a view.
-    static QStringList heard(const std::function<void()>& work) {
+    /// Runs `work` and returns its messages. Answers yes to all but viewing a file.
+    static QStringList messagesDuring(const std::function<void()>& work) {
         QStringList result;
         const Replaced<forms::messageHook> agrees([&](const forms::Message& message) {
             expectNoTransaction();
@@ -69,19 +68,19 @@ protected:
         work();
         return result;
     }
-    /// The same with the files opened as the user nobody where the test is the superuser.
-    static QStringList heardAsVisitor(const std::function<void()>& work) {
+    /// The same with the files opened as the user nobody if the test runs as root.
+    static QStringList messagesWithoutRights(const std::function<void()>& work) {
         constexpr uid_t nobody = 65534;
         cnnMain->Close();
         setfsuid(nobody);
-        const QStringList result = heard(work);
+        const QStringList result = messagesDuring(work);
         setfsuid(geteuid());
         cnnMain->Close();
         toOpenConnection();
         return result;
     }
 
-    // The commands that the faults meet; what they need is shown before.
+    // The commands under test; they need showForms().
     static void saveAnswers() {
         auto* grid = control<forms::MSHFlexGrid>(frmFeedBackObj::instance(), "grdDtls");
         grid->setTextMatrix(1, 3, u"8"_s);
@@ -100,31 +99,31 @@ protected:
     SurveyFile filled;
 };
 
-TEST_F(FaultsTest, aFullDiskIsToldAndLeavesStoreAndFilesAsTheyWere) {
+TEST_F(FaultsTest, aFullDiskIsReportedAndChangesNeitherStoreNorFiles) {
     showForms();
     std::signal(SIGXFSZ, SIG_IGN);
-    EXPECT_EQ(heard(readFile), QStringList()); // also makes the copy of this run
+    EXPECT_EQ(messagesDuring(readFile), QStringList()); // also makes the backup of this session
     const QStringList before = storeRows(*cnnMain);
     runRaw(u"vacuum"_s);
-    runRaw(u"pragma max_page_count = 1"_s); // the store grows no more
-    EXPECT_EQ(heard(saveAnswers),
+    runRaw(u"pragma max_page_count = 1"_s); // the store cannot grow
+    EXPECT_EQ(messagesDuring(saveAnswers),
               QStringList{u"Error : 13\r\nThe disk is full. Nothing of this step has been saved."_s});
     runRaw(u"pragma max_page_count = 100000000"_s);
     EXPECT_EQ(storeRows(*cnnMain), before);
-    EXPECT_EQ(heard(saveAnswers), QStringList());
+    EXPECT_EQ(messagesDuring(saveAnswers), QStringList());
     EXPECT_NE(storeRows(*cnnMain), before);
 
-    // A survey file is the old one or none; the register has its row before. No message is due.
+    // The survey file is the old one or none; its row is in the register already. There is no message.
     QByteArray file = "none";
     for (int round = 0; round < 2; ++round) {
         sqlite3* store = cnnMain->session()->handle();
         sqlite3_trace_v2(store, SQLITE_TRACE_PROFILE, fillAfterRegister, nullptr);
-        EXPECT_EQ(heard(exportSurvey).filter(exported), QStringList());
+        EXPECT_EQ(messagesDuring(exportSurvey).filter(exported), QStringList());
         sqlite3_trace_v2(store, 0, nullptr, nullptr);
         limitFiles(RLIM_INFINITY);
         EXPECT_EQ(rows(u"select xlsfilename from log"_s), QStringList{u"111.xls"_s});
         EXPECT_EQ(QFile::exists(path("111.xls")) ? contentOf(path("111.xls")) : "none", file);
-        EXPECT_EQ(heard(exportSurvey).filter(exported).size(), 1);
+        EXPECT_EQ(messagesDuring(exportSurvey).filter(exported).size(), 1);
         file = contentOf(path("111.xls"));
     }
     EXPECT_EQ(QDir(home()).entryList({u"111.xls*"_s}), QStringList{u"111.xls"_s});
@@ -133,18 +132,18 @@ TEST_F(FaultsTest, aFullDiskIsToldAndLeavesStoreAndFilesAsTheyWere) {
     toForgetBackup();
     ASSERT_TRUE(QDir(path("backup")).removeRecursively());
     limitFiles(40000);
-    const QStringList told = heard(deleteRespondent);
+    const QStringList reported = messagesDuring(deleteRespondent);
     limitFiles(RLIM_INFINITY);
-    ASSERT_EQ(told.size(), 1);
-    EXPECT_TRUE(told[0].contains(copyFails) && told[0].contains(u"Nothing has been changed"))
-        << told[0].toStdString();
+    ASSERT_EQ(reported.size(), 1);
+    EXPECT_TRUE(reported[0].contains(copyFails) && reported[0].contains(u"Nothing has been changed"))
+        << reported[0].toStdString();
     EXPECT_EQ(value(u"select count(*) from respondent"_s), u"2"_s);
     EXPECT_EQ(QDir(path("backup")).entryList(QDir::Files), QStringList());
-    EXPECT_EQ(heard(deleteRespondent), QStringList());
+    EXPECT_EQ(messagesDuring(deleteRespondent), QStringList());
     EXPECT_EQ(toListBackups(strDatabasePath).size(), 1);
 }
 
-TEST_F(FaultsTest, aReadOnlyHomeIsToldByEachCommand) {
+TEST_F(FaultsTest, aReadOnlyHomeIsReportedByEachCommand) {
     showForms();
     const QString readOnly =
         u"Error : 8\r\nThe database cannot be changed: the file or its folder is read-only."_s;
@@ -153,16 +152,16 @@ TEST_F(FaultsTest, aReadOnlyHomeIsToldByEachCommand) {
         EXPECT_EQ(QProcess::execute(u"chmod"_s, {u"-R"_s, mode, home()}), 0);
     };
     chmod(u"a+rX,a-w"_s);
-    EXPECT_EQ(heardAsVisitor(saveAnswers), QStringList{readOnly});
-    for (void (*command)() : {readFile, deleteRespondent}) // each wants a copy before
-        EXPECT_TRUE(heardAsVisitor(command).value(0).startsWith(u"Error : 14\r\n"_s + copyFails));
-    EXPECT_EQ(heardAsVisitor(exportSurvey).filter(readOnly).size(), 2); // its marks and its row
+    EXPECT_EQ(messagesWithoutRights(saveAnswers), QStringList{readOnly});
+    for (void (*command)() : {readFile, deleteRespondent}) // both make a backup first
+        EXPECT_TRUE(messagesWithoutRights(command).value(0).startsWith(u"Error : 14\r\n"_s + copyFails));
+    EXPECT_EQ(messagesWithoutRights(exportSurvey).filter(readOnly).size(), 2); // marks and row
     chmod(u"u+w"_s);
     EXPECT_EQ(storeRows(*cnnMain), before);
     EXPECT_FALSE(QFile::exists(path("111.xls")));
 }
 
-TEST_F(FaultsTest, aStoreInUseIsToldAfterAWaitAndTheSameCommandWorksLater) {
+TEST_F(FaultsTest, aLockedStoreIsReportedAfterAWaitAndTheCommandWorksLater) {
     showForms();
     other.ConnectionString = toConnectionText();
     other.Open();
@@ -170,26 +169,26 @@ TEST_F(FaultsTest, aStoreInUseIsToldAfterAWaitAndTheSameCommandWorksLater) {
     other.session()->prepare({u"begin exclusive"_s, {}}).step();
     QElapsedTimer waiting;
     waiting.start();
-    EXPECT_EQ(heard(saveAnswers),
+    EXPECT_EQ(messagesDuring(saveAnswers),
               QStringList{u"Error : 5\r\nThe database is in use by another program. Close "
                           "that program and try again."_s});
-    EXPECT_GT(waiting.elapsed(), 1500); // milliseconds; the other program mostly lets go sooner
+    EXPECT_GT(waiting.elapsed(), 1500); // milliseconds; another program is usually done sooner
     other.RollbackTrans();
     EXPECT_EQ(storeRows(*cnnMain), before);
-    EXPECT_EQ(heard(saveAnswers), QStringList());
+    EXPECT_EQ(messagesDuring(saveAnswers), QStringList());
     EXPECT_NE(storeRows(*cnnMain), before);
 }
 
-TEST_F(FaultsTest, aStoreThatCannotBeWorkedWithIsToldAtTheStartAndANewerOneRefused) {
-    const auto told = [](StoreState state) {
-        return heard([&] { EXPECT_EQ(toCheckStore(strDatabasePath), state); }).value(0);
+TEST_F(FaultsTest, anUnusableStoreIsReportedAtStartAndANewerOneRefused) {
+    const auto reported = [](StoreState state) {
+        return messagesDuring([&] { EXPECT_EQ(toCheckStore(strDatabasePath), state); }).value(0);
     };
     const QString file = u"The file '"_s + strDatabasePath + u"' ";
     runRaw(u"pragma user_version = 2"_s);
-    EXPECT_EQ(told(StoreState::Newer),
+    EXPECT_EQ(reported(StoreState::Newer),
               file + u"was made by a newer version of this program and needs that version."_s);
     runRaw(u"pragma user_version = 0"_s);
-    EXPECT_EQ(told(StoreState::Good), QString());
+    EXPECT_EQ(reported(StoreState::Good), QString());
     for (int copy = 0; copy < 2; ++copy, toForgetBackup())
         toBackupBeforeLoss();
     const QStringList copies = toListBackups(strDatabasePath);
@@ -201,17 +200,17 @@ TEST_F(FaultsTest, aStoreThatCannotBeWorkedWithIsToldAtTheStartAndANewerOneRefus
          QByteArrayList{QByteArray(100, '\xA5') + whole.mid(100),
                         whole.first(100) + QByteArray(4000, '\xA5') + whole.mid(4100)}) {
         writeFile(strDatabasePath, damaged);
-        EXPECT_EQ(told(StoreState::Faulty),
+        EXPECT_EQ(reported(StoreState::Faulty),
                   file +
                       u"is damaged or no database.\r\n\r\nTo go back to a copy of it, put one of "
                       "these in its place, the newest first:\r\n"_s +
                       copies.join(u"\r\n"_s));
     }
     writeFile(strDatabasePath, {}); // a store without any table
-    EXPECT_TRUE(told(StoreState::Faulty).contains(u"It lacks: customer, respondent, "_s));
+    EXPECT_TRUE(reported(StoreState::Faulty).contains(u"It lacks: customer, respondent, "_s));
 }
 
-TEST_F(FaultsTest, damageInsideTheStoreIsToldBesideTheWorkAndGetsIntoNoCopy) {
+TEST_F(FaultsTest, damageInsideTheStoreIsReportedMeanwhileAndNeverCopied) {
     showForms();
     toBackupBeforeLoss();
     toForgetBackup();
@@ -225,43 +224,44 @@ TEST_F(FaultsTest, damageInsideTheStoreIsToldBesideTheWorkAndGetsIntoNoCopy) {
               whole.first((page - 1) * size) + QByteArray(size, '\xA5') + whole.mid(page * size));
     toOpenConnection();
     EXPECT_EQ(toCheckStore(strDatabasePath), StoreState::Good) << "the start reads no rows";
-    const QStringList told{u"The file '"_s + strDatabasePath +
-                           u"' is damaged inside: what is saved now can be lost.\r\n\r\nTo go back to a copy "
-                           "of it, put one of these in its place, the newest first:\r\n"_s +
-                           copies[0]};
-    QStringList shown = heard([] { const StoreInspection ends(strDatabasePath); });
-    shown += heard([] {
+    const QStringList reported{
+        u"The file '"_s + strDatabasePath +
+        u"' is damaged inside: what is saved now can be lost.\r\n\r\nTo go back to a copy "
+        "of it, put one of these in its place, the newest first:\r\n"_s +
+        copies[0]};
+    QStringList shown = messagesDuring([] { const StoreInspection ends(strDatabasePath); });
+    shown += messagesDuring([] {
         const StoreInspection inspection(strDatabasePath);
         cnnMain->BeginTrans();
-        QTest::qWait(500); // no message while it is open
+        QTest::qWait(500); // no message while a transaction is open
         cnnMain->RollbackTrans();
         QTest::qWait(500);
     });
-    EXPECT_EQ(shown, told);
-    EXPECT_TRUE(heard(deleteRespondent)
+    EXPECT_EQ(shown, reported);
+    EXPECT_TRUE(messagesDuring(deleteRespondent)
                     .value(0)
                     .startsWith(u"Error : 11\r\nThe database is damaged, and so would be its copy '"_s));
     EXPECT_EQ(value(u"select count(*) from respondent"_s), u"2"_s);
     EXPECT_EQ(QDir(path("backup")).entryList(QDir::Files).size(), 1);
 }
 
-TEST_F(FaultsTest, aStoreThatIsGoneOrReplacedIsToldAsThat) {
+TEST_F(FaultsTest, aMissingOrReplacedStoreIsReported) {
     showForms();
     for (const bool replaced : {true, false}) {
         ASSERT_TRUE(QFile::rename(strDatabasePath, path("away.mdb")));
         EXPECT_EQ(replaced && QFile::copy(path("away.mdb"), strDatabasePath), replaced);
         EXPECT_EQ(
-            heard(saveAnswers),
+            messagesDuring(saveAnswers),
             QStringList{u"Error : 8\r\nThe database file has been moved, deleted or replaced meanwhile. "
                         "Close the program and start it again."_s});
         QFile::remove(strDatabasePath);
         ASSERT_TRUE(QFile::rename(path("away.mdb"), strDatabasePath));
     }
-    EXPECT_EQ(heard(saveAnswers), QStringList());
+    EXPECT_EQ(messagesDuring(saveAnswers), QStringList());
 }
 
-/// The files before the one that does not fit are in its transaction: none of them stays, all are named.
-TEST_F(FaultsTest, manyFilesOfWhichOneFillsTheDisk) {
+/// The files before the one that does not fit share its transaction: all are rolled back and reported.
+TEST_F(FaultsTest, readingManyFilesUntilTheDiskIsFull) {
     QStringList files, titles;
     for (const char* name : {"1.xls", "2.xls", "3.xls", "4.xls"}) {
         filled.entered[u"B17"_s] = QString(files.size() == 2 ? 30000 : 5, u'w');
@@ -271,10 +271,10 @@ TEST_F(FaultsTest, manyFilesOfWhichOneFillsTheDisk) {
         titles << QString::fromLatin1(name);
     }
     QStringList bad;
-    EXPECT_EQ(heard([&] { bad = readSurveyFiles(files.first(1)).bad; }), QStringList());
+    EXPECT_EQ(messagesDuring([&] { bad = readSurveyFiles(files.first(1)).bad; }), QStringList());
     runRaw(u"vacuum"_s);
     runRaw(u"pragma max_page_count = 1"_s);
-    EXPECT_EQ(heard([&] { bad += readSurveyFiles(files.mid(1)).bad; }).size(), 1);
+    EXPECT_EQ(messagesDuring([&] { bad += readSurveyFiles(files.mid(1)).bad; }).size(), 1);
     runRaw(u"pragma max_page_count = 100000000"_s);
     EXPECT_EQ(bad, titles.mid(1));
     EXPECT_EQ(rows(u"select xlsfilename from log where Status=True"_s), titles.first(1));

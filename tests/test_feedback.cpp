@@ -38,7 +38,7 @@ protected:
         return control<QLabel>(frmFeedBackObj::instance(), name)->text();
     }
     static void clickDate(int index) { clickEntry(frmFeedBackObj::instance(), "lstSurveyDates", index); }
-    /// The record of a Score question's answer.
+    /// The expected record of an answer to a Score question.
     QString score(int question, const char* marks) const {
         return QString::number(questions.at(static_cast<std::size_t>(question))) + u'|' +
                QLatin1StringView(marks) + u'|' + QString::number(survey) + u"|14/03/2006";
@@ -50,7 +50,7 @@ protected:
     std::vector<int> questions;
 };
 
-TEST_F(FeedbackTest, cellsTakeWhatBelongsIntoThem) {
+TEST_F(FeedbackTest, cellsAcceptOnlyValidInput) {
     open();
     const std::tuple<int, int, QString, QString> cases[] = {
         {1, 1, u"x"_s, price},
@@ -70,7 +70,7 @@ TEST_F(FeedbackTest, cellsTakeWhatBelongsIntoThem) {
     composed.setCommitString(u"é"_s);
     QApplication::sendEvent(grid().box, &composed);
     EXPECT_EQ(grid().row(3), staff + u"|8||");
-    const std::pair<QString, QString> pastes[] = {{u"10.5"_s, u"10.5"_s}, // a half rounds to the even number
+    const std::pair<QString, QString> pastes[] = {{u"10.5"_s, u"10.5"_s}, // rounds half to even
                                                   {u"10.6"_s, {}},
                                                   {u"eight"_s, {}},
                                                   {u"9999999999"_s, {}}};
@@ -81,14 +81,14 @@ TEST_F(FeedbackTest, cellsTakeWhatBelongsIntoThem) {
     }
 }
 
-TEST_F(FeedbackTest, marksAreJudgedWhenTypedAndReplacedWhenEntered) {
+TEST_F(FeedbackTest, marksAreCheckedWhenTypedAndReplacedWhenEntered) {
     addScore(ann, questions[0], survey, march, 77, -3);
     frmFeedBackObj& form = open();
     for (const int col : {2, 3, 2}) {
         grid().click(1, col);
         EXPECT_EQ(grid().row(1), price + u"|77|-3|") << "visited only";
     }
-    key(Qt::Key_Right); // its text is selected
+    key(Qt::Key_Right); // the text is selected
     EXPECT_EQ(grid().cell(), std::pair(1, 3));
     press(form, "cmdSave");
     EXPECT_EQ(rows(objective).value(0), score(0, "77|-3"));
@@ -108,7 +108,7 @@ TEST_F(FeedbackTest, marksAreJudgedWhenTypedAndReplacedWhenEntered) {
 TEST_F(FeedbackTest, answersAreSavedForTheirOwnerOnly) {
     add(u"respondent"_s, {{"custid", acme}, {"respondentdesignation", u"Nameless"_s}, {"emailid", u""_s}});
     frmFeedBackObj& form = open();
-    clickEntry(form, "lstRespname", 1); // without a name there is nobody, and nothing to say
+    clickEntry(form, "lstRespname", 1); // a respondent without a name; no message
     EXPECT_EQ(grid().row(1), u"|||"_s);
     clickEntry(form, "lstRespname", 0);
     grid().enter(1, 2, u"9"_s);
@@ -132,7 +132,7 @@ TEST_F(FeedbackTest, newAnswersAreStoredAndEmptiedOnesFollowTheirColumn) {
     grid().enter(2, 2, u"7"_s);
     grid().enter(2, 4, u" it's fine "_s);
     press(form, "cmdSave");
-    EXPECT_EQ(rows(objective), (QStringList{score(0, "10|0"), score(2, "0|0")})); // blank: the defaults
+    EXPECT_EQ(rows(objective), (QStringList{score(0, "10|0"), score(2, "0|0")})); // blank: defaults
     EXPECT_EQ(rows(descriptive), QStringList{u"it’s fine|7"_s});
 
     clickDate(0);
@@ -145,7 +145,7 @@ TEST_F(FeedbackTest, newAnswersAreStoredAndEmptiedOnesFollowTheirColumn) {
     EXPECT_EQ(rows(objective), (QStringList{score(0, "0|0"), score(2, "0|4")}));
     EXPECT_EQ(rows(descriptive), QStringList{u"it’s fine|0"_s});
 
-    expectAtRest();
+    expectIdle();
 }
 
 TEST_F(FeedbackTest, answersThatCannotBeReadAreNotSavedAsBlanks) {
@@ -174,7 +174,7 @@ TEST_F(FeedbackTest, questionOfTheSameTextResolvesToTheFirst) {
     EXPECT_EQ(grid().row(4), price + u"|5||");
 }
 
-TEST_F(FeedbackTest, choicesLeadToTheirSurvey) {
+TEST_F(FeedbackTest, selectionsShowTheirSurvey) {
     const int bob = addRespondent(acme, u"Bob"_s);
     addQuestionnaire(bob, addSurvey(acme, march.addDays(1)), {questions[1]});
     addRespondent(addCustomer(u"Empty"_s), u"Eve"_s);
@@ -190,13 +190,13 @@ TEST_F(FeedbackTest, choicesLeadToTheirSurvey) {
     EXPECT_EQ(rows(descriptive), QStringList{});
 }
 
-TEST_F(FeedbackTest, failureIsToldAndTheFormLivesOn) {
+TEST_F(FeedbackTest, aFailureIsReportedAndTheFormStaysUsable) {
     frmFeedBackObj& form = open();
     grid().enter(1, 2, u"1"_s);
     grid().enter(3, 2, u"3"_s);
     key(Qt::Key_Down);
     EXPECT_EQ(grid().grid->Rows(), 4) << "no row is added behind the last question";
-    // Another program drops the second question: the rows before it are saved.
+    // Another program deletes the second question: the rows before it are saved.
     run(u"delete * from responquesindex where questionid="_s + QString::number(questions[1]));
     messages.expectTitled(
         u"“%1” has left this survey. The answers above it have been saved, this one and those "

@@ -41,14 +41,14 @@ protected:
         box().selectAll();
         type(text);
     }
-    /// The boxes: text, plan date, target date, whether complete.
+    /// The contents of the boxes: text, plan date, target date, whether complete.
     static QString shown() {
         const bool complete = control<QRadioButton>(form(), "opnComplete")->isChecked();
         return QStringList{box().text(), date("dtdate").text(), date("dttargetDate").text(),
                            complete ? u"yes"_s : u"no"_s}
             .join(u'|');
     }
-    /// Opens the pop-up menu over a row, or over the ground of the list, and goes through it by keys.
+    /// Opens the context menu over a row or the list's background and sends it the keys.
     static void popUp(int row, const std::vector<Qt::Key>& keys) {
         if (row < 0)
             QTest::mouseClick(list().viewport(), Qt::RightButton, {}, list().viewport()->rect().bottomLeft());
@@ -69,13 +69,13 @@ protected:
 TEST_F(ImprovementTest, aCustomerAndADateShowTheirAction) {
     clickRow(list(), 0);
     EXPECT_EQ(shown(), u"Call|10/01/2024|17/01/2024|yes"_s);
-    EXPECT_EQ(list().SelectedRows(), std::vector<int>{0}) << "the change of the date fills the list anew";
+    EXPECT_EQ(list().SelectedRows(), std::vector<int>{0}) << "changing the date refills the list";
     clickCustomer(1);
     EXPECT_EQ(listed(list()), QStringList{u"Train|20/02/2024|27/02/2024|Not Complete"_s});
     EXPECT_EQ(shown(), u"|10/01/2024|05/03/2024|no"_s) << "nothing on that date";
     clickCustomer(2, Qt::ControlModifier);
     EXPECT_EQ(shown(), u"|05/03/2024|05/03/2024|no"_s);
-    clickCustomer(1, Qt::ControlModifier); // leaves the third
+    clickCustomer(1, Qt::ControlModifier); // only the third is left
     EXPECT_EQ(list().ListCount(), 0);
 }
 
@@ -124,7 +124,7 @@ TEST_F(ImprovementTest, whatIsTypedGoesToTheDateTypedAfterIt) {
     EXPECT_EQ(rows(stored), before);
     EXPECT_TRUE(date("dtdate").hasFocus());
     typeDate(u"1/3/2024"_s);
-    key(Qt::Key_S, Qt::AltModifier); // what is being typed counts
+    key(Qt::Key_S, Qt::AltModifier); // includes the text being typed
     QStringList expected = before;
     expected.insert(2, u"1|01/03/2024|Write|05/03/2024|False"_s);
     EXPECT_EQ(rows(stored), expected);
@@ -165,7 +165,7 @@ TEST_F(ImprovementTest, thePopUpMenuChangesTheChosenRowsOfAllChosenCustomers) {
     EXPECT_EQ(backup.entryList({u"*.mdb"_s}).size(), 1);
 }
 
-TEST_F(ImprovementTest, nothingIsWrittenForACustomerThatIsGone) {
+TEST_F(ImprovementTest, nothingIsWrittenForADeletedCustomer) {
     for (int customer = 1; customer < 3; ++customer)
         clickCustomer(customer, Qt::ControlModifier);
     clickRow(list(), 0);
@@ -173,15 +173,15 @@ TEST_F(ImprovementTest, nothingIsWrittenForACustomerThatIsGone) {
     run(u"delete * from customer where custname = 'Bold'"_s);
     const QStringList before = rows(stored);
     const QString gone = u"The customer Bold is no longer in the database. Nothing has been changed."_s;
-    const auto refused = [&](const std::function<void()>& step) {
+    const auto expectRefused = [&](const std::function<void()>& step) {
         messages.expectTitled(gone, 16);
         step();
-        expectAtRest();
+        expectIdle();
         EXPECT_EQ(rows(stored), before);
     };
-    refused([] { press(form(), "cmdSave"); });
-    refused([] { popUp(0, {Qt::Key_U, Qt::Key_Return}); });
-    refused([] { form().toDeleteActionForSelectedCustomer(); });
+    expectRefused([] { press(form(), "cmdSave"); });
+    expectRefused([] { popUp(0, {Qt::Key_U, Qt::Key_Return}); });
+    expectRefused([] { form().toDeleteActionForSelectedCustomer(); });
     EXPECT_FALSE(QDir(path(u"backup"_s)).exists());
 }
 

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: GPL-3.0-or-later
-# test_install.sh BUILD: installing over a used home loses nothing, and a fresh home is whole.
+# test_install.sh BUILD: a fresh home is complete, and installing over a used home keeps the user's files.
 set -euo pipefail
 build=$1
 home=$(mktemp -d)
@@ -29,7 +29,7 @@ for file in scatter.rpt rptrating.rpt "GWL HELP 2.1.HLP" gettingstarted.pps; do
   cmp -s "$home/$file" "$(dirname "$0")/../home/$file" || fail "installing has kept a stale $file"
 done
 
-# One program a home: a second start ends and the first lives on; a lock that a killed one left does not hinder.
+# One program per home: a second start ends and the first continues; the lock of a killed program is ignored.
 used=$home
 home=$used/second
 install
@@ -45,6 +45,6 @@ for round in first "after a kill"; do
   kill -9 "$first" 2>/dev/null || fail "the first program has ended ($round)"
   status=0
   wait "$first" 2>/dev/null || status=$?
-  [ "$status" -eq 137 ] || fail "the first program has ended by itself with $status ($round)" # else it is the kill's
+  [ "$status" -eq 137 ] || fail "the first program has ended by itself with $status ($round)" # 137: killed
 done
 [ "$(stat -c %a "$home/Tallywell.mdb")" = 600 ] || fail "the store can be read by others"

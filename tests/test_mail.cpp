@@ -15,17 +15,17 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// xdg-email hands what it made to a hook, the stand-in for a mail client, which writes it down.
+/// A stand-in for the mail client: xdg-email calls a hook script, which records the mailto URL.
 class MailTest : public ::testing::Test {
 protected:
     void SetUp() override {
         qputenv("PATH", folder.path().toUtf8() + ':' + path);
         qputenv("MAIL_RECORD", record.toUtf8());
-        client("printf %s \"$1\" >\"$MAIL_RECORD\"");
+        installClient("printf %s \"$1\" >\"$MAIL_RECORD\"");
     }
     void TearDown() override { qputenv("PATH", path); }
 
-    void client(const QByteArray& script, const QString& name = u"xdg-email-hook.sh"_s) {
+    void installClient(const QByteArray& script, const QString& name = u"xdg-email-hook.sh"_s) {
         writeFile(folder.filePath(name), "#!/bin/sh\n" + script + "\n");
         QFile::setPermissions(folder.filePath(name), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     }
@@ -45,7 +45,7 @@ protected:
         messages.AttachmentPathName = file;
         return messages;
     }
-    /// What failed in handing over; empty when nothing did.
+    /// Sends the message and returns the text of the failure; empty if none.
     static QString failureOf(mapi::MAPIMessages messages) {
         try {
             messages.setAction(2);
@@ -60,7 +60,7 @@ protected:
     const QByteArray path = qgetenv("PATH");
 };
 
-TEST_F(MailTest, theClientGetsOddTextsAndNamesAsTheyAre) {
+TEST_F(MailTest, theClientReceivesUnusualTextsAndNamesUnchanged) {
     const std::tuple<QString, QString, QString> mails[] = {
         {u"ann@example.com"_s, u"Dear Ann,\nplease fill in\\no later than 5%.\n"_s, u"12345.xls"_s},
         {u""_s, u""_s, u"Été à l’œil & 100%.final.xls"_s},
@@ -82,22 +82,22 @@ TEST_F(MailTest, theClientGetsOddTextsAndNamesAsTheyAre) {
     }
 }
 
-TEST_F(MailTest, whatKeepsAMailFromItsClientIsTold) {
-    const auto with = [](const QString& file) { return message(u"ann@example.com"_s, u"."_s, file); };
-    mapi::MAPIMessages good = with(attachment(u"a.xls"_s));
-    client("exit 1");
+TEST_F(MailTest, failuresToReachTheClientAreReported) {
+    const auto messageWith = [](const QString& file) { return message(u"ann@example.com"_s, u"."_s, file); };
+    mapi::MAPIMessages good = messageWith(attachment(u"a.xls"_s));
+    installClient("exit 1");
     EXPECT_EQ(failureOf(good),
               u"The mail was not handed over: the mail program reported a failure, or the mail "
               "was cancelled.");
     const QString missing = folder.filePath(u"none.xls"_s);
-    EXPECT_EQ(failureOf(with(missing)), u"The file to attach is missing: "_s + missing);
-    EXPECT_TRUE(failureOf(with(attachment(u"a\\nb.xls"_s))).contains(u"backslash"_s));
+    EXPECT_EQ(failureOf(messageWith(missing)), u"The file to attach is missing: "_s + missing);
+    EXPECT_TRUE(failureOf(messageWith(attachment(u"a\\nb.xls"_s))).contains(u"backslash"_s));
     qputenv("PATH", folder.path().toUtf8());
     EXPECT_TRUE(failureOf(good).startsWith(u"The mail program could not be started: "_s));
 }
 
-TEST_F(MailTest, aClientThatStaysOpenDoesNotHoldTheProgram) {
-    client("echo $PPID >\"$MAIL_RECORD\"; while [ -e \"$MAIL_RECORD\" ]; do sleep 0.1; done");
+TEST_F(MailTest, aClientThatStaysOpenDoesNotBlockTheProgram) {
+    installClient("echo $PPID >\"$MAIL_RECORD\"; while [ -e \"$MAIL_RECORD\" ]; do sleep 0.1; done");
     QElapsedTimer clock;
     clock.start();
     EXPECT_EQ(failureOf(message(u"ann@example.com"_s, u"."_s, {})), QString());
@@ -105,13 +105,13 @@ TEST_F(MailTest, aClientThatStaysOpenDoesNotHoldTheProgram) {
     const pid_t waiting = contentOf(record).trimmed().toInt();
     ASSERT_TRUE(waiting > 1 && kill(waiting, 0) == 0) << "it stays open";
     ASSERT_TRUE(QFile::remove(record)); // lets it end
-    EXPECT_TRUE(QTest::qWaitFor([&] { return kill(waiting, 0) != 0; })) << "it is still there";
+    EXPECT_TRUE(QTest::qWaitFor([&] { return kill(waiting, 0) != 0; })) << "it is still running";
 }
 
-TEST_F(MailTest, aClientIsOneThatTheDesktopHasForMailto) {
+TEST_F(MailTest, theClientIsTheDesktopsMailtoHandler) {
     qunsetenv("MAILER");
-    client("[ \"$*\" = \"query default x-scheme-handler/mailto\" ] && echo thunderbird.desktop",
-           u"xdg-mime"_s);
+    installClient("[ \"$*\" = \"query default x-scheme-handler/mailto\" ] && echo thunderbird.desktop",
+                  u"xdg-mime"_s);
     EXPECT_TRUE(mapi::hasClient());
     qputenv("PATH", "/nowhere");
     EXPECT_FALSE(mapi::hasClient());

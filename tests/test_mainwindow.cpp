@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The start, the main window with its help, and the end.
+// Starting, the main window with its help, and ending.
 #include "core/MDIMain.h"
 #include "core/Main.h"
 #include "core/base/busy.h"
@@ -43,7 +43,7 @@ protected:
     QString found;
 };
 
-TEST_F(MainWindowTest, theStoreBesideTheProgramWinsAndWithoutItOneIsLocatedOrTheProgramEnds) {
+TEST_F(MainWindowTest, theStoreInTheHomeIsUsedElseOneIsLocatedOrTheProgramEnds) {
     ado::SQLConfigDataSource(4, u"d"_s, u"DSN=gwl"_s + QChar(0) + u"DBQ=/nowhere/other.mdb");
     EXPECT_TRUE(toCreateDSN(u"gwl"_s, found));
     EXPECT_EQ(ado::dataSourcePath(u"gwl"_s), path(u"Tallywell.mdb"_s));
@@ -61,7 +61,7 @@ TEST_F(MainWindowTest, theStoreBesideTheProgramWinsAndWithoutItOneIsLocatedOrThe
     EXPECT_EQ(cnnMain->State(), 1);
 }
 
-TEST_F(MainWindowTest, aRunningProgramKeepsToItsStoreWhateverAnotherOneRegisters) {
+TEST_F(MainWindowTest, aRunningProgramKeepsItsStoreWhenAnotherOneRegisters) {
     writeFile(ado::dataSourceRegistry(), "[gwl]\nDBQ=/nowhere/other.mdb\n");
     cnnMain->Close();
     toReconnect();
@@ -79,13 +79,13 @@ TEST_F(MainWindowTest, theOrganisationsNameIsReadFromAFileAndOnlyItsFirstLine) {
         EXPECT_EQ(toReadCompanyName(), name);
     }
     QFile::remove(file);
-    ASSERT_EQ(mkfifo(qPrintable(file), 0600), 0); // would be waited for
+    ASSERT_EQ(mkfifo(qPrintable(file), 0600), 0); // reading it would block
     EXPECT_EQ(toReadCompanyName(), QString());
 }
 
-TEST_F(MainWindowTest, aSecondProgramInAHomeBringsTheFirstToTheFrontOrTellsWhereItRuns) {
+TEST_F(MainWindowTest, aSecondProgramInAHomeBringsTheFirstToTheFrontOrReportsWhereItRuns) {
     const QString lock = path(u"gaugewell.lock"_s);
-    const auto starts = [this] {
+    const auto start = [this] {
         desktop::FolderClaim claim(home());
         return toClaimHome(claim);
     };
@@ -93,14 +93,14 @@ TEST_F(MainWindowTest, aSecondProgramInAHomeBringsTheFirstToTheFrontOrTellsWhere
         desktop::FolderClaim first(home());
         ASSERT_TRUE(toClaimHome(first));
         MDIMain::instance().showMinimized();
-        EXPECT_FALSE(starts());
+        EXPECT_FALSE(start());
         EXPECT_FALSE(MDIMain::instance().isMinimized());
     }
-    EXPECT_TRUE(starts()) << "the first has ended";
+    EXPECT_TRUE(start()) << "the first has ended";
     const QString here = QSysInfo::machineHostName();
     const QString where = u"Gaugewell already runs in the folder '"_s + home() + u"' on the computer '"_s;
     writeFile(lock, "2147483646\ngaugewell\n" + here.toUtf8() + "\n\n\n");
-    EXPECT_TRUE(starts()) << "it has died";
+    EXPECT_TRUE(start()) << "it has died";
     {
         QLockFile silent(lock);
         ASSERT_TRUE(silent.tryLock(0));
@@ -108,7 +108,7 @@ TEST_F(MainWindowTest, aSecondProgramInAHomeBringsTheFirstToTheFrontOrTellsWhere
                             QString::number(QCoreApplication::applicationPid()) +
                             u") and does not answer. End it there before you start it again.",
                         forms::style::critical);
-        EXPECT_FALSE(starts());
+        EXPECT_FALSE(start());
     }
     for (const Answer answer : {Answer::No, Answer::Yes}) {
         writeFile(lock, "1\ngaugewell\nelsewhere\nmachine\nboot\n");
@@ -116,14 +116,14 @@ TEST_F(MainWindowTest, aSecondProgramInAHomeBringsTheFirstToTheFrontOrTellsWhere
                             u"elsewhere'. Two programs in one folder can lose what the other one writes.\r\n"
                             "Has it ended there, and is this one to start?"_s,
                         4 + 256, {}, answer);
-        EXPECT_EQ(starts(), answer == Answer::Yes);
+        EXPECT_EQ(start(), answer == Answer::Yes);
     }
 }
 
-TEST_F(MainWindowTest, aRegistryThatCannotBeWrittenIsToldOnlyOfALocatedStore) {
+TEST_F(MainWindowTest, anUnwritableRegistryIsReportedOnlyForALocatedStore) {
     QDir(path(u"config"_s)).removeRecursively(); // a file where the registry's folder should be
     writeFile(path(u"config"_s), {});
-    EXPECT_TRUE(toCreateDSN(u"gwl"_s, found)) << "silent: the connection tells it";
+    EXPECT_TRUE(toCreateDSN(u"gwl"_s, found)) << "silent: the connection reports it";
     messages.expect(u"Error :-1907\r\nData source name 'gwl' not found."_s);
     toOpenConnection();
     EXPECT_EQ(cnnMain->State(), 0);
@@ -131,10 +131,10 @@ TEST_F(MainWindowTest, aRegistryThatCannotBeWrittenIsToldOnlyOfALocatedStore) {
     located = path(u"moved.mdb"_s);
     expectNotFound(Answer::Ok);
     messages.expect(u"DSN Creation Failed"_s);
-    EXPECT_TRUE(toCreateDSN(u"gwl"_s, found)) << "the program goes on";
+    EXPECT_TRUE(toCreateDSN(u"gwl"_s, found)) << "the program continues";
 }
 
-TEST_F(MainWindowTest, theTimerLeadsOnFromTheSplashForm) {
+TEST_F(MainWindowTest, theTimerClosesTheSplashForm) {
     MDIMain::instance().hide();
     frmSplash::instance().Show();
     control<QTimer>(frmSplash::instance(), "Timer1")->setInterval(1);
@@ -153,20 +153,20 @@ TEST_F(MainWindowTest, theTwoCataloguesExcludeEachOtherAndCloseEndsTheFormsOfThe
     EXPECT_EQ(frmCustomer::loaded(), nullptr);
     EXPECT_EQ(frmParameter::loaded(), nullptr);
     EXPECT_NE(frmSelectSurvey::loaded(), nullptr) << "not one of its forms";
-    expectAtRest();
+    expectIdle();
 }
 
-TEST_F(MainWindowTest, aShortcutGoesBeforeTheEditingKeysOfATextBox) {
+TEST_F(MainWindowTest, aShortcutPrecedesTheEditingKeysOfATextBox) {
     shortcut(Qt::Key_P);
     QAction command(&MDIMain::instance());
     command.setShortcut(QKeySequence(Qt::CTRL | Qt::Key_A)); // selects all in a text box
     QKeyEvent asked(QEvent::ShortcutOverride, Qt::Key_A, Qt::ControlModifier);
-    asked.ignore(); // asked before a shortcut is looked for: accepted, the key edits
+    asked.ignore(); // sent before shortcuts are tried; if accepted, the key edits
     QCoreApplication::sendEvent(frmParameter::instance().txtParameterDtls(), &asked);
     EXPECT_FALSE(asked.isAccepted());
 }
 
-/// Runs a step as the handler of an event, whoever delivers it.
+/// Runs a function in an event handler.
 struct Step : QObject {
     explicit Step(std::function<void()> toRun) : run(std::move(toRun)) {}
     bool event(QEvent* happened) override {
@@ -181,7 +181,7 @@ struct Step : QObject {
     std::function<void()> run;
 };
 
-TEST_F(MainWindowTest, aFailureThatLeavesAHandlerIsShownAndTheProgramLivesOn) {
+TEST_F(MainWindowTest, aFailureThatLeavesAHandlerIsShownAndTheProgramContinues) {
     Step fails([] {
         const Busy form(frmCustomer::instance(), u"Opening Form..."_s);
         const Busy window;
@@ -190,25 +190,25 @@ TEST_F(MainWindowTest, aFailureThatLeavesAHandlerIsShownAndTheProgramLivesOn) {
     const auto expectShown = [&] { messages.expect(u"Subscript out of range"_s, forms::style::critical); };
     expectShown();
     fails.deliver();
-    expectAtRest();
-    Step nested([&] { // within an event loop of a handler, as a dialog's
+    expectIdle();
+    Step nested([&] { // in a nested event loop, as of a dialog
         QEventLoop loop;
         QTimer::singleShot(0, &loop, [&] { fails.run(); });
         QTimer::singleShot(20, &loop, &QEventLoop::quit);
         loop.exec();
-        run(u"delete * from customer where custid=0"_s); // and goes on
+        run(u"delete * from customer where custid=0"_s); // the handler continues
     });
     expectShown();
     nested.deliver();
-    expectAtRest();
-    Step holder([&] { // the store's lock ends before it is told
+    expectIdle();
+    Step holder([&] { // the transaction ends before the message
         const Transaction transaction;
         fails.deliver();
-        ADD_FAILURE() << "the holder has not been told";
+        ADD_FAILURE() << "the exception has not reached the holder";
     });
     expectShown();
     holder.deliver();
-    expectAtRest();
+    expectIdle();
     const Replaced<forms::messageHook> again([&](const forms::Message&) {
         fails.deliver(); // the window behind the message fails again
         return Answer::Ok;
@@ -216,9 +216,9 @@ TEST_F(MainWindowTest, aFailureThatLeavesAHandlerIsShownAndTheProgramLivesOn) {
     fails.deliver();
 }
 
-TEST_F(MainWindowTest, itsSizePlaceAndMaximisedStateComeBackAndNeverOutOfSight) {
+TEST_F(MainWindowTest, sizePositionAndMaximisedStateAreRestoredOnScreen) {
     const Replaced<endHook> stays([] {});
-    const auto again = [] {
+    const auto reopenWindow = [] {
         MDIMain::destroy();
         MDIMain::instance().show();
     };
@@ -226,12 +226,12 @@ TEST_F(MainWindowTest, itsSizePlaceAndMaximisedStateComeBackAndNeverOutOfSight) 
     MDIMain::instance().setGeometry(chosen);
     MDIMain::instance().showMaximized();
     MDIMain::instance().close();
-    again();
+    reopenWindow();
     EXPECT_TRUE(MDIMain::instance().isMaximized());
     EXPECT_EQ(MDIMain::instance().normalGeometry(), chosen);
     MDIMain::instance().showNormal();
     MDIMain::instance().setGeometry(chosen.translated(9000, 9000));
-    again();
+    reopenWindow();
     EXPECT_TRUE(MDIMain::instance().screen()->geometry().contains(MDIMain::instance().geometry()));
 }
 
@@ -245,7 +245,7 @@ TEST_F(MainWindowTest, theHelpWindowShowsTheTopic) {
     window->close();
 }
 
-TEST_F(MainWindowTest, aPresentationThatCannotBeOpenedIsToldOf) {
+TEST_F(MainWindowTest, aPresentationThatCannotBeOpenedIsReported) {
     const QString show = path(u"gettingstarted.pps"_s);
     const Replaced<desktop::openFileHook> opens([](const QString&) { return 32; });
     messages.expect(u"Error running "_s + show +

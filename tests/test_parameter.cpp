@@ -22,7 +22,7 @@ protected:
     static QStringList names() { return rows(u"select parametername from parameter"_s); }
 };
 
-TEST_F(ParameterTest, enterOnTheLastRowStoresItUnlessItsNameStandsThere) {
+TEST_F(ParameterTest, enterOnTheLastRowStoresItUnlessItsNameExists) {
     open();
     for (const QString& name : {u""_s, u"Price"_s, u"Deliv'ry"_s, u"PRICE"_s}) {
         type(name);
@@ -31,7 +31,7 @@ TEST_F(ParameterTest, enterOnTheLastRowStoresItUnlessItsNameStandsThere) {
     EXPECT_EQ(names(), (QStringList{u"Price"_s, u"Deliv’ry"_s}));
 }
 
-TEST_F(ParameterTest, oneKeyFillsTheTypeAndAnythingElseIsWiped) {
+TEST_F(ParameterTest, oneKeySetsTheTypeAndOtherTextIsCleared) {
     addParameter(u"Price"_s);
     open();
     questions().enter(1, 1, u"Is it fair?"_s);
@@ -47,7 +47,7 @@ TEST_F(ParameterTest, oneKeyFillsTheTypeAndAnythingElseIsWiped) {
     }
 }
 
-TEST_F(ParameterTest, aRefusalShowsTheQuestionsOfTheRowInHand) {
+TEST_F(ParameterTest, aRefusalShowsTheQuestionsOfTheCurrentRow) {
     addQuestion(addParameter(u"Price"_s), u"Is it fair?"_s);
     addQuestion(addParameter(u"Service"_s), u"Is it kind?"_s);
     frmParameter& form = open();
@@ -58,7 +58,7 @@ TEST_F(ParameterTest, aRefusalShowsTheQuestionsOfTheRowInHand) {
     EXPECT_EQ(parameters().cell(), Cell(2, 1));
     EXPECT_EQ(questions().text(1, 1), u"Is it kind?"_s);
     messages.expectTitled(u"Parameter Name cannot be left blank....Error"_s, forms::style::critical);
-    press(form, "cmdSaveParameter"); // goes to the blank row, Enter to the last one
+    press(form, "cmdSaveParameter"); // moves to the blank row, Enter to the last one
     EXPECT_EQ(parameters().cell(), Cell(1, 1));
     EXPECT_EQ(questions().text(1, 1), u"Is it fair?"_s);
     press(form, "cmdSaveQuestion");
@@ -66,7 +66,7 @@ TEST_F(ParameterTest, aRefusalShowsTheQuestionsOfTheRowInHand) {
               (QStringList{u"Is it fair?|1"_s, u"Is it kind?|2"_s}));
 }
 
-TEST_F(ParameterTest, pastedQuestionsGoByTheRulesOfTheirColumns) {
+TEST_F(ParameterTest, pastedQuestionsFollowTheRulesOfTheirColumns) {
     addParameter(u"Price"_s);
     open();
     questions().click(1, 1);
@@ -81,7 +81,7 @@ TEST_F(ParameterTest, pastedQuestionsGoByTheRulesOfTheirColumns) {
     EXPECT_EQ(questions().text(1, 1), u"Is it fair?"_s);
 }
 
-TEST_F(ParameterTest, questionsAreStoredUnderTheParameterAtHand) {
+TEST_F(ParameterTest, questionsAreStoredUnderTheCurrentParameter) {
     addParameter(u"Price"_s);
     addQuestion(addParameter(u"Delivery"_s), u"On time?"_s);
     frmParameter& form = open();
@@ -99,7 +99,7 @@ TEST_F(ParameterTest, questionsAreStoredUnderTheParameterAtHand) {
     EXPECT_EQ(rows(u"select question, Type, paramid from questions order by questionid"_s),
               (QStringList{u"On time?|True|2"_s, u"On time?|True|1"_s, u"What’s missing?|False|1"_s}));
     EXPECT_EQ(questions().text(2, 2), u"Descriptive"_s) << "an empty type";
-    // An edit that gains an apostrophe finds no row and is not stored; any other edit is.
+    // An edit that adds an apostrophe finds no row and is not stored; any other edit is.
     questions().enter(1, 1, u"On time, isn't it?"_s);
     questions().enter(2, 2, u"s"_s);
     press(form, "cmdSaveQuestion");
@@ -111,7 +111,7 @@ TEST_F(ParameterTest, questionsAreStoredUnderTheParameterAtHand) {
     EXPECT_EQ(rows(u"select paramid from questions"_s), (QStringList{u"1"_s, u"1"_s}));
 }
 
-TEST_F(ParameterTest, deletingAParameterSavesTheRowsThatStay) {
+TEST_F(ParameterTest, deletingAParameterSavesTheRemainingRows) {
     for (const QString& name : {u"Price"_s, u"Delivery"_s, u"Support"_s})
         addParameter(name);
     addQuestion(1, u"Is it fair?"_s);
@@ -147,7 +147,7 @@ TEST_F(ParameterTest, aSaveThatFailsPartWayLeavesTheStoreAsItWas) {
     messages.expect(u"Error : 19\r\nstopped"_s);
     press(form, "cmdSaveParameter");
     EXPECT_EQ(names(), QStringList());
-    expectAtRest();
+    expectIdle();
     EXPECT_EQ(parameters().text(3, 1), u"Third"_s) << "nothing typed is lost";
 }
 

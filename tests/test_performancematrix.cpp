@@ -19,7 +19,7 @@ namespace {
 
 using Answers = std::vector<RatedAnswer>;
 
-/// n answers with these sums of weightages and scores.
+/// n answers whose weightages and scores have these sums.
 Answers sums(std::size_t n, std::int16_t weightages, std::int16_t scores) {
     Answers answers(n, RatedAnswer{0, 0});
     answers.front() = {weightages, scores};
@@ -29,11 +29,11 @@ Answers sums(std::size_t n, std::int16_t weightages, std::int16_t scores) {
 TEST(MatrixMeans, ofGroups) {
     const std::tuple<Answers, double, double> cases[] = {
         {{{8, 7}, {6, 0}, {4, 9}}, 6, 5.33},
-        {{{std::nullopt, 3}, {5, std::nullopt}}, 2.5, 1.5}, // each test on its own, Null counts in n
+        {{{std::nullopt, 3}, {5, std::nullopt}}, 2.5, 1.5}, // tested separately; Null counts in n
         {{{0, 7}, {0, 8}}, 0, 7.5},
         {sums(8, 17, 19), 2.12, 2.38},  // 2.125 and 2.375: ties to the even digit
-        {sums(40, 107, 3), 2.67, 0.07}, // as doubles 2.675 lies below a tie and 0.075 does as well
-        {sums(200, 1, 3), 0.01, 0.01},  // 0.005 lies above a tie, 0.015 below
+        {sums(40, 107, 3), 2.67, 0.07}, // as doubles 2.675 and 0.075 are below the tie
+        {sums(200, 1, 3), 0.01, 0.01},  // as doubles 0.005 is above the tie, 0.015 below
     };
     for (const auto& [answers, weightage, score] : cases) {
         const std::optional<MatrixMeans> means = matrixMeans(answers);
@@ -54,12 +54,12 @@ TEST(MatrixPlaces, coincidingPointsMoveApart) {
     };
     using Place = std::pair<double, double>;
     EXPECT_EQ(next(5.67, 2.5), Place(5.67, 2.5));
-    EXPECT_EQ(next(5.67, 2.5), Place(6.1, 1.9)) << "the fraction goes, half to even";
+    EXPECT_EQ(next(5.67, 2.5), Place(6.1, 1.9)) << "rounded, half to even";
     EXPECT_EQ(next(5.67, 2.6), Place(5.67, 2.6)) << "another weightage";
     EXPECT_EQ(next(5.67, 2.5), Place(5.67, 2.5)) << "another between";
     for (const Place& place :
          {Place{5.9, 1.9}, {5.9, 2.1}, {6.1, 2.1}, {6.1, 2}, {6, 1.9}, {5.9, 2}, {6, 2.1}})
-        EXPECT_EQ(next(5.67, 2.5), place) << "the count goes on";
+        EXPECT_EQ(next(5.67, 2.5), place) << "the count continues";
     EXPECT_THROW(next(5.67, 2.5), std::out_of_range);
 }
 
@@ -83,8 +83,8 @@ protected:
         const int question = addQuestion(addParameter(parameter), parameter + u'?');
         addScore(1, question, date == spring ? 1 : 2, date, weightage, score);
     }
-    /// Whether chart and print button are shown; only both together are.
-    bool expanded() {
+    /// Whether chart and print button are shown; always both or none.
+    bool isExpanded() {
         auto* print = control<QPushButton>(form(), "cmdPrint");
         EXPECT_EQ(print->isVisible(), drawn->isVisible());
         return drawn->isVisible();
@@ -114,13 +114,13 @@ protected:
 
 TEST_F(PerformanceMatrixTest, viewShowsChartAndGrid) {
     rate(u"Zeal"_s, 6, 0);
-    addScore(addRespondent(1, u"Bob"_s), 1, 1, spring, 4, 10); // one group with the first: 5 and 5
+    addScore(addRespondent(1, u"Bob"_s), 1, 1, spring, 4, 10); // grouped with the first: 5 and 5
     rate(u"Price"_s, 7, 3);
     rate(u"Care"_s, 7, 3);
     rate(u"Speed"_s, 2, 9);
     rate(u"Unrated"_s, 0, 0);
     clickDate(0);
-    EXPECT_TRUE(expanded());
+    EXPECT_TRUE(isExpanded());
     EXPECT_EQ(
         rows(u"select custname, Parameter, wt, sc from scattertable"_s),
         (QStringList{u"Acme|Zeal|5|5"_s, u"Acme|Price|7|3"_s, u"Acme|Care|7|3"_s, u"Acme|Speed|2|9"_s}));
@@ -129,35 +129,35 @@ TEST_F(PerformanceMatrixTest, viewShowsChartAndGrid) {
                                        u"Acme|Speed|2.00|9.00|#00ff00"_s, u"Acme|Zeal|5.00|5.00|#ffff00"_s}));
     EXPECT_NEAR(*drawn->GetData(2, 1), 3.1, 1e-6);
     EXPECT_NEAR(*drawn->GetData(2, 2), 6.9, 1e-6);
-    expectTip(2, u"Care"_s, u"7.00"_s, u"3.00"_s); // moved, yet its true figures
+    expectTip(2, u"Care"_s, u"7.00"_s, u"3.00"_s); // drawn displaced, with its true figures
     expectTip(4, u"Speed"_s, u"2.00"_s, u"9.00"_s);
 
     messages.expectTitled(u"No record(s) present to view Performance Matrix"_s, forms::style::information);
     clickDate(1);
-    EXPECT_FALSE(expanded());
+    EXPECT_FALSE(isExpanded());
     clickDate(0);
     control<forms::ComboBox>(form(), "cmdCustomerName")->setListIndex(1);
-    EXPECT_FALSE(expanded());
-    press(form(), "cmdView"); // no date, no word
-    expectAtRest();
+    EXPECT_FALSE(isExpanded());
+    press(form(), "cmdView"); // without a date no message
+    expectIdle();
 }
 
-/// The table of shifts holds eight: the ninth ends the drawing without a word, the chart keeps what it had.
-TEST_F(PerformanceMatrixTest, ninthCoincidenceEndsInSilence) {
+/// There are eight shifts for coinciding points; the ninth stops the drawing silently, the chart stays.
+TEST_F(PerformanceMatrixTest, ninthCoincidenceEndsSilently) {
     for (int i = 0; i < 10; ++i)
         rate(u"Same %1"_s.arg(i), 6, 6);
     for (int i = 0; i < 12; ++i)
         rate(u"Later %1"_s.arg(i), 3, i % 10, autumn);
     clickDate(1);
     clickDate(0);
-    EXPECT_TRUE(expanded());
+    EXPECT_TRUE(isExpanded());
     EXPECT_EQ(drawn->RowCount(), 12);
     EXPECT_EQ(gridRows().size(), 10);
-    for (int i = 0; i < 12; ++i) // the points that are left of the other date have no figures
+    for (int i = 0; i < 12; ++i) // points left from the other date have no figures
         QTest::keyClick(drawn, Qt::Key_Right);
 }
 
-TEST_F(PerformanceMatrixTest, picturesAreFineAndTellWhatFails) {
+TEST_F(PerformanceMatrixTest, picturesAreSavedAndFailuresReported) {
     rate(u"Price"_s, 7, 3);
     clickDate(0);
     press(form(), "cmdPrint");
@@ -166,7 +166,7 @@ TEST_F(PerformanceMatrixTest, picturesAreFineAndTellWhatFails) {
     ASSERT_TRUE(QFile::remove(home() + u"/perform.bmp"_s) && QDir().mkdir(home() + u"/perform.bmp"_s));
     messages.expect(u"75:Path/File access error"_s);
     press(form(), "cmdPrint");
-    expectAtRest();
+    expectIdle();
 
     const QList<QAction*> actions = drawn->actions();
     ASSERT_EQ(actions.size(), 4);

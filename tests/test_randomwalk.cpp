@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// A random walk through the running program: 20 seeds of 1,000 events. GAUGEWELL_WALK_SEED (the first),
-// GAUGEWELL_WALK_SEEDS (how many) and GAUGEWELL_WALK_EVENTS (of each) make it another one. A failure prints
-// the seed, the step and the last events; the same seed fails again at the same step.
+// A random walk through the running program: 20 seeds of 1,000 events. Set GAUGEWELL_WALK_SEED (the first),
+// GAUGEWELL_WALK_SEEDS (how many) and GAUGEWELL_WALK_EVENTS (per seed) to change it. A failure prints the
+// seed, the step and the last events; the same seed fails again at the same step.
 #include "core/MDIMain.h"
 #include "tests/support/surveyfile.h"
 #include "tests/support/surveytest.h"
@@ -22,9 +22,9 @@ protected:
     void SetUp() override {
         QHashSeed::setDeterministicGlobalSeed();
         SurveyTest::SetUp();
-        bring(u"template.xls"_s);
+        copyHomeFile(u"template.xls"_s);
         for (const QString& layout : QDir(QStringLiteral(GAUGEWELL_SOURCE "/home")).entryList({u"*.rpt"_s}))
-            bring(layout);
+            copyHomeFile(layout);
         const int brown = addCustomer(u"Brown"_s);
         const int cora = addRespondent(brown, u"Cora"_s);
         add(u"respondent"_s,
@@ -68,8 +68,8 @@ int setting(const char* variable, int otherwise) {
     return qEnvironmentVariableIsSet(variable) ? qEnvironmentVariableIntValue(variable) : otherwise;
 }
 
-TEST_P(RandomWalk, whateverAPersonDoesEveryRowKeepsItsOwner) {
-    const int events = setting("GAUGEWELL_WALK_EVENTS", 1000); // later little of the store is left
+TEST_P(RandomWalk, everyRowKeepsItsOwner) {
+    const int events = setting("GAUGEWELL_WALK_EVENTS", 1000); // after more, little is left in the store
     const QString fault = walk::Walker(GetParam(), path(u"Tallywell.mdb"_s)).run(events);
     EXPECT_TRUE(fault.isEmpty()) << fault.toStdString();
 }

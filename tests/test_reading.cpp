@@ -15,7 +15,7 @@ namespace {
 
 const QString overflow = u"Overflow"_s;
 const QString mismatch = u"Type mismatch"_s;
-const QString lookAt = u"Read as it stands, but worth a look:\r\n"_s;
+const QString remarksHead = u"Read as it stands, but worth a look:\r\n"_s;
 
 using Cells = std::vector<std::pair<const char*, excel::Value>>; // address and content
 
@@ -25,9 +25,9 @@ protected:
     void SetUp() override {
         SurveyTest::SetUp();
         addStored(ann, today, {0, 4});
-        logged(ann, u"ann.xls"_s);
+        addToRegister(ann, u"ann.xls"_s);
     }
-    static void logged(int respondentid, const QString& name) {
+    static void addToRegister(int respondentid, const QString& name) {
         run(u"insert into log (custname, respname, respid, xlsfilename, sdate, surveyid) "
             "values ('Acme', 'Ann', %1, '%2', '2024-03-05', 1)"_s.arg(QString::number(respondentid), name));
     }
@@ -39,21 +39,22 @@ protected:
             file.entered[QString::fromLatin1(address)] = value;
         file.saveAs(path(name));
     }
-    static QString stop(const char* cell, const QString& why = mismatch, const QString& file = u"ann.xls"_s) {
+    static QString failureAt(const char* cell, const QString& why = mismatch,
+                             const QString& file = u"ann.xls"_s) {
         return why + u"\r\n%1 was not read beyond cell %2."_s.arg(file, QLatin1StringView(cell));
     }
     static QString remarks(const QStringList& lines) {
-        return lookAt + u"ann.xls, "_s + lines.join(u"\r\nann.xls, "_s);
+        return remarksHead + u"ann.xls, "_s + lines.join(u"\r\nann.xls, "_s);
     }
     void expectNotRead(const QString& names) {
         messages.expect(u"Not read to the end:\r\n"_s + names, style::information);
     }
-    static void forget() {
+    static void clearAnswers() {
         run(u"delete * from feedbackobjective"_s);
         run(u"delete * from feedbackdescriptive"_s);
         run(u"update log set Status=False"_s);
     }
-    void importBy(const QStringList& names = {u"ann.xls"_s}) {
+    void importFiles(const QStringList& names = {u"ann.xls"_s}) {
         picked = path(names.join(u'\n' + home() + u'/'));
         frmReading& form = frmReading::instance();
         form.Show();
@@ -64,7 +65,7 @@ protected:
         shortcut(Qt::Key_A);
         messages.expect(u"Import Done...."_s, style::information);
         press(form, "cmdImport");
-        expectAtRest();
+        expectIdle();
     }
     /// The answers as "questionid:weightage,score" and "questionid:weightage words"; a Null is "-".
     static QString answers(int respondentid) {
@@ -77,8 +78,8 @@ protected:
                 rows(of.arg(u"feedbackdescriptive"_s, words)))
             .join(u' ');
     }
-    /// The other door: the form of one respondent's answers.
-    void readIn() {
+    /// Reads by the form of one respondent's answers.
+    void readSelected() {
         frmFeedBackObj::instance().Show();
         press(frmFeedBackObj::instance(), "cmdRead");
         EXPECT_EQ(messages.left(), 0);
@@ -88,18 +89,18 @@ protected:
         return {grid.row(1), grid.row(2)};
     }
 
-    /// By both doors; Bob's answers stand behind Ann's. A conversion that fails names the last cell given and
-    /// ends the read, all else said are remarks.
-    void expectRead(const Cells& cells, const QStringList& said, const QString& expected) {
-        SCOPED_TRACE(testing::PrintToString(said) + testing::PrintToString(expected));
+    /// Reads by both forms and compares Ann's and Bob's answers ("Ann's/Bob's"). A failing conversion names
+    /// the last cell and ends the read; anything else reported is a remark.
+    void expectRead(const Cells& cells, const QStringList& reported, const QString& expected) {
+        SCOPED_TRACE(testing::PrintToString(reported) + testing::PrintToString(expected));
         fill(cells);
         for (const bool many : {true, false}) {
-            forget();
-            if (said.contains(overflow) || said.contains(mismatch))
-                messages.expect(stop(cells.back().first, said[0]));
-            else if (!said.isEmpty())
-                messages.expect(remarks(said), style::information);
-            many ? importBy() : readIn();
+            clearAnswers();
+            if (reported.contains(overflow) || reported.contains(mismatch))
+                messages.expect(failureAt(cells.back().first, reported[0]));
+            else if (!reported.isEmpty())
+                messages.expect(remarks(reported), style::information);
+            many ? importFiles() : readSelected();
             EXPECT_EQ(answers(ann) + u'/' + answers(bob), expected);
             EXPECT_EQ(rows(u"select xlsfilename, Status from log"_s).value(0), u"ann.xls|True");
         }
@@ -113,7 +114,7 @@ TEST_F(ReadingTest, cellsBecomeAnswersOrEndTheRead) {
     const QString all = u"1:9,7 5:3  It's good /"_s;
     const QString noWords = u"1:9,7/"_s;
     const struct {
-        QStringList said;
+        QStringList reported;
         QString expected;
         Cells changes; // one at a time
     } cases[] = {
@@ -129,23 +130,23 @@ TEST_F(ReadingTest, cellsBecomeAnswersOrEndTheRead) {
         {{mismatch}, noWords, {{"I16", u"5'; delete * from log"_s}, {"I16", excel::Value::boolean(true)}}},
         {{mismatch}, u"/"_s, {{"I2", u"1 or 1=1"_s}, {"I2", {}}, {"I3", u"#01/01/2000#"_s}, {"I3", -5}}},
     };
-    for (const auto& [said, expected, changes] : cases) {
+    for (const auto& [reported, expected, changes] : cases) {
         for (const auto& change : changes)
-            expectRead({{"D14", 9}, {"C14", 7}, {"D16", 3}, {"B17", u" It's good "_s}, change}, said,
+            expectRead({{"D14", 9}, {"C14", 7}, {"D16", 3}, {"B17", u" It's good "_s}, change}, reported,
                        expected);
     }
-    EXPECT_EQ(QDir(path(u"backup"_s)).entryList({u"*.mdb"_s}).size(), 1); // before the first of them
+    EXPECT_EQ(QDir(path(u"backup"_s)).entryList({u"*.mdb"_s}).size(), 1); // made before the first read
 }
 
-TEST_F(ReadingTest, whatIsNoSurveyFileEndsWithItsSentence) {
+TEST_F(ReadingTest, filesThatAreNoSurveyFilesAreRefused) {
     for (const QString& sample : {u"t_xlwt.xls"_s, u"formulas_and_merges.xls"_s})
         QFile::copy(QStringLiteral(GAUGEWELL_SOURCE "/tests/data/xls/") + sample, path(sample));
     messages.expectBeginning(u"The file \"t_xlwt.xls\" has no sheet \"Sheet1\"."_s);
-    importBy({u"t_xlwt.xls"_s});
+    importFiles({u"t_xlwt.xls"_s});
 
-    // Formulas count by their results, merged cells by their first; another sheet stands before Sheet1.
-    messages.expect(stop("C21", mismatch, u"formulas_and_merges.xls"_s));
-    importBy({u"formulas_and_merges.xls"_s});
+    // Formulas are read as their results, merged cells as their first; another sheet precedes Sheet1.
+    messages.expect(failureAt("C21", mismatch, u"formulas_and_merges.xls"_s));
+    importFiles({u"formulas_and_merges.xls"_s});
     EXPECT_EQ(answers(ann), u"1:9,7 2:0,5 5:4 Good work"_s);
 }
 
@@ -153,69 +154,70 @@ TEST_F(ReadingTest, manyFilesOfWhichSomeAreBad) {
     QStringList files;
     for (int i = 1; i <= 6; ++i) {
         files << u"Anné %1 o'k.xls"_s.arg(i);
-        logged(100 + i,
-               i % 2 == 0 ? toStoredText(files.back()) : QString(files.back()).replace(u'\'', u"''"_s));
+        addToRegister(100 + i, i % 2 == 0 ? toStoredText(files.back())
+                                          : QString(files.back()).replace(u'\'', u"''"_s));
         fill({{"C14", i}, {"D16", i == 2 ? excel::Value(u"two"_s) : excel::Value()}}, files.back(), 100 + i);
     }
     QFile::resize(path(files[3]), 700);
     QFile::remove(path(files[5]));
-    messages.expect(stop("D16", mismatch, files[1]));
+    messages.expect(failureAt("D16", mismatch, files[1]));
     messages.expectBeginning(u"The file \"Anné 4 o'k.xls\" "_s);
     messages.expectBeginning(u"The file \"%1\" "_s.arg(path(files[5])));
     expectNotRead(u"Anné 2 o'k.xls (cell D16)\r\nAnné 4 o'k.xls\r\nAnné 6 o'k.xls"_s);
-    importBy(files);
+    importFiles(files);
     EXPECT_EQ(value(u"select count(*) from feedbackobjective"_s), u"4"_s);
     EXPECT_EQ(value(u"select count(*) from log where Status=True"_s), u"6"_s);
     EXPECT_EQ(answers(105), u"1:0,5 5:0 -"_s);
 }
 
-TEST_F(ReadingTest, theFileOfTheChoiceIsFoundOrLocated) {
+TEST_F(ReadingTest, theFileOfTheSelectionIsFoundOrLocated) {
     ASSERT_TRUE(QDir(home()).mkpath(u"elsewhere"_s));
     const QString name = u"Ann\u2019s.xls"_s;
     run(u"update log set xlsfilename='%1'"_s.arg(name));
     fill({{"D14", 9}, {"C14", 7}, {"B17", u"Good"_s}}, u"elsewhere/Ann's.xls"_s);
     picked.clear();
-    readIn();
-    EXPECT_EQ(value(u"select Status from log"_s), u"True"_s) << "the row reads as read all the same";
+    readSelected();
+    EXPECT_EQ(value(u"select Status from log"_s), u"True"_s) << "the row is marked as read all the same";
     picked = path(u"elsewhere/ann's.xls"_s);
     messages.expect(
         u"You have not specified the Correct XLS file.....The orignal file is - Ann\u2019s.xls Please "
         u"locate the same XLS file"_s,
         style::critical);
-    readIn();
+    readSelected();
     EXPECT_EQ(answers(ann), QString());
     picked = path(u"elsewhere/Ann's.xls"_s);
-    readIn();
+    readSelected();
     EXPECT_EQ(shown(), (QStringList{u"On time?|9|7|"_s, u"What else?|||Good"_s}));
 
     fill({{"D14", 4}}, name);
-    messages.expectBeginning(u"The file \"%1\" "_s.arg(name)); // sought where the program runs, until then
-    readIn();
+    messages.expectBeginning(
+        u"The file \"%1\" "_s.arg(name)); // until then looked up in the working directory
+    readSelected();
     frmReading::instance().Show(); // the form becomes active again
-    readIn();
+    readSelected();
     EXPECT_EQ(shown(), (QStringList{u"On time?|4||"_s, u"What else?|||"_s}));
 }
 
 TEST_F(ReadingTest, answersReadElsewhereAreNotSavedOver) {
     frmFeedBackObj::instance().Show();
     fill({{"D14", 9}, {"C14", 7}});
-    importBy();
+    importFiles();
     frmFeedBackObj::instance().Show();
     press(frmFeedBackObj::instance(), "cmdSave");
     EXPECT_EQ(answers(ann), u"1:9,7 5:0 -"_s);
 }
 
-TEST_F(ReadingTest, aStoreThatFailsEndsTheReadAndIsTold) {
+TEST_F(ReadingTest, aStoreFailureEndsTheReadAndIsReported) {
     fill({{"D14", 9}});
     runRaw(
         u"create trigger no before insert on feedbackdescriptive begin select raise(abort, 'full'); end"_s);
     messages.expectBeginning(u"Error : "_s);
     expectNotRead(u"ann.xls"_s);
-    readIn();
+    readSelected();
     EXPECT_EQ(answers(ann), u"1:9,0"_s);
 }
 
-TEST_F(ReadingTest, whatIsWorthALookIsNamedAtBothDoors) {
+TEST_F(ReadingTest, remarksAreShownByBothForms) {
     const QString asksForScore = u"update questions set Type=%2 where questionid=%1"_s;
     const QString second = QString::number(question[4]);
     const auto lost = [](const QString& by) -> QString {
@@ -223,11 +225,11 @@ TEST_F(ReadingTest, whatIsWorthALookIsNamedAtBothDoors) {
     };
     const struct {
         Cells entered;
-        QStringList said;
+        QStringList reported;
         QString expected;
-        QString change = {}; // of the store, since the export
+        QString change = {}; // in the store since the export
     } cases[] = {
-        {{{"C14", 10}, {"I15", 77}}, {}, u"1:0,10 5:0 -/"_s}, // a key that an earlier export left behind
+        {{{"C14", 10}, {"I15", 77}}, {}, u"1:0,10 5:0 -/"_s}, // a key left by an earlier export
         {{{"I14", 999}, {"D16", 3}},
          {u"I14: question 999 is not in the catalogue"_s, lost(u"999"_s)},
          u"999:0 /"_s},
@@ -241,12 +243,12 @@ TEST_F(ReadingTest, whatIsWorthALookIsNamedAtBothDoors) {
           u"I5: survey 2, in the register 1"_s},
          u"/1:0,0 of another survey 5:0 - of another survey"_s},
     };
-    for (const auto& [entered, said, expected, change] : cases) {
+    for (const auto& [entered, reported, expected, change] : cases) {
         run(asksForScore.arg(u"1"_s, u"True"_s));
         run(asksForScore.arg(second, u"False"_s));
         if (!change.isEmpty())
             run(change);
-        expectRead(entered, said, expected);
+        expectRead(entered, reported, expected);
     }
 }
 
@@ -259,7 +261,7 @@ TEST_F(ReadingTest, aFileWithTooMuchTextIsNotReadAtAll) {
     messages.expect(
         u"The file \"huge.xls\" holds more text than a survey file can have; nothing of it was read."_s);
     expectNotRead(u"huge.xls"_s);
-    importBy({u"ann.xls"_s, u"huge.xls"_s});
+    importFiles({u"ann.xls"_s, u"huge.xls"_s});
     EXPECT_EQ(answers(ann), u"1:0,5 5:0 -"_s);
     EXPECT_EQ(answers(bob), QString());
 }
@@ -270,8 +272,8 @@ TEST_F(ReadingTest, aRefusedFileLeavesWhatHasBeenTyped) {
     form.Show();
     EditedGrid(form, "grdDtls", "txtDtls").enter(1, 2, u"8"_s);
     fill({{"D14", u"nine"_s}});
-    messages.expect(stop("D14"));
-    readIn();
+    messages.expect(failureAt("D14"));
+    readSelected();
     EXPECT_EQ(shown(), (QStringList{u"On time?|8||"_s, u"What else?|||"_s}));
 }
 
@@ -279,13 +281,13 @@ TEST_F(ReadingTest, aFileOpenInASpreadsheetIsAskedFor) {
     fill({{"C14", 7}});
     for (const QString& lock : {u".~lock.ann.xls#"_s, u"~$ann.xls"_s}) {
         const bool goesOn = lock.startsWith(u'~');
-        bring(u"template.xls"_s, lock);
+        copyHomeFile(u"template.xls"_s, lock);
         messages.expectTitled(
             u"ann.xls seems to be open in a spreadsheet program. What has been typed there and not been "
             u"saved is missing in it. Go on all the same?"_s,
             style::yesNo + style::information + style::secondButton,
             goesOn ? forms::Answer::Yes : forms::Answer::No);
-        goesOn ? readIn() : importBy();
+        goesOn ? readSelected() : importFiles();
         EXPECT_EQ(answers(ann).isEmpty(), !goesOn);
         QFile::remove(path(lock));
     }

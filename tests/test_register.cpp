@@ -31,7 +31,7 @@ protected:
         addRespondent(acme, u"Bob"_s);
         run(u"update respondent set emailid='ann@example.com' where respondentname='Ann'"_s);
         for (const QString& name : {u"a.xls"_s, u"b.xls"_s, u"c.xls"_s})
-            bring(u"template.xls"_s, name);
+            copyHomeFile(u"template.xls"_s, name);
         run(u"insert into log (custname, sdate, respname, xlsfilename, Status) values "
             "('Acme', '2024-03-05', 'Ann', 'a.xls', True), ('Acme', '2024-03-05', 'Bob', 'b.xls', False), "
             "('Acme', '2024-03-05', 'Cy', 'c.xls', null)"_s);
@@ -47,7 +47,7 @@ protected:
     }
     void press(const char* button) {
         ::press(form(), button);
-        expectAtRest();
+        expectIdle();
     }
     QString mail(const QString& text, const QString& recipient, const QString& file) const {
         return u"Customer Satisfaction Survey|"_s + text + u'|' + recipient + u'|' + path(file);
@@ -56,21 +56,21 @@ protected:
         messages.expectTitled(u"Are you sure you want to delete the Survey File - "_s + name, 4 + 256,
                               answer);
     }
-    /// Mails the chosen files and gives the mails that were made of them.
-    QStringList mailed() {
+    /// Mails the chosen files and returns the mails.
+    QStringList mailChosen() {
         press("cmdmail");
         return std::exchange(mails, {});
     }
-    QStringList logged() const { return rows(u"select xlsfilename from log"_s); }
+    QStringList loggedFiles() const { return rows(u"select xlsfilename from log"_s); }
     QStringList files() const { return QDir(home()).entryList({u"?.xls"_s}); }
 
     int acme = 0;
-    bool clientThere = true;
-    QString failsOn; // this attachment
+    bool hasClient = true;
+    QString failsOn; // the attachment that cannot be mailed
     QString picked;
     QStringList mails;
     ShownFiles opened;
-    Replaced<mapi::hasClientHook> client{[this] { return clientThere; }};
+    Replaced<mapi::hasClientHook> client{[this] { return hasClient; }};
     Replaced<mapi::composeHook> composer{[this](const mapi::Mail& mail) {
         if (failsOn == mail.attachmentName)
             throw mapi::Failure(u"The client was cancelled."_s);
@@ -91,7 +91,7 @@ TEST_F(RegisterTest, listsAndOpensTheFilesOfACustomer) {
     messages.expect(u"\"../b.xls\" holds a folder where a bare file name is wanted."_s);
     key(Qt::Key_Enter);
     EXPECT_EQ(opened.paths.size(), 2);
-    expectAtRest();
+    expectIdle();
 
     keyOn(form(), "cmbCustomer", Qt::Key_Down);
     EXPECT_EQ(list().ListCount(), 0);
@@ -99,27 +99,27 @@ TEST_F(RegisterTest, listsAndOpensTheFilesOfACustomer) {
 
 TEST_F(RegisterTest, mailsTheChosenFiles) {
     choose({0, 2});
-    EXPECT_EQ(mailed(), QStringList({mail(u"."_s, u"ann@example.com"_s, u"a.xls"_s),
-                                     mail(u"."_s, u"No email address found"_s, u"c.xls"_s)}));
+    EXPECT_EQ(mailChosen(), QStringList({mail(u"."_s, u"ann@example.com"_s, u"a.xls"_s),
+                                         mail(u"."_s, u"No email address found"_s, u"c.xls"_s)}));
 
     add(u"standardmessage"_s, {{"customerid", acme}, {"standardmessage", u" Dear all \n"_s}});
     failsOn = u"b.xls"_s;
     choose({0, 1, 2});
     messages.expect(u"The client was cancelled."_s);
-    EXPECT_EQ(mailed(), QStringList(mail(u"Dear all"_s, u"ann@example.com"_s, u"a.xls"_s)));
-    clientThere = false;
+    EXPECT_EQ(mailChosen(), QStringList(mail(u"Dear all"_s, u"ann@example.com"_s, u"a.xls"_s)));
+    hasClient = false;
     messages.expectTitled(noClient, style::critical);
-    EXPECT_EQ(mailed(), QStringList());
+    EXPECT_EQ(mailChosen(), QStringList());
 
     // The survey forms' mail: no dot, no text in place of an address.
-    clientThere = true;
+    hasClient = true;
     Mailer().sendmail({u"Other"_s, u"Ann"_s, u"a.xls"_s});
     EXPECT_EQ(mails, QStringList{mail({}, {}, u"a.xls"_s)});
 }
 
 TEST_F(RegisterTest, aFileToMailIsLocated) {
     ASSERT_TRUE(QDir(home()).mkpath(u"moved"_s));
-    const QString moved = path(u"moved/It's.xls"_s); // either apostrophe will do
+    const QString moved = path(u"moved/It's.xls"_s); // either apostrophe is accepted
     ASSERT_TRUE(QFile::rename(path(u"b.xls"_s), moved));
     run(u"update log set xlsfilename='It\u2019s.xls' where xlsfilename='b.xls'"_s);
     const auto mailAll = [&](const QString& answer, const QString& refusal = {}) {
@@ -130,7 +130,7 @@ TEST_F(RegisterTest, aFileToMailIsLocated) {
             messages.expect(refusal, style::critical);
         picked = answer;
         choose({0, 1, 2});
-        return mailed();
+        return mailChosen();
     };
     EXPECT_EQ(mailAll(path(u"c.xls"_s), u"Wrong Survey file selected....."_s).size(), 1);
     const QStringList all = mailAll(moved);
@@ -140,7 +140,7 @@ TEST_F(RegisterTest, aFileToMailIsLocated) {
 
 TEST_F(RegisterTest, deletesTheChosenFiles) {
     const auto expectOpen = [this](const QString& name, Answer answer) {
-        bring(u"template.xls"_s, u".~lock."_s + name + u'#');
+        copyHomeFile(u"template.xls"_s, u".~lock."_s + name + u'#');
         messages.expectTitled(name + u" seems to be open in a spreadsheet program. What has been typed there "
                                      "and not been saved is missing in it. Go on all the same?",
                               style::yesNo + style::information + style::secondButton, answer);
@@ -152,9 +152,9 @@ TEST_F(RegisterTest, deletesTheChosenFiles) {
     expectDelete(u"c.xls"_s);
     expectOpen(u"c.xls"_s, Answer::No);
     press("cmdDelete");
-    EXPECT_EQ(logged(), QStringList({u"a.xls"_s, u"c.xls"_s}));
-    EXPECT_EQ(files(), logged());
-    // A file that is not there ends it, whatever is answered; the list is not filled again.
+    EXPECT_EQ(loggedFiles(), QStringList({u"a.xls"_s, u"c.xls"_s}));
+    EXPECT_EQ(files(), loggedFiles());
+    // A missing file ends the mailing, whatever the answer; the list is not filled again.
     ASSERT_TRUE(QDir(home()).mkpath(u"moved"_s));
     const QString moved = path(u"moved/It\u2019s.xls"_s);
     const QString name = u"It's.xls"_s;
@@ -176,26 +176,26 @@ TEST_F(RegisterTest, deletesTheChosenFiles) {
     };
     removeMissing(Answer::Cancel, {}, true);
     removeMissing(Answer::Ok, path(u"c.xls"_s), false);
-    EXPECT_EQ(logged(), QStringList({u"c.xls"_s, name}));
+    EXPECT_EQ(loggedFiles(), QStringList({u"c.xls"_s, name}));
     removeMissing(Answer::Ok, moved, true);
     EXPECT_FALSE(QFile::exists(moved));
-    EXPECT_EQ(logged(), QStringList(u"c.xls"_s));
-    EXPECT_EQ(files(), logged());
+    EXPECT_EQ(loggedFiles(), QStringList(u"c.xls"_s));
+    EXPECT_EQ(files(), loggedFiles());
 }
 
-TEST_F(RegisterTest, whatHappenedMeanwhileIsShownAndWhatWasChosenStays) {
-    const auto comeBack = [] {
+TEST_F(RegisterTest, concurrentChangesAreShownAndTheSelectionStays) {
+    const auto returnToForm = [] {
         frmReading::instance().Show();
         form().Show();
     };
     choose({1, 2});
     run(u"update log set Status=True where xlsfilename='b.xls'"_s);
     run(u"delete * from log where xlsfilename='a.xls'"_s);
-    comeBack();
+    returnToForm();
     EXPECT_EQ(listed(list()), (QStringList{u"b.xls|05/03/2024|Bob|Yes"_s, u"c.xls|05/03/2024|Cy|"_s}));
     EXPECT_EQ(list().SelectedRows(), (std::vector{0, 1}));
     run(u"delete * from customer where custname='Acme'"_s);
-    comeBack();
+    returnToForm();
     EXPECT_EQ(control<forms::ComboBox>(form(), "cmbCustomer")->ListIndex(), -1);
     EXPECT_EQ(list().ListCount(), 0);
 }
@@ -211,13 +211,13 @@ TEST_F(RegisterTest, theStandardMessageIsStored) {
             type(text);
             saves ? ::press(dialog, "cmdSave") : key(Qt::Key_Escape);
         });
-        press("cmdStandardMessage"); // returns when the dialog is gone
+        press("cmdStandardMessage"); // returns when the dialog is closed
         return value(u"select standardmessage from standardmessage"_s);
     };
     EXPECT_EQ(edit({}, u"  "_s), QString());
     const QString stored = u" It\u2019s time "_s;
     EXPECT_EQ(edit({}, u" It's time "_s), stored);
-    EXPECT_EQ(edit(stored.trimmed(), u" "_s), stored); // a blank one keeps the old
+    EXPECT_EQ(edit(stored.trimmed(), u" "_s), stored); // a blank one is not saved
     EXPECT_EQ(edit(stored.trimmed(), u"not this"_s, false), stored);
     EXPECT_EQ(value(u"select customerid from standardmessage"_s), QString::number(acme));
 }

@@ -52,7 +52,7 @@ const QDate autumn{2024, 9, 1};
 
 class SatisfactionIndexTest : public ReportTest {
 protected:
-    /// Acme with Price on three dates, Service on two of them, Quality asked and never answered; Brown with
+    /// Acme has answers to Price on three dates and to Service on two, and none to Quality; Brown has
     /// nothing.
     void SetUp() override {
         ReportTest::SetUp();
@@ -66,13 +66,13 @@ protected:
         const int quality = addQuestion(addParameter(u"Quality"_s), u"Lasting?"_s);
         for (const QDate& date : {spring, summer, autumn})
             addQuestionnaire(ann, addSurvey(acme, date), {priceA, priceB, service, quality});
-        addScore(ann, priceA, 1, spring, 5, 8); // two respondents are one group, the last one not rated
+        addScore(ann, priceA, 1, spring, 5, 8); // two respondents in one group; the last answer is not rated
         addScore(ann, priceB, 1, spring, 3, 6);
         addScore(bob, priceA, 1, spring, 0, 9);
         addScore(ann, priceA, 2, summer, 2, 9);
         addScore(ann, priceA, 3, autumn, 4, 7);
         addScore(ann, service, 1, spring, 1, 4);
-        addScore(ann, service, 2, summer, 5, 0); // a row of index 0
+        addScore(ann, service, 2, summer, 5, 0); // a row with index 0
         addScore(ann, service, 3, autumn, 1, 10);
         addCustomer(u"Brown"_s);
         form().Show();
@@ -120,22 +120,22 @@ TEST_F(SatisfactionIndexTest, viewFillsTheTablesAndTheChart) {
             EXPECT_EQ(drawn->GetData(row, i).has_value(),
                       name == u"Price" || (name == u"Service" && row != 2));
     }
-    expectAtRest();
+    expectIdle();
 }
 
-TEST_F(SatisfactionIndexTest, datesAreInclusiveAndAPointTellsItsIndex) {
+TEST_F(SatisfactionIndexTest, datesAreInclusiveAndAPointShowsItsIndex) {
     choose({"Price"});
     view();
     expectTip(1, u"7.3333335"_s);
     to->setValue(summer);
     from->setFocus(Qt::TabFocusReason);
     type(u"1/6/2024"_s);
-    key(Qt::Key_V, Qt::AltModifier); // which takes what is being typed
+    key(Qt::Key_V, Qt::AltModifier); // includes the date being typed
     EXPECT_EQ(lines(), QStringList{u"Price|01/06/2024|9|Acme"_s});
     EXPECT_EQ(drawn->RowCount(), 1);
     expectTip(1, u"9"_s);
 
-    expectNoRecords(); // from later than to
+    expectNoRecords(); // "from" is after "to"
     from->setValue(autumn);
     view();
     EXPECT_FALSE(drawn->isVisible());
@@ -158,7 +158,7 @@ TEST_F(SatisfactionIndexTest, changesOfTheChoiceCollapse) {
     keyOn(form(), "lstParameter", Qt::Key_Return); // an empty list runs nothing
 }
 
-/// An overflow ends the fill without a word; the groups before it stay, and the chart shows them.
+/// An overflow ends the fill silently; the groups before it are kept and shown.
 TEST_F(SatisfactionIndexTest, overflowIsSilentAndKeepsWhatWasWritten) {
     run(u"update feedbackobjective set score = 32767 where surveydate >= #06/01/2024#"_s);
     run(u"update feedbackobjective set weightage = 3 where weightage = 0"_s);
@@ -169,7 +169,7 @@ TEST_F(SatisfactionIndexTest, overflowIsSilentAndKeepsWhatWasWritten) {
     view();
     EXPECT_EQ(lines().size(), 2);
     EXPECT_EQ(drawn->RowCount(), 2);
-    expectAtRest();
+    expectIdle();
 }
 
 } // namespace

@@ -24,8 +24,8 @@ protected:
         key(Qt::Key_Return);
         return listed(list());
     }
-    /// From the first hit.
-    static void jump() {
+    /// Opens the first hit.
+    static void openHit() {
         form().Show();
         clickRow(list(), 0);
         key(Qt::Key_Return);
@@ -58,7 +58,7 @@ TEST_F(SearchTest, findsKeywordsInQuestionsAnswersAndActions) {
     const QString action = u"01/06/2006|No late van, ever|Acme|Improvement Plan|1"_s;
     const std::pair<QString, QStringList> table[] = {
         {u"LATE"_s, {score, words, action}},
-        {u"late van"_s, {score, words, action}}, // each once
+        {u"late van"_s, {score, words, action}}, // each only once
         {u" van, nothing "_s, {action}},         // the comma belongs to the keyword
         {u"Ann's"_s, {words}},
         {u"x  y"_s, {score, words, action}}, // the empty keyword finds all that is not Null
@@ -70,7 +70,7 @@ TEST_F(SearchTest, findsKeywordsInQuestionsAnswersAndActions) {
         EXPECT_EQ(value(u"select count(*) from search"_s).toInt(), hits.size());
     }
 
-    runRaw(u"drop view descquery"_s); // the second pass fails; what the first has found is listed
+    runRaw(u"drop view descquery"_s); // the second pass fails; the hits of the first are listed
     messages.expectBeginning(u"Error : "_s);
     EXPECT_EQ(search(u"late"_s), QStringList{score});
 }
@@ -92,7 +92,7 @@ TEST_F(SearchTest, aHitOpensItsFormAndTheSearchStaysBehind) {
     EXPECT_EQ(activeForm(), u"frmFeedBackObj"_s);
     key(Qt::Key_Escape);
 
-    run(u"delete * from search"_s); // by another program; the flag goes with the search that set it
+    run(u"delete * from search"_s); // by another program; the flag belongs to the search that set it
     list().setFocus();
     key(Qt::Key_Return);
     EXPECT_EQ(activeForm(), u"frmSearch"_s);
@@ -112,16 +112,16 @@ TEST_F(SearchTest, aHitIsFoundInAnOlderFormOrNothingIsShownForIt) {
     form().Show();
     search(u"again"_s);
     const auto customer = [&] { return control<forms::ListBox>(plan, "lstCusName")->Text(); };
-    jump();
+    openHit();
     EXPECT_EQ(customer() + shownAction(), u"AaronLate again"_s);
     run(u"delete * from customer where custid = 2"_s);
     messages.expectTitled(u"The customer of this hit is no longer there."_s, forms::style::information);
-    jump();
+    openHit();
     EXPECT_EQ(customer() + shownAction(), QString());
     EXPECT_EQ(control<forms::ListView>(plan, "lsvDtls")->ListCount(), 0);
 }
 
-TEST_F(SearchTest, aHitIsFoundInAnOlderFeedbackFormOrSaidToBeGone) {
+TEST_F(SearchTest, aHitIsFoundInAnOlderFeedbackFormOrReportedMissing) {
     frmFeedBackObj& feedback = frmFeedBackObj::instance();
     feedback.Show();
     const int brown = addCustomer(u"Brown"_s);
@@ -133,12 +133,12 @@ TEST_F(SearchTest, aHitIsFoundInAnOlderFeedbackFormOrSaidToBeGone) {
     form().Show();
     search(u"fair"_s);
     const auto* grid = control<forms::MSHFlexGrid>(feedback, "grdDtls");
-    jump();
+    openHit();
     EXPECT_EQ(control<forms::ComboBox>(feedback, "cmbCusName")->Text(), u"Brown"_s);
     EXPECT_EQ(grid->TextMatrix(1, 2), u"7"_s);
     run(u"delete * from survey"_s);
     messages.expectTitled(u"The survey of this hit is no longer there."_s, forms::style::information);
-    jump();
+    openHit();
     EXPECT_EQ(grid->TextMatrix(1, 1), QString()) << "nothing else is shown for it";
 }
 

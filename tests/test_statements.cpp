@@ -5,9 +5,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The program's deletes and selects that can be misread, run on a store whose names hold what the dialect
-/// turns elsewhere (True, False, a date in marks, .order, delete * from) and whose dates are another date
-/// with day and month exchanged: a statement that is misread finds or removes other rows.
+/// Runs the program's deletes and selects that the dialect could misread. The store's texts contain words
+/// that the dialect translates (True, False, a date in marks, .order, delete * from), and its dates are also
+/// valid with day and month exchanged: a misread statement finds or removes other rows.
 class StatementTest : public StoreTest {
 protected:
     void SetUp() override {
@@ -39,9 +39,9 @@ insert into search values (1, 'False', 'True', 'Survey (Objective)', '2002-05-03
  (1, 'Hurry', 'True', 'Improvement Plan', '2002-03-05')
 )"_s);
         for (const QString& statement : contents)
-            runRaw(statement); // as the store keeps it, untouched by the dialect
+            runRaw(statement); // the store's own SQL, not translated
     }
-    /// The statements of a script, each ends with its line; a line that begins with a blank goes on.
+    /// The statements of a script, one per line; a line that begins with a blank continues the one before.
     static QStringList statements(QString script) {
         return script.replace(u"\n "_s, u" "_s).split(u'\n', Qt::SkipEmptyParts);
     }
@@ -53,8 +53,8 @@ insert into search values (1, 'False', 'True', 'Survey (Objective)', '2002-05-03
     }
 };
 
-/// Each row: how many records are found, whether they are opened to be read or written, whether whole tables
-/// may be gone through or the cost follows the rows found ("index") or the customer's own ("own").
+/// Each row: the number of records found, whether they are opened for reading or writing, and whether tables
+/// may be scanned or only the rows found ("index") or the customer's own ("own").
 TEST_F(StatementTest, selectsFindTheirRows) {
     const QStringList table = statements(uR"(
 1 write index select * from respondent where respondentname='a.order' and custid=1 and
@@ -102,7 +102,7 @@ TEST_F(StatementTest, selectsFindTheirRows) {
         const QString reach = row.section(u' ', 2, 2);
         QString steps = plan(sql);
         const QString first = steps.section(u';', 0, 0);
-        // The parameters are few whatever the store holds: they alone may be gone through.
+        // The parameters are few in any store: only they may be scanned.
         EXPECT_TRUE(reach == u"scan" || !steps.remove(u"SCAN parameter;"_s).contains(u"SCAN"))
             << steps.toStdString();
         EXPECT_TRUE(reach != u"own" || first.contains(u"customer") || first.contains(u"survey") ||
@@ -111,7 +111,7 @@ TEST_F(StatementTest, selectsFindTheirRows) {
     }
 }
 
-/// Each row: how many records go, the statement.
+/// Each row: the number of records deleted, the statement.
 TEST_F(StatementTest, deletesRemoveTheirRows) {
     const QStringList table = statements(uR"(
 1 delete * from customer where custid=1
@@ -132,7 +132,7 @@ TEST_F(StatementTest, deletesRemoveTheirRows) {
     }
 }
 
-TEST_F(StatementTest, aDeletedCustomerOrParameterTakesWhatHangsOnItAndNothingElse) {
+TEST_F(StatementTest, deletingACustomerOrParameterRemovesItsDependentsOnly) {
     run(u"delete * from customer where custid=2"_s);
     EXPECT_EQ(addCustomer(u"New"_s), 3) << "a number is given once";
     run(u"delete * from customer where custid=1"_s);
@@ -151,7 +151,7 @@ TEST_F(StatementTest, aQuestionIsNoLongerThanAFormTakes) {
     EXPECT_THROW(add(u"questions"_s, {{"question", QString(256, u'x')}}), ado::Failure);
 }
 
-TEST_F(StatementTest, theMatrixAndTheIndexHoldScoreQuestionsOnly) {
+TEST_F(StatementTest, theMatrixAndTheIndexUseScoreQuestionsOnly) {
     for (const QString& answers : {u"scatter"_s, u"scatterqry"_s}) {
         run(u"update questions set Type=True where questionid=1"_s);
         EXPECT_EQ(rows(u"select score from "_s + answers).size(), 4);

@@ -24,11 +24,11 @@
 
 #include <vector>
 
-/// A form, with what must stand for it to open.
+/// A form that can be opened by name.
 struct AnyForm {
     const char* name;
-    forms::Form& (*open)(); ///< shows it
-    void (*close)();        ///< and what was opened for it
+    forms::Form& (*open)(); ///< opens its owner form first, if it has one
+    void (*close)();        ///< closes the owner form too
 };
 
 template <class FormClass> AnyForm plainForm(const char* name) {
@@ -40,7 +40,7 @@ template <class FormClass> AnyForm plainForm(const char* name) {
             [] { FormClass::unload(); }};
 }
 
-/// Needs the form that it belongs to.
+/// A form that needs its owner form.
 template <class FormClass, class Owner> AnyForm ownedForm(const char* name) {
     return {name,
             []() -> forms::Form& {
@@ -54,7 +54,7 @@ template <class FormClass, class Owner> AnyForm ownedForm(const char* name) {
             }};
 }
 
-/// Every form but the splash.
+/// All forms except the splash form.
 inline std::vector<AnyForm> allForms() {
     return {plainForm<frmAboutUs>("frmAboutUs"),
             plainForm<frmCustomer>("frmCustomer"),

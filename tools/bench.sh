@@ -1,12 +1,12 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: GPL-3.0-or-later
-# Builds the benches in release and runs them all, one after the other, without a display. Let nothing else run meanwhile.
+# Builds the benchmarks in release and runs them one after the other, without a display. Nothing else should run meanwhile.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
 tools/packages.sh build tests peers
 cmake --preset release -DGAUGEWELL_BENCH=ON >/dev/null
-benches=(bench_index bench_search bench_reading bench_start bench_survey_export)
+benches=(bench_index bench_search bench_reading bench_start bench_surveyexport)
 cmake --build --preset release --target "${benches[@]}"
 export QT_QPA_PLATFORM=offscreen
 for name in index search reading start; do
@@ -16,5 +16,5 @@ done
 echo "== export =="
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
-build/release/bench/bench_survey_export home/template.xls "$folder/survey.xls"
-/usr/bin/python3 bench/export_peers.py home/template.xls "$folder/survey.xls"
+build/release/bench/bench_surveyexport home/template.xls "$folder/survey.xls"
+/usr/bin/python3 bench/exportpeers.py home/template.xls "$folder/survey.xls"

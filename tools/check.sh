@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: GPL-3.0-or-later
-# Looks at the sources without running them: format, layering, file length, help, map, clang-tidy.
+# Static checks: format, layering, file length, test rules, help, docs/architecture.md, clang-tidy.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 mapfile -t sources < <(git ls-files '*.cpp' '*.h')
@@ -12,7 +12,7 @@ echo "== Layers =="
 tools/checklayers.py
 
 echo "== Length =="
-# Functions are at most 60 lines long; clang-tidy below counts them.
+# The length of functions (60 lines) is checked by clang-tidy below.
 over=0
 for file in "${sources[@]}"; do
   case $file in
@@ -26,11 +26,11 @@ done
 [ "$over" = 0 ]
 
 echo "== Tests =="
-# Under gtest Qt's own test macros end a function and fail nothing. A hook that is set by assignment points into the
-# test even after its end: tests/support/replaced.h.
+# Under gtest, Qt's test macros return from a function without failing the test. A hook set by assignment outlives the
+# test: use tests/support/replaced.h.
 if git grep -nE '\bQ(VERIFY|COMPARE|TRY_|SKIP|FAIL)' -- tests ||
   git grep -nE 'Hook *=($|[^=])|exchange\(.*Hook' -- tests ':!tests/main.cpp'; then
-  echo "These lines do not belong into a test." >&2
+  echo "These lines are not allowed in tests." >&2
   exit 1
 fi
 
@@ -39,14 +39,14 @@ tools/checkhelp.py
 tools/checkdocs.py
 
 echo "== clang-tidy =="
-# It reports on the headers that the filter lets through.
+# clang-tidy reports only on headers that match the filter.
 filter=$(sed -n "s/^HeaderFilterRegex: '\(.*\)'$/\1/p" .clang-tidy)
 if git ls-files '*.h' ':!tests' ':!bench' ':!fuzz' | sed 's|^|/|' | grep -vE "$filter"; then
-  echo "These headers are not let through by HeaderFilterRegex of .clang-tidy." >&2
+  echo "HeaderFilterRegex in .clang-tidy does not match these headers." >&2
   exit 1
 fi
-# The generated headers must be there. All checks of .clang-tidy, the path-sensitive ones among them, take half an hour on
-# two cores: run them by hand. Here stand clang's own warnings and the checks that find real faults cheaply.
+# Needs the generated headers. Only the cheap checks run here; all checks of .clang-tidy take half an hour on two cores and
+# are run by hand.
 checks='-*,readability-function-size'
 checks+=',bugprone-use-after-move,bugprone-dangling-handle,misc-redundant-expression,performance-no-automatic-move'
 checks+=',performance-for-range-copy,performance-unnecessary-copy-initialization'

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""Checks that every file, class and name that docs/architecture.md sets in backticks is still there."""
+"""Checks that every file, class and name in backticks in docs/architecture.md exists."""
 import re, subprocess, sys
 from pathlib import Path
 
@@ -26,7 +26,7 @@ for line in (ROOT / "docs/architecture.md").read_text().split("\n"):
     for name in re.findall(r"`([^`]+)`", line):
         if name.startswith("-D"):
             name = name[2:].split("=")[0]
-        if not name.startswith("frmX") and not is_there(name, folder and folder[1]): # frmX is any form
+        if not name.startswith("frmX") and not is_there(name, folder and folder[1]): # frmX stands for any form
             missing.append(name)
-print("\n".join("docs/architecture.md names what is not there: " + name for name in missing))
+print("\n".join("docs/architecture.md names something that does not exist: " + name for name in missing))
 sys.exit(1 if missing else 0)

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""Checks the help: each form's topic, which is that of its context number or else of its title, names all buttons that can
-come into sight and all messages, piece by piece; links lead to topics, and the contents to all of them."""
+"""Checks the help: the topic of each form, found by its context number or title, names all buttons that can be shown and
+quotes all messages; all links lead to topics, and the contents list all topics."""
 import html, re, sys
 import xml.etree.ElementTree as ElementTree
 from pathlib import Path
@@ -31,9 +31,8 @@ def argument(code, start, number=0):
 
 
 def messages(code):
-    """The expressions that messages come from: what msgBox and a table's check are given, and where that is a name, what
-    is assigned to it, what the function of that name gives, or what is handed to a function with a parameter of that
-    name."""
+    """The expressions of messages: the arguments of msgBox and of a table's check. For a name in them also the values
+    assigned to it, the body of the function of that name, and the arguments of functions with a parameter of that name."""
     for call in re.finditer(r"\b(msgBox)\(|->check\(", code):
         given = argument(code, call.end(), 0 if call[1] else 1)
         yield given
@@ -57,26 +56,30 @@ for part in re.split(r"(?=<h2 )", source)[1:]:
     topics[int(head[1])] = (plain(head[2]), part)
 links = re.findall(r'href="([^"]*)"', source)
 faults = [f"the link {link} leads to no topic" for link in links if not (link[:2] == "#c" and int(link[2:]) in topics)]
-faults += [f"the contents do not lead to c{n}" for n in topics if n and f'"#c{n}"' not in topics[0][1]]
+faults += [f"the contents do not list c{n}" for n in topics if n and f'"#c{n}"' not in topics[0][1]]
 
-checked, forms = 0, {}
+checked, forms, shared = 0, {}, {}
+for path in files(".h"):  # the forms that share a class have its controls too
+    for form, base in re.findall(r"DefaultForm<(\w+), (\w+)>", path.read_text(encoding="utf-8")):
+        shared.setdefault(base, {})[form] = path.with_suffix(".cpp")
 for path in files(".ui"):
     ui = ElementTree.parse(path)
     title = ui.findtext("widget/property[@name='windowTitle']/string")
-    code = path.with_suffix(".cpp").read_text(encoding="utf-8")
-    context = re.search(r"helpContext(?: =|\(\) const \{\s*return) (\d+);", code)
-    number = int(context[1]) if context else {name: number for number, (name, _) in topics.items()}.get(title)
-    forms[path.stem] = plain(topics[number][1]) if number in topics else ""
-    for button in ui.iterfind(".//widget"):
-        text = [button.findtext(f"property[@name='{name}']/string") for name in ("text", "toolTip")]
-        hidden = button.find("property[@name='visible']/bool") is not None and f"{button.get('name')}->show()" not in code
-        caption = (text[0] or text[1] or "").replace("&", "") if button.get("class").endswith("Button") else ""
-        if not hidden and caption not in forms[path.stem]:
-            faults.append(f"{path.stem}: the button {caption!r} is not in topic {number}")
+    for form, source_file in shared.get(ui.findtext("class"), {path.stem: path.with_suffix(".cpp")}).items():
+        code = source_file.read_text(encoding="utf-8")
+        context = re.search(r"helpContext(?: =|\(\) const \{\s*return) (\d+);", code)
+        number = int(context[1]) if context else {name: number for number, (name, _) in topics.items()}.get(title)
+        forms[form] = plain(topics[number][1]) if number in topics else ""
+        for button in ui.iterfind(".//widget"):
+            text = [button.findtext(f"property[@name='{name}']/string") for name in ("text", "toolTip")]
+            hidden = button.find("property[@name='visible']/bool") is not None and f"{button.get('name')}->show()" not in code
+            caption = (text[0] or text[1] or "").replace("&", "") if button.get("class").endswith("Button") else ""
+            if not hidden and caption not in forms[form]:
+                faults.append(f"{form}: the button {caption!r} is missing in topic {number}")
 for path in files(".cpp"):
     topic = forms.get(path.stem.split("_")[0], plain(source))
     texts = {piece for message in messages(path.read_text(encoding="utf-8")) for piece in pieces(message)}
-    faults += [f"{path.name}: the message {text!r} is not in its topic" for text in texts if text not in topic]
+    faults += [f"{path.name}: the message {text!r} is missing in its topic" for text in texts if text not in topic]
     checked += len(texts)
 print(f"{len(topics)} topics, {len(links)} links, {len(forms)} forms, {checked} texts of messages", *faults, sep="\n")
 sys.exit(1 if faults or not links or not forms or not checked else 0)

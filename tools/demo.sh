@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: GPL-3.0-or-later
-# demo.sh BUILD HOME: makes the demonstration in a new home: the store, its survey files, the organisation's name.
+# demo.sh BUILD HOME: creates the demonstration in a new home: store, survey files, name of the organisation.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 build=$1 home=$2

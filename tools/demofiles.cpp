@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// demofiles HOME: exports the survey files of the demonstration store's last date into its home. Files whose
-// respondent has answered hold the answers and count as read in; the others are outstanding.
+// demofiles HOME: exports the survey files of the last survey date of the demonstration store to HOME. The
+// files of respondents with answers are filled in and marked as read; the others are outstanding.
 #include "core/Main.h"
 #include "core/base/gblGlobal.h"
 #include "exchange/files/cellmap.h"
@@ -39,7 +39,7 @@ std::vector<Respondent> respondents() {
     return result;
 }
 
-/// Enters the stored answer to the question whose block begins in that row; false when there is none.
+/// Enters the stored answer to the question whose block begins in that row; false if there is none.
 bool enter(const excel::Worksheet& sheet, int row, const QString& respondentid) {
     const QString ofAnswer = u" where respondentid="_s + respondentid + u" and questionid=" +
                              sheet.Cells(row, cellmap::column::key).Value().text() + u" and surveydate=#" +
@@ -61,7 +61,7 @@ bool enter(const excel::Worksheet& sheet, int row, const QString& respondentid) 
     return true;
 }
 
-/// Fills the file in as its respondent did; leaves it as it is when nothing has been answered.
+/// Fills the file in with the respondent's answers; leaves it unchanged if there are none.
 void fillIn(const QString& name, const QString& respondentid) {
     const excel::Workbook workbook = excel::Application().Workbooks().Open(homeDirectory() + u'/' + name);
     const excel::Worksheet sheet = workbook.Worksheets(cellmap::sheetName.toString());
@@ -100,7 +100,8 @@ int main(int argc, char** argv) {
     setHomeDirectory(arguments[1]);
     strCompanyName = QString::fromUtf8(demo::organisation);
     bool failed = false;
-    forms::messageHook = [&](const forms::Message& message) { // whether to view a file, else a failure
+    forms::messageHook = [&](const forms::Message& message) { // the question whether to view a file; any
+                                                              // other message is a failure
         if (message.style != forms::style::yesNo + forms::style::information) {
             failed = true;
             std::fprintf(stderr, "%s\n", qPrintable(message.text));

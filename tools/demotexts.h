@@ -3,7 +3,7 @@
 
 #include <array>
 
-/// The words of the demonstration store.
+/// The texts of the demonstration store.
 namespace demo {
 
 inline constexpr const char* organisation = "Larkmoor Quality Services";
@@ -19,7 +19,7 @@ struct Customer {
     const char* phone;
     const char* domain; ///< of all its e-mail addresses
     std::array<Respondent, 3> respondents;
-    double bias; ///< how much kinder (or harsher) than others its people rate
+    double bias; ///< added to all scores of its respondents
 };
 
 inline constexpr Customer customers[] = {
@@ -60,7 +60,7 @@ inline constexpr Customer customers[] = {
 struct Parameter {
     const char* name;
     std::array<const char*, 4> scored;
-    const char* open; ///< the question that asks for words
+    const char* open; ///< the Descriptive question
     std::array<const char*, 3> replies;
     double level;  ///< the mean score of the first quarter
     double trend;  ///< a quarter

@@ -1,14 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// grab HOME FOLDER [dark]: opens each form on the store in HOME and saves its picture, and that of the main
-// window and some topics of the help, in FOLDER, so that its look is seen and not guessed. Takes
-// QT_SCALE_FACTOR and -style as any Qt program does.
+// grab HOME FOLDER [dark]: saves pictures of every form, the main window and some help topics, with the store
+// in HOME, to FOLDER. Accepts QT_SCALE_FACTOR and -style like any Qt program.
 #include "analysis/frmDateToDate.h"
 #include "analysis/frmDtoDActionPlan.h"
 #include "analysis/frmDtoDSatisfactionOverview.h"
 #include "analysis/frmPerformanceMatrix.h"
 #include "analysis/frmSatisfactionIndex.h"
-// window, in FOLDER, so that its look is seen and not guessed. Takes QT_SCALE_FACTOR and -style as any Qt
-// program does.
 #include "core/MDIMain.h"
 #include "core/Main.h"
 #include "core/base/gblGlobal.h"
@@ -62,7 +59,7 @@ bool grabForm(const AnyForm& any) {
     return saved;
 }
 
-/// With a list of files; those of the register show their details.
+/// Shows a list of files; the first is in the register, so its details are shown.
 bool grabReading() {
     forms::openFileHook = [](const forms::CommonDialog&) -> QString {
         return homeDirectory() + u"/111.xls\n" + homeDirectory() + u"/Returned by Ann in March.xls";
@@ -76,11 +73,11 @@ bool grabReading() {
     return saved;
 }
 
-/// The editor of the first customer's first respondent; needs the selection to stand.
+/// The questionnaire editor for the first customer's first respondent.
 bool grabEditor() {
     frmSelectSurvey& selection = frmSelectSurvey::instance();
     selection.Show();
-    blnSurveyPasted = true; // opens a questionnaire that exists without a question
+    blnSurveyPasted = true; // opens an existing questionnaire without asking
     selection.dtSDate()->setValue({2026, 3, 31});
     selection.cmdBlankSurvey();
     frmNewSurvey::instance().findChild<QTreeWidget*>()->expandAll();
@@ -140,8 +137,8 @@ int main(int argc, char** argv) {
     }
     if (arguments.value(3) == u"dark")
         QApplication::setPalette(darkPalette());
-    qputenv("XDG_CONFIG_HOME", (arguments[1] + u"/config"_s).toUtf8()); // the user's own stays as it is
-    forms::todayHook = [] { return QDate(2026, 7, 2); }; // so that every run gives the same pictures
+    qputenv("XDG_CONFIG_HOME", (arguments[1] + u"/config"_s).toUtf8()); // not the user's own
+    forms::todayHook = [] { return QDate(2026, 7, 2); };                // the same pictures in every run
     setHomeDirectory(arguments[1]);
     folder.setPath(arguments[2]);
     strCompanyName = u"Larkmoor Quality Services"_s;
@@ -156,13 +153,13 @@ int main(int argc, char** argv) {
     saved = save(MDIMain::instance(), u"MDIMain"_s) && saved;
     for (const AnyForm& form : allForms())
         saved = grabForm(form) && saved;
-    // Once more those that show more with data in them.
+    // Again with data or a chart.
     saved = grabReading() && saved;
     saved = grabSearch() && saved;
     saved = grabEditor() && saved;
     saved = grabIndex() && saved;
     saved = grabMatrix() && saved;
-    for (const int context : {0, 201, 12}) // the beginning, a long topic, one with a table
+    for (const int context : {0, 201, 12}) // the contents, a long topic, one with a table
         saved = grabHelp(context) && saved;
     MDIMain::destroy();
     return saved ? 0 : 1;

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// makedemo: prints the demonstration store as statements that follow the schema: 5 customers with 3
-// respondents each, 8 parameters of 5 questions, 6 quarterly surveys with answers, and actions. The same at
-// each run.
+// makedemo: prints the SQL statements that fill a demonstration store: 5 customers with 3 respondents each, 8
+// parameters of 5 questions, 6 quarterly surveys with answers, and actions. The output is always the same.
 #include "tools/demotexts.h"
 
 #include <QDate>
@@ -33,7 +32,7 @@ QString quoted(const QDate& date) {
     return quoted(date.toString(Qt::ISODate));
 }
 
-/// Numbers that are the same on every machine.
+/// Pseudo-random numbers, the same on every machine.
 class Chance {
 public:
     /// A whole number from 0 to end - 1.
@@ -114,7 +113,7 @@ private:
         insert(u"survey"_s, {surveyid, quoted(surveyDate(quarter)), QString::number(customer + 1)});
         for (int person = 0; person < 3; ++person) {
             const int respondentid = customer * 3 + person + 1;
-            const bool answered = quarter + 1 < quarters || person < 2; // the last forms are still out
+            const bool answered = quarter + 1 < quarters || person < 2; // some of the last are outstanding
             int order = 0;
             int questionid = 0;
             for (const demo::Parameter& parameter : demo::parameters)
@@ -133,7 +132,7 @@ private:
         int quarter;
         int respondentid;
         int questionid;
-        int ofParameter; // which question of its parameter
+        int ofParameter; // index of the question within its parameter
     };
 
     static QString mark(double value) {

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""makeslides.py: makes home/gettingstarted.pps, a slide show of PowerPoint 97-2003, from docs/gettingstarted.md.
-makeslides.py GRABS: first takes the pictures of the slides from a folder that tools/grab has filled, each cut to its
-window and in few colours. Both need the packages of the group "slides"."""
+"""makeslides.py: makes home/gettingstarted.pps, a PowerPoint 97-2003 slide show, from docs/gettingstarted.md.
+makeslides.py GRABS: first updates the pictures of the slides from a folder that tools/grab has filled, cropped to the form
+and with few colours. Needs the packages of the group "slides"."""
 import base64, re, subprocess, sys, tempfile
 from html import escape
 from pathlib import Path
@@ -16,7 +16,7 @@ COLOURS = 64
 # Centimetres.
 WIDTH, HEIGHT = 28, 15.75
 EDGE, TOP, GAP = 1.0, 2.6, 0.4
-INSET = 0.25  # of a text in its box
+INSET = 0.25  # of text in its box
 PICTURE_WIDTH, PICTURE_HEIGHT = 17.6, 12.2
 LARGEST_PIXEL = 0.022
 
@@ -66,9 +66,9 @@ def text(style, lines):
 
 
 def picture(name, title):
-    """The frame of a picture, as large as its place allows unless it would look coarse."""
+    """The frame of a picture, as large as possible up to LARGEST_PIXEL."""
     data = (DOCS / name).read_bytes()
-    pixels = [int.from_bytes(data[at:at + 4], "big") for at in (16, 20)]  # the head of a PNG
+    pixels = [int.from_bytes(data[at:at + 4], "big") for at in (16, 20)]  # PNG header
     scale = min(PICTURE_WIDTH / pixels[0], PICTURE_HEIGHT / pixels[1], LARGEST_PIXEL)
     width, height = (scale * side for side in pixels)
     image = f"<draw:image><office:binary-data>{base64.b64encode(data).decode()}</office:binary-data></draw:image>"
@@ -98,7 +98,7 @@ def take_pictures(grabs):
     from PIL import Image, ImageChops
     for name, grabbed in GRABBED.items():
         window = Image.open(grabs / f"{grabbed}.png").convert("RGB")
-        empty = window.getpixel((window.width - 20, window.height - 40))  # of the main window, beside the form
+        empty = window.getpixel((window.width - 20, window.height - 40))  # background of the main window
         area = window.crop((0, 58, window.width, window.height - 22))  # without menus and status bar
         edges = ImageChops.difference(area, Image.new("RGB", area.size, empty)).getbbox()
         area.crop(edges).quantize(COLOURS, dither=Image.Dither.NONE).save(DOCS / f"pictures/{name}.png", optimize=True)

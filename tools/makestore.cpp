@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// makestore STORE.MDB PASSWORD SCRIPT.SQL...: makes a store from scripts, the schema first. Run by the build.
+// makestore STORE.MDB PASSWORD SCRIPT.SQL...: creates a store from SQL scripts, the schema first. Run by the
+// build.
 #include "platform/ado/error.h"
 #include "platform/ado/store.h"
 

@@ -1,11 +1,10 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""maketemplate.py FILE: draws the template of survey files, home/template.xls (needs python3-xlwt).
+"""maketemplate.py FILE: makes the template of survey files, home/template.xls (needs python3-xlwt).
 
-Rows 1 to 13 are drawn here; the program writes A1, B3, B8, B9 and the hidden columns H and I, and the questions
-from row 14 on. Those take the look of the workbook's default cell, which is set here as well: its vertical alignment
-and the height of a row, so that an empty box is big enough to write into.
-The standard palette must stay as it is: the program frames its boxes by its colour indexes.
+Rows 1 to 13 are laid out here. The program writes A1, B3, B8, B9, the hidden columns H and I, and the questions from
+row 14 on; those have the format of the default cell and the default row height, which are set here too.
+The palette must be the standard one: the program uses its colour indexes for the frames of the boxes.
 """
 import struct
 import sys
@@ -17,7 +16,7 @@ PASSWORD = "kvtwpa"
 BLACK, RED, DARK_BLUE, BLUE, GREY, PALE_BLUE, WHITE = 8, 10, 32, 39, 23, 44, 9
 TITLE_ROWS = (11, 12)  # counted from 0: the headings, repeated on each printed page
 WIDTHS = {"A": 17, "B": 54, "C": 10, "D": 12, "E": 10, "F": 12, "G": 2}  # in characters
-ROW_HEIGHT = 25.5  # points, of a row that has no height of its own: two lines
+ROW_HEIGHT = 25.5  # points, by default: two lines
 
 MARKS = ("A question in a red frame asks for marks. Score: how satisfied you are, from 1 (not at all) to 10 (fully). "
          "Weightage: how much the matter means to you, from 1 (little) to 10 (very much).")
@@ -28,7 +27,7 @@ INTRODUCTION = ("Please fill in the framed white boxes, save the file and send i
 
 
 class Name(BIFFRecords.BiffRecord):
-    """A built-in name of the first sheet that stands for whole rows."""
+    """A built-in name of the first sheet for a range of rows."""
     _REC_ID = 0x0018
     PRINT_TITLES = 0x07
 
@@ -39,7 +38,7 @@ class Name(BIFFRecords.BiffRecord):
 
 
 class TemplateWorkbook(xlwt.Workbook):
-    def _Workbook__all_links_rec(self):  # the library writes no built-in names of its own
+    def _Workbook__all_links_rec(self):  # xlwt writes no built-in names
         return (BIFFRecords.InternalReferenceSupBookRecord(1).get() +
                 BIFFRecords.ExternSheetRecord([(0, 0, 0)]).get() +
                 Name(Name.PRINT_TITLES, *TITLE_ROWS).get())
@@ -71,7 +70,7 @@ def set_height(sheet, row, points):
 
 
 def draw_head(sheet):
-    """The organisation, the title and the names are the program's texts; here they only get their looks."""
+    """Organisation, title and names are written by the program; only their format is set here."""
     sheet.write_merge(0, 0, 0, 5, "", style(14, bold=True, colour=WHITE, fill=DARK_BLUE, wrap=True))
     sheet.write(2, 1, "", style(20, bold=True, colour=DARK_BLUE))
     sheet.write_merge(3, 3, 1, 5, INTRODUCTION, style(10, wrap=True))
@@ -101,7 +100,7 @@ def set_up_page(sheet):
     sheet.portrait = True
     sheet.fit_num_pages = 1
     sheet.fit_width_to_pages = 1
-    sheet.fit_height_to_pages = 0  # as many as it takes
+    sheet.fit_height_to_pages = 0  # as many pages as needed
     sheet.print_centered_horz = True
     sheet.left_margin = sheet.right_margin = 0.5  # inches
     sheet.top_margin = 0.6
@@ -116,7 +115,7 @@ def main(path):
     sheet = book.add_sheet("Sheet1")
     for letter, characters in WIDTHS.items():
         sheet.col(ord(letter) - ord("A")).width = characters * 256
-    for hidden in (7, 8):  # H and I: the keys by which the program knows the file again
+    for hidden in (7, 8):  # H and I: the keys that identify the file
         sheet.col(hidden).hidden = True
     sheet.row_default_height = int(ROW_HEIGHT * 20)
     sheet.show_grid = False

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: GPL-3.0-or-later
-# packages.sh GROUP...: installs the Debian packages of the groups that are not there yet. As root, or with sudo.
+# packages.sh GROUP...: installs the missing Debian packages of the groups. Needs root or sudo.
 set -euo pipefail
 
 build="g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools qt6-svg-dev libgl1-mesa-dev libsqlite3-dev libqcustomplot-dev"
@@ -24,7 +24,7 @@ missing=""
 for package in $wanted; do
   [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)" = installed ] || missing+=" $package"
 done
-[ -n "$missing" ] || { echo "Packages: all there."; exit 0; }
+[ -n "$missing" ] || { echo "Packages: all installed."; exit 0; }
 
 echo "Packages to install:$missing"
 as_root=""

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: GPL-3.0-or-later
-# pictures.sh BUILD: makes the pictures of README.md from the demonstration. Needs LibreOffice and pdftoppm.
+# pictures.sh BUILD: makes the pictures in README.md from the demonstration. Needs LibreOffice and pdftoppm.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 build=$1

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: GPL-3.0-or-later
-# testpackages.sh BUILD: makes both packages of a build directory, installs or unpacks each, starts it on a virtual display
-# with an empty home, installs once more over a used home and removes it. The .deb is installed as root only, else unpacked.
+# testpackages.sh BUILD: makes both packages of a build directory. Installs each, starts it on a virtual display with an
+# empty home, installs it again over the used home, and removes it. Without root the .deb is only unpacked.
 set -euo pipefail
 build=$(cd "$1" && pwd)
 work=$(mktemp -d)
@@ -17,7 +17,7 @@ finish() {
 }
 trap finish EXIT
 fail() { echo "testpackages.sh: $1" >&2; exit 1; }
-within() { # within SECONDS WHAT COMMAND...: until the command succeeds
+within() { # within SECONDS WHAT COMMAND...: repeats the command until it succeeds
   local seconds=$1 what=$2
   shift 2
   for _ in $(seq $((seconds * 10))); do "$@" && return; sleep 0.1; done
@@ -31,15 +31,15 @@ start_display() {
   export DISPLAY
   openbox >/dev/null 2>&1 &
   unset WAYLAND_DISPLAY XDG_CONFIG_HOME GAUGEWELL_HOME
-  # A program with the leak sanitizer answers for its own leaks, not for what the message bus keeps for itself.
+  # Ignores leaks of the message bus library.
   echo "leak:libdbus-1.so" >"$work/suppressions"
   export LSAN_OPTIONS="suppressions=$work/suppressions:print_suppressions=0"
 }
 
-# another_window WINDOW: a visible window of the program that is not this one, into $window.
+# another_window WINDOW: sets $window to another visible window of the program.
 another_window() { window=$(xdotool search --onlyvisible --name '^Gaugewell$' 2>/dev/null | grep -vx "$1"); }
 
-run_once() { # the launcher, past the splash form to the main window, and out by Ctrl+Q
+run_once() { # run_once LAUNCHER: starts, clicks the splash form, quits the main window by Ctrl+Q
   "$1" >"$work/log" 2>&1 &
   local program=$! splash
   within 20 "the splash form" another_window none
@@ -48,7 +48,7 @@ run_once() { # the launcher, past the splash form to the main window, and out by
   within 20 "the main window" another_window "$splash"
   [ "$(xdotool getwindowgeometry "$window" | grep -c 'Geometry: 1180x660')" = 1 ] || fail "the main window has another size"
   xdotool windowfocus --sync "$window" key ctrl+q
-  wait "$program" || { cat "$work/log" >&2; fail "the program did not end well"; }
+  wait "$program" || { cat "$work/log" >&2; fail "the program exited with an error"; }
 }
 
 sql() {
@@ -56,7 +56,7 @@ sql() {
 with sqlite3.connect(sys.argv[1]) as store: print(store.execute(sys.argv[2]).fetchone())' "$HOME/Gaugewell/Tallywell.mdb" "$1"
 }
 
-check_home() { # check_home LAUNCHER INSTALL...: a first start, then the install once more and a second start
+check_home() { # check_home LAUNCHER INSTALL...: starts, installs again and starts again
   local launcher=$1 home="$HOME/Gaugewell"
   shift
   run_once "$launcher"
@@ -73,13 +73,13 @@ check_home() { # check_home LAUNCHER INSTALL...: a first start, then the install
   cmp -s "$home/scatter.rpt" "$(dirname "$(dirname "$launcher")")/share/gaugewell/scatter.rpt" || fail "another layout"
 }
 
-check_refusal() { # a home that cannot be made is told, in a window too, and the start fails
+check_refusal() { # check_refusal LAUNCHER: a home that cannot be made is reported, in a window too, and the start fails
   local launcher=$1
   GAUGEWELL_HOME=/dev/null/home "$launcher" >"$work/log" 2>&1 &
   within 20 "the message" another_window none
   xdotool windowfocus --sync "$window" key Return
-  ! wait $! || fail "a home that cannot be made has been taken"
-  grep -q "^The folder '/dev/null/home' cannot be made" "$work/log" || fail "it is not told that the home cannot be made"
+  ! wait $! || fail "it has started without a home"
+  grep -q "^The folder '/dev/null/home' cannot be made" "$work/log" || fail "it does not report that the home cannot be made"
 }
 
 check_desktop() { # check_desktop PREFIX
@@ -133,4 +133,4 @@ if [ -n "$installed" ]; then
   done
 fi
 [ -s "$HOME/Gaugewell/Tallywell.mdb" ] || fail "removing has removed the user's data"
-echo "Both packages hold."
+echo "Both packages work."

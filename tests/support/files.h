@@ -19,7 +19,7 @@ inline void writeFile(const QString& path, const QByteArray& content) {
     ASSERT_EQ(file.write(content), content.size());
 }
 
-/// What a program prints; the test fails unless it ends well.
+/// The output of a program; the test fails unless it exits with 0.
 inline QByteArray outputOf(const QString& program, const QStringList& arguments) {
     QProcess process;
     process.start(program, arguments);
@@ -28,13 +28,13 @@ inline QByteArray outputOf(const QString& program, const QStringList& arguments)
     return process.readAllStandardOutput();
 }
 
-/// The same of a Python script of tests/.
+/// The output of a Python script in tests/.
 inline QByteArray runScript(const QString& script, const QStringList& arguments) {
     return outputOf(QStringLiteral("/usr/bin/python3"),
                     QStringList{QStringLiteral(GAUGEWELL_SOURCE "/tests/") + script} + arguments);
 }
 
-/// A workbook as another program, python3-xlrd, sees it.
-inline QJsonObject seenByXlrd(const QString& path) {
-    return QJsonDocument::fromJson(runScript(QStringLiteral("excel_judge.py"), {path})).object();
+/// A workbook as read by python3-xlrd.
+inline QJsonObject readByXlrd(const QString& path) {
+    return QJsonDocument::fromJson(runScript(QStringLiteral("readworkbook.py"), {path})).object();
 }

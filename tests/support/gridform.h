@@ -9,7 +9,7 @@
 #include <QHeaderView>
 #include <QLineEdit>
 
-/// A grid that is edited in place, driven as a user does.
+/// A grid edited in place, driven by mouse and keys.
 struct EditedGrid {
     forms::MSHFlexGrid* grid;
     QLineEdit* box;
@@ -41,12 +41,12 @@ struct EditedGrid {
         return QStringList{text(number, 1), text(number, 2), text(number, 3), text(number, 4)}.join(u'|');
     }
     std::pair<int, int> cell() const { return {grid->Row(), grid->Col()}; }
-    /// In sight, too.
-    bool boxLiesOverCell() const {
+    /// Whether the editing box is visible and covers the current cell.
+    bool isBoxOverCell() const {
         return box->isVisible() && box->geometry() == grid->cellRect() &&
                grid->viewport()->rect().contains(box->geometry());
     }
-    /// Pastes into the cell in hand.
+    /// Pastes into the current cell.
     static void paste(const QString& text) {
         QGuiApplication::clipboard()->setText(text);
         key(Qt::Key_V, Qt::ControlModifier);

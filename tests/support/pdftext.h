@@ -6,7 +6,7 @@
 #include <QRegularExpression>
 #include <QStringList>
 
-/// The text of each page of a PDF, blanks run together, as another program reads it.
+/// The text of each page of a PDF as read by pdftotext, with runs of blanks collapsed.
 inline QStringList pdfPages(const QString& file) {
     const QByteArray text =
         outputOf(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), QStringLiteral("-enc"),
@@ -18,7 +18,7 @@ inline QStringList pdfPages(const QString& file) {
     return pages;
 }
 
-/// The words stand in the text, in that order.
+/// Fails unless the text contains the words in that order.
 inline void expectInOrder(const QString& text, const QStringList& words) {
     qsizetype place = 0;
     for (const QString& word : words) {

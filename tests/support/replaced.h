@@ -3,7 +3,7 @@
 
 #include <utility>
 
-/// Holds another function in a hook of the program while it lives; then the hook has its former one back.
+/// Replaces the function of a hook and restores the former one when destroyed.
 template <auto& hook> class Replaced {
 public:
     using Function = std::remove_reference_t<decltype(hook)>;

@@ -9,8 +9,7 @@
 
 #include <QDir>
 
-/// A store with the program's layouts beside it; a report that is run is caught instead of shown. Today is
-/// the last day of 2024.
+/// A store with the program's layouts; a report is captured instead of shown. Today is the last day of 2024.
 class ReportTest : public StoreTest {
 protected:
     static inline const QDate today{2024, 12, 31};
@@ -20,10 +19,10 @@ protected:
         StoreTest::SetUp();
         const QDir source(QStringLiteral(GAUGEWELL_SOURCE "/home"));
         for (const QString& file : source.entryList({QStringLiteral("*.rpt")}))
-            bring(file);
+            copyHomeFile(file);
         strCompanyName = QStringLiteral("Larkmoor Ltd");
     }
-    /// The pages of the report that was run last, as another program reads its PDF; none when none was run.
+    /// The pages of the last report, read from its PDF; none if none was run.
     QStringList takePages() {
         if (!shown)
             return {};

@@ -37,8 +37,8 @@ inline QStringList storeRows(ado::Connection& store) {
     return result;
 }
 
-/// The rows that have gone between two sorted lists of rows; with the lists exchanged, those that have come.
-inline QStringList goneRows(const QStringList& before, const QStringList& after) {
+/// The rows of `before` that are not in `after`; both are sorted.
+inline QStringList removedRows(const QStringList& before, const QStringList& after) {
     QStringList result;
     std::set_difference(before.begin(), before.end(), after.begin(), after.end(), std::back_inserter(result));
     return result;

@@ -64,7 +64,7 @@ void StoreTest::TearDown() {
     setHomeDirectory({});
 }
 
-void StoreTest::bring(const QString& name, const QString& as) const {
+void StoreTest::copyHomeFile(const QString& name, const QString& as) const {
     ASSERT_TRUE(
         QFile::copy(QStringLiteral(GAUGEWELL_SOURCE "/home/") + name, path(as.isEmpty() ? name : as)));
 }
@@ -78,7 +78,7 @@ QString StoreTest::activeForm() {
     return active && active->widget() ? active->widget()->objectName() : QString();
 }
 
-void StoreTest::expectAtRest() const {
+void StoreTest::expectIdle() const {
     EXPECT_EQ(messages.left(), 0);
     EXPECT_EQ(panel(), QString());
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);

@@ -13,16 +13,15 @@
 
 #include <deque>
 
-/// gtest's failure messages show texts readably.
+/// Prints texts in gtest's failure messages.
 inline void PrintTo(const QString& text, std::ostream* out) {
     *out << '"' << text.toStdString() << '"';
 }
 
-/// While a message is shown no transaction may be open.
+/// Fails if a transaction is open: the store would be locked while a message is shown.
 void expectNoTransaction();
 
-/// The messages that a test waits for, in order. Any other message fails the test; so does one that never
-/// comes.
+/// The messages that a test expects, in order. An unexpected or missing message fails the test.
 class ExpectedMessages {
 public:
     ~ExpectedMessages();
@@ -30,11 +29,11 @@ public:
                 forms::Answer answer = forms::Answer::Ok) {
         waiting.push_back({{text, style, title}, answer, false});
     }
-    /// A message of the standard failure handler, whose text only begins so.
+    /// Expects a message of the failure handler whose text begins like this.
     void expectBeginning(const QString& beginning) {
         waiting.push_back({{beginning, 0, {}}, forms::Answer::Ok, true});
     }
-    /// A message under the program's usual title.
+    /// Expects a message with the program's usual title.
     void expectTitled(const QString& text, int style, forms::Answer answer = forms::Answer::Ok) {
         expect(text, style, QStringLiteral("Gaugewell v2.1"), answer);
     }
@@ -53,20 +52,20 @@ private:
     Replaced<desktop::uncaughtHook> uncaught{toShowUncaught};
 };
 
-/// A fresh store in a home of its own, connected; the main window stands on the screen.
+/// Opens a fresh store in a temporary home and shows the main window.
 class StoreTest : public ::testing::Test {
 protected:
     void SetUp() override;
     void TearDown() override;
 
-    /// The records of a select, each as its fields' texts joined by a bar.
+    /// The records of a select; the fields of each are joined by a bar.
     static QStringList rows(const QString& sql);
     /// The first field of the first record.
     static QString value(const QString& sql) { return rows(sql).value(0).section(u'|', 0, 0); }
     static void run(const QString& sql) { cnnMain->Execute(sql); }
-    /// Runs a statement of the store's own SQL, such as one that makes a trigger which stops a save part way.
+    /// Runs a statement in the store's own SQL, such as one that creates a trigger.
     static void runRaw(const QString& sql) { cnnMain->session()->prepare({sql, {}}).step(); }
-    /// Adds a record to a table and gives its first field, the key.
+    /// Adds a record and returns its key, the first field.
     static int add(const QString& table, const std::vector<std::pair<const char*, QVariant>>& fields);
 
     // Builders
@@ -95,14 +94,14 @@ protected:
 
     QString home() const { return directory.path(); }
     QString path(const QString& name) const { return directory.filePath(name); }
-    /// Copies a file of the program's home, such as a layout, into this one.
-    void bring(const QString& name, const QString& as = {}) const;
-    /// The progress words in the status bar.
+    /// Copies a file of home/, such as a layout, into the test's home.
+    void copyHomeFile(const QString& name, const QString& as = {}) const;
+    /// The progress text in the status bar.
     static QString panel();
-    /// Name of the form in front; empty for none.
+    /// Name of the active form; empty if none.
     static QString activeForm();
-    /// After a command: its messages came; no progress words, hourglass or open transaction stay behind.
-    void expectAtRest() const;
+    /// Fails if expected messages are missing, or a progress text, hourglass or transaction is left.
+    void expectIdle() const;
 
     ExpectedMessages messages;
 
@@ -110,7 +109,7 @@ private:
     QTemporaryDir directory;
 };
 
-/// A control of a form by its object name; fails the test when there is none.
+/// A control of a form by its object name; fails the test if there is none.
 template <class Control> Control* control(QWidget& form, const char* name) {
     auto* found = form.findChild<Control*>(QLatin1StringView(name));
     EXPECT_NE(found, nullptr) << name;
@@ -123,9 +122,9 @@ void press(QWidget& form, const char* button);
 /// Types into the widget that has the focus.
 void type(const QString& text);
 void key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
-/// Gives a control the focus and presses the key there.
+/// Focuses a control and presses a key.
 void keyOn(QWidget& form, const char* name, Qt::Key key);
-/// A key with Ctrl, for what has the focus or else for the main window.
+/// Presses Ctrl and a key in the focused widget, or else in the main window.
 void shortcut(Qt::Key key);
 
 /// Clicks an entry of a list by the list's object name.

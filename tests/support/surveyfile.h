@@ -5,7 +5,7 @@
 
 #include <map>
 
-/// The paths of the files that the program has shown in another program, in order, while this lives.
+/// Records the paths of files that the program opens in an external program.
 struct ShownFiles {
     ShownFiles() {
         excel::Application::setFileShower([this](const QString& path) { paths << path; });
@@ -14,13 +14,13 @@ struct ShownFiles {
     QStringList paths;
 };
 
-/// A survey file with what the reader looks at, and what its respondent then entered.
+/// A survey file: the cells that the reader uses, and the respondent's entries.
 struct SurveyFile {
     int respondentid = 1;
     int surveyid = 1;
     QDate date{2024, 3, 5};
     std::vector<std::pair<int, bool>> questions;  ///< questionid, whether it is a Score question
-    std::map<QString, excel::Value> entered = {}; ///< by address such as "C14"; any cell, also locked ones
+    std::map<QString, excel::Value> entered = {}; ///< by address such as "C14"; locked cells too
 
     void saveAs(const QString& path) const {
         std::map<QString, excel::Value> cells{{QStringLiteral("I2"), QString::number(respondentid)},

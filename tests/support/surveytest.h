@@ -10,8 +10,8 @@
 #include "tests/support/storecompare.h"
 #include "tests/support/storetest.h"
 
-/// A customer with two respondents, and a catalogue of five questions whose numbers in the tests are their
-/// places here: 0 and 1 under Delivery, 2 to 4 under Quality. Today is 5 March 2024.
+/// A customer with two respondents and a catalogue of five questions, numbered from 0: 0 and 1 under
+/// Delivery, 2 to 4 under Quality. Today is 5 March 2024.
 class SurveyTest : public StoreTest {
 protected:
     static inline const QDate today{2024, 3, 5};
@@ -31,12 +31,12 @@ protected:
                     addQuestion(quality, QStringLiteral("What else?"), false)};
     }
 
-    /// The surveyid of a customer's survey, 0 for none.
+    /// The surveyid of a customer's survey; 0 if none.
     static int surveyOf(const QString& customer, const QDate& date) {
         return findSurveyKey({customer, {}, ado::toText(date)}).surveyid;
     }
 
-    /// A survey in which the respondent has these questions of the catalogue.
+    /// Stores a questionnaire of these questions of the catalogue.
     void addStored(int respondentid, const QDate& date, std::vector<int> questions) {
         const int found = surveyOf(QStringLiteral("Acme"), date);
         const int surveyid = found == 0 ? addSurvey(acme, date) : found;
@@ -54,13 +54,13 @@ protected:
         return rows(sql.arg(respondentid)).join(u' ');
     }
 
-    /// Another program takes a question out of the catalogue.
+    /// Deletes a question from the catalogue, as another program would.
     void dropQuestion(int number) const {
         run(QStringLiteral("delete * from questions where questionid=%1")
                 .arg(question.at(static_cast<std::size_t>(number))));
     }
 
-    /// Opens the editor for a respondent of Acme, today; a questionnaire that exists is edited.
+    /// Opens the editor for a respondent of Acme, today; edits an existing questionnaire.
     frmNewSurvey& open(int respondent = 0) {
         frmSelectSurvey& selection = frmSelectSurvey::instance();
         selection.Show();
@@ -70,8 +70,8 @@ protected:
         return frmNewSurvey::instance();
     }
 
-    /// Runs a step while another program holds the store, which is told once.
-    void whileInUse(const std::function<void()>& step) {
+    /// Runs a step while another program locks the store; expects one message.
+    void whileLocked(const std::function<void()>& step) {
         runRaw(QStringLiteral("pragma busy_timeout = 1"));
         other.ConnectionString = toConnectionText();
         if (other.State() == 0)
@@ -80,10 +80,10 @@ protected:
         messages.expectBeginning(QStringLiteral("Error : 5\r\n"));
         step();
         other.RollbackTrans();
-        expectAtRest();
+        expectIdle();
     }
 
-    /// Runs a step while Acme or a respondent of that name is renamed by another program: it is refused.
+    /// Runs a step while the customer or respondent of that name is renamed; expects it to be refused.
     void withoutOwner(const QString& name, const std::function<void()>& step) {
         const auto rename = [](const QString& from, const QString& to) {
             run(QStringLiteral("update customer set custname = '%1' where custname = '%2'").arg(to, from));
@@ -115,7 +115,7 @@ protected:
             result << grid()->TextMatrix(row, 1) + QStringLiteral(": ") + grid()->TextMatrix(row, 2);
         return result;
     }
-    /// The middle of a tree's node; -1 is the node of Delivery.
+    /// The centre of a question's node; -1 is the node of Delivery.
     static QPoint nodeAt(int number) {
         tree()->expandAll();
         const QTreeWidgetItem* parameter = tree()->topLevelItem(number < 2 ? 0 : 1);
@@ -136,5 +136,5 @@ protected:
     int ann = 0;
     int bob = 0;
     std::vector<int> question; // questionid by number
-    ado::Connection other;     // another program's
+    ado::Connection other;     // of another program
 };

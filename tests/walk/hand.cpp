@@ -21,7 +21,7 @@ using namespace Qt::StringLiterals;
 namespace walk {
 namespace {
 
-/// What a person aims at: the controls in sight of the window in front.
+/// The visible controls of the active window, repeated by weight.
 QWidgetList aims(QWidget* on) {
     QWidget* window = on;
     if (on == &MDIMain::instance()) {
@@ -35,7 +35,7 @@ QWidgetList aims(QWidget* on) {
                          qobject_cast<QComboBox*>(widget) || qobject_cast<QLineEdit*>(widget);
         if (!aim || !widget->isVisible() || !widget->isEnabled())
             continue;
-        // What writes and what says for whom is what matters; leaving and asking for help do not.
+        // Controls that write or select an owner come up often; closing and help rarely.
         static const QRegularExpression seldom(u"^cmd(Close|Help|Print)"_s),
             often(u"^(cmd|lst|grd|txt|opn|dt)"_s);
         const QString name = widget->objectName();
@@ -54,9 +54,9 @@ Qt::KeyboardModifiers Walker::anyModifiers() {
                                               Qt::ShiftModifier | Qt::ControlModifier});
 }
 
-/// A press somewhere in the window, mostly where a control is; it goes to what lies on top there.
+/// A mouse gesture in the window, mostly on a control.
 void Walker::point() {
-    QWidget* on = stage();
+    QWidget* on = eventTarget();
     const QWidgetList controls = aims(on);
     QPoint at(below(qMax(1, on->width())), below(qMax(1, on->height())));
     if (!controls.isEmpty() && !oneIn(6)) {
@@ -73,7 +73,7 @@ void Walker::point() {
         oneIn(4) ? (oneIn(3) ? Qt::MiddleButton : Qt::RightButton) : Qt::LeftButton;
     const Qt::KeyboardModifiers held = anyModifiers();
     const int gesture = below(10);
-    tell(u"%1 button %2 modifiers %3 on %4 at %5,%6"_s
+    note(u"%1 button %2 modifiers %3 on %4 at %5,%6"_s
              .arg(gesture < 7   ? u"click"_s
                   : gesture < 8 ? u"double click"_s
                   : gesture < 9 ? u"drag"_s
@@ -125,9 +125,9 @@ void Walker::wheel(QWidget* target, const QPoint& at) {
     QApplication::sendEvent(target, &turned);
 }
 
-/// A key for what has the focus.
+/// A key press or typed text in the focused widget.
 void Walker::press() {
-    QWidget* on = stage();
+    QWidget* on = eventTarget();
     QWidget* target = QApplication::focusWidget();
     if (on->windowType() == Qt::Popup)
         target = on->focusWidget() ? on->focusWidget() : on;
@@ -137,7 +137,7 @@ void Walker::press() {
     if (oneIn(4)) {
         const QString text = anyOf(QStringList{u"a"_s, u"7"_s, u"12"_s, u"s"_s, u"D"_s, u"it's"_s,
                                                u"5/3/2024"_s, u"31/12/2026"_s, u"."_s, u" "_s, u"Zed"_s});
-        tell(u"types \"%1\" into %2"_s.arg(text, nameOf(target)));
+        note(u"types \"%1\" into %2"_s.arg(text, nameOf(target)));
         for (const QChar c : text) {
             const QPointer<QWidget> alive(target);
             QTest::sendKeyEvent(QTest::Click, target, Qt::Key_unknown, QString(c), Qt::NoModifier);
@@ -158,26 +158,26 @@ void Walker::press() {
     if (key >= Qt::Key_A && key <= Qt::Key_Z && oneIn(2))
         held = Qt::AltModifier; // an access key
     if (key == Qt::Key_Q && (held & Qt::ControlModifier) && !oneIn(10))
-        return; // the end of the program, now and then
+        return; // ends the program; rarely
     if ((held & Qt::AltModifier) && qobject_cast<QMenu*>(target))
-        return; // Alt alone closes the menu, and the key would then be for what has the focus
-    tell(u"key %1 modifiers %2 to %3"_s.arg(QKeySequence(key).toString())
+        return; // Alt alone closes the menu; the key would then go to the focused widget
+    note(u"key %1 modifiers %2 to %3"_s.arg(QKeySequence(key).toString())
              .arg(int(held), 0, 16)
              .arg(nameOf(target)));
     if (key == Qt::Key_Return &&
         (qobject_cast<QLineEdit*>(target) || qobject_cast<forms::MSHFlexGrid*>(target)))
-        oracle.ran(u"Enter"_s);
+        oracle.noteCommand(u"Enter"_s);
     QTest::keyClick(target, key, held);
 }
 
 void Walker::paste() {
-    QWidget* on = stage();
+    QWidget* on = eventTarget();
     QWidget* target = QApplication::focusWidget();
     if (!target || target->window() != on)
         return;
     const QString text = anyOf(QStringList{u"one"_s, u"two\nlines"_s, u"a\tb\nc\td\n"_s, u"7\t8"_s,
                                            u"x\r\ny\r\n"_s, u"\"q\"\t\"r\ns\""_s, QString(300, u'w')});
-    tell(u"pastes \"%1\" into %2"_s.arg(text.simplified().left(20), nameOf(target)));
+    note(u"pastes \"%1\" into %2"_s.arg(text.simplified().left(20), nameOf(target)));
     oracle.begin(target);
     QApplication::clipboard()->setText(text);
     QTest::keyClick(target, Qt::Key_V, Qt::ControlModifier);

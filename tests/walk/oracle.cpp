@@ -16,11 +16,11 @@ using namespace Qt::StringLiterals;
 namespace walk {
 namespace {
 
-/// A table whose rows belong to someone.
+/// A table whose rows have owners.
 struct OwnedTable {
-    QStringList writers;  ///< the forms whose commands write it
-    QList<int> owners;    ///< fields that say whose a row is: neither empty nor 0
-    QList<int> kept = {}; ///< those that a row keeps as long as it has its key
+    QStringList writers;  ///< forms whose commands may write it
+    QList<int> owners;    ///< indexes of owner fields: neither empty nor 0
+    QList<int> kept = {}; ///< indexes of fields that never change
 };
 
 const std::map<QString, OwnedTable> ownedTables{
@@ -48,14 +48,15 @@ Oracle::Oracle(const QString& storePath) {
     store.OpenReadOnly(storePath, u"kvtwpa"_s);
     rows = readStore();
     for (const QAction* action : MDIMain::instance().findChildren<QAction*>())
-        QObject::connect(action, &QAction::triggered, &hooks, [this, action] { ran(action->objectName()); });
+        QObject::connect(action, &QAction::triggered, &hooks,
+                         [this, action] { noteCommand(action->objectName()); });
 }
 
-/// Hooks every control that can run a command, once.
+/// Connects to every control that can run a command.
 void Oracle::watch(forms::Form& form) {
     using forms::ListBox, forms::MSHFlexGrid, forms::TreeView;
     const auto onCommand = [this](auto* control, auto signal) {
-        QObject::connect(control, signal, &hooks, [this, control] { ran(control->objectName()); });
+        QObject::connect(control, signal, &hooks, [this, control] { noteCommand(control->objectName()); });
     };
     for (auto* button : form.findChildren<QAbstractButton*>())
         onCommand(button, &QAbstractButton::clicked);
@@ -90,12 +91,12 @@ void Oracle::begin(const QWidget* target) {
         const auto* window = qobject_cast<const QMdiSubWindow*>(form);
         form = window ? window->widget() : form->parentWidget();
     }
-    if (!form) { // a menu or a popup: of the form in front
+    if (!form) { // a menu or a popup belongs to the active form
         const QMdiSubWindow* active = MDIMain::instance().findChild<QMdiArea*>()->activeSubWindow();
         form = active ? active->widget() : nullptr;
     }
     owner = ownerOf(form);
-    wasTold = false;
+    messageShown = false;
     entered = form ? newRowsOf(*form) : QStringList();
 }
 
@@ -158,7 +159,7 @@ Oracle::Rows Oracle::readStore() {
     return result;
 }
 
-QString Oracle::fault(bool atRest) {
+QString Oracle::fault(bool isIdle) {
     watchForms();
     ado::Recordset counter;
     counter.Open(u"pragma data_version"_s, store);
@@ -175,9 +176,9 @@ QString Oracle::fault(bool atRest) {
     QString found = faultOfNewRows();
     if (found.isEmpty())
         found = faultOfForms();
-    if (found.isEmpty() && atRest)
+    if (found.isEmpty() && isIdle)
         found = faultOfActiveForm();
-    return found.isEmpty() && atRest ? faultOfRest() : found;
+    return found.isEmpty() && isIdle ? faultWhenIdle() : found;
 }
 
 QString Oracle::faultOfStore(const Rows& now) const {
@@ -192,7 +193,7 @@ QString Oracle::faultOfStore(const Rows& now) const {
             QString fault = faultOfChange(table, row, now);
             for (const int field : ownedTables.at(table).owners) {
                 if (content == &now && (row.value(field).isEmpty() || row.value(field) == u"0"))
-                    fault = u"a row of nobody:"_s;
+                    fault = u"a row without an owner:"_s;
             }
             for (const int field : ownedTables.at(table).kept) {
                 if (stays && found->second.value(field) != row.value(field))
@@ -205,13 +206,13 @@ QString Oracle::faultOfStore(const Rows& now) const {
     return {};
 }
 
-/// Whether a row that has come, gone or changed may have.
+/// What is wrong with the insertion, deletion or change of a row; empty if nothing.
 QString Oracle::faultOfChange(const QString& table, const QStringList& row, const Rows& now) const {
     if (commands.isEmpty())
         return u"the store has changed without a command"_s;
     if (!ownedTables.at(table).writers.contains(owner.form))
         return u"%1 has written %2"_s.arg(owner.form, table);
-    const auto gone = [&](const QString& ownerTable, const QString& id) { // its rows go with it
+    const auto gone = [&](const QString& ownerTable, const QString& id) { // deletes cascade
         return !now.contains(ownerTable + u'|' + id);
     };
     bool owned = true;

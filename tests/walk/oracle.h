@@ -15,39 +15,39 @@ template <class Control> const Control* child(const QWidget& form, const char* n
     return form.findChild<Control*>(QLatin1StringView(name));
 }
 
-/// What a label, a box or a list shows; empty for anything else.
+/// The text of a label, a box or a list; empty for anything else.
 QString textOf(const QWidget& form, const char* name);
 /// A cell of the grid's current row.
 QString currentCell(const QWidget& form, const char* grid, int column);
-/// The forms on the screen.
+/// The visible forms.
 QWidgetList loadedForms();
 
-/// Whose rows a form shows: what its commands may write.
+/// Whose rows a form shows and may write.
 struct Owner {
-    QString form; ///< object name; empty for none
+    QString form; ///< object name; empty if none
     QSet<QString> customers;
     QSet<QString> respondents;
     QSet<QString> parameters;
 };
 
-/// Says what is wrong with the program after an event. It reads the store through a connection of its own and
-/// the controls of the forms, and knows no procedure of the program.
+/// Checks the program after each event. It reads the store through its own connection and the controls of the
+/// forms, and calls no procedure of the program.
 class Oracle {
 public:
     explicit Oracle(const QString& storePath);
 
-    /// Before an event: which form it goes to.
+    /// Call before an event with the widget that receives it.
     void begin(const QWidget* target);
-    /// After it. Empty when everything holds.
-    QString fault(bool atRest);
-    /// The store was locked during the event: a form may not have been able to read it.
-    void wasLocked() {
+    /// Call after the event. Returns what is wrong; empty if nothing.
+    QString fault(bool isIdle);
+    /// The store was locked during the event; a form may have failed to read it.
+    void noteLock() {
         maybeUnread = {QStringLiteral("frmNewSurvey"), QStringLiteral("frmEditExistingSurvey")};
     }
-    /// A message has been shown: a command may have ended without its effect.
-    void spoke() { wasTold = true; }
-    /// A command that may write has run.
-    void ran(const QString& command) { commands << command; }
+    /// A message was shown; a command may have ended without effect.
+    void noteMessage() { messageShown = true; }
+    /// A command that may write was run.
+    void noteCommand(const QString& command) { commands << command; }
 
 private:
     using Rows = std::map<QString, QStringList>; // fields by table and rowid
@@ -62,7 +62,7 @@ private:
     QString faultOfChange(const QString& table, const QStringList& row, const Rows& now) const;
     QString faultOfForms() const;
     QString faultOfActiveForm();
-    static QString faultOfRest();
+    static QString faultWhenIdle();
     QString faultOfQuestionnaire(const QWidget& form, const Owner& shown, const QString& date);
     static QStringList newRowsOf(const QWidget& form);
     QString faultOfNewRows() const;
@@ -71,17 +71,17 @@ private:
                                int lowerKey, const QString& table) const;
 
     ado::Connection store;
-    QString version; // of the store's content
+    QString version; // of the store's data
     Rows rows;
     Owner owner;
     QStringList commands;
     QSet<QString> maybeUnread; // editors
-    bool wasTold = false;
-    std::map<QString, QString> lastRead; // which questionnaire an editor has shown as it is stored
-    QStringList entered; // the new rows of the lower grid before an event, by their first two texts
+    bool messageShown = false;
+    std::map<QString, QString> lastRead; // the questionnaire that each editor last showed as stored
+    QStringList entered; // the new rows of the lower grid before an event: their first two texts
     QSet<const QObject*> watched;
     std::map<const QObject*, QString> clickedTexts; // of each list's last Click
-    QObject hooks;                                  // they go with the oracle
+    QObject hooks;                                  // the context of all connections
 };
 
 } // namespace walk

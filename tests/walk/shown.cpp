@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What the forms show, against the rows that the oracle has read.
+// Compares the forms with the rows that the oracle has read.
 #include "tests/walk/oracle.h"
 
 #include "core/MDIMain.h"
@@ -45,7 +45,7 @@ QWidgetList loadedForms() {
     return result;
 }
 
-/// The stored rows of a lower grid belong to the row under the upper grid's cursor.
+/// The stored rows of the lower grid must belong to the current row of the upper grid.
 QString Oracle::faultOfPairedGrids(const QWidget& form, const char* upper, int upperKey, const char* lower,
                                    int lowerKey, const QString& table) const {
     const int ownerField = table == u"respondent" ? 1 : 3;
@@ -60,7 +60,7 @@ QString Oracle::faultOfPairedGrids(const QWidget& form, const char* upper, int u
     return {};
 }
 
-/// The complete rows of the respondents that are not stored, when there are several.
+/// The respondents that are typed and not stored, if there are several.
 QStringList Oracle::newRowsOf(const QWidget& form) {
     QStringList result;
     const auto* grid = child<forms::MSHFlexGrid>(form, "grdRespondentDtls");
@@ -71,9 +71,9 @@ QStringList Oracle::newRowsOf(const QWidget& form) {
     return result.size() > 1 ? result.replaceInStrings(u"'"_s, u"\u2019"_s) : QStringList();
 }
 
-/// A save without a message has stored every new row that was entered.
+/// A save without a message must have stored every new row.
 QString Oracle::faultOfNewRows() const {
-    if (wasTold || !commands.contains(u"cmdSaveRespondent") || owner.customers.contains(QString()))
+    if (messageShown || !commands.contains(u"cmdSaveRespondent") || owner.customers.contains(QString()))
         return {};
     for (const QString& texts : entered) {
         const bool isStored = std::any_of(rows.begin(), rows.end(), [&](const auto& entry) {
@@ -124,7 +124,7 @@ QString Oracle::faultOfForms() const {
     return {};
 }
 
-/// A form in front shows what is stored for its owner.
+/// The active form must show the stored rows of its owner.
 QString Oracle::faultOfActiveForm() {
     const QMdiSubWindow* active = MDIMain::instance().findChild<QMdiArea*>()->activeSubWindow();
     const QWidget* form = active ? active->widget() : nullptr;
@@ -192,13 +192,13 @@ QString Oracle::faultOfActions(const QWidget& form, const Owner& shown) const {
     return {};
 }
 
-QString Oracle::faultOfRest() {
+QString Oracle::faultWhenIdle() {
     if (cnnMain && cnnMain->InTransaction())
         return u"a transaction is open"_s;
     if (QGuiApplication::overrideCursor())
         return u"the hourglass is left behind"_s;
     const QString word = MDIMain::instance().stsBar->Panels(1).Text();
-    if (!word.isEmpty() && word != u"Removing....") // which stays, without a date to remove from
+    if (!word.isEmpty() && word != u"Removing....") // stays if there is no date to remove from
         return u"the status bar still says \"%1\""_s.arg(word);
     return {};
 }

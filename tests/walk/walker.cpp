@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace walk {
 
-QWidget* stage() {
+QWidget* eventTarget() {
     if (QWidget* popup = QApplication::activePopupWidget())
         return popup;
     if (QWidget* dialog = QApplication::activeModalWidget())
@@ -38,18 +38,18 @@ Walker::Walker(int withSeed, const QString& storePath)
     : seed(withSeed), random(static_cast<unsigned>(withSeed)), oracle(storePath) {
     blocker.ConnectionString = toConnectionText();
     blocker.Open();
-    QApplication::setKeyboardInputInterval(-1); // letters in a list do not add up by the clock
+    QApplication::setKeyboardInputInterval(-1); // each letter typed in a list starts a new search
 }
 
 Walker::~Walker() {
     blocker.RollbackTrans();
 }
 
-/// Every question of the program is answered at random.
+/// Answers a message at random.
 forms::Answer Walker::answer(const forms::Message& message) {
     using forms::Answer;
-    oracle.spoke();
-    tell(u"message \"%1\""_s.arg(message.text.simplified().left(60)));
+    oracle.noteMessage();
+    note(u"message \"%1\""_s.arg(message.text.simplified().left(60)));
     if (cnnMain && cnnMain->InTransaction() && fault.isEmpty())
         fault = u"a message while a transaction is open: "_s + message.text;
     switch (message.style & 0xF) {
@@ -75,13 +75,13 @@ QString Walker::chooseFile(const forms::CommonDialog& dialog) {
         chosen = home.filePath(anyOf(files));
     if (dialog.Flags == 512 && !files.isEmpty())
         chosen = home.filePath(files.first()) + u'\n' + home.filePath(files.last());
-    tell(u"file dialog: "_s + chosen.section(u'/', -1));
+    note(u"file dialog: "_s + chosen.section(u'/', -1));
     return chosen;
 }
 
-/// Lets the dragged node go over a grid in sight, or nowhere.
+/// Drops the dragged node on a visible grid, if any.
 void Walker::dropNode() const {
-    for (forms::MSHFlexGrid* grid : stage()->findChildren<forms::MSHFlexGrid*>()) {
+    for (forms::MSHFlexGrid* grid : eventTarget()->findChildren<forms::MSHFlexGrid*>()) {
         if (!grid->isVisible())
             continue;
         QMimeData carried;
@@ -92,11 +92,11 @@ void Walker::dropNode() const {
     }
 }
 
-void Walker::tell(const QString& event) {
-    constexpr std::size_t mostTold = 30;
-    told.push_back(QString::number(done) + u": " + event);
-    if (told.size() > mostTold)
-        told.pop_front();
+void Walker::note(const QString& event) {
+    constexpr std::size_t mostRecent = 30;
+    recent.push_back(QString::number(done) + u": " + event);
+    if (recent.size() > mostRecent)
+        recent.pop_front();
 }
 
 QString Walker::run(int events) {
@@ -105,17 +105,17 @@ QString Walker::run(int events) {
     loop.exec();
     if (fault.isEmpty())
         return {};
-    QStringList last(told.begin(), told.end());
+    QStringList last(recent.begin(), recent.end());
     return u"seed %1, step %2: %3\n  "_s.arg(QString::number(seed), QString::number(done), fault) +
            last.join(u"\n  "_s);
 }
 
-/// One event. The next one is on its way before, so that the walk goes on in dialogs and menus.
+/// Sends one event. The next is scheduled first, so that the walk continues in dialogs and menus.
 void Walker::step() {
     if (locked) {
         blocker.RollbackTrans();
         locked = false;
-        oracle.wasLocked();
+        oracle.noteLock();
     }
     if (fault.isEmpty())
         fault = oracle.fault(depth == 0 && !QApplication::activePopupWidget());
@@ -142,15 +142,15 @@ void Walker::perform() {
     MDIMain& window = MDIMain::instance();
     if (!window.isVisible())
         window.show(); // the program has been ended
-    QWidget* on = stage();
-    if (on->windowType() != Qt::Popup && !on->isActiveWindow()) { // a window manager would have seen to it
+    QWidget* on = eventTarget();
+    if (on->windowType() != Qt::Popup && !on->isActiveWindow()) { // done by a window manager otherwise
         on->activateWindow();
         return;
     }
     toReconnect();
     sqlite3_busy_timeout(cnnMain->session()->handle(), 0);
     if (oneIn(40)) {
-        tell(u"the store is locked"_s);
+        note(u"the store is locked"_s);
         blocker.session()->prepare({u"begin exclusive"_s, {}}).step();
         locked = true;
     }
@@ -166,7 +166,7 @@ void Walker::perform() {
 }
 
 void Walker::openSomething() {
-    if (stage() != &MDIMain::instance())
+    if (eventTarget() != &MDIMain::instance())
         return;
     static const QStringList onPopup{u"mnuDelete"_s, u"mnucomplete"_s, u"mnunotcomplete"_s};
     QList<QAction*> actions;
@@ -183,7 +183,7 @@ void Walker::openSomething() {
     QAction* action = anyOf(actions);
     if (!oneIn(3))
         action = MDIMain::instance().findChild<QAction*>(anyOf(writing));
-    tell(u"menu "_s + action->objectName());
+    note(u"menu "_s + action->objectName());
     oracle.begin(nullptr);
     action->trigger();
 }

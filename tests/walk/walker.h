@@ -14,19 +14,18 @@
 
 namespace walk {
 
-/// Where events go: a popup or a dialog keeps them from all else.
-QWidget* stage();
+/// The window that receives events: a popup, a modal dialog or else the main window.
+QWidget* eventTarget();
 QString nameOf(const QWidget* widget);
 
-/// Drives the running program by random events, as a person without a plan would: what is really there is
-/// pointed at, keys go to what has the focus. The same seed gives the same walk.
+/// Drives the running program by random mouse and key events. The same seed gives the same walk.
 class Walker {
 public:
     Walker(int seed, const QString& storePath);
     ~Walker();
 
-    /// Runs that many events; stops at the first fault. Returns its description with seed, step and the last
-    /// events, empty for none.
+    /// Runs that many events or stops at the first fault. Returns the fault with seed, step and last events;
+    /// empty if none.
     QString run(int events);
 
 private:
@@ -43,7 +42,7 @@ private:
     forms::Answer answer(const forms::Message& message);
     QString chooseFile(const forms::CommonDialog& dialog);
     void dropNode() const;
-    void tell(const QString& event);
+    void note(const QString& event);
 
     int below(int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); }
     bool oneIn(int chances) { return below(chances) == 0; }
@@ -60,7 +59,7 @@ private:
     int left = 0;
     int done = 0;
     int depth = 0; // of nested event loops: dialogs and menus
-    std::deque<QString> told;
+    std::deque<QString> recent;
     QString fault;
     QEventLoop loop;
 

@@ -6,8 +6,8 @@
 #include "platform/excel/error.h"
 #include "platform/excel/refusal.h"
 
-// Uses content as a workbook in every way a program does and gives what saving it makes. Whatever is wrong
-// with the content must end in a refusal: that gives an empty result.
+// Opens untrusted content as a workbook, reads and edits it, and returns the saved file; empty if it is
+// refused. Anything wrong with the content must lead to a refusal.
 inline QByteArray exerciseWorkbook(const QByteArray& content) {
     using namespace excel::biff;
     try {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Time to fill a template with a questionnaire of 100 questions and save it, beside the time to write the
-// same bytes to the same disk. Usage: bench_excel_export TEMPLATE SHEET [ROUNDS]
+// Fills a template with a questionnaire of 100 questions and saves it. Bound: writing the same bytes to the
+// same disk. Usage: bench_excelexport TEMPLATE SHEET [ROUNDS]
 #include "platform/excel/application.h"
 #include "platform/excel/error.h"
 
@@ -20,7 +20,7 @@ namespace {
 constexpr int questions = 100;
 const QString password = u"kvtwpa"_s;
 
-// About twenty operations a question, each on one cell, as the export of a survey does them.
+// About twenty operations per question, each on one cell, like the export of a survey.
 void ask(const excel::Worksheet& sheet, int row, int number) {
     for (int column = 3; column <= 6; ++column) {
         sheet.Cells(row, column).BorderAround(BorderWeight::Thin, 1);
@@ -57,7 +57,7 @@ void row(const char* what, Times& times, Times& bound) {
 
 int main(int argc, char** argv) {
     if (argc < 3) {
-        std::fprintf(stderr, "usage: bench_excel_export TEMPLATE SHEET [ROUNDS]\n");
+        std::fprintf(stderr, "usage: bench_excelexport TEMPLATE SHEET [ROUNDS]\n");
         return 2;
     }
     const QTemporaryDir folder;

@@ -24,8 +24,8 @@ void drop(QWidget* target, const QMimeData* carried) {
     QApplication::sendEvent(target, &end);
 }
 
-/// Drags the node at that point of the tree by the mouse and lets it go over the target, or elsewhere without
-/// one.
+/// Drags the node at that point of the tree by mouse and drops it on the target, or elsewhere if there is
+/// none.
 void dragNode(forms::TreeView* tree, const QPoint& node, QWidget* target) {
     const Replaced<forms::TreeView::dragHook> carries([target](QDrag& carried) {
         if (target)
@@ -71,7 +71,7 @@ protected:
     void move(int row, const char* button) {
         clickRow(row);
         press(frmNewSurvey::instance(), button);
-        expectAtRest();
+        expectIdle();
     }
 };
 
@@ -108,7 +108,7 @@ TEST_F(EditorTest, asksBeforeAnExistingQuestionnaireIsEdited) {
             expectQuestion(*answer);
         press(form, "cmdBlankSurvey");
         EXPECT_FALSE(blnSurveyPasted);
-        expectAtRest();
+        expectIdle();
         EXPECT_EQ(frmNewSurvey::loaded() ? grid()->Rows() : 0, shownRows);
         frmNewSurvey::unload();
     }
@@ -118,11 +118,11 @@ TEST_F(EditorTest, asksBeforeAnExistingQuestionnaireIsEdited) {
     press(select(), "cmdBlankSurvey");
 }
 
-TEST_F(EditorTest, eachGestureInsertsAtTheTopAndDoublesAndParametersAreLeftOut) {
+TEST_F(EditorTest, eachGestureInsertsAtTheTopAndSkipsDuplicatesAndParameters) {
     open();
     for (const auto& [gesture, number] : {std::pair(Button, 0), {DoubleClick, 1}, {Enter, 2}, {Drag, 4}}) {
         add(gesture, number);
-        expectAtRest();
+        expectIdle();
         add(gesture, number);
         add(gesture, -1);
     }
@@ -170,7 +170,7 @@ TEST_F(EditorTest, removing) {
             QTest::mouseDClick(how == OnHead ? grid()->horizontalHeader()->viewport() : cells, Qt::LeftButton,
                                {}, how == OnGround ? cells->rect().bottomLeft() + QPoint(5, -5) : rowAt(row));
         EXPECT_EQ(stored(ann), after);
-        expectAtRest();
+        expectIdle();
         frmNewSurvey::unload();
     }
 }
@@ -198,9 +198,9 @@ TEST_F(EditorTest, aMoveExchangesNeighboursAndTheCursorFollows) {
 
 TEST_F(EditorTest, theNeighbourMayBeAnotherSurveysOrMissing) {
     const std::pair<std::vector<int>, QString> cases[] = {
-        // found in the first survey, to which the question goes over
+        // found in the first survey, which gets the question
         {{0, 1}, u"05/03 1:3 2:0 2:1 01/04 1:2"_s},
-        // the same question in the same position is taken from both
+        // the same question in the same position is removed from both
         {{0, 3}, u"05/03 1:3 2:0 01/04 1:2"_s}};
     for (const auto& [ofToday, after] : cases) {
         run(u"delete * from responquesindex"_s);
@@ -233,7 +233,7 @@ TEST_F(EditorTest, aDeletedQuestionIsSavedAsTheOneAbove) {
     EXPECT_EQ(stored(ann), u"05/03 1:3 2:0 3:0 4:4"_s);
     dropQuestion(2);
     messages.expectTitled(u"No longer in the catalogue and not added:\r\nOverall? (Quality)"_s, 16);
-    addByButton(2); // there is none above
+    addByButton(2); // no question above
     EXPECT_EQ(stored(ann), u"05/03 1:3 2:0 3:0 4:4"_s);
     dropQuestion(3);
     messages.expectTitled(
@@ -242,7 +242,7 @@ TEST_F(EditorTest, aDeletedQuestionIsSavedAsTheOneAbove) {
     EXPECT_EQ(stored(ann), u"05/03 1:3 2:0 3:0 4:4"_s);
 }
 
-TEST_F(EditorTest, nothingIsWrittenForAnOwnerThatIsGone) {
+TEST_F(EditorTest, nothingIsWrittenForADeletedOwner) {
     addStored(ann, today, {0, 1});
     const std::function<void()> steps[] = {[] { addByButton(3); },
                                            [] { press(frmNewSurvey::instance(), "cmdRemove"); },
@@ -251,44 +251,44 @@ TEST_F(EditorTest, nothingIsWrittenForAnOwnerThatIsGone) {
         for (const auto& step : steps) {
             open();
             withoutOwner(name, step);
-            EXPECT_EQ(shown(), QStringList{u": "_s}) << "as it stands";
+            EXPECT_EQ(shown(), QStringList{u": "_s}) << "as stored";
             frmNewSurvey::unload();
         }
     }
 }
 
-TEST_F(EditorTest, aStoreInUseIsOneMessageAndCostsNoQuestionnaire) {
+TEST_F(EditorTest, aLockedStoreShowsOneMessageAndLosesNoQuestionnaire) {
     addStored(ann, today, {0, 1});
     open();
-    whileInUse([] { frmNewSurvey::instance().toRefreshGrid(); });
+    whileLocked([] { frmNewSurvey::instance().toRefreshGrid(); });
     for (const char* command : {"cmdRemove", "cmdDownward"}) {
-        press(frmNewSurvey::instance(), command); // on what is not known to be stored: reads again
+        press(frmNewSurvey::instance(), command); // the stored state is unknown: reads it again
         EXPECT_EQ(stored(ann), u"05/03 1:0 2:1"_s);
-        whileInUse([] { frmNewSurvey::instance().toRefreshGrid(); });
+        whileLocked([] { frmNewSurvey::instance().toRefreshGrid(); });
     }
     addByButton(3);
     EXPECT_EQ(stored(ann), u"05/03 1:3 2:0 3:1"_s);
 }
 
-/// A second respondent's rows let an index refuse the last write of a step; what the step did before is gone.
+/// An index rejects the last write of a step because of another respondent's rows; the whole step is undone.
 TEST_F(EditorTest, aFailingStepLeavesTheStoreAsItWas) {
     addStored(bob, today, {0, 1, 3});
     addStored(ann, today, {4, 2, 1});
     run(u"create unique index refuses on responquesindex (questionid, [Order])"_s);
     open();
-    const auto fails = [&](const std::function<void()>& step, const QString& before) {
+    const auto expectFailure = [&](const std::function<void()>& step, const QString& before) {
         messages.expectBeginning(u"Error : 19\r\nUNIQUE constraint failed"_s);
         step();
-        expectAtRest();
-        cnnMain->Close(); // the store as the next start of the program finds it
+        expectIdle();
+        cnnMain->Close(); // as after a restart
         toReconnect();
         EXPECT_EQ(stored(ann), before);
     };
-    fails([&] { move(3, "cmdUpward"); }, u"05/03 1:4 2:2 3:1"_s);
+    expectFailure([&] { move(3, "cmdUpward"); }, u"05/03 1:4 2:2 3:1"_s);
     clickRow(3);
-    fails([] { addByButton(3); }, u"05/03 1:4 2:2 3:1"_s);
+    expectFailure([] { addByButton(3); }, u"05/03 1:4 2:2 3:1"_s);
     run(u"drop index refuses"_s);
-    addByButton(3); // it is not taken for chosen
+    addByButton(3); // does not count as chosen
     EXPECT_EQ(stored(ann), u"05/03 1:4 2:2 3:3 4:1"_s);
 }
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "fuzz/exercise_workbook.h"
+#include "fuzz/exerciseworkbook.h"
 
 #include <algorithm>
 #include <cstdlib>
 
-// A readable workbook saves to one that is readable too, and that saves to the same bytes again.
+// A saved workbook must be readable and save to the same bytes again.
 static void checkSaving(const QByteArray& content) {
     using excel::biff::BookFile;
     const QByteArray saved = BookFile(QStringLiteral("mutant.xls"), content).content();
@@ -25,7 +25,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, size_t size) {
 
 extern "C" size_t LLVMFuzzerMutate(unsigned char* data, size_t size, size_t maxSize);
 
-// Mostly changes the workbook stream and wraps it into a whole container, so that the records are reached.
+// Mostly mutates the workbook stream inside a valid container, so that the record parser is reached.
 extern "C" size_t LLVMFuzzerCustomMutator(unsigned char* data, size_t size, size_t maxSize,
                                           unsigned int seed) {
     using excel::biff::CompoundFile;

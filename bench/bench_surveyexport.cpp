@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The export of a survey of 100 questions, each with marks of five earlier surveys, from the question about
-// overwriting to the file and its row in the register; beside it one synced write of the same bytes. Leaves
-// the survey file under the second name, for export_peers.py.
+// Exports a survey of 100 questions, each with marks of five earlier surveys, from the question about
+// overwriting to the file and its row in the register. Bound: one synced write of the same bytes. Writes the
+// survey file to SURVEYFILE, for exportpeers.py.
 #include "core/Main.h"
 #include "core/base/gblGlobal.h"
 #include "exchange/surveyexport.h"
@@ -65,7 +65,7 @@ int main(int argc, char** argv) {
     qputenv("XDG_CONFIG_HOME", home.filePath(u"config"_s).toUtf8());
     QFile::copy(QStringLiteral(GAUGEWELL_STORE), home.filePath(u"Tallywell.mdb"_s));
     if (argc < 2 || !QFile::copy(QString::fromLocal8Bit(argv[1]), home.filePath(u"template.xls"_s))) {
-        std::fputs("usage: bench_survey_export TEMPLATE [SURVEYFILE]\n", stderr);
+        std::fputs("usage: bench_surveyexport TEMPLATE [SURVEYFILE]\n", stderr);
         return 2;
     }
     setHomeDirectory(home.path());

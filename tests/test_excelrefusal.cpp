@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/excel_files.h"
 
-#include "fuzz/exercise_workbook.h"
+#include "fuzz/exerciseworkbook.h"
 
 #include <QRandomGenerator>
 
@@ -18,7 +18,7 @@ QByteArray sample(int index = 0) {
     return contentOf(samplePath(sampleNames[index]));
 }
 
-// An example with its workbook stream changed.
+// An example with a changed workbook stream.
 QByteArray withStream(const std::function<void(QByteArray&)>& change) {
     CompoundFile file = CompoundFile::parse(sample());
     const int stream = file.findStream(u"Workbook");
@@ -28,7 +28,7 @@ QByteArray withStream(const std::function<void(QByteArray&)>& change) {
     return file.serialize();
 }
 
-// An example whose workbook stream has another name.
+// An example with a renamed workbook stream.
 QByteArray renamed(QStringView name) {
     QByteArray content = sample();
     putName(content, content.indexOf(QByteArray("W\0o\0r\0k\0b\0o\0o\0k\0", 16)), name);
@@ -37,9 +37,9 @@ QByteArray renamed(QStringView name) {
 
 } // namespace
 
-class ExcelRefuse : public ExcelFiles {};
+class ExcelRefusal : public ExcelFiles {};
 
-TEST_F(ExcelRefuse, SaysWhatAFileIs) {
+TEST_F(ExcelRefusal, reportsTheActualFileType) {
     const std::pair<QByteArray, const char*> cases[] = {
         {"", "is empty"},
         {bytes("PK\x03\x04\x14\0\x06\0[Content_Types].xml"), "newer Excel workbook (.xlsx)"},
@@ -67,7 +67,7 @@ TEST_F(ExcelRefuse, SaysWhatAFileIs) {
             << qPrintable(phrase);
 }
 
-TEST_F(ExcelRefuse, AFailedSaveLeavesTheOldFile) {
+TEST_F(ExcelRefusal, aFailedSaveLeavesTheOldFile) {
     const QString file = copyOf(u"t_xlwt.xls"_s);
     excel::Workbook book = application_.Workbooks().Open(file);
     const QByteArray before = contentOf(file);
@@ -87,12 +87,12 @@ TEST_F(ExcelRefuse, AFailedSaveLeavesTheOldFile) {
     EXPECT_FALSE(application_.Workbooks().Open(path(u"other.xls"_s)).Worksheets(u"Form"_s).IsProtected());
 }
 
-TEST_F(ExcelRefuse, AWorkbookNamedAsOlderProgramsDoIsOpened) {
+TEST_F(ExcelRefusal, aWorkbookStreamWithTheOlderNameIsRead) {
     EXPECT_FALSE(exerciseWorkbook(renamed(u"Book")).isEmpty());
 }
 
-// Damaged files end in a sentence: never in a crash, a hang, or a file that cannot be read back.
-TEST_F(ExcelRefuse, MutationsAreRefusedOrReadable) {
+// Damaged files are refused with a sentence or saved readably; they never crash or hang the program.
+TEST_F(ExcelRefusal, mutatedFilesAreRefusedOrReadable) {
     QRandomGenerator random(20240229);
     int readable = 0;
     int refused = 0;

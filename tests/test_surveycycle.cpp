@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The whole road by keys and clicks only: from an empty store over survey files that respondents fill in
-// LibreOffice to the analyses, their reports, actions and the search, with a restart on the way.
+// A whole survey cycle by keys and clicks only: an empty store, survey files filled in LibreOffice, analyses,
+// reports, actions and search, with a restart in between.
 #include "analysis/frmDateToDate.h"
 #include "analysis/frmPerformanceMatrix.h"
 #include "analysis/frmSatisfactionIndex.h"
@@ -33,7 +33,7 @@ namespace {
 
 const QStringList parameters{u"Delivery"_s, u"Price"_s, u"Service"_s};
 const QStringList dates{u"15/03/2024"_s, u"16/06/2024"_s};
-constexpr int scored = 3; // questions of a parameter; the one after them asks for words
+constexpr int scored = 3; // questions of a parameter; the one after them is Descriptive
 constexpr int people = 3; // of a customer
 
 QString questionText(int parameter, int number) {
@@ -54,12 +54,12 @@ void typeRow(const QStringList& cells) {
 }
 
 void enterDate(QWidget& form, const char* picker, const QString& text) {
-    control<QWidget>(form, picker)->setFocus(Qt::TabFocusReason); // which selects the text, as Tab does
+    control<QWidget>(form, picker)->setFocus(Qt::TabFocusReason); // selects the text, as Tab does
     type(text);
     key(Qt::Key_Tab);
 }
 
-/// Opens an entry of a menu by its access keys.
+/// Triggers a menu entry by its access keys.
 void choose(const char* menuName, Qt::Key menuKey, Qt::Key entryKey) {
     auto* menu = control<QMenu>(MDIMain::instance(), menuName);
     QTest::keyClick(&MDIMain::instance(), menuKey, Qt::AltModifier);
@@ -109,21 +109,21 @@ void composeAll() {
     }
 }
 
-class RoadTest : public ReportTest {
+class SurveyCycleTest : public ReportTest {
 protected:
     void SetUp() override {
         ReportTest::SetUp();
-        bring(u"template.xls"_s);
+        copyHomeFile(u"template.xls"_s);
     }
 
     QString print(QWidget& form, const QString& expectedTitle) {
         press(form, "cmdPrint");
         EXPECT_EQ(title, expectedTitle);
-        expectAtRest();
+        expectIdle();
         return takePages().join(u' ');
     }
 
-    /// Ann's first questionnaire is composed, the others are copied from it.
+    /// Composes Ann's first questionnaire; copies the others from it.
     void composeFor(int person, int date) {
         shortcut(Qt::Key_N);
         frmSelectSurvey& selection = frmSelectSurvey::instance();
@@ -135,7 +135,7 @@ protected:
         } else {
             QTimer::singleShot(0, &selection, [] { press(frmPasteSurvey::instance(), "cmdPaste"); });
             press(selection, "cmdExistingSurvey");
-            MDIMain::instance().activateWindow(); // as a window manager does when a dialog has gone
+            MDIMain::instance().activateWindow(); // as a window manager does when a dialog closes
             ASSERT_TRUE(QTest::qWaitForWindowActive(&MDIMain::instance()));
         }
         EXPECT_EQ(control<forms::MSHFlexGrid>(frmNewSurvey::instance(), "grdParamAndQuest")->Rows(), 14);
@@ -146,12 +146,12 @@ protected:
         messages.expectTitled(u"Survey File Exported...Do you want to view the file? "_s, 68,
                               forms::Answer::No);
         press(frmNewSurvey::instance(), "cmdExport");
-        expectAtRest();
+        expectIdle();
         files << path(rows(u"select xlsfilename from log"_s).last());
         key(Qt::Key_Escape);
     }
 
-    /// Each respondent finds the questions by their words.
+    /// Fills the files in; the cells of questions are found by the question's text.
     void fillFiles() {
         QStringList arguments;
         for (int i = 0; i < files.size(); ++i) {
@@ -176,10 +176,10 @@ protected:
             EXPECT_EQ(entered.size(), 24);
             arguments << files[i] << QString::fromUtf8(QJsonDocument(entered).toJson(QJsonDocument::Compact));
         }
-        runScript(u"fill_survey.py"_s, arguments);
+        runScript(u"fillsurvey.py"_s, arguments);
     }
 
-    /// The files of the first date through feedback entry, the others many at once.
+    /// Reads the files of the first date one by one, the others at once.
     void readFiles() {
         shortcut(Qt::Key_O);
         frmFeedBackObj& feedback = frmFeedBackObj::instance();
@@ -187,7 +187,7 @@ protected:
             clickEntry(feedback, "lstRespname", person);
             clickEntry(feedback, "lstSurveyDates", 0);
             press(feedback, "cmdRead");
-            expectAtRest();
+            expectIdle();
         }
         key(Qt::Key_Escape);
         shortcut(Qt::Key_R);
@@ -198,7 +198,7 @@ protected:
         shortcut(Qt::Key_A);
         messages.expect(u"Import Done...."_s, 64);
         press(reading, "cmdImport");
-        expectAtRest();
+        expectIdle();
         key(Qt::Key_Escape);
     }
 
@@ -212,7 +212,7 @@ protected:
         auto* drawn = control<chart::MSChart>(form, "mschart");
         ASSERT_EQ(drawn->RowCount(), 2);
         ASSERT_EQ(drawn->ColumnCount(), 3);
-        // The nine rounded ratings added up, of Service, Price and Delivery.
+        // The sums of the nine rounded ratings of Service, Price and Delivery.
         const double ratings[2][3] = {{70, 62, 54}, {41, 43, 70}};
         for (int date = 0; date < 2; ++date) {
             for (int column = 0; column < 3; ++column)
@@ -248,7 +248,7 @@ protected:
         control<QWidget>(plan, "txtDescription")->setFocus();
         type(u"Visit them"_s);
         press(plan, "cmdSave");
-        expectAtRest();
+        expectIdle();
         key(Qt::Key_Escape);
         control<QAction>(MDIMain::instance(), "mnuSearch")->trigger();
         frmSearch& search = frmSearch::instance();
@@ -279,7 +279,7 @@ protected:
     Replaced<forms::openFileHook> openDialog{[this](const auto&) { return picked; }};
 };
 
-TEST_F(RoadTest, fromAnEmptyStoreToTheAnalysesAndBackAfterARestart) {
+TEST_F(SurveyCycleTest, fromAnEmptyStoreToTheAnalysesAndBackAfterARestart) {
     typeCustomers();
     typeCatalogue();
     for (int date = 0; date < 2; ++date) {

@@ -22,7 +22,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A store of one table and a layout for it; the preview is kept instead of shown.
+/// A store of one table and a layout for it; the preview is captured instead of shown.
 class CrystalTest : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -47,7 +47,7 @@ protected:
                   "%2\n</report>\n"_s.arg(table, inside)
                       .toUtf8());
     }
-    /// The sentence of the failure that the report ends with; empty when it throws none.
+    /// Runs the report and returns the text of its failure; empty if none.
     QString failure() {
         try {
             report.setAction(1);
@@ -73,7 +73,7 @@ protected:
 
 const QString guestColumn = u"<column field='guest' width='1' heading='Guest'/>"_s;
 
-TEST_F(CrystalTest, whatDoesNotFitIsRefusedWithItsPlace) {
+TEST_F(CrystalTest, layoutErrorsAreReportedWithFileAndLine) {
     const std::pair<std::function<void()>, QString> cases[] = {
         {[&] { report.Password = u"\nother"_s; }, u"store.mdb: Not a valid password."_s},
         {[&] { report.DataFiles(0) += u"x"_s; }, u"Could not find the database file"_s},
@@ -124,7 +124,7 @@ TEST_F(CrystalTest, recordsAreChosenGroupedAndShownByTheLayout) {
     expectInOrder(pages().value(0), {u"Nobody came."_s});
 }
 
-TEST_F(CrystalTest, headingsReturnOnEveryPageAndALongTextGoesOn) {
+TEST_F(CrystalTest, headingsRepeatOnEveryPageAndLongTextContinues) {
     QStringList words;
     for (int i = 0; i < 4000; ++i)
         words << u"w%1."_s.arg(i);
@@ -146,7 +146,7 @@ TEST_F(CrystalTest, headingsReturnOnEveryPageAndALongTextGoesOn) {
     expectInOrder(all.join(u' '), words);
 }
 
-TEST_F(CrystalTest, readsOnlyAndLeavesTheDatabaseAsItWas) {
+TEST_F(CrystalTest, readsWithoutChangingTheDatabase) {
     writeLayout(guestColumn);
     ado::Connection connection;
     connection.OpenReadOnly(report.DataFiles(0), u"secret"_s);

@@ -1,11 +1,10 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""What other programs need for the same survey file, without their start.
+"""Measures how long other programs take for the same survey file, without their start.
 
-export_peers.py TEMPLATE SURVEYFILE: LibreOffice, which runs already, opens the template, enters the cells that the
-survey file has more, protects the sheet and saves; xlwt writes the cells of the survey file into a new workbook,
-each with its lock and wrap, and protects it. Prints the best times in milliseconds. Needs python3-xlrd, python3-xlwt,
-python3-uno and LibreOffice Calc.
+exportpeers.py TEMPLATE SURVEYFILE: a running LibreOffice opens the template, enters the additional cells of the survey
+file, protects the sheet and saves. xlwt writes the cells of the survey file to a new workbook, with lock and wrap, and
+protects it. Prints the best times in milliseconds. Needs python3-xlrd, python3-xlwt, python3-uno and LibreOffice Calc.
 """
 import os
 import sys
@@ -16,7 +15,7 @@ import xlrd
 import xlwt
 
 sys.path.insert(0, os.path.join(os.path.dirname(__file__), "..", "tests"))
-import fill_survey  # noqa: E402
+import fillsurvey  # noqa: E402
 
 ROUNDS = 15
 PASSWORD = "kvtwpa"
@@ -60,7 +59,7 @@ def write_by_xlwt(cells, target):
 
 
 def write_by_libreoffice(desktop, template, cells, target):
-    document = desktop.loadComponentFromURL("file://" + template, "_blank", 0, fill_survey.properties(Hidden=True))
+    document = desktop.loadComponentFromURL("file://" + template, "_blank", 0, fillsurvey.properties(Hidden=True))
     sheet = document.Sheets.getByName("Sheet1")
     sheet.unprotect(PASSWORD)
     for row, column, value, _, _ in cells:
@@ -70,7 +69,7 @@ def write_by_libreoffice(desktop, template, cells, target):
         else:
             cell.setString(value)
     sheet.protect(PASSWORD)
-    document.storeToURL("file://" + target, fill_survey.properties(FilterName="MS Excel 97", Overwrite=True))
+    document.storeToURL("file://" + target, fillsurvey.properties(FilterName="MS Excel 97", Overwrite=True))
     document.close(True)
 
 
@@ -80,7 +79,7 @@ def main(template, survey_file):
     with tempfile.TemporaryDirectory() as folder:
         target = os.path.join(folder, "written.xls")
         print("xlwt, %4d cells                     %8.2f" % (len(cells), best(lambda: write_by_xlwt(cells, target))))
-        with fill_survey.libreoffice() as desktop:
+        with fillsurvey.libreoffice() as desktop:
             needed = best(lambda: write_by_libreoffice(desktop, os.path.abspath(template), more, target))
         print("LibreOffice, %4d cells              %8.2f" % (len(more), needed))
 

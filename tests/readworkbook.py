@@ -1,10 +1,10 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""Prints as JSON what xlrd sees in the first sheet of a workbook.
+"""Prints the first sheet of a workbook, as read by xlrd, as JSON.
 
-excel_judge.py FILE: {"cells": {"A1": {...}}, "protection": {...}}; a cell has its value, whether it is locked and
-wrapped, the colours of its thin borders (left right top bottom, None for no line), its font's colour, and its
-number format. The protection is that of the sheet's own records: {record number: value}.
+readworkbook.py FILE: {"cells": {"A1": {...}}, "protection": {...}, "heights": {...}}. A cell has its value, whether it
+is locked and wrapped, the colours of its thin borders (left, right, top, bottom; None for no line), its font colour and
+its number format. The protection is read from the sheet's records: {record number: value}.
 """
 import json
 import struct

@@ -1,11 +1,11 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""Fills survey files in LibreOffice as respondents would, and saves them as Excel 97 workbooks in their places.
+"""Fills survey files in LibreOffice as respondents would, and saves them in place as Excel 97 workbooks.
 
-fill_survey.py FILE MARKS [FILE MARKS]...
+fillsurvey.py FILE MARKS [FILE MARKS]...
 
-MARKS is a JSON object of cells of Sheet1 and the number or text typed into each. One of them that is locked, or the
-first question, its last score or its key when it is not, ends the run with status 1 and leaves that file as it was.
+MARKS is a JSON object: cell of Sheet1 to number or text. Exits with status 1 and leaves the file unchanged if one of
+these cells is locked, or if the first question, its last score or its key is not.
 Needs libreoffice-calc-nogui and python3-uno.
 """
 import contextlib
@@ -56,8 +56,8 @@ def fill(desktop, path, marks):
 
 @contextlib.contextmanager
 def libreoffice():
-    """The desktop of a LibreOffice of its own, which ends with the block."""
-    pipe = "fill_survey_%d" % os.getpid()
+    """Starts a LibreOffice with its own profile, yields its desktop and ends it."""
+    pipe = "fillsurvey_%d" % os.getpid()
     with tempfile.TemporaryDirectory() as profile:
         office = subprocess.Popen(["soffice", "-env:UserInstallation=file://" + profile, "--headless", "--norestore",
                                    "--nologo", "--accept=pipe,name=%s;urp;" % pipe],
@@ -68,7 +68,7 @@ def libreoffice():
         finally:
             try:
                 desktop.terminate()
-            except Exception:  # it never answered, or went away while it said goodbye
+            except Exception:  # it never answered, or ended before it replied
                 office.kill()
             office.wait()
 

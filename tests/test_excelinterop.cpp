@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Another program, python3-xlrd, reads the workbooks that were edited here.
+// Workbooks edited here are read back by python3-xlrd.
 #include "tests/excel_files.h"
 
 using namespace Qt::StringLiterals;
@@ -11,7 +11,7 @@ namespace {
 const QString password = u"kvtwpa"_s;
 const QString question = u"How do you rate our delivery \u2014 on time, complete, \u201Cfriendly\u201D?"_s;
 
-// What a cell as xlrd sees it is here.
+// The value of a cell that xlrd has read.
 excel::Value valueOf(const QJsonObject& cell) {
     const QJsonValue value = cell[u"value"];
     const QString text = value.toString();
@@ -33,12 +33,12 @@ const excel::Value values[] = {
     u"\u20ACuro, \u4E2D, \U0001F600"_s, -1234.5, excel::Value(QDate(2023, 12, 31), QTime(23, 59, 59)),
     excel::Value::boolean(true),        u"12"_s, QString(QString(9000, u'x') + QString(9000, u'\u4E2D'))};
 
-// Texts that run over many Continue records, narrow and wide.
+// Texts, 8 and 16 bits a character, that span many Continue records.
 QString longText(int i) {
     return QString(1 + (i * 37) % 3000, i % 3 == 0 ? QChar(0x4E00 + i) : QChar(u'a' + i % 26));
 }
 
-// Fills the first sheet in the manner of a questionnaire, and the rows from 200 on with values.
+// Fills the sheet like a questionnaire, and rows from 200 on with values.
 void fill(const Worksheet& sheet) {
     sheet.Unprotect(password);
     sheet.Range(u"A14"_s, u"G65536"_s).Clear();
@@ -61,9 +61,9 @@ void fill(const Worksheet& sheet) {
 
 } // namespace
 
-class ExcelJudges : public ExcelFiles {
+class ExcelInterop : public ExcelFiles {
 protected:
-    QString filled(const QString& sample) const {
+    QString fillSample(const QString& sample) const {
         const excel::Workbook book = application_.Workbooks().Open(samplePath(sample));
         fill(book.Worksheets(firstSheet(sample)));
         book.SaveAs(path(u"filled_"_s + sample));
@@ -72,13 +72,13 @@ protected:
     }
 };
 
-// Every cell of the examples reads here as it reads there.
-TEST_F(ExcelJudges, XlrdReadsTheSame) {
+// Every cell of the examples has the value that xlrd reads.
+TEST_F(ExcelInterop, xlrdReadsTheSame) {
     for (const QString& sample : sampleNames) {
         SCOPED_TRACE(qPrintable(sample));
         const Worksheet sheet =
             application_.Workbooks().Open(samplePath(sample)).Worksheets(firstSheet(sample));
-        const QJsonObject cells = seenByXlrd(samplePath(sample))[u"cells"].toObject();
+        const QJsonObject cells = readByXlrd(samplePath(sample))[u"cells"].toObject();
         ASSERT_GE(cells.size(), 10);
         for (auto at = cells.begin(); at != cells.end(); ++at) {
             SCOPED_TRACE(qPrintable(at.key()));
@@ -90,7 +90,7 @@ TEST_F(ExcelJudges, XlrdReadsTheSame) {
     }
 }
 
-TEST_F(ExcelJudges, XlrdSeesValuesLocksWrapsAndBorders) {
+TEST_F(ExcelInterop, xlrdSeesValuesLocksWrapsAndBorders) {
     const QJsonObject expected = QJsonDocument::fromJson(R"({
         "B16": {"borders": ["FF0000", "FF0000", "FF0000", "FF0000"], "wrapped": true, "locked": true},
         "B35": {"font": "000080", "locked": false, "wrapped": false},
@@ -100,7 +100,7 @@ TEST_F(ExcelJudges, XlrdSeesValuesLocksWrapsAndBorders) {
     ASSERT_EQ(expected.size(), 4);
     for (const QString& sample : sampleNames) {
         SCOPED_TRACE(qPrintable(sample));
-        const QJsonObject cells = seenByXlrd(filled(sample))[u"cells"].toObject();
+        const QJsonObject cells = readByXlrd(fillSample(sample))[u"cells"].toObject();
         EXPECT_EQ(cells[u"B16"][u"value"].toString(), question);
         for (int i = 0; i < int(std::size(values)); ++i)
             EXPECT_TRUE(valueOf(cells[u"B%1"_s.arg(200 + i)].toObject()) == values[i]) << i;
@@ -112,8 +112,8 @@ TEST_F(ExcelJudges, XlrdSeesValuesLocksWrapsAndBorders) {
                 EXPECT_TRUE(cells[cell.key()][part.key()] == part.value())
                     << qPrintable(cell.key() + u' ' + part.key());
         }
-        // What the example had outside the cleared range is still there.
-        const QJsonObject before = seenByXlrd(samplePath(sample))[u"cells"].toObject();
+        // Cells outside the cleared range are kept.
+        const QJsonObject before = readByXlrd(samplePath(sample))[u"cells"].toObject();
         for (auto at = before.begin(); at != before.end(); ++at)
             EXPECT_TRUE(at.value() == cells[at.key()] || at.value()[u"type"].toInt() == 0)
                 << qPrintable(at.key());

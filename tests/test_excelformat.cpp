@@ -14,7 +14,7 @@ using excel::Value;
 
 namespace {
 
-// A workbook's records without offsets and indexes of offsets, as lines to compare.
+// A workbook's records as comparable lines, without offsets.
 QStringList content(const CompoundFile& file) {
     const QByteArray& stream = file.data(file.findStream(u"workbook"));
     QStringList lines;
@@ -33,8 +33,8 @@ QStringList content(const CompoundFile& file) {
 
 class ExcelFormat : public ExcelFiles {};
 
-// Sheets that were taken apart and put together have their cells in any order, everything else in its own.
-TEST_F(ExcelFormat, NothingIsLostBySavingAndByEditing) {
+// Cells may be reordered by parsing and writing a sheet; all else keeps its order.
+TEST_F(ExcelFormat, savingAndEditingLoseNothing) {
     const QStringList rewritten{u"208"_s, u"200"_s, u"bd"_s, u"be"_s, u"27e"_s, u"201"_s, u"1c1"_s};
     const auto sorted = [&](const QByteArray& file) {
         QStringList lines = content(CompoundFile::parse(file));
@@ -58,7 +58,7 @@ TEST_F(ExcelFormat, NothingIsLostBySavingAndByEditing) {
         for (size_t i = 0; i < before.entries().size(); ++i) {
             const auto& [oldEntry, oldData] = before.entries()[i];
             const auto& [newEntry, newData] = after.entries()[i];
-            EXPECT_EQ(oldEntry.left(116), newEntry.left(116)); // all but the place and the size
+            EXPECT_EQ(oldEntry.left(116), newEntry.left(116)); // all but sector and size
             EXPECT_TRUE(oldData == newData || before.entries()[i].name() == u"Workbook") << i;
         }
         EXPECT_EQ(content(before), content(after));
@@ -72,8 +72,8 @@ TEST_F(ExcelFormat, NothingIsLostBySavingAndByEditing) {
     }
 }
 
-// Large enough for the allocation table to need an allocation table of its own.
-TEST_F(ExcelFormat, LargeContainersComeBack) {
+// Large enough for the sector allocation table to need a master table.
+TEST_F(ExcelFormat, largeContainersRoundTrip) {
     CompoundFile file = CompoundFile::parse(contentOf(samplePath(u"filled_by_lo.xls"_s)));
     QRandomGenerator random(1);
     const int stream = file.findStream(u"Workbook");
@@ -87,8 +87,8 @@ TEST_F(ExcelFormat, LargeContainersComeBack) {
     }
 }
 
-// Macros and embedded workbooks lie in storages; a nested stream may be called Workbook too.
-TEST_F(ExcelFormat, StoragesAndWhatIsInThemStay) {
+// Macros and embedded workbooks are in storages; a nested stream may be named Workbook too.
+TEST_F(ExcelFormat, storagesAndTheirStreamsAreKept) {
     QByteArray content = contentOf(samplePath(u"t_xlwt.xls"_s));
     const qsizetype directory = 512 * (1 + qsizetype(get32(content, 48)));
     const auto entry = [&](int index, QStringView name, quint8 type, quint32 child) {
@@ -114,7 +114,7 @@ TEST_F(ExcelFormat, StoragesAndWhatIsInThemStay) {
     EXPECT_THROW(CompoundFile::parse(content), Refusal);
 }
 
-TEST_F(ExcelFormat, TextsAreReadAcrossRecords) {
+TEST_F(ExcelFormat, textsAreReadAcrossRecords) {
     const struct {
         std::vector<const char*> chunks; // hex
         std::vector<QString> texts;
@@ -137,7 +137,7 @@ TEST_F(ExcelFormat, TextsAreReadAcrossRecords) {
         EXPECT_THROW(ChunkReader({QByteArray::fromHex(hex)}).richText(), Refusal) << hex;
 }
 
-TEST_F(ExcelFormat, SerialNumbersAndDates) {
+TEST_F(ExcelFormat, serialNumbersAndDates) {
     const std::pair<double, const char*> cases[] = {
         {1, "01/01/1900"},  {59, "28/02/1900"},           {60, "60"},
         {61, "01/03/1900"}, {45351.999999, "01/03/2024"}, {45351.5, "29/02/2024 12:00:00"},
@@ -153,14 +153,14 @@ TEST_F(ExcelFormat, SerialNumbersAndDates) {
     EXPECT_EQ(fromSerial(0, true).date(), QDate(1904, 1, 1));
 }
 
-TEST_F(ExcelFormat, CodesThatShowDates) {
+TEST_F(ExcelFormat, codesThatShowDates) {
     for (const char* code : {"dd/mm/yyyy", "yyyy\\-mm\\-dd\\ hh:mm", "[h]:mm", "[$-407]d. mmmm yyyy", "MM"})
         EXPECT_TRUE(isDateCode(QString::fromLatin1(code))) << code;
     for (const char* code : {"General", "#,##0_);[Red](#,##0)", "\"day\" 0", "0\\d", "0_h", "[Magenta]0"})
         EXPECT_FALSE(isDateCode(QString::fromLatin1(code))) << code;
 }
 
-TEST_F(ExcelFormat, FormatsAreKeptOnceAndHaveALimit) {
+TEST_F(ExcelFormat, formatsAreSharedAndLimited) {
     BookFile file(u"lo_native.xls"_s, contentOf(samplePath(u"lo_native.xls"_s)));
     Formats& formats = file.book().formats();
     CellFormat format = formats.clone(15);
@@ -176,8 +176,8 @@ TEST_F(ExcelFormat, FormatsAreKeptOnceAndHaveALimit) {
         Refusal);
 }
 
-// Theme colours of all cells get lost when the checksum over the formats is wrong.
-TEST_F(ExcelFormat, ChecksumOfFormatsFollows) {
+// With a wrong checksum over the formats all cells lose their theme colours.
+TEST_F(ExcelFormat, checksumOfFormatsIsUpdated) {
     Records globals{{id::Bof, {}},
                     {id::Font, QByteArray(16, '\0')},
                     {id::Xf, QByteArray(20, '\1')},
@@ -191,13 +191,13 @@ TEST_F(ExcelFormat, ChecksumOfFormatsFollows) {
     EXPECT_EQ(get16(globals[4].body, 14), 2);
     EXPECT_EQ(get32(globals[4].body, 16), 0x3F99B798u);
 
-    // A format made from one with extended properties has none.
+    // A format derived from one with extended properties has none.
     put32(globals[2].body, 14, 1U << 25);
     EXPECT_EQ(get32(Formats(globals).clone(0).bytes(), 14), 0U);
 }
 
-// A Chinese letter is as wide as two others.
-TEST_F(ExcelFormat, WrappedLines) {
+// A Chinese character is two characters wide.
+TEST_F(ExcelFormat, wrappedLines) {
     const std::tuple<const char*, double, int> cases[] = {
         {"", 10, 1},           {"one two", 7, 1},    {"one two", 6, 2},
         {"one\ntwo\n", 80, 3}, {"abcdefghij", 4, 3}, {"a abcdefghij", 4, 4},

@@ -28,7 +28,7 @@ protected:
         auto* list = control<forms::ComboBox>(form, "cmbCustomer");
         list->setListIndex(list->findText(entry));
     }
-    /// The dates offered, the picked one starred.
+    /// The listed dates; the selected one is starred.
     static QString dates(QWidget& form) {
         QStringList result;
         const auto* list = control<forms::ListBox>(form, "lstSurvetDates");
@@ -49,7 +49,7 @@ protected:
         if (!failure.isEmpty())
             messages.expectBeginning(failure);
         QTest::keyClick(control<forms::ListBox>(edit(), "lstSurvetDates"), Qt::Key_Delete);
-        expectAtRest();
+        expectIdle();
     }
     void addFirst(const QString& message) {
         auto* questions = control<forms::TreeView>(edit(), "trvParameter");
@@ -57,11 +57,11 @@ protected:
         messages.expectTitled(message, 80);
         keyOn(edit(), "trvParameter", Qt::Key_Return);
     }
-    static void refuse(const QString& change) {
+    static void rejectChange(const QString& change) {
         runRaw(u"create trigger refuses before "_s + change + u" begin select raise(abort, 'no'); end");
     }
-    /// Presses a button that opens the import, drives it, and leaves it by Esc when it is still open.
-    void importBy(QWidget& form, const char* button, const std::function<void(frmPasteSurvey&)>& drive) {
+    /// Presses a button that opens the import, drives it, and closes it by Esc if it is still open.
+    void importInto(QWidget& form, const char* button, const std::function<void(frmPasteSurvey&)>& drive) {
         QTimer::singleShot(0, &form, [drive] {
             EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
             drive(frmPasteSurvey::instance());
@@ -76,7 +76,7 @@ protected:
 
 TEST_F(ExistingTest, withoutADateNothingIsChanged) {
     addStored(ann, early, {2});
-    bring(u"rptrating.rpt"_s);
+    copyHomeFile(u"rptrating.rpt"_s);
     QString title;
     const Replaced<crystal::previewHook> preview(
         [&](const auto&, const QString& text, int) { title = text; });
@@ -106,11 +106,11 @@ TEST_F(ExistingTest, aQuestionnaireThatCannotBeReadLeavesNoOtherOnShow) {
     addStored(ann, today, {2});
     auto* list = control<forms::ListBox>(edit(), "lstSurvetDates");
     ASSERT_EQ(rowsOf(edit()), 4);
-    whileInUse([&] { list->setListIndex(1); });
+    whileLocked([&] { list->setListIndex(1); });
     EXPECT_EQ(rowsOf(edit()), 2);
-    importBy(edit(), "cmdCopy", [&](frmPasteSurvey& form) {
+    importInto(edit(), "cmdCopy", [&](frmPasteSurvey& form) {
         ASSERT_EQ(rowsOf(form), 4);
-        whileInUse([&] { control<forms::ListBox>(form, "lstSurvetDates")->setListIndex(1); });
+        whileLocked([&] { control<forms::ListBox>(form, "lstSurvetDates")->setListIndex(1); });
         EXPECT_EQ(rowsOf(form), 2);
         press(form, "cmdPaste");
         EXPECT_NE(frmPasteSurvey::loaded(), nullptr);
@@ -124,7 +124,7 @@ TEST_F(ExistingTest, aDateWhoseQuestionsHaveLeftTheCatalogueCanBeDeleted) {
     addStored(bob, early, {2});
     dropQuestion(3);
     EXPECT_EQ(dates(edit()) + QString::number(rowsOf(edit())), u"31/01/2024* 05/03/20242"_s);
-    whileInUse([] { QTest::keyClick(control<forms::ListBox>(edit(), "lstSurvetDates"), Qt::Key_Delete); });
+    whileLocked([] { QTest::keyClick(control<forms::ListBox>(edit(), "lstSurvetDates"), Qt::Key_Delete); });
     pressDelete(u"31/01/2024"_s);
     EXPECT_EQ(dates(edit()), u"05/03/2024"_s);
     EXPECT_EQ(stored(ann), u"05/03 1:1"_s);
@@ -132,7 +132,7 @@ TEST_F(ExistingTest, aDateWhoseQuestionsHaveLeftTheCatalogueCanBeDeleted) {
     EXPECT_EQ(value(u"select count(*) from survey"_s), u"2"_s);
 }
 
-TEST_F(ExistingTest, nothingIsDeletedOrImportedForAnOwnerThatIsGone) {
+TEST_F(ExistingTest, nothingIsDeletedOrImportedForADeletedOwner) {
     addStored(ann, early, {0});
     addStored(bob, today, {1});
     edit();
@@ -141,7 +141,7 @@ TEST_F(ExistingTest, nothingIsDeletedOrImportedForAnOwnerThatIsGone) {
     withoutOwner(u"Ann"_s, [this] { pressDelete({}); }); // reads the grid again, which is then empty
     EXPECT_FALSE(QDir(home()).exists(u"backup"_s));
     for (const QString& name : {u"Ann"_s, u"Bob"_s}) { // target and source
-        importBy(edit(), "cmdCopy", [&](frmPasteSurvey& form) {
+        importInto(edit(), "cmdCopy", [&](frmPasteSurvey& form) {
             clickEntry(form, "lstRespondent", 1);
             withoutOwner(name, [&] { EXPECT_FALSE(form.toSaveTheCopyDetails()); });
             EXPECT_TRUE(form.toSaveTheCopyDetails());
@@ -161,34 +161,34 @@ TEST_F(ExistingTest, anEmptyDateIsDeletedOnlyWithTheCustomersLastQuestions) {
     EXPECT_FALSE(QDir(home()).exists(u"backup"_s));
     EXPECT_EQ(dates(form), lateText);
     messages.expectTitled(u"No Survey Date selected......Select one and proceed....."_s, 16);
-    importBy(form, "cmdCopy", [](frmPasteSurvey& paste) { press(paste, "cmdPaste"); });
+    importInto(form, "cmdCopy", [](frmPasteSurvey& paste) { press(paste, "cmdPaste"); });
     EXPECT_EQ(storeRows(*cnnMain), before);
     clickEntry(form, "lstSurvetDates", 0);
     press(form, "cmdRemove"); // its last question
     addScore(ann, question[0], surveyOf(u"Acme"_s, toDate(lateText)), early, 1, 2);
     before = storeRows(*cnnMain);
-    refuse(u"delete on survey"_s);
+    rejectChange(u"delete on survey"_s);
     pressDelete(lateText, Answer::Yes, u"Error : 19\r\nno"_s);
     EXPECT_EQ(storeRows(*cnnMain), before);
     runRaw(u"drop trigger refuses"_s);
     pressDelete(lateText);
-    EXPECT_EQ(goneRows(before, storeRows(*cnnMain)).size(), 3); // two surveys, one answer
+    EXPECT_EQ(removedRows(before, storeRows(*cnnMain)).size(), 3); // two surveys, one answer
     EXPECT_TRUE(QDir(home()).exists(u"backup"_s));
 }
 
 TEST_F(ExistingTest, eachCallerCopiesIntoItsOwnSurvey) {
     addStored(ann, early, {0, 1, 3, 4});
     const auto paste = [](frmPasteSurvey& form) { QTest::keyClick(&form, Qt::Key_O, Qt::AltModifier); };
-    open(0); // gives way to the editor of the target
+    open(0); // closed in favour of the target's editor
     frmSelectSurvey::instance().lstRespondent()->setListIndex(1);
     frmSelectSurvey::instance().Show();
-    importBy(frmSelectSurvey::instance(), "cmdExistingSurvey", paste);
+    importInto(frmSelectSurvey::instance(), "cmdExistingSurvey", paste);
     EXPECT_EQ(stored(bob), u"05/03 5:0 5:1 5:3 5:4"_s);
     press(frmNewSurvey::instance(), "cmdRemove");
     EXPECT_EQ(stored(bob), u"05/03 1:1 2:3 3:4"_s);
 
     frmSelectSurvey::unload();
-    importBy(frmNewSurvey::instance(), "cmdCopy", paste);
+    importInto(frmNewSurvey::instance(), "cmdCopy", paste);
     EXPECT_EQ(stored(bob), u"05/03 1:1 2:3 3:4 5:0"_s);
     EXPECT_EQ(grid()->Rows(), 6);
     EXPECT_EQ(frmSelectSurvey::loaded(), nullptr);
@@ -199,14 +199,14 @@ TEST_F(ExistingTest, aSurveyIsNotOfferedToItselfAndAFailureKeepsWhatWasCopied) {
     addStored(ann, today, {0, 1, 4});
     addStored(bob, early, {0, 2, 3, 4});
     frmSelectSurvey::instance().Show();
-    importBy(frmSelectSurvey::instance(), "cmdExistingSurvey", [&](frmPasteSurvey& form) {
+    importInto(frmSelectSurvey::instance(), "cmdExistingSurvey", [&](frmPasteSurvey& form) {
         EXPECT_EQ(dates(form), QString());
         messages.expectTitled(u"Select a Survey Date to import...."_s, 16);
         press(form, "cmdPaste");
     });
-    refuse(u"insert on responquesindex when new.questionid="_s + QString::number(question[3]));
+    rejectChange(u"insert on responquesindex when new.questionid="_s + QString::number(question[3]));
     messages.expectBeginning(u"Error : 19\r\nno"_s);
-    importBy(edit(), "cmdCopy", [](frmPasteSurvey& form) {
+    importInto(edit(), "cmdCopy", [](frmPasteSurvey& form) {
         clickEntry(form, "lstRespondent", 1);
         press(form, "cmdPaste");
     });
@@ -214,8 +214,8 @@ TEST_F(ExistingTest, aSurveyIsNotOfferedToItselfAndAFailureKeepsWhatWasCopied) {
     EXPECT_FALSE(cnnMain->InTransaction());
 }
 
-/// In six customers Ann has the questions 1 to 3 on six dates, Bob 4 and 5 on all of them but the last.
-TEST_F(ExistingTest, deletingAndCopyingTouchTheRowsThatWereMeantAndNoOthers) {
+/// Six customers: Ann has the questions 1 to 3 on six dates, Bob 4 and 5 on all but the last.
+TEST_F(ExistingTest, deletingAndCopyingTouchOnlyTheIntendedRows) {
     for (int i = 1; i < 6; ++i) {
         const int custid = addCustomer(u"Customer %1"_s.arg(i));
         addRespondent(custid, u"Ann"_s);
@@ -248,7 +248,7 @@ TEST_F(ExistingTest, deletingAndCopyingTouchTheRowsThatWereMeantAndNoOthers) {
             meant += storeRows(*cnnMain, table,
                                (table == u"reportlinktable" ? u"custid"_s + ofSurvey.mid(8) : ofSurvey) +
                                    (table == u"log" ? u" and respid=" : u" and respondentid=") + annId);
-            refuse(u"delete on "_s + table);
+            rejectChange(u"delete on "_s + table);
             pressDelete(date, Answer::Yes, u"Error : 19\r\nno"_s);
             runRaw(u"drop trigger refuses"_s);
             clickEntry(edit(), "lstSurvetDates", entry);
@@ -257,13 +257,13 @@ TEST_F(ExistingTest, deletingAndCopyingTouchTheRowsThatWereMeantAndNoOthers) {
         EXPECT_EQ(storeRows(*cnnMain), before);
         pressDelete(date);
         const QStringList after = storeRows(*cnnMain);
-        EXPECT_EQ(goneRows(before, after), meant);
-        EXPECT_EQ(goneRows(after, before), QStringList());
+        EXPECT_EQ(removedRows(before, after), meant);
+        EXPECT_EQ(removedRows(after, before), QStringList());
         EXPECT_EQ(meant.size(), 15 + alone);
     }
 
     const QStringList before = storeRows(*cnnMain);
-    importBy(edit(), "cmdCopy", [](frmPasteSurvey& form) {
+    importInto(edit(), "cmdCopy", [](frmPasteSurvey& form) {
         pickCustomer(form, u"Customer 4"_s);
         clickEntry(form, "lstRespondent", 1);
         clickEntry(form, "lstSurvetDates", 1);
@@ -272,8 +272,8 @@ TEST_F(ExistingTest, deletingAndCopyingTouchTheRowsThatWereMeantAndNoOthers) {
     const QStringList copied = storeRows(*cnnMain);
     const QString row =
         u"responquesindex|"_s + annId + u"|%1|" + QString::number(surveyOf(customer, {2024, 1, 15})) + u"|%2";
-    EXPECT_EQ(goneRows(before, copied), QStringList());
-    EXPECT_EQ(goneRows(copied, before), (QStringList{row.arg(4).arg(3), row.arg(5).arg(3)}));
+    EXPECT_EQ(removedRows(before, copied), QStringList());
+    EXPECT_EQ(removedRows(copied, before), (QStringList{row.arg(4).arg(3), row.arg(5).arg(3)}));
 }
 
 } // namespace

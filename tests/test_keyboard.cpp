@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Every form of the program is worked without a mouse, and is gone when it is closed.
+// Every form can be used by keyboard alone and is deleted when it is closed.
 #include "core/MDIMain.h"
 #include "tests/support/storetest.h"
 #include "tools/allforms.h"
@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-class WalkTest : public StoreTest {
+class KeyboardTest : public StoreTest {
 protected:
     void SetUp() override {
         StoreTest::SetUp();
@@ -23,9 +23,9 @@ protected:
         addQuestionnaire(ann, survey, {asked});
         addScore(ann, asked, survey, {2024, 3, 5}, 5, 5);
     }
-    static void letGo() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
+    static void deleteClosedForms() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
 
-    /// Not what lies within another control: an editing box over a grid, the corner of its heads.
+    /// False for widgets inside another control, such as a grid's editing box or corner button.
     static bool isControl(const QWidget* widget) {
         static const auto is = [](const QWidget* w) {
             return w->inherits("QAbstractItemView") || w->inherits("QComboBox") ||
@@ -46,8 +46,8 @@ protected:
         }
         return result;
     }
-    /// The controls in the order in which Tab goes round, from the first one on.
-    static QWidgetList walked(const QWidget& form) {
+    /// The controls in tab order.
+    static QWidgetList tabOrder(const QWidget& form) {
         const QWidgetList all = controls(form);
         QWidget* first = form.nextInFocusChain();
         while (!all.contains(first) || !(first->focusPolicy() & Qt::TabFocus))
@@ -55,7 +55,7 @@ protected:
         first->setFocus(Qt::TabFocusReason);
         QWidgetList round;
         for (int step = 0; step < 60 && !(step > 0 && QApplication::focusWidget() == first); ++step) {
-            // Tab goes through the parts of a date before it leaves it.
+            // Tab visits the sections of a date before it leaves the control.
             if (all.contains(QApplication::focusWidget()) &&
                 (round.isEmpty() || round.last() != QApplication::focusWidget()))
                 round << QApplication::focusWidget();
@@ -74,16 +74,16 @@ protected:
     }
 };
 
-TEST_F(WalkTest, everyFormIsWorkedWithoutAMouse) {
+TEST_F(KeyboardTest, everyFormWorksByKeyboard) {
     for (const AnyForm& any : allForms()) {
-        MDIMain::instance().activateWindow(); // a dialog may have gone
+        MDIMain::instance().activateWindow(); // a dialog may have been closed
         forms::Form& form = any.open();
         ASSERT_TRUE(QTest::qWaitFor([&] { return form.isVisible() && form.isActiveWindow(); })) << any.name;
         QSet<QKeySequence> mnemonics;
-        const QWidgetList round = walked(form);
+        const QWidgetList round = tabOrder(form);
         for (QWidget* control : controls(form)) {
             const std::string what = any.name + std::string(".") + control->objectName().toStdString();
-            const auto inGroup = [&](const QWidget* other) { // where the arrow keys go on
+            const auto inGroup = [&](const QWidget* other) { // reached by the arrow keys
                 return control->inherits("QRadioButton") && other->inherits("QRadioButton") &&
                        other->parentWidget() == control->parentWidget();
             };
@@ -98,10 +98,10 @@ TEST_F(WalkTest, everyFormIsWorkedWithoutAMouse) {
         }
         const QPointer<forms::Form> open(&form);
         key(Qt::Key_Escape);
-        letGo();
+        deleteClosedForms();
         EXPECT_TRUE(open.isNull()) << any.name << ": Esc";
         any.close();
-        letGo();
+        deleteClosedForms();
     }
 }
 

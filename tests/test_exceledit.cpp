@@ -12,7 +12,7 @@ namespace {
 
 const QString password = u"kvtwpa"_s;
 
-// Global records around one worksheet with these records between its Bof and Eof; without those left out.
+// A workbook of one worksheet: a sample's global records without `leftOut`, `globals`, then `sheet`.
 QByteArray bookStream(const Records& globals, const Records& sheet, const QList<quint16>& leftOut = {}) {
     const CompoundFile container = CompoundFile::parse(contentOf(samplePath(u"lo_native.xls"_s)));
     const QByteArray& sample = container.data(container.findStream(u"Workbook"));
@@ -40,7 +40,7 @@ QByteArray bookStream(const Records& globals, const Records& sheet, const QList<
     return stream;
 }
 
-// Records of number and body in hex, separated by semicolons.
+// Parses "number body" in hex, separated by semicolons.
 Records records(const QByteArray& text) {
     Records result;
     for (const QByteArray& part : text.split(';')) {
@@ -55,7 +55,7 @@ Records records(const QByteArray& text) {
 
 class ExcelEdit : public ExcelFiles {};
 
-TEST_F(ExcelEdit, ProtectionIsKeptAndAsked) {
+TEST_F(ExcelEdit, protectionIsKeptAndChecked) {
     excel::Workbook book = application_.Workbooks().Open(copyOf(u"t_xlwt.xls"_s));
     const excel::Worksheet sheet = book.Worksheets(u"Form"_s);
     sheet.Range(u"B2"_s).setValue(u"an unlocked cell"_s);
@@ -68,8 +68,8 @@ TEST_F(ExcelEdit, ProtectionIsKeptAndAsked) {
     sheet.Range(u"A2"_s).setValue(1);
 }
 
-// Column C has its own format (locked is off), row 3 too; A4:B5 and A2:B3 are merged.
-TEST_F(ExcelEdit, ClearLeavesPlainCellsAndTheRowsAbove) {
+// Column C and row 3 have formats of their own (not locked); A4:B5 and A2:B3 are merged.
+TEST_F(ExcelEdit, clearLeavesPlainCellsAndTheRowsAbove) {
     const QByteArray stream = bookStream(
         {}, records("007D 01000400 0009 1000 0000 0000; 0200; 0208 0300 0000 0000 ff00 00000000 8001 1000;"
                     "0203 0300 0200 0f00 000000000000f03f; 0203 0000 0200 0f00 000000000000f03f;"
@@ -83,23 +83,23 @@ TEST_F(ExcelEdit, ClearLeavesPlainCellsAndTheRowsAbove) {
     }
     Book again(book.stream());
     Editor editor(again, 0);
-    const auto looks = [&](Place place) { return editor.format(place).bytes(); };
+    const auto formatOf = [&](Place place) { return editor.format(place).bytes(); };
     const QByteArray plain = again.formats().cellFormat(15).bytes();
     const QByteArray column = again.formats().cellFormat(16).bytes();
     ASSERT_NE(plain, column);
     EXPECT_EQ(editor.value({0, 2}).text(), u"1"_s);
-    // Above the cleared area, right of it, and within it, one of these in the row with a format.
+    // Above the cleared area, right of it, and within it (one in the formatted row).
     for (const Place& place : {Place{1, 1}, Place{1, 2}, Place{3, 3}, Place{100, 3}})
-        EXPECT_EQ(looks(place), column) << qPrintable(place.name());
+        EXPECT_EQ(formatOf(place), column) << qPrintable(place.name());
     for (const Place& place : {Place{100, 2}, Place{3, 0}})
-        EXPECT_EQ(looks(place), plain) << qPrintable(place.name());
+        EXPECT_EQ(formatOf(place), plain) << qPrintable(place.name());
     EXPECT_FALSE(again.sheet(0).isMerged({3, 0}));
-    EXPECT_TRUE(again.sheet(0).isMerged({2, 0})); // lies across the edge
+    EXPECT_TRUE(again.sheet(0).isMerged({2, 0})); // crosses the edge
     EXPECT_LT(again.sheet(0).cells.cells().size(), 20U);
 }
 
-// What the spreadsheet programs open is opened, and saved so that it can be opened again. The cell is A1.
-TEST_F(ExcelEdit, OddWorkbooksAreOpenedAsOtherProgramsOpenThem) {
+// Workbooks that spreadsheet programs accept are opened, and saved so that they open again. Tests cell A1.
+TEST_F(ExcelEdit, oddWorkbooksAreOpenedAsOtherProgramsOpenThem) {
     const QByteArray three = "0203 0000 0000 0f00 0000000000000840";
     const QByteArray row = "0208 0000 0000 0100 ff00 0000 0000 00010f00";
     const QByteArray text = "00FD 0000 0000 0f00 00000000";
@@ -140,8 +140,8 @@ TEST_F(ExcelEdit, OddWorkbooksAreOpenedAsOtherProgramsOpenThem) {
     }
 }
 
-// A row ends growing at the highest height; a sheet of too much text ends being wrapped at all.
-TEST_F(ExcelEdit, WrappingEnds) {
+// Row heights stop at the maximum; a sheet with too much text is no longer wrapped.
+TEST_F(ExcelEdit, rowHeightAndWrappingAreLimited) {
     constexpr int rows = 700;
     constexpr int handSet = 1;
     constexpr int unwrapped = rows;
@@ -160,8 +160,8 @@ TEST_F(ExcelEdit, WrappingEnds) {
     EXPECT_EQ(height(unwrapped), again.sheet(0).defaultRowHeight());
 }
 
-// A3 and A4 share the formula that stands with A3.
-TEST_F(ExcelEdit, SharedFormulasAreNotTornApart) {
+// A3 and A4 share the formula stored at A3.
+TEST_F(ExcelEdit, sharedFormulasStayIntact) {
     Book book(
         bookStream({}, records("0006 0200 0000 0f00 000000000000f03f 0800 00000000 0500 01 0200 0000;"
                                "04BC 020003000000 0000 0300 1e0100;"
@@ -173,11 +173,11 @@ TEST_F(ExcelEdit, SharedFormulasAreNotTornApart) {
     editor.changeFormat({2, 0}, [](auto& format) { format.setLocked(false); });
     Book kept(book.stream());
     EXPECT_EQ(kept.sheet(0).cells.find({2, 0})->followers.size(), 1U);
-    editor.setValue({3, 0}, 5); // not the one with the formula
-    editor.setValue({2, 0}, 5); // and now nobody shares it
+    editor.setValue({3, 0}, 5); // the cell without the stored formula
+    editor.setValue({2, 0}, 5); // now not shared any more
 }
 
-TEST_F(ExcelEdit, DatesFollowTheWorkbooksCount) {
+TEST_F(ExcelEdit, datesFollowTheWorkbooksDateSystem) {
     Book book(bookStream(records("0022 0100; 01C1 c1010000 12345678"),
                          records("0203 0000 0000 0f00 0000000000000000")));
     Editor editor(book, 0);
@@ -189,6 +189,6 @@ TEST_F(ExcelEdit, DatesFollowTheWorkbooksCount) {
          {Value(QDate(1899, 12, 31)), Value(QDate()), Value(qQNaN()), Value(QString(32768, u'x'))})
         EXPECT_FALSE(errorOf([&] { editor.setValue({1, 0}, value); }).isEmpty());
     EXPECT_EQ(editor.value({1, 0}).date(), QDate(2024, 2, 29));
-    // Formulas are to be computed anew where the file is opened.
+    // Formulas are recalculated when the file is opened.
     EXPECT_TRUE(book.stream().contains(QByteArray::fromHex("c1010800 c1010000 00000000")));
 }
