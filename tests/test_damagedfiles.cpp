@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Damaged survey files are refused or write their own answers, and they never hang or crash the program.
 #include "exchange/reader.h"
-#include "platform/excel/compound_file.h"
+#include "platform/excel/compoundfile.h"
 #include "tests/support/surveyfile.h"
 #include "tests/support/surveytest.h"
 

@@ -19,7 +19,7 @@ public:
     bool matches(std::string_view utf8) const;
 
 private:
-    std::vector<char32_t> parts; // folded code points, anyRun and anyOne
+    std::vector<char32_t> parts; ///< folded code points, anyRun and anyOne
 };
 
 /// Gives the database the collation UNICODE_CI and replaces its `like`. Throws nothing; returns SQLite's

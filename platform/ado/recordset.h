@@ -86,14 +86,14 @@ private:
     std::shared_ptr<Session> session;
     Prepared source;
     bool exhausted = true;
-    QString table; // empty when read only
+    QString table; ///< empty when read only
     std::shared_ptr<const Columns> columns;
-    std::vector<QVariant> cells;   // row by row
-    std::set<std::size_t> written; // rows that hold their rowid only, until they are read again
+    std::vector<QVariant> cells;   ///< row by row
+    std::set<std::size_t> written; ///< rows that hold their rowid only, until they are read again
     std::size_t position = 0;
     bool adding = false;
-    std::vector<QVariant> pending; // values to be written, in the store's form
-    std::vector<bool> changed;     // which of them
+    std::vector<QVariant> pending; ///< values to be written, in the store's form
+    std::vector<bool> changed;     ///< which of them
 };
 
 } // namespace ado

@@ -36,7 +36,7 @@ struct Compiled {
 
     QString sql;
     sqlite3_stmt* handle;
-    std::shared_ptr<const Columns> columns; // those of a select
+    std::shared_ptr<const Columns> columns; ///< those of a select
     bool onLoan = false;
 };
 
@@ -112,8 +112,8 @@ private:
 
     sqlite3* database = nullptr;
     ErrorList errorList;
-    std::vector<std::shared_ptr<Compiled>> kept; // most recently used first
-    QSet<QString> tables;                        // those known by isTable
+    std::vector<std::shared_ptr<Compiled>> kept; ///< most recently used first
+    QSet<QString> tables;                        ///< those known by isTable
 };
 
 } // namespace ado

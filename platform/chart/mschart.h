@@ -129,7 +129,7 @@ private:
     int row = 1;
     int column = 1;
     bool changed = true;
-    Point current; // reached by the keys
+    Point current; ///< reached by the keys
 };
 
 } // namespace chart

@@ -36,7 +36,7 @@ private:
     int legendColumns(int entries) const;
 
     QCPGraph* ring;
-    int nameWidth = 0; // pixels of a name in the legend
+    int nameWidth = 0; ///< pixels of a name in the legend
 };
 
 } // namespace chart

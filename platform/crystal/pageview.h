@@ -36,15 +36,15 @@ protected:
     void scrollContentsBy(int dx, int dy) override;
 
 private:
-    double scale() const; // pixels a dot
+    double scale() const; ///< pixels a dot
     QSizeF pageSize() const;
-    double step() const; // from page to page
+    double step() const; ///< from page to page
     double widthZoom() const;
     void updateBars();
 
     std::shared_ptr<const Report> report;
     double factor = 1;
-    bool chosen = false; // the zoom, by the user
+    bool chosen = false; ///< the zoom, by the user
 };
 
 } // namespace crystal

@@ -44,7 +44,7 @@ private:
     QFont font;
     double space = 0;
     double distance = 0;
-    double widest = 0; // of the Latin letters
+    double widest = 0; ///< of the Latin letters
     Qt::Alignment align;
     mutable QHash<QString, int> measured;
 };

@@ -65,9 +65,9 @@ quint16 passwordHash(const QString& password) {
 
 // The records stand once in a sheet, most often before its cells.
 void Sheet::readProtection() {
-    protected_ = valueOf(before_, id::Protect, 0) || valueOf(after_, id::Protect, 1);
-    const quint16 hash = valueOf(before_, id::Password, 0);
-    passwordHash_ = hash ? hash : valueOf(after_, id::Password, 1);
+    protectionOn = valueOf(before, id::Protect, 0) || valueOf(after, id::Protect, 1);
+    const quint16 hash = valueOf(before, id::Password, 0);
+    storedHash = hash ? hash : valueOf(after, id::Password, 1);
 }
 
 void Sheet::protect(quint16 hash) {
@@ -77,8 +77,8 @@ void Sheet::protect(quint16 hash) {
                   flagRecord(id::ObjectProtect, 1)};
     if (hash)
         block.push_back(flagRecord(id::Password, hash));
-    before_.insert(before_.begin() + placeForProtection(before_), block.begin(), block.end());
-    for (Record& record : after_)
+    before.insert(before.begin() + placeForProtection(before), block.begin(), block.end());
+    for (Record& record : after)
         if (record.id == id::SheetProtection && record.body.size() >= allowedActions + 4)
             put32(record.body, allowedActions, get32(record.body, allowedActions) & ~editObjectsAndScenarios);
     readProtection();
@@ -86,8 +86,8 @@ void Sheet::protect(quint16 hash) {
 
 void Sheet::unprotect() {
     changed = true;
-    eraseOwn(before_, isProtection, 0);
-    eraseOwn(after_, isProtection, 1);
+    eraseOwn(before, isProtection, 0);
+    eraseOwn(after, isProtection, 1);
     readProtection();
 }
 

@@ -6,20 +6,20 @@
 
 namespace excel::biff {
 
-// One record of a workbook stream: a number that says what it is, and its bytes.
+/// One record of a workbook stream: a number that says what it is, and its bytes.
 struct Record {
     quint16 id = 0;
     QByteArray body;
 };
 using Records = std::vector<Record>;
 
-constexpr qsizetype maxRecordBody = 8224; // longer content goes on in Continue records
-constexpr size_t maxRecords = 2'500'000;  // so that the cells a table holds at most can be saved
+constexpr qsizetype maxRecordBody = 8224; ///< longer content goes on in Continue records
+constexpr size_t maxRecords = 2'500'000;  ///< so that the cells a table holds at most can be saved
 
 namespace id {
 constexpr quint16 Formula = 0x0006;
-constexpr quint16 Formula3 = 0x0206; // numbers of older versions, which some programs still write; the
-constexpr quint16 Formula4 = 0x0406; // result stands where it stands in Formula
+constexpr quint16 Formula3 = 0x0206; ///< numbers of older versions, which some programs still write; the
+constexpr quint16 Formula4 = 0x0406; ///< result stands where it stands in Formula
 constexpr quint16 Eof = 0x000A;
 constexpr quint16 Protect = 0x0012;
 constexpr quint16 Password = 0x0013;
@@ -70,9 +70,9 @@ constexpr bool isFormula(quint16 recordId) {
     return recordId == id::Formula || recordId == id::Formula3 || recordId == id::Formula4;
 }
 
-// Charts stand as whole substreams, from Bof to Eof, among a sheet's records. These two look only at the
-// sheet's own records; `depth` is 0 when `records` begin with the sheet's Bof, 1 when they begin behind it.
-int lastOf(const Records& records, quint16 id, int depth = 0); // position, or -1
+/// Charts stand as whole substreams, from Bof to Eof, among a sheet's records. These two look only at the
+/// sheet's own records; `depth` is 0 when `records` begin with the sheet's Bof, 1 when they begin behind it.
+int lastOf(const Records& records, quint16 id, int depth = 0); ///< position, or -1
 void eraseOwn(Records& records, bool (*unwanted)(const Record&), int depth = 0);
 
 void appendRecord(QByteArray& stream, const Record& record);

@@ -56,8 +56,8 @@ private:
     void showValue();
 
     QDate value{2000, 1, 1};
-    bool marked = false;  // as unreadable
-    bool entered = false; // by a press whose release is still to come
+    bool marked = false;  ///< as unreadable
+    bool entered = false; ///< by a press whose release is still to come
 };
 
 } // namespace forms

@@ -93,9 +93,9 @@ private:
     int col = 1;
     int mouseRow = 0;
     QModelIndex pressed;
-    QPersistentModelIndex firstPressed; // cell of the last press, the first of a double click
+    QPersistentModelIndex firstPressed; ///< cell of the last press, the first of a double click
     bool movingCursor = false;
-    QHash<int, double> shares; // of the grid's width, by column
+    QHash<int, double> shares; ///< of the grid's width, by column
 };
 
 } // namespace forms

@@ -18,7 +18,7 @@ public:
         QString text;
         bool centred = false;
         bool bold = false;
-        QColor back; // invalid: the view's own
+        QColor back; ///< invalid: the view's own
     };
 
     using QAbstractTableModel::QAbstractTableModel;

@@ -76,9 +76,9 @@ protected:
 private:
     bool choosesCurrentFirst(const QKeyEvent& event) const;
 
-    bool pressed = false; // by the left button, where a press means something
+    bool pressed = false; ///< by the left button, where a press means something
     QList<QListWidgetItem*> chosenAtPress;
-    bool secondOfDouble = false; // the release that ends a double click is no click of its own
+    bool secondOfDouble = false; ///< the release that ends a double click is no click of its own
 };
 
 } // namespace forms

@@ -72,7 +72,7 @@ private:
     void applyWidths();
 
     ListViewModel* items;
-    std::vector<double> shares; // by column
+    std::vector<double> shares; ///< by column
     bool applyingWidths = false;
     bool pressedOnRow = false;
     std::vector<int> chosenAtPress;

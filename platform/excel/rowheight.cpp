@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/excel/row_height.h"
+#include "platform/excel/rowheight.h"
 
 #include "platform/excel/bytes.h"
-#include "platform/excel/cell_value.h"
+#include "platform/excel/cellvalue.h"
 #include "platform/excel/formats.h"
-#include "platform/excel/shared_strings.h"
+#include "platform/excel/sharedstrings.h"
 #include "platform/excel/sheet.h"
 
 #include <algorithm>

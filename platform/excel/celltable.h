@@ -8,7 +8,7 @@
 
 namespace excel::biff {
 
-// One cell: its record and what belongs to it (the text of a formula's result, a shared formula, an array).
+/// One cell: its record and what belongs to it (the text of a formula's result, a shared formula, an array).
 struct Cell {
     Record record;
     Records followers;
@@ -16,31 +16,31 @@ struct Cell {
     void setFormat(quint16 index);
 };
 
-// The rows and cells of a worksheet, by place. Records that hold several cells are taken apart on reading.
+/// The rows and cells of a worksheet, by place. Records that hold several cells are taken apart on reading.
 class CellTable {
 public:
     static constexpr size_t maxCells = 2'000'000;
 
-    // Whether a record belongs to the table (rows, cells and the index of them).
+    /// Whether a record belongs to the table (rows, cells and the index of them).
     static bool holds(quint16 recordId);
-    // Takes the next record of the sheet in its order; a later record for a place replaces an earlier one.
+    /// Takes the next record of the sheet in its order; a later record for a place replaces an earlier one.
     void take(const Record& record);
-    // Row blocks of 32 rows, each followed by its cells, sorted.
+    /// Row blocks of 32 rows, each followed by its cells, sorted.
     void appendTo(Records& records, quint16 defaultHeight);
 
     const Cell* find(Place place) const;
     Cell* find(Place place);
-    // Puts a cell in place of what is there. Refusal when other cells depend on the formula that would go.
+    /// Puts a cell in place of what is there. Refusal when other cells depend on the formula that would go.
     void put(Place place, Cell cell);
-    // Removes cells; Refusal when cells outside the area depend on a formula inside.
+    /// Removes cells; Refusal when cells outside the area depend on a formula inside.
     void erase(const Area& area);
 
-    // The body of a row's record, made when there is none; the height of a new row is in twips.
+    /// The body of a row's record, made when there is none; the height of a new row is in twips.
     QByteArray& row(int row, quint16 height);
     const QByteArray* findRow(int row) const;
-    const std::map<int, QByteArray>& rows() const { return rows_; }
-    const std::map<Place, Cell>& cells() const { return cells_; }
-    // The smallest area that holds every cell; an empty one (last before first) without cells.
+    const std::map<int, QByteArray>& rows() const { return rowBodies; }
+    const std::map<Place, Cell>& cells() const { return byPlace; }
+    /// The smallest area that holds every cell; an empty one (last before first) without cells.
     Area used() const;
 
 private:
@@ -49,18 +49,18 @@ private:
     void insert(Place place, Cell cell);
     void refuseLossOfShared(const Area& lost) const;
 
-    std::map<Place, Cell> cells_;
-    std::map<int, QByteArray> rows_;
-    Place latest_{-1, -1}; // the cell that followers belong to
+    std::map<Place, Cell> byPlace;
+    std::map<int, QByteArray> rowBodies;
+    Place latest{-1, -1}; ///< the cell that followers belong to
 };
 
-// Fields of a Row record.
+/// Fields of a Row record.
 namespace row_field {
 constexpr qsizetype firstColumn = 2;
 constexpr qsizetype endColumn = 4;
-constexpr qsizetype height = 6; // twips; the top bit says that it is the sheet's default
+constexpr qsizetype height = 6; ///< twips; the top bit says that it is the sheet's default
 constexpr qsizetype flags = 12;
-constexpr qsizetype format = 14; // 12 bits
+constexpr qsizetype format = 14; ///< 12 bits
 constexpr quint16 hidden = 0x20;
 constexpr quint16 customHeight = 0x40;
 constexpr quint16 hasFormat = 0x80;

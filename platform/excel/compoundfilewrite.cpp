@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/excel/bytes.h"
-#include "platform/excel/compound_file.h"
+#include "platform/excel/compoundfile.h"
 
 namespace excel::biff {
 
@@ -133,12 +133,12 @@ void appendFat(Sectors& sectors, Header& header) {
 QByteArray CompoundFile::serialize() const {
     Sectors sectors{sectorSize, {}, {}};
     Sectors mini{miniSectorSize, {}, {}};
-    const QByteArray directory = placeStreams(entries_, sectors, mini);
+    const QByteArray entryBytes = placeStreams(directory, sectors, mini);
     Header header;
     const QByteArray miniFat = tableBytes(mini.table);
     header.miniFat = sectors.add(miniFat);
     header.miniFatCount = quint32(sectorsFor(miniFat.size(), sectorSize));
-    header.directory = sectors.add(directory);
+    header.directory = sectors.add(entryBytes);
     appendFat(sectors, header);
     return header.bytes() + sectors.content;
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/excel/serial_date.h"
+#include "platform/excel/serialdate.h"
 
 #include <QRegularExpression>
 #include <algorithm>

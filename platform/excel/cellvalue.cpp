@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/excel/cell_value.h"
+#include "platform/excel/cellvalue.h"
 
 #include "platform/excel/bytes.h"
 #include "platform/excel/refusal.h"
-#include "platform/excel/shared_strings.h"
+#include "platform/excel/sharedstrings.h"
 #include "platform/excel/text.h"
 
 #include <bit>

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/excel/book.h"
+#include "platform/excel/compoundfile.h"
+
+#include <QDateTime>
+
+namespace excel::biff {
+
+/// What a file is that cannot be read here, as the end of a sentence, judged by how it begins; an empty text
+/// for a compound file.
+QString describeForeignFile(const QByteArray& file);
+
+/// A workbook together with the file it came from.
+class BookFile {
+public:
+    /// Reads a whole file; throws excel::Error.
+    explicit BookFile(const QString& path);
+    /// For content at hand, as a file named `path` would hold it; throws excel::Error.
+    BookFile(const QString& path, const QByteArray& content);
+
+    Book& book() { return *workbook; }
+    const QString& path() const { return filePath; }
+    QString name() const; ///< without the folder
+
+    /// Writes a file beside the old one, brings it to the disk and then puts it in the old one's place, so
+    /// that after a failure the old file is whole. Throws excel::Error; refuses to replace the file it came
+    /// from when another program has changed it in the meantime, and a file that is marked read-only.
+    void save(const QString& path);
+    QByteArray content(); ///< what save() writes
+
+private:
+    void parse(const QByteArray& content);
+    void refuseIfChangedOnDisk() const;
+    void noteDiskState();
+
+    QString filePath;
+    CompoundFile compound;
+    int bookStream = -1;
+    std::unique_ptr<Book> workbook;
+    QDateTime diskTime;
+    qint64 diskSize = -1;
+};
+
+} // namespace excel::biff
