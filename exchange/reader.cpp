@@ -62,7 +62,8 @@ bool SurveyReader::toReadTogether(const std::function<void()>& files) {
             if (failure)
                 std::rethrow_exception(failure);
         } catch (const ado::Failure& failure) {
-            failedStore = cnnMain->State() == 0 || cnnMain->Errors().Count() > 0; // else a cell's conversion
+            failedStore = cnnMain->State() == ado::StateClosed ||
+                          cnnMain->Errors().Count() > 0; // else a cell's conversion
             if (failedStore || !failing)
                 throw;
             throw ado::Failure({failure.cause().Number, failure.cause().Description + stopSentence()});

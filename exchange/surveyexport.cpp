@@ -144,7 +144,7 @@ void SurveyExport::toWriteWorkbook() {
 bool SurveyExport::toAskForName() {
     forms::CommonDialog cmnDlg;
     cmnDlg.Filter = u"*.xls|*.xls|*.xls"_s;
-    cmnDlg.Flags = 4;
+    cmnDlg.Flags = forms::HideReadOnly;
     cmnDlg.CancelError = true;
     cmnDlg.InitDir = homeDirectory();
     trapping = false;

@@ -50,7 +50,7 @@ protected:
     /// The sentence of the failure that the report ends with; empty when it throws none.
     QString failure() {
         try {
-            report.setAction(1);
+            report.setAction(crystal::RunReport);
         } catch (const crystal::ReportError& error) {
             return error.text();
         }

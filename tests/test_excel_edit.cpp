@@ -153,7 +153,7 @@ TEST_F(ExcelEdit, WrappingEnds) {
         editor.changeFormat({row, 0}, [&](auto& format) { format.setWrapped(row != unwrapped); });
     }
     Book again(book.stream());
-    const auto height = [&](int row) { return get16(*again.sheet(0).cells.findRow(row), row_field::height); };
+    const auto height = [&](int row) { return get16(*again.sheet(0).cells.findRow(row), rowfield::height); };
     EXPECT_EQ(height(0), highest);
     EXPECT_LT(height(rows - 1), highest / 10);
     EXPECT_EQ(height(handSet), 300);

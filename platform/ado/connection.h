@@ -11,6 +11,8 @@ namespace ado {
 
 class Session;
 
+enum ConnectionState { StateClosed = 0, StateOpen = 1 };
+
 /// A connection to a database through its data source. Every operation that fails throws Failure.
 class Connection {
 public:
@@ -29,7 +31,7 @@ public:
     void OpenReadOnly(const QString& path, const QString& password);
     /// Closes; a transaction that is open is rolled back. Closing twice does nothing.
     void Close();
-    /// 0 closed, 1 open.
+    /// A ConnectionState.
     int State() const;
 
     ErrorList& Errors();

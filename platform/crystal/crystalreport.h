@@ -13,6 +13,11 @@ namespace crystal {
 
 class Report;
 
+enum ReportAction { RunReport = 1 };
+
+/// States of the preview window.
+enum PreviewState { NormalWindow = 0, MinimizedWindow = 1, MaximizedWindow = 2 };
+
 /// Runs a report by its properties: reads the layout, reads the database, which is opened for reading only,
 /// and shows the preview, from which the user prints. Every failure is thrown as ReportError.
 class CrystalReport {
@@ -30,10 +35,10 @@ public:
     QString SelectionFormula;
     /// Title of the preview window.
     QString WindowTitle;
-    /// 0 as it comes, 1 minimised, 2 maximised.
-    int WindowState = 0;
+    /// A PreviewState.
+    int WindowState = NormalWindow;
 
-    /// 1 runs the report; other values do nothing.
+    /// RunReport runs the report; other values do nothing.
     void setAction(int action);
 
 private:

@@ -22,7 +22,7 @@ class PreviewWindow : public QMainWindow {
     Q_OBJECT
 
 public:
-    /// Opens a window of its own for the report. state: 0 as it comes, 1 minimised, 2 maximised.
+    /// Opens a new window for the report. state: a PreviewState.
     static void show(const std::shared_ptr<const Report>& report, const QString& title, int state);
 
     void printReport();

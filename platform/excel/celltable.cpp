@@ -2,6 +2,7 @@
 #include "platform/excel/celltable.h"
 
 #include "platform/excel/bytes.h"
+#include "platform/excel/formats.h"
 #include "platform/excel/refusal.h"
 
 #include <algorithm>
@@ -77,7 +78,7 @@ void Cell::setFormat(quint16 index) {
     put16(record.body, 4, index);
 }
 
-bool CellTable::holds(quint16 recordId) {
+bool CellTable::isCellRecord(quint16 recordId) {
     return recordId == id::Row || leastSize(recordId) > 0 || isRun(recordId) ||
            (isFollower(recordId) && recordId != id::Continue);
 }
@@ -168,9 +169,9 @@ QByteArray& CellTable::row(int row, quint16 height) {
     if (body.isEmpty()) {
         body = QByteArray(rowSize, '\0');
         put16(body, 0, quint16(row));
-        put16(body, row_field::height, height);
-        put16(body, row_field::flags, row_field::alwaysSet);
-        put16(body, row_field::format, 15);
+        put16(body, rowfield::height, height);
+        put16(body, rowfield::flags, rowfield::alwaysSet);
+        put16(body, rowfield::format, defaultCellFormat);
     }
     return body;
 }
@@ -214,13 +215,13 @@ void CellTable::appendRun(Records& records, std::map<Place, Cell>::const_iterato
 
 void CellTable::appendTo(Records& records, quint16 defaultHeight) {
     for (auto& [number, body] : rowBodies)
-        put32(body, row_field::firstColumn, 0); // the end column with it
+        put32(body, rowfield::firstColumn, 0); // the end column with it
     for (auto cell = byPlace.begin(); cell != byPlace.end();) {
         const int number = cell->first.row;
         QByteArray& body = row(number, defaultHeight);
-        put16(body, row_field::firstColumn, quint16(cell->first.column));
+        put16(body, rowfield::firstColumn, quint16(cell->first.column));
         while (cell != byPlace.end() && cell->first.row == number)
-            put16(body, row_field::endColumn, quint16((cell++)->first.column + 1));
+            put16(body, rowfield::endColumn, quint16((cell++)->first.column + 1));
     }
     auto cell = byPlace.cbegin();
     for (auto row = rowBodies.begin(); row != rowBodies.end();) {

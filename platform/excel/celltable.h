@@ -22,7 +22,7 @@ public:
     static constexpr size_t maxCells = 2'000'000;
 
     /// Whether a record belongs to the table (rows, cells and the index of them).
-    static bool holds(quint16 recordId);
+    static bool isCellRecord(quint16 recordId);
     /// Takes the next record of the sheet in its order; a later record for a place replaces an earlier one.
     void take(const Record& record);
     /// Row blocks of 32 rows, each followed by its cells, sorted.
@@ -55,7 +55,7 @@ private:
 };
 
 /// Fields of a Row record.
-namespace row_field {
+namespace rowfield {
 constexpr qsizetype firstColumn = 2;
 constexpr qsizetype endColumn = 4;
 constexpr qsizetype height = 6; ///< twips; the top bit says that it is the sheet's default
@@ -65,6 +65,6 @@ constexpr quint16 hidden = 0x20;
 constexpr quint16 customHeight = 0x40;
 constexpr quint16 hasFormat = 0x80;
 constexpr quint16 alwaysSet = 0x100;
-} // namespace row_field
+} // namespace rowfield
 
 } // namespace excel::biff

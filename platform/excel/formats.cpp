@@ -19,7 +19,7 @@ constexpr qsizetype cellFormatSize = 20;
 constexpr quint16 missingFontIndex = 4; // no font has this index; the fifth font has index 5
 constexpr quint16 firstOwnNumberFormat = 164;
 
-constexpr size_t leastCellFormats = 16; // fifteen of styles, then that of cells without one of their own
+constexpr size_t leastCellFormats = defaultCellFormat + 1; // those before it are of styles
 
 // Arial of 10 points, for a workbook that lists no font.
 QByteArray usualFont() {
@@ -80,7 +80,7 @@ Formats::Formats(const Records& globals) {
         fonts.push_back(usualFont());
     while (cellFormats.size() < leastCellFormats && readCellFormats == 0)
         cellFormats.push_back(usualCellFormat(cellFormats.size() + 1 < leastCellFormats));
-    cellDefault = quint16(std::min<size_t>(15, cellFormats.size() - 1));
+    cellDefault = quint16(std::min<size_t>(defaultCellFormat, cellFormats.size() - 1));
     for (size_t i = cellFormats.size(); i-- > 0;)
         cellFormatIndex[cellFormats[i]] = quint16(i);
 }

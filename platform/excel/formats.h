@@ -9,6 +9,8 @@
 
 namespace excel::biff {
 
+constexpr quint16 defaultCellFormat = 15; ///< index of the format of cells without one of their own
+
 /// One cell format (20 bytes): font, number format, lock, alignment, borders, fill. Setters also mark the
 /// group they change as the format's own, apart from its parent style.
 class CellFormat {
@@ -81,7 +83,7 @@ private:
     Records newNumberFormats;
     size_t readFonts = 0;
     size_t readCellFormats = 0;
-    quint16 cellDefault = 15;
+    quint16 cellDefault = defaultCellFormat;
 };
 
 } // namespace excel::biff

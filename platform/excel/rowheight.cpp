@@ -19,7 +19,6 @@ namespace {
 constexpr int maxHeight = 8190;               // twips
 constexpr qsizetype mostWrapped = 20'000'000; // characters, in one sheet; far beyond any questionnaire
 constexpr double lineSpacing = 1.275;         // height of a line to that of its font
-constexpr int cellPadding = 182;              // 1/256 of a digit's width
 constexpr quint16 bold = 700;
 
 int fontHeight(const QByteArray& font) {
@@ -102,9 +101,9 @@ void fitRowHeights(Sheet& sheet, const Formats& formats, const SharedStrings& st
     for (const int row : sheet.touchedRows) {
         const quint16 usual = sheet.defaultRowHeight();
         QByteArray& body = sheet.cells.row(row, usual);
-        const quint16 flags = get16(body, row_field::flags);
-        if (!(flags & (row_field::customHeight | row_field::hidden)))
-            put16(body, row_field::height, quint16(neededHeight(sheet, row, formats, strings, budget)));
+        const quint16 flags = get16(body, rowfield::flags);
+        if (!(flags & (rowfield::customHeight | rowfield::hidden)))
+            put16(body, rowfield::height, quint16(neededHeight(sheet, row, formats, strings, budget)));
     }
     sheet.touchedRows.clear();
 }

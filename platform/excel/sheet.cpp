@@ -35,7 +35,7 @@ Sheet::Sheet(const Records& records) : original(withoutIndexes(records)) {
     bool seenCells = false;
     for (const Record& record : original) {
         depth += record.id == id::Bof;
-        inCell = depth == 1 && (CellTable::holds(record.id) || (inCell && record.id == id::Continue));
+        inCell = depth == 1 && (CellTable::isCellRecord(record.id) || (inCell && record.id == id::Continue));
         if (inCell)
             cells.take(record);
         else
@@ -95,7 +95,7 @@ quint16 Sheet::defaultRowHeight() const {
 
 bool Sheet::rowHasFormat(int row) const {
     const QByteArray* body = cells.findRow(row);
-    return body && get16(*body, row_field::flags) & row_field::hasFormat;
+    return body && get16(*body, rowfield::flags) & rowfield::hasFormat;
 }
 
 quint16 Sheet::formatAt(Place place, quint16 plain) const {
@@ -105,7 +105,7 @@ quint16 Sheet::formatAt(Place place, quint16 plain) const {
 
 quint16 Sheet::implicitFormat(Place place, quint16 plain) const {
     if (rowHasFormat(place.row))
-        return get16(*cells.findRow(place.row), row_field::format) & 0x0FFF;
+        return get16(*cells.findRow(place.row), rowfield::format) & 0x0FFF;
     const ColumnInfo* info = column(place.column);
     return info ? info->format() : plain;
 }
@@ -132,7 +132,7 @@ void Sheet::clear(const Area& area, quint16 plain, const std::function<bool(quin
         if (row < area.first.row || row > area.last.row)
             continue;
         touchedRows.insert(row);
-        if (rowHasFormat(row) && differs(get16(body, row_field::format) & 0x0FFF))
+        if (rowHasFormat(row) && differs(get16(body, rowfield::format) & 0x0FFF))
             putBlanks({{row, area.first.column}, {row, area.last.column}}, plain);
     }
     splitColumns(area);

@@ -8,6 +8,8 @@
 
 namespace excel::biff {
 
+constexpr int cellPadding = 182; ///< beside the text of a cell, 1/256 of a digit's width
+
 /// A range of columns with a width and a format for cells that have none of their own.
 struct ColumnInfo {
     int first;

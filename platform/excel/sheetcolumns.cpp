@@ -40,7 +40,6 @@ const ColumnInfo* Sheet::column(int column) const {
 }
 
 int Sheet::defaultColumnWidth() const {
-    constexpr int cellPadding = 182; // 1/256 of a digit's width
     const int exact = lastOf(before, id::StandardWidth);
     if (exact >= 0)
         return get16(before[size_t(exact)].body, 0);

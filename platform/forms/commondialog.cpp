@@ -11,8 +11,6 @@ using namespace Qt::StringLiterals;
 namespace forms {
 namespace {
 
-constexpr int severalFiles = 512;
-
 /// The hourglass of the form that asks does not hang over the dialog.
 QStringList chosenIn(QFileDialog& box) {
     QGuiApplication::setOverrideCursor(Qt::ArrowCursor);
@@ -23,7 +21,7 @@ QStringList chosenIn(QFileDialog& box) {
 
 QString askForFile(const CommonDialog& dialog) {
     QFileDialog box(QApplication::activeWindow());
-    box.setFileMode(dialog.Flags & severalFiles ? QFileDialog::ExistingFiles : QFileDialog::ExistingFile);
+    box.setFileMode(dialog.Flags & AllowMultiselect ? QFileDialog::ExistingFiles : QFileDialog::ExistingFile);
     box.setNameFilter(qtFilter(dialog.Filter));
     return chosenIn(box).join(u'\n');
 }

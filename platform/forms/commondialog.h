@@ -8,6 +8,12 @@
 
 namespace forms {
 
+/// Bits of CommonDialog::Flags. The read-only box is never shown, with HideReadOnly or without.
+enum FileFlag { HideReadOnly = 4, AllowMultiselect = 512 };
+
+/// Values of CommonDialog::HelpCommand: the topic of HelpContext, or the contents.
+enum HelpRequest { HelpTopic = 1, HelpContents = 11 };
+
 /// The user cancelled a dialog whose CancelError is set.
 class DialogCancelled : public std::exception {
 public:
@@ -20,9 +26,7 @@ class CommonDialog {
 public:
     /// Pairs of a description and a pattern, all separated by bars: "Workbooks|*.xls|All files|*".
     QString Filter;
-    /// Bits: 4 hides the read-only box (it is never shown), 512 allows several files, 8192 asks before
-    /// creating.
-    int Flags = 0;
+    int Flags = 0;            ///< bits of FileFlag
     bool CancelError = false; ///< a cancel throws DialogCancelled
     /// Where the dialog for saving begins; empty: the current folder.
     QString InitDir;
@@ -32,7 +36,7 @@ public:
     QString FileTitle;
 
     QString HelpFile;
-    int HelpCommand = 0; ///< 1 the topic of HelpContext, 11 the contents
+    int HelpCommand = 0; ///< a HelpRequest; 0 until one is set
     int HelpContext = 0;
 
     /// Asks for a file to open. The answer stands in FileName.

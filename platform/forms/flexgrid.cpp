@@ -2,7 +2,6 @@
 #include "platform/forms/flexgrid.h"
 
 #include "platform/forms/celltip.h"
-#include "platform/forms/screen.h"
 #include "platform/forms/treeview.h"
 
 #include <QDragEnterEvent>
@@ -41,10 +40,6 @@ MSHFlexGrid::MSHFlexGrid(QWidget* parent) : QTableView(parent), cells(new FlexGr
         if (!movingCursor && horizontalHeader()->underMouse() && width() > 0)
             shares[section + cells->fixedColumns()] = double(size) / width();
     });
-}
-
-int MSHFlexGrid::toTwipsOf(int pixels) {
-    return toTwips(pixels);
 }
 
 void MSHFlexGrid::setRows(int count) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/forms/flexgridmodel.h"
+#include "platform/forms/screen.h"
 
 #include <QTableView>
 
@@ -44,7 +45,7 @@ public:
     void setCellBackColor(const QColor& color);
     QColor CellBackColor() const { return cells->cell(row, col).back; }
 
-    int gridWidth() const { return toTwipsOf(width()); }
+    int gridWidth() const { return toTwips(width()); }
     int ColWidth(int column) const;
     /// The column keeps its share of the grid's width when the grid is resized; 0 hides it.
     void setColWidth(int column, int twips);
@@ -84,7 +85,6 @@ protected:
     void dropEvent(QDropEvent* event) override;
 
 private:
-    static int toTwipsOf(int pixels);
     void applyWidths();
     void showCursor();
 

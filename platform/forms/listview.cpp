@@ -49,7 +49,7 @@ void ListView::setColumns(const std::vector<Column>& columns) {
 }
 
 void ListView::setItems(std::vector<QStringList> rows) {
-    if (items->holds(rows))
+    if (items->shows(rows))
         clearSelection();
     else
         items->setRows(std::move(rows));

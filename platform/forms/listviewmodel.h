@@ -19,7 +19,7 @@ public:
     void setRowHeight(int height) { rowHeight = height; }
     void setHeads(const QStringList& columnHeads);
     void setRows(std::vector<QStringList> newRows);
-    bool holds(const std::vector<QStringList>& otherRows) const { return rows == otherRows; }
+    bool shows(const std::vector<QStringList>& otherRows) const { return rows == otherRows; }
     void addRow(const QStringList& row);
     /// The empty text outside the list.
     QString text(int row, int column) const;
