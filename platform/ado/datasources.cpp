@@ -17,8 +17,8 @@ QString dataSourceRegistry() {
 
 namespace {
 
-/// The sources that this run has written, or failed to write: then without a path. The registry's own entry
-/// can be an older one, or one that another program has written since: it would lead to another file.
+/// The sources that this run has written; without a path where writing failed. The registry's entry may be
+/// older or written by another program since, and lead to another file.
 QHash<QString, QString> ownSources;
 
 QMap<QString, QString> entryOf(QSettings& registry, const QString& name) {
@@ -42,7 +42,7 @@ int SQLConfigDataSource(int request, const QString& driver, const QString& attri
     QSettings registry(dataSourceRegistry(), QSettings::IniFormat);
     const QMap<QString, QString> entry{{u"DBQ"_s, values.value(u"DBQ"_s)},
                                        {u"Driver"_s, driver.section(u'\0', 0, 0)}};
-    bool written = entryOf(registry, name) == entry; // as at most starts: then nothing waits for the disk
+    bool written = entryOf(registry, name) == entry; // usually unchanged, which saves waiting for the disk
     if (!written) {
         registry.remove(name);
         for (const auto& [key, value] : entry.asKeyValueRange())

@@ -8,7 +8,7 @@ namespace chart {
 /// Shapes of markers. FilledMarker: filled, in a shape that distinguishes the series from the others.
 enum MarkerStyle { FilledMarker = 14 };
 
-/// How one series is drawn. Widths and sizes are twips, 15 to a logical pixel.
+/// How one series is drawn. Widths and sizes are in twips, 15 to a logical pixel.
 struct Series {
     bool ShowLine = true; ///< joins neighbouring points; a Null between them leaves a gap
 

@@ -24,8 +24,8 @@ class CrystalReport {
 public:
     /// A line feed and then the database's password.
     QString Password;
-    /// Formulas(0): "CompanyName='Larkmoor Ltd'". The name has to be the layout's, letter for letter; between
-    /// the outer apostrophes stands the text, whatever it holds. An empty formula is none.
+    /// Formulas(0): "CompanyName='Larkmoor Ltd'". The name must match the layout's exactly; the text is
+    /// everything between the outer apostrophes. An empty formula is ignored.
     QString& Formulas(int index) { return formulas[index]; }
     /// DataFiles(0): full path of the database.
     QString& DataFiles(int index) { return dataFiles[index]; }
@@ -48,8 +48,8 @@ private:
     std::map<int, QString> dataFiles;
 };
 
-/// Who shows a report that has been run: the title and the state of the window come from the properties.
-/// Without a test's own it is PreviewWindow.
+/// Shows a report that has been run, by default in a PreviewWindow; title and state (a PreviewState) come
+/// from the properties.
 extern std::function<void(const std::shared_ptr<const Report>&, const QString& title, int state)> previewHook;
 
 } // namespace crystal

@@ -57,7 +57,7 @@ PreviewWindow::PreviewWindow(std::shared_ptr<const Report> shown, const QString&
     setObjectName(u"PreviewWindow"_s);
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(title);
-    setContextMenuPolicy(Qt::NoContextMenu); // else its tool bar could be hidden for good
+    setContextMenuPolicy(Qt::NoContextMenu); // otherwise its tool bar could be hidden permanently
     resize(960, 720);
     setCentralWidget(view);
     addActions();

@@ -49,7 +49,7 @@ void Book::cut(const QByteArray& stream) {
     size_t count = 0;
     for (qsizetype at = 0; at < stream.size();) {
         if (depth == 0 && !substreams.empty() && onlyZerosFrom(stream, at))
-            return; // some programs fill the stream up
+            return; // some programs pad the stream
         const quint16 recordId = get16(stream, at);
         Record record{recordId, slice(stream, at + 4, get16(stream, at + 2)).toByteArray()};
         if (++count > maxRecords || record.body.size() > maxRecordBody)
@@ -111,7 +111,7 @@ Sheet& Book::sheet(int sheet) {
     return *entry.taken;
 }
 
-// The global records with what was added to their lists; the offsets of the sheets are still the old ones.
+/// The global records with the additions to their lists; the offsets of the sheets are still the old ones.
 Records Book::globals() const {
     Records globals = substreams[0].records;
     formatLists->writeInto(globals);

@@ -9,8 +9,8 @@
 
 namespace excel::biff {
 
-/// The workbook stream: global records and one substream a sheet. Everything that is not edited stays as it
-/// was read; only the offsets of the sheets are written anew and the indexes of offsets left out.
+/// The workbook stream: global records and one substream a sheet. Everything unedited is kept as read; only
+/// the offsets of the sheets are rewritten and the indexes of offsets dropped.
 class Book {
 public:
     explicit Book(const QByteArray& stream); ///< Refusal when it is no readable BIFF8 workbook
@@ -21,14 +21,13 @@ public:
     int sheetCount() const { return int(sheets.size()); }
     bool isWorksheet(int sheet) const { return sheets[size_t(sheet)].worksheet; }
     QString sheetName(int sheet) const { return sheets[size_t(sheet)].name; }
-    /// A worksheet's records taken apart, at the first call; Refusal for a chart, a macro sheet or a damaged
-    /// one.
+    /// A worksheet, parsed at the first call; Refusal for a chart, a macro sheet or a damaged one.
     Sheet& sheet(int sheet);
 
     SharedStrings& strings() { return *texts; }
     Formats& formats() { return *formatLists; }
     bool from1904() const { return countsFrom1904; }
-    /// Formula results in other programs are stale from now on: they compute anew when the file is opened.
+    /// Marks stored formula results as stale: other programs then recalculate when they open the file.
     void valuesChanged() { resultsStale = true; }
 
 private:
@@ -39,7 +38,7 @@ private:
     };
     struct SheetEntry {
         QString name;
-        size_t substream; ///< the sheets stand in the order of the BoundSheet records
+        size_t substream; ///< the sheets are in the order of the BoundSheet records
         bool worksheet;
         std::unique_ptr<Sheet> taken;
     };

@@ -22,7 +22,7 @@ bool looksLikeText(const QByteArray& file) {
     });
 }
 
-// Workbooks of Excel 4 and older are bare record streams that begin with the record 09.
+/// Workbooks of Excel 4 and older are bare record streams that begin with the record 09.
 bool isBareRecordStream(const QByteArray& file) {
     return file.size() >= 4 && file[0] == 0x09 && (file[1] == 0 || file[1] == 2 || file[1] == 4) &&
            file[3] == 0;
@@ -131,7 +131,7 @@ void BookFile::refuseIfChangedOnDisk() const {
 void BookFile::save(const QString& path) {
     if (path == filePath)
         refuseIfChangedOnDisk();
-    // Asked of the marks, since the superuser may write anything.
+    // Checked by the permissions, since root may write anything.
     constexpr auto writable = QFileDevice::WriteOwner | QFileDevice::WriteGroup | QFileDevice::WriteOther;
     if (QFile::exists(path) && !(QFile::permissions(path) & writable))
         refuse(path, u"is read-only and cannot be overwritten"_s);
@@ -142,7 +142,7 @@ void BookFile::save(const QString& path) {
         refuse(path, refusal.reason());
     }
     QSaveFile file(path);
-    // A full disk shows at flush() only; commit() alone would put a cut-off file in the old one's place.
+    // A full disk is detected only by flush(); commit() alone would replace the old file by a truncated one.
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush() ||
         !file.commit())
         refuse(path, u"could not be saved, what was there before is unchanged: %1"_s.arg(file.errorString()));

@@ -8,8 +8,8 @@
 
 namespace excel::biff {
 
-/// What a file is that cannot be read here, as the end of a sentence, judged by how it begins; an empty text
-/// for a compound file.
+/// Describes a file that cannot be read, by its first bytes, as the end of a sentence; empty for a compound
+/// file.
 QString describeForeignFile(const QByteArray& file);
 
 /// A workbook together with the file it came from.
@@ -17,16 +17,16 @@ class BookFile {
 public:
     /// Reads a whole file; throws excel::Error.
     explicit BookFile(const QString& path);
-    /// For content at hand, as a file named `path` would hold it; throws excel::Error.
+    /// For content in memory, as if read from `path`; throws excel::Error.
     BookFile(const QString& path, const QByteArray& content);
 
     Book& book() { return *workbook; }
     const QString& path() const { return filePath; }
     QString name() const; ///< without the folder
 
-    /// Writes a file beside the old one, brings it to the disk and then puts it in the old one's place, so
-    /// that after a failure the old file is whole. Throws excel::Error; refuses to replace the file it came
-    /// from when another program has changed it in the meantime, and a file that is marked read-only.
+    /// Writes a file beside the old one, flushes it to disk and then replaces the old one, which thus is
+    /// intact after a failure. Throws excel::Error; refuses to replace the file it came from when another
+    /// program has changed it in the meantime, and a file that is marked read-only.
     void save(const QString& path);
     QByteArray content(); ///< what save() writes
 

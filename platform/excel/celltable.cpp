@@ -26,7 +26,7 @@ bool isRun(quint16 id) {
     return id == id::MultiRk || id == id::MultiBlank;
 }
 
-// The bytes a cell's record has at least.
+/// The minimum size of a cell's record.
 qsizetype leastSize(quint16 id) {
     switch (id) {
     case id::Blank:
@@ -58,7 +58,7 @@ Place placeOf(const QByteArray& body) {
     return place;
 }
 
-// Where the formula stands whose shared, array or table definition this formula uses; {-1, -1} for none.
+/// The place of the formula whose shared, array or table definition this formula uses; {-1, -1} for none.
 Place definitionOf(const Cell& cell) {
     constexpr qsizetype tokens = 22;
     if (!isFormula(cell.record.id) || cell.record.body.size() < tokens + 5)
@@ -190,8 +190,8 @@ Area CellTable::used() const {
     return area;
 }
 
-// Appends the record of a cell, or one for the whole run of blanks that begins with it, and moves behind.
-// Blanks apart would make a file of long runs many times larger than it was.
+/// Appends the record of a cell, or one for the whole run of blanks that begins with it, and advances past
+/// it. Single blanks would make a file of long runs many times larger than it was.
 void CellTable::appendRun(Records& records, std::map<Place, Cell>::const_iterator& cell) const {
     const auto isBlank = [](const Cell& c) {
         return c.record.id == id::Blank && c.record.body.size() == 6 && c.followers.empty();
@@ -215,7 +215,7 @@ void CellTable::appendRun(Records& records, std::map<Place, Cell>::const_iterato
 
 void CellTable::appendTo(Records& records, quint16 defaultHeight) {
     for (auto& [number, body] : rowBodies)
-        put32(body, rowfield::firstColumn, 0); // the end column with it
+        put32(body, rowfield::firstColumn, 0); // and the end column
     for (auto cell = byPlace.begin(); cell != byPlace.end();) {
         const int number = cell->first.row;
         QByteArray& body = row(number, defaultHeight);

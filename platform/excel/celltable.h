@@ -16,21 +16,21 @@ struct Cell {
     void setFormat(quint16 index);
 };
 
-/// The rows and cells of a worksheet, by place. Records that hold several cells are taken apart on reading.
+/// The rows and cells of a worksheet, by place. Records of several cells are split on reading.
 class CellTable {
 public:
     static constexpr size_t maxCells = 2'000'000;
 
     /// Whether a record belongs to the table (rows, cells and the index of them).
     static bool isCellRecord(quint16 recordId);
-    /// Takes the next record of the sheet in its order; a later record for a place replaces an earlier one.
+    /// Adds the next record of the sheet, in file order; a later record for a place replaces an earlier one.
     void take(const Record& record);
     /// Row blocks of 32 rows, each followed by its cells, sorted.
     void appendTo(Records& records, quint16 defaultHeight);
 
     const Cell* find(Place place) const;
     Cell* find(Place place);
-    /// Puts a cell in place of what is there. Refusal when other cells depend on the formula that would go.
+    /// Puts a cell in its place. Refusal when other cells depend on the formula that it would replace.
     void put(Place place, Cell cell);
     /// Removes cells; Refusal when cells outside the area depend on a formula inside.
     void erase(const Area& area);
@@ -40,7 +40,7 @@ public:
     const QByteArray* findRow(int row) const;
     const std::map<int, QByteArray>& rows() const { return rowBodies; }
     const std::map<Place, Cell>& cells() const { return byPlace; }
-    /// The smallest area that holds every cell; an empty one (last before first) without cells.
+    /// The smallest area with every cell; an empty one (last before first) without cells.
     Area used() const;
 
 private:
@@ -58,7 +58,7 @@ private:
 namespace rowfield {
 constexpr qsizetype firstColumn = 2;
 constexpr qsizetype endColumn = 4;
-constexpr qsizetype height = 6; ///< twips; the top bit says that it is the sheet's default
+constexpr qsizetype height = 6; ///< twips; the top bit is set for the sheet's default
 constexpr qsizetype flags = 12;
 constexpr qsizetype format = 14; ///< 12 bits
 constexpr quint16 hidden = 0x20;

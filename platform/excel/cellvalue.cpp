@@ -14,7 +14,7 @@ namespace excel::biff {
 
 namespace {
 
-constexpr qsizetype content = 6; // behind row, column and format
+constexpr qsizetype content = 6; // after row, column and format
 
 double fromRk(quint32 rk) {
     const double number = rk & 2 ? double(qint32(rk) >> 2) : std::bit_cast<double>(quint64(rk & ~3U) << 32);

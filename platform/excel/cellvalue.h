@@ -8,8 +8,8 @@ namespace excel::biff {
 
 class SharedStrings;
 
-/// The value of a cell's record. Numbers come as numbers, dates too: whether a number is a date depends on
-/// the cell's format. A formula gives the result that was stored with it.
+/// The value of a cell's record. Dates are returned as numbers, since only the cell's format makes a number a
+/// date. A formula yields its stored result.
 Value cellValue(const Cell& cell, const SharedStrings& strings);
 
 /// The record of a cell with that value; dates must have been turned into numbers.

@@ -7,9 +7,9 @@
 
 namespace excel::biff {
 
-/// The container of an .xls file: a small file system of storages (folders) and streams (files).
-/// The directory is kept entry for entry as read (order, names, tree links, class ids, times), so saving
-/// changes nothing but where the streams lie.
+/// The container of an .xls file: a small file system of storages (folders) and streams (files). The
+/// directory is kept entry for entry as read (order, names, tree links, class ids, times), so saving changes
+/// only the positions of the streams.
 class CompoundFile {
 public:
     static constexpr qsizetype maxFileSize = 64 * 1024 * 1024;
@@ -26,8 +26,8 @@ public:
 
     /// True when the bytes begin with the signature of a compound file.
     static bool isCompoundFile(const QByteArray& file);
-    /// Reads the directory and every stream; throws Refusal when any of them is broken, since a stream
-    /// that cannot be read could not be kept on saving.
+    /// Reads the directory and every stream; throws Refusal when any of them is damaged, since a stream that
+    /// cannot be read could not be saved.
     static CompoundFile parse(const QByteArray& file);
     /// A new file image of 512-byte sectors.
     QByteArray serialize() const;
@@ -53,7 +53,7 @@ constexpr quint32 difatSector = 0xFFFFFFFC;
 constexpr quint32 noEntry = 0xFFFFFFFF;
 constexpr int entrySize = 128;
 constexpr int miniSectorSize = 64;
-constexpr int miniStreamCutoff = 4096; ///< smaller streams lie in the mini stream
+constexpr int miniStreamCutoff = 4096; ///< bytes; smaller streams are in the mini stream
 constexpr int headerFatSectors = 109;
 constexpr char signature[] = "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1";
 } // namespace container

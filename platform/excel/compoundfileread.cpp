@@ -37,8 +37,8 @@ int CompoundFile::findStream(QStringView name) const {
     return -1;
 }
 
-// Chains of one allocation table over one run of sectors. A sector belongs to one chain only: that ends
-// loops and keeps the sum of all chains below the size of the file.
+/// Chains of one allocation table over one run of sectors. A sector belongs to one chain only: that ends
+/// loops and keeps the sum of all chains below the size of the file.
 class SectorChains {
 public:
     SectorChains(QByteArrayView content, int size)
@@ -53,8 +53,7 @@ public:
         return bytes.sliced(qsizetype(sector) * sectorSize, sectorSize);
     }
 
-    // Up to the end of the chain or, where a stream's size is known, the sectors that hold it: what follows
-    // is not looked at.
+    /// Up to the end of the chain or, where a stream's size is known, only the sectors for that size.
     QByteArray chain(quint32 start, quint64 size = std::numeric_limits<quint64>::max()) {
         QByteArray content;
         for (quint32 sector = start; sector != endOfChain && quint64(content.size()) < size;

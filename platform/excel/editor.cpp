@@ -41,7 +41,7 @@ void Editor::refuseIfProtected(Place place) const {
         throw Refusal(u"is protected: cell %1 cannot be changed"_s.arg(place.name()));
 }
 
-// Line ends in a cell are line feeds alone.
+/// Line ends in a cell are single line feeds.
 static Value cellText(const QString& text) {
     QString cell = text;
     cell.replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n');
@@ -74,7 +74,7 @@ void Editor::setValue(Place place, const Value& value) {
     book.valuesChanged();
 }
 
-// A date needs a format that shows one; one the cell has already is kept.
+/// A date needs a date format; an existing one is kept.
 quint16 Editor::formatForDate(quint16 format, QTime time) {
     Formats& formats = book.formats();
     if (formats.isDate(formats.cellFormat(format).numberFormat()))

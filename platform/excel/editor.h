@@ -6,8 +6,9 @@
 
 namespace excel::biff {
 
-/// The operations on the cells of one worksheet. Places count from 0. Each throws Refusal when it cannot be
-/// done and leaves the cell as it was. While the sheet is protected, locked cells and all formats are closed.
+/// The operations on the cells of one worksheet. Places count from 0. Each throws Refusal when it is
+/// impossible and leaves the cell unchanged. While the sheet is protected, locked cells and all formats are
+/// read-only.
 class Editor {
 public:
     Editor(Book& workbook, int index) : book(workbook), sheet(workbook.sheet(index)) {}

@@ -7,8 +7,8 @@
 
 namespace excel {
 
-/// The one failure of this library. The text is a whole sentence for a person; it names the file and says
-/// what is wrong with it or with the request.
+/// The one failure of this library. The text is a whole sentence for a person that names the file and what is
+/// wrong with it or with the request.
 class Error : public std::exception {
 public:
     explicit Error(const QString& text) : sentence(text), utf8(text.toUtf8()) {}

@@ -19,9 +19,9 @@ constexpr qsizetype cellFormatSize = 20;
 constexpr quint16 missingFontIndex = 4; // no font has this index; the fifth font has index 5
 constexpr quint16 firstOwnNumberFormat = 164;
 
-constexpr size_t leastCellFormats = defaultCellFormat + 1; // those before it are of styles
+constexpr size_t leastCellFormats = defaultCellFormat + 1; // the ones before it are styles
 
-// Arial of 10 points, for a workbook that lists no font.
+/// Arial of 10 points, for a workbook that lists no font.
 QByteArray usualFont() {
     QByteArray font;
     for (const quint16 field : {200, 0, 0x7FFF, 400, 0, 0, 0})
@@ -32,7 +32,7 @@ QByteArray usualFont() {
     return font;
 }
 
-// Without lines and colours, locked, for a workbook that lists no cell format.
+/// Without lines and colours, locked, for a workbook that lists no cell format.
 QByteArray usualCellFormat(bool ofStyle) {
     QByteArray format(cellFormatSize, '\0');
     put16(format, 4, ofStyle ? 0xFFF5 : 1);
@@ -64,7 +64,7 @@ quint32 checksum(const std::vector<QByteArray>& cellFormats) {
 Formats::Formats(const Records& globals) {
     for (const Record& record : globals) {
         if (record.id == id::Font) {
-            get16(record.body, 14); // the fixed part must be there
+            get16(record.body, 14); // the fixed part must be present
             fonts.push_back(record.body);
         } else if (record.id == id::Xf) {
             cellFormats.emplace_back(slice(record.body, 0, cellFormatSize).toByteArray());
@@ -145,7 +145,7 @@ quint16 Formats::numberFormat(const QString& code) {
 void Formats::writeInto(Records& globals) const {
     const auto sheets =
         std::find_if(globals.begin(), globals.end(), [](const Record& r) { return r.id == id::BoundSheet; });
-    const int before = int(sheets - globals.begin()) - 1; // where the lists go that the workbook lacks
+    const int before = int(sheets - globals.begin()) - 1; // position of lists that the workbook lacks
     const auto insertAfter = [&globals, before](int last, const Records& records) {
         globals.insert(globals.begin() + (last < 0 ? before : last) + 1, records.begin(), records.end());
     };
@@ -161,7 +161,7 @@ void Formats::writeInto(Records& globals) const {
     refreshChecksum(globals);
 }
 
-// With a wrong checksum the extended properties (theme colours) of every cell are ignored by readers.
+/// With a wrong checksum, readers ignore the extended properties (theme colours) of every cell.
 void Formats::refreshChecksum(Records& globals) const {
     const int at = lastOf(globals, id::XfCrc);
     if (at < 0 || cellFormats.size() == readCellFormats)

@@ -12,7 +12,7 @@ namespace excel::biff {
 constexpr quint16 defaultCellFormat = 15; ///< index of the format of cells without one of their own
 
 /// One cell format (20 bytes): font, number format, lock, alignment, borders, fill. Setters also mark the
-/// group they change as the format's own, apart from its parent style.
+/// changed group as different from the parent style.
 class CellFormat {
 public:
     enum LineStyle : quint8 { NoLine = 0, Thin = 1, Medium = 2, Thick = 5, Hair = 7 };
@@ -26,7 +26,7 @@ public:
     quint16 numberFormat() const;
     bool locked() const;
     bool wrapped() const;
-    /// Equal in everything but the parent style and the marks of what differs from it.
+    /// Equal in everything but the parent style and the marks of differing groups.
     bool looksLike(const CellFormat& other) const;
 
     void setFont(quint16 index);
@@ -44,7 +44,7 @@ private:
 };
 
 /// The workbook's lists of fonts, number formats and cell formats. Existing entries are never changed or
-/// renumbered, since charts, styles and texts refer to them: new ones are found among the old or appended.
+/// renumbered, since charts, styles and texts refer to them; a new one reuses an equal entry or is appended.
 class Formats {
 public:
     static constexpr quint16 maxCellFormats = 4000;
@@ -52,11 +52,11 @@ public:
 
     explicit Formats(const Records& globals); ///< Refusal when a list is missing or broken
 
-    /// Index of the format of cells that nothing else gives a format.
+    /// Index of the format of cells without any other format.
     quint16 defaultIndex() const { return cellDefault; }
     /// An index beyond the list reads as the default format.
     CellFormat cellFormat(quint16 index) const;
-    /// A format that can be changed and given to a cell in place of `index`.
+    /// A changeable copy of a format, for use on cells instead of `index`.
     CellFormat clone(quint16 index) const { return cellFormat(index).cellClone(valid(index)); }
     /// Index of an equal format, appended when there is none; Refusal when the list is full.
     quint16 intern(const CellFormat& format);

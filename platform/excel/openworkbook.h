@@ -8,7 +8,7 @@ namespace excel {
 
 struct ApplicationState;
 
-/// What the handles of a workbook share.
+/// The state shared by the handles of a workbook.
 struct OpenWorkbook {
     std::shared_ptr<ApplicationState> application;
     std::unique_ptr<biff::BookFile> file; ///< null once it is closed
@@ -21,7 +21,7 @@ struct ApplicationState {
     bool visible = false;
 };
 
-/// The same object, when it is there and open; Error otherwise.
+/// The same object if it is open; throws Error otherwise.
 OpenWorkbook& checkedOpen(const std::shared_ptr<OpenWorkbook>& open);
 
 } // namespace excel

@@ -36,7 +36,7 @@ Record flagRecord(quint16 id, quint16 value) {
     return record;
 }
 
-// Behind the page set-up; failing that, before the columns.
+/// After the page set-up; without one, before the columns.
 qsizetype placeForProtection(const Records& records) {
     const int setup = std::max(lastOf(records, id::PageSetup), lastOf(records, id::HeaderFooter));
     if (setup >= 0)
@@ -63,7 +63,7 @@ quint16 passwordHash(const QString& password) {
     return rotated(hash) ^ quint16(password.size()) ^ 0xCE4B;
 }
 
-// The records stand once in a sheet, most often before its cells.
+/// The records occur once in a sheet, usually before its cells.
 void Sheet::readProtection() {
     protectionOn = valueOf(before, id::Protect, 0) || valueOf(after, id::Protect, 1);
     const quint16 hash = valueOf(before, id::Password, 0);
@@ -72,7 +72,7 @@ void Sheet::readProtection() {
 
 void Sheet::protect(quint16 hash) {
     unprotect();
-    // An ObjectProtect of 0 would make some programs take the whole sheet as open: what is off is left out.
+    // Some programs treat a sheet with an ObjectProtect of 0 as unprotected, so records of 0 are omitted.
     Records block{flagRecord(id::Protect, 1), flagRecord(id::ScenarioProtect, 1),
                   flagRecord(id::ObjectProtect, 1)};
     if (hash)

@@ -6,8 +6,8 @@
 
 namespace excel::biff {
 
-/// Why a file's content cannot be worked with, as the end of a sentence that begins with the file's name
-/// ("is damaged: ..."). The objects on top turn it into an excel::Error.
+/// Why a file's content is rejected, as the end of a sentence that begins with the file's name ("is damaged:
+/// ..."). The public objects turn it into an excel::Error.
 class Refusal : public std::exception {
 public:
     explicit Refusal(const QString& reason) : cause(reason) {}

@@ -17,7 +17,7 @@ namespace excel::biff {
 namespace {
 
 constexpr int maxHeight = 8190;               // twips
-constexpr qsizetype mostWrapped = 20'000'000; // characters, in one sheet; far beyond any questionnaire
+constexpr qsizetype mostWrapped = 20'000'000; // characters, in one sheet; more than any questionnaire has
 constexpr double lineSpacing = 1.275;         // height of a line to that of its font
 constexpr quint16 bold = 700;
 
@@ -25,7 +25,7 @@ int fontHeight(const QByteArray& font) {
     return get16(font, 0);
 } // twips
 
-// Digits of the cell's font that fit into a line of the cell.
+/// Digits of the cell's font that fit into a line of the cell.
 double lineWidth(const Sheet& sheet, int column, const QByteArray& font, const QByteArray& baseFont) {
     const ColumnInfo* info = sheet.column(column);
     const int width = info ? int(info->width()) : sheet.defaultColumnWidth();
@@ -39,8 +39,8 @@ bool isHidden(const Sheet& sheet, int column) {
     return info && info->hidden();
 }
 
-// Lines of a text, up to those that the highest row holds. Beyond the budget, which is for all texts of a
-// sheet, a text counts as one line.
+/// Lines of a text, up to the number that fit the highest row. Beyond the budget, which is shared by all
+/// texts of a sheet, a text counts as one line.
 int shownLines(const QString& text, double width, double lineHeight, qsizetype& budget) {
     budget -= text.size();
     return budget < 0 ? 1 : wrappedLines(text, width, int(maxHeight / std::max(lineHeight, 1.0)) + 1);

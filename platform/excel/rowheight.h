@@ -11,13 +11,12 @@ class Formats;
 class SharedStrings;
 class Sheet;
 
-/// Gives the touched rows of a sheet the height their texts need, as a spreadsheet program does while one
-/// types. Rows with a height set by hand and hidden rows stay. The widths of characters are estimated from
-/// the number of digits a column holds, so a text may get a line more than it needs.
+/// Fits the heights of the touched rows of a sheet to their texts, as a spreadsheet program does during
+/// typing. Hidden rows and rows with a custom height are left unchanged. Character widths are estimated from
+/// the column's width in digits, so a text may get one line too many.
 void fitRowHeights(Sheet& sheet, const Formats& formats, const SharedStrings& strings);
 
-/// Lines that a text takes when it is wrapped between words to `width` characters a line; it is not looked at
-/// beyond `mostLines`.
+/// Lines of a text wrapped between words to `width` characters a line; counting stops at `mostLines`.
 int wrappedLines(const QString& text, double width, int mostLines = std::numeric_limits<int>::max());
 
 } // namespace excel::biff

@@ -26,7 +26,7 @@ SharedStrings::SharedStrings(const Records& globals) {
     readTexts(get32(chunks[0], 4));
 }
 
-// Some programs count more texts than they write; a cell that refers to one that is not there is refused.
+/// Some programs count more texts than they write; a cell that refers to a missing one is refused.
 void SharedStrings::readTexts(quint32 counted) {
     ChunkReader reader(chunks);
     reader.skip(quint64(lastEnd));
@@ -40,7 +40,7 @@ void SharedStrings::readTexts(quint32 counted) {
             lastEnd = reader.offset();
         }
     } catch (const Refusal&) {
-        return; // a text is cut off or not there
+        return; // a text is cut off or missing
     }
 }
 
@@ -66,10 +66,10 @@ quint32 SharedStrings::intern(const QString& text) {
 void SharedStrings::append(const QString& text) {
     const bool wide = !isLatin1(text);
     const int width = wide ? 2 : 1;
-    // Bytes behind the last text that is counted belong to none.
+    // Bytes after the last counted text belong to no text.
     chunks.resize(lastChunk + 1);
     chunks.back().truncate(lastEnd);
-    // The count, the flags and the first character must stand in one record.
+    // The count, the flags and the first character must be in one record.
     if (chunks.back().size() + 3 + width > maxRecordBody)
         chunks.emplace_back();
     append16(chunks.back(), quint16(text.size()));

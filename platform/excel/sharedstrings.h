@@ -8,8 +8,8 @@
 
 namespace excel::biff {
 
-/// The workbook's table of cell texts. What was read stays byte for byte, rich and phonetic texts
-/// included; new texts are only ever appended, so every index in the workbook stays valid.
+/// The workbook's table of cell texts. Existing texts are kept byte for byte, rich and phonetic texts
+/// included; new texts are only appended, so every index in the workbook stays valid.
 class SharedStrings {
 public:
     /// `globals` are the workbook's global records; a workbook without the table gets an empty one.
@@ -17,10 +17,9 @@ public:
 
     quint32 count() const { return quint32(texts.size()); }
     const QString& text(quint32 index) const; ///< throws Refusal beyond the table
-    /// Index of an equal text without formatting of its own, appended when there is none.
-    /// At most 32767 UTF-16 units.
+    /// Index of an equal unformatted text, appended when there is none. At most maxCellText units.
     quint32 intern(const QString& text);
-    /// Puts the table in place of the one in `globals` and drops the index of offsets into it.
+    /// Replaces the table in `globals` and drops the index of offsets into it.
     void writeInto(Records& globals) const;
 
 private:

@@ -12,7 +12,7 @@ namespace {
 
 constexpr qsizetype dimensionsSize = 14;
 
-// Where the cells of a sheet without cells go: behind everything that must precede them.
+/// The position for the cells of a sheet without cells: after everything that must precede them.
 size_t placeForCells(const Records& records) {
     int last = 0;
     for (const quint16 id :
@@ -142,8 +142,8 @@ void Sheet::clear(const Area& area, quint16 plain, const std::function<bool(quin
     writeColumns();
 }
 
-// A column's format covers all rows. When the smaller part of them is kept, that part gets cells of its own
-// and the column becomes plain; otherwise the cleared part gets plain cells.
+/// A column's format covers all rows. When the smaller part of them is kept, that part gets cells of its own
+/// and the column becomes plain; otherwise the cleared part gets plain cells.
 void Sheet::clearColumnFormat(ColumnInfo& info, const Area& area, quint16 plain) {
     if (area.last.row < maxRows - 1 || area.first.row > area.rows()) {
         putBlanks({{area.first.row, info.first}, {area.last.row, info.last}}, plain);

@@ -10,7 +10,7 @@ namespace excel::biff {
 
 constexpr int cellPadding = 182; ///< beside the text of a cell, 1/256 of a digit's width
 
-/// A range of columns with a width and a format for cells that have none of their own.
+/// A range of columns with its width and the format of cells without one of their own.
 struct ColumnInfo {
     int first;
     int last;
@@ -20,23 +20,22 @@ struct ColumnInfo {
     bool hidden() const;
 };
 
-/// A sheet's records without the indexes of stream offsets, which programs do without; wrong ones would do
-/// harm.
+/// A sheet's records without the indexes of stream offsets, which are optional, but harmful when wrong.
 Records withoutIndexes(Records records);
 
-/// The records of one worksheet, taken apart into its cells and everything else, which is kept as it is.
+/// The records of one worksheet, parsed into its cells and everything else, which is kept as read.
 class Sheet {
 public:
     explicit Sheet(const Records& records);
 
-    /// The records for the file; those of an unchanged sheet are those that were read.
+    /// The records for the file; for an unchanged sheet those that were read.
     Records records();
 
     bool changed = false;
     CellTable cells;
     std::set<int> touchedRows; ///< their heights are fitted to their texts on saving
 
-    /// The format that a cell has or, when there is none, would be given: the row's, the column's, or
+    /// The format of a cell or, when there is none, the one it would get: the row's, the column's, or
     /// `plain`.
     quint16 formatAt(Place place, quint16 plain) const;
     quint16 implicitFormat(Place place, quint16 plain) const;
@@ -44,10 +43,10 @@ public:
     int defaultColumnWidth() const;   ///< 1/256 of a digit's width
     quint16 defaultRowHeight() const; ///< twips
 
-    /// Removes contents and formats: the cells go, and cells of the format `plain` stand where a row's or a
-    /// column's own format would show through; `differs` tells which formats look other than `plain`.
-    /// Merged areas inside the area are taken apart; those across its edge stay, as do notes, links,
-    /// validations and drawings.
+    /// Removes contents and formats: cells are erased, or become `plain` where a row's or column's own format
+    /// would show through; `differs` is true for a format that looks different from `plain`. Merged areas
+    /// inside the area are unmerged; those across its edge stay, as do notes, links, validations and
+    /// drawings.
     void clear(const Area& area, quint16 plain, const std::function<bool(quint16)>& differs);
     bool isMerged(Place place) const;
 

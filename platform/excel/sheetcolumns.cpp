@@ -23,8 +23,8 @@ void Sheet::readColumns() {
     for (const Record& record : before) {
         if (record.id != id::ColumnInfo)
             continue;
-        get16(record.body, 8); // the fields up to the flags must be there
-        // Some programs name a column behind the last one.
+        get16(record.body, 8); // the fields up to the flags must be present
+        // Some programs refer to a column after the last one.
         const int last = std::min<int>(get16(record.body, 2), maxColumns - 1);
         if (columnInfos.size() == maxColumns)
             damaged(u"a sheet describes more columns than it has"_s);
@@ -47,7 +47,7 @@ int Sheet::defaultColumnWidth() const {
     return (digits < 0 ? 8 : get16(before[size_t(digits)].body, 0)) * 256 + cellPadding;
 }
 
-// Cuts column ranges at the sides of the area, so that none lies across them.
+/// Cuts column ranges at the sides of the area, so that none lies across them.
 void Sheet::splitColumns(const Area& area) {
     for (const int cut : {area.first.column, area.last.column + 1}) {
         for (size_t i = 0; i < columnInfos.size(); ++i) {

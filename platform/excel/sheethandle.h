@@ -15,18 +15,19 @@ namespace biff {
 class Editor;
 enum class Access { Read, Write };
 
-/// What worksheet, range and font objects hold: a sheet of a workbook that may have been closed meanwhile.
+/// The target of worksheet, range and font objects: a sheet of a workbook that may have been closed
+/// meanwhile.
 class SheetHandle {
 public:
     SheetHandle() = default;
     SheetHandle(std::shared_ptr<OpenWorkbook> open, int sheetIndex)
         : shared(std::move(open)), index(sheetIndex) {}
 
-    /// The workbook; Error when it is closed or there is none.
+    /// The workbook; throws Error when it is closed or missing.
     OpenWorkbook& workbook() const;
     int sheet() const { return index; }
-    /// Runs work on the sheet's cells; a refusal becomes an Error that names file and sheet. After work that
-    /// writes the workbook counts as changed.
+    /// Runs work on the sheet's cells; a Refusal becomes an Error that names file and sheet. Access::Write
+    /// marks the workbook as changed.
     void edit(Access access, const std::function<void(Editor&)>& work) const;
 
 private:

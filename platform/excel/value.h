@@ -9,7 +9,7 @@
 
 namespace excel {
 
-/// What a cell holds. A formula's cell holds the result its file carries; formulas are never computed.
+/// The value of a cell. For a formula it is the result stored in the file; formulas are never computed.
 class Value {
 public:
     enum class Type { Blank, Text, Number, Date, Boolean, Error };
@@ -18,7 +18,7 @@ public:
     Value(const QString& text); ///< an empty text is a blank
     Value(double number) : content(number) {}
     Value(int number) : content(double(number)) {}
-    Value(bool) = delete; ///< boolean() says what is meant
+    Value(bool) = delete; ///< use boolean()
     Value(QDate date, QTime time = QTime(0, 0)) : content(Moment{date, time}) {}
     static Value boolean(bool value);
     /// An error value by its code in the file: 0x00 #NULL!, 0x07 #DIV/0!, 0x0F #VALUE!, 0x17 #REF!,

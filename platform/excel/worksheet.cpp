@@ -36,7 +36,7 @@ void SheetHandle::edit(Access access, const std::function<void(Editor&)>& work) 
 
 namespace {
 
-// The place of an address of one cell such as "B3"; {-1, -1} for any other text.
+/// The place of an address of one cell such as "B3"; {-1, -1} for any other text.
 biff::Place placeOf(const QString& address) {
     static const QRegularExpression form(u"^([A-Za-z]{1,2})([1-9][0-9]{0,4})$"_s);
     const QRegularExpressionMatch match = form.match(address);

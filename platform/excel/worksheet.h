@@ -22,8 +22,8 @@ public:
     excel::Range Range(const QString& from, const QString& to) const;
 
     /// Protection: locked cells keep their contents, and all cells their formats. Passwords are up to 15
-    /// ASCII characters and may be empty; case counts. The file holds 16 bits of a password: it keeps out
-    /// mistakes, not attackers.
+    /// ASCII characters and may be empty; case counts. The file stores a 16-bit hash of the password: it
+    /// prevents mistakes, not attacks.
     bool IsProtected() const;
     /// Error when the sheet is protected with another password; nothing happens when it is with this one.
     void Protect(const QString& password) const;

@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 namespace forms {
 namespace {
 
-/// The hourglass of the form that asks does not hang over the dialog.
+/// The form's hourglass must not stay over the dialog.
 QStringList chosenIn(QFileDialog& box) {
     QGuiApplication::setOverrideCursor(Qt::ArrowCursor);
     const bool accepted = box.exec() == QDialog::Accepted;
@@ -26,7 +26,7 @@ QString askForFile(const CommonDialog& dialog) {
     return chosenIn(box).join(u'\n');
 }
 
-/// Asks before a file is replaced that the shown folder has.
+/// Asks before an existing file is replaced.
 QString askForNewFile(const CommonDialog& dialog) {
     QFileDialog box(QApplication::activeWindow());
     box.setAcceptMode(QFileDialog::AcceptSave);
@@ -59,7 +59,7 @@ void CommonDialog::ShowSave() {
     take(saveFileHook(*this));
 }
 
-/// Either separator ends a folder, whatever platform the path comes from.
+/// Paths may come from any platform, so either separator is accepted.
 void CommonDialog::take(const QString& answer) {
     FileName = answer;
     const bool several = answer.contains(u'\n');

@@ -20,7 +20,7 @@ QVariant valueOf(const FlexGridModel::Cell& cell, int role) {
     }
     case Qt::BackgroundRole:
         return cell.back.isValid() ? QVariant(cell.back) : QVariant();
-    case Qt::ForegroundRole: // a coloured cell keeps its text readable in a dark theme
+    case Qt::ForegroundRole: // keeps the text of a coloured cell readable in a dark theme
         return cell.back.isValid() ? QVariant(QColor(Qt::black)) : QVariant();
     default:
         return {};

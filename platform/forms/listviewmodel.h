@@ -21,7 +21,7 @@ public:
     void setRows(std::vector<QStringList> newRows);
     bool shows(const std::vector<QStringList>& otherRows) const { return rows == otherRows; }
     void addRow(const QStringList& row);
-    /// The empty text outside the list.
+    /// Empty outside the list.
     QString text(int row, int column) const;
 
     int rowCount(const QModelIndex& parent = {}) const override;
