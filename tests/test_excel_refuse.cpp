@@ -10,8 +10,8 @@ using namespace excel::biff;
 
 namespace {
 
-template <size_t N> QByteArray bytes(const char (&literal)[N]) {
-    return {literal, N - 1};
+template <size_t size> QByteArray bytes(const char (&literal)[size]) {
+    return {literal, size - 1};
 }
 
 QByteArray sample(int index = 0) {
