@@ -220,7 +220,7 @@ void frmPerformanceMatrix::toSetPoint() {
         series.SeriesMarker = {.Auto = false, .Show = true};
         series.Marker.Visible = true;
         series.Marker.Size = 150;
-        series.Marker.Style = 14;
+        series.Marker.Style = chart::FilledMarker;
         series.Marker.FillColor = {.Automatic = false, .Value = QColor(0, 0, 255)};
     }
 }

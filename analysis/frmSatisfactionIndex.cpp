@@ -348,7 +348,7 @@ void frmSatisfactionIndex::toSetMarkers() {
         series.Pen.Width = 20;
         series.Marker.Visible = true;
         series.Marker.Size = 140;
-        series.Marker.Style = 14;
+        series.Marker.Style = chart::FilledMarker;
         series.Marker.FillColor.Automatic = true;
     }
 }

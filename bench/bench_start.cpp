@@ -43,7 +43,7 @@ int child(const QString& what) {
     toOpenConnection();
     waitFor(MDIMain::instance());
     MDIMain::destroy();
-    return cnnMain->State() == 1 ? 0 : 1;
+    return cnnMain->State() == ado::StateOpen ? 0 : 1;
 }
 
 double milliseconds(const QString& program, const QString& what) {

@@ -19,15 +19,13 @@ using namespace Qt::StringLiterals;
 namespace {
 
 void toShowHelp(const forms::CommonDialog& dialog) {
-    constexpr int contents = 11;
-    const int context = dialog.HelpCommand == contents ? 0 : dialog.HelpContext;
+    const int context = dialog.HelpCommand == forms::HelpContents ? 0 : dialog.HelpContext;
     if (!desktop::HelpWindow::show(dialog.HelpFile, context))
         forms::msgBox(u"The help file '"_s + dialog.HelpFile + u"' cannot be read.");
 }
 
 void toShowWorkbook(const QString& path) {
-    constexpr int smallestSuccess = 33;
-    if (desktop::openFile(path) < smallestSuccess)
+    if (desktop::openFile(path) < desktop::SmallestSuccess)
         forms::msgBox(u"There is no program that opens the file '"_s + path + u"'.");
 }
 

@@ -14,12 +14,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int addSystemSource = 4;
-
 bool writeDataSource(const QString& dataSourceName, const QString& databasePath) {
     const QString driver = u"Microsoft Access Driver (*.MDB)"_s + QChar(0);
     const QString attributes = u"DSN="_s + dataSourceName + QChar(0) + u"DBQ="_s + databasePath + QChar(0);
-    return ado::SQLConfigDataSource(addSystemSource, driver, attributes) == 1;
+    return ado::SQLConfigDataSource(ado::AddSystemSource, driver, attributes) == 1;
 }
 
 } // namespace
@@ -51,7 +49,7 @@ bool toCreateDSN(const QString& dataSourceName, QString& databasePath) {
     databasePath.clear();
     forms::CommonDialog& dialog = MDIMain::instance().CommonDialog1;
     dialog.CancelError = false;
-    dialog.Flags = 4;
+    dialog.Flags = forms::HideReadOnly;
     dialog.Filter = u"All Files (Tallywell.mdb)|Tallywell.mdb|Mdb Files(Tallywell.mdb)|Tallywell.mdb"_s;
     dialog.ShowOpen();
     databasePath = dialog.FileName.trimmed();

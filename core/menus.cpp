@@ -95,17 +95,15 @@ void closeMainWindow() {
 }
 
 void showSlides() {
-    constexpr int smallestSuccess = 33;
     const QString slides = homeDirectory() + u"/gettingstarted.pps";
-    if (desktop::openFile(slides) < smallestSuccess)
+    if (desktop::openFile(slides) < desktop::SmallestSuccess)
         forms::msgBox(u"Error running "_s + slides +
                           u"...\r\nPlease ensure that you have MS PowerPoint installed.",
                       forms::style::information, u"Gaugwell"_s);
 }
 
 void showContents() {
-    constexpr int contents = 11;
-    MDIMain::instance().showHelp(contents, 0);
+    MDIMain::instance().showHelp(forms::HelpContents, 0);
 }
 
 void deleteActions() {

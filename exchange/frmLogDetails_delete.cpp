@@ -56,14 +56,13 @@ void frmLogDetails::toDeleteLogRow(const QString& fileName) const {
 }
 
 void frmLogDetails::toDeleteElsewhere(const QString& fileName) {
-    constexpr int hideReadOnlyBox = 4;
     if (forms::msgBox(
             fileName +
                 u" Survey File not found in the Current Directory......Kindly locate the file to Delete",
             style::okCancel + style::secondButton) != forms::Answer::Ok)
         return;
     cmnDlg.Filter = u"All Files (*.xls)|*.xls"_s;
-    cmnDlg.Flags = hideReadOnlyBox;
+    cmnDlg.Flags = forms::HideReadOnly;
     cmnDlg.CancelError = false; // the mailing of this form may have set it
     cmnDlg.ShowOpen();
     const bool sameTitle = isSameTitle(cmnDlg.FileTitle, fileName);

@@ -51,11 +51,10 @@ bool frmLogDetails::toMailFile(const QString& fileName, const QString& responden
 }
 
 std::optional<QString> frmLogDetails::toLocateForMail(const QString& fileName) {
-    constexpr int hideReadOnlyBox = 4;
     forms::msgBox(fileName + u" file not found in the Home directory..Kindly locate the file to attach",
                   style::information);
     cmnDlg.Filter = u"*.xls|*.xls|*.xls"_s;
-    cmnDlg.Flags = hideReadOnlyBox;
+    cmnDlg.Flags = forms::HideReadOnly;
     cmnDlg.CancelError = true;
     passesOverFailures = true;
     try {

@@ -49,11 +49,10 @@ void frmReading::toBlankLabels() {
 }
 
 void frmReading::cmdBrowse_Click() {
-    constexpr int severalFiles = 512;
     toBlankLabels();
     guardedWithDescription([this] {
         cmnDlg.Filter = u"All Files (*.xls)|*.xls"_s;
-        cmnDlg.Flags = severalFiles;
+        cmnDlg.Flags = forms::AllowMultiselect;
         cmnDlg.ShowOpen();
         if (cmnDlg.FileName.trimmed().isEmpty())
             return;

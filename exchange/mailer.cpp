@@ -44,35 +44,31 @@ QString Mailer::toGetEmailId(const QString& respondentName, int custid) const {
 }
 
 void Mailer::toBeginMail() {
-    constexpr int signOn = 1;
-    constexpr int compose = 6;
-    MAPISession1.setAction(signOn);
+    MAPISession1.setAction(mapi::SignOn);
     MAPIMessages1.SessionID = MAPISession1.SessionID;
-    MAPIMessages1.setAction(compose);
+    MAPIMessages1.setAction(mapi::Compose);
     MAPIMessages1.MsgSubject = u"Customer Satisfaction Survey"_s;
 }
 
 void Mailer::toAttach(const QString& name, const QString& path) {
     MAPIMessages1.AttachmentIndex = 0;
-    MAPIMessages1.AttachmentType = 0;
+    MAPIMessages1.AttachmentType = mapi::DataAttachment;
     MAPIMessages1.AttachmentName = name;
     MAPIMessages1.AttachmentPathName = path;
 }
 
 void Mailer::toSetRecipient(const QString& recipient) {
     MAPIMessages1.RecipIndex = 0;
-    MAPIMessages1.RecipType = 1;
+    MAPIMessages1.RecipType = mapi::ToRecipient;
     MAPIMessages1.RecipDisplayName = recipient;
 }
 
 void Mailer::toHandOver() {
-    constexpr int sendByDialog = 2;
-    MAPIMessages1.setAction(sendByDialog);
+    MAPIMessages1.setAction(mapi::SendByDialog);
 }
 
 void Mailer::toSignOff() {
-    constexpr int signOff = 2;
-    MAPISession1.setAction(signOff);
+    MAPISession1.setAction(mapi::SignOff);
 }
 
 void Mailer::sendmail(const ExportedFile& file) {

@@ -126,7 +126,7 @@ bool SurveyExport::write() {
 bool SurveyExport::askForName() {
     forms::CommonDialog cmnDlg;
     cmnDlg.Filter = u"*.xls|*.xls|*.xls"_s;
-    cmnDlg.Flags = 4;
+    cmnDlg.Flags = forms::HideReadOnly;
     cmnDlg.CancelError = true;
     cmnDlg.InitDir = homeDirectory();
     skipsFailedSteps = true;

@@ -26,7 +26,7 @@ constexpr int topOnLoad = 750; // twips
 
 frmFeedBackObj::frmFeedBackObj() : DefaultForm(Kind::SubWindow), ui(std::make_unique<Ui::frmFeedBackObj>()) {
     ui->setupUi(this);
-    editor = new GridEditor(gridRules::feedback, ui->grdDtls, ui->txtDtls);
+    editor = new GridEditor(gridrules::feedback, ui->grdDtls, ui->txtDtls);
     connectEvents();
 }
 
@@ -52,7 +52,7 @@ void frmFeedBackObj::connectEvents() {
     editor->onChange = [this](const QString& text) { txtDtls_Change(text); };
     editor->fit = [this](int row, int col, const QString& text) -> std::optional<QString> {
         const forms::MSHFlexGrid* grid = ui->grdDtls;
-        switch (toJudgeChange(col, grid->TextMatrix(row, feedbackColumn::type), text)) {
+        switch (toJudgeChange(col, grid->TextMatrix(row, feedbackcolumn::type), text)) {
         case Judgement::Take:
             return text;
         case Judgement::Blank:
@@ -125,7 +125,7 @@ void frmFeedBackObj::txtDtls_Change(const QString& text) {
     forms::MSHFlexGrid* grid = ui->grdDtls;
     const int row = grid->Row();
     const int col = grid->Col();
-    switch (toJudgeChange(col, grid->TextMatrix(row, feedbackColumn::type), text)) {
+    switch (toJudgeChange(col, grid->TextMatrix(row, feedbackcolumn::type), text)) {
     case Judgement::Take:
         grid->setTextMatrix(row, col, text);
         break;
@@ -271,16 +271,16 @@ void frmFeedBackObj::toShowQuestions(ado::Recordset& questions) {
     forms::MSHFlexGrid* grid = ui->grdDtls;
     grid->setRows(questions.RecordCount() + 1);
     for (int row = 1; !questions.Eof(); questions.MoveNext(), ++row) {
-        grid->setTextMatrix(row, feedbackColumn::question, questions["question"].Text());
+        grid->setTextMatrix(row, feedbackcolumn::question, questions["question"].Text());
         for (const int answer :
-             {feedbackColumn::weightage, feedbackColumn::score, feedbackColumn::description})
+             {feedbackcolumn::weightage, feedbackcolumn::score, feedbackcolumn::description})
             grid->setTextMatrix(row, answer, {});
-        grid->setTextMatrix(row, feedbackColumn::type, questions["Type"].Text());
+        grid->setTextMatrix(row, feedbackcolumn::type, questions["Type"].Text());
     }
 }
 
 bool frmFeedBackObj::isScoreRow(int row) const {
-    return ui->grdDtls->TextMatrix(row, feedbackColumn::type) == scoreType;
+    return ui->grdDtls->TextMatrix(row, feedbackcolumn::type) == scoreType;
 }
 
 QString frmFeedBackObj::toMakeAnswerQuery(int row, const QString& questionid) const {
@@ -294,7 +294,7 @@ void frmFeedBackObj::tofillscoreandweightage() {
         const Busy busy(*this);
         const forms::MSHFlexGrid* grid = ui->grdDtls;
         for (int row = 1; row < grid->Rows(); ++row) {
-            if (grid->TextMatrix(row, feedbackColumn::question).trimmed().isEmpty())
+            if (grid->TextMatrix(row, feedbackcolumn::question).trimmed().isEmpty())
                 break;
             toShowAnswer(row);
         }
@@ -307,28 +307,28 @@ void frmFeedBackObj::tofillscoreandweightage() {
 void frmFeedBackObj::toShowAnswer(int row) {
     forms::MSHFlexGrid* grid = ui->grdDtls;
     const bool isScore = isScoreRow(row);
-    const QString questionid = toGetQuestionID(grid->TextMatrix(row, feedbackColumn::question));
+    const QString questionid = toGetQuestionID(grid->TextMatrix(row, feedbackcolumn::question));
     ado::Recordset answer;
     if (!questionid.isEmpty())
         answer.Open(toMakeAnswerQuery(row, questionid), *cnnMain);
     if (!answer.IsOpen() || answer.Eof()) {
         if (isScore) {
-            grid->setTextMatrix(row, feedbackColumn::description, {});
+            grid->setTextMatrix(row, feedbackcolumn::description, {});
         } else {
-            grid->setTextMatrix(row, feedbackColumn::weightage, {});
-            grid->setTextMatrix(row, feedbackColumn::score, {});
+            grid->setTextMatrix(row, feedbackcolumn::weightage, {});
+            grid->setTextMatrix(row, feedbackcolumn::score, {});
         }
         return;
     }
-    grid->setTextMatrix(row, feedbackColumn::weightage, toShownMark(answer["weightage"].Text()));
-    grid->setTextMatrix(row, feedbackColumn::score,
+    grid->setTextMatrix(row, feedbackcolumn::weightage, toShownMark(answer["weightage"].Text()));
+    grid->setTextMatrix(row, feedbackcolumn::score,
                         isScore ? toShownMark(answer["score"].Text()) : QString());
-    grid->setTextMatrix(row, feedbackColumn::description, isScore ? QString() : answer["Description"].Text());
+    grid->setTextMatrix(row, feedbackcolumn::description, isScore ? QString() : answer["Description"].Text());
 }
 
 void frmFeedBackObj::cmdSave_Click() {
     Busy busy(*this);
-    if (toFindBlank(ui->grdDtls, feedbackColumn::question) > 0) {
+    if (toFindBlank(ui->grdDtls, feedbackcolumn::question) > 0) {
         forms::msgBox(u"Cannot Save.....Question details are missing"_s, style::critical,
                       u"Gaugewell v2.1"_s);
     } else if (ui->lstRespname->ListCount() > 0) {
@@ -349,10 +349,10 @@ void frmFeedBackObj::toSaveDtls() {
 
 void frmFeedBackObj::toSaveRow(int row) {
     const auto cell = [&](int column) { return ui->grdDtls->TextMatrix(row, column); };
-    const QString questionid = toGetQuestionID(cell(feedbackColumn::question));
+    const QString questionid = toGetQuestionID(cell(feedbackcolumn::question));
     if (questionid.isEmpty() || shown.surveyid == 0)
         throw Refusal(u"“%1” has left this survey. The answers above it have been saved, this one and those "
-                      "below have not."_s.arg(cell(feedbackColumn::question)));
+                      "below have not."_s.arg(cell(feedbackcolumn::question)));
     ado::Recordset answer;
     answer.Open(toMakeAnswerQuery(row, questionid), *cnnMain, ado::Recordset::Lock::Optimistic);
     const bool isNew = answer.Eof();
@@ -365,11 +365,11 @@ void frmFeedBackObj::toSaveRow(int row) {
     answer["respondentid"] = shown.respondentid;
     answer["questionid"] = questionid;
     answer["surveydate"] = shown.date;
-    write("weightage", toMarkForStore(cell(feedbackColumn::weightage), isNew));
+    write("weightage", toMarkForStore(cell(feedbackcolumn::weightage), isNew));
     if (isScoreRow(row))
-        write("score", toMarkForStore(cell(feedbackColumn::score), isNew));
+        write("score", toMarkForStore(cell(feedbackcolumn::score), isNew));
     else
-        write("Description", toDescriptionForStore(cell(feedbackColumn::description)));
+        write("Description", toDescriptionForStore(cell(feedbackcolumn::description)));
     answer["surveyid"] = shown.surveyid;
     answer.Update();
 }

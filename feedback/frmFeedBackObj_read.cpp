@@ -82,9 +82,8 @@ void frmFeedBackObj::toShowReadAnswers() {
 }
 
 void frmFeedBackObj::toLocateXlsFile() {
-    constexpr int hideReadOnlyBox = 4;
     cmnDlg.Filter = u"*.xls|*.xls|*.xls"_s;
-    cmnDlg.Flags = hideReadOnlyBox;
+    cmnDlg.Flags = forms::HideReadOnly;
     cmnDlg.ShowOpen();
     if (cmnDlg.FileName.trimmed().isEmpty() || cmnDlg.FileTitle == u"Template.xls")
         return;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "platform/excel/book_file.h"
+#include "platform/excel/bookfile.h"
 #include "platform/excel/editor.h"
 #include "platform/excel/error.h"
 #include "platform/excel/refusal.h"

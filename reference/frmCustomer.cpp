@@ -26,10 +26,10 @@ QVariant nullWhenEmpty(const QString& text) {
 
 frmCustomer::frmCustomer() : DefaultForm(Kind::SubWindow), ui(std::make_unique<Ui::frmCustomer>()) {
     ui->setupUi(this);
-    customers = new CatalogueTable(*this, gridRules::customer, ui->grdCustomerDtls, ui->txtCustomerDtls,
+    customers = new CatalogueTable(*this, gridrules::customer, ui->grdCustomerDtls, ui->txtCustomerDtls,
                                    {"custname", "Address", "telno", "email", "custid"});
     respondents =
-        new CatalogueTable(*this, gridRules::respondent, ui->grdRespondentDtls, ui->txtRespondentDtls,
+        new CatalogueTable(*this, gridrules::respondent, ui->grdRespondentDtls, ui->txtRespondentDtls,
                            {"respondentname", "respondentdesignation", "emailid", "respondentid"});
     customers->lower = respondents;
     respondents->hasShyBox = true;

@@ -33,9 +33,9 @@ QString typeOf(const QString& text) {
 
 frmParameter::frmParameter() : DefaultForm(Kind::SubWindow), ui(std::make_unique<Ui::frmParameter>()) {
     ui->setupUi(this);
-    parameters = new CatalogueTable(*this, gridRules::parameter, ui->grdParameterDtls, ui->txtParameterDtls,
+    parameters = new CatalogueTable(*this, gridrules::parameter, ui->grdParameterDtls, ui->txtParameterDtls,
                                     {"parametername", "paramid"});
-    questions = new CatalogueTable(*this, gridRules::question, ui->grdQuestionDtls, ui->txtQuestionDtls,
+    questions = new CatalogueTable(*this, gridrules::question, ui->grdQuestionDtls, ui->txtQuestionDtls,
                                    {"question", "Type", "questionid"});
     parameters->lower = questions;
     connectEvents();

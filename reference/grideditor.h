@@ -32,7 +32,7 @@ struct GridEditorRules {
     int lastMarkColumn = -1;  ///< that typing replaces it; Left and Right leave it then
 };
 
-namespace gridRules {
+namespace gridrules {
 using AtEnd = GridEditorRules::AtEnd;
 using NeedsText = GridEditorRules::NeedsText;
 inline constexpr int noLimit = 32767;
@@ -47,7 +47,7 @@ inline constexpr GridEditorRules parameter{1,    false, 1,  AtEnd::CommandThenLa
 inline constexpr GridEditorRules question{2, true, 2, AtEnd::AppendRow, NeedsText::Always, true, false, 255};
 inline constexpr GridEditorRules feedback{4, true, 4, AtEnd::Stay, NeedsText::Never, false, false, noLimit,
                                           1, 2,    3};
-} // namespace gridRules
+} // namespace gridrules
 
 /// Edits a grid in place: one text box, laid over the grid's current cell, copies its text into the cell at
 /// each change that the user makes. Enter and the arrow keys move it from cell to cell; the grid itself never

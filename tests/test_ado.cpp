@@ -80,7 +80,7 @@ protected:
             u"secret"_s);
         const QChar end(0);
         const QString source = u"DSN=test"_s + end + u"DBQ="_s + path + end;
-        ASSERT_EQ(ado::SQLConfigDataSource(4, u"driver"_s + end, source), 1);
+        ASSERT_EQ(ado::SQLConfigDataSource(ado::AddSystemSource, u"driver"_s + end, source), 1);
         connection.ConnectionString = u"DSN=test;UID=;PWD=secret;"_s;
         connection.Open();
     }

@@ -50,7 +50,7 @@ protected:
     /// Runs the report and returns the text of its failure; empty if none.
     QString failure() {
         try {
-            report.setAction(1);
+            report.setAction(crystal::RunReport);
         } catch (const crystal::ReportError& error) {
             return error.text();
         }

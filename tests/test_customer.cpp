@@ -86,10 +86,11 @@ TEST_F(CustomerTest, blankMandatoryCellsAreRefused) {
     frmCustomer& form = open();
     key(Qt::Key_Down);
     EXPECT_EQ(customers().cell(), Cell(1, 1)) << "an empty last row appends nothing";
-    messages.expect(u"Customer Name cannot be left blank....Error"_s, 16, u"Tallywell"_s);
+    messages.expect(u"Customer Name cannot be left blank....Error"_s, forms::style::critical, u"Tallywell"_s);
     press(form, "cmdSaveCustomer");
     for (const char* button : {"cmdAddRespondent", "cmdSaveRespondent"}) {
-        messages.expect(u"Designation cannot be left blank....Error"_s, 16, u"Tallywell"_s);
+        messages.expect(u"Designation cannot be left blank....Error"_s, forms::style::critical,
+                        u"Tallywell"_s);
         press(form, button);
         EXPECT_TRUE(respondents().cell() == Cell(1, 2) && respondents().box->hasFocus());
     }
@@ -109,7 +110,7 @@ TEST_F(CustomerTest, aRefusedSaveShowsTheRespondentsOfTheCurrentRow) {
     frmCustomer& form = open();
     customers().enter(2, 1, u""_s);
     customers().click(1, 1);
-    messages.expect(u"Customer Name cannot be left blank....Error"_s, 16, u"Tallywell"_s);
+    messages.expect(u"Customer Name cannot be left blank....Error"_s, forms::style::critical, u"Tallywell"_s);
     press(form, "cmdSaveCustomer");
     EXPECT_EQ(respondents().text(1, 1), u""_s) << "the blank row is current";
     EXPECT_EQ(countOf(u"respondent where custid="_s + QString::number(acme)), u"1"_s);
@@ -215,8 +216,8 @@ TEST_F(CustomerTest, deletingAsksOnlyIfTheCustomerHasRespondents) {
     addCustomer(u"Bolt"_s);
     frmCustomer& form = open();
     const auto remove = [&](Answer answer) {
-        messages.expect(u"Deleting of Customer will delete all the Corresponding records"_s, 1 + 256,
-                        u"Tallywell"_s, answer);
+        messages.expect(u"Deleting of Customer will delete all the Corresponding records"_s,
+                        forms::style::okCancel + forms::style::secondButton, u"Tallywell"_s, answer);
         press(form, "cmdDeleteCustomer");
         return rows(u"select custname from customer"_s);
     };

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Damaged survey files never hang or crash the program, and change no answers but their own survey's.
 #include "exchange/reading.h"
-#include "platform/excel/compound_file.h"
+#include "platform/excel/compoundfile.h"
 #include "tests/support/surveyfile.h"
 #include "tests/support/surveytest.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "tests/excel_files.h"
+#include "tests/excelfiles.h"
 
-#include "platform/excel/book_file.h"
+#include "platform/excel/bookfile.h"
 #include "platform/excel/editor.h"
 
 using namespace Qt::StringLiterals;
@@ -56,7 +56,7 @@ Records records(const QByteArray& text) {
 class ExcelEdit : public ExcelFiles {};
 
 TEST_F(ExcelEdit, protectionIsKeptAndChecked) {
-    excel::Workbook book = application_.Workbooks().Open(copyOf(u"t_xlwt.xls"_s));
+    excel::Workbook book = application.Workbooks().Open(copyOf(u"t_xlwt.xls"_s));
     const excel::Worksheet sheet = book.Worksheets(u"Form"_s);
     sheet.Range(u"B2"_s).setValue(u"an unlocked cell"_s);
     EXPECT_TRUE(errorOf([&] {
@@ -153,7 +153,7 @@ TEST_F(ExcelEdit, rowHeightAndWrappingAreLimited) {
         editor.changeFormat({row, 0}, [&](auto& format) { format.setWrapped(row != unwrapped); });
     }
     Book again(book.stream());
-    const auto height = [&](int row) { return get16(*again.sheet(0).cells.findRow(row), row_field::height); };
+    const auto height = [&](int row) { return get16(*again.sheet(0).cells.findRow(row), rowfield::height); };
     EXPECT_EQ(height(0), highest);
     EXPECT_LT(height(rows - 1), highest / 10);
     EXPECT_EQ(height(handSet), 300);

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "tests/excel_files.h"
+#include "tests/excelfiles.h"
 
-#include "platform/excel/book_file.h"
-#include "platform/excel/row_height.h"
-#include "platform/excel/serial_date.h"
+#include "platform/excel/bookfile.h"
+#include "platform/excel/rowheight.h"
+#include "platform/excel/serialdate.h"
 #include "platform/excel/text.h"
 
 #include <QRandomGenerator>

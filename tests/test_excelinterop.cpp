@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Workbooks edited here are read back by python3-xlrd.
-#include "tests/excel_files.h"
+#include "tests/excelfiles.h"
 
 using namespace Qt::StringLiterals;
 using excel::BorderWeight;
@@ -64,7 +64,7 @@ void fill(const Worksheet& sheet) {
 class ExcelInterop : public ExcelFiles {
 protected:
     QString fillSample(const QString& sample) const {
-        const excel::Workbook book = application_.Workbooks().Open(samplePath(sample));
+        const excel::Workbook book = application.Workbooks().Open(samplePath(sample));
         fill(book.Worksheets(firstSheet(sample)));
         book.SaveAs(path(u"filled_"_s + sample));
         book.Close();
@@ -77,7 +77,7 @@ TEST_F(ExcelInterop, xlrdReadsTheSame) {
     for (const QString& sample : sampleNames) {
         SCOPED_TRACE(qPrintable(sample));
         const Worksheet sheet =
-            application_.Workbooks().Open(samplePath(sample)).Worksheets(firstSheet(sample));
+            application.Workbooks().Open(samplePath(sample)).Worksheets(firstSheet(sample));
         const QJsonObject cells = readByXlrd(samplePath(sample))[u"cells"].toObject();
         ASSERT_GE(cells.size(), 10);
         for (auto at = cells.begin(); at != cells.end(); ++at) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "tests/excel_files.h"
+#include "tests/excelfiles.h"
 
 #include "fuzz/exerciseworkbook.h"
 
@@ -10,8 +10,8 @@ using namespace excel::biff;
 
 namespace {
 
-template <size_t N> QByteArray bytes(const char (&literal)[N]) {
-    return {literal, N - 1};
+template <size_t size> QByteArray bytes(const char (&literal)[size]) {
+    return {literal, size - 1};
 }
 
 QByteArray sample(int index = 0) {
@@ -56,20 +56,20 @@ TEST_F(ExcelRefusal, reportsTheActualFileType) {
     };
     for (const auto& [content, phrase] : cases) {
         writeFile(path(u"file.xls"_s), content);
-        const QString error = errorOf([&] { application_.Workbooks().Open(path(u"file.xls"_s)); });
+        const QString error = errorOf([&] { application.Workbooks().Open(path(u"file.xls"_s)); });
         EXPECT_TRUE(error.startsWith(u"The file \"file.xls\" ") && error.endsWith(u'.') &&
                     error.contains(QString::fromLatin1(phrase)))
             << phrase << ": " << qPrintable(error);
     }
     for (const auto& [file, phrase] :
-         {std::pair(path(u"none.xls"_s), u"was not found"_s), {folder_.path(), u"folder"_s}})
-        EXPECT_TRUE(errorOf([&] { application_.Workbooks().Open(file); }).contains(phrase))
+         {std::pair(path(u"none.xls"_s), u"was not found"_s), {folder.path(), u"folder"_s}})
+        EXPECT_TRUE(errorOf([&] { application.Workbooks().Open(file); }).contains(phrase))
             << qPrintable(phrase);
 }
 
 TEST_F(ExcelRefusal, aFailedSaveLeavesTheOldFile) {
     const QString file = copyOf(u"t_xlwt.xls"_s);
-    excel::Workbook book = application_.Workbooks().Open(file);
+    excel::Workbook book = application.Workbooks().Open(file);
     const QByteArray before = contentOf(file);
     book.Worksheets(u"Form"_s).Unprotect(u"kvtwpa"_s);
 
@@ -84,7 +84,7 @@ TEST_F(ExcelRefusal, aFailedSaveLeavesTheOldFile) {
     writeFile(file, before + QByteArray(512, '\0')); // by another program
     EXPECT_TRUE(errorOf([&] { book.Save(); }).contains(u"changed by another program"_s));
     book.SaveAs(path(u"other.xls"_s));
-    EXPECT_FALSE(application_.Workbooks().Open(path(u"other.xls"_s)).Worksheets(u"Form"_s).IsProtected());
+    EXPECT_FALSE(application.Workbooks().Open(path(u"other.xls"_s)).Worksheets(u"Form"_s).IsProtected());
 }
 
 TEST_F(ExcelRefusal, aWorkbookStreamWithTheOlderNameIsRead) {

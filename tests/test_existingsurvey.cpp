@@ -41,7 +41,7 @@ protected:
         const QString asked = u"You are about to delete the survey dated %1 for Customer - %2\r\nAre you "
                               "sure you want to delete...?"_s;
         messages.expectTitled(asked.arg(date, control<forms::ComboBox>(edit(), "cmbCustomer")->Text()),
-                              4 + 256, answer);
+                              forms::style::yesNo + forms::style::secondButton, answer);
     }
     void pressDelete(const QString& date, Answer answer = Answer::Yes, const QString& failure = {}) {
         if (!date.isEmpty())
@@ -54,7 +54,7 @@ protected:
     void addFirst(const QString& message) {
         auto* questions = control<forms::TreeView>(edit(), "trvParameter");
         questions->setCurrentItem(questions->topLevelItem(0)->child(0));
-        messages.expectTitled(message, 80);
+        messages.expectTitled(message, forms::style::noIcon);
         keyOn(edit(), "trvParameter", Qt::Key_Return);
     }
     static void rejectChange(const QString& change) {
@@ -91,7 +91,7 @@ TEST_F(ExistingTest, withoutADateNothingIsChanged) {
     pressDelete({});
     messages.expectTitled(u"No Survey Date available for the Selected Respondent...Import from other survey "
                           "cannot be performed.."_s,
-                          16);
+                          forms::style::critical);
     press(form, "cmdCopy");
     press(form, "cmdRemove");
     EXPECT_EQ(storeRows(*cnnMain), before);
@@ -160,7 +160,8 @@ TEST_F(ExistingTest, anEmptyDateIsDeletedOnlyWithTheCustomersLastQuestions) {
     EXPECT_EQ(storeRows(*cnnMain), before);
     EXPECT_FALSE(QDir(home()).exists(u"backup"_s));
     EXPECT_EQ(dates(form), lateText);
-    messages.expectTitled(u"No Survey Date selected......Select one and proceed....."_s, 16);
+    messages.expectTitled(u"No Survey Date selected......Select one and proceed....."_s,
+                          forms::style::critical);
     importInto(form, "cmdCopy", [](frmPasteSurvey& paste) { press(paste, "cmdPaste"); });
     EXPECT_EQ(storeRows(*cnnMain), before);
     clickEntry(form, "lstSurvetDates", 0);
@@ -201,7 +202,7 @@ TEST_F(ExistingTest, aSurveyIsNotOfferedToItselfAndAFailureKeepsWhatWasCopied) {
     frmSelectSurvey::instance().Show();
     importInto(frmSelectSurvey::instance(), "cmdExistingSurvey", [&](frmPasteSurvey& form) {
         EXPECT_EQ(dates(form), QString());
-        messages.expectTitled(u"Select a Survey Date to import...."_s, 16);
+        messages.expectTitled(u"Select a Survey Date to import...."_s, forms::style::critical);
         press(form, "cmdPaste");
     });
     rejectChange(u"insert on responquesindex when new.questionid="_s + QString::number(question[3]));

@@ -52,14 +52,16 @@ protected:
     frmNewSurvey& open() { return SurveyTest::open(1); }
     static void letUserNameFiles() { run(u"update setting set checkeduser=True"_s); }
     void expectView(Answer answer = Answer::No) {
-        messages.expectTitled(u"Survey File Exported...Do you want to view the file? "_s, 68, answer);
+        messages.expectTitled(u"Survey File Exported...Do you want to view the file? "_s,
+                              forms::style::yesNo + forms::style::information, answer);
     }
     void expectOverwrite(Answer answer, const QString& owners = {}) {
         messages.expectTitled(name +
                                   u" file apready exist for Respondent - Ann for Survey Date - "
                                   u"05/03/2024....Do you want to overwrite?\r\n" +
                                   owners,
-                              68 + 256, answer);
+                              forms::style::yesNo + forms::style::information + forms::style::secondButton,
+                              answer);
     }
     void press(const char* button = "cmdExport") {
         ::press(open(), button);
@@ -173,11 +175,12 @@ TEST_F(ExportTest, theUserNamesTheFile) {
     add(u"log"_s, {{"custname", u"Other"_s}, {"respname", u"Ann"_s}, {"xlsfilename", u"taken.xls"_s}});
     const QByteArray blank = contentOf(path(u"template.xls"_s));
     const auto expectDuplicate = [this] {
-        messages.expectTitled(u"Duplicate Survey File...Cannot Save Duplicate Survey File..."_s, 16);
+        messages.expectTitled(u"Duplicate Survey File...Cannot Save Duplicate Survey File..."_s,
+                              forms::style::critical);
     };
     typed << u"/elsewhere/TAKEN.xls"_s << u"/elsewhere/  "_s;
     expectDuplicate();
-    messages.expectTitled(u"Survey File Export cancelled..."_s, 64);
+    messages.expectTitled(u"Survey File Export cancelled..."_s, forms::style::information);
     press();
     EXPECT_EQ(rows(u"select xlsfilename from log"_s), QStringList{u"taken.xls"_s});
     EXPECT_EQ(QDir(home()).entryList({u"*.xls"_s}), QStringList{u"template.xls"_s});
@@ -211,7 +214,8 @@ TEST_F(ExportTest, overwritingWarnsOfAnotherOwnerAndAnOpenSpreadsheet) {
                                     "Other, Zoe, 05/03/2024"_s);
         messages.expectTitled(name + u" seems to be open in a spreadsheet program. What has been typed there "
                                      "and not been saved is missing in it. Go on all the same?",
-                              68 + 256, answers[1]);
+                              forms::style::yesNo + forms::style::information + forms::style::secondButton,
+                              answers[1]);
         if (answers.back() == Answer::Yes)
             expectView();
         press();
@@ -223,7 +227,8 @@ TEST_F(ExportTest, nothingIsExportedForADeletedRespondent) {
     frmNewSurvey& editor = open();
     run(u"delete * from respondent where respondentname='Ann'"_s);
     messages.expectTitled(
-        u"The respondent Ann of Acme is no longer in the database. Nothing has been changed."_s, 16);
+        u"The respondent Ann of Acme is no longer in the database. Nothing has been changed."_s,
+        forms::style::critical);
     ::press(editor, "cmdExport");
     expectIdle();
     EXPECT_EQ(log(), QStringList());

@@ -61,7 +61,8 @@ protected:
         EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
     }
     void popUpDelete(int row, Answer answer) {
-        messages.expectTitled(u"Do you want to delete"_s, 4 + 256, answer);
+        messages.expectTitled(u"Do you want to delete"_s, forms::style::yesNo + forms::style::secondButton,
+                              answer);
         popUp(row, {Qt::Key_D});
     }
 };
@@ -119,7 +120,8 @@ TEST_F(ImprovementTest, whatIsTypedGoesToTheDateTypedAfterIt) {
     };
     enter(u"Write"_s);
     typeDate(u"31/2/2024"_s);
-    messages.expectTitled(u"“31/2/2024” is no date. Enter it as day/month/year, from 1900 to 2100."_s, 16);
+    messages.expectTitled(u"“31/2/2024” is no date. Enter it as day/month/year, from 1900 to 2100."_s,
+                          forms::style::critical);
     press(form(), "cmdSave");
     EXPECT_EQ(rows(stored), before);
     EXPECT_TRUE(date("dtdate").hasFocus());
@@ -174,7 +176,7 @@ TEST_F(ImprovementTest, nothingIsWrittenForADeletedCustomer) {
     const QStringList before = rows(stored);
     const QString gone = u"The customer Bold is no longer in the database. Nothing has been changed."_s;
     const auto expectRefused = [&](const std::function<void()>& step) {
-        messages.expectTitled(gone, 16);
+        messages.expectTitled(gone, forms::style::critical);
         step();
         expectIdle();
         EXPECT_EQ(rows(stored), before);

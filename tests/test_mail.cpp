@@ -35,10 +35,10 @@ protected:
     }
     static mapi::MAPIMessages message(const QString& recipient, const QString& text, const QString& file) {
         mapi::MAPISession session;
-        session.setAction(1);
+        session.setAction(mapi::SignOn);
         mapi::MAPIMessages messages;
         messages.SessionID = session.SessionID;
-        messages.setAction(6);
+        messages.setAction(mapi::Compose);
         messages.MsgSubject = u"Customer Satisfaction Survey"_s;
         messages.MsgNoteText = text;
         messages.RecipDisplayName = recipient;
@@ -48,7 +48,7 @@ protected:
     /// Sends the message and returns the text of the failure; empty if none.
     static QString failureOf(mapi::MAPIMessages messages) {
         try {
-            messages.setAction(2);
+            messages.setAction(mapi::SendByDialog);
         } catch (const mapi::Failure& failure) {
             return failure.text();
         }

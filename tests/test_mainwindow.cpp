@@ -34,8 +34,8 @@ class MainWindowTest : public StoreTest {
 protected:
     void removeStore() { ASSERT_TRUE(QFile::rename(path(u"Tallywell.mdb"_s), path(u"moved.mdb"_s))); }
     void expectNotFound(Answer answer) {
-        messages.expect(u"Database not found in the current directory,...Locate the database to connect"_s, 1,
-                        u"Brackwell"_s, answer);
+        messages.expect(u"Database not found in the current directory,...Locate the database to connect"_s,
+                        forms::style::okCancel, u"Brackwell"_s, answer);
     }
 
     QString located; // in the open dialog
@@ -58,14 +58,14 @@ TEST_F(MainWindowTest, theStoreInTheHomeIsUsedElseOneIsLocatedOrTheProgramEnds) 
     EXPECT_TRUE(toCreateDSN(u"gwl"_s, found));
     EXPECT_EQ(found, located);
     toOpenConnection();
-    EXPECT_EQ(cnnMain->State(), 1);
+    EXPECT_EQ(cnnMain->State(), ado::StateOpen);
 }
 
 TEST_F(MainWindowTest, aRunningProgramKeepsItsStoreWhenAnotherOneRegisters) {
     writeFile(ado::dataSourceRegistry(), "[gwl]\nDBQ=/nowhere/other.mdb\n");
     cnnMain->Close();
     toReconnect();
-    EXPECT_EQ(cnnMain->State(), 1);
+    EXPECT_EQ(cnnMain->State(), ado::StateOpen);
 }
 
 TEST_F(MainWindowTest, theOrganisationsNameIsReadFromAFileAndOnlyItsFirstLine) {
@@ -126,7 +126,7 @@ TEST_F(MainWindowTest, anUnwritableRegistryIsReportedOnlyForALocatedStore) {
     EXPECT_TRUE(toCreateDSN(u"gwl"_s, found)) << "silent: the connection reports it";
     messages.expect(u"Error :-1907\r\nData source name 'gwl' not found."_s);
     toOpenConnection();
-    EXPECT_EQ(cnnMain->State(), 0);
+    EXPECT_EQ(cnnMain->State(), ado::StateClosed);
     removeStore();
     located = path(u"moved.mdb"_s);
     expectNotFound(Answer::Ok);
@@ -247,10 +247,10 @@ TEST_F(MainWindowTest, theHelpWindowShowsTheTopic) {
 
 TEST_F(MainWindowTest, aPresentationThatCannotBeOpenedIsReported) {
     const QString show = path(u"gettingstarted.pps"_s);
-    const Replaced<desktop::openFileHook> opens([](const QString&) { return 32; });
+    const Replaced<desktop::openFileHook> opens([](const QString&) { return desktop::SmallestSuccess - 1; });
     messages.expect(u"Error running "_s + show +
                         u"...\r\nPlease ensure that you have MS PowerPoint installed.",
-                    64, u"Gaugwell"_s);
+                    forms::style::information, u"Gaugwell"_s);
     control<QAction>(MDIMain::instance(), "mnuGettingStarted")->trigger();
 }
 

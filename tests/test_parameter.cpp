@@ -85,7 +85,7 @@ TEST_F(ParameterTest, questionsAreStoredUnderTheCurrentParameter) {
     addParameter(u"Price"_s);
     addQuestion(addParameter(u"Delivery"_s), u"On time?"_s);
     frmParameter& form = open();
-    messages.expectTitled(u"Question name cannot be left blank...Error"_s, 16);
+    messages.expectTitled(u"Question name cannot be left blank...Error"_s, forms::style::critical);
     press(form, "cmdSaveQuestion");
     questions().enter(1, 1, u"On time?"_s);
     key(Qt::Key_Return);
@@ -121,7 +121,7 @@ TEST_F(ParameterTest, deletingAParameterSavesTheRemainingRows) {
     const auto removeFirst = [&](std::optional<Answer> answer) {
         if (answer)
             messages.expectTitled(u"Deleting of parameter will delete all the Corresponding records"_s,
-                                  1 + 256, *answer);
+                                  forms::style::okCancel + forms::style::secondButton, *answer);
         parameters().click(1, 1);
         press(form, "cmdDeleteParameter");
         return names();

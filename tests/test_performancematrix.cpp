@@ -179,8 +179,8 @@ TEST_F(PerformanceMatrixTest, picturesAreSavedAndFailuresReported) {
     EXPECT_GT(QImage(home() + u"/a.PNG"_s).width(), 2000);
     EXPECT_TRUE(pdfPages(home() + u"/a.pdf"_s).value(0).contains(u"Weightage"));
     EXPECT_TRUE(QFile::exists(home() + u"/a.svg"_s));
-    messages.expect(home() + u"/a.pdf already exists.\r\nDo you want to replace it?"_s, 4 + 256, {},
-                    forms::Answer::No);
+    messages.expect(home() + u"/a.pdf already exists.\r\nDo you want to replace it?"_s,
+                    forms::style::yesNo + forms::style::secondButton, {}, forms::Answer::No);
     actions[3]->trigger();
     answer = home() + u"/none/a.png"_s;
     messages.expect(u"The picture could not be saved as "_s + answer, forms::style::critical);

@@ -53,8 +53,8 @@ protected:
         return u"Customer Satisfaction Survey|"_s + text + u'|' + recipient + u'|' + path(file);
     }
     void expectDelete(const QString& name, Answer answer = Answer::Yes) {
-        messages.expectTitled(u"Are you sure you want to delete the Survey File - "_s + name, 4 + 256,
-                              answer);
+        messages.expectTitled(u"Are you sure you want to delete the Survey File - "_s + name,
+                              forms::style::yesNo + forms::style::secondButton, answer);
     }
     /// Mails the chosen files and returns the mails.
     QStringList mailChosen() {
@@ -167,7 +167,7 @@ TEST_F(RegisterTest, deletesTheChosenFiles) {
         expectDelete(name);
         messages.expect(
             name + u" Survey File not found in the Current Directory......Kindly locate the file to Delete"_s,
-            1 + 256, {}, answer);
+            forms::style::okCancel + forms::style::secondButton, {}, answer);
         if (!right)
             messages.expect(
                 u"Invalid Survey File Selected ..You must select It's.xls Survey File to Delete"_s,

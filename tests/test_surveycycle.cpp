@@ -143,8 +143,8 @@ protected:
     }
 
     void exportFile() {
-        messages.expectTitled(u"Survey File Exported...Do you want to view the file? "_s, 68,
-                              forms::Answer::No);
+        messages.expectTitled(u"Survey File Exported...Do you want to view the file? "_s,
+                              forms::style::yesNo + forms::style::information, forms::Answer::No);
         press(frmNewSurvey::instance(), "cmdExport");
         expectIdle();
         files << path(rows(u"select xlsfilename from log"_s).last());
@@ -196,7 +196,7 @@ protected:
         press(reading, "cmdBrowse");
         control<QWidget>(reading, "lstXlsFiles")->setFocus();
         shortcut(Qt::Key_A);
-        messages.expect(u"Import Done...."_s, 64);
+        messages.expect(u"Import Done...."_s, forms::style::information);
         press(reading, "cmdImport");
         expectIdle();
         key(Qt::Key_Escape);

@@ -52,7 +52,7 @@ protected:
         messages.expectTitled(
             u"Survey already exists for Selected Survey Date,Customer and Respondent....\r\n"
             "Do you wish to Edit the same Survey....Press 'Yes' to continue"_s,
-            68, answer);
+            forms::style::yesNo + forms::style::information, answer);
     }
     enum Gesture { Button, DoubleClick, Enter, Drag };
 
@@ -87,7 +87,7 @@ TEST_F(EditorTest, anOpenEditorKeepsItsOwnerAndWithoutACustomerNothingIsWritten)
     frmSelectSurvey::unload();
     frmNewSurvey::unload();
     press(select(), "cmdBlankSurvey");
-    messages.expectTitled(u"No customer is selected. Nothing has been changed."_s, 16);
+    messages.expectTitled(u"No customer is selected. Nothing has been changed."_s, forms::style::critical);
     press(frmNewSurvey::instance(), "cmdRemove");
     EXPECT_EQ(value(u"select count(*) from survey"_s), u"0"_s);
 }
@@ -219,7 +219,7 @@ TEST_F(EditorTest, theNeighbourMayBeAnotherSurveysOrMissing) {
     for (const auto& [row, button] : {std::pair(1, "cmdDownward"), {2, "cmdUpward"}}) {
         messages.expectTitled(u"The questions are not numbered one after the other. Add or remove a "
                               "question, which numbers them anew, and then move this one."_s,
-                              16);
+                              forms::style::critical);
         move(row, button);
         EXPECT_EQ(stored(ann), u"01/04 6:0 6:1"_s);
     }
@@ -232,12 +232,14 @@ TEST_F(EditorTest, aDeletedQuestionIsSavedAsTheOneAbove) {
     addByButton(3);
     EXPECT_EQ(stored(ann), u"05/03 1:3 2:0 3:0 4:4"_s);
     dropQuestion(2);
-    messages.expectTitled(u"No longer in the catalogue and not added:\r\nOverall? (Quality)"_s, 16);
+    messages.expectTitled(u"No longer in the catalogue and not added:\r\nOverall? (Quality)"_s,
+                          forms::style::critical);
     addByButton(2); // no question above
     EXPECT_EQ(stored(ann), u"05/03 1:3 2:0 3:0 4:4"_s);
     dropQuestion(3);
     messages.expectTitled(
-        u"The question Sturdy? (Quality) is no longer in the catalogue. Nothing has been changed."_s, 16);
+        u"The question Sturdy? (Quality) is no longer in the catalogue. Nothing has been changed."_s,
+        forms::style::critical);
     move(1, "cmdDownward");
     EXPECT_EQ(stored(ann), u"05/03 1:3 2:0 3:0 4:4"_s);
 }

@@ -31,12 +31,12 @@ void toOpenConnection() {
 }
 
 void toReconnect() {
-    if (!cnnMain || cnnMain->State() == 0)
+    if (!cnnMain || cnnMain->State() == ado::StateClosed)
         toOpenConnection();
 }
 
 void toEndProgram() {
-    if (cnnMain && cnnMain->State() == 1)
+    if (cnnMain && cnnMain->State() == ado::StateOpen)
         cnnMain->Close();
     cnnMain.reset();
     endHook();

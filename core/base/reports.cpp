@@ -7,14 +7,13 @@ using namespace Qt::StringLiterals;
 
 void toStartReport(crystal::CrystalReport& report, const QString& file, const QString& formulaName,
                    const QString& title, const QString& selection, const QStringList& further) {
-    constexpr int maximised = 2;
     report.Password = u"\nkvtwpa"_s;
     report.Formulas(0) = formulaName + u"='" + strCompanyName + u'\'';
     report.DataFiles(0) = homeDirectory() + u"/Tallywell.mdb";
     report.ReportFileName = homeDirectory() + u'/' + file;
     report.SelectionFormula = selection;
     report.WindowTitle = title;
-    report.WindowState = maximised;
+    report.WindowState = crystal::MaximizedWindow;
     for (int i = 0; i < further.size(); ++i)
         report.Formulas(i + 1) = further[i];
     const auto forget = [&] { // the next report on this control may have none
@@ -23,7 +22,7 @@ void toStartReport(crystal::CrystalReport& report, const QString& file, const QS
             report.Formulas(i + 1).clear();
     };
     try {
-        report.setAction(1);
+        report.setAction(crystal::RunReport);
     } catch (const crystal::ReportError& error) {
         forget();
         if (cnnMain) {

@@ -7,7 +7,6 @@ void toShowStatus(const QString& word) {
 }
 
 void toShowHelpTopic(int helpContext) {
-    constexpr int topic = 1;
     if (Shell* shell = Shell::current())
-        shell->showHelp(topic, helpContext);
+        shell->showHelp(forms::HelpTopic, helpContext);
 }

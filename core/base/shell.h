@@ -30,7 +30,7 @@ public:
     virtual void showStatus(const QString& word) = 0;
     virtual int MousePointer() const = 0;
     virtual void setMousePointer(int shape) = 0;
-    /// Command 1 shows the topic of that context number, 11 the contents.
+    /// command: a forms::HelpRequest; context: the number of the topic.
     virtual void showHelp(int command, int context) = 0;
     /// Shows the pop-up menu of an action at a position of the screen.
     virtual void PopupMenu(const QPoint& globalPosition) = 0;

@@ -60,7 +60,8 @@ bool SurveyReader::readTogether(const std::function<void()>& files) {
     }
     if (!failure)
         return true;
-    failedStore = cnnMain->State() == 0 || cnnMain->Errors().Count() > 0; // else a cell's conversion
+    failedStore =
+        cnnMain->State() == ado::StateClosed || cnnMain->Errors().Count() > 0; // else a cell's conversion
     if (onFailure)
         onFailure(failedStore || !failing ? failure : withStop(failure));
     return false;

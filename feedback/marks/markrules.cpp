@@ -23,13 +23,13 @@ bool isMark(const QString& text) {
 Judgement toJudgeChange(int column, const QString& type, const QString& text) {
     const bool blank = text.trimmed().isEmpty();
     switch (column) {
-    case feedbackColumn::weightage:
+    case feedbackcolumn::weightage:
         return !blank && isMark(text) ? Judgement::Take : Judgement::Blank;
-    case feedbackColumn::score:
+    case feedbackcolumn::score:
         if (type != scoreType)
             return Judgement::SetBack;
         return blank || isMark(text) ? Judgement::Take : Judgement::Blank;
-    case feedbackColumn::description:
+    case feedbackcolumn::description:
         return type == descriptiveType ? Judgement::Take : Judgement::SetBack;
     default:
         return Judgement::SetBack;
@@ -37,7 +37,7 @@ Judgement toJudgeChange(int column, const QString& type, const QString& text) {
 }
 
 bool toAcceptCharacter(int column, QChar character) {
-    const bool isMarkColumn = column == feedbackColumn::weightage || column == feedbackColumn::score;
+    const bool isMarkColumn = column == feedbackcolumn::weightage || column == feedbackcolumn::score;
     return !isMarkColumn || (character >= u'0' && character <= u'9');
 }
 

@@ -6,13 +6,13 @@
 #include <optional>
 
 /// Columns of the grid of answers.
-namespace feedbackColumn {
+namespace feedbackcolumn {
 inline constexpr int question = 1;
 inline constexpr int weightage = 2;
 inline constexpr int score = 3;
 inline constexpr int description = 4;
 inline constexpr int type = 5; ///< hidden; the texts below
-} // namespace feedbackColumn
+} // namespace feedbackcolumn
 
 /// How the type of a question stands in the grid: "True" and "False".
 inline constexpr QStringView scoreType = u"True";

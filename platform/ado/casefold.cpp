@@ -8,13 +8,12 @@
 namespace ado {
 namespace {
 
-// Beyond the last code point, so that no text can hold them.
+/// Beyond the last code point, so that no text can contain them.
 constexpr char32_t anyRun = 0x110000;
 constexpr char32_t anyOne = 0x110001;
 constexpr char32_t malformed = 0xFFFD;
 
-/// Reads one code point and moves the position behind it. A byte that starts no valid sequence counts as
-/// U+FFFD.
+/// Reads one code point and advances the position. A byte that starts no valid sequence counts as U+FFFD.
 char32_t next(std::string_view text, std::size_t& position) {
     const auto byte = [&](std::size_t at) { return static_cast<unsigned char>(text[at]); };
     const char32_t lead = byte(position++);
@@ -38,7 +37,7 @@ char32_t folded(char32_t value) {
     return QChar::toCaseFolded(value);
 }
 
-/// Whether one of the bytes stands within a character.
+/// Whether one of the bytes is a continuation byte.
 bool isContinuation(char a, char b) {
     return (static_cast<unsigned char>(a) & 0xC0U) == 0x80U ||
            (static_cast<unsigned char>(b) & 0xC0U) == 0x80U;

@@ -11,6 +11,8 @@ namespace ado {
 
 class Session;
 
+enum ConnectionState { StateClosed = 0, StateOpen = 1 };
+
 /// A connection to a database through its data source. Every operation that fails throws Failure.
 class Connection {
 public:
@@ -29,26 +31,25 @@ public:
     void OpenReadOnly(const QString& path, const QString& password);
     /// Closes; a transaction that is open is rolled back. Closing twice does nothing.
     void Close();
-    /// 0 closed, 1 open.
+    /// A ConnectionState.
     int State() const;
 
     ErrorList& Errors();
     const ErrorList& Errors() const;
 
-    /// Runs one statement that gives no rows.
+    /// Runs one statement that returns no rows.
     void Execute(const QString& sql);
 
-    /// Transactions do not nest. A transaction reserves the right to write at its start, so that another
-    /// program's lock is met before anything is done.
+    /// Transactions do not nest. A transaction takes the write lock at its start, so that another program's
+    /// lock is met before anything is changed.
     void BeginTrans();
     void CommitTrans();
     /// Does nothing without an open transaction.
     void RollbackTrans();
     bool InTransaction() const;
 
-    /// Copies the whole database, as it stands committed, into a file of that path; an older one there is
-    /// replaced only when the copy is whole and a check has found no damage in it. Its owner alone can read
-    /// it.
+    /// Copies the committed state of the whole database into a file; an existing one is replaced only when
+    /// the copy is complete and a check has found no damage in it. Only its owner can read it.
     void BackupTo(const QString& path);
 
     const std::shared_ptr<Session>& session() const { return open; }

@@ -17,8 +17,8 @@ QString dataSourceRegistry() {
 
 namespace {
 
-/// The sources that this run has written, or failed to write: then without a path. The registry's own entry
-/// can be an older one, or one that another program has written since: it would lead to another file.
+/// The sources that this run has written; without a path where writing failed. The registry's entry may be
+/// older or written by another program since, and lead to another file.
 QHash<QString, QString> ownSources;
 
 QMap<QString, QString> entryOf(QSettings& registry, const QString& name) {
@@ -37,21 +37,21 @@ int SQLConfigDataSource(int request, const QString& driver, const QString& attri
     for (const QString& attribute : attributes.split(u'\0', Qt::SkipEmptyParts))
         values.insert(attribute.section(u'=', 0, 0).toUpper(), attribute.section(u'=', 1));
     const QString name = values.value(u"DSN"_s);
-    if (request != 4 || name.isEmpty() || name.contains(u'/') || !values.contains(u"DBQ"_s))
+    if (request != AddSystemSource || name.isEmpty() || name.contains(u'/') || !values.contains(u"DBQ"_s))
         return 0;
     QSettings registry(dataSourceRegistry(), QSettings::IniFormat);
     const QMap<QString, QString> entry{{u"DBQ"_s, values.value(u"DBQ"_s)},
                                        {u"Driver"_s, driver.section(u'\0', 0, 0)}};
-    bool stands = entryOf(registry, name) == entry; // as at most starts: then nothing waits for the disk
-    if (!stands) {
+    bool written = entryOf(registry, name) == entry; // usually unchanged, which saves waiting for the disk
+    if (!written) {
         registry.remove(name);
         for (const auto& [key, value] : entry.asKeyValueRange())
             registry.setValue(name + u'/' + key, value);
         registry.sync();
-        stands = registry.status() == QSettings::NoError;
+        written = registry.status() == QSettings::NoError;
     }
-    ownSources.insert(name, stands ? values.value(u"DBQ"_s) : QString());
-    return stands ? 1 : 0;
+    ownSources.insert(name, written ? values.value(u"DBQ"_s) : QString());
+    return written ? 1 : 0;
 }
 
 QString dataSourcePath(const QString& name) {

@@ -74,7 +74,7 @@ private:
         return {kind, text.sliced(start, position - start)};
     }
 
-    /// A literal or name from its opening mark to its closing one; a doubled closing mark stands for itself.
+    /// A literal or name from its opening to its closing mark; a doubled closing mark is a literal one.
     Token closed(Kind kind, QChar mark, const QString& complaint) {
         const qsizetype start = position++;
         for (;;) {
@@ -159,7 +159,7 @@ QVariant numberOf(QStringView literal) {
     return real ? QVariant(fraction) : QVariant();
 }
 
-/// The first words and marks of a statement, as the indices of their tokens.
+/// The first words and symbols of a statement, as the indices of their tokens.
 class Beginning {
 public:
     explicit Beginning(const Tokens& statement) : tokens(statement) {

@@ -15,12 +15,11 @@ inline constexpr int typeMismatch = 13;      ///< a text is no number, date or y
 inline constexpr int noCurrentRecord = 3021; ///< a field is used before the first or after the last record
 inline constexpr int itemNotFound = 3265;    ///< no column of that name
 inline constexpr int objectClosed = 3704;    ///< the connection or recordset is not open
-inline constexpr int syntax = -3100;         ///< a text or date literal is not closed or not valid
+inline constexpr int syntax = -3100;         ///< a text or date literal is unclosed or invalid
 inline constexpr int afterEnd = -3142;       ///< more than one statement in one text
-inline constexpr int notWritable =
-    -3251; ///< a read-only recordset or a query of several tables is to be written
-inline constexpr int password = -1905;   ///< the file's password is another one
-inline constexpr int dataSource = -1907; ///< the data source is not registered or its file is missing
+inline constexpr int notWritable = -3251;    ///< writing a read-only recordset or a query of several tables
+inline constexpr int password = -1905;       ///< the password is not the file's
+inline constexpr int dataSource = -1907;     ///< the data source is not registered or its file is missing
 } // namespace number
 
 /// One failure of the store: its number and a sentence for a person.
@@ -43,8 +42,8 @@ private:
     std::vector<Error> list;
 };
 
-/// Thrown by every operation of this layer that fails. Failures of the store stand in Connection::Errors as
-/// well; the use of a closed object does not, since the store never saw it.
+/// Thrown by every operation of this layer that fails. Failures of the store are also recorded in
+/// Connection::Errors; the use of a closed object is not, since it never reached the store.
 class Failure : public std::exception {
 public:
     explicit Failure(Error cause) : error(std::move(cause)), utf8(error.Description.toUtf8()) {}

@@ -9,15 +9,15 @@ struct sqlite3;
 
 namespace ado {
 
-/// Looks for damage inside a database file, on a connection of its own that only reads.
+/// Checks a database file for damage, on a read-only connection of its own.
 class QuickCheck {
 public:
     explicit QuickCheck(QString path) : file(std::move(path)) {}
 
-    /// Runs in any thread and hinders no writer of a sound file. False for a sound file, for one that cannot
-    /// be opened, and when it was stopped.
+    /// Runs in any thread and does not block writers of an intact file. False for an intact file, for one
+    /// that cannot be opened, and when stopped.
     bool findsDamage();
-    /// From any thread: ends a check that runs, as soon as SQLite lets it, and each later one.
+    /// From any thread: ends a running check as soon as SQLite allows it, and each later one at once.
     void stop();
 
 private:

@@ -61,13 +61,13 @@ void Recordset::requireOpen() const {
         throw Failure({number::objectClosed, u"Operation is not allowed when the object is closed."_s});
 }
 
-/// Takes one more record from the store; false at its end.
+/// Fetches one more record from the store; false at its end.
 bool Recordset::fetch() {
     if (exhausted)
         return false;
     if (!source.step()) {
         exhausted = true;
-        source = Prepared(); // lets go of the read lock
+        source = Prepared(); // releases the read lock
         return false;
     }
     for (std::size_t i = 0; i < columns->size(); ++i)
@@ -179,7 +179,7 @@ void Recordset::insertRow() {
     insert.sql += values.isEmpty() ? u" default values"_s : u" ("_s + names + u") values (" + marks + u')';
     session->prepare(insert).step();
     const qlonglong id = sqlite3_last_insert_rowid(session->handle());
-    // The new record may or may not be among those that the select would still give, so fetching ends here.
+    // The new record may or may not be among those that the select would still return, so fetching ends here.
     exhausted = true;
     source = Prepared();
     position = rowCount();
@@ -208,8 +208,7 @@ void Recordset::updateRow() {
     written.insert(position);
 }
 
-/// Reads a record of which only the rowid is known, since it has been written: with what the store made of
-/// it.
+/// Reads a written record, of which only the rowid is known, with the values that the store gave it.
 void Recordset::readAgain(QVariant* row) {
     const QVariant id = *row;
     Prepared reader =

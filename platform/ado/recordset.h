@@ -35,9 +35,9 @@ private:
     int column;
 };
 
-/// The records that one select gives, fetched as they are asked for: opening takes one at most, Eof is known
-/// at once, RecordCount and MoveLast take all. Closing and destroying lets go of everything. Every operation
-/// that fails throws Failure and, when the store failed, records it in the connection's errors.
+/// The records of one select, fetched on demand: opening fetches one at most, so that Eof is known at once;
+/// RecordCount and MoveLast fetch all. Closing and destroying release everything. Every operation that fails
+/// throws Failure and, when the store failed, records it in the connection's errors.
 class Recordset {
 public:
     enum class Lock { ReadOnly, Optimistic };
@@ -58,12 +58,13 @@ public:
     void MoveFirst();
     void MoveLast();
 
-    /// The column of that name, without regard to case.
+    /// The column of that name, case-insensitive.
     Field operator[](const char* name);
     int FieldCount() const { return columns ? static_cast<int>(columns->size()) - hidden() : 0; }
     Field FieldAt(int index) { return {*this, index + hidden()}; }
 
-    /// Begins a new record; its fields hold what is assigned, and the table's defaults after Update.
+    /// Begins a new record; its fields return the assigned values, and after Update the table's defaults as
+    /// well.
     void AddNew();
     /// Writes the changed fields of the current record, or the new one, which becomes the current.
     void Update();
@@ -86,14 +87,14 @@ private:
     std::shared_ptr<Session> session;
     Prepared source;
     bool exhausted = true;
-    QString table; // empty when read only
+    QString table; ///< empty when read only
     std::shared_ptr<const Columns> columns;
-    std::vector<QVariant> cells;   // row by row
-    std::set<std::size_t> written; // rows that hold their rowid only, until they are read again
+    std::vector<QVariant> cells;   ///< row by row
+    std::set<std::size_t> written; ///< rows of which only the rowid is valid until they are read again
     std::size_t position = 0;
     bool adding = false;
-    std::vector<QVariant> pending; // values to be written, in the store's form
-    std::vector<bool> changed;     // which of them
+    std::vector<QVariant> pending; ///< values to be written, in the store's form
+    std::vector<bool> changed;     ///< whether each of them has changed
 };
 
 } // namespace ado

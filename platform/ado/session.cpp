@@ -17,7 +17,7 @@ namespace {
 constexpr int waitForOthers = 2000; // milliseconds that a statement waits for another program's lock
 constexpr std::size_t mostKept = 64;
 
-/// A sentence for the failures that a user can meet, else SQLite's own words.
+/// A sentence for each failure that a user can meet, otherwise SQLite's own message.
 QString describe(int code, const QString& words) {
     if (code == SQLITE_READONLY_DBMOVED)
         return u"The database file has been moved, deleted or replaced meanwhile. Close the program and "
@@ -194,7 +194,7 @@ Prepared Session::prepare(const Statement& statement) {
     return result;
 }
 
-/// A kept one of that text that is free, or a new one; the first of those kept from now on.
+/// A free kept one of that text, or a new one; moved to the front of those kept.
 std::shared_ptr<Compiled> Session::compiledOf(const QString& sql) {
     const auto known =
         std::find_if(kept.begin(), kept.end(), [&](const std::shared_ptr<Compiled>& statement) {

@@ -17,7 +17,7 @@ namespace ado {
 
 class Session;
 
-/// A name as it stands in a statement whatever it holds: within quotes.
+/// A name quoted for use in a statement, whatever characters it contains.
 QString quoted(const QString& name);
 
 struct Column {
@@ -27,7 +27,7 @@ struct Column {
 };
 using Columns = std::vector<Column>;
 
-/// A statement as its session keeps it for the next one of the same text.
+/// A compiled statement that its session keeps for the next use of the same text.
 struct Compiled {
     Compiled(QString text, sqlite3_stmt* statement);
     Compiled(const Compiled&) = delete;
@@ -36,11 +36,11 @@ struct Compiled {
 
     QString sql;
     sqlite3_stmt* handle;
-    std::shared_ptr<const Columns> columns; // those of a select
+    std::shared_ptr<const Columns> columns; ///< those of a select
     bool onLoan = false;
 };
 
-/// A compiled statement on loan from its session; goes back there, reset, when it is destroyed.
+/// A compiled statement on loan from its session; returned, reset, on destruction.
 class Prepared {
 public:
     Prepared() = default;
@@ -56,11 +56,11 @@ public:
     const std::shared_ptr<const Columns>& columns() const { return compiled->columns; }
     /// Binds the values from position 1 on.
     void bind(const QVariantList& values);
-    /// True while there is a row. Records and throws a Failure.
+    /// Advances to the next row; false at the end. Records and throws a Failure.
     bool step();
-    /// The value of a column of the row in hand: qlonglong, double, QString or invalid.
+    /// The value of a column of the current row: qlonglong, double, QString or invalid.
     QVariant column(int index) const;
-    /// Likewise, as fromStore gives it for a column of that type.
+    /// Likewise, converted by fromStore for a column of that type.
     QVariant column(int index, ColumnType type) const;
 
 private:
@@ -89,12 +89,12 @@ public:
     sqlite3* handle() const { return database; }
     ErrorList& errors() { return errorList; }
 
-    /// Compiles the one statement of the text, or takes it from those kept. Records and throws a Failure.
+    /// Compiles the one statement of the text, or reuses a kept one. Records and throws a Failure.
     Prepared prepare(const Statement& statement);
-    /// Whether a table, and not a saved query, has that name.
+    /// Whether that name is a table, not a saved query.
     bool isTable(const QString& name);
 
-    /// Throws for a closed session; the store never saw the call, so nothing is recorded.
+    /// Throws for a closed session; nothing is recorded, since the call never reached the store.
     void requireOpen() const;
     [[noreturn]] void fail(const Error& error);
     [[noreturn]] void fail(int resultCode);
@@ -112,8 +112,8 @@ private:
 
     sqlite3* database = nullptr;
     ErrorList errorList;
-    std::vector<std::shared_ptr<Compiled>> kept; // most recently used first
-    QSet<QString> tables;                        // those known by isTable
+    std::vector<std::shared_ptr<Compiled>> kept; ///< most recently used first
+    QSet<QString> tables;                        ///< those known by isTable
 };
 
 } // namespace ado

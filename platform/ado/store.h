@@ -5,12 +5,12 @@
 
 namespace ado {
 
-/// Makes an empty file that its owner alone can read. False when it cannot be written.
+/// Creates an empty file that only its owner can read. False when it cannot be written.
 bool makeOwnersFile(const QString& path);
 
-/// Makes a new database file from a script of statements in the store's own SQL, separated by semicolons, and
-/// puts it under the password. An older file of that path is replaced only when the new one is whole. Throws
-/// Failure with the script's line in its description.
+/// Creates a new database file with the password from a script of statements in the store's own SQL,
+/// separated by semicolons. An existing file is replaced only when the new one is complete. Throws Failure
+/// with the script's line in its description.
 void createStore(const QString& path, const QByteArray& script, const QString& password);
 
 } // namespace ado

@@ -74,7 +74,7 @@ template <class View> QDate isoDate(View text) {
     return year > 0 ? QDate(year, month, day) : QDate();
 }
 
-/// The fewest digits that tell the number from its neighbours.
+/// The fewest digits that distinguish the number from its neighbours.
 QString shortest(float number) {
     std::array<char, 16> digits{};
     const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;

@@ -7,17 +7,18 @@
 
 namespace ado {
 
-/// What a column holds, by its declared type: TEXT, INTEGER (32 bits), SMALLINT (16 bits), SINGLE, DOUBLE or
-/// DECIMAL, DATE, YESNO. An expression has no declared type; its values stay what the store makes of them.
+/// The type of a column's values, by its declared type: TEXT, INTEGER (32 bits), SMALLINT (16 bits), SINGLE,
+/// DOUBLE or DECIMAL, DATE, YESNO. An expression has no declared type; its values are those that the store
+/// returns.
 enum class ColumnType { Undeclared, Text, Integer, SmallInt, Single, Double, Date, YesNo };
 
-/// The declared type as the schema writes it, with or without lengths; null and unknown words are Undeclared.
+/// The type declared in a schema, with or without lengths; null and unknown names are Undeclared.
 ColumnType columnType(const char* declared);
 
 /// A Null field.
 inline const QVariant Null{};
 
-/// The pattern in which dates show and turn into text, whatever the machine's regional setting.
+/// The pattern of dates as text, regardless of the machine's regional settings.
 inline constexpr QStringView dateTextFormat = u"dd/MM/yyyy";
 
 /// The text of a field's value: Null is the empty text, a date dd/mm/yyyy, a yes/no "True" or "False",
@@ -25,7 +26,7 @@ inline constexpr QStringView dateTextFormat = u"dd/MM/yyyy";
 QString toText(const QVariant& value);
 
 /// The whole number of a value or text, between smallest and largest: fractions round to nearest with ties to
-/// even. Throws Failure number::typeMismatch ("Type mismatch") for what is no number, number::overflow
+/// even. Throws Failure number::typeMismatch ("Type mismatch") for what is not a number, number::overflow
 /// ("Overflow") for what does not fit.
 qlonglong toWhole(const QVariant& value, qlonglong smallest = INT16_MIN, qlonglong largest = INT16_MAX);
 
@@ -39,11 +40,12 @@ QString toIso(QDate date);
 /// Rounds to a whole number, to nearest with ties to even.
 double roundHalfEven(double value);
 
-/// A stored value as the program sees it: QString, qlonglong, float, double, QDate or bool; invalid for Null.
+/// A stored value converted for the program: QString, qlonglong, float, double, QDate or bool; invalid for
+/// Null.
 QVariant fromStore(ColumnType type, const QVariant& stored);
 
-/// A program's value as the store keeps it. Throws Failure as toWhole does, also for a text that is no date
-/// or yes/no.
+/// A program's value converted for the store. Throws Failure as toWhole does, also for a text that is not a
+/// date or yes/no.
 QVariant toStore(ColumnType type, const QVariant& value);
 
 } // namespace ado

@@ -20,7 +20,7 @@ public:
     std::optional<double>& at(int row, int column) { return cells[indexOf(row, column)]; }
     const std::optional<double>& at(int row, int column) const { return cells[indexOf(row, column)]; }
 
-    /// The same cells in an array of another size; what falls outside is lost.
+    /// The same cells in an array of another size; cells outside it are lost.
     DataArray resized(int rows, int columns) const {
         DataArray result(rows, columns);
         for (int row = 1; row <= std::min(rows, rowCount); ++row) {

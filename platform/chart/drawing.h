@@ -27,7 +27,7 @@ struct DrawnSeries {
     QVector<double> y;
 };
 
-/// All that a chart shows, apart from its size.
+/// The contents of a chart, without its size.
 struct Drawing {
     QString acrossTitle;
     QString upTitle;

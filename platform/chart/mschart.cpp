@@ -158,7 +158,7 @@ Drawing MSChart::drawing() const {
     return result;
 }
 
-/// Where a point stands on the scales; nothing when there is no such point or it has no value.
+/// A point's coordinates on the scales; nothing when there is no such point or it has no value.
 std::optional<QPointF> MSChart::coordinates(const Point& point) const {
     if (point.series < 1 || point.series > SeriesCount() || point.row < 1 || point.row > RowCount())
         return std::nullopt;
@@ -211,7 +211,7 @@ MSChart::Point MSChart::pointAt(const QPoint& position) {
     return nearest;
 }
 
-/// What stands on the spot of a point, a line each.
+/// The points on one spot, one line each.
 QString MSChart::tipOf(const Point& point) const {
     if (tipText)
         return tipText(point.series, point.row);
@@ -234,7 +234,7 @@ MSChart::Point MSChart::nextInSeries(Point from, int direction) const {
     return from;
 }
 
-/// The point of the next series in a direction that stands nearest to the row, or the same point.
+/// The point of the next series in a direction nearest to the row, or the same point.
 MSChart::Point MSChart::nextSeries(Point from, int direction) const {
     for (int series = from.series + direction; series >= 1 && series <= SeriesCount(); series += direction) {
         for (int away = 0; away < RowCount(); ++away) {
@@ -248,7 +248,7 @@ MSChart::Point MSChart::nextSeries(Point from, int direction) const {
 }
 
 void MSChart::moveTo(const Point& point) {
-    current = exists(point) ? point : Point{}; // where a search found none it ends where it began
+    current = exists(point) ? point : Point{}; // stays when a search finds none
     if (current && hasFocus()) {
         view->mark(coordinates(current));
         setAccessibleDescription(tipOf(current));

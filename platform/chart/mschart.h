@@ -18,8 +18,8 @@ class PlotView;
 /// std::out_of_range. Scales are fixed and do not follow the data. The background is white in any theme, so
 /// that a picture of the chart prints well.
 ///
-/// A click on a point, or Enter on the point that the arrow keys have reached, tells PointActivated; a
-/// pointer that rests on a point shows its figure.
+/// A click on a point, or Enter on the point that the arrow keys have reached, emits PointActivated; hovering
+/// over a point shows its figure.
 class MSChart : public QWidget {
     Q_OBJECT
 
@@ -67,10 +67,10 @@ public:
     /// How a series is drawn; a change shows with the next painting.
     Series& SeriesItem(int number);
 
-    /// What the tip of a point says; without one its name and figures.
+    /// Text of a point's tool tip; when unset, its name and figures.
     std::function<QString(int series, int point)> tipText;
 
-    /// Has the chart drawn anew.
+    /// Redraws the chart.
     void Refresh();
     /// Puts a picture of the chart on the clipboard.
     void EditCopy();
@@ -80,14 +80,14 @@ public:
     /// fails.
     bool SavePicture(const QString& path, const QSize& size, double sharpness = 1);
 
-    /// Where a point stands in the widget.
+    /// The widget position of a point.
     QPoint PointPosition(int series, int point);
 
     QSize minimumSizeHint() const override { return {320, 200}; }
     QSize sizeHint() const override { return {720, 340}; }
 
 Q_SIGNALS:
-    /// The user picked the point of that number, which is its row, in the series of that number.
+    /// The user picked a point, numbered by its row, of a series.
     void PointActivated(int series, int point);
 
 protected:
@@ -129,7 +129,7 @@ private:
     int row = 1;
     int column = 1;
     bool changed = true;
-    Point current; // reached by the keys
+    Point current; ///< reached with the arrow keys
 };
 
 } // namespace chart

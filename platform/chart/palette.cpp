@@ -10,7 +10,7 @@ namespace {
 
 constexpr double twipsPerPixel = 15;
 
-// The qualitative palette of Okabe and Ito without its yellow, which is too weak for thin lines on white.
+/// The qualitative palette of Okabe and Ito without its yellow, which is too weak for thin lines on white.
 constexpr std::array<QRgb, 7> colors{0xFF0072B2, 0xFFD55E00, 0xFF009E73, 0xFFCC79A7,
                                      0xFF56B4E9, 0xFFE69F00, 0xFF000000};
 

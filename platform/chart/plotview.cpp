@@ -11,11 +11,11 @@ namespace chart {
 namespace {
 
 constexpr QRgb gridColor = 0xFFD9D9D9;
-constexpr QRgb borderColor = 0xFF808080; // of the lines that part an XY chart
+constexpr QRgb borderColor = 0xFF808080; // of the lines that divide an XY chart
 constexpr int legendIconWidth = 34;
 constexpr int legendSpacing = 2;
 constexpr int widestName = 190;
-constexpr int narrowestName = 90; // where names stand in several columns
+constexpr int narrowestName = 90; // where names are in several columns
 constexpr double ringSize = 17;
 constexpr double slanted = 45;
 constexpr double upright = 90;
@@ -95,7 +95,7 @@ void PlotView::setDrawing(const Drawing& drawing) {
     if (drawing.across) {
         setScale(*xAxis, *drawing.across, margin);
     } else {
-        replot(rpQueuedRefresh); // once for the size of the plot, on which the labels depend
+        replot(rpQueuedRefresh); // determines the size of the plot, on which the labels depend
         drawCategories(static_cast<int>(drawing.categories.size()), drawing.categories);
     }
     replot(rpQueuedRefresh);
@@ -123,8 +123,8 @@ void PlotView::drawSeries(const DrawnSeries& series, int number, const Drawing& 
         graph->removeFromLegend();
 }
 
-/// The labels stand level where they fit, else slanted, else upright, and where even that is too tight only
-/// some of them stand.
+/// The labels are horizontal where they fit, else slanted, else vertical, and where even that is too tight
+/// only some of them are shown.
 void PlotView::drawCategories(int count, const QStringList& labels) {
     int widest = 0;
     for (const QString& label : labels)

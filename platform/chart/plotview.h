@@ -8,8 +8,8 @@
 
 namespace chart {
 
-/// Draws what MSChart holds. The legend of a line chart stands beside the plot and never over a point; names
-/// too long for it end in an ellipsis. An XY chart has no legend, and its labelled lines stand out.
+/// Draws the contents of an MSChart. The legend of a line chart is beside the plot and never covers a point;
+/// names too long for it are elided. An XY chart has no legend, and its labelled lines are emphasized.
 class PlotView : public QCustomPlot {
     Q_OBJECT
 
@@ -19,7 +19,7 @@ public:
     void setDrawing(const Drawing& drawing);
     /// Rings one point with its coordinates; without one, none.
     void mark(const std::optional<QPointF>& point);
-    /// Where coordinates stand in the widget.
+    /// The widget position of coordinates.
     QPointF positionOf(const QPointF& coordinates) const;
 
     /// Called before each painting.
@@ -36,7 +36,7 @@ private:
     int legendColumns(int entries) const;
 
     QCPGraph* ring;
-    int nameWidth = 0; // pixels of a name in the legend
+    int nameWidth = 0; ///< pixels of a name in the legend
 };
 
 } // namespace chart

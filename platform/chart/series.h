@@ -5,7 +5,10 @@
 
 namespace chart {
 
-/// How one series is drawn. Widths and sizes are twips, 15 to a logical pixel.
+/// Shapes of markers. FilledMarker: filled, in a shape that distinguishes the series from the others.
+enum MarkerStyle { FilledMarker = 14 };
+
+/// How one series is drawn. Widths and sizes are in twips, 15 to a logical pixel.
 struct Series {
     bool ShowLine = true; ///< joins neighbouring points; a Null between them leaves a gap
 
@@ -26,7 +29,7 @@ struct Series {
     struct PointMarker {
         bool Visible = true;
         int Size = 120; ///< diameter
-        int Style = 14; ///< 14: filled, in the shape by which the series is told from the others
+        int Style = FilledMarker;
         Fill FillColor;
     } Marker;
 

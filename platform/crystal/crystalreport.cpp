@@ -12,8 +12,7 @@ std::function<void(const std::shared_ptr<const Report>&, const QString&, int)> p
     PreviewWindow::show;
 
 void CrystalReport::setAction(int action) {
-    constexpr int runNow = 1;
-    if (action != runNow)
+    if (action != RunReport)
         return;
     Layout layout = readLayout(ReportFileName);
     const QString name =

@@ -13,14 +13,19 @@ namespace crystal {
 
 class Report;
 
+enum ReportAction { RunReport = 1 };
+
+/// States of the preview window.
+enum PreviewState { NormalWindow = 0, MinimizedWindow = 1, MaximizedWindow = 2 };
+
 /// Runs a report by its properties: reads the layout, reads the database, which is opened for reading only,
 /// and shows the preview, from which the user prints. Every failure is thrown as ReportError.
 class CrystalReport {
 public:
     /// A line feed and then the database's password.
     QString Password;
-    /// Formulas(0): "CompanyName='Larkmoor Ltd'". The name has to be the layout's, letter for letter; between
-    /// the outer apostrophes stands the text, whatever it holds. An empty formula is none.
+    /// Formulas(0): "CompanyName='Larkmoor Ltd'". The name must match the layout's exactly; the text is
+    /// everything between the outer apostrophes. An empty formula is ignored.
     QString& Formulas(int index) { return formulas[index]; }
     /// DataFiles(0): full path of the database.
     QString& DataFiles(int index) { return dataFiles[index]; }
@@ -30,10 +35,10 @@ public:
     QString SelectionFormula;
     /// Title of the preview window.
     QString WindowTitle;
-    /// 0 as it comes, 1 minimised, 2 maximised.
-    int WindowState = 0;
+    /// A PreviewState.
+    int WindowState = NormalWindow;
 
-    /// 1 runs the report; other values do nothing.
+    /// RunReport runs the report; other values do nothing.
     void setAction(int action);
 
 private:
@@ -43,8 +48,8 @@ private:
     std::map<int, QString> dataFiles;
 };
 
-/// Who shows a report that has been run: the title and the state of the window come from the properties.
-/// Without a test's own it is PreviewWindow.
+/// Shows a report that has been run, by default in a PreviewWindow; title and state (a PreviewState) come
+/// from the properties.
 extern std::function<void(const std::shared_ptr<const Report>&, const QString& title, int state)> previewHook;
 
 } // namespace crystal

@@ -140,7 +140,7 @@ public:
         xml.setDevice(&source);
         if (xml.readNextStartElement())
             report();
-        // Also takes what follows the report, so that a damaged end is seen.
+        // Also reads what follows the report, so that a damaged end is detected.
         while (!xml.atEnd())
             xml.readNext();
         if (xml.hasError())

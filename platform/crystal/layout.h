@@ -15,10 +15,10 @@ struct ShownField {
     QString name;
     Format format = Format::Text;
     int decimals = 0; ///< of a number, 0..9
-    QString zero;     ///< words in the place of a number 0; Null stands for "0 as a number"
-    QString yes, no;  ///< words of a yes/no; one that is Null is no
+    QString zero;     ///< text in place of the number 0; Null: 0 is shown as a number
+    QString yes, no;  ///< texts of a yes/no; Null counts as no
     qint64 line = 0;  ///< of the layout file, for errors
-    QString words;    ///< what stands before the value: a label; for a column its heading
+    QString words;    ///< text before the value: a label; for a column its heading
 };
 
 /// A line of the head, its value taken from the records.
@@ -29,25 +29,25 @@ struct HeadValue {
     Take take = Take::First;
 };
 
-/// A line of the head whose text the program hands over as a formula.
+/// A line of the head whose text the program passes as a formula.
 struct HeadFormula {
     QString name;
     QString label;
     qint64 line = 0;
 };
 
-/// Records are set together under a heading. Groups stand within one another in the order of the layout.
+/// Records collected under a heading. Groups are nested in the order of the layout.
 struct Group {
     ShownField field;
     bool descending = false;
-    QString oneRow, manyRows; ///< words of the row count, with %n for the number; both empty: no count
+    QString oneRow, manyRows; ///< texts of the row count, with %n for the number; both empty: no count
 };
 
 struct Column {
     ShownField field;
     double share = 0; ///< of the page's width; the shares of all columns make up the whole
     Qt::Alignment align = Qt::AlignLeft;
-    bool mean = false;   ///< the mean of a number stands below each innermost group
+    bool mean = false;   ///< the mean of a number is shown below each innermost group
     bool repeats = true; ///< false: an equal value in the row below is left out
 };
 
@@ -63,15 +63,14 @@ struct Picture {
     qint64 line = 0;
 };
 
-/// What a layout file says. docs/report-layouts.md describes the file for those who edit one.
+/// The contents of a layout file. docs/report-layouts.md describes the format.
 struct Layout {
     QString file; ///< full path
     QString title;
-    QString table;   ///< a table or saved query
-    qint64 line = 0; ///< where the table is named
-    QString
-        organisation; ///< name of the formula that holds the organisation's name; empty: it is not printed
-    QString empty;    ///< what stands in the place of the rows when there are none
+    QString table;        ///< a table or saved query
+    qint64 line = 0;      ///< where the table is named
+    QString organisation; ///< formula of the organisation's name; empty: not printed
+    QString empty;        ///< text in place of the rows when there are none
     QPageLayout page{QPageSize(QPageSize::A4), QPageLayout::Portrait, QMarginsF(15, 15, 15, 15),
                      QPageLayout::Millimeter};
     double fontSize = 9;               ///< points, of the rows
@@ -83,8 +82,8 @@ struct Layout {
     std::vector<Order> orders;
 };
 
-/// Reads a layout file. Throws ReportError with file and line for a missing file, for what is no XML, and for
-/// an element, attribute or value that a layout does not have.
+/// Reads a layout file. Throws ReportError with file and line for a missing file, for invalid XML, and for an
+/// unknown element, attribute or value.
 Layout readLayout(const QString& file);
 
 } // namespace crystal

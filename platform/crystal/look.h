@@ -20,7 +20,7 @@ struct Look {
     explicit Look(const Layout& layout);
 
     QRectF paper;
-    QRectF body;         ///< what the margins leave
+    QRectF body;         ///< the area within the margins
     double rowsEnd;      ///< where the rows of a page end; the foot is below
     double laterTop;     ///< where the column headings begin on every page but the first
     double padding;      ///< above and below a row's text

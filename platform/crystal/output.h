@@ -7,12 +7,12 @@ class QPrinter;
 
 namespace crystal {
 
-/// Writes the report as a PDF. An older file is replaced only when the new one is whole. Throws ReportError
-/// with the PDF's name when it cannot be written.
+/// Writes the report as a PDF. An existing file is replaced only when the new one is complete. Throws
+/// ReportError with the PDF's name when it cannot be written.
 void savePdf(const Report& report, const QString& path);
 
 /// Prints the pages that the printer is set to, each fitted to its paper. Throws ReportError when the printer
-/// does not take them.
+/// refuses them.
 void print(const Report& report, QPrinter& printer);
 
 } // namespace crystal

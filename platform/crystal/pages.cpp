@@ -56,7 +56,7 @@ private:
         }
     }
 
-    /// The height of what has to stand on one page from this block on.
+    /// The height that must fit on one page from this block on.
     double together(std::size_t index) const {
         double height = 0;
         for (; index < blocks.size() && blocks[index].kind == Kind::Heading; ++index)
@@ -64,11 +64,11 @@ private:
         if (index == blocks.size())
             return height;
         if (blocks[index].kind == Kind::Mean)
-            return height; // its row has kept room for it
+            return height; // its row has reserved the space
         const double row = heightOf(index, false);
         const double whole = look.rowsEnd - look.laterTop - look.columnHeadHeight;
         if (row > whole / 2)
-            return height + whole / 4; // it may be divided
+            return height + whole / 4; // it may be split
         const bool meanFollows = index + 1 < blocks.size() && blocks[index + 1].kind == Kind::Mean;
         return height + row + (meanFollows ? heightOf(index + 1, false) : 0);
     }
@@ -115,7 +115,7 @@ private:
     const Look& look;
     const std::vector<Block>& blocks;
     std::vector<Page> pages;
-    std::vector<std::size_t> open; // headings of the groups in hand, from the outermost
+    std::vector<std::size_t> open; // headings of the current groups, from the outermost
     double y = 0;
 };
 

@@ -22,15 +22,15 @@ struct Page {
 };
 
 /// Divides the blocks into pages; firstTop is where the first page's head ends. There is at least one page. A
-/// heading stands with its first row and returns on each page that its rows reach; a mean stands with its
-/// last row; a row is divided only where it is taller than a page.
+/// heading stays with its first row and is repeated on each page that its rows reach; a mean stays with its
+/// last row; a row is split only when it is taller than a page.
 std::vector<Page> paginate(const Layout& layout, const Look& look, const std::vector<Block>& blocks,
                            double firstTop);
 
-/// Whether a cell stays empty since the row above on the same page says the same.
+/// Whether a cell stays empty because the row above on the same page has the same text.
 bool isLeftOut(const Layout& layout, std::size_t column, const Block& row, const Block* above);
 
-/// The words of a group's heading.
+/// The text of a group's heading.
 QString headingText(const Block& heading, bool continued);
 
 } // namespace crystal

@@ -9,7 +9,7 @@
 
 namespace crystal {
 
-/// Shows a report's pages below one another; only those in sight are drawn.
+/// Shows a report's pages below one another; only visible ones are drawn.
 class PageView : public QAbstractScrollArea {
     Q_OBJECT
 
@@ -19,10 +19,11 @@ public:
     /// The page at the upper part of the view, from 0.
     int page() const;
     void goTo(int page);
-    /// 1: as large as on paper; within 0.25..4. Until one is set, 1 or what shows the page's whole width.
+    /// 1: the size on paper; within 0.25..4. Until one is set, 1 or less, so that the whole width of a page
+    /// fits.
     double zoom() const { return factor; }
     void setZoom(double zoom);
-    /// The page's width fills the view's.
+    /// Fits the page's width to the view.
     void fitWidth();
 
 Q_SIGNALS:
@@ -36,15 +37,15 @@ protected:
     void scrollContentsBy(int dx, int dy) override;
 
 private:
-    double scale() const; // pixels a dot
+    double scale() const; ///< pixels per dot
     QSizeF pageSize() const;
-    double step() const; // from page to page
+    double step() const; ///< from page to page
     double widthZoom() const;
     void updateBars();
 
     std::shared_ptr<const Report> report;
     double factor = 1;
-    bool chosen = false; // the zoom, by the user
+    bool chosen = false; ///< the user has set the zoom
 };
 
 } // namespace crystal

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/crystal/previewwindow.h"
 
+#include "platform/crystal/crystalreport.h"
 #include "platform/crystal/output.h"
 #include "platform/crystal/pageview.h"
 #include "platform/crystal/reporterror.h"
@@ -42,9 +43,9 @@ std::function<bool(QWidget*, QPrinter&)> printerHook = askForPrinter;
 
 void PreviewWindow::show(const std::shared_ptr<const Report>& report, const QString& title, int state) {
     auto* window = new PreviewWindow(report, title);
-    if (state == 2)
+    if (state == MaximizedWindow)
         window->showMaximized();
-    else if (state == 1)
+    else if (state == MinimizedWindow)
         window->showMinimized();
     else
         window->QWidget::show();
@@ -56,7 +57,7 @@ PreviewWindow::PreviewWindow(std::shared_ptr<const Report> shown, const QString&
     setObjectName(u"PreviewWindow"_s);
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(title);
-    setContextMenuPolicy(Qt::NoContextMenu); // else its tool bar could be hidden for good
+    setContextMenuPolicy(Qt::NoContextMenu); // otherwise its tool bar could be hidden permanently
     resize(960, 720);
     setCentralWidget(view);
     addActions();

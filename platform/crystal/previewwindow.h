@@ -16,13 +16,13 @@ namespace crystal {
 
 class PageView;
 
-/// Shows a report's pages; from here the user prints them or saves them as a PDF. A failure of either stands
-/// in the status bar. The window is gone when it is closed.
+/// Shows a report's pages; from here the user prints them or saves them as a PDF. A failure of either is
+/// shown in the status bar. Closing the window deletes it.
 class PreviewWindow : public QMainWindow {
     Q_OBJECT
 
 public:
-    /// Opens a window of its own for the report. state: 0 as it comes, 1 minimised, 2 maximised.
+    /// Opens a new window for the report. state: a PreviewState.
     static void show(const std::shared_ptr<const Report>& report, const QString& title, int state);
 
     void printReport();
@@ -39,10 +39,10 @@ private:
     QSpinBox* pageBox;
 };
 
-/// Who asks for the PDF's file, given a suggestion; an empty text: the user gave up. A test answers here.
+/// Asks for the PDF's file, given a suggestion; returns an empty text when cancelled. Tests replace it.
 extern std::function<QString(QWidget* window, const QString& suggestion)> pdfFileHook;
 
-/// Who lets the user choose a printer and pages; false: the user gave up.
+/// Lets the user choose a printer and pages; false when cancelled. Tests replace it.
 extern std::function<bool(QWidget* window, QPrinter& printer)> printerHook;
 
 } // namespace crystal

@@ -31,7 +31,7 @@ QString toText(const ShownField& field, const QVariant& value) {
     return ado::toText(value);
 }
 
-/// The mean of what has a value; where 0 has words of its own it is no value.
+/// The mean of the values; a 0 that has a text of its own is not a value.
 struct Mean {
     double sum = 0;
     int count = 0;
@@ -43,7 +43,7 @@ struct Mean {
         ++count;
     }
     QString text(const ShownField& field) const {
-        // A mean of whole numbers has decimals all the same.
+        // The mean of whole numbers has decimals as well.
         return count == 0 ? QString() : QString::number(sum / count, 'f', std::max(field.decimals, 2));
     }
 };
@@ -56,7 +56,7 @@ public:
 
     void add(const QStringList& groupTexts, const std::vector<QVariant>& values) {
         qsizetype level = 0;
-        // Without regard to case, as the store sorts.
+        // Case-insensitive, as the store sorts.
         while (rows > 0 && level < groupTexts.size() &&
                groupTexts[level].compare(current[static_cast<std::size_t>(level)].text,
                                          Qt::CaseInsensitive) == 0)
@@ -90,7 +90,8 @@ private:
 
     void open(qsizetype level, const QString& text) {
         const QString& label = layout.groups[static_cast<std::size_t>(level)].field.words;
-        // A group without a value needs a heading only where its rows would seem to belong to the one above.
+        // A group without a value needs a heading only where its rows would appear to belong to the group
+        // above.
         const bool apart = !blocks.empty() && blocks.back().kind != Block::Kind::Heading;
         OpenGroup& group = current[static_cast<std::size_t>(level)];
         group = {text, 0, blocks.size(), apart || !text.isEmpty()};
@@ -120,7 +121,7 @@ private:
         }
     }
 
-    /// One text in memory for all that are equal: names and questions come again and again.
+    /// Shares the memory of equal texts: names and questions recur.
     QString shared(const QString& text) { return *known.insert(text); }
 
     const Layout& layout;
@@ -168,7 +169,7 @@ private:
         return found->second;
     }
 
-    /// A yes/no that is Null is no, so that both stand in one group.
+    /// A yes/no that is Null counts as no, so that both are in one group.
     QString expression(const QString& field, qint64 line) const {
         if (typeOf(field, line) == ado::ColumnType::YesNo)
             return u"coalesce("_s + ado::quoted(field) + u", 0)";

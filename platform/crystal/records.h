@@ -11,7 +11,7 @@ namespace crystal {
 /// One line of the report's body.
 struct Block {
     enum class Kind {
-        Heading, ///< of a group: its words and the row count
+        Heading, ///< of a group: its text and the row count
         Row,     ///< one text a column
         Mean,    ///< below a group: one text a column, empty for a column without a mean
     };
@@ -21,14 +21,14 @@ struct Block {
     QStringList texts;
 };
 
-/// What a report shows, as texts.
+/// The contents of a report, as texts.
 struct Records {
     QStringList values; ///< of the head, one for each HeadValue; empty where nothing is known
     std::vector<Block> blocks;
 };
 
 /// Reads the layout's table from the database file, which is opened for reading only. Throws ReportError for
-/// a password that is not the file's, a table or field that is not there, and a condition that does not fit.
+/// a wrong password, a missing table or field, and a condition that does not match its field's type.
 Records readRecords(const Layout& layout, const QString& database, const QString& password,
                     const std::vector<Condition>& selection);
 

@@ -64,7 +64,7 @@ void Report::paint(QPainter& painter, int number) const {
     line(painter, page.items.back().y + page.items.back().height, hairline, look.body.left());
 }
 
-/// Draws the first page's head, or measures it without a painter. Gives the place below it.
+/// Draws the first page's head, or without a painter measures it. Returns the position below it.
 double Report::walkHead(QPainter* painter) const {
     const QRectF& body = look.body;
     double y = body.top();

@@ -10,8 +10,8 @@ class QPainter;
 
 namespace crystal {
 
-/// A report divided into pages, ready to be drawn. Rows are measured once; a page is drawn when it is asked
-/// for, and the same on every device.
+/// A report divided into pages, ready to be drawn. Rows are measured once; pages are drawn on demand,
+/// identically on every device.
 class Report {
 public:
     /// organisation: the name that the head shows. Throws ReportError for a picture that cannot be read.

@@ -7,8 +7,9 @@
 
 namespace crystal {
 
-/// Thrown by everything of this library that fails. The text is a sentence for a person, with the file and,
-/// where there is one, the line of the layout in front: "/home/ann/log.rpt, line 12: There is no field 'x'."
+/// Thrown by every operation of this library that fails. The text is a sentence for a person, with the file
+/// and, where there is one, the line of the layout in front: "/home/ann/log.rpt, line 12: There is no field
+/// 'x'."
 class ReportError : public std::exception {
 public:
     static constexpr int Number = 20500; ///< under which a report's failure is shown

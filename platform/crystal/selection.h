@@ -21,7 +21,7 @@ struct Condition {
 ///     {table.field}='text'                {table.field} = ['text']
 ///     {table.field}=date(2002,03,15)      also with >= and <=
 ///
-/// joined by "and". Blanks may stand between the parts. A text ends at the next apostrophe. Throws
+/// joined by "and". Blanks are allowed between the parts. A text ends at the next apostrophe. Throws
 /// ReportError with that file's name for anything else and for a date that is not in the calendar.
 std::vector<Condition> parseSelection(const QString& formula, const QString& file);
 

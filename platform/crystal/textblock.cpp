@@ -18,7 +18,7 @@ TextStyle::TextStyle(double points, double width, Qt::Alignment alignment, bool 
     font.setBold(bold);
     font.setItalic(italic);
     font.setHintingPreference(QFont::PreferNoHinting); // hinted widths would differ from device to device
-    // A hair of letter spacing keeps ligatures out: a search of the PDF for "file" would not find one.
+    // A minimal letter spacing prevents ligatures, which a search of the PDF for "file" would not find.
     font.setLetterSpacing(QFont::AbsoluteSpacing, 1.0 / 64);
     const QFontMetricsF metrics(font);
     distance = metrics.height() * 1.06;
@@ -52,7 +52,7 @@ void TextStyle::draw(QPainter& painter, QPointF place, const QString& text, int 
         layout->lineAt(i).draw(&painter, place + QPointF(0, (i - firstLine) * distance));
 }
 
-/// Every line stands at the origin; drawing moves it to its place.
+/// Every line is laid out at the origin; drawing moves it to its position.
 std::unique_ptr<QTextLayout> TextStyle::laidOut(const QString& text) const {
     QString separated = text;
     separated.replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n').replace(u'\n', QChar::LineSeparator);

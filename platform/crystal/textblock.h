@@ -19,12 +19,12 @@ inline constexpr double dotsPerInch = 720;
 inline constexpr double dotsPerMillimetre = dotsPerInch / 25.4;
 inline constexpr double dotsPerPoint = 10;
 
-/// How a text is set: its font, the distance of its lines and the space it may fill, in dots. Measuring keeps
-/// what it found, since texts come again and again.
+/// How a text is set: its font, line spacing and available width, in dots. Line counts are cached, since
+/// texts recur.
 class TextStyle {
 public:
     TextStyle() = default;
-    /// points: size of the letters. Widths below one letter are taken as one letter.
+    /// points: font size. Widths below one letter count as one letter.
     TextStyle(double points, double width, Qt::Alignment align = Qt::AlignLeft, bool bold = false,
               bool italic = false);
 
@@ -32,9 +32,9 @@ public:
     /// The number of lines that the text wraps to; 0 for an empty text.
     int lines(const QString& text) const;
     double height(const QString& text) const { return lines(text) * distance; }
-    /// The text, or as much of its beginning as one line takes.
+    /// The text, elided to one line.
     QString elided(const QString& text) const;
-    /// Draws some of the text's lines, the first of them at the place of its left upper corner.
+    /// Draws some of the text's lines, the first of them with its upper left corner at `place`.
     void draw(QPainter& painter, QPointF place, const QString& text, int firstLine = 0,
               int count = 100000) const;
 
@@ -44,7 +44,7 @@ private:
     QFont font;
     double space = 0;
     double distance = 0;
-    double widest = 0; // of the Latin letters
+    double widest = 0; ///< of the Latin letters
     Qt::Alignment align;
     mutable QHash<QString, int> measured;
 };

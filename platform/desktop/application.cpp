@@ -13,7 +13,7 @@ bool Application::notify(QObject* receiver, QEvent* event) {
         qWarning("%s", failure.what());
         uncaught = std::current_exception();
     }
-    // Outside the handler: a hook that shows a message runs an event loop of its own.
+    // Outside the catch block: a hook that shows a message runs a nested event loop.
     if (uncaughtHook)
         uncaughtHook(uncaught);
     return true;

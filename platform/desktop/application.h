@@ -8,8 +8,7 @@
 
 namespace desktop {
 
-/// The application of the program: an exception that leaves an event handler ends that event and not the
-/// program.
+/// The application of the program: an exception that leaves an event handler ends that event only.
 class Application : public QApplication {
 public:
     Application(int& argc, char** argv) : QApplication(argc, argv) {}
@@ -17,9 +16,9 @@ public:
     bool notify(QObject* receiver, QEvent* event) override;
 };
 
-/// Gets each exception that leaves an event handler, within whatever event loop that runs. What it throws
-/// itself goes on to the caller that delivered the event, such as a procedure that shows a window; it must
-/// throw nothing when there is none. Without a hook the exception is logged only.
+/// Called with each exception that leaves an event handler, in any event loop. An exception that the hook
+/// throws goes on to the caller that delivered the event, such as a procedure that shows a window; without
+/// such a caller it must not throw. Without a hook the exception is logged only.
 extern std::function<void(const std::exception_ptr&)> uncaughtHook;
 
 } // namespace desktop

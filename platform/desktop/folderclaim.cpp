@@ -15,10 +15,10 @@ namespace {
 
 constexpr int longestWait = 3000; // milliseconds
 
-/// The name by which the holder of a folder is reached, the same by whatever path the folder is named.
+/// The name of the socket of a folder's holder, the same for every path to the folder.
 QString nameOf(const QString& folder) {
     const QByteArray path = QDir(folder).canonicalPath().toUtf8();
-    constexpr qsizetype digits = 20; // a socket's path may not be long
+    constexpr qsizetype digits = 20; // a socket's path is limited
     return u"gaugewell-"_s +
            QString::fromLatin1(
                QCryptographicHash::hash(path, QCryptographicHash::Sha256).toHex().first(digits));
@@ -28,7 +28,7 @@ QString nameOf(const QString& folder) {
 
 FolderClaim::FolderClaim(const QString& folder)
     : lockName(QDir(folder).filePath(u"gaugewell.lock"_s)), serverName(nameOf(folder)), lock(lockName) {
-    lock.setStaleLockTime(0); // however old: the program may run for weeks
+    lock.setStaleLockTime(0); // never stale by age: the program may run for weeks
     server.setSocketOptions(QLocalServer::UserAccessOption);
     QObject::connect(&server, &QLocalServer::newConnection, &server, [this] {
         QLocalSocket* const asking = server.nextPendingConnection();
@@ -52,7 +52,7 @@ bool FolderClaim::takeOver() {
 }
 
 void FolderClaim::listen() {
-    QLocalServer::removeServer(serverName); // of a program that has died
+    QLocalServer::removeServer(serverName); // left by a crashed program
     server.listen(serverName);
 }
 

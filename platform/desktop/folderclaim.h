@@ -9,16 +9,16 @@
 
 namespace desktop {
 
-/// One program a folder: the first holds a lock file there until it ends; a later one can ask it to come to
-/// the front. The lock of a program of this computer that has died is taken over.
+/// Limits a folder to one program: the first keeps a lock file there until it ends; a later one can ask it to
+/// come to the front. The stale lock of a crashed program on this computer is taken over.
 class FolderClaim {
 public:
     explicit FolderClaim(const QString& folder);
 
-    /// False when another program holds the folder. True also where no lock can stand, as on a read-only
-    /// medium.
+    /// False when another program has locked the folder. True also where no lock file can be created, as on a
+    /// read-only medium.
     bool take();
-    /// The same when the lock is one of another computer's program that no longer runs.
+    /// Likewise, but removes a lock left by a program on another computer that no longer runs.
     bool takeOver();
 
     struct Holder {
@@ -26,12 +26,12 @@ public:
         QString computer;
         bool isHere = true; ///< on this computer
     };
-    /// Who holds the folder, after take has failed.
+    /// The program that has locked the folder, after take has failed.
     Holder holder() const;
     /// Asks the holder to come to the front; waits 3 seconds at most. False when it does not answer.
     bool raiseHolder() const;
 
-    /// Runs when another program asks this one, which holds the folder, to come to the front.
+    /// Called when another program asks this one to come to the front.
     std::function<void()> comeForward;
 
 private:

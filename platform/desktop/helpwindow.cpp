@@ -72,7 +72,7 @@ HelpWindow::HelpWindow()
         if (item)
             showTopic(item->data(Qt::UserRole).toString());
     });
-    connect(contents, &QListWidget::itemClicked, this, // also of the marked topic, to come back to its head
+    connect(contents, &QListWidget::itemClicked, this, // also for the current topic, to return to its heading
             [this](const QListWidgetItem* item) { showTopic(item->data(Qt::UserRole).toString()); });
     auto* close = new QShortcut(Qt::Key_Escape, this);
     connect(close, &QShortcut::activated, this, &QWidget::close);
@@ -108,7 +108,7 @@ void HelpWindow::goTo(const QString& anchor) {
         if (contents->item(i)->data(Qt::UserRole).toString() == anchor) {
             const bool marked = contents->currentRow() == i;
             contents->setCurrentRow(i);
-            if (marked) // which tells no change
+            if (marked) // no change is emitted then
                 showTopic(anchor);
             return;
         }
@@ -119,7 +119,7 @@ void HelpWindow::goTo(const QString& anchor) {
 void HelpWindow::find() {
     if (sought->text().isEmpty() || text->find(sought->text()))
         return;
-    text->moveCursor(QTextCursor::Start); // from the beginning again
+    text->moveCursor(QTextCursor::Start); // wraps around
     text->find(sought->text());
 }
 

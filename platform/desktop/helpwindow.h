@@ -10,8 +10,8 @@ class QTextBrowser;
 namespace desktop {
 
 /// Shows the program's help: one HTML text in which each topic is an <h2 id="c12">Title</h2>, 12 being its
-/// context number. Contents on the left, back, and a search that goes from hit to hit. There is one window;
-/// asking again moves it.
+/// context number. It has the contents on the left, a back button and a search from hit to hit. There is one
+/// window, reused by each call.
 class HelpWindow : public QWidget {
     Q_OBJECT
 

@@ -8,14 +8,10 @@
 namespace desktop {
 namespace {
 
-constexpr int noSuchFile = 2;
-constexpr int noProgram = 31;
-constexpr int handedOver = 42;
-
 int openByDesktop(const QString& path) {
     if (!QFileInfo::exists(path))
-        return noSuchFile;
-    return QDesktopServices::openUrl(QUrl::fromLocalFile(path)) ? handedOver : noProgram;
+        return NoSuchFile;
+    return QDesktopServices::openUrl(QUrl::fromLocalFile(path)) ? HandedOver : NoProgram;
 }
 
 } // namespace

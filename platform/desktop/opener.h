@@ -7,11 +7,13 @@
 
 namespace desktop {
 
-/// Opens a file with the program that the desktop has for it. Above 32 when the file was handed over; 2 when
-/// there is no such file, 31 when no program opens it.
+/// Results of openFile; from SmallestSuccess on, the file was handed over.
+enum OpenResult { NoSuchFile = 2, NoProgram = 31, SmallestSuccess = 33, HandedOver = 42 };
+
+/// Opens a file with the desktop's program for it; returns an OpenResult.
 int openFile(const QString& path);
 
-/// Who opens files; a test records here.
+/// Implements openFile; a test replaces it.
 extern std::function<int(const QString&)> openFileHook;
 
 } // namespace desktop

@@ -5,12 +5,12 @@
 
 namespace desktop {
 
-/// Lets the owner alone read and write the file, or enter the folder. False when there is none or the rights
-/// cannot be set, as on a file of another user.
+/// Restricts a file or folder to its owner. False when it does not exist or the permissions cannot be set, as
+/// on another user's file.
 bool keepToOwner(const QString& path);
 
-/// Makes the folder, and those above it that are missing, so that its owner alone can enter; one that is
-/// there is kept to its owner likewise. False when it cannot be made.
+/// Creates the folder and its missing parents, accessible to the owner only; an existing folder is restricted
+/// likewise. False when it cannot be created.
 bool makeOwnersFolder(const QString& path);
 
 } // namespace desktop

@@ -5,12 +5,12 @@ class QWidget;
 
 namespace desktop {
 
-/// Gives a window the size, position and maximised state that it was last remembered with, moved into sight
-/// where the screens are others now. A window that never was remembered stays as it is.
+/// Restores a window's last remembered size, position and maximized state, moved onto the present screens. A
+/// window that was never remembered is left unchanged.
 void restoreWindow(QWidget& window);
 
-/// Remembers them under the window's object name in an ini file in the user's configuration folder. A file
-/// that cannot be written is no error: the window starts as it did before.
+/// Stores them under the window's object name in an ini file in the user's configuration folder. A file that
+/// cannot be written is not an error.
 void rememberWindow(const QWidget& window);
 
 } // namespace desktop

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/excel/application.h"
 
-#include "platform/excel/open_workbook.h"
+#include "platform/excel/openworkbook.h"
 
 #include <QFileInfo>
 
@@ -28,42 +28,42 @@ void Application::setFileShower(FileShower shower) {
     fileShower() = std::move(shower);
 }
 
-Application::Application() : state_(std::make_shared<ApplicationState>()) {}
+Application::Application() : state(std::make_shared<ApplicationState>()) {}
 
 excel::Workbooks Application::Workbooks() const {
-    return excel::Workbooks(state_);
+    return excel::Workbooks(state);
 }
 
 void Application::Quit() {
-    for (const auto& open : openWorkbooks(*state_))
+    for (const auto& open : openWorkbooks(*state))
         open->file.reset();
-    state_->workbooks.clear();
+    state->workbooks.clear();
 }
 
 bool Application::Visible() const {
-    return state_->visible;
+    return state->visible;
 }
 
 void Application::setVisible(bool visible) {
-    state_->visible = visible;
+    state->visible = visible;
     if (!visible || !fileShower())
         return;
-    for (const auto& open : openWorkbooks(*state_))
+    for (const auto& open : openWorkbooks(*state))
         fileShower()(open->file->path());
 }
 
 Workbook Workbooks::Open(const QString& path) const {
     auto open = std::make_shared<OpenWorkbook>();
-    open->application = state_;
+    open->application = state;
     open->file = std::make_unique<biff::BookFile>(path);
     open->name = open->file->name();
-    std::erase_if(state_->workbooks, [](const auto& released) { return released.expired(); });
-    state_->workbooks.push_back(open);
+    std::erase_if(state->workbooks, [](const auto& released) { return released.expired(); });
+    state->workbooks.push_back(open);
     return Workbook(open);
 }
 
 int Workbooks::Count() const {
-    return int(openWorkbooks(*state_).size());
+    return int(openWorkbooks(*state).size());
 }
 
 } // namespace excel

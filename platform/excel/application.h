@@ -9,49 +9,49 @@ namespace excel {
 
 class Workbooks;
 
-// An invisible spreadsheet application that works on files of the Excel 97-2003 format (.xls). It never runs
-// a macro, computes a formula or shows anything. An Application made anew has no workbooks; copies of it, and
-// Workbook::Application(), are the same one. Everything here belongs to one thread.
+/// An invisible spreadsheet application that works on files of the Excel 97-2003 format (.xls). It never runs
+/// a macro, computes a formula or shows anything. A new Application has no workbooks; copies of it, and
+/// Workbook::Application(), are the same one. Everything here belongs to one thread.
 //
-// Objects are handles: copying one is cheap and refers to the same thing, and using one after its workbook
-// was closed throws Error. A workbook that no handle refers to any more is released without saving.
-// All failures are Error; its text is a sentence that names the file.
+/// Objects are handles: copying one is cheap and refers to the same thing, and using one after its workbook
+/// was closed throws Error. A workbook that no handle refers to any more is released without saving.
+/// All failures are Error; its text is a sentence that names the file.
 class Application {
 public:
-    // Opens a file, given by its path, in the desktop's spreadsheet program.
+    /// Opens a file, given by its path, in the desktop's spreadsheet program.
     using FileShower = std::function<void(const QString& path)>;
-    // The hook that setVisible(true) calls. Without one it does nothing.
+    /// Called by setVisible(true), which does nothing without it.
     static void setFileShower(FileShower shower);
 
     Application();
 
     excel::Workbooks Workbooks() const;
-    // Closes every workbook without saving.
+    /// Closes every workbook without saving.
     void Quit();
-    // True hands the file of every open workbook to the desktop's program, in the order of opening, each as
-    // it is on the disk: changes that were not saved do not show. Going back to false hides nothing.
+    /// True passes the file of every open workbook to the desktop's program, in the order of opening, as it
+    /// is on disk, without unsaved changes. False hides nothing.
     void setVisible(bool visible);
     bool Visible() const;
 
 private:
     friend class excel::Workbooks;
     friend class Workbook;
-    explicit Application(std::shared_ptr<ApplicationState> state) : state_(std::move(state)) {}
-    std::shared_ptr<ApplicationState> state_;
+    explicit Application(std::shared_ptr<ApplicationState> shared) : state(std::move(shared)) {}
+    std::shared_ptr<ApplicationState> state;
 };
 
-// The open workbooks of an application.
+/// The open workbooks of an application.
 class Workbooks {
 public:
-    // Opens a file by its full path. Throws Error when it is missing, unreadable, no Excel 97-2003 workbook
-    // (newer or older Excel, OpenDocument, HTML, text), encrypted, or damaged.
+    /// Opens a file by its full path. Throws Error when it is missing, unreadable, no Excel 97-2003 workbook
+    /// (newer or older Excel, OpenDocument, HTML, text), encrypted, or damaged.
     Workbook Open(const QString& path) const;
     int Count() const;
 
 private:
     friend class Application;
-    explicit Workbooks(std::shared_ptr<ApplicationState> state) : state_(std::move(state)) {}
-    std::shared_ptr<ApplicationState> state_;
+    explicit Workbooks(std::shared_ptr<ApplicationState> shared) : state(std::move(shared)) {}
+    std::shared_ptr<ApplicationState> state;
 };
 
 } // namespace excel

@@ -8,7 +8,7 @@ namespace excel::biff {
 constexpr int maxRows = 65536;
 constexpr int maxColumns = 256;
 
-// A cell's place, counted from 0, ordered row by row.
+/// A cell's place, counted from 0, ordered row by row.
 struct Place {
     int row = 0;
     int column = 0;
@@ -20,7 +20,7 @@ struct Place {
     }
 };
 
-// A rectangle of cells, both corners included.
+/// A rectangle of cells, both corners included.
 struct Area {
     Place first;
     Place last;

@@ -3,7 +3,7 @@
 
 #include "platform/excel/bytes.h"
 #include "platform/excel/refusal.h"
-#include "platform/excel/row_height.h"
+#include "platform/excel/rowheight.h"
 #include "platform/excel/text.h"
 
 #include <algorithm>
@@ -37,29 +37,29 @@ bool onlyZerosFrom(const QByteArray& stream, qsizetype at) {
 Book::Book(const QByteArray& stream) {
     cut(stream);
     readSheets();
-    const Records& globals = substreams_[0].records;
-    formats_ = std::make_unique<Formats>(globals);
-    strings_ = std::make_unique<SharedStrings>(globals);
+    const Records& globals = substreams[0].records;
+    formatLists = std::make_unique<Formats>(globals);
+    texts = std::make_unique<SharedStrings>(globals);
     const int dateMode = lastOf(globals, id::DateMode);
-    from1904_ = dateMode >= 0 && get16(globals[size_t(dateMode)].body, 0) == 1;
+    countsFrom1904 = dateMode >= 0 && get16(globals[size_t(dateMode)].body, 0) == 1;
 }
 
 void Book::cut(const QByteArray& stream) {
     int depth = 0;
     size_t count = 0;
     for (qsizetype at = 0; at < stream.size();) {
-        if (depth == 0 && !substreams_.empty() && onlyZerosFrom(stream, at))
-            return; // some programs fill the stream up
+        if (depth == 0 && !substreams.empty() && onlyZerosFrom(stream, at))
+            return; // some programs pad the stream
         const quint16 recordId = get16(stream, at);
         Record record{recordId, slice(stream, at + 4, get16(stream, at + 2)).toByteArray()};
         if (++count > maxRecords || record.body.size() > maxRecordBody)
             damaged(u"the record at offset %1 is too long or one too many"_s.arg(at));
         if (recordId == id::Bof) {
             const quint16 type = substreamType(record, count == 1);
-            if (depth == 0 && (type == globalsType) != substreams_.empty())
+            if (depth == 0 && (type == globalsType) != substreams.empty())
                 damaged(u"the workbook's global part is missing or stands twice"_s);
             if (depth == 0)
-                substreams_.push_back({quint32(at), type, {}});
+                substreams.push_back({quint32(at), type, {}});
             ++depth;
         } else if (depth == 0) {
             damaged(u"the record at offset %1 belongs to no sheet"_s.arg(at));
@@ -70,66 +70,66 @@ void Book::cut(const QByteArray& stream) {
         if (depth > maxDepth)
             damaged(u"its parts are nested too deeply"_s);
         at += 4 + record.body.size();
-        substreams_.back().records.push_back(std::move(record));
+        substreams.back().records.push_back(std::move(record));
     }
-    if (depth != 0 || substreams_.empty())
+    if (depth != 0 || substreams.empty())
         damaged(u"the end of a sheet is missing"_s);
 }
 
 void Book::readSheets() {
     std::map<quint32, size_t> unclaimed; // substreams by offset
-    for (size_t i = 1; i < substreams_.size(); ++i)
-        unclaimed[substreams_[i].offset] = i;
-    for (const Record& record : substreams_[0].records) {
+    for (size_t i = 1; i < substreams.size(); ++i)
+        unclaimed[substreams[i].offset] = i;
+    for (const Record& record : substreams[0].records) {
         if (record.id != id::BoundSheet)
             continue;
         const auto place = unclaimed.find(get32(record.body, 0));
         if (place == unclaimed.end())
             damaged(u"the place of a sheet is wrong"_s);
         const size_t substream = place->second;
-        const bool worksheet = get8(record.body, 5) == 0 && substreams_[substream].type == worksheetType;
-        sheets_.push_back({shortText(record.body, 6), substream, worksheet, nullptr});
+        const bool worksheet = get8(record.body, 5) == 0 && substreams[substream].type == worksheetType;
+        sheets.push_back({shortText(record.body, 6), substream, worksheet, nullptr});
         unclaimed.erase(place);
     }
-    if (sheets_.empty())
+    if (sheets.empty())
         damaged(u"it has no sheet"_s);
 }
 
 int Book::findSheet(QStringView name) const {
-    for (size_t i = 0; i < sheets_.size(); ++i)
-        if (sheets_[i].name.compare(name, Qt::CaseInsensitive) == 0)
+    for (size_t i = 0; i < sheets.size(); ++i)
+        if (sheets[i].name.compare(name, Qt::CaseInsensitive) == 0)
             return int(i);
     return -1;
 }
 
 Sheet& Book::sheet(int sheet) {
-    SheetEntry& entry = sheets_[size_t(sheet)];
+    SheetEntry& entry = sheets[size_t(sheet)];
     if (!entry.worksheet)
         throw Refusal(u"has in \"%1\" no worksheet but a chart or a macro sheet"_s.arg(entry.name));
     if (!entry.taken)
-        entry.taken = std::make_unique<Sheet>(substreams_[entry.substream].records);
+        entry.taken = std::make_unique<Sheet>(substreams[entry.substream].records);
     return *entry.taken;
 }
 
-// The global records with what was added to their lists; the offsets of the sheets are still the old ones.
+/// The global records with the additions to their lists; the offsets of the sheets are still the old ones.
 Records Book::globals() const {
-    Records globals = substreams_[0].records;
-    formats_->writeInto(globals);
-    strings_->writeInto(globals);
+    Records globals = substreams[0].records;
+    formatLists->writeInto(globals);
+    texts->writeInto(globals);
     const int calculation = lastOf(globals, id::RecalculationId);
-    if (valuesChanged_ && calculation >= 0)
+    if (resultsStale && calculation >= 0)
         put32(globals[size_t(calculation)].body, 4, 0);
     return globals;
 }
 
 QByteArray Book::stream() {
-    for (SheetEntry& entry : sheets_)
+    for (SheetEntry& entry : sheets)
         if (entry.taken)
-            fitRowHeights(*entry.taken, *formats_, *strings_);
+            fitRowHeights(*entry.taken, *formatLists, *texts);
     std::vector<Records> parts{globals()};
-    for (size_t i = 1; i < substreams_.size(); ++i)
-        parts.push_back(withoutIndexes(substreams_[i].records));
-    for (SheetEntry& entry : sheets_)
+    for (size_t i = 1; i < substreams.size(); ++i)
+        parts.push_back(withoutIndexes(substreams[i].records));
+    for (SheetEntry& entry : sheets)
         if (entry.taken)
             parts[entry.substream] = entry.taken->records();
     std::vector<quint32> offsets;
@@ -142,7 +142,7 @@ QByteArray Book::stream() {
         for (const Record& record : part)
             offset += 4 + quint32(record.body.size());
     }
-    auto entry = sheets_.begin();
+    auto entry = sheets.begin();
     for (Record& record : parts[0])
         if (record.id == id::BoundSheet)
             put32(record.body, 0, offsets[(entry++)->substream]);

@@ -4,8 +4,8 @@
 #include <QByteArray>
 #include <QByteArrayView>
 
-// Little-endian access to byte strings. Every access checks its bounds and throws Refusal outside them,
-// so a hostile length can never reach memory.
+/// Little-endian access to byte strings. Every access checks its bounds and throws Refusal outside them,
+/// so a hostile length can never reach memory.
 namespace excel::biff {
 
 quint8 get8(QByteArrayView bytes, qsizetype at);

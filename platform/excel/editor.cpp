@@ -2,10 +2,10 @@
 #include "platform/excel/editor.h"
 
 #include "platform/excel/bytes.h"
-#include "platform/excel/cell_value.h"
+#include "platform/excel/cellvalue.h"
 #include "platform/excel/protection.h"
 #include "platform/excel/refusal.h"
-#include "platform/excel/serial_date.h"
+#include "platform/excel/serialdate.h"
 #include "platform/excel/text.h"
 
 #include <cmath>
@@ -15,33 +15,33 @@ using namespace Qt::StringLiterals;
 namespace excel::biff {
 
 quint16 Editor::formatIndex(Place place) const {
-    return sheet_.formatAt(place, book_.formats().defaultIndex());
+    return sheet.formatAt(place, book.formats().defaultIndex());
 }
 
 CellFormat Editor::format(Place place) const {
-    return book_.formats().cellFormat(formatIndex(place));
+    return book.formats().cellFormat(formatIndex(place));
 }
 
 QByteArray Editor::font(Place place) const {
-    return book_.formats().font(format(place).font());
+    return book.formats().font(format(place).font());
 }
 
 Value Editor::value(Place place) const {
-    const Cell* cell = sheet_.cells.find(place);
+    const Cell* cell = sheet.cells.find(place);
     if (!cell)
         return {};
-    Value value = cellValue(*cell, book_.strings());
-    if (value.number() && book_.formats().isDate(format(place).numberFormat()))
-        return fromSerial(*value.number(), book_.from1904());
+    Value value = cellValue(*cell, book.strings());
+    if (value.number() && book.formats().isDate(format(place).numberFormat()))
+        return fromSerial(*value.number(), book.from1904());
     return value;
 }
 
 void Editor::refuseIfProtected(Place place) const {
-    if (sheet_.isProtected())
+    if (sheet.isProtected())
         throw Refusal(u"is protected: cell %1 cannot be changed"_s.arg(place.name()));
 }
 
-// Line ends in a cell are line feeds alone.
+/// Line ends in a cell are single line feeds.
 static Value cellText(const QString& text) {
     QString cell = text;
     cell.replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n');
@@ -58,7 +58,7 @@ void Editor::setValue(Place place, const Value& value) {
     if (value.type() == Value::Type::Text) {
         stored = cellText(value.text());
     } else if (value.type() == Value::Type::Date) {
-        const auto serial = toSerial(value.date(), value.time(), book_.from1904());
+        const auto serial = toSerial(value.date(), value.time(), book.from1904());
         if (!serial)
             throw Refusal(u"cannot take a date before 1900 or after 9999"_s);
         stored = *serial;
@@ -66,17 +66,17 @@ void Editor::setValue(Place place, const Value& value) {
     } else if (value.number() && !std::isfinite(*value.number())) {
         throw Refusal(u"cannot take a number without end"_s);
     }
-    if (book_.formats().cellFormat(format).isStyle())
-        format = book_.formats().intern(book_.formats().clone(format));
-    sheet_.cells.put(place, makeCell(place, format, stored, book_.strings()));
-    sheet_.touchedRows.insert(place.row);
-    sheet_.changed = true;
-    book_.valuesChanged();
+    if (book.formats().cellFormat(format).isStyle())
+        format = book.formats().intern(book.formats().clone(format));
+    sheet.cells.put(place, makeCell(place, format, stored, book.strings()));
+    sheet.touchedRows.insert(place.row);
+    sheet.changed = true;
+    book.valuesChanged();
 }
 
-// A date needs a format that shows one; one the cell has already is kept.
+/// A date needs a date format; an existing one is kept.
 quint16 Editor::formatForDate(quint16 format, QTime time) {
-    Formats& formats = book_.formats();
+    Formats& formats = book.formats();
     if (formats.isDate(formats.cellFormat(format).numberFormat()))
         return format;
     CellFormat changed = formats.clone(format);
@@ -88,55 +88,55 @@ quint16 Editor::formatForDate(quint16 format, QTime time) {
 void Editor::changeFormat(Place place, const std::function<void(CellFormat&)>& change) {
     refuseIfProtected(place);
     const quint16 before = formatIndex(place);
-    CellFormat format = book_.formats().clone(before);
+    CellFormat format = book.formats().clone(before);
     change(format);
-    const quint16 after = book_.formats().intern(format);
+    const quint16 after = book.formats().intern(format);
     if (after != before)
         setFormat(place, after);
 }
 
 void Editor::setFormat(Place place, quint16 format) {
-    if (Cell* cell = sheet_.cells.find(place))
+    if (Cell* cell = sheet.cells.find(place))
         cell->setFormat(format);
     else
-        sheet_.cells.put(place, makeCell(place, format, {}, book_.strings()));
-    sheet_.touchedRows.insert(place.row);
-    sheet_.changed = true;
+        sheet.cells.put(place, makeCell(place, format, {}, book.strings()));
+    sheet.touchedRows.insert(place.row);
+    sheet.changed = true;
 }
 
 void Editor::setFontColour(Place place, quint16 colour) {
-    const quint16 font = book_.formats().fontInColour(format(place).font(), colour);
+    const quint16 font = book.formats().fontInColour(format(place).font(), colour);
     changeFormat(place, [=](CellFormat& format) { format.setFont(font); });
 }
 
 quint16 Editor::plainFormat() {
-    Formats& formats = book_.formats();
+    Formats& formats = book.formats();
     return formats.intern(formats.clone(formats.defaultIndex()));
 }
 
 void Editor::clear(const Area& area) {
     refuseIfProtected(area.first);
     const quint16 plain = plainFormat();
-    sheet_.clear(area, plain, [&formats = std::as_const(book_.formats()), plain](quint16 format) {
+    sheet.clear(area, plain, [&formats = std::as_const(book.formats()), plain](quint16 format) {
         return !formats.cellFormat(format).looksLike(formats.cellFormat(plain));
     });
-    book_.valuesChanged();
+    book.valuesChanged();
 }
 
 void Editor::protect(const QString& password) {
     const quint16 hash = passwordHash(password);
-    if (sheet_.isProtected() && sheet_.passwordHash() != hash)
+    if (sheet.isProtected() && sheet.passwordHash() != hash)
         throw Refusal(u"is protected with another password"_s);
-    if (!sheet_.isProtected())
-        sheet_.protect(hash);
+    if (!sheet.isProtected())
+        sheet.protect(hash);
 }
 
 void Editor::unprotect(const QString& password) {
-    if (!sheet_.isProtected())
+    if (!sheet.isProtected())
         return;
-    if (sheet_.passwordHash() != 0 && sheet_.passwordHash() != passwordHash(password))
+    if (sheet.passwordHash() != 0 && sheet.passwordHash() != passwordHash(password))
         throw Refusal(u"is protected with another password"_s);
-    sheet_.unprotect();
+    sheet.unprotect();
 }
 
 } // namespace excel::biff

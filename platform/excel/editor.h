@@ -6,22 +6,23 @@
 
 namespace excel::biff {
 
-// The operations on the cells of one worksheet. Places count from 0. Each throws Refusal when it cannot be
-// done and leaves the cell as it was. While the sheet is protected, locked cells and all formats are closed.
+/// The operations on the cells of one worksheet. Places count from 0. Each throws Refusal when it is
+/// impossible and leaves the cell unchanged. While the sheet is protected, locked cells and all formats are
+/// read-only.
 class Editor {
 public:
-    Editor(Book& book, int sheet) : book_(book), sheet_(book.sheet(sheet)) {}
+    Editor(Book& workbook, int index) : book(workbook), sheet(workbook.sheet(index)) {}
 
     Value value(Place place) const;
     void setValue(Place place, const Value& value);
     CellFormat format(Place place) const;
     QByteArray font(Place place) const;
-    // Changes the format of one cell; `change` gets a copy that no other cell has.
+    /// Changes the format of one cell; `change` gets a copy that no other cell has.
     void changeFormat(Place place, const std::function<void(CellFormat&)>& change);
     void setFontColour(Place place, quint16 colour);
     void clear(const Area& area);
     void protect(const QString& password);
-    void unprotect(const QString& password); // Refusal for a wrong password
+    void unprotect(const QString& password); ///< Refusal for a wrong password
 
 private:
     quint16 formatIndex(Place place) const;
@@ -30,8 +31,8 @@ private:
     void refuseIfProtected(Place place) const;
     quint16 formatForDate(quint16 format, QTime time);
 
-    Book& book_;
-    Sheet& sheet_;
+    Book& book;
+    Sheet& sheet;
 };
 
 } // namespace excel::biff

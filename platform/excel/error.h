@@ -7,17 +7,17 @@
 
 namespace excel {
 
-// The one failure of this library. The text is a whole sentence for a person; it names the file and says
-// what is wrong with it or with the request.
+/// The one failure of this library. The text is a whole sentence for a person that names the file and what is
+/// wrong with it or with the request.
 class Error : public std::exception {
 public:
-    explicit Error(const QString& text) : text_(text), utf8_(text.toUtf8()) {}
-    const QString& text() const { return text_; }
-    const char* what() const noexcept override { return utf8_.constData(); }
+    explicit Error(const QString& text) : sentence(text), utf8(text.toUtf8()) {}
+    const QString& text() const { return sentence; }
+    const char* what() const noexcept override { return utf8.constData(); }
 
 private:
-    QString text_;
-    QByteArray utf8_;
+    QString sentence;
+    QByteArray utf8;
 };
 
 } // namespace excel

@@ -3,7 +3,7 @@
 
 #include "platform/excel/bytes.h"
 #include "platform/excel/refusal.h"
-#include "platform/excel/serial_date.h"
+#include "platform/excel/serialdate.h"
 #include "platform/excel/text.h"
 
 #include <algorithm>
@@ -19,9 +19,9 @@ constexpr qsizetype cellFormatSize = 20;
 constexpr quint16 missingFontIndex = 4; // no font has this index; the fifth font has index 5
 constexpr quint16 firstOwnNumberFormat = 164;
 
-constexpr size_t leastCellFormats = 16; // fifteen of styles, then that of cells without one of their own
+constexpr size_t leastCellFormats = defaultCellFormat + 1; // the ones before it are styles
 
-// Arial of 10 points, for a workbook that lists no font.
+/// Arial of 10 points, for a workbook that lists no font.
 QByteArray usualFont() {
     QByteArray font;
     for (const quint16 field : {200, 0, 0x7FFF, 400, 0, 0, 0})
@@ -32,7 +32,7 @@ QByteArray usualFont() {
     return font;
 }
 
-// Without lines and colours, locked, for a workbook that lists no cell format.
+/// Without lines and colours, locked, for a workbook that lists no cell format.
 QByteArray usualCellFormat(bool ofStyle) {
     QByteArray format(cellFormatSize, '\0');
     put16(format, 4, ofStyle ? 0xFFF5 : 1);
@@ -64,88 +64,88 @@ quint32 checksum(const std::vector<QByteArray>& cellFormats) {
 Formats::Formats(const Records& globals) {
     for (const Record& record : globals) {
         if (record.id == id::Font) {
-            get16(record.body, 14); // the fixed part must be there
-            fonts_.push_back(record.body);
+            get16(record.body, 14); // the fixed part must be present
+            fonts.push_back(record.body);
         } else if (record.id == id::Xf) {
-            cellFormats_.emplace_back(slice(record.body, 0, cellFormatSize).toByteArray());
+            cellFormats.emplace_back(slice(record.body, 0, cellFormatSize).toByteArray());
         } else if (record.id == id::Format) {
-            numberFormats_[get16(record.body, 0)] = longText(record.body, 2);
+            numberFormats[get16(record.body, 0)] = longText(record.body, 2);
         }
     }
-    if (cellFormats_.size() > 0xFFFF)
+    if (cellFormats.size() > 0xFFFF)
         damaged(u"the list of cell formats is too long"_s);
-    readFonts_ = fonts_.size();
-    readCellFormats_ = cellFormats_.size();
-    if (fonts_.empty())
-        fonts_.push_back(usualFont());
-    while (cellFormats_.size() < leastCellFormats && readCellFormats_ == 0)
-        cellFormats_.push_back(usualCellFormat(cellFormats_.size() + 1 < leastCellFormats));
-    default_ = quint16(std::min<size_t>(15, cellFormats_.size() - 1));
-    for (size_t i = cellFormats_.size(); i-- > 0;)
-        cellFormatIndex_[cellFormats_[i]] = quint16(i);
+    readFonts = fonts.size();
+    readCellFormats = cellFormats.size();
+    if (fonts.empty())
+        fonts.push_back(usualFont());
+    while (cellFormats.size() < leastCellFormats && readCellFormats == 0)
+        cellFormats.push_back(usualCellFormat(cellFormats.size() + 1 < leastCellFormats));
+    cellDefault = quint16(std::min<size_t>(defaultCellFormat, cellFormats.size() - 1));
+    for (size_t i = cellFormats.size(); i-- > 0;)
+        cellFormatIndex[cellFormats[i]] = quint16(i);
 }
 
 CellFormat Formats::cellFormat(quint16 index) const {
-    return CellFormat(cellFormats_[valid(index)]);
+    return CellFormat(cellFormats[valid(index)]);
 }
 
 quint16 Formats::intern(const CellFormat& format) {
-    const auto known = cellFormatIndex_.constFind(format.bytes());
-    if (known != cellFormatIndex_.constEnd())
+    const auto known = cellFormatIndex.constFind(format.bytes());
+    if (known != cellFormatIndex.constEnd())
         return *known;
-    if (cellFormats_.size() >= maxCellFormats)
+    if (cellFormats.size() >= maxCellFormats)
         throw Refusal(u"has too many different cell formats"_s);
-    cellFormats_.push_back(format.bytes());
-    const auto index = quint16(cellFormats_.size() - 1);
-    cellFormatIndex_[format.bytes()] = index;
+    cellFormats.push_back(format.bytes());
+    const auto index = quint16(cellFormats.size() - 1);
+    cellFormatIndex[format.bytes()] = index;
     return index;
 }
 
 QByteArray Formats::font(quint16 index) const {
     const size_t position = index > missingFontIndex ? size_t(index) - 1 : index;
-    return fonts_[position < fonts_.size() ? position : 0];
+    return fonts[position < fonts.size() ? position : 0];
 }
 
 quint16 Formats::fontInColour(quint16 index, quint16 colour) {
     QByteArray wanted = font(index);
     put16(wanted, 4, colour);
-    auto found = std::find(fonts_.begin(), fonts_.end(), wanted);
-    if (found == fonts_.end()) {
-        if (fonts_.size() >= maxFonts)
+    auto found = std::find(fonts.begin(), fonts.end(), wanted);
+    if (found == fonts.end()) {
+        if (fonts.size() >= maxFonts)
             throw Refusal(u"has too many different fonts"_s);
-        found = fonts_.insert(fonts_.end(), wanted);
+        found = fonts.insert(fonts.end(), wanted);
     }
-    const auto position = quint16(found - fonts_.begin());
+    const auto position = quint16(found - fonts.begin());
     return position < missingFontIndex ? position : quint16(position + 1);
 }
 
 bool Formats::isDate(quint16 numberFormat) const {
-    const auto own = numberFormats_.find(numberFormat);
-    if (own != numberFormats_.end())
+    const auto own = numberFormats.find(numberFormat);
+    if (own != numberFormats.end())
         return isDateCode(own->second);
     const auto within = [=](int first, int last) { return numberFormat >= first && numberFormat <= last; };
     return within(14, 22) || within(27, 36) || within(45, 47) || within(50, 58);
 }
 
 quint16 Formats::numberFormat(const QString& code) {
-    for (const auto& [number, known] : numberFormats_)
+    for (const auto& [number, known] : numberFormats)
         if (known == code)
             return number;
-    const quint16 last = numberFormats_.empty() ? 0 : numberFormats_.rbegin()->first;
+    const quint16 last = numberFormats.empty() ? 0 : numberFormats.rbegin()->first;
     if (last == 0xFFFF)
         throw Refusal(u"has too many number formats"_s);
     const quint16 number = std::max<quint16>(firstOwnNumberFormat, quint16(last + 1));
-    numberFormats_[number] = code;
+    numberFormats[number] = code;
     QByteArray body;
     append16(body, number);
-    newNumberFormats_.push_back({id::Format, body + longTextBytes(code)});
+    newNumberFormats.push_back({id::Format, body + longTextBytes(code)});
     return number;
 }
 
 void Formats::writeInto(Records& globals) const {
     const auto sheets =
         std::find_if(globals.begin(), globals.end(), [](const Record& r) { return r.id == id::BoundSheet; });
-    const int before = int(sheets - globals.begin()) - 1; // where the lists go that the workbook lacks
+    const int before = int(sheets - globals.begin()) - 1; // position of lists that the workbook lacks
     const auto insertAfter = [&globals, before](int last, const Records& records) {
         globals.insert(globals.begin() + (last < 0 ? before : last) + 1, records.begin(), records.end());
     };
@@ -155,20 +155,20 @@ void Formats::writeInto(Records& globals) const {
             records.push_back({id, bodies[i]});
         return records;
     };
-    insertAfter(lastOf(globals, id::Xf), added(id::Xf, cellFormats_, readCellFormats_));
-    insertAfter(std::max(lastOf(globals, id::Format), lastOf(globals, id::Font)), newNumberFormats_);
-    insertAfter(lastOf(globals, id::Font), added(id::Font, fonts_, readFonts_));
+    insertAfter(lastOf(globals, id::Xf), added(id::Xf, cellFormats, readCellFormats));
+    insertAfter(std::max(lastOf(globals, id::Format), lastOf(globals, id::Font)), newNumberFormats);
+    insertAfter(lastOf(globals, id::Font), added(id::Font, fonts, readFonts));
     refreshChecksum(globals);
 }
 
-// With a wrong checksum the extended properties (theme colours) of every cell are ignored by readers.
+/// With a wrong checksum, readers ignore the extended properties (theme colours) of every cell.
 void Formats::refreshChecksum(Records& globals) const {
     const int at = lastOf(globals, id::XfCrc);
-    if (at < 0 || cellFormats_.size() == readCellFormats_)
+    if (at < 0 || cellFormats.size() == readCellFormats)
         return;
     QByteArray& body = globals[size_t(at)].body;
-    put16(body, 14, quint16(cellFormats_.size()));
-    put32(body, 16, checksum(cellFormats_));
+    put16(body, 14, quint16(cellFormats.size()));
+    put32(body, 16, checksum(cellFormats));
 }
 
 } // namespace excel::biff

@@ -36,7 +36,7 @@ Record flagRecord(quint16 id, quint16 value) {
     return record;
 }
 
-// Behind the page set-up; failing that, before the columns.
+/// After the page set-up; without one, before the columns.
 qsizetype placeForProtection(const Records& records) {
     const int setup = std::max(lastOf(records, id::PageSetup), lastOf(records, id::HeaderFooter));
     if (setup >= 0)
@@ -63,22 +63,22 @@ quint16 passwordHash(const QString& password) {
     return rotated(hash) ^ quint16(password.size()) ^ 0xCE4B;
 }
 
-// The records stand once in a sheet, most often before its cells.
+/// The records occur once in a sheet, usually before its cells.
 void Sheet::readProtection() {
-    protected_ = valueOf(before_, id::Protect, 0) || valueOf(after_, id::Protect, 1);
-    const quint16 hash = valueOf(before_, id::Password, 0);
-    passwordHash_ = hash ? hash : valueOf(after_, id::Password, 1);
+    protectionOn = valueOf(before, id::Protect, 0) || valueOf(after, id::Protect, 1);
+    const quint16 hash = valueOf(before, id::Password, 0);
+    storedHash = hash ? hash : valueOf(after, id::Password, 1);
 }
 
 void Sheet::protect(quint16 hash) {
     unprotect();
-    // An ObjectProtect of 0 would make some programs take the whole sheet as open: what is off is left out.
+    // Some programs treat a sheet with an ObjectProtect of 0 as unprotected, so records of 0 are omitted.
     Records block{flagRecord(id::Protect, 1), flagRecord(id::ScenarioProtect, 1),
                   flagRecord(id::ObjectProtect, 1)};
     if (hash)
         block.push_back(flagRecord(id::Password, hash));
-    before_.insert(before_.begin() + placeForProtection(before_), block.begin(), block.end());
-    for (Record& record : after_)
+    before.insert(before.begin() + placeForProtection(before), block.begin(), block.end());
+    for (Record& record : after)
         if (record.id == id::SheetProtection && record.body.size() >= allowedActions + 4)
             put32(record.body, allowedActions, get32(record.body, allowedActions) & ~editObjectsAndScenarios);
     readProtection();
@@ -86,8 +86,8 @@ void Sheet::protect(quint16 hash) {
 
 void Sheet::unprotect() {
     changed = true;
-    eraseOwn(before_, isProtection, 0);
-    eraseOwn(after_, isProtection, 1);
+    eraseOwn(before, isProtection, 0);
+    eraseOwn(after, isProtection, 1);
     readProtection();
 }
 

@@ -59,74 +59,74 @@ void forEachCell(const biff::SheetHandle& sheet, const biff::Area& area,
 
 excel::Value Range::Value() const {
     excel::Value value;
-    sheet_.edit(Access::Read, [&](Editor& editor) { value = editor.value(area_.first); });
+    sheet.edit(Access::Read, [&](Editor& editor) { value = editor.value(area.first); });
     return value;
 }
 
 void Range::setValue(const excel::Value& value) const {
-    forEachCell(sheet_, area_, [&](Editor& editor, Place place) { editor.setValue(place, value); });
+    forEachCell(sheet, area, [&](Editor& editor, Place place) { editor.setValue(place, value); });
 }
 
 bool Range::Locked() const {
     bool locked = false;
-    sheet_.edit(Access::Read, [&](Editor& editor) { locked = editor.format(area_.first).locked(); });
+    sheet.edit(Access::Read, [&](Editor& editor) { locked = editor.format(area.first).locked(); });
     return locked;
 }
 
 void Range::setLocked(bool locked) const {
-    forEachCell(sheet_, area_, [=](Editor& editor, Place place) {
+    forEachCell(sheet, area, [=](Editor& editor, Place place) {
         editor.changeFormat(place, [=](CellFormat& format) { format.setLocked(locked); });
     });
 }
 
 bool Range::WrapText() const {
     bool wrapped = false;
-    sheet_.edit(Access::Read, [&](Editor& editor) { wrapped = editor.format(area_.first).wrapped(); });
+    sheet.edit(Access::Read, [&](Editor& editor) { wrapped = editor.format(area.first).wrapped(); });
     return wrapped;
 }
 
 void Range::setWrapText(bool wrap) const {
-    forEachCell(sheet_, area_, [=](Editor& editor, Place place) {
+    forEachCell(sheet, area, [=](Editor& editor, Place place) {
         editor.changeFormat(place, [=](CellFormat& format) { format.setWrapped(wrap); });
     });
 }
 
 void Range::BorderAround(BorderWeight weight, int colorIndex) const {
-    forEachCell(sheet_, area_, [&](Editor& editor, Place place) {
+    forEachCell(sheet, area, [&](Editor& editor, Place place) {
         const CellFormat::LineStyle style = lineStyle(weight);
         const auto colour = quint8(fileColour(colorIndex, automaticLineColour));
         editor.changeFormat(place, [&](CellFormat& format) {
-            if (place.column == area_.first.column)
+            if (place.column == area.first.column)
                 format.setEdge(CellFormat::Left, style, colour);
-            if (place.column == area_.last.column)
+            if (place.column == area.last.column)
                 format.setEdge(CellFormat::Right, style, colour);
-            if (place.row == area_.first.row)
+            if (place.row == area.first.row)
                 format.setEdge(CellFormat::Top, style, colour);
-            if (place.row == area_.last.row)
+            if (place.row == area.last.row)
                 format.setEdge(CellFormat::Bottom, style, colour);
         });
     });
 }
 
 void Range::Clear() const {
-    sheet_.edit(Access::Write, [&](Editor& editor) { editor.clear(area_); });
+    sheet.edit(Access::Write, [&](Editor& editor) { editor.clear(area); });
 }
 
 excel::Font Range::Font() const {
     return excel::Font(*this);
 }
 
-Font::Font(const Range& range) : sheet_(range.sheet_), area_(range.area_) {}
+Font::Font(const Range& range) : sheet(range.sheet), area(range.area) {}
 
 int Font::ColorIndex() const {
     int colour = 0;
-    sheet_.edit(Access::Read, [&](Editor& editor) { colour = biff::get16(editor.font(area_.first), 4); });
+    sheet.edit(Access::Read, [&](Editor& editor) { colour = biff::get16(editor.font(area.first), 4); });
     const int index = colour - paletteOffset;
     return index >= 1 && index <= lastColorIndex ? index : automaticColorIndex;
 }
 
 void Font::setColorIndex(int index) const {
-    forEachCell(sheet_, area_, [=](Editor& editor, Place place) {
+    forEachCell(sheet, area, [=](Editor& editor, Place place) {
         editor.setFontColour(place, fileColour(index, automaticFontColour));
     });
 }

@@ -6,16 +6,16 @@
 
 namespace excel::biff {
 
-// Why a file's content cannot be worked with, as the end of a sentence that begins with the file's name
-// ("is damaged: ..."). The objects on top turn it into an excel::Error.
+/// Why a file's content is rejected, as the end of a sentence that begins with the file's name ("is damaged:
+/// ..."). The public objects turn it into an excel::Error.
 class Refusal : public std::exception {
 public:
-    explicit Refusal(const QString& reason) : reason_(reason) {}
-    const QString& reason() const { return reason_; }
+    explicit Refusal(const QString& reason) : cause(reason) {}
+    const QString& reason() const { return cause; }
     const char* what() const noexcept override { return "the workbook is refused"; }
 
 private:
-    QString reason_;
+    QString cause;
 };
 
 [[noreturn]] inline void damaged(const QString& detail) {

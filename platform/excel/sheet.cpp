@@ -12,7 +12,7 @@ namespace {
 
 constexpr qsizetype dimensionsSize = 14;
 
-// Where the cells of a sheet without cells go: behind everything that must precede them.
+/// The position for the cells of a sheet without cells: after everything that must precede them.
 size_t placeForCells(const Records& records) {
     int last = 0;
     for (const quint16 id :
@@ -29,24 +29,24 @@ Records withoutIndexes(Records records) {
     return records;
 }
 
-Sheet::Sheet(const Records& records) : original_(withoutIndexes(records)) {
+Sheet::Sheet(const Records& records) : original(withoutIndexes(records)) {
     int depth = 0;
     bool inCell = false;
     bool seenCells = false;
-    for (const Record& record : original_) {
+    for (const Record& record : original) {
         depth += record.id == id::Bof;
-        inCell = depth == 1 && (CellTable::holds(record.id) || (inCell && record.id == id::Continue));
+        inCell = depth == 1 && (CellTable::isCellRecord(record.id) || (inCell && record.id == id::Continue));
         if (inCell)
             cells.take(record);
         else
-            (seenCells ? after_ : before_).push_back(record);
+            (seenCells ? after : before).push_back(record);
         seenCells = seenCells || inCell;
         depth -= record.id == id::Eof;
     }
     if (!seenCells) {
-        const auto split = before_.begin() + qsizetype(placeForCells(before_));
-        after_.assign(split, before_.end());
-        before_.erase(split, before_.end());
+        const auto split = before.begin() + qsizetype(placeForCells(before));
+        after.assign(split, before.end());
+        before.erase(split, before.end());
     }
     readProtection();
     readColumns();
@@ -55,11 +55,11 @@ Sheet::Sheet(const Records& records) : original_(withoutIndexes(records)) {
 
 Records Sheet::records() {
     if (!changed)
-        return original_;
+        return original;
     updateDimensions();
-    Records result = before_;
+    Records result = before;
     cells.appendTo(result, defaultRowHeight());
-    result.insert(result.end(), after_.begin(), after_.end());
+    result.insert(result.end(), after.begin(), after.end());
     return result;
 }
 
@@ -68,9 +68,9 @@ void Sheet::updateDimensions() {
     if (used.last.row < 0)
         return;
     auto at =
-        std::find_if(before_.begin(), before_.end(), [](const Record& r) { return r.id == id::Dimensions; });
-    if (at == before_.end())
-        at = before_.insert(at, {id::Dimensions, {}});
+        std::find_if(before.begin(), before.end(), [](const Record& r) { return r.id == id::Dimensions; });
+    if (at == before.end())
+        at = before.insert(at, {id::Dimensions, {}});
     QByteArray& body = at->body;
     Area area = used;
     if (body.size() >= dimensionsSize && get32(body, 0) < get32(body, 4)) {
@@ -89,13 +89,13 @@ void Sheet::updateDimensions() {
 
 quint16 Sheet::defaultRowHeight() const {
     constexpr quint16 usual = 255;
-    const int at = lastOf(before_, id::DefaultRowHeight);
-    return at < 0 || before_[size_t(at)].body.size() < 4 ? usual : get16(before_[size_t(at)].body, 2);
+    const int at = lastOf(before, id::DefaultRowHeight);
+    return at < 0 || before[size_t(at)].body.size() < 4 ? usual : get16(before[size_t(at)].body, 2);
 }
 
 bool Sheet::rowHasFormat(int row) const {
     const QByteArray* body = cells.findRow(row);
-    return body && get16(*body, row_field::flags) & row_field::hasFormat;
+    return body && get16(*body, rowfield::flags) & rowfield::hasFormat;
 }
 
 quint16 Sheet::formatAt(Place place, quint16 plain) const {
@@ -105,7 +105,7 @@ quint16 Sheet::formatAt(Place place, quint16 plain) const {
 
 quint16 Sheet::implicitFormat(Place place, quint16 plain) const {
     if (rowHasFormat(place.row))
-        return get16(*cells.findRow(place.row), row_field::format) & 0x0FFF;
+        return get16(*cells.findRow(place.row), rowfield::format) & 0x0FFF;
     const ColumnInfo* info = column(place.column);
     return info ? info->format() : plain;
 }
@@ -132,18 +132,18 @@ void Sheet::clear(const Area& area, quint16 plain, const std::function<bool(quin
         if (row < area.first.row || row > area.last.row)
             continue;
         touchedRows.insert(row);
-        if (rowHasFormat(row) && differs(get16(body, row_field::format) & 0x0FFF))
+        if (rowHasFormat(row) && differs(get16(body, rowfield::format) & 0x0FFF))
             putBlanks({{row, area.first.column}, {row, area.last.column}}, plain);
     }
     splitColumns(area);
-    for (ColumnInfo& info : columns_)
+    for (ColumnInfo& info : columnInfos)
         if (info.first >= area.first.column && info.last <= area.last.column && differs(info.format()))
             clearColumnFormat(info, area, plain);
     writeColumns();
 }
 
-// A column's format covers all rows. When the smaller part of them is kept, that part gets cells of its own
-// and the column becomes plain; otherwise the cleared part gets plain cells.
+/// A column's format covers all rows. When the smaller part of them is kept, that part gets cells of its own
+/// and the column becomes plain; otherwise the cleared part gets plain cells.
 void Sheet::clearColumnFormat(ColumnInfo& info, const Area& area, quint16 plain) {
     if (area.last.row < maxRows - 1 || area.first.row > area.rows()) {
         putBlanks({{area.first.row, info.first}, {area.last.row, info.last}}, plain);

@@ -64,24 +64,24 @@ QByteArray longTextBytes(const QString& text) {
     return bytes;
 }
 
-ChunkReader::ChunkReader(std::vector<QByteArray> chunks) : chunks_(std::move(chunks)) {
-    for (const QByteArray& chunk : chunks_)
-        left_ += quint64(chunk.size());
+ChunkReader::ChunkReader(std::vector<QByteArray> parts) : chunks(std::move(parts)) {
+    for (const QByteArray& chunk : chunks)
+        left += quint64(chunk.size());
 }
 
 void ChunkReader::toNextChunk() {
-    while (chunk_ < chunks_.size() && at_ == chunks_[chunk_].size()) {
-        ++chunk_;
-        at_ = 0;
+    while (current < chunks.size() && at == chunks[current].size()) {
+        ++current;
+        at = 0;
     }
-    if (chunk_ == chunks_.size())
+    if (current == chunks.size())
         damaged(u"a text runs past the end of its record"_s);
 }
 
 quint8 ChunkReader::u8() {
     toNextChunk();
-    --left_;
-    return get8(chunks_[chunk_], at_++);
+    --left;
+    return get8(chunks[current], at++);
 }
 
 quint16 ChunkReader::u16() {
@@ -95,13 +95,13 @@ quint32 ChunkReader::u32() {
 }
 
 void ChunkReader::skip(quint64 count) {
-    if (count > left_)
+    if (count > left)
         damaged(u"a text runs past the end of its record"_s);
-    left_ -= count;
+    left -= count;
     while (count > 0) {
         toNextChunk();
-        const auto step = std::min<quint64>(count, quint64(chunks_[chunk_].size() - at_));
-        at_ += qsizetype(step);
+        const auto step = std::min<quint64>(count, quint64(chunks[current].size() - at));
+        at += qsizetype(step);
         count -= step;
     }
 }
@@ -109,16 +109,16 @@ void ChunkReader::skip(quint64 count) {
 QString ChunkReader::characters(int count, quint8 flags) {
     QString text;
     while (count > 0) {
-        if (chunk_ < chunks_.size() && at_ == chunks_[chunk_].size())
+        if (current < chunks.size() && at == chunks[current].size())
             flags = u8();
         toNextChunk();
         const int width = flags & wideFlag ? 2 : 1;
-        const auto fit = std::min<qsizetype>(count, (chunks_[chunk_].size() - at_) / width);
+        const auto fit = std::min<qsizetype>(count, (chunks[current].size() - at) / width);
         if (fit == 0)
             damaged(u"a character is cut in two"_s);
-        text += decode(slice(chunks_[chunk_], at_, fit * width), width == 2);
-        at_ += fit * width;
-        left_ -= quint64(fit * width);
+        text += decode(slice(chunks[current], at, fit * width), width == 2);
+        at += fit * width;
+        left -= quint64(fit * width);
         count -= int(fit);
     }
     return text;

@@ -5,44 +5,44 @@
 
 #include <QString>
 
-// Texts inside records: a count of UTF-16 units, a flags byte, and the characters, one byte each (Latin-1)
-// or two (UTF-16). Where content runs over into Continue records the width of a text may change.
+/// Texts inside records: a count of UTF-16 units, a flags byte, and the characters, one byte each (Latin-1)
+/// or two (UTF-16). The width of a text may change where it is continued in a Continue record.
 namespace excel::biff {
 
-constexpr int maxCellText = 32767; // UTF-16 units
+constexpr int maxCellText = 32767; ///< UTF-16 units
 
-// A text with a count of one byte (sheet and font names), within one record.
+/// A text with a count of one byte (sheet and font names), within one record.
 QString shortText(const QByteArray& body, qsizetype at);
-// A text with a count of two bytes (formats, labels). Of one that its record cuts off there is the part that
-// is there; an empty one may lack its flags.
+/// A text with a count of two bytes (formats, labels). One cut off by its record is returned as far as it
+/// goes; an empty one may lack its flags.
 QString longText(const QByteArray& body, qsizetype at);
 
 bool isLatin1(QStringView text);
 void appendCharacters(QByteArray& bytes, QStringView text, bool wide);
 QByteArray longTextBytes(const QString& text);
 
-// Reads content that is spread over a record and its Continue records.
+/// Reads content that is spread over a record and its Continue records.
 class ChunkReader {
 public:
-    explicit ChunkReader(std::vector<QByteArray> chunks);
+    explicit ChunkReader(std::vector<QByteArray> parts);
     quint8 u8();
     quint16 u16();
     quint32 u32();
     void skip(quint64 count);
-    size_t chunk() const { return chunk_; } // where the next byte is read
-    qsizetype offset() const { return at_; }
-    // Characters after a flags byte; at the edge of a chunk a new flags byte is taken.
+    size_t chunk() const { return current; } ///< where the next byte is read
+    qsizetype offset() const { return at; }
+    /// Characters after a flags byte; each further chunk begins with a new flags byte.
     QString characters(int count, quint8 flags);
-    // A text with a count of two bytes and, after it, whatever its flags announce: runs of fonts and
-    // phonetic text are skipped. `plain` tells that there were none.
+    /// A text with a count of two bytes. Font runs and phonetic text announced by its flags are skipped;
+    /// `plain` is set when there are none.
     QString richText(bool* plain = nullptr);
 
 private:
     void toNextChunk();
-    std::vector<QByteArray> chunks_;
-    size_t chunk_ = 0;
-    qsizetype at_ = 0;
-    quint64 left_ = 0;
+    std::vector<QByteArray> chunks;
+    size_t current = 0;
+    qsizetype at = 0;
+    quint64 left = 0;
 };
 
 } // namespace excel::biff

@@ -40,34 +40,34 @@ QString errorName(quint8 code) {
 
 Value::Value(const QString& text) {
     if (!text.isEmpty())
-        content_ = text;
+        content = text;
 }
 
 Value Value::boolean(bool value) {
     Value result;
-    result.content_ = value;
+    result.content = value;
     return result;
 }
 
 Value Value::error(quint8 code) {
     Value result;
-    result.content_ = ErrorCode{code};
+    result.content = ErrorCode{code};
     return result;
 }
 
 QString Value::text() const {
     switch (type()) {
     case Type::Text:
-        return std::get<QString>(content_);
+        return std::get<QString>(content);
     case Type::Number:
-        return numberText(std::get<double>(content_));
+        return numberText(std::get<double>(content));
     case Type::Date:
         return date().toString(u"dd/MM/yyyy"_s) +
                (time() == QTime(0, 0) ? QString() : time().toString(u" hh:mm:ss"_s));
     case Type::Boolean:
-        return std::get<bool>(content_) ? u"TRUE"_s : u"FALSE"_s;
+        return std::get<bool>(content) ? u"TRUE"_s : u"FALSE"_s;
     case Type::Error:
-        return errorName(std::get<ErrorCode>(content_).code);
+        return errorName(std::get<ErrorCode>(content).code);
     case Type::Blank:
         break;
     }
@@ -75,22 +75,22 @@ QString Value::text() const {
 }
 
 std::optional<double> Value::number() const {
-    const double* number = std::get_if<double>(&content_);
+    const double* number = std::get_if<double>(&content);
     return number ? std::optional(*number) : std::nullopt;
 }
 
 QDate Value::date() const {
-    const Moment* moment = std::get_if<Moment>(&content_);
+    const Moment* moment = std::get_if<Moment>(&content);
     return moment ? moment->date : QDate();
 }
 
 QTime Value::time() const {
-    const Moment* moment = std::get_if<Moment>(&content_);
+    const Moment* moment = std::get_if<Moment>(&content);
     return moment ? moment->time : QTime();
 }
 
 std::optional<bool> Value::truth() const {
-    const bool* truth = std::get_if<bool>(&content_);
+    const bool* truth = std::get_if<bool>(&content);
     return truth ? std::optional(*truth) : std::nullopt;
 }
 

@@ -3,7 +3,7 @@
 
 #include "platform/excel/application.h"
 #include "platform/excel/error.h"
-#include "platform/excel/open_workbook.h"
+#include "platform/excel/openworkbook.h"
 
 using namespace Qt::StringLiterals;
 
@@ -18,20 +18,20 @@ OpenWorkbook& checkedOpen(const std::shared_ptr<OpenWorkbook>& open) {
 }
 
 OpenWorkbook& Workbook::open() const {
-    return checkedOpen(open_);
+    return checkedOpen(shared);
 }
 
 Worksheet Workbook::Worksheets(const QString& name) const {
     biff::Book& book = open().file->book();
     const int sheet = book.findSheet(name);
     if (sheet < 0)
-        throw Error(u"The file \"%1\" has no sheet \"%2\"."_s.arg(open_->name, name));
+        throw Error(u"The file \"%1\" has no sheet \"%2\"."_s.arg(shared->name, name));
     try {
         book.sheet(sheet);
     } catch (const biff::Refusal& refusal) {
-        throw Error(u"The file \"%1\" %2."_s.arg(open_->name, refusal.reason()));
+        throw Error(u"The file \"%1\" %2."_s.arg(shared->name, refusal.reason()));
     }
-    return Worksheet(biff::SheetHandle(open_, sheet));
+    return Worksheet(biff::SheetHandle(shared, sheet));
 }
 
 QString Workbook::FullName() const {
@@ -56,13 +56,13 @@ void Workbook::SaveAs(const QString& path) const {
 void Workbook::Close(bool saveChanges) const {
     if (!isOpen())
         return;
-    if (saveChanges && open_->changed)
+    if (saveChanges && shared->changed)
         Save();
-    open_->file.reset();
+    shared->file.reset();
 }
 
 bool Workbook::isOpen() const {
-    return open_ && open_->file;
+    return shared && shared->file;
 }
 
 } // namespace excel

@@ -8,34 +8,34 @@ namespace excel {
 class Application;
 struct ApplicationState;
 
-// One open .xls file. Changes are in memory until they are saved.
+/// One open .xls file. Changes are in memory until they are saved.
 class Workbook {
 public:
-    Workbook() = default; // refers to no workbook
+    Workbook() = default; ///< refers to no workbook
 
-    // The sheet of that name, in any case. Throws Error when there is none, when it is a chart or macro
-    // sheet, or when its records are damaged.
+    /// The sheet of that name, in any case. Throws Error when there is none, when it is a chart or macro
+    /// sheet, or when its records are damaged.
     Worksheet Worksheets(const QString& name) const;
-    // The path it was opened from or saved to last.
+    /// The path it was opened from or last saved to.
     QString FullName() const;
     excel::Application Application() const;
 
-    // Writes the file anew: beside it first, then in its place. Throws Error and leaves the old file whole
-    // when that fails, when the file is read-only, or when another program changed it since it was opened.
+    /// Rewrites the file: beside it first, then in its place. Throws Error and leaves the old file intact
+    /// when that fails, when the file is read-only, or when another program changed it since it was opened.
     void Save() const;
-    // The same under another path; the workbook belongs to that file from then on. A file there is replaced.
+    /// The same under another path; the workbook belongs to that file from then on. A file there is replaced.
     void SaveAs(const QString& path) const;
-    // Ends the work on the file. With saveChanges it is saved first, when there are changes; a failure to
-    // save throws and leaves it open. Closing what is closed does nothing.
+    /// Closes the file. With saveChanges, changes are saved first; a failure to save throws and leaves it
+    /// open. Closing twice does nothing.
     void Close(bool saveChanges = false) const;
-    // True while the handle refers to a workbook that is not closed.
+    /// True while the handle refers to a workbook that is not closed.
     bool isOpen() const;
 
 private:
     friend class Workbooks;
-    explicit Workbook(std::shared_ptr<OpenWorkbook> open) : open_(std::move(open)) {}
+    explicit Workbook(std::shared_ptr<OpenWorkbook> open) : shared(std::move(open)) {}
     OpenWorkbook& open() const;
-    std::shared_ptr<OpenWorkbook> open_;
+    std::shared_ptr<OpenWorkbook> shared;
 };
 
 } // namespace excel

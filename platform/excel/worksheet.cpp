@@ -3,7 +3,7 @@
 
 #include "platform/excel/editor.h"
 #include "platform/excel/error.h"
-#include "platform/excel/open_workbook.h"
+#include "platform/excel/openworkbook.h"
 #include "platform/excel/protection.h"
 
 #include <QRegularExpression>
@@ -16,18 +16,18 @@ namespace excel {
 namespace biff {
 
 OpenWorkbook& SheetHandle::workbook() const {
-    return checkedOpen(open_);
+    return checkedOpen(shared);
 }
 
 void SheetHandle::edit(Access access, const std::function<void(Editor&)>& work) const {
     OpenWorkbook& open = workbook();
     Book& book = open.file->book();
     try {
-        Editor editor(book, sheet_);
+        Editor editor(book, index);
         work(editor);
     } catch (const Refusal& refusal) {
-        throw Error(u"Sheet \"%1\" of the file \"%2\" %3."_s.arg(book.sheetName(sheet_), open.name,
-                                                                 refusal.reason()));
+        throw Error(
+            u"Sheet \"%1\" of the file \"%2\" %3."_s.arg(book.sheetName(index), open.name, refusal.reason()));
     }
     open.changed = open.changed || access == Access::Write;
 }
@@ -36,7 +36,7 @@ void SheetHandle::edit(Access access, const std::function<void(Editor&)>& work) 
 
 namespace {
 
-// The place of an address of one cell such as "B3"; {-1, -1} for any other text.
+/// The place of an address of one cell such as "B3"; {-1, -1} for any other text.
 biff::Place placeOf(const QString& address) {
     static const QRegularExpression form(u"^([A-Za-z]{1,2})([1-9][0-9]{0,4})$"_s);
     const QRegularExpressionMatch match = form.match(address);
@@ -56,7 +56,7 @@ bool isInSheet(biff::Place place) {
 } // namespace
 
 QString Worksheet::Name() const {
-    return sheet_.workbook().file->book().sheetName(sheet_.sheet());
+    return sheet.workbook().file->book().sheetName(sheet.sheet());
 }
 
 excel::Range Worksheet::Cells(int row, int column) const {
@@ -64,8 +64,8 @@ excel::Range Worksheet::Cells(int row, int column) const {
     if (!isInSheet(place))
         throw Error(
             u"Row %1, column %2 lies outside sheet \"%3\" of the file \"%4\"."_s.arg(row).arg(column).arg(
-                Name(), sheet_.workbook().name));
-    return {sheet_, {place, place}};
+                Name(), sheet.workbook().name));
+    return {sheet, {place, place}};
 }
 
 excel::Range Worksheet::Range(const QString& address) const {
@@ -77,22 +77,22 @@ excel::Range Worksheet::Range(const QString& from, const QString& to) const {
     const biff::Place b = placeOf(to);
     if (!isInSheet(a) || !isInSheet(b))
         throw Error(u"\"%1:%2\" are no cells of sheet \"%3\" of the file \"%4\"."_s.arg(
-            from, to, Name(), sheet_.workbook().name));
-    return {sheet_,
+            from, to, Name(), sheet.workbook().name));
+    return {sheet,
             {{std::min(a.row, b.row), std::min(a.column, b.column)},
              {std::max(a.row, b.row), std::max(a.column, b.column)}}};
 }
 
 bool Worksheet::IsProtected() const {
-    return sheet_.workbook().file->book().sheet(sheet_.sheet()).isProtected();
+    return sheet.workbook().file->book().sheet(sheet.sheet()).isProtected();
 }
 
 void Worksheet::Protect(const QString& password) const {
-    sheet_.edit(biff::Access::Write, [&](biff::Editor& editor) { editor.protect(password); });
+    sheet.edit(biff::Access::Write, [&](biff::Editor& editor) { editor.protect(password); });
 }
 
 void Worksheet::Unprotect(const QString& password) const {
-    sheet_.edit(biff::Access::Write, [&](biff::Editor& editor) { editor.unprotect(password); });
+    sheet.edit(biff::Access::Write, [&](biff::Editor& editor) { editor.unprotect(password); });
 }
 
 } // namespace excel

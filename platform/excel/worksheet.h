@@ -5,35 +5,35 @@
 
 namespace excel {
 
-// A sheet of cells in a workbook.
+/// A sheet of cells in a workbook.
 class Worksheet {
 public:
-    Worksheet() = default; // refers to no sheet
+    Worksheet() = default; ///< refers to no sheet
 
-    // The name as the workbook has it.
+    /// The name as the workbook has it.
     QString Name() const;
-    // Rows of a sheet of this format: 65536.
+    /// Rows of a sheet of this format: 65536.
     int RowCount() const { return biff::maxRows; }
 
-    // The cell in that row and column, counted from 1 (rows to 65536, columns to 256); Error beyond.
+    /// The cell in that row and column, counted from 1 (rows to 65536, columns to 256); Error beyond.
     excel::Range Cells(int row, int column) const;
-    // The cells of an address such as "B3" or "A14:G65536", in any case; Error for any other text.
+    /// The cells of an address such as "B3" or "A14:G65536", in any case; Error for any other text.
     excel::Range Range(const QString& address) const;
     excel::Range Range(const QString& from, const QString& to) const;
 
-    // Protection: locked cells keep their contents, and all cells their formats. Passwords are up to 15
-    // ASCII characters and may be empty; case counts. The file holds 16 bits of a password: it keeps out
-    // mistakes, not attackers.
+    /// Protection: locked cells keep their contents, and all cells their formats. Passwords are up to 15
+    /// ASCII characters and may be empty; case counts. The file stores a 16-bit hash of the password: it
+    /// prevents mistakes, not attacks.
     bool IsProtected() const;
-    // Error when the sheet is protected with another password; nothing happens when it is with this one.
+    /// Error when the sheet is protected with another password; nothing happens when it is with this one.
     void Protect(const QString& password) const;
-    // Error for a wrong password, the sheet stays protected; nothing happens when it is not protected.
+    /// Error for a wrong password, the sheet stays protected; nothing happens when it is not protected.
     void Unprotect(const QString& password) const;
 
 private:
     friend class Workbook;
-    explicit Worksheet(biff::SheetHandle sheet) : sheet_(std::move(sheet)) {}
-    biff::SheetHandle sheet_;
+    explicit Worksheet(biff::SheetHandle handle) : sheet(std::move(handle)) {}
+    biff::SheetHandle sheet;
 };
 
 } // namespace excel

@@ -7,14 +7,14 @@
 
 namespace forms {
 
-/// Where the program's "today" comes from; a test puts its own day here.
+/// Source of the program's "today"; a test replaces it.
 inline std::function<QDate()> todayHook = [] { return QDate::currentDate(); };
 
 inline QDate today() {
     return todayHook();
 }
 
-/// Where the program's "now" comes from, the names of its backup copies for one.
+/// Source of the program's "now"; a test replaces it.
 inline std::function<QDateTime()> nowHook = [] { return QDateTime::currentDateTime(); };
 
 } // namespace forms

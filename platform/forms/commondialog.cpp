@@ -11,9 +11,7 @@ using namespace Qt::StringLiterals;
 namespace forms {
 namespace {
 
-constexpr int severalFiles = 512;
-
-/// The hourglass of the form that asks does not hang over the dialog.
+/// The form's hourglass must not stay over the dialog.
 QStringList chosenIn(QFileDialog& box) {
     QGuiApplication::setOverrideCursor(Qt::ArrowCursor);
     const bool accepted = box.exec() == QDialog::Accepted;
@@ -23,12 +21,12 @@ QStringList chosenIn(QFileDialog& box) {
 
 QString askForFile(const CommonDialog& dialog) {
     QFileDialog box(QApplication::activeWindow());
-    box.setFileMode(dialog.Flags & severalFiles ? QFileDialog::ExistingFiles : QFileDialog::ExistingFile);
+    box.setFileMode(dialog.Flags & AllowMultiselect ? QFileDialog::ExistingFiles : QFileDialog::ExistingFile);
     box.setNameFilter(qtFilter(dialog.Filter));
     return chosenIn(box).join(u'\n');
 }
 
-/// Asks before a file is replaced that the shown folder has.
+/// Asks before an existing file is replaced.
 QString askForNewFile(const CommonDialog& dialog) {
     QFileDialog box(QApplication::activeWindow());
     box.setAcceptMode(QFileDialog::AcceptSave);
@@ -61,7 +59,7 @@ void CommonDialog::ShowSave() {
     take(saveFileHook(*this));
 }
 
-/// Either separator ends a folder, whatever platform the path comes from.
+/// Paths may come from any platform, so either separator is accepted.
 void CommonDialog::take(const QString& answer) {
     FileName = answer;
     const bool several = answer.contains(u'\n');

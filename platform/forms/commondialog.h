@@ -8,6 +8,12 @@
 
 namespace forms {
 
+/// Bits of CommonDialog::Flags. The read-only box is never shown, with HideReadOnly or without.
+enum FileFlag { HideReadOnly = 4, AllowMultiselect = 512 };
+
+/// Values of CommonDialog::HelpCommand: the topic of HelpContext, or the contents.
+enum HelpRequest { HelpTopic = 1, HelpContents = 11 };
+
 /// The user cancelled a dialog whose CancelError is set.
 class DialogCancelled : public std::exception {
 public:
@@ -20,24 +26,22 @@ class CommonDialog {
 public:
     /// Pairs of a description and a pattern, all separated by bars: "Workbooks|*.xls|All files|*".
     QString Filter;
-    /// Bits: 4 hides the read-only box (it is never shown), 512 allows several files, 8192 asks before
-    /// creating.
-    int Flags = 0;
+    int Flags = 0;            ///< bits of FileFlag
     bool CancelError = false; ///< a cancel throws DialogCancelled
-    /// Where the dialog for saving begins; empty: the current folder.
+    /// Initial folder of the dialog for saving; empty: the current folder.
     QString InitDir;
-    /// What the user chose: one full path a line; empty when cancelled.
+    /// The chosen files: one full path a line; empty when cancelled.
     QString FileName;
     /// The name in FileName without its folder; empty when there are several or none.
     QString FileTitle;
 
     QString HelpFile;
-    int HelpCommand = 0; ///< 1 the topic of HelpContext, 11 the contents
+    int HelpCommand = 0; ///< a HelpRequest; 0 until one is set
     int HelpContext = 0;
 
-    /// Asks for a file to open. The answer stands in FileName.
+    /// Asks for a file to open. The answer is put into FileName.
     void ShowOpen();
-    /// Asks for a name to save under. The answer stands in FileName as it was typed: no suffix is added.
+    /// Asks for a name to save under. The answer is put into FileName as typed: no suffix is added.
     void ShowSave();
     void ShowHelp();
 
@@ -45,12 +49,12 @@ private:
     void take(const QString& answer);
 };
 
-/// Who asks for files and who shows help; the program and tests put theirs here.
+/// Ask for files and show help; the program and tests replace them.
 extern std::function<QString(const CommonDialog&)> openFileHook;
 extern std::function<QString(const CommonDialog&)> saveFileHook;
 extern std::function<void(const CommonDialog&)> helpHook;
 
-/// The filter as Qt's file dialog takes it.
+/// The filter in the format of Qt's file dialog.
 QString qtFilter(const QString& filter);
 
 } // namespace forms

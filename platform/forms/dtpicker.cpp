@@ -19,7 +19,7 @@ namespace {
 const QDate first{1900, 1, 1};
 const QDate last{2100, 12, 31};
 
-/// Whether the focus goes only until a menu or another window gives it back.
+/// Whether the focus is lost only until a menu or another window returns it.
 bool isForAWhile(const QFocusEvent& event) {
     return event.reason() == Qt::PopupFocusReason || event.reason() == Qt::MenuBarFocusReason ||
            (event.reason() == Qt::ActiveWindowFocusReason && !QApplication::activeWindow());
@@ -103,7 +103,7 @@ bool DTPicker::requireDates(std::initializer_list<DTPicker*> pickers) {
     return true;
 }
 
-/// Red in the ground, which the text stays readable on in any theme.
+/// A red background on which the text is readable in any theme.
 void DTPicker::mark(bool unreadable) {
     marked = unreadable;
     QPalette colours;
@@ -156,7 +156,7 @@ void DTPicker::focusInEvent(QFocusEvent* event) {
         lineEdit()->selectAll();
 }
 
-/// The first click selects the text, the next ones place the caret.
+/// The first click selects the text, later ones place the caret.
 bool DTPicker::eventFilter(QObject* watched, QEvent* event) {
     if (watched == lineEdit() && event->type() == QEvent::MouseButtonRelease &&
         std::exchange(entered, false) && !lineEdit()->hasSelectedText())

@@ -2,7 +2,6 @@
 #include "platform/forms/flexgrid.h"
 
 #include "platform/forms/celltip.h"
-#include "platform/forms/screen.h"
 #include "platform/forms/treeview.h"
 
 #include <QDragEnterEvent>
@@ -43,10 +42,6 @@ MSHFlexGrid::MSHFlexGrid(QWidget* parent) : QTableView(parent), cells(new FlexGr
     });
 }
 
-int MSHFlexGrid::toTwipsOf(int pixels) {
-    return toTwips(pixels);
-}
-
 void MSHFlexGrid::setRows(int count) {
     cells->setRows(count);
     moveTo(row, col);
@@ -64,7 +59,7 @@ void MSHFlexGrid::moveTo(int toRow, int toCol) {
     showCursor();
 }
 
-/// Lays the view's current cell under the cursor.
+/// Makes the cursor's cell the view's current one.
 void MSHFlexGrid::showCursor() {
     movingCursor = true;
     const QModelIndex index = cells->indexOf(row, col);
@@ -161,7 +156,7 @@ void MSHFlexGrid::mousePressEvent(QMouseEvent* event) {
     Q_EMIT MouseDown();
 }
 
-/// A press that slips to another cell still belongs to the cell where it began: the cursor stays there.
+/// A press that moves to another cell still belongs to the cell where it began: the cursor stays there.
 void MSHFlexGrid::mouseMoveEvent(QMouseEvent* event) {
     if (event->buttons() == Qt::NoButton)
         QTableView::mouseMoveEvent(event);
@@ -171,7 +166,7 @@ void MSHFlexGrid::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton)
         return;
     QTableView::mouseReleaseEvent(event);
-    const bool clicked = pressed.isValid(); // wherever it is let go: the press has moved the cursor
+    const bool clicked = pressed.isValid(); // wherever it is released: the press has moved the cursor
     pressed = {};
     if (clicked)
         Q_EMIT Click();
@@ -182,7 +177,7 @@ void MSHFlexGrid::mouseDoubleClickEvent(QMouseEvent* event) {
         return;
     const QModelIndex index = indexAt(event->position().toPoint());
     const bool onOneCell = index.isValid() && index == firstPressed;
-    QTableView::mouseDoubleClickEvent(event); // a press of its own on another cell
+    QTableView::mouseDoubleClickEvent(event); // on another cell this is a press
     if (onOneCell)
         Q_EMIT DblClick();
 }
@@ -197,7 +192,7 @@ void MSHFlexGrid::keyPressEvent(QKeyEvent* event) {
     Q_EMIT Click();
 }
 
-/// Whatever keys are held, the cell that is pressed is the marked one.
+/// The pressed cell becomes the marked one whatever keys are held.
 QItemSelectionModel::SelectionFlags MSHFlexGrid::selectionCommand(const QModelIndex& index,
                                                                   const QEvent*) const {
     const bool marks = index.isValid() && selectionMode() != NoSelection;

@@ -2,14 +2,15 @@
 #pragma once
 
 #include "platform/forms/flexgridmodel.h"
+#include "platform/forms/screen.h"
 
 #include <QTableView>
 
 namespace forms {
 
-/// A grid of texts that is driven by a cursor (Row, Col) and cannot be typed into. Row 0 is the head row,
-/// column 0 the fixed column. Rows and columns count from 0, widths and positions are twips. The cell under
-/// the cursor is the marked one. However the user moves the cursor, MouseDown and Click follow.
+/// A grid of texts with a cursor (Row, Col); it cannot be typed into. Row 0 is the head row, column 0 the
+/// fixed column. Rows and columns count from 0, widths and positions are twips. The cell under the cursor is
+/// the marked one. However the user moves the cursor, MouseDown and Click follow.
 class MSHFlexGrid : public QTableView {
     Q_OBJECT
 
@@ -17,10 +18,10 @@ public:
     explicit MSHFlexGrid(QWidget* parent = nullptr);
 
     int Rows() const { return cells->rows(); }
-    /// New rows are empty; the cursor of a row that goes moves to the last one left.
+    /// New rows are empty; when its row is removed the cursor moves to the last remaining one.
     void setRows(int count);
     int Cols() const { return cells->columns(); }
-    /// One fixed column unless told otherwise.
+    /// One fixed column by default.
     void setCols(int count, int fixedColumns = 1);
     int Row() const { return row; }
     void setRow(int value) { moveTo(value, col); }
@@ -44,7 +45,7 @@ public:
     void setCellBackColor(const QColor& color);
     QColor CellBackColor() const { return cells->cell(row, col).back; }
 
-    int gridWidth() const { return toTwipsOf(width()); }
+    int gridWidth() const { return toTwips(width()); }
     int ColWidth(int column) const;
     /// The column keeps its share of the grid's width when the grid is resized; 0 hides it.
     void setColWidth(int column, int twips);
@@ -59,12 +60,13 @@ public:
 Q_SIGNALS:
     /// A press of the left button on a cell or the head row, or a key that has moved the cursor.
     void MouseDown();
-    /// The button was let go, or a key has moved the cursor. The other buttons and the ground emit nothing.
+    /// The left button was released, or a key has moved the cursor. The other buttons and the empty area emit
+    /// nothing.
     void Click();
-    /// On a cell; the ground below the last row tells nothing.
+    /// On a cell; the empty area below the last row emits nothing.
     void DblClick();
     void Scroll();
-    /// A node dragged from a tree was let go over the grid.
+    /// A node dragged from a tree was dropped on the grid.
     void DragDrop();
 
 protected:
@@ -84,7 +86,6 @@ protected:
     void dropEvent(QDropEvent* event) override;
 
 private:
-    static int toTwipsOf(int pixels);
     void applyWidths();
     void showCursor();
 
@@ -93,9 +94,9 @@ private:
     int col = 1;
     int mouseRow = 0;
     QModelIndex pressed;
-    QPersistentModelIndex firstPressed; // cell of the last press, the first of a double click
+    QPersistentModelIndex firstPressed; ///< cell of the last press, the first of a double click
     bool movingCursor = false;
-    QHash<int, double> shares; // of the grid's width, by column
+    QHash<int, double> shares; ///< of the grid's width, by column
 };
 
 } // namespace forms

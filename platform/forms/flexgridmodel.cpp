@@ -20,7 +20,7 @@ QVariant valueOf(const FlexGridModel::Cell& cell, int role) {
     }
     case Qt::BackgroundRole:
         return cell.back.isValid() ? QVariant(cell.back) : QVariant();
-    case Qt::ForegroundRole: // a coloured cell keeps its text readable in a dark theme
+    case Qt::ForegroundRole: // keeps the text of a coloured cell readable in a dark theme
         return cell.back.isValid() ? QVariant(QColor(Qt::black)) : QVariant();
     default:
         return {};
@@ -62,11 +62,11 @@ void FlexGridModel::removeRow(int row) {
 
 const FlexGridModel::Cell& FlexGridModel::cell(int row, int column) const {
     static const Cell outside;
-    return holds(row, column) ? cells[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)]
-                              : outside;
+    return contains(row, column) ? cells[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)]
+                                 : outside;
 }
 
-void FlexGridModel::tell(int row, int column) {
+void FlexGridModel::emitChanged(int row, int column) {
     if (row == 0) {
         if (column >= fixed)
             Q_EMIT headerDataChanged(Qt::Horizontal, column - fixed, column - fixed);
@@ -79,7 +79,8 @@ void FlexGridModel::tell(int row, int column) {
 }
 
 QModelIndex FlexGridModel::indexOf(int row, int column) const {
-    return row >= 1 && column >= fixed && holds(row, column) ? index(row - 1, column - fixed) : QModelIndex();
+    return row >= 1 && column >= fixed && contains(row, column) ? index(row - 1, column - fixed)
+                                                                : QModelIndex();
 }
 
 int FlexGridModel::rowCount(const QModelIndex& parent) const {

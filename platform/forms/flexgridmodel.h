@@ -18,7 +18,7 @@ public:
         QString text;
         bool centred = false;
         bool bold = false;
-        QColor back; // invalid: the view's own
+        QColor back; ///< invalid: the view's own
     };
 
     using QAbstractTableModel::QAbstractTableModel;
@@ -29,16 +29,16 @@ public:
     void setRows(int count);
     void setColumns(int count, int fixedCount);
     void removeRow(int row);
-    bool holds(int row, int column) const {
+    bool contains(int row, int column) const {
         return row >= 0 && row < rows() && column >= 0 && column < columnTotal;
     }
     const Cell& cell(int row, int column) const;
     /// Changes a cell; outside the grid nothing is changed.
     template <class Change> void change(int row, int column, Change what) {
-        if (!holds(row, column))
+        if (!contains(row, column))
             return;
         what(cells[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)]);
-        tell(row, column);
+        emitChanged(row, column);
     }
     /// The view's index of a cell; invalid for a fixed one.
     QModelIndex indexOf(int row, int column) const;
@@ -50,7 +50,7 @@ public:
 
 private:
     using Row = std::vector<Cell>;
-    void tell(int row, int column);
+    void emitChanged(int row, int column);
 
     std::vector<Row> cells{std::vector<Row>(2, Row(2))};
     int columnTotal = 2;

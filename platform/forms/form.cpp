@@ -89,7 +89,7 @@ void Form::setHeight(int twips) {
         keepInSight();
 }
 
-/// Moves and, where it must, shrinks the window so that all of it lies within its area.
+/// Moves and, if necessary, shrinks the window to fit into its area.
 void Form::keepInSight() {
     const QRect within = area();
     QWidget* window = frame();
@@ -174,7 +174,7 @@ bool Form::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::ShortcutOverride)
         return claimShortcut(key);
     if (QAbstractButton* button = buttonOf(key, target)) {
-        if (auto* typing = qobject_cast<DTPicker*>(target)) // the button keeps the focus where it is
+        if (auto* typing = qobject_cast<DTPicker*>(target)) // a press does not move the focus
             typing->readText();
         button->click();
         return true;

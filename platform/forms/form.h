@@ -21,16 +21,16 @@ class Form : public QWidget {
 public:
     enum class Kind { SubWindow, Dialog };
 
-    /// The area in which sub-windows live; without one they are windows of their own.
+    /// The area of the sub-windows; without one they are top-level windows.
     static void setHost(QMdiArea* area);
 
     ~Form() override;
 
-    /// Shows the form without a lock and brings it to the front.
+    /// Shows the form modelessly and brings it to the front.
     void Show();
-    /// Shows the form as a dialog and returns when it is unloaded.
+    /// Shows the form modally and returns when it is unloaded.
     void ShowModal();
-    /// Asks onQueryUnload, then closes the window and drops the form. False when that refuses.
+    /// Asks onQueryUnload, then closes the window and deletes the form. False when the query refuses.
     bool Unload();
 
     QString Caption() const { return windowTitle(); }
@@ -48,7 +48,7 @@ public:
     int ScreenHeight() const { return toTwips(area().height()); }
 
     int MousePointer() const { return pointer; }
-    /// One of MousePointer; 0 is the default pointer.
+    /// One of MousePointer.
     void setMousePointer(int shape);
 
 protected:
@@ -58,8 +58,8 @@ protected:
     /// The form became the active window.
     virtual void onActivate() {}
     virtual void onQueryUnload(bool& cancel) { Q_UNUSED(cancel) }
-    /// A key pressed anywhere in the form, before its controls see it. True keeps it from them. Esc unloads
-    /// the form.
+    /// A key pressed anywhere in the form, before its controls see it. True keeps the key from them. Esc
+    /// unloads the form.
     virtual bool onKeyDown(int key);
 
     /// Puts the form into its window and runs onLoad; called once, by the default instance.
@@ -85,11 +85,11 @@ private:
     bool unloading = false;
 };
 
-/// A form with one default instance that any code reaches by the form's class. Base is Form, or the class
-/// that several forms share.
+/// A form with one default instance, accessible through the form's class. Base is Form, or a common base of
+/// several forms.
 template <class Self, class Base = Form> class DefaultForm : public Base {
 public:
-    /// The default instance: made and loaded at its first use, gone after it is unloaded.
+    /// The default instance: created and loaded at its first use, deleted after it is unloaded.
     static Self& instance() {
         if (!current) {
             current = new Self;

@@ -20,7 +20,7 @@ void ComboBox::Clear() {
 void ComboBox::AddItem(const QString& text) {
     const int before = currentIndex();
     addItem(text);
-    setCurrentIndex(before); // the first entry would else pick itself
+    setCurrentIndex(before); // otherwise the first entry would be picked
 }
 
 void ComboBox::setListIndex(int index) {
@@ -103,11 +103,11 @@ void ListBox::mouseDoubleClickEvent(QMouseEvent* event) {
     secondOfDouble = true;
     QListWidget::mouseDoubleClickEvent(event);
     const bool onOtherEntry = !secondOfDouble && itemAt(event->position().toPoint());
-    if (!onOtherEntry) // which is a press like any other
+    if (!onOtherEntry) // which counts as a press
         Q_EMIT DblClick();
 }
 
-/// The cursor comes with the focus, so that an arrow key would skip its entry.
+/// The cursor arrives with the focus, so that an arrow key would skip its entry.
 bool ListBox::choosesCurrentFirst(const QKeyEvent& event) const {
     const bool toNeighbour =
         event.key() == Qt::Key_Down || event.key() == Qt::Key_Up || event.key() == Qt::Key_Home;

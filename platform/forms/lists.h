@@ -6,8 +6,8 @@
 
 namespace forms {
 
-/// A drop-down list. Click is told when the user picks an entry, also the one that is picked already, and
-/// when code moves ListIndex to another entry; adding entries picks none.
+/// A drop-down list. Click is emitted when the user picks an entry, even the current one, and when code moves
+/// ListIndex to another entry; adding entries picks none.
 class ComboBox : public QComboBox {
     Q_OBJECT
 
@@ -17,7 +17,7 @@ public:
     void Clear();
     void AddItem(const QString& text);
     int ListCount() const { return count(); }
-    /// The picked entry from 0, or -1.
+    /// Index of the picked entry from 0, or -1.
     int ListIndex() const { return currentIndex(); }
     void setListIndex(int index);
     QString List(int index) const { return itemText(index); }
@@ -27,8 +27,8 @@ Q_SIGNALS:
     void Click();
 
 protected:
-    /// The wheel turns pages and picks nothing: a pick by accident would drop what was typed for the entry
-    /// before.
+    /// The wheel scrolls and picks nothing: an accidental pick would lose what was typed for the previous
+    /// entry.
     void wheelEvent(QWheelEvent* event) override;
 };
 
@@ -76,9 +76,9 @@ protected:
 private:
     bool choosesCurrentFirst(const QKeyEvent& event) const;
 
-    bool pressed = false; // by the left button, where a press means something
+    bool pressed = false; ///< by the left button, where a press has an effect
     QList<QListWidgetItem*> chosenAtPress;
-    bool secondOfDouble = false; // the release that ends a double click is no click of its own
+    bool secondOfDouble = false; ///< the release that ends a double click is not a click
 };
 
 } // namespace forms

@@ -49,7 +49,7 @@ void ListView::setColumns(const std::vector<Column>& columns) {
 }
 
 void ListView::setItems(std::vector<QStringList> rows) {
-    if (items->holds(rows))
+    if (items->shows(rows))
         clearSelection();
     else
         items->setRows(std::move(rows));
@@ -112,13 +112,13 @@ void ListView::mouseReleaseEvent(QMouseEvent* event) {
 void ListView::mouseDoubleClickEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton)
         return;
-    QTreeView::mouseDoubleClickEvent(event); // the release that ends it is no click of its own
+    QTreeView::mouseDoubleClickEvent(event); // the release that ends it is not a click
     if (indexAt(event->position().toPoint()).isValid())
         Q_EMIT DblClick();
 }
 
 void ListView::contextMenuEvent(QContextMenuEvent* event) {
-    event->accept(); // the right button tells when it is let go
+    event->accept(); // the right button is reported on release
     if (event->reason() != QContextMenuEvent::Keyboard)
         return;
     const QRect row = visualRect(currentIndex()).intersected(viewport()->rect());
@@ -135,7 +135,7 @@ void ListView::keyPressEvent(QKeyEvent* event) {
         event->key() == Qt::Key_Down || event->key() == Qt::Key_Up || event->key() == Qt::Key_Home;
     const bool choosing = !(event->modifiers() & Qt::ControlModifier);
     if (toNeighbour && choosing && before >= 0 && !selectionModel()->hasSelection()) {
-        setSelected(before, true); // the cursor came with the focus; the first key chooses and does not skip
+        setSelected(before, true); // the cursor arrived with the focus; the key must not skip its row
         Q_EMIT Click();
         return;
     }

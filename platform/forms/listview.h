@@ -11,9 +11,9 @@ namespace forms {
 class ListViewModel;
 
 /// A list of items in report view: each item is a row of texts, the item's own text in column 0 and its
-/// sub-items in the columns behind. The texts cannot be typed into. Rows and columns count from 0. Filling
-/// costs the same for the view whatever the number of rows. Several rows can be chosen (as in a list box of
-/// extended selection) unless the form sets SingleSelection.
+/// sub-items in the columns after it. The texts are read-only. Rows and columns count from 0. The cost of
+/// filling does not depend on the number of rows. Several rows can be chosen (as in a list box of extended
+/// selection) unless the form sets SingleSelection.
 class ListView : public QTreeView {
     Q_OBJECT
 
@@ -29,13 +29,13 @@ public:
     void setColumns(const std::vector<Column>& columns);
 
     void Clear() { setItems({}); }
-    /// Replaces all rows; nothing is chosen afterwards. A row may hold fewer texts than there are columns.
-    /// Rows that stand already are not drawn anew: the list does not scroll back to its beginning.
+    /// Replaces all rows; nothing is chosen afterwards. A row may have fewer texts than there are columns.
+    /// Setting the same rows again does not scroll the list back to its beginning.
     void setItems(std::vector<QStringList> rows);
-    /// Adds one row at the end. Many rows go in at once with setItems.
+    /// Adds one row at the end. Use setItems for many rows.
     void AddItem(const QStringList& row);
     int ListCount() const;
-    /// The empty text outside the list.
+    /// Empty outside the list.
     QString Text(int row, int column = 0) const;
 
     /// The chosen rows in the order of the list.
@@ -52,11 +52,11 @@ Q_SIGNALS:
     /// button, or moved to another row by keys.
     /// The first arrow key in a list without a chosen row chooses the row under the cursor.
     void Click();
-    /// On a row; the head and the ground below the last row tell nothing.
+    /// On a row; the head and the empty area below the last row emit nothing.
     void DblClick();
     void KeyDown(int key);
-    /// The right button was let go anywhere over the list, after the row under it was chosen, or the menu key
-    /// was pressed; the position is the screen's.
+    /// The right button was released anywhere over the list, after the row under it was chosen, or the menu
+    /// key was pressed; the position is the screen's.
     void RightClick(const QPoint& globalPosition);
 
 protected:
@@ -72,7 +72,7 @@ private:
     void applyWidths();
 
     ListViewModel* items;
-    std::vector<double> shares; // by column
+    std::vector<double> shares; ///< by column
     bool applyingWidths = false;
     bool pressedOnRow = false;
     std::vector<int> chosenAtPress;

@@ -19,9 +19,9 @@ public:
     void setRowHeight(int height) { rowHeight = height; }
     void setHeads(const QStringList& columnHeads);
     void setRows(std::vector<QStringList> newRows);
-    bool holds(const std::vector<QStringList>& otherRows) const { return rows == otherRows; }
+    bool shows(const std::vector<QStringList>& otherRows) const { return rows == otherRows; }
     void addRow(const QStringList& row);
-    /// The empty text outside the list.
+    /// Empty outside the list.
     QString text(int row, int column) const;
 
     int rowCount(const QModelIndex& parent = {}) const override;

@@ -44,7 +44,7 @@ Answer showMessage(const Message& message) {
     default:
         box.setStandardButtons(QMessageBox::Ok);
     }
-    // The hourglass of the form that asks does not hang over the question.
+    // The form's hourglass must not stay over the question.
     QGuiApplication::setOverrideCursor(Qt::ArrowCursor);
     const int pressed = box.exec();
     QGuiApplication::restoreOverrideCursor();

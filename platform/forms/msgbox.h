@@ -15,7 +15,7 @@ inline constexpr int yesNo = 4;
 inline constexpr int retryCancel = 5;
 inline constexpr int critical = 16;
 inline constexpr int information = 64;
-inline constexpr int noIcon = 80; ///< a sum that names no icon: the message shows none
+inline constexpr int noIcon = 80; ///< not a valid icon: the message shows none
 /// Enter presses the second button: for a question whose first one loses something.
 inline constexpr int secondButton = 256;
 inline constexpr int rightAligned = 524288;
@@ -32,10 +32,10 @@ struct Message {
 /// Shows a message and waits for its answer. Esc answers Cancel, or No where there is no Cancel.
 Answer msgBox(const QString& text, int style = style::okOnly, const QString& title = {});
 
-/// The application's own title, of messages that have none of their own.
+/// The title of messages without one of their own.
 extern QString applicationTitle;
 
-/// Who shows the messages; a test puts a recorder here.
+/// Shows the messages; a test replaces it.
 extern std::function<Answer(const Message&)> messageHook;
 
 } // namespace forms

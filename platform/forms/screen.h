@@ -3,7 +3,7 @@
 
 namespace forms {
 
-/// Positions and sizes of forms and columns are told in twips: 15 of them are one logical pixel.
+/// Positions and sizes of forms and columns are in twips: 15 of them are one logical pixel.
 inline constexpr int twipsPerPixel = 15;
 
 constexpr int toPixels(int twips) {

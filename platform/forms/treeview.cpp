@@ -36,7 +36,7 @@ void TreeView::startDrag(Qt::DropActions) {
 
 void TreeView::mouseDoubleClickEvent(QMouseEvent* event) {
     QTreeWidget::mouseDoubleClickEvent(event);
-    // On the arrow of a folder it opens and closes, and means no node.
+    // On a folder's arrow it expands or collapses, without choosing a node.
     const QPoint at = event->position().toPoint();
     const bool onArrow = indexAt(at).isValid() && !visualRect(indexAt(at)).contains(at);
     if (event->button() == Qt::LeftButton && !onArrow)

@@ -14,7 +14,7 @@ class TreeView : public QTreeWidget {
     Q_OBJECT
 
 public:
-    /// What a dragged node carries: its text.
+    /// MIME type of a dragged node; its data is the node's text.
     static constexpr const char* nodeMimeType = "application/x-gaugewell-node";
 
     explicit TreeView(QWidget* parent = nullptr);
@@ -22,7 +22,7 @@ public:
     /// The chosen node, or null.
     QTreeWidgetItem* SelectedItem() const;
 
-    /// Who runs a drag until the node is let go; a test drops the node itself.
+    /// Runs a drag until the node is dropped; a test replaces it.
     static std::function<void(QDrag&)> dragHook;
 
 Q_SIGNALS:

@@ -17,7 +17,7 @@ namespace {
 
 constexpr int longestQuery = 5000;    // ms
 constexpr int longestStart = 5000;    // ms
-constexpr int longestHandOver = 4000; // ms; a client that still runs then shows its window
+constexpr int longestHandOver = 4000; // ms; a client still running then has shown its window
 
 bool askDesktop() {
     if (!qEnvironmentVariableIsEmpty("MAILER"))
@@ -40,7 +40,7 @@ QString reasonOf(int exitCode) {
     }
 }
 
-/// Waits for the end while the windows are painted; the user's keys and clicks are kept for later.
+/// Waits for the end while windows are repainted; user input is queued.
 void waitFor(QProcess& process) {
     QEventLoop loop;
     QObject::connect(&process, &QProcess::finished, &loop, &QEventLoop::quit);
@@ -52,8 +52,8 @@ void waitFor(QProcess& process) {
         loop.exec(QEventLoop::ExcludeUserInputEvents);
 }
 
-/// Lets go of a client that lasts as long as its window, also beyond the end of this program: a QProcess that
-/// is destroyed takes its program along, so these are destroyed only when that has ended.
+/// Releases a client that runs as long as its window, possibly longer than this program: destroying a
+/// QProcess kills its process, so it is destroyed only after the process has ended.
 void toLetRunOn(QProcess* process) {
     static QList<QProcess*>& running = *new QList<QProcess*>;
     running << process;
@@ -87,7 +87,7 @@ QString encoded(const QString& text) {
     return QString::fromLatin1(QUrl::toPercentEncoding(text, "@"));
 }
 
-/// Line ends as a mailto address has them.
+/// Line ends as required in a mailto address.
 QString withNetworkLineEnds(QString text) {
     return text.replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n').replace(u"\n"_s, u"\r\n"_s);
 }

@@ -9,7 +9,7 @@
 
 namespace mapi {
 
-/// Thrown by what fails here; the text is a sentence for a person.
+/// Thrown by every operation of this library that fails; the text is a sentence for a person.
 class Failure : public std::exception {
 public:
     explicit Failure(const QString& text) : description(text), utf8(text.toUtf8()) {}
@@ -21,7 +21,7 @@ private:
     QByteArray utf8;
 };
 
-/// A composed message as the user's mail client gets it.
+/// A composed message as passed to the user's mail client.
 struct Mail {
     QString subject;
     QString text;
@@ -30,19 +30,19 @@ struct Mail {
     QString attachmentPath; ///< empty for no attachment
 };
 
-/// Whether the user has a mail client: one that the desktop has for mailto, or the one named by MAILER.
+/// Whether the user has a mail client: the desktop's for mailto, or the one named by MAILER.
 bool hasClient();
 
 /// Opens the message in the user's mail client, which sends nothing by itself. Returns when the client has
-/// taken it over or, for a client that lasts as long as its window, a few seconds after it was started.
-/// Throws Failure when the client does not start, reports a failure or that the user gave up.
+/// accepted it or, for a client that runs as long as its window, a few seconds after its start. Throws
+/// Failure when the client does not start, fails or is cancelled by the user.
 void compose(const Mail& mail);
 
-/// The arguments with which xdg-email gets the message: none of its texts can be taken for an option or for
-/// a second field. Throws Failure for an attachment that is not there or whose path xdg-email garbles.
+/// The arguments of xdg-email for the message, in which no text can be taken for an option or a second field.
+/// Throws Failure for an attachment that is missing or whose path xdg-email garbles.
 QStringList emailArguments(const Mail& mail);
 
-/// Who knows the client and who is the client; a test puts its own here.
+/// Implement hasClient and compose; a test replaces them.
 extern std::function<bool()> hasClientHook;
 extern std::function<void(const Mail&)> composeHook;
 

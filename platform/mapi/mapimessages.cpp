@@ -8,17 +8,15 @@ using namespace Qt::StringLiterals;
 namespace mapi {
 
 void MAPIMessages::setAction(int action) {
-    constexpr int compose = 6;
-    constexpr int sendByDialog = 2;
     if (SessionID == 0)
         throw Failure(u"There is no mail session."_s);
-    if (action == compose) {
+    if (action == Compose) {
         MsgSubject.clear();
         MsgNoteText.clear();
         AttachmentName.clear();
         AttachmentPathName.clear();
         RecipDisplayName.clear();
-    } else if (action == sendByDialog) {
+    } else if (action == SendByDialog) {
         mapi::compose({MsgSubject, MsgNoteText, RecipDisplayName, AttachmentName, AttachmentPathName});
     } else {
         throw Failure(u"A message has no action %1."_s.arg(action));

@@ -6,12 +6,10 @@
 namespace mapi {
 
 void MAPISession::setAction(int action) {
-    constexpr int signOn = 1;
-    constexpr int signOff = 2;
     static int lastSession = 0;
-    if (action == signOn)
+    if (action == SignOn)
         SessionID = ++lastSession;
-    else if (action == signOff)
+    else if (action == SignOff)
         SessionID = 0;
     else
         throw Failure(QStringLiteral("A mail session has no action %1.").arg(action));

@@ -3,10 +3,12 @@
 
 namespace mapi {
 
+enum SessionAction { SignOn = 1, SignOff = 2 };
+
 /// A session with the mail client.
 class MAPISession {
 public:
-    /// 1 signs on, 2 signs off. Throws Failure for any other action.
+    /// A SessionAction; throws Failure for any other number.
     void setAction(int action);
     /// Not 0 while signed on.
     int SessionID = 0;

@@ -35,6 +35,6 @@ protected:
     Replaced<crystal::previewHook> preview{[this](const auto& run, const QString& windowTitle, int state) {
         shown = run;
         title = windowTitle;
-        EXPECT_EQ(state, 2);
+        EXPECT_EQ(state, crystal::MaximizedWindow);
     }};
 };

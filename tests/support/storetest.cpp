@@ -51,7 +51,7 @@ void StoreTest::SetUp() {
     toForgetBackup();
     ASSERT_TRUE(toCreateDSN(u"gwl"_s, strDatabasePath));
     toOpenConnection();
-    ASSERT_EQ(cnnMain->State(), 1);
+    ASSERT_EQ(cnnMain->State(), ado::StateOpen);
     MDIMain::instance().show();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&MDIMain::instance()));
 }

@@ -74,7 +74,7 @@ protected:
     void whileLocked(const std::function<void()>& step) {
         runRaw(QStringLiteral("pragma busy_timeout = 1"));
         other.ConnectionString = toConnectionText();
-        if (other.State() == 0)
+        if (other.State() == ado::StateClosed)
             other.Open();
         other.session()->prepare({QStringLiteral("begin exclusive"), {}}).step();
         messages.expectBeginning(QStringLiteral("Error : 5\r\n"));
@@ -95,7 +95,7 @@ protected:
         messages.expectTitled((name == u"Acme" ? QStringLiteral("The customer Acme")
                                                : u"The respondent " + name + u" of Acme") +
                                   u" is no longer in the database. Nothing has been changed.",
-                              16);
+                              forms::style::critical);
         step();
         EXPECT_EQ(messages.left(), 0);
         EXPECT_EQ(storeRows(*cnnMain), before);

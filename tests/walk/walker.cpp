@@ -73,7 +73,7 @@ QString Walker::chooseFile(const forms::CommonDialog& dialog) {
             home.filePath(anyOf(QStringList{u"new.xls"_s, u"Ann's.xls"_s, u"plain"_s, u"template.xls"_s}));
     else if (!oneIn(3) && !files.isEmpty())
         chosen = home.filePath(anyOf(files));
-    if (dialog.Flags == 512 && !files.isEmpty())
+    if (dialog.Flags == forms::AllowMultiselect && !files.isEmpty())
         chosen = home.filePath(files.first()) + u'\n' + home.filePath(files.last());
     note(u"file dialog: "_s + chosen.section(u'/', -1));
     return chosen;

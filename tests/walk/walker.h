@@ -67,7 +67,8 @@ private:
     Replaced<forms::openFileHook> openDialog{[this](const auto& dialog) { return chooseFile(dialog); }};
     Replaced<forms::saveFileHook> saveDialog{[this](const auto& dialog) { return chooseFile(dialog); }};
     Replaced<forms::helpHook> help{[](const auto&) {}};
-    Replaced<desktop::openFileHook> opener{[this](const QString&) { return oneIn(2) ? 42 : 2; }};
+    Replaced<desktop::openFileHook> opener{
+        [this](const QString&) { return oneIn(2) ? desktop::HandedOver : desktop::NoSuchFile; }};
     Replaced<mapi::hasClientHook> client{[this] { return oneIn(2); }};
     Replaced<mapi::composeHook> composer{[](const auto&) {}};
     Replaced<crystal::previewHook> preview{[](const auto&, const QString&, int) {}};

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/excel/book_file.h"
+#include "platform/excel/bookfile.h"
 
 #include "platform/excel/error.h"
 #include "platform/excel/refusal.h"
@@ -22,7 +22,7 @@ bool looksLikeText(const QByteArray& file) {
     });
 }
 
-// Workbooks of Excel 4 and older are bare record streams that begin with the record 09.
+/// Workbooks of Excel 4 and older are bare record streams that begin with the record 09.
 bool isBareRecordStream(const QByteArray& file) {
     return file.size() >= 4 && file[0] == 0x09 && (file[1] == 0 || file[1] == 2 || file[1] == 4) &&
            file[3] == 0;
@@ -71,17 +71,17 @@ QString describeForeignFile(const QByteArray& file) {
     return u"is no Excel workbook"_s;
 }
 
-BookFile::BookFile(const QString& path) : path_(path) {
+BookFile::BookFile(const QString& path) : filePath(path) {
     noteDiskState();
     parse(readWhole(path));
 }
 
-BookFile::BookFile(const QString& path, const QByteArray& content) : path_(path) {
+BookFile::BookFile(const QString& path, const QByteArray& content) : filePath(path) {
     parse(content);
 }
 
 QString BookFile::name() const {
-    return QFileInfo(path_).fileName();
+    return QFileInfo(filePath).fileName();
 }
 
 void BookFile::parse(const QByteArray& content) {
@@ -89,49 +89,49 @@ void BookFile::parse(const QByteArray& content) {
         const QString foreign = describeForeignFile(content);
         if (!foreign.isEmpty())
             throw Refusal(foreign);
-        container_ = CompoundFile::parse(content);
-        stream_ = container_.findStream(u"Workbook");
-        if (stream_ < 0)
-            stream_ = container_.findStream(u"Book"); // the name of Excel 95, used by other programs too
-        const bool encrypted = container_.findStream(u"EncryptedPackage") >= 0;
-        if (stream_ < 0 && encrypted)
+        compound = CompoundFile::parse(content);
+        bookStream = compound.findStream(u"Workbook");
+        if (bookStream < 0)
+            bookStream = compound.findStream(u"Book"); // the name of Excel 95, used by other programs too
+        const bool encrypted = compound.findStream(u"EncryptedPackage") >= 0;
+        if (bookStream < 0 && encrypted)
             throw Refusal(u"is a newer Excel workbook (.xlsx) that is encrypted with a password"_s);
-        if (stream_ < 0)
+        if (bookStream < 0)
             throw Refusal(u"holds no workbook; it belongs to another program"_s);
-        book_ = std::make_unique<Book>(container_.data(stream_));
+        workbook = std::make_unique<Book>(compound.data(bookStream));
     } catch (const Refusal& refusal) {
-        refuse(path_, refusal.reason());
+        refuse(filePath, refusal.reason());
     }
 }
 
 QByteArray BookFile::content() {
-    container_.setData(stream_, book_->stream());
+    compound.setData(bookStream, workbook->stream());
     // A second copy of the workbook for Excel 95 would now be out of date.
-    const int old = container_.findStream(u"Book");
-    if (old >= 0 && old != stream_)
-        container_.setData(old, {});
-    QByteArray file = container_.serialize();
+    const int old = compound.findStream(u"Book");
+    if (old >= 0 && old != bookStream)
+        compound.setData(old, {});
+    QByteArray file = compound.serialize();
     if (file.size() > CompoundFile::maxFileSize)
         throw Refusal(u"would become larger than 64 MB, which cannot be read"_s);
     return file;
 }
 
 void BookFile::noteDiskState() {
-    const QFileInfo info(path_);
-    diskTime_ = info.lastModified();
-    diskSize_ = info.exists() ? info.size() : -1;
+    const QFileInfo info(filePath);
+    diskTime = info.lastModified();
+    diskSize = info.exists() ? info.size() : -1;
 }
 
 void BookFile::refuseIfChangedOnDisk() const {
-    const QFileInfo info(path_);
-    if (info.exists() && (info.lastModified() != diskTime_ || info.size() != diskSize_))
-        refuse(path_, u"was changed by another program in the meantime and is not overwritten"_s);
+    const QFileInfo info(filePath);
+    if (info.exists() && (info.lastModified() != diskTime || info.size() != diskSize))
+        refuse(filePath, u"was changed by another program in the meantime and is not overwritten"_s);
 }
 
 void BookFile::save(const QString& path) {
-    if (path == path_)
+    if (path == filePath)
         refuseIfChangedOnDisk();
-    // Asked of the marks, since the superuser may write anything.
+    // Checked by the permissions, since root may write anything.
     constexpr auto writable = QFileDevice::WriteOwner | QFileDevice::WriteGroup | QFileDevice::WriteOther;
     if (QFile::exists(path) && !(QFile::permissions(path) & writable))
         refuse(path, u"is read-only and cannot be overwritten"_s);
@@ -142,11 +142,11 @@ void BookFile::save(const QString& path) {
         refuse(path, refusal.reason());
     }
     QSaveFile file(path);
-    // A full disk shows at flush() only; commit() alone would put a cut-off file in the old one's place.
+    // A full disk is detected only by flush(); commit() alone would replace the old file by a truncated one.
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush() ||
         !file.commit())
         refuse(path, u"could not be saved, what was there before is unchanged: %1"_s.arg(file.errorString()));
-    path_ = path;
+    filePath = path;
     noteDiskState();
 }
 

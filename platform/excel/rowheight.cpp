@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/excel/row_height.h"
+#include "platform/excel/rowheight.h"
 
 #include "platform/excel/bytes.h"
-#include "platform/excel/cell_value.h"
+#include "platform/excel/cellvalue.h"
 #include "platform/excel/formats.h"
-#include "platform/excel/shared_strings.h"
+#include "platform/excel/sharedstrings.h"
 #include "platform/excel/sheet.h"
 
 #include <algorithm>
@@ -17,16 +17,15 @@ namespace excel::biff {
 namespace {
 
 constexpr int maxHeight = 8190;               // twips
-constexpr qsizetype mostWrapped = 20'000'000; // characters, in one sheet; far beyond any questionnaire
+constexpr qsizetype mostWrapped = 20'000'000; // characters, in one sheet; more than any questionnaire has
 constexpr double lineSpacing = 1.275;         // height of a line to that of its font
-constexpr int cellPadding = 182;              // 1/256 of a digit's width
 constexpr quint16 bold = 700;
 
 int fontHeight(const QByteArray& font) {
     return get16(font, 0);
 } // twips
 
-// Digits of the cell's font that fit into a line of the cell.
+/// Digits of the cell's font that fit into a line of the cell.
 double lineWidth(const Sheet& sheet, int column, const QByteArray& font, const QByteArray& baseFont) {
     const ColumnInfo* info = sheet.column(column);
     const int width = info ? int(info->width()) : sheet.defaultColumnWidth();
@@ -40,8 +39,8 @@ bool isHidden(const Sheet& sheet, int column) {
     return info && info->hidden();
 }
 
-// Lines of a text, up to those that the highest row holds. Beyond the budget, which is for all texts of a
-// sheet, a text counts as one line.
+/// Lines of a text, up to the number that fit the highest row. Beyond the budget, which is shared by all
+/// texts of a sheet, a text counts as one line.
 int shownLines(const QString& text, double width, double lineHeight, qsizetype& budget) {
     budget -= text.size();
     return budget < 0 ? 1 : wrappedLines(text, width, int(maxHeight / std::max(lineHeight, 1.0)) + 1);
@@ -102,9 +101,9 @@ void fitRowHeights(Sheet& sheet, const Formats& formats, const SharedStrings& st
     for (const int row : sheet.touchedRows) {
         const quint16 usual = sheet.defaultRowHeight();
         QByteArray& body = sheet.cells.row(row, usual);
-        const quint16 flags = get16(body, row_field::flags);
-        if (!(flags & (row_field::customHeight | row_field::hidden)))
-            put16(body, row_field::height, quint16(neededHeight(sheet, row, formats, strings, budget)));
+        const quint16 flags = get16(body, rowfield::flags);
+        if (!(flags & (rowfield::customHeight | rowfield::hidden)))
+            put16(body, rowfield::height, quint16(neededHeight(sheet, row, formats, strings, budget)));
     }
     sheet.touchedRows.clear();
 }

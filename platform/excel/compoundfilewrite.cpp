@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/excel/bytes.h"
-#include "platform/excel/compound_file.h"
+#include "platform/excel/compoundfile.h"
 
 namespace excel::biff {
 
@@ -15,7 +15,7 @@ int sectorsFor(qsizetype bytes, int size) {
     return int((bytes + size - 1) / size);
 }
 
-// Content in whole sectors together with the allocation table that chains them.
+/// Content in whole sectors together with the allocation table that chains them.
 struct Sectors {
     int size;
     QByteArray content;
@@ -43,7 +43,7 @@ QByteArray tableBytes(const std::vector<quint32>& numbers) {
     return bytes;
 }
 
-// The directory with the new places of the streams, filled up with unused entries.
+/// The directory with the new places of the streams, filled up with unused entries.
 QByteArray placeStreams(const std::vector<CompoundFile::Entry>& entries, Sectors& sectors, Sectors& mini) {
     QByteArray directory;
     for (const CompoundFile::Entry& entry : entries) {
@@ -97,8 +97,8 @@ QByteArray Header::bytes() const {
     return header;
 }
 
-// Appends the allocation table itself; it has entries for its own sectors too, so their number is found
-// by repeating until it no longer grows.
+/// Appends the allocation table itself; it has entries for its own sectors too, so their number is found
+/// by repeating until it no longer grows.
 void appendFat(Sectors& sectors, Header& header) {
     const auto data = quint32(sectors.table.size());
     quint32 fat = 0;
@@ -133,12 +133,12 @@ void appendFat(Sectors& sectors, Header& header) {
 QByteArray CompoundFile::serialize() const {
     Sectors sectors{sectorSize, {}, {}};
     Sectors mini{miniSectorSize, {}, {}};
-    const QByteArray directory = placeStreams(entries_, sectors, mini);
+    const QByteArray entryBytes = placeStreams(directory, sectors, mini);
     Header header;
     const QByteArray miniFat = tableBytes(mini.table);
     header.miniFat = sectors.add(miniFat);
     header.miniFatCount = quint32(sectorsFor(miniFat.size(), sectorSize));
-    header.directory = sectors.add(directory);
+    header.directory = sectors.add(entryBytes);
     appendFat(sectors, header);
     return header.bytes() + sectors.content;
 }

@@ -9,9 +9,9 @@
 
 #include <QTemporaryDir>
 
-// Example workbooks: t_xlwt.xls was made by xlwt (two sheets protected with "kvtwpa"), filled_by_lo.xls is
-// the same filled in and saved by LibreOffice, lo_native.xls was made in LibreOffice, gn.xls saved by
-// Gnumeric.
+/// Example workbooks: t_xlwt.xls was made by xlwt (two sheets protected with "kvtwpa"), filled_by_lo.xls is
+/// the same filled in and saved by LibreOffice, lo_native.xls was made in LibreOffice, gn.xls saved by
+/// Gnumeric.
 inline const QStringList sampleNames{QStringLiteral("t_xlwt.xls"), QStringLiteral("filled_by_lo.xls"),
                                      QStringLiteral("lo_native.xls"), QStringLiteral("gn.xls")};
 
@@ -23,7 +23,7 @@ inline QString samplePath(const QString& name) {
     return QStringLiteral(GAUGEWELL_SOURCE "/tests/data/xls/") + name;
 }
 
-// Writes the name and its length into a container's directory entry.
+/// Writes the name and its length into a container's directory entry.
 inline void putName(QByteArray& container, qsizetype entry, QStringView name) {
     container.replace(entry, 64, QByteArray(64, '\0'));
     for (qsizetype i = 0; i < name.size(); ++i)
@@ -38,7 +38,7 @@ inline void PrintTo(const QString& text, std::ostream* out) {
 // Gives each test a folder for copies of the examples.
 class ExcelFiles : public ::testing::Test {
 protected:
-    QString path(const QString& name) const { return folder_.filePath(name); }
+    QString path(const QString& name) const { return folder.filePath(name); }
     QString copyOf(const QString& sample) const {
         QFile::copy(samplePath(sample), path(sample));
         return path(sample);
@@ -55,6 +55,6 @@ protected:
         return {};
     }
 
-    QTemporaryDir folder_;
-    excel::Application application_;
+    QTemporaryDir folder;
+    excel::Application application;
 };

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/excel/cell_table.h"
+#include "platform/excel/celltable.h"
 
 #include "platform/excel/bytes.h"
+#include "platform/excel/formats.h"
 #include "platform/excel/refusal.h"
 
 #include <algorithm>
@@ -25,7 +26,7 @@ bool isRun(quint16 id) {
     return id == id::MultiRk || id == id::MultiBlank;
 }
 
-// The bytes a cell's record has at least.
+/// The minimum size of a cell's record.
 qsizetype leastSize(quint16 id) {
     switch (id) {
     case id::Blank:
@@ -57,7 +58,7 @@ Place placeOf(const QByteArray& body) {
     return place;
 }
 
-// Where the formula stands whose shared, array or table definition this formula uses; {-1, -1} for none.
+/// The place of the formula whose shared, array or table definition this formula uses; {-1, -1} for none.
 Place definitionOf(const Cell& cell) {
     constexpr qsizetype tokens = 22;
     if (!isFormula(cell.record.id) || cell.record.body.size() < tokens + 5)
@@ -77,28 +78,28 @@ void Cell::setFormat(quint16 index) {
     put16(record.body, 4, index);
 }
 
-bool CellTable::holds(quint16 recordId) {
+bool CellTable::isCellRecord(quint16 recordId) {
     return recordId == id::Row || leastSize(recordId) > 0 || isRun(recordId) ||
            (isFollower(recordId) && recordId != id::Continue);
 }
 
 void CellTable::take(const Record& record) {
     if (record.id == id::Row) {
-        latest_ = {-1, -1};
-        rows_[get16(record.body, 0)] = slice(record.body, 0, rowSize).toByteArray();
+        latest = {-1, -1};
+        rowBodies[get16(record.body, 0)] = slice(record.body, 0, rowSize).toByteArray();
     } else if (isFollower(record.id)) {
-        const auto owner = cells_.find(latest_);
-        if (owner == cells_.end() && record.id == id::Continue)
+        const auto owner = byPlace.find(latest);
+        if (owner == byPlace.end() && record.id == id::Continue)
             return; // continues a record that has no continuation
-        if (owner == cells_.end())
+        if (owner == byPlace.end())
             damaged(u"a formula's result stands without its formula"_s);
         owner->second.followers.push_back(record);
     } else if (isRun(record.id)) {
         takeRun(record);
     } else {
         slice(record.body, 0, leastSize(record.id));
-        latest_ = placeOf(record.body);
-        insert(latest_, {record, {}});
+        latest = placeOf(record.body);
+        insert(latest, {record, {}});
     }
 }
 
@@ -116,18 +117,18 @@ void CellTable::takeRun(const Record& record) {
         cell.record.body.append(slice(record.body, 4 + i * width, width));
         insert({first.row, first.column + i}, cell);
     }
-    latest_ = {-1, -1};
+    latest = {-1, -1};
 }
 
 void CellTable::insert(Place place, Cell cell) {
-    cells_.insert_or_assign(place, std::move(cell));
-    if (cells_.size() > maxCells)
+    byPlace.insert_or_assign(place, std::move(cell));
+    if (byPlace.size() > maxCells)
         throw Refusal(u"has more than two million cells"_s);
 }
 
 const Cell* CellTable::find(Place place) const {
-    const auto at = cells_.find(place);
-    return at == cells_.end() ? nullptr : &at->second;
+    const auto at = byPlace.find(place);
+    return at == byPlace.end() ? nullptr : &at->second;
 }
 
 Cell* CellTable::find(Place place) {
@@ -141,8 +142,8 @@ void CellTable::put(Place place, Cell cell) {
 
 void CellTable::erase(const Area& area) {
     refuseLossOfShared(area);
-    for (auto at = cells_.lower_bound(area.first); at != cells_.end() && at->first.row <= area.last.row;)
-        at = area.contains(at->first) ? cells_.erase(at) : std::next(at);
+    for (auto at = byPlace.lower_bound(area.first); at != byPlace.end() && at->first.row <= area.last.row;)
+        at = area.contains(at->first) ? byPlace.erase(at) : std::next(at);
 }
 
 void CellTable::refuseLossOfShared(const Area& lost) const {
@@ -150,47 +151,47 @@ void CellTable::refuseLossOfShared(const Area& lost) const {
         return r.id == id::SharedFormula || r.id == id::Array || r.id == id::Table;
     };
     std::set<Place> definitions;
-    for (auto at = cells_.lower_bound(lost.first); at != cells_.end() && at->first <= lost.last; ++at) {
+    for (auto at = byPlace.lower_bound(lost.first); at != byPlace.end() && at->first <= lost.last; ++at) {
         const Records& followers = at->second.followers;
         if (lost.contains(at->first) && std::any_of(followers.begin(), followers.end(), defines))
             definitions.insert(at->first);
     }
     if (definitions.empty())
         return;
-    for (const auto& [place, cell] : cells_)
+    for (const auto& [place, cell] : byPlace)
         if (!lost.contains(place) && definitions.contains(definitionOf(cell)))
             throw Refusal(u"has in %1 a formula that cell %2 shares; it cannot be replaced"_s.arg(
                 definitionOf(cell).name(), place.name()));
 }
 
 QByteArray& CellTable::row(int row, quint16 height) {
-    QByteArray& body = rows_[row];
+    QByteArray& body = rowBodies[row];
     if (body.isEmpty()) {
         body = QByteArray(rowSize, '\0');
         put16(body, 0, quint16(row));
-        put16(body, row_field::height, height);
-        put16(body, row_field::flags, row_field::alwaysSet);
-        put16(body, row_field::format, 15);
+        put16(body, rowfield::height, height);
+        put16(body, rowfield::flags, rowfield::alwaysSet);
+        put16(body, rowfield::format, defaultCellFormat);
     }
     return body;
 }
 
 const QByteArray* CellTable::findRow(int row) const {
-    const auto at = rows_.find(row);
-    return at == rows_.end() ? nullptr : &at->second;
+    const auto at = rowBodies.find(row);
+    return at == rowBodies.end() ? nullptr : &at->second;
 }
 
 Area CellTable::used() const {
     Area area{{maxRows, maxColumns}, {-1, -1}};
-    for (const auto& [place, cell] : cells_) {
+    for (const auto& [place, cell] : byPlace) {
         area.first = {std::min(area.first.row, place.row), std::min(area.first.column, place.column)};
         area.last = {place.row, std::max(area.last.column, place.column)};
     }
     return area;
 }
 
-// Appends the record of a cell, or one for the whole run of blanks that begins with it, and moves behind.
-// Blanks apart would make a file of long runs many times larger than it was.
+/// Appends the record of a cell, or one for the whole run of blanks that begins with it, and advances past
+/// it. Single blanks would make a file of long runs many times larger than it was.
 void CellTable::appendRun(Records& records, std::map<Place, Cell>::const_iterator& cell) const {
     const auto isBlank = [](const Cell& c) {
         return c.record.id == id::Blank && c.record.body.size() == 6 && c.followers.empty();
@@ -198,7 +199,7 @@ void CellTable::appendRun(Records& records, std::map<Place, Cell>::const_iterato
     const auto first = cell++;
     Record run = first->second.record;
     auto last = first;
-    while (isBlank(first->second) && cell != cells_.end() && isBlank(cell->second) &&
+    while (isBlank(first->second) && cell != byPlace.end() && isBlank(cell->second) &&
            cell->first == Place{last->first.row, last->first.column + 1}) {
         run.body.append(slice(cell->second.record.body, 4, 2));
         last = cell++;
@@ -213,21 +214,21 @@ void CellTable::appendRun(Records& records, std::map<Place, Cell>::const_iterato
 }
 
 void CellTable::appendTo(Records& records, quint16 defaultHeight) {
-    for (auto& [number, body] : rows_)
-        put32(body, row_field::firstColumn, 0); // the end column with it
-    for (auto cell = cells_.begin(); cell != cells_.end();) {
+    for (auto& [number, body] : rowBodies)
+        put32(body, rowfield::firstColumn, 0); // and the end column
+    for (auto cell = byPlace.begin(); cell != byPlace.end();) {
         const int number = cell->first.row;
         QByteArray& body = row(number, defaultHeight);
-        put16(body, row_field::firstColumn, quint16(cell->first.column));
-        while (cell != cells_.end() && cell->first.row == number)
-            put16(body, row_field::endColumn, quint16((cell++)->first.column + 1));
+        put16(body, rowfield::firstColumn, quint16(cell->first.column));
+        while (cell != byPlace.end() && cell->first.row == number)
+            put16(body, rowfield::endColumn, quint16((cell++)->first.column + 1));
     }
-    auto cell = cells_.cbegin();
-    for (auto row = rows_.begin(); row != rows_.end();) {
+    auto cell = byPlace.cbegin();
+    for (auto row = rowBodies.begin(); row != rowBodies.end();) {
         const int blockEnd = (row->first / rowsPerBlock + 1) * rowsPerBlock;
-        for (; row != rows_.end() && row->first < blockEnd; ++row)
+        for (; row != rowBodies.end() && row->first < blockEnd; ++row)
             records.push_back({id::Row, row->second});
-        while (cell != cells_.end() && cell->first.row < blockEnd)
+        while (cell != byPlace.end() && cell->first.row < blockEnd)
             appendRun(records, cell);
     }
 }

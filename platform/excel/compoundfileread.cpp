@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/excel/bytes.h"
-#include "platform/excel/compound_file.h"
+#include "platform/excel/compoundfile.h"
 #include "platform/excel/refusal.h"
 
 #include <limits>
@@ -29,32 +29,31 @@ bool CompoundFile::isCompoundFile(const QByteArray& file) {
 }
 
 int CompoundFile::findStream(QStringView name) const {
-    for (const int entry : rootChildren_) {
-        const Entry& candidate = entries_[size_t(entry)];
+    for (const int entry : rootChildren) {
+        const Entry& candidate = directory[size_t(entry)];
         if (candidate.type() == Stream && candidate.name().compare(name, Qt::CaseInsensitive) == 0)
             return entry;
     }
     return -1;
 }
 
-// Chains of one allocation table over one run of sectors. A sector belongs to one chain only: that ends
-// loops and keeps the sum of all chains below the size of the file.
+/// Chains of one allocation table over one run of sectors. A sector belongs to one chain only: that ends
+/// loops and keeps the sum of all chains below the size of the file.
 class SectorChains {
 public:
-    SectorChains(QByteArrayView bytes, int sectorSize)
-        : bytes_(bytes), sectorSize_(sectorSize), used_(size_t(bytes.size() / sectorSize)) {}
+    SectorChains(QByteArrayView content, int size)
+        : bytes(content), sectorSize(size), used(size_t(content.size() / size)) {}
 
     std::vector<quint32> table;
 
     QByteArrayView claim(quint32 sector) {
-        if (sector >= used_.size() || used_[sector])
+        if (sector >= used.size() || used[sector])
             damaged(u"sector %1 is outside the file or used twice"_s.arg(sector));
-        used_[sector] = true;
-        return bytes_.sliced(qsizetype(sector) * sectorSize_, sectorSize_);
+        used[sector] = true;
+        return bytes.sliced(qsizetype(sector) * sectorSize, sectorSize);
     }
 
-    // Up to the end of the chain or, where a stream's size is known, the sectors that hold it: what follows
-    // is not looked at.
+    /// Up to the end of the chain or, where a stream's size is known, only the sectors for that size.
     QByteArray chain(quint32 start, quint64 size = std::numeric_limits<quint64>::max()) {
         QByteArray content;
         for (quint32 sector = start; sector != endOfChain && quint64(content.size()) < size;
@@ -72,9 +71,9 @@ public:
     }
 
 private:
-    QByteArrayView bytes_;
-    int sectorSize_;
-    std::vector<bool> used_;
+    QByteArrayView bytes;
+    int sectorSize;
+    std::vector<bool> used;
 };
 
 class ContainerReader {
@@ -89,14 +88,14 @@ private:
     void walkTree();
     void checkEntry(const CompoundFile::Entry& entry) const;
 
-    QByteArray file_; // padded with zeros to whole sectors
-    int sectorSize_ = 512;
-    bool version4_ = false;
-    std::unique_ptr<SectorChains> sectors_;
-    CompoundFile result_;
+    QByteArray image; // padded with zeros to whole sectors
+    int sectorSize = 512;
+    bool version4 = false;
+    std::unique_ptr<SectorChains> sectors;
+    CompoundFile result;
 };
 
-ContainerReader::ContainerReader(const QByteArray& file) : file_(file) {
+ContainerReader::ContainerReader(const QByteArray& file) : image(file) {
     if (file.size() < 512 || !CompoundFile::isCompoundFile(file))
         damaged(u"the header of the file is incomplete"_s);
     if (file.size() > CompoundFile::maxFileSize)
@@ -107,10 +106,10 @@ ContainerReader::ContainerReader(const QByteArray& file) : file_(file) {
         damaged(u"the sector size is unknown"_s);
     if (get16(file, 28) != 0xFFFE || get16(file, 32) != 6 || get32(file, 56) != miniStreamCutoff)
         damaged(u"the header of the file is unknown"_s);
-    version4_ = version == 4;
-    sectorSize_ = 1 << shift;
-    file_.append((sectorSize_ - file_.size() % sectorSize_) % sectorSize_, '\0');
-    sectors_ = std::make_unique<SectorChains>(QByteArrayView(file_).sliced(sectorSize_), sectorSize_);
+    version4 = version == 4;
+    sectorSize = 1 << shift;
+    image.append((sectorSize - image.size() % sectorSize) % sectorSize, '\0');
+    sectors = std::make_unique<SectorChains>(QByteArrayView(image).sliced(sectorSize), sectorSize);
 }
 
 CompoundFile ContainerReader::read() {
@@ -118,19 +117,19 @@ CompoundFile ContainerReader::read() {
     readDirectory();
     walkTree();
     readStreams();
-    return std::move(result_);
+    return std::move(result);
 }
 
 void ContainerReader::readFat() {
-    quint32 wanted = get32(file_, 44);
+    quint32 wanted = get32(image, 44);
     for (int i = 0; i < headerFatSectors && wanted > 0; ++i, --wanted)
-        sectors_->appendTable(sectors_->claim(get32(file_, 76 + 4 * i)));
-    quint32 next = get32(file_, 68);
+        sectors->appendTable(sectors->claim(get32(image, 76 + 4 * i)));
+    quint32 next = get32(image, 68);
     while (wanted > 0) {
-        const QByteArrayView difat = sectors_->claim(next);
-        for (int at = 0; at + 4 < sectorSize_ && wanted > 0; at += 4, --wanted)
-            sectors_->appendTable(sectors_->claim(get32(difat, at)));
-        next = get32(difat, sectorSize_ - 4);
+        const QByteArrayView difat = sectors->claim(next);
+        for (int at = 0; at + 4 < sectorSize && wanted > 0; at += 4, --wanted)
+            sectors->appendTable(sectors->claim(get32(difat, at)));
+        next = get32(difat, sectorSize - 4);
     }
 }
 
@@ -144,22 +143,22 @@ void ContainerReader::checkEntry(const CompoundFile::Entry& entry) const {
 }
 
 void ContainerReader::readDirectory() {
-    const QByteArray directory = sectors_->chain(get32(file_, 48));
-    if (directory.isEmpty() || directory.size() / entrySize > CompoundFile::maxEntries)
+    const QByteArray entries = sectors->chain(get32(image, 48));
+    if (entries.isEmpty() || entries.size() / entrySize > CompoundFile::maxEntries)
         damaged(u"the directory is missing or too long"_s);
-    for (qsizetype at = 0; at < directory.size(); at += entrySize) {
-        CompoundFile::Entry entry{directory.mid(at, entrySize), {}};
+    for (qsizetype at = 0; at < entries.size(); at += entrySize) {
+        CompoundFile::Entry entry{entries.mid(at, entrySize), {}};
         if (entry.type() != CompoundFile::Unused)
             checkEntry(entry);
         if ((entry.type() == CompoundFile::Root) != (at == 0))
             damaged(u"the root of the directory is not its first entry"_s);
-        result_.entries_.push_back(entry);
+        result.directory.push_back(entry);
     }
 }
 
 void ContainerReader::walkTree() {
-    std::vector<bool> visited(result_.entries_.size());
-    std::vector<std::pair<quint32, bool>> open{{get32(result_.entries_[0].raw, 76), true}};
+    std::vector<bool> visited(result.directory.size());
+    std::vector<std::pair<quint32, bool>> open{{get32(result.directory[0].raw, 76), true}};
     while (!open.empty()) {
         const auto [index, belowRoot] = open.back();
         open.pop_back();
@@ -168,11 +167,11 @@ void ContainerReader::walkTree() {
         if (index == 0 || index >= visited.size() || visited[index])
             damaged(u"the directory's tree is broken"_s);
         visited[index] = true;
-        const CompoundFile::Entry& entry = result_.entries_[index];
+        const CompoundFile::Entry& entry = result.directory[index];
         if (entry.type() == CompoundFile::Unused)
             damaged(u"the directory's tree leads to an unused entry"_s);
         if (belowRoot)
-            result_.rootChildren_.push_back(int(index));
+            result.rootChildren.push_back(int(index));
         open.emplace_back(get32(entry.raw, 72), belowRoot);
         open.emplace_back(get32(entry.raw, 68), belowRoot);
         if (entry.type() == CompoundFile::Storage)
@@ -181,22 +180,22 @@ void ContainerReader::walkTree() {
 }
 
 void ContainerReader::readStreams() {
-    const QByteArray& root = result_.entries_[0].raw;
+    const QByteArray& root = result.directory[0].raw;
     const QByteArray miniStream =
-        get32(root, 120) == 0 ? QByteArray() : sectors_->chain(get32(root, 116), get32(root, 120));
+        get32(root, 120) == 0 ? QByteArray() : sectors->chain(get32(root, 116), get32(root, 120));
     if (miniStream.size() < qsizetype(get32(root, 120)))
         damaged(u"the mini stream is cut off"_s);
     SectorChains mini(miniStream, miniSectorSize);
-    if (get32(file_, 64) > 0)
-        mini.appendTable(sectors_->chain(get32(file_, 60)));
+    if (get32(image, 64) > 0)
+        mini.appendTable(sectors->chain(get32(image, 60)));
 
-    for (CompoundFile::Entry& entry : result_.entries_) {
+    for (CompoundFile::Entry& entry : result.directory) {
         if (entry.type() != CompoundFile::Stream)
             continue;
-        const quint64 size = version4_ ? get64(entry.raw, 120) : get32(entry.raw, 120);
+        const quint64 size = version4 ? get64(entry.raw, 120) : get32(entry.raw, 120);
         if (size == 0)
             continue;
-        SectorChains& chains = size < miniStreamCutoff ? mini : *sectors_;
+        SectorChains& chains = size < miniStreamCutoff ? mini : *sectors;
         entry.data = chains.chain(get32(entry.raw, 116), size);
         if (size > quint64(entry.data.size()))
             damaged(u"the stream \"%1\" is cut off"_s.arg(entry.name()));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/excel/serial_date.h"
+#include "platform/excel/serialdate.h"
 
 #include <QRegularExpression>
 #include <algorithm>
@@ -52,7 +52,7 @@ bool isDateCode(QStringView code) {
     static const QRegularExpression dateLetter(u"[ymdhs]|am/pm"_s, QRegularExpression::CaseInsensitiveOption);
     const auto ofDate = [](QChar c) { return QStringView(u"ymdhsYMDHS").contains(c); };
     if (std::none_of(code.begin(), code.end(), ofDate))
-        return false; // most codes; each cell that is read asks
+        return false; // shortcut for most codes; called for each cell read
     const QString shape = code.toString().remove(noise).section(u';', 0, 0);
     return shape.contains(dateLetter);
 }

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/excel/cell_value.h"
+#include "platform/excel/cellvalue.h"
 
 #include "platform/excel/bytes.h"
 #include "platform/excel/refusal.h"
-#include "platform/excel/shared_strings.h"
+#include "platform/excel/sharedstrings.h"
 #include "platform/excel/text.h"
 
 #include <bit>
@@ -14,7 +14,7 @@ namespace excel::biff {
 
 namespace {
 
-constexpr qsizetype content = 6; // behind row, column and format
+constexpr qsizetype content = 6; // after row, column and format
 
 double fromRk(quint32 rk) {
     const double number = rk & 2 ? double(qint32(rk) >> 2) : std::bit_cast<double>(quint64(rk & ~3U) << 32);

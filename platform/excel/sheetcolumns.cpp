@@ -20,61 +20,60 @@ bool ColumnInfo::hidden() const {
 }
 
 void Sheet::readColumns() {
-    for (const Record& record : before_) {
+    for (const Record& record : before) {
         if (record.id != id::ColumnInfo)
             continue;
-        get16(record.body, 8); // the fields up to the flags must be there
-        // Some programs name a column behind the last one.
+        get16(record.body, 8); // the fields up to the flags must be present
+        // Some programs refer to a column after the last one.
         const int last = std::min<int>(get16(record.body, 2), maxColumns - 1);
-        if (columns_.size() == maxColumns)
+        if (columnInfos.size() == maxColumns)
             damaged(u"a sheet describes more columns than it has"_s);
-        columns_.push_back({get16(record.body, 0), last, record.body});
+        columnInfos.push_back({get16(record.body, 0), last, record.body});
     }
 }
 
 const ColumnInfo* Sheet::column(int column) const {
-    const auto found = std::find_if(columns_.begin(), columns_.end(), [=](const ColumnInfo& c) {
+    const auto found = std::find_if(columnInfos.begin(), columnInfos.end(), [=](const ColumnInfo& c) {
         return c.first <= column && column <= c.last;
     });
-    return found == columns_.end() ? nullptr : &*found;
+    return found == columnInfos.end() ? nullptr : &*found;
 }
 
 int Sheet::defaultColumnWidth() const {
-    constexpr int cellPadding = 182; // 1/256 of a digit's width
-    const int exact = lastOf(before_, id::StandardWidth);
+    const int exact = lastOf(before, id::StandardWidth);
     if (exact >= 0)
-        return get16(before_[size_t(exact)].body, 0);
-    const int digits = lastOf(before_, id::DefaultColumnWidth);
-    return (digits < 0 ? 8 : get16(before_[size_t(digits)].body, 0)) * 256 + cellPadding;
+        return get16(before[size_t(exact)].body, 0);
+    const int digits = lastOf(before, id::DefaultColumnWidth);
+    return (digits < 0 ? 8 : get16(before[size_t(digits)].body, 0)) * 256 + cellPadding;
 }
 
-// Cuts column ranges at the sides of the area, so that none lies across them.
+/// Cuts column ranges at the sides of the area, so that none lies across them.
 void Sheet::splitColumns(const Area& area) {
     for (const int cut : {area.first.column, area.last.column + 1}) {
-        for (size_t i = 0; i < columns_.size(); ++i) {
-            if (columns_[i].first >= cut || columns_[i].last < cut)
+        for (size_t i = 0; i < columnInfos.size(); ++i) {
+            if (columnInfos[i].first >= cut || columnInfos[i].last < cut)
                 continue;
-            ColumnInfo right = columns_[i];
+            ColumnInfo right = columnInfos[i];
             right.first = cut;
-            columns_[i].last = cut - 1;
-            columns_.insert(columns_.begin() + qsizetype(i) + 1, right);
+            columnInfos[i].last = cut - 1;
+            columnInfos.insert(columnInfos.begin() + qsizetype(i) + 1, right);
         }
     }
 }
 
 void Sheet::writeColumns() {
-    if (columns_.empty())
+    if (columnInfos.empty())
         return;
     const auto isColumn = [](const Record& r) { return r.id == id::ColumnInfo; };
-    const auto first = std::find_if(before_.begin(), before_.end(), isColumn) - before_.begin();
-    std::erase_if(before_, isColumn);
+    const auto first = std::find_if(before.begin(), before.end(), isColumn) - before.begin();
+    std::erase_if(before, isColumn);
     Records records;
-    for (const ColumnInfo& info : columns_) {
+    for (const ColumnInfo& info : columnInfos) {
         records.push_back({id::ColumnInfo, info.body});
         put16(records.back().body, 0, quint16(info.first));
         put16(records.back().body, 2, quint16(info.last));
     }
-    before_.insert(before_.begin() + first, records.begin(), records.end());
+    before.insert(before.begin() + first, records.begin(), records.end());
 }
 
 namespace {
@@ -89,26 +88,26 @@ Area mergedArea(const QByteArray& body, qsizetype index) {
 } // namespace
 
 void Sheet::readMergedAreas() {
-    for (const Records* part : {&before_, &after_}) {
+    for (const Records* part : {&before, &after}) {
         for (const Record& record : *part) {
             if (record.id != id::MergedCells)
                 continue;
             for (int i = 0; i < get16(record.body, 0); ++i)
-                merged_.push_back(mergedArea(record.body, i));
-            if (merged_.size() > maxMergedAreas)
+                mergedAreas.push_back(mergedArea(record.body, i));
+            if (mergedAreas.size() > maxMergedAreas)
                 damaged(u"a sheet has too many merged areas"_s);
         }
     }
 }
 
 bool Sheet::isMerged(Place place) const {
-    return std::any_of(merged_.begin(), merged_.end(),
+    return std::any_of(mergedAreas.begin(), mergedAreas.end(),
                        [=](const Area& area) { return area.contains(place); });
 }
 
 void Sheet::unmerge(const Area& area) {
-    std::erase_if(merged_, [&](const Area& merged) { return area.contains(merged); });
-    for (Records* part : {&before_, &after_}) {
+    std::erase_if(mergedAreas, [&](const Area& merged) { return area.contains(merged); });
+    for (Records* part : {&before, &after}) {
         for (Record& record : *part) {
             if (record.id != id::MergedCells)
                 continue;

@@ -27,19 +27,19 @@ quint32 withBits(quint32 word, int shift, int width, quint32 value) {
 } // namespace
 
 bool CellFormat::isStyle() const {
-    return get16(bytes_, 4) & styleBit;
+    return get16(raw, 4) & styleBit;
 }
 quint16 CellFormat::font() const {
-    return get16(bytes_, 0);
+    return get16(raw, 0);
 }
 quint16 CellFormat::numberFormat() const {
-    return get16(bytes_, 2);
+    return get16(raw, 2);
 }
 bool CellFormat::locked() const {
-    return get16(bytes_, 4) & lockedBit;
+    return get16(raw, 4) & lockedBit;
 }
 bool CellFormat::wrapped() const {
-    return get8(bytes_, 6) & wrapBit;
+    return get8(raw, 6) & wrapBit;
 }
 
 bool CellFormat::looksLike(const CellFormat& other) const {
@@ -48,51 +48,51 @@ bool CellFormat::looksLike(const CellFormat& other) const {
         put8(bytes, 9, 0);
         return bytes;
     };
-    return look(bytes_) == look(other.bytes_);
+    return look(raw) == look(other.raw);
 }
 
 void CellFormat::markUsed(quint8 group) {
-    put8(bytes_, 9, get8(bytes_, 9) | group);
+    put8(raw, 9, get8(raw, 9) | group);
 }
 
 void CellFormat::setFont(quint16 index) {
-    put16(bytes_, 0, index);
+    put16(raw, 0, index);
     markUsed(FontGroup);
 }
 
 void CellFormat::setNumberFormat(quint16 id) {
-    put16(bytes_, 2, id);
+    put16(raw, 2, id);
     markUsed(NumberGroup);
 }
 
 void CellFormat::setLocked(bool locked) {
-    put16(bytes_, 4, quint16(withBits(get16(bytes_, 4), 0, 1, locked)));
+    put16(raw, 4, quint16(withBits(get16(raw, 4), 0, 1, locked)));
     markUsed(ProtectionGroup);
 }
 
 void CellFormat::setWrapped(bool wrapped) {
-    put8(bytes_, 6, quint8(withBits(get8(bytes_, 6), 3, 1, wrapped)));
+    put8(raw, 6, quint8(withBits(get8(raw, 6), 3, 1, wrapped)));
     markUsed(AlignmentGroup);
 }
 
 void CellFormat::setEdge(Edge edge, LineStyle style, quint8 colour) {
-    const quint32 styles = withBits(get32(bytes_, 10), 4 * edge, 4, style);
+    const quint32 styles = withBits(get32(raw, 10), 4 * edge, 4, style);
     const bool sideways = edge == Left || edge == Right;
     const int shift = edge == Left ? 16 : edge == Right ? 23 : edge == Top ? 0 : 7;
-    put32(bytes_, 10, sideways ? withBits(styles, shift, 7, colour) : styles);
+    put32(raw, 10, sideways ? withBits(styles, shift, 7, colour) : styles);
     if (!sideways)
-        put32(bytes_, 14, withBits(get32(bytes_, 14), shift, 7, colour));
+        put32(raw, 14, withBits(get32(raw, 14), shift, 7, colour));
     markUsed(BorderGroup);
 }
 
 CellFormat CellFormat::cellClone(quint16 ownIndex) const {
     CellFormat clone = *this;
     if (isStyle()) {
-        const quint32 flags = withBits(get16(bytes_, 4), 2, 1, 0);
-        put16(clone.bytes_, 4, quint16(withBits(flags, 4, 12, ownIndex)));
-        put8(clone.bytes_, 9, 0);
+        const quint32 flags = withBits(get16(raw, 4), 2, 1, 0);
+        put16(clone.raw, 4, quint16(withBits(flags, 4, 12, ownIndex)));
+        put8(clone.raw, 9, 0);
     }
-    put32(clone.bytes_, 14, get32(bytes_, 14) & ~extendedBit);
+    put32(clone.raw, 14, get32(raw, 14) & ~extendedBit);
     return clone;
 }
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/excel/shared_strings.h"
+#include "platform/excel/sharedstrings.h"
 
 #include "platform/excel/bytes.h"
 #include "platform/excel/refusal.h"
@@ -14,51 +14,51 @@ namespace excel::biff {
 SharedStrings::SharedStrings(const Records& globals) {
     const int at = lastOf(globals, id::SharedStrings);
     if (at < 0) {
-        chunks_.emplace_back(8, '\0');
+        chunks.emplace_back(8, '\0');
         return;
     }
-    chunks_.push_back(globals[size_t(at)].body);
+    chunks.push_back(globals[size_t(at)].body);
     for (size_t next = size_t(at) + 1; next < globals.size() && globals[next].id == id::Continue; ++next)
-        chunks_.push_back(globals[next].body);
+        chunks.push_back(globals[next].body);
 
-    if (chunks_[0].size() < lastEnd_)
-        chunks_[0].resize(lastEnd_, '\0');
-    readTexts(get32(chunks_[0], 4));
+    if (chunks[0].size() < lastEnd)
+        chunks[0].resize(lastEnd, '\0');
+    readTexts(get32(chunks[0], 4));
 }
 
-// Some programs count more texts than they write; a cell that refers to one that is not there is refused.
+/// Some programs count more texts than they write; a cell that refers to a missing one is refused.
 void SharedStrings::readTexts(quint32 counted) {
-    ChunkReader reader(chunks_);
-    reader.skip(quint64(lastEnd_));
+    ChunkReader reader(chunks);
+    reader.skip(quint64(lastEnd));
     try {
         for (quint32 i = 0; i < counted; ++i) {
             bool plain = false;
-            texts_.push_back(reader.richText(&plain));
-            if (plain && !plain_.contains(texts_.back()))
-                plain_.insert(texts_.back(), i);
-            lastChunk_ = reader.chunk();
-            lastEnd_ = reader.offset();
+            texts.push_back(reader.richText(&plain));
+            if (plain && !plainIndex.contains(texts.back()))
+                plainIndex.insert(texts.back(), i);
+            lastChunk = reader.chunk();
+            lastEnd = reader.offset();
         }
     } catch (const Refusal&) {
-        return; // a text is cut off or not there
+        return; // a text is cut off or missing
     }
 }
 
 const QString& SharedStrings::text(quint32 index) const {
-    if (index >= texts_.size())
-        damaged(u"a cell refers to text %1 of %2"_s.arg(index).arg(texts_.size()));
-    return texts_[index];
+    if (index >= texts.size())
+        damaged(u"a cell refers to text %1 of %2"_s.arg(index).arg(texts.size()));
+    return texts[index];
 }
 
 quint32 SharedStrings::intern(const QString& text) {
-    const auto known = plain_.constFind(text);
-    const quint32 index = known != plain_.constEnd() ? *known : count();
-    put32(chunks_[0], 0, get32(chunks_[0], 0) + 1);
+    const auto known = plainIndex.constFind(text);
+    const quint32 index = known != plainIndex.constEnd() ? *known : count();
+    put32(chunks[0], 0, get32(chunks[0], 0) + 1);
     if (index == count()) {
         append(text);
-        plain_.insert(text, index);
-        texts_.push_back(text);
-        put32(chunks_[0], 4, count());
+        plainIndex.insert(text, index);
+        texts.push_back(text);
+        put32(chunks[0], 4, count());
     }
     return index;
 }
@@ -66,33 +66,33 @@ quint32 SharedStrings::intern(const QString& text) {
 void SharedStrings::append(const QString& text) {
     const bool wide = !isLatin1(text);
     const int width = wide ? 2 : 1;
-    // Bytes behind the last text that is counted belong to none.
-    chunks_.resize(lastChunk_ + 1);
-    chunks_.back().truncate(lastEnd_);
-    // The count, the flags and the first character must stand in one record.
-    if (chunks_.back().size() + 3 + width > maxRecordBody)
-        chunks_.emplace_back();
-    append16(chunks_.back(), quint16(text.size()));
-    append8(chunks_.back(), wide ? 1 : 0);
+    // Bytes after the last counted text belong to no text.
+    chunks.resize(lastChunk + 1);
+    chunks.back().truncate(lastEnd);
+    // The count, the flags and the first character must be in one record.
+    if (chunks.back().size() + 3 + width > maxRecordBody)
+        chunks.emplace_back();
+    append16(chunks.back(), quint16(text.size()));
+    append8(chunks.back(), wide ? 1 : 0);
     for (QStringView rest = text; !rest.isEmpty();) {
-        const qsizetype room = (maxRecordBody - chunks_.back().size()) / width;
+        const qsizetype room = (maxRecordBody - chunks.back().size()) / width;
         if (room == 0) {
-            chunks_.emplace_back();
-            append8(chunks_.back(), wide ? 1 : 0);
+            chunks.emplace_back();
+            append8(chunks.back(), wide ? 1 : 0);
             continue;
         }
         const qsizetype fit = std::min(room, rest.size());
-        appendCharacters(chunks_.back(), rest.first(fit), wide);
+        appendCharacters(chunks.back(), rest.first(fit), wide);
         rest = rest.sliced(fit);
     }
-    lastChunk_ = chunks_.size() - 1;
-    lastEnd_ = chunks_.back().size();
+    lastChunk = chunks.size() - 1;
+    lastEnd = chunks.back().size();
 }
 
 void SharedStrings::writeInto(Records& globals) const {
     std::erase_if(globals, [](const Record& r) { return r.id == id::ExtendedSst; });
     const int old = lastOf(globals, id::SharedStrings);
-    if (old < 0 && texts_.empty())
+    if (old < 0 && texts.empty())
         return;
     auto at = std::find_if(globals.begin(), globals.end() - 1,
                            [](const Record& r) { return r.id == id::BookExtension || r.id == id::Theme; });
@@ -102,7 +102,7 @@ void SharedStrings::writeInto(Records& globals) const {
                                                [](const Record& r) { return r.id != id::Continue; }));
     }
     Records table;
-    for (const QByteArray& chunk : chunks_)
+    for (const QByteArray& chunk : chunks)
         table.push_back({table.empty() ? id::SharedStrings : id::Continue, chunk});
     globals.insert(at, table.begin(), table.end());
 }

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/excel/bookfile.h"
+#include "platform/excel/refusal.h"
+
+namespace excel {
+
+struct ApplicationState;
+
+/// The state shared by the handles of a workbook.
+struct OpenWorkbook {
+    std::shared_ptr<ApplicationState> application;
+    std::unique_ptr<biff::BookFile> file; ///< null once it is closed
+    QString name;                         ///< of the file, also when it is closed
+    bool changed = false;
+};
+
+struct ApplicationState {
+    std::vector<std::weak_ptr<OpenWorkbook>> workbooks; ///< in the order of opening; the handles own them
+    bool visible = false;
+};
+
+/// The same object if it is open; throws Error otherwise.
+OpenWorkbook& checkedOpen(const std::shared_ptr<OpenWorkbook>& open);
+
+} // namespace excel
