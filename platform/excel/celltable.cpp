@@ -31,18 +31,16 @@ qsizetype leastSize(quint16 id) {
     switch (id) {
     case id::Blank:
         return 6;
-    case id::Number:
-        return 14;
     case id::Rk:
     case id::LabelSst:
         return 10;
     case id::BoolError:
-        return 8;
     case id::Label:
     case id::RichString:
         return 8; // an empty text has no flags
     case id::Formula:
         return 22;
+    case id::Number:
     case id::Formula3:
     case id::Formula4:
         return 14;

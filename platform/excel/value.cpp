@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/excel/value.h"
 
+#include <QHash>
+
 #include <cmath>
 
 using namespace Qt::StringLiterals;
@@ -18,22 +20,9 @@ QString numberText(double number) {
 }
 
 QString errorName(quint8 code) {
-    switch (code) {
-    case 0x00:
-        return u"#NULL!"_s;
-    case 0x07:
-        return u"#DIV/0!"_s;
-    case 0x0F:
-        return u"#VALUE!"_s;
-    case 0x17:
-        return u"#REF!"_s;
-    case 0x1D:
-        return u"#NAME?"_s;
-    case 0x24:
-        return u"#NUM!"_s;
-    default:
-        return u"#N/A"_s;
-    }
+    static const QHash<quint8, QString> names{{0x00, u"#NULL!"_s}, {0x07, u"#DIV/0!"_s}, {0x0F, u"#VALUE!"_s},
+                                              {0x17, u"#REF!"_s},  {0x1D, u"#NAME?"_s},  {0x24, u"#NUM!"_s}};
+    return names.value(code, u"#N/A"_s);
 }
 
 } // namespace
