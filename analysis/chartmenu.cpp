@@ -17,7 +17,7 @@ namespace {
 constexpr int pathFileAccess = 75;
 constexpr double sharpness = 3; // 96 dots an inch of a logical pixel become about 300 on paper
 
-void toSavePicture(chart::MSChart& drawn, const QString& kind, const QSize& size) {
+void savePicture(chart::MSChart& drawn, const QString& kind, const QSize& size) {
     const QString suffix = u'.' + kind.toLower();
     forms::CommonDialog& dialog = Shell::current()->fileDialog();
     dialog.CancelError = false;
@@ -39,7 +39,7 @@ void toSavePicture(chart::MSChart& drawn, const QString& kind, const QSize& size
 
 } // namespace
 
-void toAddPictureMenu(chart::MSChart& drawn, const QSize& size) {
+void addPictureMenu(chart::MSChart& drawn, const QSize& size) {
     drawn.setContextMenuPolicy(Qt::ActionsContextMenu);
     const auto add = [&](const QString& text, const auto& step) {
         auto* action = new QAction(text, &drawn);
@@ -48,11 +48,10 @@ void toAddPictureMenu(chart::MSChart& drawn, const QSize& size) {
     };
     add(u"&Copy picture"_s, [&drawn] { drawn.EditCopy(); });
     for (const QString& kind : {u"PNG"_s, u"SVG"_s, u"PDF"_s})
-        add(u"Save picture as "_s + kind + u"...",
-            [&drawn, kind, size] { toSavePicture(drawn, kind, size); });
+        add(u"Save picture as "_s + kind + u"...", [&drawn, kind, size] { savePicture(drawn, kind, size); });
 }
 
-void toSavePictureForReport(chart::MSChart& drawn, const QString& file, const QSize& size) {
+void savePictureForReport(chart::MSChart& drawn, const QString& file, const QSize& size) {
     drawn.EditCopy();
     if (!drawn.SavePicture(homeDirectory() + u'/' + file, size, sharpness))
         throw ado::Failure({pathFileAccess, u"Path/File access error"_s});

@@ -10,8 +10,8 @@ class MSChart;
 
 /// Gives a chart its context menu: copy the picture, save it as PNG, SVG or PDF. Saved pictures are laid out
 /// for `size` in logical pixels.
-void toAddPictureMenu(chart::MSChart& drawn, const QSize& size);
+void addPictureMenu(chart::MSChart& drawn, const QSize& size);
 
 /// Writes the picture that a report shows into the home directory, sharp at the width of a page; it stands on
 /// the clipboard as well. Throws ado::Failure when that fails.
-void toSavePictureForReport(chart::MSChart& drawn, const QString& file, const QSize& size);
+void savePictureForReport(chart::MSChart& drawn, const QString& file, const QSize& size);

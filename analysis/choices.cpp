@@ -6,7 +6,7 @@
 
 using namespace Qt::StringLiterals;
 
-void toListCustomers(forms::ComboBox& list) {
+void listCustomers(forms::ComboBox& list) {
     ado::Recordset customers;
     customers.Open(u"select * from customer"_s, *cnnMain);
     list.Clear();
@@ -14,7 +14,7 @@ void toListCustomers(forms::ComboBox& list) {
         list.AddItem(customers["custname"].Text());
 }
 
-void toListSurveyDates(forms::ListBox& list, const QString& customer) {
+void listSurveyDates(forms::ListBox& list, const QString& customer) {
     const int custid = findCustomer(customer);
     ado::Recordset survey;
     survey.Open(u"select * from survey where custid="_s + QString::number(custid) + u" order by sdate asc",
@@ -24,8 +24,7 @@ void toListSurveyDates(forms::ListBox& list, const QString& customer) {
         list.AddItem(survey["sdate"].Text());
 }
 
-void toGenerateReport(forms::Form& form, const forms::ComboBox& customers,
-                      const std::function<void()>& fill) {
+void generateReport(forms::Form& form, const forms::ComboBox& customers, const std::function<void()>& fill) {
     if (customers.ListCount() == 0)
         return;
     const Busy busy(form, u"Generating Report....."_s);

@@ -22,7 +22,7 @@ frmDateToDate::frmDateToDate() : DefaultForm(Kind::SubWindow), ui(std::make_uniq
     connect(ui->cmbCustomer, &forms::ComboBox::Click, this, &frmDateToDate::cmbCustomer_Click);
     connect(ui->cmdPrint, &QPushButton::clicked, this, &frmDateToDate::cmdPrint);
     connect(ui->cmdClose, &QPushButton::clicked, this, [this] { Unload(); });
-    connect(ui->cmdHelp, &QPushButton::clicked, this, [] { toShowHelpTopic(helpContext); });
+    connect(ui->cmdHelp, &QPushButton::clicked, this, [] { showHelpTopic(helpContext); });
 }
 
 frmDateToDate::~frmDateToDate() = default;
@@ -45,11 +45,11 @@ void frmDateToDate::cmbCustomer_Click() {
 }
 
 void frmDateToDate::cmdPrint() {
-    toGenerateReport(*this, *ui->cmbCustomer, [this] { toFillReporttable(); });
+    generateReport(*this, *ui->cmbCustomer, [this] { toFillReporttable(); });
 }
 
 void frmDateToDate::toFillCustomerList() {
-    guarded([this] { toListCustomers(*ui->cmbCustomer); });
+    guarded([this] { listCustomers(*ui->cmbCustomer); });
 }
 
 void frmDateToDate::toFillSurveyDates() {
@@ -69,19 +69,19 @@ void frmDateToDate::toFillReporttable() {
     guarded([this] {
         const QString where = u" where custname='"_s + ui->cmbCustomer->Text() + u"' and surveydate =#" +
                               toSqlDate(toDate(ui->lstSurveyDate->Text())) + u"# and weightage <>0";
-        toFillWorkTable([&] {
+        fillWorkTable([&] {
             cnnMain->Execute(u"delete * from report"_s);
-            toAddScores(where);
-            toAddReplies(where);
+            addScores(where);
+            addReplies(where);
         });
-        toStartReport(Shell::current()->report(), u"surveyresponse.rpt"_s, u"CompanyName"_s,
-                      u"Survey Report"_s, {},
-                      {u"Customer='"_s + ui->cmbCustomer->Text() + u"'",
-                       u"SurveyDate='"_s + ui->lstSurveyDate->Text() + u"'"});
+        startReport(Shell::current()->report(), u"surveyresponse.rpt"_s, u"CompanyName"_s, u"Survey Report"_s,
+                    {},
+                    {u"Customer='"_s + ui->cmbCustomer->Text() + u"'",
+                     u"SurveyDate='"_s + ui->lstSurveyDate->Text() + u"'"});
     });
 }
 
-void frmDateToDate::toAddScores(const QString& where) {
+void frmDateToDate::addScores(const QString& where) {
     ado::Recordset answers;
     answers.Open(u"select * from objquery"_s + where + u" and score <>0 order by parametername", *cnnMain);
     ado::Recordset report;
@@ -100,7 +100,7 @@ void frmDateToDate::toAddScores(const QString& where) {
     }
 }
 
-void frmDateToDate::toAddReplies(const QString& where) {
+void frmDateToDate::addReplies(const QString& where) {
     ado::Recordset answers;
     answers.Open(u"select * from descquery"_s + where + u" order by parametername", *cnnMain);
     ado::Recordset report;

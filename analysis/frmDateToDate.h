@@ -29,8 +29,8 @@ private:
 
     void cmbCustomer_Click();
     void cmdPrint();
-    void toAddScores(const QString& where);
-    void toAddReplies(const QString& where);
+    void addScores(const QString& where);
+    void addReplies(const QString& where);
 
     std::unique_ptr<Ui::frmDateToDate> ui;
 };

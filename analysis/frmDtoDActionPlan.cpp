@@ -23,7 +23,7 @@ frmDtoDActionPlan::frmDtoDActionPlan()
     ui->setupUi(this);
     connect(ui->cmdPrint, &QPushButton::clicked, this, &frmDtoDActionPlan::cmdPrint);
     connect(ui->cmdClose, &QPushButton::clicked, this, [this] { Unload(); });
-    connect(ui->cmdHelp, &QPushButton::clicked, this, [] { toShowHelpTopic(helpContext); });
+    connect(ui->cmdHelp, &QPushButton::clicked, this, [] { showHelpTopic(helpContext); });
 }
 
 frmDtoDActionPlan::~frmDtoDActionPlan() = default;
@@ -38,17 +38,17 @@ void frmDtoDActionPlan::onLoad() {
 }
 
 void frmDtoDActionPlan::toFillCustomerList() {
-    guarded([this] { toListCustomers(*ui->cmbCustomer); });
+    guarded([this] { listCustomers(*ui->cmbCustomer); });
 }
 
 void frmDtoDActionPlan::cmdPrint() {
     if (!forms::DTPicker::requireDates({ui->dtFrom, ui->dtTo}))
         return;
-    toGenerateReport(*this, *ui->cmbCustomer, [this] {
+    generateReport(*this, *ui->cmbCustomer, [this] {
         const QString selection = u"{action.custname}='"_s + ui->cmbCustomer->Text() +
                                   u"' and {action.date}>=" + toFormulaDate(ado::toText(ui->dtFrom->Value())) +
                                   u"and {action.date}<=" + toFormulaDate(ado::toText(ui->dtTo->Value()));
-        toStartReport(Shell::current()->report(), u"actionplan.rpt"_s, u"CompanyName"_s,
-                      u"Analysis on Improvement Plan"_s, selection);
+        startReport(Shell::current()->report(), u"actionplan.rpt"_s, u"CompanyName"_s,
+                    u"Analysis on Improvement Plan"_s, selection);
     });
 }

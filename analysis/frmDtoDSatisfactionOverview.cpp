@@ -35,7 +35,7 @@ frmDtoDSatisfactionOverview::frmDtoDSatisfactionOverview()
     ui->setupUi(this);
     connect(ui->cmdPrint, &QPushButton::clicked, this, &frmDtoDSatisfactionOverview::cmdPrint);
     connect(ui->cmdClose, &QPushButton::clicked, this, [this] { Unload(); });
-    connect(ui->cmdHelp, &QPushButton::clicked, this, [] { toShowHelpTopic(helpContext); });
+    connect(ui->cmdHelp, &QPushButton::clicked, this, [] { showHelpTopic(helpContext); });
 }
 
 frmDtoDSatisfactionOverview::~frmDtoDSatisfactionOverview() = default;
@@ -52,25 +52,25 @@ void frmDtoDSatisfactionOverview::onLoad() {
 void frmDtoDSatisfactionOverview::cmdPrint() {
     if (!forms::DTPicker::requireDates({ui->dtFrom, ui->dtTo}))
         return;
-    toGenerateReport(*this, *ui->cmbCustomer, [this] { toFillReporttable(); });
+    generateReport(*this, *ui->cmbCustomer, [this] { toFillReporttable(); });
 }
 
 void frmDtoDSatisfactionOverview::toFillCustomerList() {
-    guarded([this] { toListCustomers(*ui->cmbCustomer); });
+    guarded([this] { listCustomers(*ui->cmbCustomer); });
 }
 
 void frmDtoDSatisfactionOverview::toFillReporttable() {
     guarded([this] {
-        toFillWorkTable([this] {
+        fillWorkTable([this] {
             cnnMain->Execute(u"delete * from reporttable"_s);
-            toAddDescriptive();
-            toAddObjective();
-            toAddActions();
+            addDescriptive();
+            addObjective();
+            addActions();
         });
-        toStartReport(Shell::current()->report(), u"satisfaction.rpt"_s, u"CompanyName"_s,
-                      u"Satisfaction Overview"_s, {},
-                      {u"Customer='"_s + ui->cmbCustomer->Text() + u"'",
-                       u"Period='"_s + ui->dtFrom->text() + u" to " + ui->dtTo->text() + u"'"});
+        startReport(Shell::current()->report(), u"satisfaction.rpt"_s, u"CompanyName"_s,
+                    u"Satisfaction Overview"_s, {},
+                    {u"Customer='"_s + ui->cmbCustomer->Text() + u"'",
+                     u"Period='"_s + ui->dtFrom->text() + u" to " + ui->dtTo->text() + u"'"});
     });
 }
 
@@ -79,7 +79,7 @@ QString frmDtoDSatisfactionOverview::within(const QString& field) const {
            toSqlDate(ui->dtFrom->Value()) + u"# and " + field + u"<=#" + toSqlDate(ui->dtTo->Value()) + u'#';
 }
 
-void frmDtoDSatisfactionOverview::toAddDescriptive() {
+void frmDtoDSatisfactionOverview::addDescriptive() {
     ado::Recordset answers;
     answers.Open(u"select * from descquery"_s + within(u"surveydate"_s) + u" order by parametername",
                  *cnnMain);
@@ -92,7 +92,7 @@ void frmDtoDSatisfactionOverview::toAddDescriptive() {
     }
 }
 
-void frmDtoDSatisfactionOverview::toAddObjective() {
+void frmDtoDSatisfactionOverview::addObjective() {
     ado::Recordset answers;
     answers.Open(u"select * from objquery"_s + within(u"surveydate"_s) + u" order by parametername",
                  *cnnMain);
@@ -106,7 +106,7 @@ void frmDtoDSatisfactionOverview::toAddObjective() {
     }
 }
 
-void frmDtoDSatisfactionOverview::toAddActions() {
+void frmDtoDSatisfactionOverview::addActions() {
     ado::Recordset actions;
     actions.Open(u"select * from action"_s + within(u"date"_s), *cnnMain);
     ado::Recordset rows;

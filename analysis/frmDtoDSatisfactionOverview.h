@@ -26,9 +26,9 @@ private:
     void onLoad() override;
 
     void cmdPrint();
-    void toAddDescriptive();
-    void toAddObjective();
-    void toAddActions();
+    void addDescriptive();
+    void addObjective();
+    void addActions();
     /// The chosen range as a condition on a date field.
     QString within(const QString& field) const;
 

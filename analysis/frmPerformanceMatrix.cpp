@@ -60,7 +60,7 @@ frmPerformanceMatrix::frmPerformanceMatrix()
     ui->mschart->tipText = [this](int series, int point) { // after a failure the chart can hold more points
         return point <= ui->mschartHidden->RowCount() ? pointText(series, point) : QString();
     };
-    toAddPictureMenu(*ui->mschart, printedSize);
+    addPictureMenu(*ui->mschart, printedSize);
     connectEvents();
 }
 
@@ -73,7 +73,7 @@ void frmPerformanceMatrix::connectEvents() {
     connect(ui->cmdView, &QPushButton::clicked, this, &This::cmdView);
     connect(ui->cmdPrint, &QPushButton::clicked, this, &This::cmdPrint);
     connect(ui->cmdClose, &QPushButton::clicked, this, [this] { Unload(); });
-    connect(ui->cmdHelp, &QPushButton::clicked, this, [] { toShowHelpTopic(helpContext); });
+    connect(ui->cmdHelp, &QPushButton::clicked, this, [] { showHelpTopic(helpContext); });
     connect(ui->mschart, &chart::MSChart::PointActivated, this, &This::mschart_PointActivated);
 }
 
@@ -84,7 +84,7 @@ void frmPerformanceMatrix::onLoad() {
     if (ui->cmdCustomerName->ListCount() > 0)
         ui->cmdCustomerName->setListIndex(0);
     else
-        toShorten(frameHeight() + titleBar);
+        shorten(frameHeight() + titleBar);
 }
 
 int frmPerformanceMatrix::frameHeight() const {
@@ -92,13 +92,13 @@ int frmPerformanceMatrix::frameHeight() const {
 }
 
 /// No shorter than what shows the whole choice.
-void frmPerformanceMatrix::toShorten(int twips) {
+void frmPerformanceMatrix::shorten(int twips) {
     ui->mschart->hide();
     ui->Frame3->hide();
     setHeight(qMax(twips, frameHeight() + titleBar));
 }
 
-void frmPerformanceMatrix::toExpand() {
+void frmPerformanceMatrix::expand() {
     ui->mschart->show();
     ui->Frame3->show();
     setHeight(qMax(tall, frameHeight() + titleBar + forms::toTwips(roomForChart)));
@@ -110,11 +110,11 @@ QString frmPerformanceMatrix::customer() const {
 
 void frmPerformanceMatrix::toFillCustomername() {
     const Busy busy(*this);
-    guarded([this] { toListCustomers(*ui->cmdCustomerName); });
+    guarded([this] { listCustomers(*ui->cmdCustomerName); });
 }
 
 void frmPerformanceMatrix::toFillSurveyDateList() {
-    guarded([this] { toListSurveyDates(*ui->lstSurveyDates, customer()); });
+    guarded([this] { listSurveyDates(*ui->lstSurveyDates, customer()); });
 }
 
 void frmPerformanceMatrix::cmdCustomerName_Click() {
@@ -122,7 +122,7 @@ void frmPerformanceMatrix::cmdCustomerName_Click() {
     if (ui->cmdCustomerName->ListCount() == 0)
         return;
     toFillSurveyDateList();
-    toShorten(qRound((designHeight - frameHeight()) / 2.6));
+    shorten(qRound((designHeight - frameHeight()) / 2.6));
 }
 
 void frmPerformanceMatrix::lstSurveyDates_Click() {
@@ -143,18 +143,18 @@ void frmPerformanceMatrix::cmdView() {
 
 void frmPerformanceMatrix::toFillTable() {
     guarded([this] {
-        toFillWorkTable([this] {
+        fillWorkTable([this] {
             cnnMain->Execute(u"delete * from scattertable"_s);
             for (int i = 0; i < ui->lstSurveyDates->ListCount(); ++i) {
                 if (ui->lstSurveyDates->Selected(i))
-                    toFillMeans();
+                    fillMeans();
             }
         });
     });
 }
 
 /// Reads the answers of the date once; parameters follow one another as their first answers do.
-void frmPerformanceMatrix::toFillMeans() {
+void frmPerformanceMatrix::fillMeans() {
     ado::Recordset answers;
     answers.Open(u"select * from scatter where custname='"_s + customer() + u"' and sdate=#" +
                      toSqlDate(toDate(ui->lstSurveyDates->Text())) + u"# ",
@@ -188,11 +188,11 @@ void frmPerformanceMatrix::toDrawChart() {
         if (scatter.Eof()) {
             forms::msgBox(u"No record(s) present to view Performance Matrix"_s, forms::style::information,
                           title);
-            toShorten(frameHeight() + 200);
+            shorten(frameHeight() + 200);
             ui->cmdPrint->hide();
             return;
         }
-        toExpand();
+        expand();
         ui->cmdPrint->show();
         ui->mschart->Refresh();
         setGrid();
@@ -229,7 +229,7 @@ void frmPerformanceMatrix::toSetPoint() {
 void frmPerformanceMatrix::toDrawOnHiddenChart() {
     guarded([this] {
         try {
-            toFillHiddenChart();
+            fillHiddenChart();
         } catch (const ado::Failure& failure) {
             const ado::Error& error = failure.cause();
             forms::msgBox(QString::number(error.Number) + u" : " + error.Description);
@@ -238,7 +238,7 @@ void frmPerformanceMatrix::toDrawOnHiddenChart() {
     });
 }
 
-void frmPerformanceMatrix::toFillHiddenChart() {
+void frmPerformanceMatrix::fillHiddenChart() {
     ado::Recordset scatter;
     scatter.Open(u"select * from scattertable order by sc"_s, *cnnMain);
     if (scatter.Eof())
@@ -320,8 +320,8 @@ void frmPerformanceMatrix::cmdPrint() {
     guardedWithNumber(u":"_s, [&] {
         if (ui->cmdCustomerName->ListCount() > 0)
             busy.say(u"Generating Report...."_s);
-        toSavePictureForReport(*ui->mschart, u"perform.bmp"_s, printedSize);
-        toStartReport(Shell::current()->report(), u"scatter.rpt"_s, u"companyname"_s,
-                      u"Performance Matrix Report"_s);
+        savePictureForReport(*ui->mschart, u"perform.bmp"_s, printedSize);
+        startReport(Shell::current()->report(), u"scatter.rpt"_s, u"companyname"_s,
+                    u"Performance Matrix Report"_s);
     });
 }

@@ -47,12 +47,12 @@ private:
     void cmdPrint();
     void mschart_PointActivated(int series, int point);
 
-    void toShorten(int twips);
-    void toExpand();
+    void shorten(int twips);
+    void expand();
     QString customer() const;
     int frameHeight() const;
-    void toFillMeans();
-    void toFillHiddenChart();
+    void fillMeans();
+    void fillHiddenChart();
     QString pointText(int series, int point) const;
 
     std::unique_ptr<Ui::frmPerformanceMatrix> ui;

@@ -53,7 +53,7 @@ frmSatisfactionIndex::frmSatisfactionIndex()
     ui->mschart->setCategoryTitle(u"Survey Date"_s);
     ui->mschart->setValueTitle(u"Satisfaction Index"_s);
     ui->mschart->setValueScale({.Minimum = 0, .Maximum = 11, .MajorDivision = 11, .MinorDivision = 1});
-    toAddPictureMenu(*ui->mschart, printedSize);
+    addPictureMenu(*ui->mschart, printedSize);
     connectEvents();
 }
 
@@ -62,9 +62,9 @@ frmSatisfactionIndex::~frmSatisfactionIndex() = default;
 void frmSatisfactionIndex::connectEvents() {
     using This = frmSatisfactionIndex;
     connect(ui->cmdCustomerName, &forms::ComboBox::Click, this, &This::cmdCustomerName_Click);
-    connect(ui->lstParameter, &forms::ListBox::Click, this, &This::toCollapse);
-    connect(ui->dtFrom, &forms::DTPicker::Change, this, &This::toCollapse);
-    connect(ui->dtTo, &forms::DTPicker::Change, this, &This::toCollapse);
+    connect(ui->lstParameter, &forms::ListBox::Click, this, &This::collapse);
+    connect(ui->dtFrom, &forms::DTPicker::Change, this, &This::collapse);
+    connect(ui->dtTo, &forms::DTPicker::Change, this, &This::collapse);
     connect(ui->lstParameter, &forms::ListBox::DblClick, this, &This::lstParameter_DblClick);
     connect(ui->lstParameter, &forms::ListBox::KeyDown, this, [this](int key) {
         if (key == Qt::Key_Return || key == Qt::Key_Enter)
@@ -75,14 +75,14 @@ void frmSatisfactionIndex::connectEvents() {
     connect(ui->cmdView, &QPushButton::clicked, this, &This::cmdView);
     connect(ui->cmdPrint, &QPushButton::clicked, this, &This::cmdPrint);
     connect(ui->cmdClose, &QPushButton::clicked, this, [this] { Unload(); });
-    connect(ui->cmdHelp, &QPushButton::clicked, this, [] { toShowHelpTopic(helpContext); });
+    connect(ui->cmdHelp, &QPushButton::clicked, this, [] { showHelpTopic(helpContext); });
     connect(ui->mschart, &chart::MSChart::PointActivated, this, &This::mschart_PointActivated);
 }
 
 void frmSatisfactionIndex::onLoad() {
     setLeft(0);
     setTop(0);
-    toCollapse();
+    collapse();
     ui->dtTo->setValue(forms::today());
     toFillCustomername();
     if (ui->cmdCustomerName->ListCount() > 0) {
@@ -95,13 +95,13 @@ void frmSatisfactionIndex::onLoad() {
         ui->lstParameter->setListIndex(0);
 }
 
-void frmSatisfactionIndex::toCollapse() {
+void frmSatisfactionIndex::collapse() {
     ui->cmdPrint->hide();
     ui->mschart->hide();
     setHeight(forms::toTwips(ui->Frame1->sizeHint().height()) + titleBar);
 }
 
-void frmSatisfactionIndex::toExpand() {
+void frmSatisfactionIndex::expand() {
     const int frame = forms::toTwips(ui->Frame1->sizeHint().height());
     ui->cmdPrint->show();
     ui->mschart->show();
@@ -114,7 +114,7 @@ QString frmSatisfactionIndex::customer() const {
 
 void frmSatisfactionIndex::toFillCustomername() {
     const Busy busy(*this);
-    guarded([this] { toListCustomers(*ui->cmdCustomerName); });
+    guarded([this] { listCustomers(*ui->cmdCustomerName); });
 }
 
 void frmSatisfactionIndex::toFillParameterName() {
@@ -130,7 +130,7 @@ void frmSatisfactionIndex::toFillParameterName() {
 }
 
 void frmSatisfactionIndex::toFillSurveyDateList() {
-    guarded([this] { toListSurveyDates(*ui->lstSurveyDates, customer()); });
+    guarded([this] { listSurveyDates(*ui->lstSurveyDates, customer()); });
 }
 
 void frmSatisfactionIndex::toFillParameters() {
@@ -161,11 +161,11 @@ void frmSatisfactionIndex::cmdView() {
         toFillSurveyDateOrder();
         toPrepareChartRows();
         toDrawChart();
-        toExpand();
+        expand();
     } else {
         forms::msgBox(u"No record(s) present to evaluates Satisfaction Index"_s, forms::style::information,
                       u"Gaugewell v2.1"_s);
-        toCollapse();
+        collapse();
     }
 }
 
@@ -177,9 +177,9 @@ void frmSatisfactionIndex::cmdPrint() {
         busy.say(u"Generating Report....."_s);
         if (ui->cmdCustomerName->ListCount() == 0)
             return;
-        toSavePictureForReport(*ui->mschart, u"satis.bmp"_s, printedSize);
-        toStartReport(Shell::current()->report(), u"satisfactionindex.rpt"_s, u"companyname"_s,
-                      u"Survey Report"_s);
+        savePictureForReport(*ui->mschart, u"satis.bmp"_s, printedSize);
+        startReport(Shell::current()->report(), u"satisfactionindex.rpt"_s, u"companyname"_s,
+                    u"Survey Report"_s);
     });
 }
 
@@ -190,17 +190,17 @@ void frmSatisfactionIndex::mschart_PointActivated(int series, int point) {
 
 void frmSatisfactionIndex::toFillTable() {
     guarded([this] {
-        toFillWorkTable([this] {
+        fillWorkTable([this] {
             cnnMain->Execute(u"delete * from linetable"_s);
             for (int i = 0; i < ui->lstParameter->ListCount(); ++i) {
                 if (ui->lstParameter->Selected(i))
-                    toFillGroupsOf(ui->lstParameter->List(i));
+                    fillGroupsOf(ui->lstParameter->List(i));
             }
         });
     });
 }
 
-void frmSatisfactionIndex::toFillGroupsOf(const QString& parameter) {
+void frmSatisfactionIndex::fillGroupsOf(const QString& parameter) {
     const QString from = toSqlDate(ui->dtFrom->Value());
     const QString to = toSqlDate(ui->dtTo->Value());
     ado::Recordset answers;
@@ -215,10 +215,10 @@ void frmSatisfactionIndex::toFillGroupsOf(const QString& parameter) {
                      parameter + u"' and surveydate between #" + from + u"# and # " + to +
                      u"# and custname='" + customer() + u"'",
                  *cnnMain);
-    toFillLines(groupsOf(answers));
+    fillLines(groupsOf(answers));
 }
 
-void frmSatisfactionIndex::toFillLines(const std::vector<DateGroup>& groups) {
+void frmSatisfactionIndex::fillLines(const std::vector<DateGroup>& groups) {
     ado::Recordset line;
     line.Open(u"select * from linetable"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
     for (const DateGroup& group : groups) {
@@ -244,7 +244,7 @@ bool frmSatisfactionIndex::toCheckIndexRecords() {
 void frmSatisfactionIndex::toFillSurveyDateOrder() {
     guarded([this] {
         const Busy busy(*this);
-        toFillWorkTable([] {
+        fillWorkTable([] {
             cnnMain->Execute(u"delete * from surveydateorder"_s);
             ado::Recordset order;
             order.Open(u"select * from surveydateorder"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
@@ -299,15 +299,15 @@ void frmSatisfactionIndex::toDrawChart() {
         int series = 1;
         for (int i = 0; i < ui->lstParameter->ListCount(); ++i) {
             if (ui->lstParameter->Selected(i))
-                toDrawSeries(ui->lstParameter->List(i), series++, cells);
+                drawSeries(ui->lstParameter->List(i), series++, cells);
         }
         ui->mschart->setChartData(cells);
-        toLabelChart();
-        toSetMarkers();
+        labelChart();
+        setMarkers();
     });
 }
 
-void frmSatisfactionIndex::toDrawSeries(const QString& parameter, int series, chart::DataArray& cells) {
+void frmSatisfactionIndex::drawSeries(const QString& parameter, int series, chart::DataArray& cells) {
     ado::Recordset line;
     line.Open(u"select * from linetable where parameter='"_s + parameter +
                   u"' and sindex <> 0 order by sdate asc",
@@ -325,7 +325,7 @@ void frmSatisfactionIndex::toDrawSeries(const QString& parameter, int series, ch
 }
 
 /// Dates along the axis, parameters in the legend.
-void frmSatisfactionIndex::toLabelChart() {
+void frmSatisfactionIndex::labelChart() {
     ado::Recordset dates;
     dates.Open(u"select distinct(sdate) from surveydateorder order by sdate asc"_s, *cnnMain);
     for (int counter = 1; !dates.Eof(); dates.MoveNext(), ++counter) {
@@ -341,7 +341,7 @@ void frmSatisfactionIndex::toLabelChart() {
     }
 }
 
-void frmSatisfactionIndex::toSetMarkers() {
+void frmSatisfactionIndex::setMarkers() {
     for (int i = 1; i <= ui->mschart->SeriesCount(); ++i) {
         chart::Series& series = ui->mschart->SeriesItem(i);
         series.SeriesMarker.Auto = false;

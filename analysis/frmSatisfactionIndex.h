@@ -66,14 +66,14 @@ private:
     void cmdPrint();
     void mschart_PointActivated(int series, int point);
 
-    void toCollapse();
-    void toExpand();
+    void collapse();
+    void expand();
     QString customer() const;
-    void toFillGroupsOf(const QString& parameter);
-    void toFillLines(const std::vector<DateGroup>& groups);
-    void toDrawSeries(const QString& parameter, int series, chart::DataArray& cells);
-    void toLabelChart();
-    void toSetMarkers();
+    void fillGroupsOf(const QString& parameter);
+    void fillLines(const std::vector<DateGroup>& groups);
+    void drawSeries(const QString& parameter, int series, chart::DataArray& cells);
+    void labelChart();
+    void setMarkers();
 
     std::unique_ptr<Ui::frmSatisfactionIndex> ui;
 };

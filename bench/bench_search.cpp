@@ -71,7 +71,7 @@ template <class Work> double timeOf(Work work) {
 int likePass(sqlite3* database, const QStringList& keywords) {
     int hits = 0;
     for (const SearchPass pass : {SearchPass::Objective, SearchPass::Descriptive, SearchPass::Action}) {
-        const QByteArray sql = toMakeSearchSql(pass, keywords).toUtf8();
+        const QByteArray sql = searchSql(pass, keywords).toUtf8();
         sqlite3_stmt* statement = nullptr;
         sqlite3_prepare_v2(database, sql.constData(), -1, &statement, nullptr);
         while (sqlite3_step(statement) == SQLITE_ROW)
@@ -87,7 +87,7 @@ void measure(sqlite3* database, const QString& words) {
     form.findChild<QLineEdit*>(u"txtKeyword"_s)->setText(words);
     auto* list = form.findChild<forms::ListView*>(u"lsvDtls"_s);
     int hits = 0;
-    const double pass = timeOf([&] { hits = likePass(database, toSplit(words)); });
+    const double pass = timeOf([&] { hits = likePass(database, keywordsOf(words)); });
     const double search = timeOf([&] { form.toSplitKeywords(); });
     const double fill = timeOf([&] { form.toFillListView(); });
     std::vector<QStringList> rows;

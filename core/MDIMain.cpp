@@ -158,16 +158,16 @@ void MDIMain::showHit(const SearchHit& hit) {
 }
 
 void MDIMain::closeEvent(QCloseEvent* event) {
-    toShowStatus({});
+    showStatus({});
     area->closeAllSubWindows();
     if (area->currentSubWindow()) { // a form refused to close
         event->ignore();
         return;
     }
-    toShowStatus({});
+    showStatus({});
     desktop::rememberWindow(*this);
     event->accept();
-    toEndProgram();
+    endProgram();
 }
 
 void MDIMain::showStatus(const QString& word) {

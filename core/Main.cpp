@@ -18,13 +18,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-void toShowHelp(const forms::CommonDialog& dialog) {
+void showHelp(const forms::CommonDialog& dialog) {
     const int context = dialog.HelpCommand == forms::HelpContents ? 0 : dialog.HelpContext;
     if (!desktop::HelpWindow::show(dialog.HelpFile, context))
         forms::msgBox(u"The help file '"_s + dialog.HelpFile + u"' cannot be read.");
 }
 
-void toShowWorkbook(const QString& path) {
+void showWorkbook(const QString& path) {
     if (desktop::openFile(path) < desktop::SmallestSuccess)
         forms::msgBox(u"There is no program that opens the file '"_s + path + u"'.");
 }
@@ -33,7 +33,7 @@ void toShowWorkbook(const QString& path) {
 
 int Main(int argc, char** argv) {
     const desktop::Application application(argc, argv);
-    desktop::uncaughtHook = toShowUncaught;
+    desktop::uncaughtHook = showUncaught;
     QApplication::setApplicationName(u"gaugewell"_s);
     QApplication::setDesktopFileName(u"gaugewell"_s);
     forms::applicationTitle = u"Gaugewell"_s;
@@ -43,18 +43,18 @@ int Main(int argc, char** argv) {
         return 1;
     }
     QApplication::setQuitOnLastWindowClosed(false);
-    forms::helpHook = toShowHelp;
-    excel::Application::setFileShower(toShowWorkbook);
+    forms::helpHook = showHelp;
+    excel::Application::setFileShower(showWorkbook);
 
     if (const QString home = qEnvironmentVariable("GAUGEWELL_HOME"); !home.isEmpty())
         setHomeDirectory(QFileInfo(home).absoluteFilePath());
     desktop::FolderClaim claim(homeDirectory());
-    if (!toClaimHome(claim))
+    if (!claimHome(claim))
         return 0;
-    strCompanyName = toReadCompanyName();
+    strCompanyName = readCompanyName();
     if (!toCreateDSN(u"gwl"_s, strDatabasePath))
         return 0;
-    const StoreState state = toCheckStore(strDatabasePath);
+    const StoreState state = checkStore(strDatabasePath);
     if (state == StoreState::Newer)
         return 1;
     toOpenConnection();

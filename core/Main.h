@@ -9,7 +9,7 @@ int Main(int argc, char** argv);
 
 /// The first line of company.txt, or of it the first 255 characters; empty when that is no readable regular
 /// file.
-QString toReadCompanyName();
+QString readCompanyName();
 
 /// Points the data source at the database: the file in the home directory, or one the user locates. Writes
 /// the path. False when the user gave up, so that the program ends.

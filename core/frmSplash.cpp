@@ -18,7 +18,7 @@ frmSplash::frmSplash()
     ui->imgLogo->setPixmap(picture(u"logo"_s).pixmap(56, 56));
     Timer1->setObjectName(u"Timer1"_s);
     Timer1->setInterval(interval);
-    connect(Timer1, &QTimer::timeout, this, &frmSplash::toLeadOn);
+    connect(Timer1, &QTimer::timeout, this, &frmSplash::leaveSplash);
 }
 
 frmSplash::~frmSplash() = default;
@@ -46,13 +46,13 @@ bool frmSplash::eventFilter(QObject* watched, QEvent* event) {
     const auto* widget = watched->isWidgetType() ? static_cast<QWidget*>(watched) : nullptr;
     const bool inFrame = ui->Frame1 && widget && (widget == ui->Frame1 || ui->Frame1->isAncestorOf(widget));
     if (inFrame && event->type() == QEvent::MouseButtonRelease) {
-        toLeadOn();
+        leaveSplash();
         return true;
     }
     return DefaultForm::eventFilter(watched, event);
 }
 
-void frmSplash::toLeadOn() {
+void frmSplash::leaveSplash() {
     Timer1->stop();
     Unload();
     MDIMain::instance().show();

@@ -25,7 +25,7 @@ private:
     void onLoad() override;
     bool onKeyDown(int key) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
-    void toLeadOn();
+    void leaveSplash();
 
     static constexpr int interval = 4000; // milliseconds
     std::unique_ptr<Ui::frmSplash> ui;

@@ -22,7 +22,7 @@ bool writeDataSource(const QString& dataSourceName, const QString& databasePath)
 
 } // namespace
 
-QString toReadCompanyName() {
+QString readCompanyName() {
     constexpr qint64 longestLine = 1024; // bytes: 255 characters of up to 4
     constexpr qsizetype longestName = 255;
     QFile file(homeDirectory() + u"/company.txt");

@@ -53,7 +53,7 @@ void showCustomer() {
 void showParameter() {
     frmParameter& form = frmParameter::instance();
     form.Show();
-    form.toFocusParameter();
+    form.focusParameter();
 }
 
 void showCustomerAlone() {
@@ -80,7 +80,7 @@ void showReading() {
 
 void pressCustomer() {
     underHourglass<showCustomer>();
-    toShowStatus({});
+    showStatus({});
 }
 
 void closeForms() {
@@ -239,7 +239,7 @@ constexpr ToolbarButton buttons[]{
      .run = pressCustomer,
      .dropDown = customerDropDown},
     {.name = "Close", .toolTip = "Close Form", .picture = "close", .run = closeForms},
-    {.name = "terminate", .toolTip = "End Project", .picture = "terminate", .run = toEndProgram},
+    {.name = "terminate", .toolTip = "End Project", .picture = "terminate", .run = endProgram},
 };
 
 } // namespace

@@ -19,7 +19,7 @@ void bringToFront(QWidget* window) {
     window->activateWindow();
 }
 
-void toComeForward() {
+void comeForward() {
     if (MDIMain::isShown())
         bringToFront(&MDIMain::instance());
     bringToFront(QApplication::activeModalWidget());
@@ -27,8 +27,8 @@ void toComeForward() {
 
 } // namespace
 
-bool toClaimHome(desktop::FolderClaim& claim) {
-    claim.comeForward = toComeForward;
+bool claimHome(desktop::FolderClaim& claim) {
+    claim.comeForward = comeForward;
     if (claim.take())
         return true;
     const desktop::FolderClaim::Holder holder = claim.holder();

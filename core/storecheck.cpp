@@ -76,9 +76,9 @@ struct Finding {
     QString fault; ///< the end of a sentence that begins with the file
 };
 
-Finding toFindFault() {
+Finding findFault() {
     ado::Connection store;
-    store.ConnectionString = toConnectionText();
+    store.ConnectionString = connectionText();
     try {
         store.Open();
         if (isNewer(store))
@@ -96,9 +96,9 @@ Finding toFindFault() {
     return {};
 }
 
-void toTellFault(const QString& databasePath, const QString& fault) {
+void reportFault(const QString& databasePath, const QString& fault) {
     QString text = u"The file '"_s + databasePath + u"' " + fault;
-    const QStringList copies = toListBackups(databasePath);
+    const QStringList copies = listBackups(databasePath);
     if (!copies.isEmpty())
         text += u"\r\n\r\nTo go back to a copy of it, put one of these in its place, the newest first:\r\n" +
                 copies.join(u"\r\n"_s);
@@ -107,10 +107,10 @@ void toTellFault(const QString& databasePath, const QString& fault) {
 
 } // namespace
 
-StoreState toCheckStore(const QString& databasePath) {
-    const Finding found = toFindFault();
+StoreState checkStore(const QString& databasePath) {
+    const Finding found = findFault();
     if (found.state != StoreState::Good)
-        toTellFault(databasePath, found.fault);
+        reportFault(databasePath, found.fault);
     return found.state;
 }
 
@@ -134,5 +134,5 @@ void StoreInspection::tell() {
     if (cnnMain && cnnMain->InTransaction())
         QTimer::singleShot(shortWhile, this, &StoreInspection::tell);
     else
-        toTellFault(path, u"is damaged inside: what is saved now can be lost."_s);
+        reportFault(path, u"is damaged inside: what is saved now can be lost."_s);
 }

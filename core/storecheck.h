@@ -16,7 +16,7 @@ enum class StoreState { Good, Faulty, Newer };
 /// newer version, and which copies in backup/ there are. The program ends with a newer one only: working on
 /// it could spoil it. With a faulty one it lives on, as it does with a database that is missing, locked or of
 /// another password, which the connection tells: these count as good here, as does one without a version.
-[[nodiscard]] StoreState toCheckStore(const QString& databasePath);
+[[nodiscard]] StoreState checkStore(const QString& databasePath);
 
 /// Looks for damage inside the database in a thread, beside the user's work; damage is told in one message
 /// with the copies in backup/, when no transaction is open. Ends with the object, which waits for its thread.

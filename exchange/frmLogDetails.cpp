@@ -19,7 +19,7 @@ namespace {
 
 constexpr int helpContext = 203;
 
-QString toShownStatus(const QVariant& status) {
+QString readInWord(const QVariant& status) {
     if (!status.isValid())
         return {};
     return status.toBool() ? u"Yes"_s : u"No"_s;
@@ -40,16 +40,16 @@ frmLogDetails::~frmLogDetails() = default;
 
 void frmLogDetails::connectEvents() {
     connect(ui->cmbCustomer, &forms::ComboBox::Click, this, &frmLogDetails::cmbCustomer_Click);
-    connect(ui->lsvDtls, &forms::ListView::DblClick, this, &frmLogDetails::toOpenFiles);
+    connect(ui->lsvDtls, &forms::ListView::DblClick, this, &frmLogDetails::openFiles);
     connect(ui->lsvDtls, &forms::ListView::KeyDown, this, [this](int key) {
         if (key == Qt::Key_Return || key == Qt::Key_Enter)
-            toOpenFiles();
+            openFiles();
     });
     connect(ui->cmdmail, &QPushButton::clicked, this, &frmLogDetails::cmdmail_Click);
     connect(ui->cmdStandardMessage, &QPushButton::clicked, this, [] { frmMessage::instance().ShowModal(); });
     connect(ui->cmdDelete, &QPushButton::clicked, this, &frmLogDetails::cmdDelete_Click);
     connect(ui->cmdPrint, &QPushButton::clicked, this, &frmLogDetails::cmdPrint_Click);
-    connect(ui->cmdHelp, &QPushButton::clicked, this, [] { toShowHelpTopic(helpContext); });
+    connect(ui->cmdHelp, &QPushButton::clicked, this, [] { showHelpTopic(helpContext); });
     connect(ui->cmdClose, &QPushButton::clicked, this, [this] { Unload(); });
 }
 
@@ -65,13 +65,13 @@ void frmLogDetails::onActivate() {
     for (const int row : ui->lsvDtls->SelectedRows())
         chosen << ui->lsvDtls->Text(row);
     const QString cursor = ui->lsvDtls->Text(ui->lsvDtls->CurrentRow());
-    const QString customer = toGetCustomer();
+    const QString customer = chosenCustomer();
     toFillCustomerList();
     if (ui->cmbCustomer->ListIndex() < 0)
         ui->lsvDtls->Clear();
     else
         toFillListView();
-    if (toGetCustomer() != customer)
+    if (chosenCustomer() != customer)
         return;
     for (int row = 0; row < ui->lsvDtls->ListCount(); ++row) {
         if (ui->lsvDtls->Text(row) == cursor)
@@ -80,13 +80,13 @@ void frmLogDetails::onActivate() {
     }
 }
 
-QString frmLogDetails::toGetCustomer() const {
+QString frmLogDetails::chosenCustomer() const {
     return ui->cmbCustomer->Text();
 }
 
 void frmLogDetails::toFillCustomerList() {
     guarded([this] {
-        const QString chosen = toGetCustomer();
+        const QString chosen = chosenCustomer();
         QStringList names;
         ado::Recordset customer;
         customer.Open(u"select * from customer"_s, *cnnMain);
@@ -114,10 +114,10 @@ void frmLogDetails::toFillListView() {
         ui->lsvDtls->Clear();
         std::vector<QStringList> files;
         ado::Recordset log;
-        log.Open(u"select * from log where custname='"_s + toGetCustomer() + u"'", *cnnMain);
+        log.Open(u"select * from log where custname='"_s + chosenCustomer() + u"'", *cnnMain);
         for (; !log.Eof(); log.MoveNext()) {
             files.push_back({log["xlsfilename"].Text(), log["sdate"].Text(), log["respname"].Text(),
-                             toShownStatus(log["Status"].Value())});
+                             readInWord(log["Status"].Value())});
         }
         ui->lsvDtls->setItems(std::move(files));
     });
@@ -130,7 +130,7 @@ QString frmLogDetails::toGetStandardMessage(const QString& customerName) const {
 void frmLogDetails::toWriteStandardMessage() {
     guarded([this] {
         const QString text = frmMessage::instance().txtMessage()->toPlainText();
-        const QString custid = QString::number(requireCustomers({toGetCustomer()}).front());
+        const QString custid = QString::number(requireCustomers({chosenCustomer()}).front());
         ado::Recordset standard;
         standard.Open(u"select * from standardmessage where customerid="_s + custid, *cnnMain,
                       ado::Recordset::Lock::Optimistic);
@@ -142,12 +142,12 @@ void frmLogDetails::toWriteStandardMessage() {
     });
 }
 
-void frmLogDetails::toOpenFiles() {
+void frmLogDetails::openFiles() {
     Busy busy(*this);
     guardedWithDescription([&] {
         for (const int row : ui->lsvDtls->SelectedRows()) {
             busy.say(u"Generating XLS File....."_s);
-            toViewWorkbook(toHomePath(ui->lsvDtls->Text(row)));
+            viewWorkbook(homePath(ui->lsvDtls->Text(row)));
         }
     });
 }
@@ -157,7 +157,7 @@ void frmLogDetails::cmdPrint_Click() {
         return;
     const Busy busy(*this, u"Generating Report....."_s);
     guarded([this] {
-        toStartReport(crptReport, u"log.rpt"_s, u"CompanyName"_s, u"Log Details"_s,
-                      u"{log.custname}='"_s + toGetCustomer() + u'\'');
+        startReport(crptReport, u"log.rpt"_s, u"CompanyName"_s, u"Log Details"_s,
+                    u"{log.custname}='"_s + chosenCustomer() + u'\'');
     });
 }

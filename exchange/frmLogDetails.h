@@ -27,7 +27,7 @@ public:
     QString strGenerateXLSFile; ///< the file that is mailed, when the home directory has it
 
     /// The customer chosen here, or empty.
-    QString toGetCustomer() const;
+    QString chosenCustomer() const;
     QString toGetStandardMessage(const QString& customerName) const;
     /// Stores the text of frmMessage as the message of the chosen customer. A failure is shown.
     void toWriteStandardMessage();
@@ -51,18 +51,18 @@ private:
     void cmdDelete_Click();
     void cmdPrint_Click();
     /// Opens the chosen files in the desktop's spreadsheet program.
-    void toOpenFiles();
+    void openFiles();
 
     /// False when the user gave up or chose another file, so that the run ends.
-    bool toMailFile(const QString& fileName, const QString& respondentName);
+    bool mailFile(const QString& fileName, const QString& respondentName);
     /// The full path of a file that the home directory has not; nothing when the user gave up or chose
     /// another file.
-    std::optional<QString> toLocateForMail(const QString& fileName);
+    std::optional<QString> locateForMail(const QString& fileName);
 
     /// Throws when the file or its rows cannot be deleted.
-    void toDeleteFile(const QString& fileName, const QString& path) const;
+    void deleteFile(const QString& fileName, const QString& path) const;
     void toDeleteLogRow(const QString& fileName) const;
-    void toDeleteElsewhere(const QString& fileName);
+    void deleteElsewhere(const QString& fileName);
 
     std::unique_ptr<Ui::frmLogDetails> ui;
     bool passesOverFailures = false;

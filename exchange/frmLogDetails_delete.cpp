@@ -28,8 +28,8 @@ void frmLogDetails::cmdDelete_Click() {
             if (forms::msgBox(u"Are you sure you want to delete the Survey File - "_s + fileName,
                               style::yesNo + style::secondButton,
                               u"Gaugewell v2.1"_s) == forms::Answer::Yes &&
-                mayUseFile(toHomePath(fileName)))
-                toDeleteFile(fileName, toHomePath(fileName));
+                mayUseFile(homePath(fileName)))
+                deleteFile(fileName, homePath(fileName));
             else
                 busy.say(u"Deletion Cancelled......"_s);
         }
@@ -37,13 +37,13 @@ void frmLogDetails::cmdDelete_Click() {
         busy.say({});
         if (cnnMain)
             cnnMain->Errors().Clear();
-        toDeleteElsewhere(fileName);
+        deleteElsewhere(fileName);
         return;
     }
     toFillListView();
 }
 
-void frmLogDetails::toDeleteFile(const QString& fileName, const QString& path) const {
+void frmLogDetails::deleteFile(const QString& fileName, const QString& path) const {
     QFile file(path);
     if (!file.remove())
         throw std::runtime_error(u"%1: %2"_s.arg(path, file.errorString()).toStdString());
@@ -51,11 +51,11 @@ void frmLogDetails::toDeleteFile(const QString& fileName, const QString& path) c
 }
 
 void frmLogDetails::toDeleteLogRow(const QString& fileName) const {
-    toReconnect();
+    reconnect();
     cnnMain->Execute(u"delete * from log where "_s + conditionOfTitle(fileName));
 }
 
-void frmLogDetails::toDeleteElsewhere(const QString& fileName) {
+void frmLogDetails::deleteElsewhere(const QString& fileName) {
     if (forms::msgBox(
             fileName +
                 u" Survey File not found in the Current Directory......Kindly locate the file to Delete",
@@ -67,7 +67,7 @@ void frmLogDetails::toDeleteElsewhere(const QString& fileName) {
     cmnDlg.ShowOpen();
     const bool sameTitle = isSameTitle(cmnDlg.FileTitle, fileName);
     if (sameTitle && !cmnDlg.FileName.isEmpty() && mayUseFile(cmnDlg.FileName))
-        guardedWithDescription([&] { toDeleteFile(fileName, cmnDlg.FileName); });
+        guardedWithDescription([&] { deleteFile(fileName, cmnDlg.FileName); });
     else if (!sameTitle)
         forms::msgBox(u"Invalid Survey File Selected ..You must select "_s + fileName +
                           u" Survey File to Delete",

@@ -24,33 +24,33 @@ void frmLogDetails::sendmail() {
             return;
         passesOverFailures = false;
         for (const int row : ui->lsvDtls->SelectedRows()) {
-            if (!toMailFile(ui->lsvDtls->Text(row), ui->lsvDtls->Text(row, respondentColumn)))
+            if (!mailFile(ui->lsvDtls->Text(row), ui->lsvDtls->Text(row, respondentColumn)))
                 break;
         }
         mailer.strFound = false;
     });
 }
 
-bool frmLogDetails::toMailFile(const QString& fileName, const QString& respondentName) {
-    runStep(passesOverFailures, [this] { mailer.toBeginMail(); });
-    const QString message = toGetStandardMessage(toGetCustomer());
+bool frmLogDetails::mailFile(const QString& fileName, const QString& respondentName) {
+    runStep(passesOverFailures, [this] { mailer.beginMail(); });
+    const QString message = toGetStandardMessage(chosenCustomer());
     mailer.MAPIMessages1.MsgNoteText = message.isEmpty() ? u"."_s : message;
     strGenerateXLSFile = toCheckFileExists(fileName) ? fileName : QString();
     const std::optional<QString> path =
-        strGenerateXLSFile.isEmpty() ? toLocateForMail(fileName) : toHomePath(strGenerateXLSFile);
+        strGenerateXLSFile.isEmpty() ? locateForMail(fileName) : homePath(strGenerateXLSFile);
     if (!path) {
-        runStep(passesOverFailures, [this] { mailer.toSignOff(); });
+        runStep(passesOverFailures, [this] { mailer.signOff(); });
         return false;
     }
-    mailer.toAttach(fileName, *path);
-    const QString address = mailer.toGetEmailId(respondentName, toGetCustID(toGetCustomer()));
-    mailer.toSetRecipient(address.isEmpty() ? u"No email address found"_s : address);
-    runStep(passesOverFailures, [this] { mailer.toHandOver(); });
-    runStep(passesOverFailures, [this] { mailer.toSignOff(); });
+    mailer.attach(fileName, *path);
+    const QString address = mailer.toGetEmailId(respondentName, toGetCustID(chosenCustomer()));
+    mailer.setRecipient(address.isEmpty() ? u"No email address found"_s : address);
+    runStep(passesOverFailures, [this] { mailer.handOver(); });
+    runStep(passesOverFailures, [this] { mailer.signOff(); });
     return true;
 }
 
-std::optional<QString> frmLogDetails::toLocateForMail(const QString& fileName) {
+std::optional<QString> frmLogDetails::locateForMail(const QString& fileName) {
     forms::msgBox(fileName + u" file not found in the Home directory..Kindly locate the file to attach",
                   style::information);
     cmnDlg.Filter = u"*.xls|*.xls|*.xls"_s;

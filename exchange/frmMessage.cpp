@@ -19,7 +19,7 @@ QPlainTextEdit* frmMessage::txtMessage() const {
 void frmMessage::onLoad() {
     toCenterForm(*this);
     frmLogDetails& log = frmLogDetails::instance();
-    const QString message = log.toGetStandardMessage(log.toGetCustomer());
+    const QString message = log.toGetStandardMessage(log.chosenCustomer());
     if (!message.trimmed().isEmpty())
         ui->txtMessage->setPlainText(message);
 }

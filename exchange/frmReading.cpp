@@ -32,7 +32,7 @@ frmReading::frmReading() : DefaultForm(Kind::SubWindow), ui(std::make_unique<Ui:
     connect(ui->cmdBrowse, &QPushButton::clicked, this, &frmReading::cmdBrowse_Click);
     connect(ui->lstXlsFiles, &forms::ListBox::Click, this, &frmReading::lstXlsFiles_Click);
     connect(ui->cmdImport, &QPushButton::clicked, this, &frmReading::cmdImport_Click);
-    connect(ui->cmdHelp, &QPushButton::clicked, this, [] { toShowHelpTopic(helpContext); });
+    connect(ui->cmdHelp, &QPushButton::clicked, this, [] { showHelpTopic(helpContext); });
     connect(ui->cmdClose, &QPushButton::clicked, this, [this] { Unload(); });
 }
 
@@ -42,14 +42,14 @@ void frmReading::onLoad() {
     toCenterForm(*this);
 }
 
-void frmReading::toBlankLabels() {
+void frmReading::blankLabels() {
     ui->lblCustName->clear();
     ui->lblRespName->clear();
     ui->lblSDate->clear();
 }
 
 void frmReading::cmdBrowse_Click() {
-    toBlankLabels();
+    blankLabels();
     guardedWithDescription([this] {
         cmnDlg.Filter = u"All Files (*.xls)|*.xls"_s;
         cmnDlg.Flags = forms::AllowMultiselect;
@@ -65,7 +65,7 @@ void frmReading::cmdBrowse_Click() {
 }
 
 void frmReading::lstXlsFiles_Click() {
-    toBlankLabels();
+    blankLabels();
     if (ui->lstXlsFiles->SelCount() != 1)
         return;
     guarded([this] {
@@ -104,7 +104,7 @@ void frmReading::toreadFromXlsFile() {
     const bool several = paths.size() + bad.size() > 1;
     std::transform(bad.begin(), bad.end(), bad.begin(), titleOf);
     const Reading reading = readSurveyFiles(paths, [](const QString& title, qsizetype left) {
-        toShowStatus(u"Importing Survey File(s)......"_s + title + u", %1 left"_s.arg(left));
+        showStatus(u"Importing Survey File(s)......"_s + title + u", %1 left"_s.arg(left));
     });
     // The failure of a single file has named it, unless it was the store's.
     nameAfterReading(several || reading.hasStoreFailed ? bad + reading.bad : QStringList(), reading.remarks);

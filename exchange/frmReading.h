@@ -32,7 +32,7 @@ private:
     void cmdBrowse_Click();
     void lstXlsFiles_Click();
     void cmdImport_Click();
-    void toBlankLabels();
+    void blankLabels();
 
     std::unique_ptr<Ui::frmReading> ui;
 };

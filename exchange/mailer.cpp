@@ -43,31 +43,31 @@ QString Mailer::toGetEmailId(const QString& respondentName, int custid) const {
     return address;
 }
 
-void Mailer::toBeginMail() {
+void Mailer::beginMail() {
     MAPISession1.setAction(mapi::SignOn);
     MAPIMessages1.SessionID = MAPISession1.SessionID;
     MAPIMessages1.setAction(mapi::Compose);
     MAPIMessages1.MsgSubject = u"Customer Satisfaction Survey"_s;
 }
 
-void Mailer::toAttach(const QString& name, const QString& path) {
+void Mailer::attach(const QString& name, const QString& path) {
     MAPIMessages1.AttachmentIndex = 0;
     MAPIMessages1.AttachmentType = mapi::DataAttachment;
     MAPIMessages1.AttachmentName = name;
     MAPIMessages1.AttachmentPathName = path;
 }
 
-void Mailer::toSetRecipient(const QString& recipient) {
+void Mailer::setRecipient(const QString& recipient) {
     MAPIMessages1.RecipIndex = 0;
     MAPIMessages1.RecipType = mapi::ToRecipient;
     MAPIMessages1.RecipDisplayName = recipient;
 }
 
-void Mailer::toHandOver() {
+void Mailer::handOver() {
     MAPIMessages1.setAction(mapi::SendByDialog);
 }
 
-void Mailer::toSignOff() {
+void Mailer::signOff() {
     MAPISession1.setAction(mapi::SignOff);
 }
 
@@ -75,12 +75,12 @@ void Mailer::sendmail(const ExportedFile& file) {
     guardedWithDescription([&] {
         if (!toTestMailKey())
             return;
-        toBeginMail();
+        beginMail();
         MAPIMessages1.MsgNoteText = toGetStandardMessage(file.customerName);
-        toAttach(file.strGenerateXLSFile, toHomePath(file.strGenerateXLSFile));
-        toSetRecipient(toGetEmailId(file.respondentName, toGetCustID(file.customerName)));
-        toHandOver();
-        toSignOff();
+        attach(file.strGenerateXLSFile, homePath(file.strGenerateXLSFile));
+        setRecipient(toGetEmailId(file.respondentName, toGetCustID(file.customerName)));
+        handOver();
+        signOff();
         strFound = false;
     });
 }

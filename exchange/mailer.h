@@ -34,11 +34,11 @@ public:
 
     // The pieces of a mail; they throw mapi::Failure.
     /// Signs on and begins a message with its subject.
-    void toBeginMail();
+    void beginMail();
     /// The name that the respondent sees, and the file's full path.
-    void toAttach(const QString& name, const QString& path);
-    void toSetRecipient(const QString& recipient);
+    void attach(const QString& name, const QString& path);
+    void setRecipient(const QString& recipient);
     /// Hands the message to the mail client.
-    void toHandOver();
-    void toSignOff();
+    void handOver();
+    void signOff();
 };

@@ -14,8 +14,8 @@ namespace {
 Reading readAfterCopy(SurveyReader& reader, const QStringList& paths,
                       const std::function<QStringList()>& files) {
     const bool isCopied = guardedWithDescription([] {
-        toReconnect();
-        toBackupBeforeLoss();
+        reconnect();
+        backUpBeforeLoss();
     });
     if (!isCopied) {
         QStringList titles;

@@ -41,7 +41,7 @@ private:
     bool askForName();
     bool mayTakeName(const QString& fileName, bool isConfirmed) const;
     void save(const excel::Workbook& workbook, const excel::Worksheet& sheet) const;
-    QString path() const { return toHomePath(result.fileName); }
+    QString path() const { return homePath(result.fileName); }
 
     const ExportRequest& request;
     const SurveyContext& survey;
@@ -104,17 +104,17 @@ QString SurveyExport::otherOwners() const {
 bool SurveyExport::write() {
     excel::Application appExcel;
     const excel::Workbook wkbExcel =
-        appExcel.Workbooks().Open(exists ? path() : toHomePath(templateFile.toString()));
+        appExcel.Workbooks().Open(exists ? path() : homePath(templateFile.toString()));
     const excel::Worksheet wksExcel = wkbExcel.Worksheets(cellmap::sheetName.toString());
     wksExcel.Unprotect(cellmap::sheetPassword.toString());
-    toFillSurveySheet(wksExcel, {.organisation = strCompanyName,
-                                 .customer = survey.customer,
-                                 .respondent = survey.respondent,
-                                 .custid = QString::number(key.custid),
-                                 .respondentid = QString::number(key.respondentid),
-                                 .surveyid = key.surveyid == 0 ? QString() : QString::number(key.surveyid),
-                                 .surveyDate = key.date,
-                                 .exportDate = forms::todayHook()});
+    fillSurveySheet(wksExcel, {.organisation = strCompanyName,
+                               .customer = survey.customer,
+                               .respondent = survey.respondent,
+                               .custid = QString::number(key.custid),
+                               .respondentid = QString::number(key.respondentid),
+                               .surveyid = key.surveyid == 0 ? QString() : QString::number(key.surveyid),
+                               .surveyDate = key.date,
+                               .exportDate = forms::todayHook()});
     if (result.fileName.trimmed().isEmpty() && !askForName())
         return false;
     guarded([&] { writeLogRow(survey, key, result.fileName); });
@@ -155,7 +155,7 @@ bool SurveyExport::askForName() {
 
 bool SurveyExport::mayTakeName(const QString& fileName, bool isConfirmed) const {
     return !lookedUp([&] { return isFileNameLogged(fileName); }) && !isProgramsOwnFile(fileName) &&
-           (isConfirmed || !toCheckFileExists(fileName)) && mayUseFile(toHomePath(fileName));
+           (isConfirmed || !toCheckFileExists(fileName)) && mayUseFile(homePath(fileName));
 }
 
 /// A workbook that could not be saved is not closed with its changes: they would go into the template.
@@ -180,5 +180,5 @@ ExportResult exportSurvey(const ExportRequest& request) {
 void offerToView(const QString& fileName) {
     if (forms::msgBox(u"Survey File Exported...Do you want to view the file? "_s,
                       style::yesNo + style::information, title()) == forms::Answer::Yes)
-        guarded([&] { toViewWorkbook(toHomePath(fileName)); });
+        guarded([&] { viewWorkbook(homePath(fileName)); });
 }

@@ -4,7 +4,7 @@
 #include "exchange/files/cellmap.h"
 #include "platform/excel/application.h"
 
-void toViewWorkbook(const QString& path) {
+void viewWorkbook(const QString& path) {
     const excel::Workbook wkbExcel = excel::Application().Workbooks().Open(path);
     wkbExcel.Application().setVisible(true);
     // The desktop's program runs what the workbook is to run when it opens.

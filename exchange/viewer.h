@@ -5,4 +5,4 @@
 
 /// Opens a survey file, given by its full path, in the desktop's spreadsheet program, protected as it is.
 /// Throws excel::Error.
-void toViewWorkbook(const QString& path);
+void viewWorkbook(const QString& path);

@@ -42,7 +42,7 @@ void frmFeedBackObj::connectEvents() {
     connect(ui->lstSurveyDates, &forms::ListBox::Click, this, &frmFeedBackObj::lstSurveyDates_Click);
     connect(ui->cmdRead, &QPushButton::clicked, this, &frmFeedBackObj::cmdRead_Click);
     connect(ui->cmdSave, &QPushButton::clicked, this, &frmFeedBackObj::cmdSave_Click);
-    connect(ui->cmdHelp, &QPushButton::clicked, this, [] { toShowHelpTopic(helpContext); });
+    connect(ui->cmdHelp, &QPushButton::clicked, this, [] { showHelpTopic(helpContext); });
     connect(ui->cmdClose, &QPushButton::clicked, this, [this] { Unload(); });
     connect(&ReadReport::instance(), &ReadReport::answersStored, this,
             [this](const SurveyReader::Questionnaires& read) {
@@ -52,7 +52,7 @@ void frmFeedBackObj::connectEvents() {
     editor->onChange = [this](const QString& text) { txtDtls_Change(text); };
     editor->fit = [this](int row, int col, const QString& text) -> std::optional<QString> {
         const forms::MSHFlexGrid* grid = ui->grdDtls;
-        switch (toJudgeChange(col, grid->TextMatrix(row, feedbackcolumn::type), text)) {
+        switch (judgeChange(col, grid->TextMatrix(row, feedbackcolumn::type), text)) {
         case Judgement::Take:
             return text;
         case Judgement::Blank:
@@ -62,7 +62,7 @@ void frmFeedBackObj::connectEvents() {
         }
         return {};
     };
-    editor->accepts = [this](QChar character) { return toAcceptCharacter(ui->grdDtls->Col(), character); };
+    editor->accepts = [this](QChar character) { return acceptsCharacter(ui->grdDtls->Col(), character); };
 }
 
 void frmFeedBackObj::onLoad() {
@@ -81,11 +81,11 @@ void frmFeedBackObj::onActivate() {
     blnBrowse = false;
     blnSetting = toGetSetting();
     if (std::exchange(blnSearchToFeedback, false))
-        toGoToHit();
-    toShowReadAnswers();
+        goToHit();
+    showReadAnswers();
 }
 
-void frmFeedBackObj::toGoToHit() {
+void frmFeedBackObj::goToHit() {
     const std::optional<SearchHit> hit = Shell::current()->hitToShow();
     if (!hit)
         return;
@@ -101,20 +101,20 @@ void frmFeedBackObj::toGoToHit() {
     if (!toFillcmbCustomername()) // the hit may be newer than the lists
         return;
     if (!moveTo(ui->cmbCusName, hit->customer) || !moveTo(ui->lstSurveyDates, hit->date))
-        toShowHitGone();
+        showHitGone();
 }
 
-void frmFeedBackObj::toShowHitGone() {
+void frmFeedBackObj::showHitGone() {
     ui->lstSurveyDates->Clear();
     if (ui->cmbCusName->ListIndex() == -1)
         ui->lstRespname->Clear();
-    toShowNothing();
+    showNothing();
     forms::msgBox(u"The survey of this hit is no longer there."_s, style::information, u"Gaugewell v2.1"_s);
 }
 
 void frmFeedBackObj::toSetWidthForGrid() {
-    toSetHeadsAndWidths(ui->grdDtls, {u"Question"_s, u"Weightage"_s, u"Score"_s, u"Description"_s},
-                        {0.01, 0.56, 0.12, 0.06, 0.23, 0});
+    setHeadsAndWidths(ui->grdDtls, {u"Question"_s, u"Weightage"_s, u"Score"_s, u"Description"_s},
+                      {0.01, 0.56, 0.12, 0.06, 0.23, 0});
 }
 
 void frmFeedBackObj::SetEditTextBox(int ColPos, int RowPos) {
@@ -125,7 +125,7 @@ void frmFeedBackObj::txtDtls_Change(const QString& text) {
     forms::MSHFlexGrid* grid = ui->grdDtls;
     const int row = grid->Row();
     const int col = grid->Col();
-    switch (toJudgeChange(col, grid->TextMatrix(row, feedbackcolumn::type), text)) {
+    switch (judgeChange(col, grid->TextMatrix(row, feedbackcolumn::type), text)) {
     case Judgement::Take:
         grid->setTextMatrix(row, col, text);
         break;
@@ -201,22 +201,22 @@ void frmFeedBackObj::cmbCusName_Click() {
         if (ui->lstRespname->ListCount() > 0)
             ui->lstRespname->setListIndex(0);
         else
-            toShowNothing();
+            showNothing();
     }
 }
 
 void frmFeedBackObj::lstRespname_Click() {
     const Busy busy(*this);
     if (ui->lstSurveyDates->ListCount() == 0) {
-        toShowNothing();
+        showNothing();
     } else if (ui->lstSurveyDates->SelCount() == 0) {
         ui->lstSurveyDates->setListIndex(0); // its click fills the grid
     } else {
-        toBlankGrid();
+        blankGrid();
         toFillGrid();
         tofillscoreandweightage();
     }
-    toShowFileNameOfChoice();
+    showFileNameOfChoice();
 }
 
 void frmFeedBackObj::lstSurveyDates_Click() {
@@ -225,19 +225,19 @@ void frmFeedBackObj::lstSurveyDates_Click() {
         toFillGrid();
         tofillscoreandweightage();
     }
-    toShowFileNameOfChoice();
+    showFileNameOfChoice();
 }
 
-void frmFeedBackObj::toBlankGrid() {
-    toEmptyGrid(ui->grdDtls);
+void frmFeedBackObj::blankGrid() {
+    emptyGrid(ui->grdDtls);
     ui->txtDtls->clear();
 }
 
-void frmFeedBackObj::toShowNothing() {
+void frmFeedBackObj::showNothing() {
     shown = {};
-    toBlankGrid();
+    blankGrid();
     ui->lblSDate->clear();
-    toShowFileLabel({});
+    showFileLabel({});
     SetEditTextBox(1, 1); // else the box stays over a row that is gone
 }
 
@@ -247,7 +247,7 @@ void frmFeedBackObj::toFillGrid() {
         ui->lblSDate->setText(ui->lstSurveyDates->Text());
         shown = findSurveyKey(chosen());
         if (shown.custid == 0) {
-            toBlankGrid();
+            blankGrid();
         } else {
             ado::Recordset questions;
             if (shown.respondentid != 0)
@@ -257,17 +257,17 @@ void frmFeedBackObj::toFillGrid() {
                                    u"#",
                                *cnnMain);
             if (!questions.IsOpen() || questions.Eof())
-                toShowNothing();
+                showNothing();
             else
-                toShowQuestions(questions);
+                showQuestions(questions);
         }
         SetEditTextBox(1, 1);
     });
     if (!filled)
-        toShowNothing(); // else a save would store one date's marks under another
+        showNothing(); // else a save would store one date's marks under another
 }
 
-void frmFeedBackObj::toShowQuestions(ado::Recordset& questions) {
+void frmFeedBackObj::showQuestions(ado::Recordset& questions) {
     forms::MSHFlexGrid* grid = ui->grdDtls;
     grid->setRows(questions.RecordCount() + 1);
     for (int row = 1; !questions.Eof(); questions.MoveNext(), ++row) {
@@ -283,7 +283,7 @@ bool frmFeedBackObj::isScoreRow(int row) const {
     return ui->grdDtls->TextMatrix(row, feedbackcolumn::type) == scoreType;
 }
 
-QString frmFeedBackObj::toMakeAnswerQuery(int row, const QString& questionid) const {
+QString frmFeedBackObj::answerQuery(int row, const QString& questionid) const {
     return u"select * from "_s + (isScoreRow(row) ? u"feedbackobjective" : u"feedbackdescriptive") +
            u" where respondentid=" + QString::number(shown.respondentid) + u" and questionid=" + questionid +
            u" and surveydate=#" + toSqlDate(shown.date) + u"#";
@@ -296,21 +296,21 @@ void frmFeedBackObj::tofillscoreandweightage() {
         for (int row = 1; row < grid->Rows(); ++row) {
             if (grid->TextMatrix(row, feedbackcolumn::question).trimmed().isEmpty())
                 break;
-            toShowAnswer(row);
+            showAnswer(row);
         }
         hasNewAnswers = false;
     });
     if (!filled)
-        toShowNothing(); // else a save would store blanks over the answers that could not be read
+        showNothing(); // else a save would store blanks over the answers that could not be read
 }
 
-void frmFeedBackObj::toShowAnswer(int row) {
+void frmFeedBackObj::showAnswer(int row) {
     forms::MSHFlexGrid* grid = ui->grdDtls;
     const bool isScore = isScoreRow(row);
     const QString questionid = toGetQuestionID(grid->TextMatrix(row, feedbackcolumn::question));
     ado::Recordset answer;
     if (!questionid.isEmpty())
-        answer.Open(toMakeAnswerQuery(row, questionid), *cnnMain);
+        answer.Open(answerQuery(row, questionid), *cnnMain);
     if (!answer.IsOpen() || answer.Eof()) {
         if (isScore) {
             grid->setTextMatrix(row, feedbackcolumn::description, {});
@@ -320,15 +320,14 @@ void frmFeedBackObj::toShowAnswer(int row) {
         }
         return;
     }
-    grid->setTextMatrix(row, feedbackcolumn::weightage, toShownMark(answer["weightage"].Text()));
-    grid->setTextMatrix(row, feedbackcolumn::score,
-                        isScore ? toShownMark(answer["score"].Text()) : QString());
+    grid->setTextMatrix(row, feedbackcolumn::weightage, shownMark(answer["weightage"].Text()));
+    grid->setTextMatrix(row, feedbackcolumn::score, isScore ? shownMark(answer["score"].Text()) : QString());
     grid->setTextMatrix(row, feedbackcolumn::description, isScore ? QString() : answer["Description"].Text());
 }
 
 void frmFeedBackObj::cmdSave_Click() {
     Busy busy(*this);
-    if (toFindBlank(ui->grdDtls, feedbackcolumn::question) > 0) {
+    if (findBlank(ui->grdDtls, feedbackcolumn::question) > 0) {
         forms::msgBox(u"Cannot Save.....Question details are missing"_s, style::critical,
                       u"Gaugewell v2.1"_s);
     } else if (ui->lstRespname->ListCount() > 0) {
@@ -340,21 +339,21 @@ void frmFeedBackObj::cmdSave_Click() {
 void frmFeedBackObj::toSaveDtls() {
     guarded([this] {
         requireShown();
-        toWriteTogether([this] {
+        writeTogether([this] {
             for (int row = 1; row < ui->grdDtls->Rows(); ++row)
-                toSaveRow(row);
+                saveRow(row);
         });
     });
 }
 
-void frmFeedBackObj::toSaveRow(int row) {
+void frmFeedBackObj::saveRow(int row) {
     const auto cell = [&](int column) { return ui->grdDtls->TextMatrix(row, column); };
     const QString questionid = toGetQuestionID(cell(feedbackcolumn::question));
     if (questionid.isEmpty() || shown.surveyid == 0)
         throw Refusal(u"“%1” has left this survey. The answers above it have been saved, this one and those "
                       "below have not."_s.arg(cell(feedbackcolumn::question)));
     ado::Recordset answer;
-    answer.Open(toMakeAnswerQuery(row, questionid), *cnnMain, ado::Recordset::Lock::Optimistic);
+    answer.Open(answerQuery(row, questionid), *cnnMain, ado::Recordset::Lock::Optimistic);
     const bool isNew = answer.Eof();
     if (isNew)
         answer.AddNew();
@@ -365,11 +364,11 @@ void frmFeedBackObj::toSaveRow(int row) {
     answer["respondentid"] = shown.respondentid;
     answer["questionid"] = questionid;
     answer["surveydate"] = shown.date;
-    write("weightage", toMarkForStore(cell(feedbackcolumn::weightage), isNew));
+    write("weightage", markForStore(cell(feedbackcolumn::weightage), isNew));
     if (isScoreRow(row))
-        write("score", toMarkForStore(cell(feedbackcolumn::score), isNew));
+        write("score", markForStore(cell(feedbackcolumn::score), isNew));
     else
-        write("Description", toDescriptionForStore(cell(feedbackcolumn::description)));
+        write("Description", descriptionForStore(cell(feedbackcolumn::description)));
     answer["surveyid"] = shown.surveyid;
     answer.Update();
 }

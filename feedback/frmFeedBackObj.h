@@ -68,9 +68,9 @@ private:
     void onActivate() override;
     void connectEvents();
     /// Moves to the customer and date of the row that was chosen in the search.
-    void toGoToHit();
+    void goToHit();
     /// Shows what another form has read in meanwhile; a save would store the answers from before.
-    void toShowReadAnswers();
+    void showReadAnswers();
 
     void cmbCusName_Click();
     void lstRespname_Click();
@@ -91,16 +91,16 @@ private:
     SurveyContext chosen() const;
     /// Throws Refusal unless the grid shows what is chosen. The survey may have been made meanwhile.
     void requireShown();
-    QString toMakeAnswerQuery(int row, const QString& questionid) const;
-    void toShowAnswer(int row);
-    void toSaveRow(int row);
-    void toShowQuestions(ado::Recordset& questions);
-    void toBlankGrid();
-    void toShowNothing();
+    QString answerQuery(int row, const QString& questionid) const;
+    void showAnswer(int row);
+    void saveRow(int row);
+    void showQuestions(ado::Recordset& questions);
+    void blankGrid();
+    void showNothing();
     /// After a jump to a hit that is no longer there.
-    void toShowHitGone();
-    void toShowFileLabel(const QString& text);
-    void toShowFileNameOfChoice();
+    void showHitGone();
+    void showFileLabel(const QString& text);
+    void showFileNameOfChoice();
     bool isScoreRow(int row) const;
 
     std::unique_ptr<Ui::frmFeedBackObj> ui;

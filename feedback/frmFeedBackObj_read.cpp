@@ -18,19 +18,18 @@ namespace style = forms::style;
 
 void frmFeedBackObj::toShowFileName() {
     guarded([this] {
-        toShowFileLabel({});
+        showFileLabel({});
         const QString logged = findLoggedFileName(ui->cmbCusName->Text(), findSurveyKey(chosen()));
-        toShowFileLabel(logged.isEmpty() ? u"No Survey File Exported..."_s
-                                         : u"Survey File Name : "_s + logged);
+        showFileLabel(logged.isEmpty() ? u"No Survey File Exported..."_s : u"Survey File Name : "_s + logged);
     });
 }
 
-void frmFeedBackObj::toShowFileLabel(const QString& text) {
+void frmFeedBackObj::showFileLabel(const QString& text) {
     ui->lblXLSFile->setText(text);
     ui->lblXLSFile->setToolTip(text.isEmpty() ? text : Qt::convertFromPlainText(text));
 }
 
-void frmFeedBackObj::toShowFileNameOfChoice() {
+void frmFeedBackObj::showFileNameOfChoice() {
     if (ui->lstSurveyDates->SelCount() > 0 && ui->lstRespname->SelCount() > 0)
         toShowFileName();
 }
@@ -72,7 +71,7 @@ void frmFeedBackObj::toreadFromXlsFile() {
     }
 }
 
-void frmFeedBackObj::toShowReadAnswers() {
+void frmFeedBackObj::showReadAnswers() {
     if (!hasNewAnswers || ui->lstRespname->ListCount() == 0)
         return;
     guarded([this] {
@@ -103,7 +102,7 @@ void frmFeedBackObj::toLocateXlsFile() {
 
 void frmFeedBackObj::XLSWrite() {
     // A located file leaves blnBrowse set, so that a bare name is then taken as it stands.
-    const QString path = blnBrowse ? strReturnFileName : toHomePath(strReturnFileName);
+    const QString path = blnBrowse ? strReturnFileName : homePath(strReturnFileName);
     if (!mayUseFile(path))
         return;
     const Reading reading = readSurveyFile(path);

@@ -59,12 +59,12 @@ void frmImprovementPlan::connectEvents() {
     connect(ui->lsvDtls, &forms::ListView::RightClick, this, &This::lsvDtls_RightClick);
     connect(ui->cmdSave, &QPushButton::clicked, this, &This::cmdSave_Click);
     connect(ui->cmdClose, &QPushButton::clicked, this, [this] { Unload(); });
-    connect(ui->cmdHelp, &QPushButton::clicked, this, [] { toShowHelpTopic(helpContext); });
+    connect(ui->cmdHelp, &QPushButton::clicked, this, [] { showHelpTopic(helpContext); });
 }
 
 void frmImprovementPlan::onLoad() {
     toCenterForm(*this);
-    toShowStatusOf(false);
+    showStatusOf(false);
     toFilllstCustomername();
     if (ui->lstCusName->ListCount() > 0)
         ui->lstCusName->setSelected(0, true);
@@ -90,7 +90,7 @@ void frmImprovementPlan::onActivate() {
     if (customers->SelCount() == 1) {
         ui->dtdate->setValue(toDate(hit->date));
     } else {
-        toShowNoAction();
+        showNoAction();
         ui->lsvDtls->Clear();
         forms::msgBox(u"The customer of this hit is no longer there."_s, forms::style::information,
                       u"Gaugewell v2.1"_s);
@@ -142,21 +142,21 @@ std::vector<QDate> frmImprovementPlan::chosenDates() const {
     return dates;
 }
 
-void frmImprovementPlan::toShowStatusOf(bool isComplete) {
+void frmImprovementPlan::showStatusOf(bool isComplete) {
     (isComplete ? ui->opnComplete : ui->opnNotComplete)->setChecked(true);
 }
 
 /// The date goes first: its change loads an action that stands on it.
-void frmImprovementPlan::toShowNoAction() {
+void frmImprovementPlan::showNoAction() {
     ui->dtdate->setValue(forms::today());
     ui->dttargetDate->setValue(forms::today());
     ui->txtDescription->clear();
-    toShowStatusOf(false);
+    showStatusOf(false);
 }
 
 void frmImprovementPlan::lstCusName_Click() {
     if (ui->lstCusName->SelCount() != 1) {
-        toShowNoAction();
+        showNoAction();
         return;
     }
     torefreshOnCustomerNameClick();
@@ -188,7 +188,7 @@ void frmImprovementPlan::lsvDtls_Click() {
         ui->dtdate->setValue(toDate(list->Text(row, dateColumn)));
     }
     ui->dttargetDate->setValue(dateOrToday(toDate(list->Text(row, targetColumn))));
-    toShowStatusOf(list->Text(row, statusColumn) == statusWord(true));
+    showStatusOf(list->Text(row, statusColumn) == statusWord(true));
 }
 
 void frmImprovementPlan::lsvDtls_RightClick(const QPoint& globalPosition) {
@@ -217,7 +217,7 @@ void frmImprovementPlan::toSaveActionDtls() {
         const QStringList names = chosenCustomers();
         requireCustomers(names);
         for (const QString& name : names)
-            toSaveActionOf(name);
+            saveActionOf(name);
         transaction.Commit();
     });
     if (saved) {
@@ -234,7 +234,7 @@ QString frmImprovementPlan::toGetActionID(const QString& customerName) const {
     return action.Eof() ? QString() : action["actionid"].Text();
 }
 
-void frmImprovementPlan::toSaveActionOf(const QString& customerName) {
+void frmImprovementPlan::saveActionOf(const QString& customerName) {
     const QString actionid = toGetActionID(customerName);
     const QString custid = custidOf(customerName);
     QString known = u"date=# "_s + toSqlDate(ui->dtdate->Value()) + u"# and customerid =" + custid;
@@ -274,7 +274,7 @@ void frmImprovementPlan::toFillListView() {
 void frmImprovementPlan::torefreshOnCustomerNameClick() {
     const auto showNone = [this] {
         ui->txtDescription->clear();
-        toShowStatusOf(false);
+        showStatusOf(false);
         ui->dttargetDate->setValue(forms::today());
     };
     const bool read = guarded([&] {
@@ -289,7 +289,7 @@ void frmImprovementPlan::torefreshOnCustomerNameClick() {
         ui->dtdate->setValue(action["Date"].Value().toDate());
         ui->dttargetDate->setValue(dateOrToday(action["targetdate"].Value().toDate()));
         ui->txtDescription->setText(action["Action"].Text());
-        toShowStatusOf(action["Status"].Value().toBool());
+        showStatusOf(action["Status"].Value().toBool());
     });
     if (!read)
         showNone(); // else a save would store another customer's action
@@ -324,7 +324,7 @@ void frmImprovementPlan::toDeleteActionForSelectedCustomer() {
         if (names.isEmpty() || dates.empty())
             return;
         requireCustomers(names); // before the copy
-        toBackupBeforeLoss();
+        backUpBeforeLoss();
         Transaction transaction;
         for (const int custid : requireCustomers(names)) {
             for (const QDate& date : dates) {
@@ -333,6 +333,6 @@ void frmImprovementPlan::toDeleteActionForSelectedCustomer() {
             }
         }
         transaction.Commit();
-        toShowNoAction();
+        showNoAction();
     });
 }

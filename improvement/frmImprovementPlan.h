@@ -52,9 +52,9 @@ private:
     void lsvDtls_Click();
     void lsvDtls_RightClick(const QPoint& globalPosition);
     void cmdSave_Click();
-    void toSaveActionOf(const QString& customerName);
-    void toShowNoAction();
-    void toShowStatusOf(bool complete);
+    void saveActionOf(const QString& customerName);
+    void showNoAction();
+    void showStatusOf(bool complete);
     /// The customer under the list's cursor; when another one is chosen and that one is not, the chosen one.
     QString currentCustomer() const;
     QStringList chosenCustomers() const;

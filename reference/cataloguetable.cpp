@@ -32,7 +32,7 @@ void CatalogueTable::editFirst() {
 }
 
 bool CatalogueTable::check(int column, const QString& message, const QString& title) {
-    const int blank = toFindBlank(grid, column);
+    const int blank = findBlank(grid, column);
     if (blank == 0)
         return true;
     forms::msgBox(message, forms::style::critical, title);
@@ -78,12 +78,12 @@ bool CatalogueTable::fill(const QString& sql) {
 void CatalogueTable::read(const QString& sql) {
     guarded([&] {
         if (!fill(sql))
-            toEmptyGrid(grid);
+            emptyGrid(grid);
     });
 }
 
 void CatalogueTable::showNone() {
-    toEmptyGrid(grid);
+    emptyGrid(grid);
     if (!hasShyBox || !box->isHidden()) // it would go on showing a row of another owner
         editAgain();
 }
@@ -146,12 +146,6 @@ QString CatalogueTable::saveRow(int row) {
 void CatalogueTable::remove(const QString& deletion) {
     if (key().isEmpty())
         return;
-    toBackupBeforeLoss();
+    backUpBeforeLoss();
     cnnMain->Execute(deletion);
-}
-
-bool toFindAny(const QString& sql) {
-    ado::Recordset any;
-    any.Open(sql, *cnnMain);
-    return !any.Eof();
 }

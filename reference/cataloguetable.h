@@ -70,6 +70,3 @@ private:
     forms::Form& form;
     const std::vector<const char*> fields;
 };
-
-/// Whether a select finds anything; nothing stays locked afterwards. Throws ado::Failure.
-bool toFindAny(const QString& sql);

@@ -52,11 +52,11 @@ void frmCustomer::connectEvents() {
     onClick(ui->cmdAddRespondent, &frmCustomer::cmdAddRespondent);
     onClick(ui->cmdSaveRespondent, &frmCustomer::cmdSaveRespondent);
     onClick(ui->cmdDeleteRespondent, &frmCustomer::cmdDeleteRespondent);
-    connect(ui->cmdHelp, &QPushButton::clicked, this, [] { toShowHelpTopic(helpContext); });
+    connect(ui->cmdHelp, &QPushButton::clicked, this, [] { showHelpTopic(helpContext); });
     connect(ui->cmdClose, &QPushButton::clicked, this, [this] { Unload(); });
     connect(ui->grdCustomerDtls, &forms::MSHFlexGrid::Click, this, &frmCustomer::grdCustomerDtls_Click);
-    customers->selectFor = [this](int row) { return toSelectCustomer(row); };
-    customers->write = [this](int row, ado::Recordset& customer) { toWriteCustomer(row, customer); };
+    customers->selectFor = [this](int row) { return customerSelect(row); };
+    customers->write = [this](int row, ado::Recordset& customer) { writeCustomer(row, customer); };
     customers->refresh = [this] { toRefreshCustomerDetails(); };
     customers->onOtherRow = [this] { grdCustomerDtls_Click(); };
     customers->enterCommand = [this] { cmdAddCustomer(); };
@@ -67,18 +67,18 @@ void frmCustomer::connectEvents() {
     };
     customers->afterRowChange = [this](GridEditor::RowMove move) {
         if (move == GridEditor::RowMove::Down)
-            toShowLastRespondent();
+            showLastRespondent();
         else if (move == GridEditor::RowMove::Appended)
             SetEditRespondentTextBox(1, 1);
     };
-    respondents->selectFor = [this](int row) { return toSelectRespondent(row); };
-    respondents->write = [this](int row, ado::Recordset& respondent) { toWriteRespondent(row, respondent); };
+    respondents->selectFor = [this](int row) { return respondentSelect(row); };
+    respondents->write = [this](int row, ado::Recordset& respondent) { writeRespondent(row, respondent); };
     respondents->refresh = [this] { toRefreshRespondentDetails(); };
     respondents->enterCommand = [this] { cmdAddRespondent(); };
 }
 
 void frmCustomer::onLoad() {
-    toReconnect();
+    reconnect();
     setLeft((ScreenWidth() - Width()) / 2);
     setTop((ScreenHeight() - Height()) / 5);
     toSetWidthForCusGrid();
@@ -90,14 +90,14 @@ void frmCustomer::onLoad() {
 }
 
 void frmCustomer::toSetWidthForCusGrid() {
-    toSetHeadsAndWidths(ui->grdCustomerDtls,
-                        {u"Customer Name"_s, u"Customer Address"_s, u"Tel.No"_s, u"Email"_s},
-                        {0.05, 0.25, 0.35, 0.1, 0.2, 0});
+    setHeadsAndWidths(ui->grdCustomerDtls,
+                      {u"Customer Name"_s, u"Customer Address"_s, u"Tel.No"_s, u"Email"_s},
+                      {0.05, 0.25, 0.35, 0.1, 0.2, 0});
 }
 
 void frmCustomer::toSetWidthForResGrid() {
-    toSetHeadsAndWidths(ui->grdRespondentDtls, {u"Respondent Name"_s, u"Designation"_s, u"Email ID"_s},
-                        {0.025, 0.3, 0.3, 0.3, 0});
+    setHeadsAndWidths(ui->grdRespondentDtls, {u"Respondent Name"_s, u"Designation"_s, u"Email ID"_s},
+                      {0.025, 0.3, 0.3, 0.3, 0});
 }
 
 void frmCustomer::SetEditTextBox(int ColPos, int RowPos) {
@@ -110,10 +110,10 @@ void frmCustomer::SetEditRespondentTextBox(int ColPos, int RowPos) {
 
 void frmCustomer::grdCustomerDtls_Click() {
     toRefreshRespondentDetails();
-    toShowLastRespondent();
+    showLastRespondent();
 }
 
-void frmCustomer::toShowLastRespondent() {
+void frmCustomer::showLastRespondent() {
     ui->grdRespondentDtls->setRow(ui->grdRespondentDtls->Rows() - 1);
     respondents->editAgain();
 }
@@ -134,14 +134,14 @@ void frmCustomer::toSaveCustomerDtls() {
         customers->focusBox();
 }
 
-QString frmCustomer::toSelectCustomer(int row) const {
+QString frmCustomer::customerSelect(int row) const {
     const QString custid = customers->key(row);
     if (!custid.isEmpty())
         return u"select * from customer where custid="_s + custid;
     return u"select * from customer where CustName='"_s + toStoredText(customers->cell(row, 1)) + u"'";
 }
 
-void frmCustomer::toWriteCustomer(int row, ado::Recordset& customer) const {
+void frmCustomer::writeCustomer(int row, ado::Recordset& customer) const {
     const auto cell = [&](int column) { return customers->cell(row, column); };
     customer["custname"] = toStoredText(cell(1));
     customer["Address"] = cell(2).isEmpty() ? u" "_s : toStoredText(cell(2));
@@ -151,7 +151,7 @@ void frmCustomer::toWriteCustomer(int row, ado::Recordset& customer) const {
 
 /// Whether a respondent of the name and designation in that row is stored under the current customer. With
 /// an apostrophe in one text only, the other is tested as empty, so that nothing is found.
-QString frmCustomer::toMakeDuplicateTest(int row) const {
+QString frmCustomer::duplicateTest(int row) const {
     const QString name = respondents->cell(row, 1);
     const QString designation = respondents->cell(row, designationColumn);
     const std::optional<QString> filteredName = toFilterApostrophe(name);
@@ -177,17 +177,17 @@ void frmCustomer::toSaveRespondentDetails() {
 }
 
 /// A single new row is compared by the texts of the row in hand, of several each by its own.
-QString frmCustomer::toSelectRespondent(int row) const {
+QString frmCustomer::respondentSelect(int row) const {
     const QString respondentid = respondents->key(row);
     if (!respondentid.isEmpty())
         return u"select * from respondent where respondentid="_s + respondentid;
     int newRows = 0;
     for (int other = 1; other < ui->grdRespondentDtls->Rows(); ++other)
         newRows += respondents->key(other).isEmpty() ? 1 : 0;
-    return toMakeDuplicateTest(newRows > 1 ? row : ui->grdRespondentDtls->Row());
+    return duplicateTest(newRows > 1 ? row : ui->grdRespondentDtls->Row());
 }
 
-void frmCustomer::toWriteRespondent(int row, ado::Recordset& respondent) const {
+void frmCustomer::writeRespondent(int row, ado::Recordset& respondent) const {
     const QString designation = respondents->cell(row, designationColumn);
     respondent["respondentname"] = nullWhenEmpty(respondents->cell(row, 1));
     if (respondents->key(row).isEmpty() || !designation.isEmpty())
@@ -198,18 +198,18 @@ void frmCustomer::toWriteRespondent(int row, ado::Recordset& respondent) const {
 
 void frmCustomer::toDeleteCustomer() {
     guarded([this] {
-        toShowStatus(u"Deleting Customer Dtls....."_s);
+        showStatus(u"Deleting Customer Dtls....."_s);
         const QString custid = customers->key();
-        if (custid.isEmpty() || !toFindAny(u"select * from respondent where custid="_s + custid) ||
+        if (custid.isEmpty() || !hasRecords(u"select * from respondent where custid="_s + custid) ||
             msgBox(u"Deleting of Customer will delete all the Corresponding records"_s,
                    style::okCancel + style::secondButton, u"Tallywell"_s) == forms::Answer::Ok)
             customers->remove(u"delete * from customer where custid="_s + custid);
         else
-            toShowStatus(u"Deletion Cancelled....."_s);
+            showStatus(u"Deletion Cancelled....."_s);
         toRefreshCustomerDetails();
         toRefreshRespondentDetails();
         customers->editAgain();
-        toShowStatus({});
+        showStatus({});
     });
 }
 
@@ -224,7 +224,7 @@ void frmCustomer::toDeleteRespondentDetails() {
 }
 
 void frmCustomer::cmdAddCustomer() {
-    if (toFindBlank(ui->grdCustomerDtls, 1) > 0) {
+    if (findBlank(ui->grdCustomerDtls, 1) > 0) {
         msgBox(u"Customer Name Cannot be left blank....Error"_s, style::critical, u"Gaugewell v2.1"_s);
         customers->editFirst(); // of the row in hand, which may be another one
         return;
@@ -247,13 +247,13 @@ void frmCustomer::cmdDeleteCustomer() {
     customers->focusBox();
 }
 
-bool frmCustomer::toCheckDesignations() {
+bool frmCustomer::checkDesignations() {
     return respondents->check(designationColumn, u"Designation cannot be left blank....Error"_s,
                               u"Tallywell"_s);
 }
 
 void frmCustomer::cmdAddRespondent() {
-    if (!toCheckDesignations())
+    if (!checkDesignations())
         return;
     const Busy busy(*this, u"Adding Respondent....."_s);
     cmdSaveRespondent();
@@ -262,7 +262,7 @@ void frmCustomer::cmdAddRespondent() {
 
 void frmCustomer::cmdSaveRespondent() {
     Busy busy(*this);
-    if (!toCheckDesignations())
+    if (!checkDesignations())
         return;
     if (customers->cell(ui->grdCustomerDtls->Row(), 1).trimmed().isEmpty()) {
         msgBox(u"Select a Customer to Add Respondent(s)"_s, style::noIcon, u"Gaugewell v2.1"_s);

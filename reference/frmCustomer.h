@@ -44,13 +44,13 @@ private:
     void cmdSaveRespondent();
     void cmdDeleteRespondent();
     void grdCustomerDtls_Click();
-    void toShowLastRespondent();
-    bool toCheckDesignations();
-    QString toSelectCustomer(int row) const;
-    void toWriteCustomer(int row, ado::Recordset& customer) const;
-    QString toMakeDuplicateTest(int row) const;
-    QString toSelectRespondent(int row) const;
-    void toWriteRespondent(int row, ado::Recordset& respondent) const;
+    void showLastRespondent();
+    bool checkDesignations();
+    QString customerSelect(int row) const;
+    void writeCustomer(int row, ado::Recordset& customer) const;
+    QString duplicateTest(int row) const;
+    QString respondentSelect(int row) const;
+    void writeRespondent(int row, ado::Recordset& respondent) const;
 
     std::unique_ptr<Ui::frmCustomer> ui;
     CatalogueTable* customers = nullptr;

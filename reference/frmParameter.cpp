@@ -47,7 +47,7 @@ QLineEdit* frmParameter::txtParameterDtls() const {
     return ui->txtParameterDtls;
 }
 
-void frmParameter::toFocusParameter() {
+void frmParameter::focusParameter() {
     parameters->editFirst();
 }
 
@@ -61,10 +61,10 @@ void frmParameter::connectEvents() {
     onClick(ui->cmdAddQuestion, &frmParameter::cmdAddQuestion);
     onClick(ui->cmdSaveQuestion, &frmParameter::cmdSaveQuestion);
     onClick(ui->cmdDeleteQuestion, &frmParameter::cmdDeleteQuestion);
-    connect(ui->cmdHelp, &QPushButton::clicked, this, [] { toShowHelpTopic(helpContext); });
+    connect(ui->cmdHelp, &QPushButton::clicked, this, [] { showHelpTopic(helpContext); });
     connect(ui->cmdClose, &QPushButton::clicked, this, [this] { Unload(); });
     connect(ui->grdParameterDtls, &forms::MSHFlexGrid::Click, this, &frmParameter::toRefreshQuestionDtls);
-    parameters->selectFor = [this](int row) { return toSelectParameter(row); };
+    parameters->selectFor = [this](int row) { return parameterSelect(row); };
     parameters->write = [this](int row, ado::Recordset& parameter) {
         parameter["parametername"] = toStoredText(parameters->cell(row, 1));
     };
@@ -72,8 +72,8 @@ void frmParameter::connectEvents() {
     parameters->onOtherRow = [this] { toRefreshQuestionDtls(); };
     parameters->enterCommand = [this] { cmdAddParameter(); };
     parameters->onRowChange = [this](GridEditor::RowMove) { toRefreshQuestionDtls(); };
-    questions->selectFor = [this](int row) { return toSelectQuestion(row); };
-    questions->write = [this](int row, ado::Recordset& question) { toWriteQuestion(row, question); };
+    questions->selectFor = [this](int row) { return questionSelect(row); };
+    questions->write = [this](int row, ado::Recordset& question) { writeQuestion(row, question); };
     questions->refresh = [this] { toRefreshQuestionDtls(); };
     questions->shownAs = [](int col, const QString& text) {
         return col != typeColumn ? text : text == ado::toText(true) ? u"Score"_s : u"Descriptive"_s;
@@ -88,7 +88,7 @@ void frmParameter::connectEvents() {
 }
 
 void frmParameter::onLoad() {
-    toReconnect();
+    reconnect();
     setTop(0);
     setLeft(0);
     toSetWidthForParamGrid();
@@ -103,11 +103,11 @@ void frmParameter::onLoad() {
 }
 
 void frmParameter::toSetWidthForParamGrid() {
-    toSetHeadsAndWidths(ui->grdParameterDtls, {u"Parameter Name"_s}, {0.1, 0.85, 0});
+    setHeadsAndWidths(ui->grdParameterDtls, {u"Parameter Name"_s}, {0.1, 0.85, 0});
 }
 
 void frmParameter::toSetWidthForQuestionGrid() {
-    toSetHeadsAndWidths(ui->grdQuestionDtls, {u"Question"_s, u"Type"_s}, {0.02, 0.84, 0.1, 0});
+    setHeadsAndWidths(ui->grdQuestionDtls, {u"Question"_s, u"Type"_s}, {0.02, 0.84, 0.1, 0});
 }
 
 void frmParameter::SetEditParameterTextBox(int ColPos, int RowPos) {
@@ -139,7 +139,7 @@ void frmParameter::toSaveParameterDtls() {
     parameters->save();
 }
 
-QString frmParameter::toSelectParameter(int row) const {
+QString frmParameter::parameterSelect(int row) const {
     const QString paramid = parameters->key(row);
     if (!paramid.isEmpty())
         return u"select * from parameter where paramid="_s + paramid;
@@ -156,7 +156,7 @@ void frmParameter::toSaveQuestionDetails() {
            style::information, u"Gaugewell v2.1"_s);
 }
 
-QString frmParameter::toSelectQuestion(int row) const {
+QString frmParameter::questionSelect(int row) const {
     const QString typed = questions->cell(row, 1);
     const QString text = toStoredText(typed);
     const QString questionid = questions->key(row);
@@ -166,15 +166,15 @@ QString frmParameter::toSelectQuestion(int row) const {
     return u"select * from questions where question='"_s + text + u"' and Paramid=" + parameters->key();
 }
 
-void frmParameter::toWriteQuestion(int row, ado::Recordset& question) const {
+void frmParameter::writeQuestion(int row, ado::Recordset& question) const {
     question["question"] = toStoredText(questions->cell(row, 1));
     question["Type"] = questions->cell(row, typeColumn) == u"Score";
     question["paramid"] = parameters->key();
 }
 
-bool frmParameter::toConfirmDeletion(const QString& paramid) {
+bool frmParameter::confirmDeletion(const QString& paramid) {
     return questions->key(1).isEmpty() ||
-           (toFindAny(u"select * from questions where paramid="_s + paramid) &&
+           (hasRecords(u"select * from questions where paramid="_s + paramid) &&
             msgBox(u"Deleting of parameter will delete all the Corresponding records"_s,
                    style::okCancel + style::secondButton, u"Gaugewell v2.1"_s) == forms::Answer::Ok);
 }
@@ -187,7 +187,7 @@ void frmParameter::toDeleteparameter() {
             toRefreshQuestionDtls();
         if (questions->owner != paramid) // it is not known whether the parameter has any
             return;
-        if (!paramid.isEmpty() && toConfirmDeletion(paramid))
+        if (!paramid.isEmpty() && confirmDeletion(paramid))
             parameters->remove(u"delete * from parameter where paramid="_s + paramid);
         if (grid->Rows() > 2) {
             // Stores the edits of the rows that stay. The refresh brings the last row back if the database
@@ -228,28 +228,28 @@ void frmParameter::cmdSaveParameter() {
 }
 
 void frmParameter::cmdDeleteParameter() {
-    toShowStatus(u"Deleting Parameter...."_s);
+    showStatus(u"Deleting Parameter...."_s);
     toDeleteparameter();
     parameters->editFirst();
-    toShowStatus({});
+    showStatus({});
 }
 
 void frmParameter::cmdAddQuestion() {
     if (!questions->check(1, u"Question Cannot be left blank....Error"_s, u"Gaugewell v2.1"_s))
         return;
-    toShowStatus(u"Adding Question....."_s);
+    showStatus(u"Adding Question....."_s);
     cmdSaveQuestion();
     questions->append();
-    toShowStatus({});
+    showStatus({});
 }
 
 void frmParameter::cmdSaveQuestion() {
     if (!questions->check(1, u"Question name cannot be left blank...Error"_s, u"Gaugewell v2.1"_s))
         return;
-    toShowStatus(u"Saving Question....."_s);
+    showStatus(u"Saving Question....."_s);
     toSaveQuestionDetails();
     questions->editFirst();
-    toShowStatus({});
+    showStatus({});
 }
 
 void frmParameter::cmdDeleteQuestion() {

@@ -20,7 +20,7 @@ public:
     ~frmParameter() override;
     QLineEdit* txtParameterDtls() const;
     /// Shows the box of the current parameter and gives it the focus.
-    void toFocusParameter();
+    void focusParameter();
 
     void toSetWidthForParamGrid();
     void toSetWidthForQuestionGrid();
@@ -46,10 +46,10 @@ private:
     void cmdSaveQuestion();
     void cmdDeleteQuestion();
     void txtQuestionDtls_Change(const QString& text);
-    QString toSelectParameter(int row) const;
-    QString toSelectQuestion(int row) const;
-    void toWriteQuestion(int row, ado::Recordset& question) const;
-    bool toConfirmDeletion(const QString& paramid);
+    QString parameterSelect(int row) const;
+    QString questionSelect(int row) const;
+    void writeQuestion(int row, ado::Recordset& question) const;
+    bool confirmDeletion(const QString& paramid);
 
     std::unique_ptr<Ui::frmParameter> ui;
     CatalogueTable* parameters = nullptr;

@@ -5,8 +5,8 @@
 
 #include <cmath>
 
-void toSetHeadsAndWidths(forms::MSHFlexGrid* grid, const QStringList& heads,
-                         const std::vector<double>& shares, bool bold) {
+void setHeadsAndWidths(forms::MSHFlexGrid* grid, const QStringList& heads, const std::vector<double>& shares,
+                       bool bold) {
     grid->setCols(static_cast<int>(shares.size()));
     for (std::size_t i = 0; i < shares.size(); ++i)
         grid->setColWidth(static_cast<int>(i),
@@ -22,13 +22,13 @@ void toSetHeadsAndWidths(forms::MSHFlexGrid* grid, const QStringList& heads,
     grid->moveTo(row, col);
 }
 
-void toEmptyGrid(forms::MSHFlexGrid* grid) {
+void emptyGrid(forms::MSHFlexGrid* grid) {
     grid->setRows(2);
     for (int i = 1; i < grid->Cols(); ++i)
         grid->setTextMatrix(1, i, {});
 }
 
-int toFindBlank(const forms::MSHFlexGrid* grid, int column) {
+int findBlank(const forms::MSHFlexGrid* grid, int column) {
     for (int row = 1; row < grid->Rows(); ++row) {
         if (grid->TextMatrix(row, column).trimmed().isEmpty())
             return row;

@@ -41,13 +41,13 @@ void frmSearch::connectEvents() {
     connect(ui->cmdOK, &QPushButton::clicked, this, &frmSearch::cmdOK_Click);
     connect(ui->txtKeyword, &QLineEdit::returnPressed, this, &frmSearch::cmdOK_Click);
     connect(ui->txtKeyword, &QLineEdit::textChanged, this, &frmSearch::txtKeyword_Change);
-    connect(ui->lsvDtls, &forms::ListView::DblClick, this, &frmSearch::toJump);
+    connect(ui->lsvDtls, &forms::ListView::DblClick, this, &frmSearch::jump);
     connect(ui->lsvDtls, &forms::ListView::KeyDown, this, [this, isEnter](int key) {
         if (isEnter(key))
-            toJump();
+            jump();
     });
     connect(ui->cmdClose, &QPushButton::clicked, this, [this] { Unload(); });
-    connect(ui->cmdHelp, &QPushButton::clicked, this, [] { toShowHelpTopic(helpContext); });
+    connect(ui->cmdHelp, &QPushButton::clicked, this, [] { showHelpTopic(helpContext); });
 }
 
 void frmSearch::onLoad() {
@@ -87,12 +87,12 @@ void frmSearch::cmdOK_Click() {
 
 void frmSearch::toSplitKeywords() {
     guarded([this] {
-        toFillWorkTable([this] {
+        fillWorkTable([this] {
             cnnMain->Execute(u"delete * from search"_s);
             for (const SearchPass pass :
                  {SearchPass::Objective, SearchPass::Descriptive, SearchPass::Action}) {
-                const QStringList keywords = toSplit(toStoredText(ui->txtKeyword->text().trimmed()));
-                cnnMain->Execute(toMakeHitInsertion(pass, keywords));
+                const QStringList keywords = keywordsOf(toStoredText(ui->txtKeyword->text().trimmed()));
+                cnnMain->Execute(hitInsertion(pass, keywords));
             }
         });
     });
@@ -115,7 +115,7 @@ void frmSearch::toFillListView() {
     });
 }
 
-void frmSearch::toJump() {
+void frmSearch::jump() {
     const std::vector<int> chosen = ui->lsvDtls->SelectedRows();
     if (chosen.empty())
         return;

@@ -36,7 +36,7 @@ private:
 
     void cmdOK_Click();
     void txtKeyword_Change();
-    void toJump();
+    void jump();
     bool hasKeywords() const;
 
     std::unique_ptr<Ui::frmSearch> ui;

@@ -19,12 +19,6 @@ namespace {
 
 constexpr int rowsWithoutQuestions = 2; // head row, the blank row
 
-bool hasRows(const QString& sql) {
-    ado::Recordset records;
-    records.Open(sql, *cnnMain);
-    return !records.Eof();
-}
-
 } // namespace
 
 frmEditExistingSurvey::frmEditExistingSurvey()
@@ -49,8 +43,8 @@ frmEditExistingSurvey::~frmEditExistingSurvey() = default;
 void frmEditExistingSurvey::onLoad() {
     SurveyEditor::onLoad();
     toFillCustomerList();
-    lists.toPickFirstCustomer();
-    lists.toPickFirstDate();
+    lists.pickFirstCustomer();
+    lists.pickFirstDate();
 }
 
 int frmEditExistingSurvey::helpContext() const {
@@ -73,7 +67,7 @@ void frmEditExistingSurvey::lstRespondent_Click() {
     if (ui->lstRespondent->ListCount() == 0)
         return;
     toFillSurveyDateList();
-    lists.toPickFirstDate();
+    lists.pickFirstDate();
     toRefreshGrid();
 }
 
@@ -94,19 +88,19 @@ bool frmEditExistingSurvey::mayAdd() {
 }
 
 /// Once for each chosen respondent, and each time for the first of them.
-std::vector<ChosenQuestion> frmEditExistingSurvey::toRewrite() {
+std::vector<ChosenQuestion> frmEditExistingSurvey::rewrite() {
     std::vector<ChosenQuestion> leftOut;
     for (int i = 0; i < ui->lstRespondent->ListCount(); ++i) {
         if (ui->lstRespondent->Selected(i))
-            leftOut = SurveyEditor::toRewrite();
+            leftOut = SurveyEditor::rewrite();
     }
     return leftOut;
 }
 
-void frmEditExistingSurvey::toImport() {
+void frmEditExistingSurvey::importSurvey() {
     if (ui->lstRespondent->ListCount() > 0 && ui->lstSurvetDates->ListCount() > 0) {
         blnExistingSurvey = false;
-        frmPasteSurvey::toCopyInto(context());
+        frmPasteSurvey::copyInto(context());
     } else if (ui->lstRespondent->ListCount() == 0) {
         msgBox(u"No Respondent name present to Edit Survey"_s, style::critical, u"Gaugewell v2.1"_s);
     } else {
@@ -130,7 +124,7 @@ void frmEditExistingSurvey::lstSurvetDates_KeyDown(int key) {
             busy.say(u"Deletion Cancelled...."_s);
         } else if (editor->grdParamAndQuest->Rows() != rowsWithoutQuestions) {
             toDeleteSurvey();
-            lists.toPickFirstDate();
+            lists.pickFirstDate();
             toRefreshGrid();
         } else {
             toDeleteEmptySurvey();
@@ -143,15 +137,15 @@ void frmEditExistingSurvey::toDeleteSurvey() {
         return;
     guarded([this] {
         const SurveyKey survey = requireSurveyKey(context()); // before the copy
-        toBackupBeforeLoss();
+        backUpBeforeLoss();
         Transaction transaction;
         ado::Recordset responquery;
         responquery.Open(u"select * from responquery where sdate=#"_s + toSqlDate(survey.date) +
                              u"# and custid=" + QString::number(survey.custid),
                          *cnnMain);
         if (!responquery.Eof())
-            toDeleteQuestionnaire(survey, responquery["surveyid"].Text(),
-                                  responquery.RecordCount() == editor->grdParamAndQuest->Rows() - 2);
+            deleteQuestionnaire(survey, responquery["surveyid"].Text(),
+                                responquery.RecordCount() == editor->grdParamAndQuest->Rows() - 2);
         transaction.Commit();
         toFillSurveyDateList();
     });
@@ -159,8 +153,8 @@ void frmEditExistingSurvey::toDeleteSurvey() {
 
 /// The questionnaire of one respondent with all that belongs to it, and the survey itself when no one else
 /// has a questionnaire on that date.
-void frmEditExistingSurvey::toDeleteQuestionnaire(const SurveyKey& survey, const QString& surveyid,
-                                                  bool isLastOfDate) {
+void frmEditExistingSurvey::deleteQuestionnaire(const SurveyKey& survey, const QString& surveyid,
+                                                bool isLastOfDate) {
     const QString respondentid = QString::number(survey.respondentid);
     const QString date = u"#"_s + toSqlDate(survey.date) + u"#";
     const QString ofRespondent = u" where surveyid="_s + surveyid + u" and respondentid=" + respondentid;
@@ -185,16 +179,16 @@ void frmEditExistingSurvey::toDeleteEmptySurvey() {
         const QString respondentid = QString::number(survey.respondentid);
         const QString custid = QString::number(survey.custid);
         const QString surveyid = QString::number(survey.surveyid);
-        const bool isCustomerEmpty = !hasRows(u"select * from responquery where custid="_s + custid);
+        const bool isCustomerEmpty = !hasRecords(u"select * from responquery where custid="_s + custid);
         const QString ofSurvey = u"select * from responquesindex where surveyid="_s + surveyid;
         const bool isUnseen =
-            survey.surveyid != 0 && hasRows(ofSurvey + u" and respondentid=" + respondentid);
+            survey.surveyid != 0 && hasRecords(ofSurvey + u" and respondentid=" + respondentid);
         if (isCustomerEmpty || isUnseen) {
-            toBackupBeforeLoss(); // which cannot be done within a transaction
+            backUpBeforeLoss(); // which cannot be done within a transaction
             Transaction transaction;
             if (!isCustomerEmpty) {
-                toDeleteQuestionnaire(survey, surveyid,
-                                      !hasRows(ofSurvey + u" and respondentid<>" + respondentid));
+                deleteQuestionnaire(survey, surveyid,
+                                    !hasRecords(ofSurvey + u" and respondentid<>" + respondentid));
             } else {
                 if (survey.surveyid != 0)
                     cnnMain->Execute(u"delete * from feedbackobjective where surveyid="_s + surveyid +

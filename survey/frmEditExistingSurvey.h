@@ -36,14 +36,14 @@ private:
     HistoryOrder historyOrder() const override { return HistoryOrder::NewestFirst; }
     QString reportTitle() const override;
     bool mayAdd() override;
-    std::vector<ChosenQuestion> toRewrite() override;
-    void toImport() override;
+    std::vector<ChosenQuestion> rewrite() override;
+    void importSurvey() override;
     void cmbCustomer_Click();
     void lstRespondent_Click();
     void lstSurvetDates_Click();
     void lstSurvetDates_KeyDown(int key);
     void toDeleteEmptySurvey();
-    void toDeleteQuestionnaire(const SurveyKey& survey, const QString& surveyid, bool isLastOfDate);
+    void deleteQuestionnaire(const SurveyKey& survey, const QString& surveyid, bool isLastOfDate);
 
     std::unique_ptr<Ui::frmEditExistingSurvey> ui;
     SurveyLists lists;

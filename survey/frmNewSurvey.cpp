@@ -34,9 +34,9 @@ int frmNewSurvey::helpContext() const {
     return 201;
 }
 
-void frmNewSurvey::toImport() {
+void frmNewSurvey::importSurvey() {
     blnExistingSurvey = true;
-    frmPasteSurvey::toCopyInto(context());
+    frmPasteSurvey::copyInto(context());
 }
 
 QString frmNewSurvey::toGetRespondentID(const QString& /*respondent*/) const {

@@ -26,7 +26,7 @@ private:
     void onLoad() override;
     SurveyContext context() const override;
     int helpContext() const override;
-    void toImport() override;
+    void importSurvey() override;
 
     std::unique_ptr<Ui::frmNewSurvey> ui;
 };

@@ -36,7 +36,7 @@ frmPasteSurvey::frmPasteSurvey() : DefaultForm(Kind::Dialog), ui(std::make_uniqu
 
 frmPasteSurvey::~frmPasteSurvey() = default;
 
-void frmPasteSurvey::toCopyInto(const SurveyContext& target) {
+void frmPasteSurvey::copyInto(const SurveyContext& target) {
     targetOfNext = target;
     frmPasteSurvey& form = instance();
     Busy::endPointers();
@@ -54,12 +54,12 @@ void frmPasteSurvey::onLoad() {
     ui->txtSurveyDate->setText(target.date);
     setTop(topOnLoad);
     setLeft(leftOnLoad);
-    toSetHeadsAndWidths(ui->grdParamAndQuest, {u"Parameter"_s, u"Question"_s}, {0.05, 0.2, 0.7}, false);
+    setHeadsAndWidths(ui->grdParamAndQuest, {u"Parameter"_s, u"Question"_s}, {0.05, 0.2, 0.7}, false);
     if (blnExistingSurvey)
         strSelectedRespondent = target.respondent;
     toFillCustomerList();
-    lists.toPickFirstCustomer();
-    lists.toPickFirstDate();
+    lists.pickFirstCustomer();
+    lists.pickFirstDate();
 }
 
 void frmPasteSurvey::onQueryUnload(bool&) {
@@ -74,9 +74,9 @@ void frmPasteSurvey::toFillSurveyDateList() {
 }
 
 void frmPasteSurvey::toRefreshGrid() {
-    const bool read = guarded([this] { toShowQuestionnaire(ui->grdParamAndQuest, lists.picked()); });
+    const bool read = guarded([this] { showQuestionnaire(ui->grdParamAndQuest, lists.picked()); });
     if (!read)
-        toEmptyGrid(ui->grdParamAndQuest); // else another survey would stay, and Ok copy the picked one
+        emptyGrid(ui->grdParamAndQuest); // else another survey would stay, and Ok copy the picked one
 }
 
 QString frmPasteSurvey::toGetRespondentID(const QString& name) const {
@@ -104,7 +104,7 @@ void frmPasteSurvey::lstRespondent_Click() {
         return;
     toFillSurveyDateList();
     toRefreshGrid();
-    lists.toPickFirstDate();
+    lists.pickFirstDate();
 }
 
 void frmPasteSurvey::lstSurvetDates_Click() {
@@ -145,7 +145,7 @@ void frmPasteSurvey::toPasteCopyDetails() {
         if (copydetails.Eof())
             return;
         copydetails.Close();
-        toFillWorkTable([this] { copyQuestionnaire(lists.picked(), target()); });
+        fillWorkTable([this] { copyQuestionnaire(lists.picked(), target()); });
     });
 }
 
@@ -163,7 +163,7 @@ void frmPasteSurvey::cmdPaste() {
         return;
     toPasteCopyDetails();
     if (blnExistingSurvey) {
-        toShowInNewSurvey();
+        showInNewSurvey();
     } else {
         frmEditExistingSurvey::instance().toRefreshGrid();
         Unload();
@@ -173,10 +173,10 @@ void frmPasteSurvey::cmdPaste() {
 
 /// Opens the target for editing, without a question. An editor that is open for another survey goes: it keeps
 /// to its own.
-void frmPasteSurvey::toShowInNewSurvey() {
+void frmPasteSurvey::showInNewSurvey() {
     const SurveyContext survey = target();
     if (frmSelectSurvey* selection = frmSelectSurvey::loaded())
-        selection->toSelect(survey);
+        selection->pick(survey);
     blnSurveyPasted = true;
     Unload();
     if (frmNewSurvey::loaded() && !frmNewSurvey::loaded()->isFor(survey))

@@ -19,7 +19,7 @@ class frmPasteSurvey : public forms::DefaultForm<frmPasteSurvey> {
 
 public:
     /// Opens the form on the target and returns when it is unloaded; blnExistingSurvey has been set.
-    static void toCopyInto(const SurveyContext& target);
+    static void copyInto(const SurveyContext& target);
 
     ~frmPasteSurvey() override;
 
@@ -55,7 +55,7 @@ private:
     void lstRespondent_Click();
     void lstSurvetDates_Click();
     void cmdPaste();
-    void toShowInNewSurvey();
+    void showInNewSurvey();
 
     std::unique_ptr<Ui::frmPasteSurvey> ui;
     inline static SurveyContext targetOfNext; ///< of the form that is loaded next

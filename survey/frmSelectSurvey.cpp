@@ -29,7 +29,7 @@ frmSelectSurvey::frmSelectSurvey()
     connect(ui->cmbCustomer, &forms::ComboBox::Click, this, &frmSelectSurvey::cmbCustomer_Click);
     connect(ui->cmdBlankSurvey, &QPushButton::clicked, this, &frmSelectSurvey::cmdBlankSurvey);
     connect(ui->cmdExistingSurvey, &QPushButton::clicked, this, &frmSelectSurvey::cmdExistingSurvey);
-    connect(ui->cmdHelp, &QPushButton::clicked, this, [] { toShowHelpTopic(helpContext); });
+    connect(ui->cmdHelp, &QPushButton::clicked, this, [] { showHelpTopic(helpContext); });
     connect(ui->cmdClose, &QPushButton::clicked, this, [this] { Unload(); });
 }
 
@@ -136,12 +136,12 @@ void frmSelectSurvey::cmdExistingSurvey() {
         return;
     const Busy busy(*this);
     blnExistingSurvey = true;
-    frmPasteSurvey::toCopyInto(chosen());
+    frmPasteSurvey::copyInto(chosen());
 }
 
 /// The respondent of an editor that has stood open while other choices were made here need not be the chosen
 /// one.
-void frmSelectSurvey::toSelect(const SurveyContext& survey) {
+void frmSelectSurvey::pick(const SurveyContext& survey) {
     const auto entryOf = [](const auto* list, const QString& text) {
         int entry = 0;
         while (entry < list->ListCount() && list->List(entry).trimmed() != text.trimmed())

@@ -27,7 +27,7 @@ public:
     void toFillRespondentList();
     /// Picks the customer, respondent and date of a survey; a customer or respondent that is not offered
     /// leaves its choice as it is.
-    void toSelect(const SurveyContext& survey);
+    void pick(const SurveyContext& survey);
     /// Opens the questionnaire of the three choices; asks first when it exists and has not just been pasted.
     void cmdBlankSurvey();
     /// Likewise the questionnaire of a survey.

@@ -10,8 +10,8 @@ QString respondentIdText(const QString& respondent, const QString& customer) {
     return found == 0 ? QString() : QString::number(found);
 }
 
-void toShowQuestions(forms::MSHFlexGrid* grid, const std::vector<ChosenQuestion>& questions) {
-    toEmptyGrid(grid);
+void showQuestions(forms::MSHFlexGrid* grid, const std::vector<ChosenQuestion>& questions) {
+    emptyGrid(grid);
     grid->setRows(static_cast<int>(questions.size()) + 2);
     int row = 0;
     for (const ChosenQuestion& chosen : questions) {
@@ -20,8 +20,8 @@ void toShowQuestions(forms::MSHFlexGrid* grid, const std::vector<ChosenQuestion>
     }
 }
 
-void toShowQuestionnaire(forms::MSHFlexGrid* grid, const SurveyContext& survey) {
+void showQuestionnaire(forms::MSHFlexGrid* grid, const SurveyContext& survey) {
     const SurveyKey key = findSurveyKey(survey);
     if (!survey.respondent.isEmpty() || key.surveyid == 0)
-        toShowQuestions(grid, readQuestionnaire(key));
+        showQuestions(grid, readQuestionnaire(key));
 }

@@ -11,8 +11,8 @@ class MSHFlexGrid;
 QString respondentIdText(const QString& respondent, const QString& customer);
 
 /// Shows questions in a grid, one a row, and a blank row below.
-void toShowQuestions(forms::MSHFlexGrid* grid, const std::vector<ChosenQuestion>& questions);
+void showQuestions(forms::MSHFlexGrid* grid, const std::vector<ChosenQuestion>& questions);
 
 /// Shows the stored questionnaire in a grid. For an empty respondent of a survey that exists the grid stays
 /// as it is. Throws ado::Failure.
-void toShowQuestionnaire(forms::MSHFlexGrid* grid, const SurveyContext& survey);
+void showQuestionnaire(forms::MSHFlexGrid* grid, const SurveyContext& survey);

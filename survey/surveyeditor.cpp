@@ -79,11 +79,11 @@ void SurveyEditor::connectButtons() {
     onClick(editor->cmdDownward, [this] { cmdMove(&SurveyEditor::toMoveRowDownward); });
     onClick(editor->cmdSave, [this] { cmdSave(); });
     onClick(editor->cmdCopy, [this] { cmdCopy(); });
-    onClick(editor->cmdExport, [this] { toExport(false); });
-    onClick(editor->cmdmail, [this] { toExport(true); });
+    onClick(editor->cmdExport, [this] { startExport(false); });
+    onClick(editor->cmdmail, [this] { startExport(true); });
     onClick(editor->cmdPrint, [this] { cmdPrint(); });
     onClick(editor->cmdClose, [this] { Unload(); });
-    onClick(editor->cmdHelp, [this] { toShowHelpTopic(helpContext()); });
+    onClick(editor->cmdHelp, [this] { showHelpTopic(helpContext()); });
 }
 
 void SurveyEditor::onLoad() {
@@ -91,13 +91,13 @@ void SurveyEditor::onLoad() {
     strXLSFileName.clear();
     setLeft(0);
     setTop(0);
-    toSetHeadsAndWidths(editor->grdParamAndQuest, {u"Parameter"_s, u"Question"_s}, {0.05, 0.2, 0.7}, false);
+    setHeadsAndWidths(editor->grdParamAndQuest, {u"Parameter"_s, u"Question"_s}, {0.05, 0.2, 0.7}, false);
     buildTree();
 }
 
 void SurveyEditor::onActivate() {
     blnSetting = toGetSetting();
-    toShowStored();
+    showStored();
 }
 
 void SurveyEditor::buildTree() {
@@ -163,7 +163,7 @@ void SurveyEditor::cmdAdd() {
     if (!nodCurrent) {
         forms::msgBox(u"Select a Question to add"_s, forms::style::critical, u"Gaugewell v2.1"_s);
         editor->trvParameter->setFocus();
-        toShowStatus({});
+        showStatus({});
         return;
     }
     if (!nodCurrent->parent())
@@ -174,7 +174,7 @@ void SurveyEditor::cmdAdd() {
     if (unread || question == ChosenQuestion() || isChosen(question) || !mayAdd())
         return;
     const Busy busy(*this, u"saving...."_s);
-    toInsertAtCursor(question);
+    insertAtCursor(question);
     cmdSave();
     if (grid->Rows() >= rowsThatScroll)
         grid->setTopRow(grid->Rows() - 2);
@@ -183,7 +183,7 @@ void SurveyEditor::cmdAdd() {
 
 /// The rows from the cursor on move one down. On the blank row, which the cursor then leaves to the question,
 /// there are none.
-void SurveyEditor::toInsertAtCursor(const ChosenQuestion& question) {
+void SurveyEditor::insertAtCursor(const ChosenQuestion& question) {
     forms::MSHFlexGrid* grid = editor->grdParamAndQuest;
     const auto put = [grid](int row, const ChosenQuestion& chosen) {
         grid->setTextMatrix(row, questionColumn, chosen.question);
@@ -205,7 +205,7 @@ void SurveyEditor::cmdRemove() {
             cmdSave();
         }
     } else {
-        toEmptyGrid(grid);
+        emptyGrid(grid);
         if (hasSurveyDate())
             cmdSave();
     }
@@ -213,7 +213,7 @@ void SurveyEditor::cmdRemove() {
 
 void SurveyEditor::cmdCopy() {
     const Busy busy(*this, u"Opening Form....."_s);
-    toImport();
+    importSurvey();
 }
 
 void SurveyEditor::cmdMove(void (SurveyEditor::*command)()) {

@@ -71,9 +71,9 @@ protected:
     /// Whether the chosen question may be added; says why not.
     virtual bool mayAdd() { return true; }
     /// Writes the rows of the grid within the open transaction; returns the questions that were left out.
-    virtual std::vector<ChosenQuestion> toRewrite();
+    virtual std::vector<ChosenQuestion> rewrite();
     /// Lets the user copy the questions of an existing survey into this one.
-    virtual void toImport() = 0;
+    virtual void importSurvey() = 0;
     std::vector<ChosenQuestion> chosenQuestions() const;
     std::unique_ptr<Ui::SurveyEditor> editor;
     /// False when the questionnaire could not be read last: the grid does not show what is stored.
@@ -87,7 +87,7 @@ private:
     void cmdSave() { toSaveParamAndQuest(); }
     void cmdCopy();
     void cmdMove(void (SurveyEditor::*command)());
-    void toExport(bool mailed);
+    void startExport(bool mailed);
     void cmdPrint();
     bool hasQuestions() const;
     void trvParameter_DblClick();
@@ -96,9 +96,9 @@ private:
     void grdParamAndQuest_DblClick();
     ChosenQuestion questionAt(int row) const;
     bool isChosen(const ChosenQuestion& question) const;
-    void toInsertAtCursor(const ChosenQuestion& question);
-    void toMoveRow(int step, bool stays);
-    void toShowStored();
+    void insertAtCursor(const ChosenQuestion& question);
+    void moveRow(int step, bool stays);
+    void showStored();
 
     Mailer mailer;
     crystal::CrystalReport crptPrint;

@@ -17,7 +17,7 @@ void SurveyEditor::toSaveSurveyID() {
     guarded([this] { addSurvey(context()); });
 }
 
-std::vector<ChosenQuestion> SurveyEditor::toRewrite() {
+std::vector<ChosenQuestion> SurveyEditor::rewrite() {
     return rewriteQuestionnaire(requireSurveyKey(context()), chosenQuestions());
 }
 
@@ -30,12 +30,12 @@ void SurveyEditor::toSaveParamAndQuest() {
     const bool saved = guarded([&] {
         Transaction transaction;
         toSaveSurveyID();
-        leftOut = toRewrite();
+        leftOut = rewrite();
         transaction.Commit();
         intDel = 1;
     });
     if (!saved) {
-        toShowStored();
+        showStored();
         return;
     }
     toRefreshGrid();
@@ -48,26 +48,26 @@ void SurveyEditor::toSaveParamAndQuest() {
 }
 
 void SurveyEditor::toRefreshGrid() {
-    unread = !guarded([this] { toShowQuestionnaire(editor->grdParamAndQuest, context()); });
+    unread = !guarded([this] { showQuestionnaire(editor->grdParamAndQuest, context()); });
     if (unread && shown != context())
-        toEmptyGrid(editor->grdParamAndQuest); // else another questionnaire would stay
+        emptyGrid(editor->grdParamAndQuest); // else another questionnaire would stay
     shown = context();
 }
 
 /// The grid as the questionnaire is stored, with the cursor on the question that it is on. A failure shows in
 /// the next command, which reads again first: the one that led here has been shown.
-void SurveyEditor::toShowStored() {
+void SurveyEditor::showStored() {
     forms::MSHFlexGrid* grid = editor->grdParamAndQuest;
     unread = true;
     try {
-        toReconnect();
+        reconnect();
         const std::vector<ChosenQuestion> stored = readQuestionnaire(findSurveyKey(context()));
         unread = false;
         if (stored == chosenQuestions())
             return;
         const ChosenQuestion current = questionAt(grid->Row());
         const int row = grid->Row();
-        toShowQuestions(grid, stored);
+        showQuestions(grid, stored);
         const auto found = std::find(stored.begin(), stored.end(), current);
         grid->setRow(found != stored.end()         ? static_cast<int>(found - stored.begin()) + 1
                      : current == ChosenQuestion() ? grid->Rows() - 1
@@ -77,7 +77,7 @@ void SurveyEditor::toShowStored() {
     }
 }
 
-void SurveyEditor::toMoveRow(int step, bool stays) {
+void SurveyEditor::moveRow(int step, bool stays) {
     if (unread) {
         toRefreshGrid();
         return;
@@ -94,16 +94,16 @@ void SurveyEditor::toMoveRow(int step, bool stays) {
         grid->setRow(row + step);
     });
     if (!ended)
-        toShowStored();
+        showStored();
 }
 
 void SurveyEditor::toMoveRowUpward() {
     const forms::MSHFlexGrid* grid = editor->grdParamAndQuest;
-    toMoveRow(-1, grid->Row() == 1 || grid->Row() == grid->Rows() - 1);
+    moveRow(-1, grid->Row() == 1 || grid->Row() == grid->Rows() - 1);
 }
 
 /// From the blank row there is nothing to move: the store refuses the search for its question.
 void SurveyEditor::toMoveRowDownward() {
     const forms::MSHFlexGrid* grid = editor->grdParamAndQuest;
-    toMoveRow(1, grid->Row() == grid->Rows() - 2);
+    moveRow(1, grid->Row() == grid->Rows() - 2);
 }

@@ -11,7 +11,7 @@
 using namespace Qt::StringLiterals;
 namespace style = forms::style;
 
-void SurveyEditor::toExport(bool mailed) {
+void SurveyEditor::startExport(bool mailed) {
     Busy busy(*this);
     blnMail = mailed;
     if (hasQuestions()) {
@@ -63,9 +63,9 @@ void SurveyEditor::cmdPrint() {
     busy.say(u"Generating Report...."_s);
     toGetTheLastScoreAndWeightage();
     guarded([&] {
-        toStartReport(crptPrint, u"rptrating.rpt"_s, u"CompanyName"_s, reportTitle(),
-                      u"{reportlinktable.respondentname} = ['"_s + survey.respondent +
-                          u"'] and {reportlinktable.custname}=['" + survey.customer +
-                          u"'] and {reportlinktable.sdate}=" + toFormulaDate(survey.date));
+        startReport(crptPrint, u"rptrating.rpt"_s, u"CompanyName"_s, reportTitle(),
+                    u"{reportlinktable.respondentname} = ['"_s + survey.respondent +
+                        u"'] and {reportlinktable.custname}=['" + survey.customer +
+                        u"'] and {reportlinktable.sdate}=" + toFormulaDate(survey.date));
     });
 }

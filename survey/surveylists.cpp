@@ -54,12 +54,12 @@ void SurveyLists::toFillSurveyDateList(const QDate& leftOut) const {
     });
 }
 
-void SurveyLists::toPickFirstCustomer() const {
+void SurveyLists::pickFirstCustomer() const {
     if (cmbCustomer->ListCount() > 0)
         cmbCustomer->setListIndex(0);
 }
 
-void SurveyLists::toPickFirstDate() const {
+void SurveyLists::pickFirstDate() const {
     if (lstSurvetDates->ListCount() > 0)
         lstSurvetDates->setListIndex(0);
 }

@@ -26,6 +26,6 @@ struct SurveyLists {
     void toFillRespondentList() const;
     /// Oldest first, none picked; one date can be left out.
     void toFillSurveyDateList(const QDate& leftOut = {}) const;
-    void toPickFirstCustomer() const;
-    void toPickFirstDate() const;
+    void pickFirstCustomer() const;
+    void pickFirstDate() const;
 };

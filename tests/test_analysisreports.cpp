@@ -59,8 +59,8 @@ protected:
 
     /// The text of a report's PDF.
     QString pages(const QString& file, const QString& selection) {
-        toStartReport(report, file, u"CompanyName"_s, u"Title of "_s + file, selection,
-                      {u"Customer='A'"_s, u"SurveyDate='B'"_s, u"Period='C'"_s});
+        startReport(report, file, u"CompanyName"_s, u"Title of "_s + file, selection,
+                    {u"Customer='A'"_s, u"SurveyDate='B'"_s, u"Period='C'"_s});
         EXPECT_EQ(title, u"Title of "_s + file);
         return takePages().join(u' ');
     }

@@ -22,18 +22,17 @@ protected:
 };
 
 TEST_F(BackupTest, storeAndBackupsAreOwnerOnlyAndAnEmptyStoreIsNotCopied) {
-    toBackupBeforeLoss();
-    for (const QString& file :
-         QStringList{strDatabasePath, path(u"backup"_s)} + toListBackups(strDatabasePath))
+    backUpBeforeLoss();
+    for (const QString& file : QStringList{strDatabasePath, path(u"backup"_s)} + listBackups(strDatabasePath))
         EXPECT_FALSE(QFile::permissions(file) & QFileDevice::Permissions(0x0077)) << file.toStdString();
     for (const char* table : {"parameter", "customer"}) {
-        toForgetBackup();
-        toBackupBeforeLoss();
+        forgetBackup();
+        backUpBeforeLoss();
         run(u"delete * from "_s + QLatin1StringView(table));
     }
-    toForgetBackup();
-    toBackupBeforeLoss();
-    EXPECT_EQ(toListBackups(strDatabasePath).size(), 3);
+    forgetBackup();
+    backUpBeforeLoss();
+    EXPECT_EQ(listBackups(strDatabasePath).size(), 3);
 }
 
 TEST_F(BackupTest, newestBackupsAreKeptDespiteClockChanges) {
@@ -45,13 +44,13 @@ TEST_F(BackupTest, newestBackupsAreKeptDespiteClockChanges) {
     for (const int year : {2024, 2024, 2094, 1970, 2024, 1970, 1970, 2024, 2024, 2024, 2094, 1970}) {
         const Replaced<forms::nowHook> clock([year] { return QDateTime({year, 3, 5}, {10, 15}); });
         addCustomer(u"Customer"_s);
-        toForgetBackup();
-        toBackupBeforeLoss();
+        forgetBackup();
+        backUpBeforeLoss();
         expected.prepend(
             path(u"backup/Tallywell-%1-03-05-101500-%2.mdb"_s).arg(year).arg(expected.size() + 1));
     }
     EXPECT_NE(forms::nowHook().date().year(), 1970) << "each clock is restored after its round";
-    EXPECT_EQ(toListBackups(strDatabasePath), expected.first(10));
+    EXPECT_EQ(listBackups(strDatabasePath), expected.first(10));
     EXPECT_EQ(QDir(path(u"backup"_s)).entryList(QDir::Files).size(), 11);
     EXPECT_TRUE(QFile::exists(path(u"backup/Tallywell"_s + notOurs)));
     ado::Connection copy;

@@ -129,7 +129,7 @@ TEST_F(FaultsTest, aFullDiskIsReportedAndChangesNeitherStoreNorFiles) {
     EXPECT_EQ(QDir(home()).entryList({u"111.xls*"_s}), QStringList{u"111.xls"_s});
     EXPECT_FALSE(QFile::permissions(path("111.xls")) & QFileDevice::Permissions(0x0077)) << "of others";
 
-    toForgetBackup();
+    forgetBackup();
     ASSERT_TRUE(QDir(path("backup")).removeRecursively());
     limitFiles(40000);
     const QStringList reported = messagesDuring(deleteRespondent);
@@ -140,7 +140,7 @@ TEST_F(FaultsTest, aFullDiskIsReportedAndChangesNeitherStoreNorFiles) {
     EXPECT_EQ(value(u"select count(*) from respondent"_s), u"2"_s);
     EXPECT_EQ(QDir(path("backup")).entryList(QDir::Files), QStringList());
     EXPECT_EQ(messagesDuring(deleteRespondent), QStringList());
-    EXPECT_EQ(toListBackups(strDatabasePath).size(), 1);
+    EXPECT_EQ(listBackups(strDatabasePath).size(), 1);
 }
 
 TEST_F(FaultsTest, aReadOnlyHomeIsReportedByEachCommand) {
@@ -163,7 +163,7 @@ TEST_F(FaultsTest, aReadOnlyHomeIsReportedByEachCommand) {
 
 TEST_F(FaultsTest, aLockedStoreIsReportedAfterAWaitAndTheCommandWorksLater) {
     showForms();
-    other.ConnectionString = toConnectionText();
+    other.ConnectionString = connectionText();
     other.Open();
     const QStringList before = storeRows(*cnnMain);
     other.session()->prepare({u"begin exclusive"_s, {}}).step();
@@ -181,7 +181,7 @@ TEST_F(FaultsTest, aLockedStoreIsReportedAfterAWaitAndTheCommandWorksLater) {
 
 TEST_F(FaultsTest, anUnusableStoreIsReportedAtStartAndANewerOneRefused) {
     const auto reported = [](StoreState state) {
-        return messagesDuring([&] { EXPECT_EQ(toCheckStore(strDatabasePath), state); }).value(0);
+        return messagesDuring([&] { EXPECT_EQ(checkStore(strDatabasePath), state); }).value(0);
     };
     const QString file = u"The file '"_s + strDatabasePath + u"' ";
     runRaw(u"pragma user_version = 2"_s);
@@ -189,9 +189,9 @@ TEST_F(FaultsTest, anUnusableStoreIsReportedAtStartAndANewerOneRefused) {
               file + u"was made by a newer version of this program and needs that version."_s);
     runRaw(u"pragma user_version = 0"_s);
     EXPECT_EQ(reported(StoreState::Good), QString());
-    for (int copy = 0; copy < 2; ++copy, toForgetBackup())
-        toBackupBeforeLoss();
-    const QStringList copies = toListBackups(strDatabasePath);
+    for (int copy = 0; copy < 2; ++copy, forgetBackup())
+        backUpBeforeLoss();
+    const QStringList copies = listBackups(strDatabasePath);
     ASSERT_EQ(copies.size(), 2);
     cnnMain->Close();
 
@@ -212,9 +212,9 @@ TEST_F(FaultsTest, anUnusableStoreIsReportedAtStartAndANewerOneRefused) {
 
 TEST_F(FaultsTest, damageInsideTheStoreIsReportedMeanwhileAndNeverCopied) {
     showForms();
-    toBackupBeforeLoss();
-    toForgetBackup();
-    const QStringList copies = toListBackups(strDatabasePath);
+    backUpBeforeLoss();
+    forgetBackup();
+    const QStringList copies = listBackups(strDatabasePath);
     const qint64 size = value(u"pragma page_size"_s).toLongLong();
     const qint64 page =
         value(u"select rootpage from sqlite_master where name='standardmessage'"_s).toLongLong();
@@ -223,7 +223,7 @@ TEST_F(FaultsTest, damageInsideTheStoreIsReportedMeanwhileAndNeverCopied) {
     writeFile(strDatabasePath,
               whole.first((page - 1) * size) + QByteArray(size, '\xA5') + whole.mid(page * size));
     toOpenConnection();
-    EXPECT_EQ(toCheckStore(strDatabasePath), StoreState::Good) << "the start reads no rows";
+    EXPECT_EQ(checkStore(strDatabasePath), StoreState::Good) << "the start reads no rows";
     const QStringList reported{
         u"The file '"_s + strDatabasePath +
         u"' is damaged inside: what is saved now can be lost.\r\n\r\nTo go back to a copy "

@@ -64,7 +64,7 @@ TEST_F(MainWindowTest, theStoreInTheHomeIsUsedElseOneIsLocatedOrTheProgramEnds) 
 TEST_F(MainWindowTest, aRunningProgramKeepsItsStoreWhenAnotherOneRegisters) {
     writeFile(ado::dataSourceRegistry(), "[gwl]\nDBQ=/nowhere/other.mdb\n");
     cnnMain->Close();
-    toReconnect();
+    reconnect();
     EXPECT_EQ(cnnMain->State(), ado::StateOpen);
 }
 
@@ -73,25 +73,25 @@ TEST_F(MainWindowTest, theOrganisationsNameIsReadFromAFileAndOnlyItsFirstLine) {
         {"\xEF\xBB\xBF Larkm\xC3\xB6r \r\nsecond", u"Larkmör"_s},
         {QByteArray(100000, 'x'), QString(255, u'x')}};
     const QString file = path(u"company.txt"_s);
-    EXPECT_EQ(toReadCompanyName(), QString());
+    EXPECT_EQ(readCompanyName(), QString());
     for (const auto& [content, name] : contents) {
         writeFile(file, content);
-        EXPECT_EQ(toReadCompanyName(), name);
+        EXPECT_EQ(readCompanyName(), name);
     }
     QFile::remove(file);
     ASSERT_EQ(mkfifo(qPrintable(file), 0600), 0); // reading it would block
-    EXPECT_EQ(toReadCompanyName(), QString());
+    EXPECT_EQ(readCompanyName(), QString());
 }
 
 TEST_F(MainWindowTest, aSecondProgramInAHomeBringsTheFirstToTheFrontOrReportsWhereItRuns) {
     const QString lock = path(u"gaugewell.lock"_s);
     const auto start = [this] {
         desktop::FolderClaim claim(home());
-        return toClaimHome(claim);
+        return claimHome(claim);
     };
     {
         desktop::FolderClaim first(home());
-        ASSERT_TRUE(toClaimHome(first));
+        ASSERT_TRUE(claimHome(first));
         MDIMain::instance().showMinimized();
         EXPECT_FALSE(start());
         EXPECT_FALSE(MDIMain::instance().isMinimized());

@@ -283,7 +283,7 @@ TEST_F(EditorTest, aFailingStepLeavesTheStoreAsItWas) {
         step();
         expectIdle();
         cnnMain->Close(); // as after a restart
-        toReconnect();
+        reconnect();
         EXPECT_EQ(stored(ann), before);
     };
     expectFailure([&] { move(3, "cmdUpward"); }, u"05/03 1:4 2:2 3:1"_s);

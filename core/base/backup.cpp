@@ -58,7 +58,7 @@ bool isEmptyStore() {
 
 } // namespace
 
-void toBackupBeforeLoss() {
+void backUpBeforeLoss() {
     if (copied || isEmptyStore())
         return;
     const Busy copying;
@@ -72,7 +72,7 @@ void toBackupBeforeLoss() {
     dropOldCopies(folder);
 }
 
-QStringList toListBackups(const QString& databasePath) {
+QStringList listBackups(const QString& databasePath) {
     const QDir folder = backupFolder(databasePath);
     QStringList paths;
     for (const QString& name : copiesIn(folder))
@@ -80,6 +80,6 @@ QStringList toListBackups(const QString& databasePath) {
     return paths;
 }
 
-void toForgetBackup() {
+void forgetBackup() {
     copied = false;
 }

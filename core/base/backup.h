@@ -8,10 +8,10 @@
 /// newest ten copies by number are kept, whatever the clock says. A store without customers and parameters is
 /// not copied. Throws ado::Failure, recorded in the
 /// connection's errors, when the copy cannot be written or is damaged: then nothing is deleted.
-void toBackupBeforeLoss();
+void backUpBeforeLoss();
 
 /// Full paths of the copies of that database, the newest first.
-QStringList toListBackups(const QString& databasePath);
+QStringList listBackups(const QString& databasePath);
 
 /// As if the program had just started; a test's fresh store.
-void toForgetBackup();
+void forgetBackup();

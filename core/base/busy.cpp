@@ -25,12 +25,12 @@ Busy::Busy(const QString& word) : outer(innermost) {
 Busy::~Busy() {
     innermost = outer;
     if (hasWord)
-        toShowStatus({});
+        showStatus({});
     endPointer();
 }
 
 void Busy::say(const QString& word) {
-    toShowStatus(word);
+    showStatus(word);
     hasWord = true;
 }
 

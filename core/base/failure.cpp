@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-void toShowErrors(const QString& prefix) {
+void showErrors(const QString& prefix) {
     if (!cnnMain)
         return;
     // Shown once: a later failure of another kind finds the list empty.
@@ -55,7 +55,7 @@ bool guarded(const std::function<void()>& procedure) {
 
 bool guarded(const QString& prefix, const std::function<void()>& procedure) {
     return guardedUnconnected(prefix, [&] {
-        toReconnect();
+        reconnect();
         procedure();
     });
 }
@@ -72,15 +72,15 @@ bool guardedUnconnected(const QString& prefix, const std::function<void()>& proc
         if (refusal)
             forms::msgBox(refusal->text(), forms::style::critical, u"Gaugewell v2.1"_s);
         else
-            toShowErrors(prefix);
-        toShowStatus({}); // the word of the step that has ended
+            showErrors(prefix);
+        showStatus({}); // the word of the step that has ended
         return false;
     }
 }
 
 bool guardedWithNumber(const QString& separator, const std::function<void()>& procedure) {
     try {
-        toReconnect();
+        reconnect();
         procedure();
         return true;
     } catch (const std::exception& failure) {
@@ -112,7 +112,7 @@ void showWithDescription(const std::exception_ptr& failure) {
         std::rethrow_exception(failure);
     Busy::endPointers();
     if (cnnMain && cnnMain->Errors().Count() > 0)
-        toShowErrors(u"Error : "_s);
+        showErrors(u"Error : "_s);
     else
         forms::msgBox(descriptionOf(failure));
 }
@@ -128,14 +128,14 @@ void runStep(bool isSkippable, const std::function<void()>& step) {
     }
 }
 
-void toShowUncaught(const std::exception_ptr& uncaught) {
+void showUncaught(const std::exception_ptr& uncaught) {
     if (Transaction::isOpen())
         std::rethrow_exception(uncaught);
     static bool isShowing = false;
     if (isShowing)
         return;
     Busy::endPointers();
-    toShowStatus({});
+    showStatus({});
     if (cnnMain)
         cnnMain->Errors().Clear(); // this message tells it
     isShowing = true;

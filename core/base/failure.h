@@ -36,4 +36,4 @@ void runStep(bool isSkippable, const std::function<void()>& step);
 /// What becomes of an exception that left an event handler: the pointers and the status word go back to rest
 /// and the failure is shown by its description. While a transaction is open it is thrown on, to the holder.
 /// A failure that comes while another is on show is not shown: it is mostly the same one, of a repainting.
-void toShowUncaught(const std::exception_ptr& uncaught);
+void showUncaught(const std::exception_ptr& uncaught);

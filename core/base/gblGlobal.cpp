@@ -25,17 +25,17 @@ std::function<void()> endHook = [] { QCoreApplication::exit(0); };
 void toOpenConnection() {
     cnnMain = std::make_unique<ado::Connection>();
     guardedUnconnected(u"Error :"_s, [] {
-        cnnMain->ConnectionString = toConnectionText();
+        cnnMain->ConnectionString = connectionText();
         cnnMain->Open();
     });
 }
 
-void toReconnect() {
+void reconnect() {
     if (!cnnMain || cnnMain->State() == ado::StateClosed)
         toOpenConnection();
 }
 
-void toEndProgram() {
+void endProgram() {
     if (cnnMain && cnnMain->State() == ado::StateOpen)
         cnnMain->Close();
     cnnMain.reset();

@@ -34,10 +34,10 @@ extern int intSearchIndex;
 void toOpenConnection();
 
 /// Opens the connection again when it is closed.
-void toReconnect();
+void reconnect();
 
 /// Ends the program: closes and releases the connection and leaves the event loop.
-void toEndProgram();
+void endProgram();
 
 /// What ends the event loop; a test records here.
 extern std::function<void()> endHook;

@@ -8,7 +8,7 @@
 #include <QStyleOption>
 #include <QSvgRenderer>
 
-static void toRegisterPictures() {
+static void registerPictures() {
     Q_INIT_RESOURCE(pictures); // a static library's resources do not register themselves
 }
 
@@ -46,7 +46,7 @@ private:
 
 QIcon picture(const QString& name) {
     static const bool registered = [] {
-        toRegisterPictures();
+        registerPictures();
         return true;
     }();
     Q_UNUSED(registered)

@@ -5,8 +5,8 @@
 
 using namespace Qt::StringLiterals;
 
-void toStartReport(crystal::CrystalReport& report, const QString& file, const QString& formulaName,
-                   const QString& title, const QString& selection, const QStringList& further) {
+void startReport(crystal::CrystalReport& report, const QString& file, const QString& formulaName,
+                 const QString& title, const QString& selection, const QStringList& further) {
     report.Password = u"\nkvtwpa"_s;
     report.Formulas(0) = formulaName + u"='" + strCompanyName + u'\'';
     report.DataFiles(0) = homeDirectory() + u"/Tallywell.mdb";

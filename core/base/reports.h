@@ -9,8 +9,8 @@
 /// maximised. formulaName is what the layout calls the organisation's name. The selection and the further
 /// formulas, each "name='text'", hold for this run only. A failure is recorded in the errors of cnnMain,
 /// where the standard failure handler finds it, and is thrown on.
-void toStartReport(crystal::CrystalReport& report, const QString& file, const QString& formulaName,
-                   const QString& title, const QString& selection = {}, const QStringList& further = {});
+void startReport(crystal::CrystalReport& report, const QString& file, const QString& formulaName,
+                 const QString& title, const QString& selection = {}, const QStringList& further = {});
 
 /// A date for a selection: "date(2002,03,15)" from the text 15/03/2002.
 QString toFormulaDate(const QString& dateText);

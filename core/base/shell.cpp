@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/base/shell.h"
 
-void toShowStatus(const QString& word) {
+void showStatus(const QString& word) {
     if (Shell* shell = Shell::current())
         shell->showStatus(word);
 }
 
-void toShowHelpTopic(int helpContext) {
+void showHelpTopic(int helpContext) {
     if (Shell* shell = Shell::current())
         shell->showHelp(forms::HelpTopic, helpContext);
 }

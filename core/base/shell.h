@@ -51,7 +51,7 @@ private:
 };
 
 /// Shows the word in the status bar; an empty text clears it. Nothing happens without a main window.
-void toShowStatus(const QString& word);
+void showStatus(const QString& word);
 
 /// Opens the program's help on a form's topic. Nothing happens without a main window.
-void toShowHelpTopic(int helpContext);
+void showHelpTopic(int helpContext);

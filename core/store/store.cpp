@@ -16,7 +16,7 @@ QString ownHome;
 
 } // namespace
 
-QString toConnectionText() {
+QString connectionText() {
     return u"DSN=gwl;UID=;PWD=kvtwpa;"_s;
 }
 
@@ -28,6 +28,12 @@ std::optional<QString> toFilterApostrophe(const QString& text) {
 
 QString toStoredText(const QString& text) {
     return toFilterApostrophe(text).value_or(text);
+}
+
+bool hasRecords(const QString& sql) {
+    ado::Recordset any;
+    any.Open(sql, *cnnMain);
+    return !any.Eof();
 }
 
 int findCustomer(const QString& customerName) {

@@ -12,7 +12,7 @@
 #include <optional>
 #include <vector>
 
-/// The one connection of the program. A form's procedure calls toReconnect before it uses it; what has no
+/// The one connection of the program. A form's procedure calls reconnect before it uses it; what has no
 /// window is called by such a procedure and throws ado::Failure.
 extern std::unique_ptr<ado::Connection> cnnMain;
 
@@ -20,13 +20,16 @@ extern std::unique_ptr<ado::Connection> cnnMain;
 extern QString strDatabasePath;
 
 /// The connection's text: data source and password.
-QString toConnectionText();
+QString connectionText();
 
 /// The text with every ' replaced by the typographic apostrophe; nothing when it holds none.
 std::optional<QString> toFilterApostrophe(const QString& text);
 
 /// The text as it is stored: filtered when it holds an apostrophe, else as it is.
 QString toStoredText(const QString& text);
+
+/// Whether a select finds anything; nothing is locked afterwards. Throws ado::Failure.
+bool hasRecords(const QString& sql);
 
 /// The custid of the first customer of that name, or 0. The name goes into the statement unfiltered. Throws
 /// ado::Failure.

@@ -4,7 +4,7 @@
 #include "core/store/store.h"
 #include "core/store/transaction.h"
 
-std::exception_ptr toKeepWritten(const std::function<void()>& write) {
+std::exception_ptr tryWriteTogether(const std::function<void()>& write) {
     Transaction transaction;
     std::exception_ptr failure;
     try {
@@ -18,11 +18,11 @@ std::exception_ptr toKeepWritten(const std::function<void()>& write) {
     return failure;
 }
 
-void toWriteTogether(const std::function<void()>& write) {
-    if (const std::exception_ptr failure = toKeepWritten(write))
+void writeTogether(const std::function<void()>& write) {
+    if (const std::exception_ptr failure = tryWriteTogether(write))
         std::rethrow_exception(failure);
 }
 
-void toFillWorkTable(const std::function<void()>& fill) {
-    toWriteTogether(fill);
+void fillWorkTable(const std::function<void()>& fill) {
+    writeTogether(fill);
 }

@@ -8,10 +8,10 @@
 /// sync of the disk. Returns what ended them early, null when nothing did: what was written before it is
 /// committed. Throws when nothing of it stays: the transaction cannot be begun or committed, or the store has
 /// rolled it back by itself.
-std::exception_ptr toKeepWritten(const std::function<void()>& write);
+std::exception_ptr tryWriteTogether(const std::function<void()>& write);
 
 /// Likewise, and throws what ended the writes early, once what was written before it is committed.
-void toWriteTogether(const std::function<void()>& write);
+void writeTogether(const std::function<void()>& write);
 
 /// The filling of a work table.
-void toFillWorkTable(const std::function<void()>& fill);
+void fillWorkTable(const std::function<void()>& fill);

@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// Stands on the stored answer of that query, or on a new one, with its keys and weightage set.
-void toBeginAnswer(ado::Recordset& answer, const QString& query, const AnswerKeys& keys, int weightage) {
+void beginAnswer(ado::Recordset& answer, const QString& query, const AnswerKeys& keys, int weightage) {
     answer.Open(query, *cnnMain, ado::Recordset::Lock::Optimistic);
     if (answer.Eof())
         answer.AddNew();
@@ -29,22 +29,22 @@ std::optional<bool> toGetQuestionType(const QString& questionid) {
 
 void toWriteObjectiveAnswer(const AnswerKeys& keys, int weightage, int score) {
     ado::Recordset answer;
-    toBeginAnswer(answer,
-                  u"select * from feedbackobjective where questionid="_s + keys.questionid +
-                      u" and respondentid=" + keys.respondentid + u" and surveydate=#" +
-                      toSqlDate(keys.surveydate) + u"#",
-                  keys, weightage);
+    beginAnswer(answer,
+                u"select * from feedbackobjective where questionid="_s + keys.questionid +
+                    u" and respondentid=" + keys.respondentid + u" and surveydate=#" +
+                    toSqlDate(keys.surveydate) + u"#",
+                keys, weightage);
     answer["score"] = score;
     answer.Update();
 }
 
 void toWriteDescriptiveAnswer(const AnswerKeys& keys, int weightage, const std::optional<QString>& words) {
     ado::Recordset answer;
-    toBeginAnswer(answer,
-                  u"select * from feedbackdescriptive where questionid="_s + keys.questionid +
-                      u" and respondentid=" + keys.respondentid + u" and surveydate=#" +
-                      toSqlDate(keys.surveydate) + u"#",
-                  keys, weightage);
+    beginAnswer(answer,
+                u"select * from feedbackdescriptive where questionid="_s + keys.questionid +
+                    u" and respondentid=" + keys.respondentid + u" and surveydate=#" +
+                    toSqlDate(keys.surveydate) + u"#",
+                keys, weightage);
     answer["Description"] = words ? QVariant(*words) : ado::Null;
     answer.Update();
 }

@@ -17,7 +17,7 @@ constexpr int highestMark = 10;
 }
 
 /// A number or a text that is to become one.
-QVariant toConvertible(const excel::Value& value) {
+QVariant convertible(const excel::Value& value) {
     using Type = excel::Value::Type;
     if (value.type() == Type::Number)
         return *value.number();
@@ -122,7 +122,7 @@ QString AnswerSheet::peek(Place place) const {
 }
 
 QString AnswerSheet::key(Place place) {
-    const QVariant content = toConvertible(cell(place));
+    const QVariant content = convertible(cell(place));
     const qlonglong whole = ado::toWhole(content, INT32_MIN, INT32_MAX);
     if (static_cast<double>(whole) != content.toDouble())
         typeMismatch();
@@ -140,7 +140,7 @@ QDate AnswerSheet::date(Place place) {
 
 int AnswerSheet::mark(Place place) {
     const excel::Value content = cell(place);
-    const int whole = content.isBlank() ? 0 : static_cast<int>(ado::toWhole(toConvertible(content)));
+    const int whole = content.isBlank() ? 0 : static_cast<int>(ado::toWhole(convertible(content)));
     if (whole < lowestMark || whole > highestMark)
         remark(place, u"mark %1 is outside 0 to 10"_s.arg(whole));
     return whole;
@@ -150,7 +150,7 @@ double AnswerSheet::questionCount() {
     const excel::Value content = cell(cellmap::questionCountPlace);
     if (content.isBlank())
         return 0;
-    const QVariant count = toConvertible(content);
+    const QVariant count = convertible(content);
     ado::toWhole(count, INT32_MIN, INT32_MAX); // refuses what is no number
     return count.toString().trimmed().toDouble();
 }

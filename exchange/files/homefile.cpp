@@ -17,7 +17,7 @@ bool isBare(const QString& fileName) {
 
 } // namespace
 
-QString toHomePath(const QString& fileName) {
+QString homePath(const QString& fileName) {
     if (!isBare(fileName)) {
         const QString sentence = u"\"%1\" holds a folder where a bare file name is wanted."_s.arg(fileName);
         throw std::runtime_error(sentence.toStdString());
@@ -26,5 +26,5 @@ QString toHomePath(const QString& fileName) {
 }
 
 bool toCheckFileExists(const QString& fileName) {
-    return !fileName.trimmed().isEmpty() && isBare(fileName) && QFileInfo(toHomePath(fileName)).isFile();
+    return !fileName.trimmed().isEmpty() && isBare(fileName) && QFileInfo(homePath(fileName)).isFile();
 }

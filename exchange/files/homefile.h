@@ -5,7 +5,7 @@
 
 /// Full path of the survey file of that name in the home directory. Names come from dialogs and from the
 /// register and must be bare: throws std::runtime_error for one with a separator, whatever platform's.
-QString toHomePath(const QString& fileName);
+QString homePath(const QString& fileName);
 
 /// Whether the home directory has a file of that name; false for a blank name and for one that is not bare.
 bool toCheckFileExists(const QString& fileName);

@@ -21,7 +21,7 @@ QString selectQuestions(const Keys& keys) {
            keys.respondentid + u" and sdate=#" + keys.date + u"#";
 }
 
-void toFillQuestions(const Keys& keys) {
+void fillQuestions(const Keys& keys) {
     ado::Recordset responquery;
     responquery.Open(selectQuestions(keys), *cnnMain);
     for (; !responquery.Eof(); responquery.MoveNext()) {
@@ -37,8 +37,8 @@ void toFillQuestions(const Keys& keys) {
 }
 
 /// Stands on the answer of the latest earlier survey; false when there is none.
-bool toFindLastAnswer(ado::Recordset& history, const QString& query, const Keys& keys,
-                      const QString& questionid, HistoryOrder order) {
+bool findLastAnswer(ado::Recordset& history, const QString& query, const Keys& keys,
+                    const QString& questionid, HistoryOrder order) {
     const bool newestFirst = order == HistoryOrder::NewestFirst;
     history.Open(u"select * from "_s + query + u" where custid=" + keys.custid + u" and respondentid=" +
                      keys.respondentid + u" and surveydate < #" + keys.date + u"# and questionid=" +
@@ -52,15 +52,15 @@ bool toFindLastAnswer(ado::Recordset& history, const QString& query, const Keys&
     return true;
 }
 
-void toCopyMark(ado::Recordset& history, ado::Recordset& target, const char* field) {
+void copyMark(ado::Recordset& history, ado::Recordset& target, const char* field) {
     const QString mark = history[field].Text();
     if (!mark.isEmpty() && mark != u"0")
         target[field] = mark;
 }
 
-void toFillScoreMarks(const Keys& keys, const QString& questionid, HistoryOrder order) {
+void fillScoreMarks(const Keys& keys, const QString& questionid, HistoryOrder order) {
     ado::Recordset objquery;
-    if (!toFindLastAnswer(objquery, u"objquery"_s, keys, questionid, order))
+    if (!findLastAnswer(objquery, u"objquery"_s, keys, questionid, order))
         return;
     ado::Recordset reportlinktable;
     reportlinktable.Open(u"select * from reportlinktable where questionid="_s + questionid +
@@ -68,33 +68,33 @@ void toFillScoreMarks(const Keys& keys, const QString& questionid, HistoryOrder 
                          *cnnMain, Lock::Optimistic);
     if (reportlinktable.Eof())
         return;
-    toCopyMark(objquery, reportlinktable, "weightage");
-    toCopyMark(objquery, reportlinktable, "score");
+    copyMark(objquery, reportlinktable, "weightage");
+    copyMark(objquery, reportlinktable, "score");
     reportlinktable.Update();
 }
 
-void toFillDescriptiveMark(const Keys& keys, const QString& questionid, HistoryOrder order) {
+void fillDescriptiveMark(const Keys& keys, const QString& questionid, HistoryOrder order) {
     ado::Recordset descquery;
-    if (!toFindLastAnswer(descquery, u"descquery"_s, keys, questionid, order))
+    if (!findLastAnswer(descquery, u"descquery"_s, keys, questionid, order))
         return;
     ado::Recordset reportlinktable;
     reportlinktable.Open(u"select * from reportlinktable where questionid="_s + questionid +
                              u" and respondentid=" + keys.respondentid,
                          *cnnMain, Lock::Optimistic);
-    toCopyMark(descquery, reportlinktable, "weightage");
+    copyMark(descquery, reportlinktable, "weightage");
     reportlinktable.Update();
 }
 
 } // namespace
 
 void toGetTheLastScoreAndWeightage(const SurveyKey& survey, HistoryOrder order) {
-    toFillWorkTable([&] {
+    fillWorkTable([&] {
         cnnMain->Execute(u"delete * from reportlinktable"_s);
         if (survey.respondentid == 0 || !survey.date.isValid())
             return;
         const Keys keys{QString::number(survey.custid), QString::number(survey.respondentid),
                         toSqlDate(survey.date)};
-        toFillQuestions(keys);
+        fillQuestions(keys);
         ado::Recordset responquery;
         responquery.Open(selectQuestions(keys) +
                              (order == HistoryOrder::NewestFirst ? u" order by parametername"_s : QString()),
@@ -102,9 +102,9 @@ void toGetTheLastScoreAndWeightage(const SurveyKey& survey, HistoryOrder order) 
         for (; !responquery.Eof(); responquery.MoveNext()) {
             const QString questionid = responquery["questionid"].Text();
             if (responquery["Type"].Value().toBool())
-                toFillScoreMarks(keys, questionid, order);
+                fillScoreMarks(keys, questionid, order);
             else
-                toFillDescriptiveMark(keys, questionid, order);
+                fillDescriptiveMark(keys, questionid, order);
         }
     });
 }

@@ -52,7 +52,7 @@ bool SurveyReader::readTogether(const std::function<void()>& files) {
     cnnMain->Errors().Clear(); // those that are there afterwards are of this reading
     std::exception_ptr failure;
     try {
-        failure = toKeepWritten(files);
+        failure = tryWriteTogether(files);
         committed = true;
         keepFindings();
     } catch (const std::exception&) { // nothing of it is stored

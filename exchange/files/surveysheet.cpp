@@ -7,7 +7,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-void toWriteCell(const excel::Worksheet& sheet, const cellmap::Cell& cell) {
+void writeCell(const excel::Worksheet& sheet, const cellmap::Cell& cell) {
     using cellmap::Colour;
     using cellmap::Lock;
     const excel::Range range = sheet.Cells(cell.place.row, cell.place.column);
@@ -23,25 +23,25 @@ void toWriteCell(const excel::Worksheet& sheet, const cellmap::Cell& cell) {
         range.setLocked(cell.lock == Lock::Locked);
 }
 
-void toWriteCells(const excel::Worksheet& sheet, const std::vector<cellmap::Cell>& cells) {
+void writeCells(const excel::Worksheet& sheet, const std::vector<cellmap::Cell>& cells) {
     for (const cellmap::Cell& cell : cells)
-        toWriteCell(sheet, cell);
+        writeCell(sheet, cell);
 }
 
 /// Writes the blocks of a parameter from that row on; gives the row behind them.
-int toWriteParameter(const excel::Worksheet& sheet, const QString& parameter, int row) {
+int writeParameter(const excel::Worksheet& sheet, const QString& parameter, int row) {
     ado::Recordset reportlinktable;
     reportlinktable.Open(u"select * from reportlinktable where parameter='"_s + parameter + u"'", *cnnMain);
     for (bool first = true; !reportlinktable.Eof(); reportlinktable.MoveNext(), first = false) {
         const bool isScore = reportlinktable["Type"].Value().toBool();
-        toWriteCells(sheet,
-                     cellmap::blockCells(row, {.questionid = reportlinktable["questionid"].Text(),
-                                               .text = reportlinktable["question"].Text(),
-                                               .isScore = isScore,
-                                               .lastScore = reportlinktable["score"].Value().toInt(),
-                                               .lastWeightage = reportlinktable["weightage"].Value().toInt(),
-                                               .parameter = parameter,
-                                               .startsParameter = first}));
+        writeCells(sheet,
+                   cellmap::blockCells(row, {.questionid = reportlinktable["questionid"].Text(),
+                                             .text = reportlinktable["question"].Text(),
+                                             .isScore = isScore,
+                                             .lastScore = reportlinktable["score"].Value().toInt(),
+                                             .lastWeightage = reportlinktable["weightage"].Value().toInt(),
+                                             .parameter = parameter,
+                                             .startsParameter = first}));
         row += cellmap::blockRows(isScore);
     }
     return row;
@@ -49,20 +49,20 @@ int toWriteParameter(const excel::Worksheet& sheet, const QString& parameter, in
 
 } // namespace
 
-void toFillSurveySheet(const excel::Worksheet& sheet, const cellmap::Head& head) {
-    toWriteCells(sheet, cellmap::headCells(head));
+void fillSurveySheet(const excel::Worksheet& sheet, const cellmap::Head& head) {
+    writeCells(sheet, cellmap::headCells(head));
     sheet.Range(cellmap::clearedFrom.toString(), cellmap::clearedTo.toString()).Clear();
 
     ado::Recordset reportlinktable;
     reportlinktable.Open(u"select * from reportlinktable where custid="_s + head.custid +
                              u" and respondentid=" + head.respondentid + u" order by parameter asc",
                          *cnnMain);
-    toWriteCell(sheet, cellmap::questionCountCell(reportlinktable.RecordCount()));
+    writeCell(sheet, cellmap::questionCountCell(reportlinktable.RecordCount()));
     int row = cellmap::firstRow;
     while (!reportlinktable.Eof()) {
         // Names that differ in case only are one parameter to the store.
         const QString parameter = reportlinktable["Parameter"].Text();
-        row = toWriteParameter(sheet, parameter, row);
+        row = writeParameter(sheet, parameter, row);
         while (!reportlinktable.Eof() &&
                reportlinktable["Parameter"].Text().compare(parameter, Qt::CaseInsensitive) == 0)
             reportlinktable.MoveNext();

@@ -20,7 +20,7 @@ bool isMark(const QString& text) {
 
 } // namespace
 
-Judgement toJudgeChange(int column, const QString& type, const QString& text) {
+Judgement judgeChange(int column, const QString& type, const QString& text) {
     const bool blank = text.trimmed().isEmpty();
     switch (column) {
     case feedbackcolumn::weightage:
@@ -36,16 +36,16 @@ Judgement toJudgeChange(int column, const QString& type, const QString& text) {
     }
 }
 
-bool toAcceptCharacter(int column, QChar character) {
+bool acceptsCharacter(int column, QChar character) {
     const bool isMarkColumn = column == feedbackcolumn::weightage || column == feedbackcolumn::score;
     return !isMarkColumn || (character >= u'0' && character <= u'9');
 }
 
-QString toShownMark(const QString& stored) {
+QString shownMark(const QString& stored) {
     return stored == u"0" ? QString() : stored;
 }
 
-std::optional<QString> toMarkForStore(const QString& cell, bool isNew) {
+std::optional<QString> markForStore(const QString& cell, bool isNew) {
     if (!cell.trimmed().isEmpty())
         return cell;
     if (isNew)
@@ -53,7 +53,7 @@ std::optional<QString> toMarkForStore(const QString& cell, bool isNew) {
     return u"0"_s;
 }
 
-std::optional<QString> toDescriptionForStore(const QString& cell) {
+std::optional<QString> descriptionForStore(const QString& cell) {
     if (cell.isEmpty())
         return std::nullopt;
     return toFilterApostrophe(cell.trimmed()).value_or(cell);

@@ -27,18 +27,18 @@ enum class Judgement {
 /// What becomes of a text that has been typed or pasted into the box over a cell of that column, in the row
 /// of a question of that type. A mark is a whole number of 10 at most after rounding, a negative one
 /// included; any other text that is not blank blanks the cell.
-Judgement toJudgeChange(int column, const QString& type, const QString& text);
+Judgement judgeChange(int column, const QString& type, const QString& text);
 
 /// Whether a character may be typed into a cell of that column.
-bool toAcceptCharacter(int column, QChar character);
+bool acceptsCharacter(int column, QChar character);
 
 /// A stored mark as its cell shows it: "0" is not rated and shows blank.
-QString toShownMark(const QString& stored);
+QString shownMark(const QString& stored);
 
 /// What a mark's cell stores. A blank cell takes a stored mark back to "0" and leaves a new record its
 /// default: nothing is written.
-std::optional<QString> toMarkForStore(const QString& cell, bool isNew);
+std::optional<QString> markForStore(const QString& cell, bool isNew);
 
 /// What a description's cell stores; an empty cell leaves what is stored. A text with apostrophes is trimmed
 /// and gets typographic ones, any other is stored as it stands.
-std::optional<QString> toDescriptionForStore(const QString& cell);
+std::optional<QString> descriptionForStore(const QString& cell);

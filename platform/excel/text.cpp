@@ -69,7 +69,7 @@ ChunkReader::ChunkReader(std::vector<QByteArray> parts) : chunks(std::move(parts
         left += quint64(chunk.size());
 }
 
-void ChunkReader::toNextChunk() {
+void ChunkReader::nextChunk() {
     while (current < chunks.size() && at == chunks[current].size()) {
         ++current;
         at = 0;
@@ -79,7 +79,7 @@ void ChunkReader::toNextChunk() {
 }
 
 quint8 ChunkReader::u8() {
-    toNextChunk();
+    nextChunk();
     --left;
     return get8(chunks[current], at++);
 }
@@ -99,7 +99,7 @@ void ChunkReader::skip(quint64 count) {
         damaged(u"a text runs past the end of its record"_s);
     left -= count;
     while (count > 0) {
-        toNextChunk();
+        nextChunk();
         const auto step = std::min<quint64>(count, quint64(chunks[current].size() - at));
         at += qsizetype(step);
         count -= step;
@@ -111,7 +111,7 @@ QString ChunkReader::characters(int count, quint8 flags) {
     while (count > 0) {
         if (current < chunks.size() && at == chunks[current].size())
             flags = u8();
-        toNextChunk();
+        nextChunk();
         const int width = flags & wideFlag ? 2 : 1;
         const auto fit = std::min<qsizetype>(count, (chunks[current].size() - at) / width);
         if (fit == 0)

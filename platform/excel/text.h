@@ -38,7 +38,7 @@ public:
     QString richText(bool* plain = nullptr);
 
 private:
-    void toNextChunk();
+    void nextChunk();
     std::vector<QByteArray> chunks;
     size_t current = 0;
     qsizetype at = 0;

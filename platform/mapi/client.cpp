@@ -54,7 +54,7 @@ void waitFor(QProcess& process) {
 
 /// Releases a client that runs as long as its window, possibly longer than this program: destroying a
 /// QProcess kills its process, so it is destroyed only after the process has ended.
-void toLetRunOn(QProcess* process) {
+void detach(QProcess* process) {
     static QList<QProcess*>& running = *new QList<QProcess*>;
     running << process;
     QObject::connect(process, &QProcess::finished, process, [process] {
@@ -75,7 +75,7 @@ void composeByXdgEmail(const Mail& mail) {
     }
     waitFor(*process);
     if (process->state() != QProcess::NotRunning) {
-        toLetRunOn(process.release());
+        detach(process.release());
         return;
     }
     const int exitCode = process->exitStatus() == QProcess::NormalExit ? process->exitCode() : -1;

@@ -46,21 +46,21 @@ QString fieldsOf(SearchPass pass) {
 
 } // namespace
 
-QStringList toSplit(const QString& text) {
+QStringList keywordsOf(const QString& text) {
     QStringList keywords = text.split(u' ');
     if (keywords.size() > mostKeywords)
         throw std::out_of_range("more than ten keywords");
     return keywords;
 }
 
-QString toMakeSearchSql(SearchPass pass, const QStringList& keywords) {
+QString searchSql(SearchPass pass, const QStringList& keywords) {
     QStringList clauses;
     for (const QString& keyword : keywords)
         clauses << clauseOf(pass, keyword);
     return beginningOf(pass) + u"(" + clauses.join(u" or ") + u")";
 }
 
-QString toMakeHitInsertion(SearchPass pass, const QStringList& keywords) {
+QString hitInsertion(SearchPass pass, const QStringList& keywords) {
     return u"insert into search (sdate, [Desc], Id, custname, tablename) select "_s + fieldsOf(pass) +
-           u" from (" + toMakeSearchSql(pass, keywords) + u")";
+           u" from (" + searchSql(pass, keywords) + u")";
 }

@@ -48,7 +48,7 @@ void StoreTest::SetUp() {
     qputenv("XDG_CONFIG_HOME", directory.filePath(u"config"_s).toUtf8());
     ASSERT_TRUE(QFile::copy(QStringLiteral(GAUGEWELL_STORE), directory.filePath(u"Tallywell.mdb"_s)));
     setHomeDirectory(directory.path());
-    toForgetBackup();
+    forgetBackup();
     ASSERT_TRUE(toCreateDSN(u"gwl"_s, strDatabasePath));
     toOpenConnection();
     ASSERT_EQ(cnnMain->State(), ado::StateOpen);

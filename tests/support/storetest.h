@@ -49,7 +49,7 @@ private:
 
     std::deque<Expected> waiting;
     Replaced<forms::messageHook> hook{[this](const forms::Message& message) { return take(message); }};
-    Replaced<desktop::uncaughtHook> uncaught{toShowUncaught};
+    Replaced<desktop::uncaughtHook> uncaught{showUncaught};
 };
 
 /// Opens a fresh store in a temporary home and shows the main window.

@@ -73,7 +73,7 @@ protected:
     /// Runs a step while another program locks the store; expects one message.
     void whileLocked(const std::function<void()>& step) {
         runRaw(QStringLiteral("pragma busy_timeout = 1"));
-        other.ConnectionString = toConnectionText();
+        other.ConnectionString = connectionText();
         if (other.State() == ado::StateClosed)
             other.Open();
         other.session()->prepare({QStringLiteral("begin exclusive"), {}}).step();

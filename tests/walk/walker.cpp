@@ -36,7 +36,7 @@ QString nameOf(const QWidget* widget) {
 
 Walker::Walker(int withSeed, const QString& storePath)
     : seed(withSeed), random(static_cast<unsigned>(withSeed)), oracle(storePath) {
-    blocker.ConnectionString = toConnectionText();
+    blocker.ConnectionString = connectionText();
     blocker.Open();
     QApplication::setKeyboardInputInterval(-1); // each letter typed in a list starts a new search
 }
@@ -147,7 +147,7 @@ void Walker::perform() {
         on->activateWindow();
         return;
     }
-    toReconnect();
+    reconnect();
     sqlite3_busy_timeout(cnnMain->session()->handle(), 0);
     if (oneIn(40)) {
         note(u"the store is locked"_s);
