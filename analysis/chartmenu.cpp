@@ -3,7 +3,6 @@
 
 #include "core/base/gblGlobal.h"
 #include "core/base/shell.h"
-#include "platform/ado/error.h"
 #include "platform/chart/mschart.h"
 #include "platform/forms/msgbox.h"
 
@@ -14,7 +13,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int pathFileAccess = 75;
 constexpr double sharpness = 3; // 96 dots an inch of a logical pixel become about 300 on paper
 
 void savePicture(chart::MSChart& drawn, const QString& kind, const QSize& size) {
@@ -54,5 +52,5 @@ void addPictureMenu(chart::MSChart& drawn, const QSize& size) {
 void savePictureForReport(chart::MSChart& drawn, const QString& file, const QSize& size) {
     drawn.EditCopy();
     if (!drawn.SavePicture(homeDirectory() + u'/' + file, size, sharpness))
-        throw ado::Failure({pathFileAccess, u"Path/File access error"_s});
+        throw Failure(Failure::fileAccess, u"Path/File access error"_s);
 }

@@ -13,5 +13,5 @@ class MSChart;
 void addPictureMenu(chart::MSChart& drawn, const QSize& size);
 
 /// Writes the picture that a report shows into the home directory, sharp at the width of a page; it stands on
-/// the clipboard as well. Throws ado::Failure when that fails.
+/// the clipboard as well. Throws Failure when that fails.
 void savePictureForReport(chart::MSChart& drawn, const QString& file, const QSize& size);

@@ -230,9 +230,8 @@ void frmPerformanceMatrix::toDrawOnHiddenChart() {
     guarded([this] {
         try {
             fillHiddenChart();
-        } catch (const ado::Failure& failure) {
-            const ado::Error& error = failure.cause();
-            forms::msgBox(QString::number(error.Number) + u" : " + error.Description);
+        } catch (const Failure& failure) {
+            forms::msgBox(QString::number(failure.number()) + u" : " + failure.text());
             throw;
         }
     });

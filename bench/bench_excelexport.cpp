@@ -2,7 +2,7 @@
 // Fills a template with a questionnaire of 100 questions and saves it. Bound: writing the same bytes to the
 // same disk. Usage: bench_excelexport TEMPLATE SHEET [ROUNDS]
 #include "platform/excel/application.h"
-#include "platform/excel/error.h"
+#include "platform/failure/failure.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -97,7 +97,7 @@ int main(int argc, char** argv) {
                 return 1;
             bound.all.push_back(ms(step));
         }
-    } catch (const excel::Error& error) {
+    } catch (const Failure& error) {
         std::fprintf(stderr, "%s\n", error.what());
         return 1;
     }

@@ -88,8 +88,8 @@ Finding findFault() {
         if (!missing.isEmpty())
             return {StoreState::Faulty,
                     u"is no complete database of this program. It lacks: "_s + missing.join(u", "_s) + u'.'};
-    } catch (const ado::Failure& failure) {
-        const int number = failure.cause().Number;
+    } catch (const Failure& failure) {
+        const int number = failure.number();
         if (number == formatError || number == damaged || number == noDatabase)
             return {StoreState::Faulty, u"is damaged or no database."_s};
     }

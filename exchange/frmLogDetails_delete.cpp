@@ -12,8 +12,6 @@
 
 #include <QFile>
 
-#include <stdexcept>
-
 using namespace Qt::StringLiterals;
 namespace style = forms::style;
 
@@ -46,7 +44,7 @@ void frmLogDetails::cmdDelete_Click() {
 void frmLogDetails::deleteFile(const QString& fileName, const QString& path) const {
     QFile file(path);
     if (!file.remove())
-        throw std::runtime_error(u"%1: %2"_s.arg(path, file.errorString()).toStdString());
+        throw Failure(u"%1: %2"_s.arg(path, file.errorString()));
     toDeleteLogRow(fileName);
 }
 

@@ -32,7 +32,7 @@ public:
     /// The respondent's address, or empty. A failure is shown and gives the empty text.
     QString toGetEmailId(const QString& respondentName, int custid) const;
 
-    // The pieces of a mail; they throw mapi::Failure.
+    // The pieces of a mail; they throw Failure.
     /// Signs on and begins a message with its subject.
     void beginMail();
     /// The name that the respondent sees, and the file's full path.

@@ -4,5 +4,5 @@
 #include <QString>
 
 /// Opens a survey file, given by its full path, in the desktop's spreadsheet program, protected as it is.
-/// Throws excel::Error.
+/// Throws Failure.
 void viewWorkbook(const QString& path);

@@ -80,7 +80,7 @@ private:
     void txtDtls_Change(const QString& text);
 
     /// Found by its text within the customer's survey of the date on show, whoever the respondent is; of two
-    /// questions with one text the first wins. Empty for none. Throws ado::Failure.
+    /// questions with one text the first wins. Empty for none. Throws Failure.
     QString toGetQuestionID(const QString& question) const;
 
     /// The name that the register has for the choice, or empty. Finding it marks the file as read in.

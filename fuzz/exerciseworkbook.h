@@ -3,8 +3,8 @@
 
 #include "platform/excel/bookfile.h"
 #include "platform/excel/editor.h"
-#include "platform/excel/error.h"
 #include "platform/excel/refusal.h"
+#include "platform/failure/failure.h"
 
 // Opens untrusted content as a workbook, reads and edits it, and returns the saved file; empty if it is
 // refused. Anything wrong with the content must lead to a refusal.
@@ -28,7 +28,7 @@ inline QByteArray exerciseWorkbook(const QByteArray& content) {
             editor.protect(QStringLiteral("kvtwpa"));
         }
         return file.content();
-    } catch (const excel::Error&) {
+    } catch (const Failure&) {
     } catch (const Refusal&) {
     }
     return {};

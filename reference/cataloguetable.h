@@ -58,7 +58,7 @@ public:
     /// failed, which has been shown; then nothing is stored.
     bool save();
     /// Executes the deletion of the row in hand, the copy of the database before it; nothing for a row that
-    /// is not stored. Throws ado::Failure.
+    /// is not stored. Throws Failure.
     void remove(const QString& deletion);
 
 private:

@@ -14,5 +14,5 @@ QString respondentIdText(const QString& respondent, const QString& customer);
 void showQuestions(forms::MSHFlexGrid* grid, const std::vector<ChosenQuestion>& questions);
 
 /// Shows the stored questionnaire in a grid. For an empty respondent of a survey that exists the grid stays
-/// as it is. Throws ado::Failure.
+/// as it is. Throws Failure.
 void showQuestionnaire(forms::MSHFlexGrid* grid, const SurveyContext& survey);

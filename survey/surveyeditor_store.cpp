@@ -72,7 +72,7 @@ void SurveyEditor::showStored() {
         grid->setRow(found != stored.end()         ? static_cast<int>(found - stored.begin()) + 1
                      : current == ChosenQuestion() ? grid->Rows() - 1
                                                    : std::min(row, grid->Rows() - 1));
-    } catch (const ado::Failure&) {
+    } catch (const Failure&) {
         cnnMain->Errors().Clear();
     }
 }

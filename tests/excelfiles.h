@@ -3,8 +3,8 @@
 
 #include "platform/excel/application.h"
 #include "platform/excel/bytes.h"
-#include "platform/excel/error.h"
 #include "platform/excel/refusal.h"
+#include "platform/failure/failure.h"
 #include "tests/support/files.h"
 
 #include <QTemporaryDir>
@@ -47,7 +47,7 @@ protected:
     template <typename Work> static QString errorOf(Work&& work) {
         try {
             work();
-        } catch (const excel::Error& error) {
+        } catch (const Failure& error) {
             return error.text();
         } catch (const excel::biff::Refusal& refusal) {
             return refusal.reason();

@@ -19,8 +19,8 @@ namespace {
 template <class Step> int failureNumber(Step step) {
     try {
         step();
-    } catch (const ado::Failure& failure) {
-        return failure.cause().Number;
+    } catch (const Failure& failure) {
+        return failure.number();
     }
     return 0;
 }
@@ -58,9 +58,9 @@ TEST(Values, wholeNumbersRoundHalfEvenAndOverflowIsRefused) {
     for (const auto& [value, whole] : fits)
         EXPECT_EQ(ado::toWhole(value), whole) << value.toString().toStdString();
     const std::pair<QVariant, int> refused[] = {
-        {32767.5, ado::number::overflow},      {u"1e9"_s, ado::number::overflow},
-        {u"ten"_s, ado::number::typeMismatch}, {u""_s, ado::number::typeMismatch},
-        {u"nan"_s, ado::number::typeMismatch}, {u"5 apples"_s, ado::number::typeMismatch}};
+        {32767.5, Failure::overflow},      {u"1e9"_s, Failure::overflow},
+        {u"ten"_s, Failure::typeMismatch}, {u""_s, Failure::typeMismatch},
+        {u"nan"_s, Failure::typeMismatch}, {u"5 apples"_s, Failure::typeMismatch}};
     for (const auto& [value, number] : refused)
         EXPECT_EQ(failureNumber([&] { ado::toWhole(value); }), number) << value.toString().toStdString();
 }
@@ -112,7 +112,7 @@ TEST_F(AdoTest, fieldsConvertByDeclaredTypeAndUnwrittenFieldsStay) {
     EXPECT_EQ(person["mark"].Value(), 10);
     EXPECT_TRUE(person["born"].IsNull());
     EXPECT_EQ(person["name"].Text(), u"Zoë"_s);
-    EXPECT_EQ(failureNumber([&] { person["mark"] = u"many"_s; }), ado::number::typeMismatch);
+    EXPECT_EQ(failureNumber([&] { person["mark"] = u"many"_s; }), Failure::typeMismatch);
 }
 
 TEST_F(AdoTest, onlyTheRecordsOfOneTableAreWritten) {

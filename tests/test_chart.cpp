@@ -77,7 +77,7 @@ TEST_F(ChartTest, keysSelectPoints) {
     press({Qt::Key_Down});                 // past the empty series to the nearest row
     press({Qt::Key_Left, Qt::Key_Left});
     EXPECT_EQ(picked, (Picked{{1, 2}, {1, 4}, {3, 3}, {3, 1}}));
-    shown.tipText = [](int series, int) -> QString { throw std::out_of_range(std::to_string(series)); };
+    shown.tipText = [](int series, int) -> QString { throw Failure(QString::number(series)); };
     fill({{0, 0}});
     press({Qt::Key_Right, Qt::Key_Down, Qt::Key_Left});
     EXPECT_EQ(picked.size(), 4u) << "no point, no move";

@@ -51,7 +51,7 @@ protected:
     QString failure() {
         try {
             report.setAction(crystal::RunReport);
-        } catch (const crystal::ReportError& error) {
+        } catch (const Failure& error) {
             return error.text();
         }
         return {};
@@ -150,7 +150,7 @@ TEST_F(CrystalTest, readsWithoutChangingTheDatabase) {
     writeLayout(guestColumn);
     ado::Connection connection;
     connection.OpenReadOnly(report.DataFiles(0), u"secret"_s);
-    EXPECT_THROW(connection.Execute(u"delete from visit"_s), ado::Failure);
+    EXPECT_THROW(connection.Execute(u"delete from visit"_s), Failure);
     ASSERT_TRUE(QFile::setPermissions(report.DataFiles(0), QFile::ReadOwner));
     EXPECT_EQ(failure().toStdString(), "");
     EXPECT_EQ(QDir(directory.path()).entryList(QDir::Files), (QStringList{u"store.mdb"_s, u"visit.rpt"_s}));

@@ -49,7 +49,7 @@ protected:
     static QString failureOf(mapi::MAPIMessages messages) {
         try {
             messages.setAction(mapi::SendByDialog);
-        } catch (const mapi::Failure& failure) {
+        } catch (const Failure& failure) {
             return failure.text();
         }
         return {};

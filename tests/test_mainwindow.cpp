@@ -185,7 +185,7 @@ TEST_F(MainWindowTest, aFailureThatLeavesAHandlerIsShownAndTheProgramContinues) 
     Step fails([] {
         const Busy form(frmCustomer::instance(), u"Opening Form..."_s);
         const Busy window;
-        throw std::out_of_range("8");
+        throw Failure::ofSubscript();
     });
     const auto expectShown = [&] { messages.expect(u"Subscript out of range"_s, forms::style::critical); };
     expectShown();

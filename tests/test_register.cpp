@@ -73,7 +73,7 @@ protected:
     Replaced<mapi::hasClientHook> client{[this] { return hasClient; }};
     Replaced<mapi::composeHook> composer{[this](const mapi::Mail& mail) {
         if (failsOn == mail.attachmentName)
-            throw mapi::Failure(u"The client was cancelled."_s);
+            throw Failure(u"The client was cancelled."_s);
         mails << mail.subject + u'|' + mail.text + u'|' + mail.recipient + u'|' + mail.attachmentPath;
     }};
     Replaced<forms::openFileHook> openDialog{[this](const auto&) { return picked; }};

@@ -148,7 +148,7 @@ TEST_F(StatementTest, deletingACustomerOrParameterRemovesItsDependentsOnly) {
 }
 
 TEST_F(StatementTest, aQuestionIsNoLongerThanAFormTakes) {
-    EXPECT_THROW(add(u"questions"_s, {{"question", QString(256, u'x')}}), ado::Failure);
+    EXPECT_THROW(add(u"questions"_s, {{"question", QString(256, u'x')}}), Failure);
 }
 
 TEST_F(StatementTest, theMatrixAndTheIndexUseScoreQuestionsOnly) {

@@ -27,7 +27,7 @@ int main(int argc, char** argv) {
     }
     try {
         ado::createStore(arguments[1], statements, arguments[2]);
-    } catch (const ado::Failure& failure) {
+    } catch (const Failure& failure) {
         std::fprintf(stderr, "%s: %s\n", qPrintable(arguments[1]), failure.what());
         return 1;
     }

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/figures/performancematrix.h"
 
+#include "platform/failure/failure.h"
+
 #include <array>
 #include <charconv>
 #include <cmath>
 #include <limits>
-#include <stdexcept>
 
 namespace {
 
@@ -35,7 +36,7 @@ std::int16_t addWhole(std::int16_t total, std::int16_t score) {
     const int sum = total + score;
     using Range = std::numeric_limits<std::int16_t>;
     if (sum < Range::min() || sum > Range::max())
-        throw std::overflow_error("The sum of the scores leaves 16 bits.");
+        throw Failure::ofOverflow();
     return static_cast<std::int16_t>(sum);
 }
 
@@ -58,7 +59,9 @@ std::optional<MatrixMeans> matrixMeans(std::span<const RatedAnswer> answers) {
 MatrixMeans MatrixPlaces::next(const MatrixMeans& point) {
     MatrixMeans place = point;
     if (previous && previous->score == point.score && previous->weightage == point.weightage) {
-        const MatrixMeans& shift = shifts.at(shifted++);
+        if (shifted == shifts.size())
+            throw Failure::ofSubscript();
+        const MatrixMeans& shift = shifts[shifted++];
         place = {.weightage = std::nearbyint(point.weightage) + shift.weightage,
                  .score = std::nearbyint(point.score) + shift.score};
     }

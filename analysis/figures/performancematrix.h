@@ -16,7 +16,7 @@ struct MatrixMeans {
 
 /// The two means of a group of answers, rounded to two decimals with ties to the even digit. The divisor of
 /// both is the number of all answers, so that one without a weightage, or without a score, pulls that mean
-/// down and not the other. Nothing when no answer has either. Throws std::overflow_error when the sum of the
+/// down and not the other. Nothing when no answer has either. Throws Failure when the sum of the
 /// scores leaves -32768..32767.
 std::optional<MatrixMeans> matrixMeans(std::span<const RatedAnswer> answers);
 
@@ -25,7 +25,7 @@ std::optional<MatrixMeans> matrixMeans(std::span<const RatedAnswer> answers);
 /// eight small shifts. Equal points with another between them are not moved.
 class MatrixPlaces {
 public:
-    /// The place of the next point. Throws std::out_of_range at the ninth shift of a chart.
+    /// The place of the next point. Throws Failure at the ninth shift of a chart.
     MatrixMeans next(const MatrixMeans& point);
 
 private:

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/figures/satisfactionindex.h"
 
+#include "platform/failure/failure.h"
+
 #include <cmath>
 #include <limits>
-#include <stdexcept>
 
 namespace {
 
@@ -23,7 +24,7 @@ std::int16_t addRounded(std::int16_t total, float weightedScore) {
     const double sum =
         std::nearbyint(static_cast<double>(total) + static_cast<double>(weightedScore)); // ties to even
     if (!(sum >= Range::min() && sum <= Range::max()))
-        throw std::overflow_error("The sum of the weighted scores leaves 16 bits.");
+        throw Failure::ofOverflow();
     return static_cast<std::int16_t>(sum);
 }
 

@@ -19,6 +19,6 @@ struct RatedAnswer {
 ///     index = T(n) / n
 ///
 /// An answer that lacks its weightage or its score adds nothing, but stays in the count n. A, w/A, v and the
-/// index are held in single precision. No answers give 0. Throws std::overflow_error when a T leaves
+/// index are held in single precision. No answers give 0. Throws Failure when a T leaves
 /// -32768..32767.
 float satisfactionIndex(std::span<const RatedAnswer> answers);

@@ -5,10 +5,7 @@
 #include "core/base/gblGlobal.h"
 #include "core/base/shell.h"
 #include "core/store/transaction.h"
-#include "platform/crystal/reporterror.h"
 #include "platform/forms/msgbox.h"
-
-#include <stdexcept>
 
 using namespace Qt::StringLiterals;
 
@@ -24,26 +21,14 @@ void showErrors(const QString& prefix) {
         forms::msgBox(prefix + QString::number(errDatabase.Number) + u"\r\n" + errDatabase.Description);
 }
 
-/// Number and description of a failure that may be the store's or a computation's.
-ado::Error errorOf(const std::exception& failure) {
-    constexpr int subscriptOutOfRange = 9;
-    constexpr int otherFailure = 5;
-    if (const auto* known = dynamic_cast<const ado::Failure*>(&failure))
-        return known->cause();
-    if (dynamic_cast<const std::overflow_error*>(&failure))
-        return {ado::number::overflow, u"Overflow"_s};
-    if (dynamic_cast<const std::out_of_range*>(&failure))
-        return {subscriptOutOfRange, u"Subscript out of range"_s};
-    if (const auto* report = dynamic_cast<const crystal::ReportError*>(&failure))
-        return {crystal::ReportError::Number, report->text()};
-    return {otherFailure, QString::fromUtf8(failure.what())};
-}
-
-QString descriptionOf(const std::exception_ptr& thrown) {
+/// The failure that was thrown; any other exception is one without a number.
+Failure failureOf(const std::exception_ptr& thrown) {
     try {
         std::rethrow_exception(thrown);
-    } catch (const std::exception& failure) {
-        return errorOf(failure).Description;
+    } catch (const Failure& failure) {
+        return failure;
+    } catch (const std::exception& other) {
+        return Failure(QString::fromUtf8(other.what()));
     }
 }
 
@@ -61,20 +46,21 @@ bool guarded(const QString& prefix, const std::function<void()>& procedure) {
 }
 
 bool guardedUnconnected(const QString& prefix, const std::function<void()>& procedure) {
-    try {
-        procedure();
-        return true;
-    } catch (const std::exception& failure) {
+    const auto end = [](const auto& show) {
         if (Transaction::isOpen())
             throw;
         Busy::endPointers();
-        const auto* refusal = dynamic_cast<const Refusal*>(&failure);
-        if (refusal)
-            forms::msgBox(refusal->text(), forms::style::critical, u"Gaugewell v2.1"_s);
-        else
-            showErrors(prefix);
+        show();
         showStatus({}); // the word of the step that has ended
         return false;
+    };
+    try {
+        procedure();
+        return true;
+    } catch (const Refusal& refusal) {
+        return end([&] { forms::msgBox(refusal.text(), forms::style::critical, u"Gaugewell v2.1"_s); });
+    } catch (const std::exception&) {
+        return end([&] { showErrors(prefix); });
     }
 }
 
@@ -83,14 +69,14 @@ bool guardedWithNumber(const QString& separator, const std::function<void()>& pr
         reconnect();
         procedure();
         return true;
-    } catch (const std::exception& failure) {
+    } catch (const std::exception&) {
         if (Transaction::isOpen())
             throw;
         Busy::endPointers();
         if (cnnMain)
             cnnMain->Errors().Clear(); // this message reports it
-        const ado::Error error = errorOf(failure);
-        forms::msgBox(QString::number(error.Number) + separator + error.Description);
+        const Failure failure = failureOf(std::current_exception());
+        forms::msgBox(QString::number(failure.number()) + separator + failure.text());
         return false;
     }
 }
@@ -114,7 +100,7 @@ void showWithDescription(const std::exception_ptr& failure) {
     if (cnnMain && cnnMain->Errors().Count() > 0)
         showErrors(u"Error : "_s);
     else
-        forms::msgBox(descriptionOf(failure));
+        forms::msgBox(failureOf(failure).text());
 }
 
 void runStep(bool isSkippable, const std::function<void()>& step) {
@@ -139,6 +125,6 @@ void showUncaught(const std::exception_ptr& uncaught) {
     if (cnnMain)
         cnnMain->Errors().Clear(); // this message tells it
     isShowing = true;
-    forms::msgBox(descriptionOf(uncaught), forms::style::critical);
+    forms::msgBox(failureOf(uncaught).text(), forms::style::critical);
     isShowing = false;
 }

@@ -23,11 +23,11 @@ void startReport(crystal::CrystalReport& report, const QString& file, const QStr
     };
     try {
         report.setAction(crystal::RunReport);
-    } catch (const crystal::ReportError& error) {
+    } catch (const Failure& failure) {
         forget();
         if (cnnMain) {
             cnnMain->Errors().Clear();
-            cnnMain->Errors().Add({crystal::ReportError::Number, error.text()});
+            cnnMain->Errors().Add({failure.number(), failure.text()});
         }
         throw;
     }

@@ -13,7 +13,7 @@
 #include <vector>
 
 /// The one connection of the program. A form's procedure calls reconnect before it uses it; what has no
-/// window is called by such a procedure and throws ado::Failure.
+/// window is called by such a procedure and throws Failure.
 extern std::unique_ptr<ado::Connection> cnnMain;
 
 /// Full path of the database file chosen at start-up.
@@ -28,15 +28,15 @@ std::optional<QString> toFilterApostrophe(const QString& text);
 /// The text as it is stored: filtered when it holds an apostrophe, else as it is.
 QString toStoredText(const QString& text);
 
-/// Whether a select finds anything; nothing is locked afterwards. Throws ado::Failure.
+/// Whether a select finds anything; nothing is locked afterwards. Throws Failure.
 bool hasRecords(const QString& sql);
 
 /// The custid of the first customer of that name, or 0. The name goes into the statement unfiltered. Throws
-/// ado::Failure.
+/// Failure.
 int findCustomer(const QString& customerName);
 
 /// The custids of customers to write for, in the order of the names. Throws Refusal naming those that are
-/// not found, and ado::Failure.
+/// not found, and Failure.
 std::vector<int> requireCustomers(const QStringList& names);
 
 /// A date for a statement: mm/dd/yyyy, to stand between # marks. Empty for no date, which the store refuses.

@@ -17,7 +17,7 @@ Transaction::~Transaction() {
     const ado::ErrorList errors = cnnMain->Errors();
     try {
         cnnMain->RollbackTrans();
-    } catch (const ado::Failure&) {
+    } catch (const Failure&) {
         // The store has rolled back by itself; what made it do so is what the user is told.
     }
     cnnMain->Errors() = errors;

@@ -6,13 +6,13 @@
 /// recorded of the failure survives the rollback. Transactions do not nest.
 class Transaction {
 public:
-    /// Begins it. Throws ado::Failure.
+    /// Begins it. Throws Failure.
     Transaction();
     Transaction(const Transaction&) = delete;
     Transaction& operator=(const Transaction&) = delete;
     ~Transaction();
 
-    /// Throws ado::Failure; the transaction is then rolled back when it is left.
+    /// Throws Failure; the transaction is then rolled back when it is left.
     void Commit();
 
     /// Whether one is open. guarded then shows nothing and passes the failure on to the holder.

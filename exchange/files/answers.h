@@ -14,7 +14,7 @@ struct AnswerKeys {
     QString surveyid;
 };
 
-// They throw ado::Failure.
+// They throw Failure.
 
 /// Whether the question asks for a score; nothing for one that the catalogue does not have.
 std::optional<bool> toGetQuestionType(const QString& questionid);

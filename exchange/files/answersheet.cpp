@@ -13,7 +13,7 @@ constexpr int lowestMark = 0;
 constexpr int highestMark = 10;
 
 [[noreturn]] void typeMismatch() {
-    throw ado::Failure({ado::number::typeMismatch, u"Type mismatch"_s});
+    throw Failure(Failure::typeMismatch, u"Type mismatch"_s);
 }
 
 /// A number or a text that is to become one.
@@ -116,7 +116,7 @@ excel::Value AnswerSheet::cell(Place place) {
 QString AnswerSheet::peek(Place place) const {
     try {
         return sheet.Cells(place.row, place.column).Value().text();
-    } catch (const excel::Error&) {
+    } catch (const Failure&) {
         return {}; // damaged, or below the sheet
     }
 }

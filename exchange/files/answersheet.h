@@ -3,8 +3,8 @@
 
 #include "exchange/files/answers.h"
 #include "exchange/files/cellmap.h"
-#include "platform/excel/error.h"
 #include "platform/excel/worksheet.h"
+#include "platform/failure/failure.h"
 
 #include <exception>
 #include <functional>
@@ -29,9 +29,9 @@ struct SheetAnswers {
 };
 
 /// A file with more text than any questionnaire has: of such a file nothing is read.
-class TooMuchText : public excel::Error {
+class TooMuchText : public Failure {
 public:
-    using Error::Error;
+    using Failure::Failure;
 };
 
 /// Converts the cells of a survey file. Keys must be whole numbers of 32 bits and the date a date; marks are
@@ -60,7 +60,7 @@ private:
     /// The text of a cell that is looked at for a remark only; it ends no reading.
     QString peek(cellmap::Place place) const;
 
-    // The contents of a cell, converted. They throw ado::Failure with the conversion's message.
+    // The contents of a cell, converted. They throw Failure with the conversion's message.
     excel::Value cell(cellmap::Place place);
     QString key(cellmap::Place place);
     QDate date(cellmap::Place place);

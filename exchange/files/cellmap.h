@@ -109,7 +109,7 @@ constexpr Place answerPlace(int row) {
 std::vector<Cell> blockCells(int row, const Question& question);
 
 /// The last row in which a block may begin, by the number of questions in I4, whatever their kinds; a
-/// fraction rounds half to even. Throws ado::Failure ("Overflow") when that is beyond the sheet.
+/// fraction rounds half to even. Throws Failure ("Overflow") when that is beyond the sheet.
 int lastRow(double questions);
 
 } // namespace cellmap

@@ -4,7 +4,7 @@
 #include "survey/questionnaires/surveykey.h"
 
 // Survey files are known by their bare names; all of them live in the home directory. Failures of the store
-// are thrown as ado::Failure.
+// are thrown as Failure.
 
 /// The template of survey files in the home directory.
 inline constexpr QStringView templateFile = u"template.xls";

@@ -5,8 +5,6 @@
 
 #include <QFileInfo>
 
-#include <stdexcept>
-
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -19,8 +17,7 @@ bool isBare(const QString& fileName) {
 
 QString homePath(const QString& fileName) {
     if (!isBare(fileName)) {
-        const QString sentence = u"\"%1\" holds a folder where a bare file name is wanted."_s.arg(fileName);
-        throw std::runtime_error(sentence.toStdString());
+        throw Failure(u"\"%1\" holds a folder where a bare file name is wanted."_s.arg(fileName));
     }
     return homeDirectory() + u'/' + fileName;
 }

@@ -11,5 +11,5 @@ enum class HistoryOrder {
 
 /// Makes reportlinktable the survey's questions, each with what the respondent gave it in the latest survey
 /// before this one. A 0 there, or no answer, leaves the mark Null; no older survey is asked. Throws
-/// ado::Failure; what was filled before it stays.
+/// Failure; what was filled before it stays.
 void toGetTheLastScoreAndWeightage(const SurveyKey& survey, HistoryOrder order);

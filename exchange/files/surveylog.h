@@ -7,7 +7,7 @@
 
 #include <vector>
 
-// Table log, the register of survey files. Failures of the store are thrown as ado::Failure.
+// Table log, the register of survey files. Failures of the store are thrown as Failure.
 
 /// The survey's file counts as not read in.
 void resetLogStatus(const SurveyKey& survey);

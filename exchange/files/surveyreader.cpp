@@ -69,14 +69,12 @@ bool SurveyReader::readTogether(const std::function<void()>& files) {
 
 /// The failure of a cell, or of a file damaged at a cell, with the cell in its sentence.
 std::exception_ptr SurveyReader::withStop(const std::exception_ptr& failure) const {
-    const QString stop = u"\r\n%1 was not read beyond cell %2."_s.arg(title, cellmap::nameOf(*failing));
     try {
         std::rethrow_exception(failure);
-    } catch (const ado::Failure& conversion) {
-        return std::make_exception_ptr(
-            ado::Failure({conversion.cause().Number, conversion.cause().Description + stop}));
-    } catch (const excel::Error& damage) {
-        return std::make_exception_ptr(excel::Error(damage.text() + stop));
+    } catch (const Failure& known) {
+        return std::make_exception_ptr(Failure(
+            known.number(),
+            known.text() + u"\r\n%1 was not read beyond cell %2."_s.arg(title, cellmap::nameOf(*failing))));
     } catch (const std::exception&) {
         return failure;
     }

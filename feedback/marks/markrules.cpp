@@ -10,12 +10,7 @@ namespace {
 constexpr int highestMark = 10;
 
 bool isMark(const QString& text) {
-    try {
-        ado::toWhole(text, INT16_MIN, highestMark);
-        return true;
-    } catch (const ado::Failure&) {
-        return false;
-    }
+    return ado::isWhole(text, INT16_MIN, highestMark);
 }
 
 } // namespace

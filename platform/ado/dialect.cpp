@@ -26,7 +26,7 @@ struct Token {
 };
 
 [[noreturn]] void refuse(int number, const QString& description) {
-    throw Failure({number, description});
+    throw Failure(number, description);
 }
 
 /// On the stack for most statements: each look-up of the program is translated.

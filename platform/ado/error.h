@@ -1,17 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QString>
+#include "platform/failure/failure.h"
 
-#include <exception>
 #include <vector>
 
 namespace ado {
 
 /// Numbers of the failures that this layer itself finds; the store's own carry SQLite's result code (1..101).
 namespace number {
-inline constexpr int overflow = 6;           ///< a whole number does not fit its column
-inline constexpr int typeMismatch = 13;      ///< a text is no number, date or yes/no
 inline constexpr int noCurrentRecord = 3021; ///< a field is used before the first or after the last record
 inline constexpr int itemNotFound = 3265;    ///< no column of that name
 inline constexpr int objectClosed = 3704;    ///< the connection or recordset is not open
@@ -28,7 +25,8 @@ struct Error {
     QString Description;
 };
 
-/// The failures of the last failing operation on a connection, oldest first.
+/// The failures of the last failing operation on a connection, oldest first: those of the store. The use of a
+/// closed object is thrown only, since it never reached the store.
 class ErrorList {
 public:
     int Count() const { return static_cast<int>(list.size()); }
@@ -40,19 +38,6 @@ public:
 
 private:
     std::vector<Error> list;
-};
-
-/// Thrown by every operation of this layer that fails. Failures of the store are also recorded in
-/// Connection::Errors; the use of a closed object is not, since it never reached the store.
-class Failure : public std::exception {
-public:
-    explicit Failure(Error cause) : error(std::move(cause)), utf8(error.Description.toUtf8()) {}
-    const Error& cause() const { return error; }
-    const char* what() const noexcept override { return utf8.constData(); }
-
-private:
-    Error error;
-    QByteArray utf8;
 };
 
 } // namespace ado

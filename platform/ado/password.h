@@ -11,7 +11,7 @@ class Session;
 /// mistakes, not attacks: the data itself is not encrypted.
 void setPassword(Session& session, const QString& password);
 
-/// Throws Failure number::password ("Not a valid password.") when the database has another password. A
+/// Throws Failure with number::password ("Not a valid password.") when the database has another password. A
 /// database without a password opens with any.
 void requirePassword(Session& session, const QString& password);
 

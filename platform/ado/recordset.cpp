@@ -58,7 +58,7 @@ void Recordset::Close() {
 
 void Recordset::requireOpen() const {
     if (!session)
-        throw Failure({number::objectClosed, u"Operation is not allowed when the object is closed."_s});
+        throw Failure(number::objectClosed, u"Operation is not allowed when the object is closed."_s);
 }
 
 /// Fetches one more record from the store; false at its end.
@@ -89,7 +89,7 @@ int Recordset::RecordCount() {
 
 void Recordset::MoveNext() {
     if (Eof())
-        throw Failure({number::noCurrentRecord, u"There is no current record."_s});
+        throw Failure(number::noCurrentRecord, u"There is no current record."_s);
     ++position;
     adding = false;
     changed.assign(columns->size(), false);

@@ -26,7 +26,7 @@ public:
     /// The value as the program shows it; the empty text for Null.
     QString Text() const { return toText(Value()); }
     /// Takes the value for the next Update, converted to the column's declared type. Throws Failure
-    /// number::typeMismatch or number::overflow for what does not fit.
+    /// Failure::typeMismatch or Failure::overflow for what does not fit.
     Field& operator=(const QVariant& value);
     Field& operator=(const QString& text) { return *this = QVariant(text); }
 

@@ -171,13 +171,13 @@ void Session::close() {
 
 void Session::requireOpen() const {
     if (!database)
-        throw Failure({number::objectClosed, u"Operation is not allowed when the object is closed."_s});
+        throw Failure(number::objectClosed, u"Operation is not allowed when the object is closed."_s);
 }
 
 void Session::fail(const Error& error) {
     errorList.Clear();
     errorList.Add(error);
-    throw Failure(error);
+    throw Failure(error.Number, error.Description);
 }
 
 void Session::fail(int resultCode) {

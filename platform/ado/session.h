@@ -103,7 +103,7 @@ public:
         try {
             return function();
         } catch (const Failure& failure) {
-            fail(failure.cause());
+            fail({failure.number(), failure.text()});
         }
     }
 

@@ -8,6 +8,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstring>
+#include <optional>
 #include <string_view>
 
 using namespace Qt::StringLiterals;
@@ -16,10 +17,10 @@ namespace ado {
 namespace {
 
 [[noreturn]] void typeMismatch() {
-    throw Failure({number::typeMismatch, u"Type mismatch"_s});
+    throw Failure(Failure::typeMismatch, u"Type mismatch"_s);
 }
 
-double toNumber(const QVariant& value) {
+std::optional<double> numberOf(const QVariant& value) {
     if (value.typeId() == QMetaType::Bool)
         return value.toBool() ? -1 : 0;
     bool isNumber = false;
@@ -30,9 +31,14 @@ double toNumber(const QVariant& value) {
     } else {
         result = value.toDouble(&isNumber);
     }
-    if (!isNumber || !std::isfinite(result))
+    return isNumber && std::isfinite(result) ? std::optional(result) : std::nullopt;
+}
+
+double toNumber(const QVariant& value) {
+    const std::optional<double> number = numberOf(value);
+    if (!number)
         typeMismatch();
-    return result;
+    return *number;
 }
 
 QDate toDate(const QVariant& value) {
@@ -141,6 +147,12 @@ double roundHalfEven(double value) {
     return std::nearbyint(value); // the default rounding mode is to nearest, ties to even
 }
 
+bool isWhole(const QVariant& value, qlonglong smallest, qlonglong largest) {
+    const std::optional<double> number = numberOf(value);
+    return number && roundHalfEven(*number) >= static_cast<double>(smallest) &&
+           roundHalfEven(*number) <= static_cast<double>(largest);
+}
+
 qlonglong toWhole(const QVariant& value, qlonglong smallest, qlonglong largest) {
     if (value.typeId() == QMetaType::LongLong) {
         const qlonglong whole = value.toLongLong();
@@ -149,7 +161,7 @@ qlonglong toWhole(const QVariant& value, qlonglong smallest, qlonglong largest) 
     }
     const double rounded = roundHalfEven(toNumber(value));
     if (rounded < static_cast<double>(smallest) || rounded > static_cast<double>(largest))
-        throw Failure({number::overflow, u"Overflow"_s});
+        throw Failure(Failure::overflow, u"Overflow"_s);
     return static_cast<qlonglong>(rounded);
 }
 

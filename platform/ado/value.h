@@ -26,9 +26,11 @@ inline constexpr QStringView dateTextFormat = u"dd/MM/yyyy";
 QString toText(const QVariant& value);
 
 /// The whole number of a value or text, between smallest and largest: fractions round to nearest with ties to
-/// even. Throws Failure number::typeMismatch ("Type mismatch") for what is not a number, number::overflow
+/// even. Throws Failure::typeMismatch ("Type mismatch") for what is not a number, Failure::overflow
 /// ("Overflow") for what does not fit.
 qlonglong toWhole(const QVariant& value, qlonglong smallest = INT16_MIN, qlonglong largest = INT16_MAX);
+/// Whether toWhole returns a number.
+bool isWhole(const QVariant& value, qlonglong smallest, qlonglong largest);
 
 /// The date of an ISO text yyyy-mm-dd; invalid for any other text.
 QDate fromIso(QStringView text);

@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/failure/failure.h"
+
 #include <optional>
-#include <stdexcept>
 #include <vector>
 
 namespace chart {
 
 /// The figures of a chart in rows and columns, both numbered from 1. A cell without a value is Null: nothing
-/// is drawn for it. Fresh cells are Null. A cell outside the array throws std::out_of_range.
+/// is drawn for it. Fresh cells are Null. A cell outside the array throws Failure.
 class DataArray {
 public:
     explicit DataArray(int rows = 0, int columns = 0)
@@ -33,7 +34,7 @@ public:
 private:
     std::size_t indexOf(int row, int column) const {
         if (row < 1 || row > rowCount || column < 1 || column > columnCount)
-            throw std::out_of_range("Subscript out of range");
+            throw Failure::ofSubscript();
         return static_cast<std::size_t>(row - 1) * static_cast<std::size_t>(columnCount) +
                static_cast<std::size_t>(column - 1);
     }

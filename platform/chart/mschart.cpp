@@ -22,7 +22,7 @@ constexpr double reach = 9; // pixels around a point that still pick it
 
 void requireNumber(int number, int count) {
     if (number < 1 || number > count)
-        throw std::out_of_range("Subscript out of range");
+        throw Failure::ofSubscript();
 }
 
 void setCount(QStringList& labels, int count) {

@@ -15,7 +15,7 @@ class PlotView;
 /// A two-dimensional chart. In a line chart the columns of the data are the series, the rows the categories
 /// along the horizontal axis; in an XY chart two columns are a series, the values across and up, and the rows
 /// are its points. Rows, columns, series and points are numbered from 1; a number that does not exist throws
-/// std::out_of_range. Scales are fixed and do not follow the data. The background is white in any theme, so
+/// Failure. Scales are fixed and do not follow the data. The background is white in any theme, so
 /// that a picture of the chart prints well.
 ///
 /// A click on a point, or Enter on the point that the arrow keys have reached, emits PointActivated; hovering

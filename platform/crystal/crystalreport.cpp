@@ -24,7 +24,7 @@ void CrystalReport::setAction(int action) {
         headTexts << formulaText(formula.name, formula.line);
     }
     if (!Password.startsWith(u'\n'))
-        throw ReportError(ReportFileName, 0, u"The password does not begin with a line feed."_s);
+        throw reportFailure(ReportFileName, 0, u"The password does not begin with a line feed."_s);
     Records records =
         readRecords(layout, DataFiles(0), Password.mid(1), parseSelection(SelectionFormula, ReportFileName));
     layout.values.insert(layout.values.begin(), headFormulas.begin(), headFormulas.end());
@@ -42,16 +42,16 @@ QString CrystalReport::formulaText(const QString& wanted, qint64 line) const {
         const QString name = formula.section(u'=', 0, 0).trimmed();
         const QString text = formula.section(u'=', 1).trimmed();
         if (text.size() < 2 || !text.startsWith(u'\'') || !text.endsWith(u'\''))
-            throw ReportError(
+            throw reportFailure(
                 ReportFileName, 0,
                 u"The formula \"%1\" is not a name, = and a text between apostrophes."_s.arg(formula));
         if (name == wanted)
             return text.mid(1, text.size() - 2);
         given += u" '"_s + name + u"'";
     }
-    throw ReportError(ReportFileName, line,
-                      u"The layout shows the formula '%1', but the report was given%2."_s.arg(
-                          wanted, given.isEmpty() ? u" none"_s : given));
+    throw reportFailure(ReportFileName, line,
+                        u"The layout shows the formula '%1', but the report was given%2."_s.arg(
+                            wanted, given.isEmpty() ? u" none"_s : given));
 }
 
 } // namespace crystal

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "platform/crystal/reporterror.h"
+#include "platform/crystal/reportfailure.h"
 
 #include <QString>
 
@@ -19,7 +19,7 @@ enum ReportAction { RunReport = 1 };
 enum PreviewState { NormalWindow = 0, MinimizedWindow = 1, MaximizedWindow = 2 };
 
 /// Runs a report by its properties: reads the layout, reads the database, which is opened for reading only,
-/// and shows the preview, from which the user prints. Every failure is thrown as ReportError.
+/// and shows the preview, from which the user prints. Every failure is thrown as Failure.
 class CrystalReport {
 public:
     /// A line feed and then the database's password.

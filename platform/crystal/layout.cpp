@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/crystal/layout.h"
 
-#include "platform/crystal/reporterror.h"
+#include "platform/crystal/reportfailure.h"
 
 #include <QDir>
 #include <QFile>
@@ -60,7 +60,7 @@ public:
         if (!values.empty())
             refuse(u"<"_s + element + u"> has no attribute '" + values.front().first + u"'.");
     }
-    [[noreturn]] void refuse(const QString& sentence) const { throw ReportError(file, line, sentence); }
+    [[noreturn]] void refuse(const QString& sentence) const { throw reportFailure(file, line, sentence); }
     qint64 lineNumber() const { return line; }
 
 private:
@@ -136,7 +136,7 @@ public:
     Layout read() {
         QFile source(layout.file);
         if (!source.open(QIODevice::ReadOnly))
-            throw ReportError(layout.file, 0, u"The report layout is not there or cannot be read."_s);
+            throw reportFailure(layout.file, 0, u"The report layout is not there or cannot be read."_s);
         xml.setDevice(&source);
         if (xml.readNextStartElement())
             report();
@@ -144,10 +144,10 @@ public:
         while (!xml.atEnd())
             xml.readNext();
         if (xml.hasError())
-            throw ReportError(layout.file, xml.lineNumber(),
-                              u"The layout is not valid XML: %1"_s.arg(xml.errorString()));
+            throw reportFailure(layout.file, xml.lineNumber(),
+                                u"The layout is not valid XML: %1"_s.arg(xml.errorString()));
         if (layout.columns.empty())
-            throw ReportError(layout.file, layout.line, u"The layout has no <column>."_s);
+            throw reportFailure(layout.file, layout.line, u"The layout has no <column>."_s);
         return layout;
     }
 

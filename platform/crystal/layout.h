@@ -82,7 +82,7 @@ struct Layout {
     std::vector<Order> orders;
 };
 
-/// Reads a layout file. Throws ReportError with file and line for a missing file, for invalid XML, and for an
+/// Reads a layout file. Throws Failure with file and line for a missing file, for invalid XML, and for an
 /// unknown element, attribute or value.
 Layout readLayout(const QString& file);
 

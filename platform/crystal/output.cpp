@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/crystal/output.h"
 
-#include "platform/crystal/reporterror.h"
+#include "platform/crystal/reportfailure.h"
 
 #include <QPainter>
 #include <QPdfWriter>
@@ -33,7 +33,7 @@ void savePdf(const Report& report, const QString& path) {
         written = painter.end();
     }
     if (!written || !file.commit())
-        throw ReportError(path, 0, u"The PDF cannot be written: %1."_s.arg(file.errorString()));
+        throw reportFailure(path, 0, u"The PDF cannot be written: %1."_s.arg(file.errorString()));
 }
 
 void print(const Report& report, QPrinter& printer) {
@@ -54,7 +54,7 @@ void print(const Report& report, QPrinter& printer) {
             report.paint(painter, i);
     }
     if (!printed || !painter.end())
-        throw ReportError(printer.printerName(), 0, u"The printer does not take the report."_s);
+        throw reportFailure(printer.printerName(), 0, u"The printer does not take the report."_s);
 }
 
 } // namespace crystal

@@ -4,7 +4,7 @@
 #include "platform/crystal/crystalreport.h"
 #include "platform/crystal/output.h"
 #include "platform/crystal/pageview.h"
-#include "platform/crystal/reporterror.h"
+#include "platform/crystal/reportfailure.h"
 
 #include <QApplication>
 #include <QDir>
@@ -125,7 +125,7 @@ void PreviewWindow::attempt(const QString& success, const std::function<void()>&
     try {
         step();
         statusBar()->showMessage(success);
-    } catch (const ReportError& error) {
+    } catch (const Failure& error) {
         statusBar()->showMessage(error.text());
     }
     QApplication::restoreOverrideCursor();

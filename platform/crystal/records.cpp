@@ -4,7 +4,7 @@
 #include "platform/ado/connection.h"
 #include "platform/ado/session.h"
 #include "platform/ado/value.h"
-#include "platform/crystal/reporterror.h"
+#include "platform/crystal/reportfailure.h"
 
 #include <QDate>
 #include <QSet>
@@ -142,8 +142,8 @@ public:
             types[columns.column(0).toString().toLower()] =
                 ado::columnType(columns.column(1).toString().toUtf8().constData());
         if (types.empty())
-            throw ReportError(layout.file, layout.line,
-                              u"The database has no table or saved query '%1'."_s.arg(layout.table));
+            throw reportFailure(layout.file, layout.line,
+                                u"The database has no table or saved query '%1'."_s.arg(layout.table));
     }
 
     Records read(const std::vector<Condition>& selection) {
@@ -164,8 +164,8 @@ private:
     ado::ColumnType typeOf(const QString& field, qint64 line) const {
         const auto found = types.find(field.toLower());
         if (found == types.end())
-            throw ReportError(layout.file, line,
-                              u"There is no field '%1' in '%2'."_s.arg(field, layout.table));
+            throw reportFailure(layout.file, line,
+                                u"There is no field '%1' in '%2'."_s.arg(field, layout.table));
         return found->second;
     }
 
@@ -185,7 +185,7 @@ private:
                           (field.format == Format::Number && !text && type != ado::ColumnType::Date &&
                            type != ado::ColumnType::YesNo);
         if (!fits)
-            throw ReportError(
+            throw reportFailure(
                 layout.file, field.line,
                 u"The format does not fit the field '%1', which holds something else."_s.arg(field.name));
         expressions << expression(field.name, field.line);
@@ -197,13 +197,13 @@ private:
         for (const Condition& condition : selection) {
             const QString name = u'{' + condition.table + u'.' + condition.field + u'}';
             if (condition.table.compare(layout.table, Qt::CaseInsensitive) != 0)
-                throw ReportError(
+                throw reportFailure(
                     layout.file, layout.line,
                     u"The selection formula names %1, but the report reads '%2'."_s.arg(name, layout.table));
             const bool date = condition.value.typeId() == QMetaType::QDate;
             const ado::ColumnType type = typeOf(condition.field, layout.line);
             if (type != (date ? ado::ColumnType::Date : ado::ColumnType::Text))
-                throw ReportError(
+                throw reportFailure(
                     layout.file, layout.line,
                     u"The selection formula compares %1 with a %2, which it does not hold."_s.arg(
                         name, date ? u"date"_s : u"text"_s));
@@ -288,8 +288,10 @@ Records readRecords(const Layout& layout, const QString& database, const QString
         ado::Connection connection;
         connection.OpenReadOnly(database, password);
         return Source(layout, connection).read(selection);
-    } catch (const ado::Failure& failure) {
-        throw ReportError(database, 0, failure.cause().Description);
+    } catch (const Failure& failure) {
+        if (failure.number() == reportFailureNumber)
+            throw;
+        throw reportFailure(database, 0, failure.text());
     }
 }
 

@@ -27,7 +27,7 @@ struct Records {
     std::vector<Block> blocks;
 };
 
-/// Reads the layout's table from the database file, which is opened for reading only. Throws ReportError for
+/// Reads the layout's table from the database file, which is opened for reading only. Throws Failure for
 /// a wrong password, a missing table or field, and a condition that does not match its field's type.
 Records readRecords(const Layout& layout, const QString& database, const QString& password,
                     const std::vector<Condition>& selection);

@@ -2,7 +2,7 @@
 #include "platform/crystal/report.h"
 
 #include "platform/ado/value.h"
-#include "platform/crystal/reporterror.h"
+#include "platform/crystal/reportfailure.h"
 
 #include <QCoreApplication>
 #include <QPainter>
@@ -26,8 +26,8 @@ Report::Report(Layout layout, Records records, QString organisation, const QDate
     for (const Picture& picture : design.pictures) {
         pictures.emplace_back(picture.file);
         if (pictures.back().isNull())
-            throw ReportError(design.file, picture.line,
-                              u"The picture '%1' is not there or cannot be read."_s.arg(picture.file));
+            throw reportFailure(design.file, picture.line,
+                                u"The picture '%1' is not there or cannot be read."_s.arg(picture.file));
     }
     pages = paginate(design, look, content.blocks, walkHead(nullptr));
 }

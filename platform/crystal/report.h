@@ -14,7 +14,7 @@ namespace crystal {
 /// identically on every device.
 class Report {
 public:
-    /// organisation: the name that the head shows. Throws ReportError for a picture that cannot be read.
+    /// organisation: the name that the head shows. Throws Failure for a picture that cannot be read.
     Report(Layout layout, Records records, QString organisation, const QDate& printed = QDate::currentDate());
 
     const Layout& layout() const { return design; }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/crystal/selection.h"
 
-#include "platform/crystal/reporterror.h"
+#include "platform/crystal/reportfailure.h"
 
 #include <QDate>
 
@@ -116,7 +116,7 @@ private:
 
     [[noreturn]] void refuse(const QString& reason) const {
         const QString place = atEnd() ? u"its end"_s : u"'"_s + text.mid(position, 20) + u"'";
-        throw ReportError(
+        throw reportFailure(
             file, 0,
             u"The selection formula cannot be read at %1: %2. The formula is: %3"_s.arg(place, reason, text));
     }

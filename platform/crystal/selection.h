@@ -22,7 +22,7 @@ struct Condition {
 ///     {table.field}=date(2002,03,15)      also with >= and <=
 ///
 /// joined by "and". Blanks are allowed between the parts. A text ends at the next apostrophe. Throws
-/// ReportError with that file's name for anything else and for a date that is not in the calendar.
+/// Failure with that file's name for anything else and for a date that is not in the calendar.
 std::vector<Condition> parseSelection(const QString& formula, const QString& file);
 
 } // namespace crystal

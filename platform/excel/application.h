@@ -14,8 +14,8 @@ class Workbooks;
 /// Workbook::Application(), are the same one. Everything here belongs to one thread.
 //
 /// Objects are handles: copying one is cheap and refers to the same thing, and using one after its workbook
-/// was closed throws Error. A workbook that no handle refers to any more is released without saving.
-/// All failures are Error; its text is a sentence that names the file.
+/// was closed throws Failure. A workbook that no handle refers to any more is released without saving.
+/// All failures are Failure; its text is a sentence that names the file.
 class Application {
 public:
     /// Opens a file, given by its path, in the desktop's spreadsheet program.
@@ -43,8 +43,8 @@ private:
 /// The open workbooks of an application.
 class Workbooks {
 public:
-    /// Opens a file by its full path. Throws Error when it is missing, unreadable, no Excel 97-2003 workbook
-    /// (newer or older Excel, OpenDocument, HTML, text), encrypted, or damaged.
+    /// Opens a file by its full path. Throws Failure when it is missing, unreadable, no Excel 97-2003
+    /// workbook (newer or older Excel, OpenDocument, HTML, text), encrypted, or damaged.
     Workbook Open(const QString& path) const;
     int Count() const;
 

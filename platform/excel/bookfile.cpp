@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/excel/bookfile.h"
 
-#include "platform/excel/error.h"
 #include "platform/excel/refusal.h"
+#include "platform/failure/failure.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -31,13 +31,13 @@ bool isBareRecordStream(const QByteArray& file) {
 constexpr auto utf8Mark = "\xEF\xBB\xBF";
 
 [[noreturn]] void refuse(const QString& path, const QString& rest) {
-    throw Error(u"The file \"%1\" %2."_s.arg(QFileInfo(path).fileName(), rest));
+    throw Failure(u"The file \"%1\" %2."_s.arg(QFileInfo(path).fileName(), rest));
 }
 
 QByteArray readWhole(const QString& path) {
     QFile file(path);
     if (!file.exists())
-        throw Error(u"The file \"%1\" was not found."_s.arg(path));
+        throw Failure(u"The file \"%1\" was not found."_s.arg(path));
     if (QFileInfo(path).isDir())
         refuse(path, u"is a folder and no workbook"_s);
     if (!file.open(QIODevice::ReadOnly))

@@ -15,9 +15,9 @@ QString describeForeignFile(const QByteArray& file);
 /// A workbook together with the file it came from.
 class BookFile {
 public:
-    /// Reads a whole file; throws excel::Error.
+    /// Reads a whole file; throws Failure.
     explicit BookFile(const QString& path);
-    /// For content in memory, as if read from `path`; throws excel::Error.
+    /// For content in memory, as if read from `path`; throws Failure.
     BookFile(const QString& path, const QByteArray& content);
 
     Book& book() { return *workbook; }
@@ -25,7 +25,7 @@ public:
     QString name() const; ///< without the folder
 
     /// Writes a file beside the old one, flushes it to disk and then replaces the old one, which thus is
-    /// intact after a failure. Throws excel::Error; refuses to replace the file it came from when another
+    /// intact after a failure. Throws Failure; refuses to replace the file it came from when another
     /// program has changed it in the meantime, and a file that is marked read-only.
     void save(const QString& path);
     QByteArray content(); ///< what save() writes

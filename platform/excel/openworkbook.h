@@ -21,7 +21,7 @@ struct ApplicationState {
     bool visible = false;
 };
 
-/// The same object if it is open; throws Error otherwise.
+/// The same object if it is open; throws Failure otherwise.
 OpenWorkbook& checkedOpen(const std::shared_ptr<OpenWorkbook>& open);
 
 } // namespace excel

@@ -29,14 +29,14 @@ private:
 };
 
 /// A rectangle of cells. Getters read its first cell, setters change every cell, at most 100000 at once.
-/// While the sheet is protected every setter throws Error, but values may be set in unlocked cells.
+/// While the sheet is protected every setter throws Failure, but values may be set in unlocked cells.
 class Range {
 public:
     excel::Value Value() const;
     /// A text is stored as text even if it looks like a number, and is at most 32767 UTF-16 units long; ""
     /// makes the cell blank. A date sets the format dd/mm/yyyy unless the cell has a date format already;
     /// dates run from 1 March 1900 to the end of 9999. Other values keep the format. A formula is replaced;
-    /// Error when other cells share it.
+    /// Failure when other cells share it.
     void setValue(const excel::Value& value) const;
 
     /// A locked cell cannot be changed while its sheet is protected. Cells are locked by default.

@@ -7,7 +7,7 @@
 namespace excel::biff {
 
 /// Why a file's content is rejected, as the end of a sentence that begins with the file's name ("is damaged:
-/// ..."). The public objects turn it into an excel::Error.
+/// ..."). The public objects turn it into a Failure.
 class Refusal : public std::exception {
 public:
     explicit Refusal(const QString& reason) : cause(reason) {}

@@ -23,10 +23,10 @@ public:
     SheetHandle(std::shared_ptr<OpenWorkbook> open, int sheetIndex)
         : shared(std::move(open)), index(sheetIndex) {}
 
-    /// The workbook; throws Error when it is closed or missing.
+    /// The workbook; throws Failure when it is closed or missing.
     OpenWorkbook& workbook() const;
     int sheet() const { return index; }
-    /// Runs work on the sheet's cells; a Refusal becomes an Error that names file and sheet. Access::Write
+    /// Runs work on the sheet's cells; a Refusal becomes a Failure that names file and sheet. Access::Write
     /// marks the workbook as changed.
     void edit(Access access, const std::function<void(Editor&)>& work) const;
 

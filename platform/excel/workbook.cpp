@@ -2,8 +2,8 @@
 #include "platform/excel/workbook.h"
 
 #include "platform/excel/application.h"
-#include "platform/excel/error.h"
 #include "platform/excel/openworkbook.h"
+#include "platform/failure/failure.h"
 
 using namespace Qt::StringLiterals;
 
@@ -11,9 +11,9 @@ namespace excel {
 
 OpenWorkbook& checkedOpen(const std::shared_ptr<OpenWorkbook>& open) {
     if (!open)
-        throw Error(u"No workbook is open."_s);
+        throw Failure(u"No workbook is open."_s);
     if (!open->file)
-        throw Error(u"The workbook \"%1\" is closed."_s.arg(open->name));
+        throw Failure(u"The workbook \"%1\" is closed."_s.arg(open->name));
     return *open;
 }
 
@@ -25,11 +25,11 @@ Worksheet Workbook::Worksheets(const QString& name) const {
     biff::Book& book = open().file->book();
     const int sheet = book.findSheet(name);
     if (sheet < 0)
-        throw Error(u"The file \"%1\" has no sheet \"%2\"."_s.arg(shared->name, name));
+        throw Failure(u"The file \"%1\" has no sheet \"%2\"."_s.arg(shared->name, name));
     try {
         book.sheet(sheet);
     } catch (const biff::Refusal& refusal) {
-        throw Error(u"The file \"%1\" %2."_s.arg(shared->name, refusal.reason()));
+        throw Failure(u"The file \"%1\" %2."_s.arg(shared->name, refusal.reason()));
     }
     return Worksheet(biff::SheetHandle(shared, sheet));
 }

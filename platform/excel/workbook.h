@@ -13,14 +13,14 @@ class Workbook {
 public:
     Workbook() = default; ///< refers to no workbook
 
-    /// The sheet of that name, in any case. Throws Error when there is none, when it is a chart or macro
+    /// The sheet of that name, in any case. Throws Failure when there is none, when it is a chart or macro
     /// sheet, or when its records are damaged.
     Worksheet Worksheets(const QString& name) const;
     /// The path it was opened from or last saved to.
     QString FullName() const;
     excel::Application Application() const;
 
-    /// Rewrites the file: beside it first, then in its place. Throws Error and leaves the old file intact
+    /// Rewrites the file: beside it first, then in its place. Throws Failure and leaves the old file intact
     /// when that fails, when the file is read-only, or when another program changed it since it was opened.
     void Save() const;
     /// The same under another path; the workbook belongs to that file from then on. A file there is replaced.

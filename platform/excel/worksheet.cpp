@@ -2,9 +2,9 @@
 #include "platform/excel/worksheet.h"
 
 #include "platform/excel/editor.h"
-#include "platform/excel/error.h"
 #include "platform/excel/openworkbook.h"
 #include "platform/excel/protection.h"
+#include "platform/failure/failure.h"
 
 #include <QRegularExpression>
 #include <algorithm>
@@ -26,7 +26,7 @@ void SheetHandle::edit(Access access, const std::function<void(Editor&)>& work) 
         Editor editor(book, index);
         work(editor);
     } catch (const Refusal& refusal) {
-        throw Error(
+        throw Failure(
             u"Sheet \"%1\" of the file \"%2\" %3."_s.arg(book.sheetName(index), open.name, refusal.reason()));
     }
     open.changed = open.changed || access == Access::Write;
@@ -62,7 +62,7 @@ QString Worksheet::Name() const {
 excel::Range Worksheet::Cells(int row, int column) const {
     const biff::Place place{row - 1, column - 1};
     if (!isInSheet(place))
-        throw Error(
+        throw Failure(
             u"Row %1, column %2 lies outside sheet \"%3\" of the file \"%4\"."_s.arg(row).arg(column).arg(
                 Name(), sheet.workbook().name));
     return {sheet, {place, place}};
@@ -76,7 +76,7 @@ excel::Range Worksheet::Range(const QString& from, const QString& to) const {
     const biff::Place a = placeOf(from);
     const biff::Place b = placeOf(to);
     if (!isInSheet(a) || !isInSheet(b))
-        throw Error(u"\"%1:%2\" are no cells of sheet \"%3\" of the file \"%4\"."_s.arg(
+        throw Failure(u"\"%1:%2\" are no cells of sheet \"%3\" of the file \"%4\"."_s.arg(
             from, to, Name(), sheet.workbook().name));
     return {sheet,
             {{std::min(a.row, b.row), std::min(a.column, b.column)},

@@ -15,9 +15,9 @@ public:
     /// Rows of a sheet of this format: 65536.
     int RowCount() const { return biff::maxRows; }
 
-    /// The cell in that row and column, counted from 1 (rows to 65536, columns to 256); Error beyond.
+    /// The cell in that row and column, counted from 1 (rows to 65536, columns to 256); Failure beyond.
     excel::Range Cells(int row, int column) const;
-    /// The cells of an address such as "B3" or "A14:G65536", in any case; Error for any other text.
+    /// The cells of an address such as "B3" or "A14:G65536", in any case; Failure for any other text.
     excel::Range Range(const QString& address) const;
     excel::Range Range(const QString& from, const QString& to) const;
 
@@ -25,9 +25,9 @@ public:
     /// ASCII characters and may be empty; case counts. The file stores a 16-bit hash of the password: it
     /// prevents mistakes, not attacks.
     bool IsProtected() const;
-    /// Error when the sheet is protected with another password; nothing happens when it is with this one.
+    /// Failure when the sheet is protected with another password; nothing happens when it is with this one.
     void Protect(const QString& password) const;
-    /// Error for a wrong password, the sheet stays protected; nothing happens when it is not protected.
+    /// Failure for a wrong password, the sheet stays protected; nothing happens when it is not protected.
     void Unprotect(const QString& password) const;
 
 private:

@@ -1,25 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/failure/failure.h"
+
 #include <QString>
 #include <QStringList>
 
-#include <exception>
 #include <functional>
 
 namespace mapi {
-
-/// Thrown by every operation of this library that fails; the text is a sentence for a person.
-class Failure : public std::exception {
-public:
-    explicit Failure(const QString& text) : description(text), utf8(text.toUtf8()) {}
-    const QString& text() const { return description; }
-    const char* what() const noexcept override { return utf8.constData(); }
-
-private:
-    QString description;
-    QByteArray utf8;
-};
 
 /// A composed message as passed to the user's mail client.
 struct Mail {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "search/statements/keywords.h"
 
-#include <stdexcept>
+#include "platform/failure/failure.h"
 
 using namespace Qt::StringLiterals;
 
@@ -49,7 +49,7 @@ QString fieldsOf(SearchPass pass) {
 QStringList keywordsOf(const QString& text) {
     QStringList keywords = text.split(u' ');
     if (keywords.size() > mostKeywords)
-        throw std::out_of_range("more than ten keywords");
+        throw Failure::ofSubscript();
     return keywords;
 }
 

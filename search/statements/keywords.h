@@ -7,7 +7,7 @@
 inline constexpr int mostKeywords = 10;
 
 /// Splits a text at each single blank, the only separator; two blanks in a row give an empty keyword. Throws
-/// std::out_of_range at the eleventh keyword.
+/// Failure at the eleventh keyword.
 QStringList keywordsOf(const QString& text);
 
 /// The sources of a search, in the order in which they are gone through.

@@ -12,7 +12,7 @@ struct ChosenQuestion {
     bool operator==(const ChosenQuestion&) const = default;
 };
 
-// For use within a procedure, whose handler shows their failure: they throw ado::Failure.
+// For use within a procedure, whose handler shows their failure: they throw Failure.
 
 /// Adds the survey of the context's customer and date unless it exists. Throws Refusal for an unknown
 /// customer and a missing date. Returns its key.

@@ -21,7 +21,7 @@ struct SurveyKey {
     bool operator==(const SurveyKey&) const = default;
 };
 
-// Look-ups, one statement for each key. They throw ado::Failure.
+// Look-ups, one statement for each key. They throw Failure.
 
 /// The respondentid of a customer's respondent, 0 for none.
 int findRespondent(const QString& respondent, int custid);
