@@ -15,12 +15,6 @@ using namespace Qt::StringLiterals;
 using forms::msgBox;
 namespace style = forms::style;
 
-namespace {
-
-constexpr int rowsWithoutQuestions = 2; // head row, the blank row
-
-} // namespace
-
 frmEditExistingSurvey::frmEditExistingSurvey()
     : DefaultForm(Kind::SubWindow), ui(std::make_unique<Ui::frmEditExistingSurvey>()) {
     auto* head = new QWidget(this);
@@ -122,7 +116,7 @@ void frmEditExistingSurvey::lstSurvetDates_KeyDown(int key) {
                        survey.customer + u"\r\nAre you sure you want to delete...?",
                    style::yesNo + style::secondButton, u"Gaugewell v2.1"_s) == forms::Answer::No) {
             busy.say(u"Deletion Cancelled...."_s);
-        } else if (editor->grdParamAndQuest->Rows() != rowsWithoutQuestions) {
+        } else if (hasQuestions()) {
             toDeleteSurvey();
             lists.pickFirstDate();
             toRefreshGrid();
@@ -145,7 +139,7 @@ void frmEditExistingSurvey::toDeleteSurvey() {
                          *cnnMain);
         if (!responquery.Eof())
             deleteQuestionnaire(survey, responquery["surveyid"].Text(),
-                                responquery.RecordCount() == editor->grdParamAndQuest->Rows() - 2);
+                                responquery.RecordCount() == grid().count());
         transaction.Commit();
         toFillSurveyDateList();
     });

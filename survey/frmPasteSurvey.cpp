@@ -7,11 +7,9 @@
 #include "core/store/transaction.h"
 #include "core/store/worktable.h"
 #include "platform/forms/msgbox.h"
-#include "reference/gridtools.h"
 #include "survey/frmEditExistingSurvey.h"
 #include "survey/frmNewSurvey.h"
 #include "survey/frmSelectSurvey.h"
-#include "survey/questiongrid.h"
 #include "ui_frmPasteSurvey.h"
 
 using namespace Qt::StringLiterals;
@@ -43,6 +41,10 @@ void frmPasteSurvey::copyInto(const SurveyContext& target) {
     form.ShowModal();
 }
 
+QuestionGrid frmPasteSurvey::grid() const {
+    return QuestionGrid(ui->grdParamAndQuest);
+}
+
 SurveyContext frmPasteSurvey::target() const {
     return {ui->txtCustomer->text(), ui->txtRespondent->text(), ui->txtSurveyDate->text()};
 }
@@ -54,7 +56,7 @@ void frmPasteSurvey::onLoad() {
     ui->txtSurveyDate->setText(target.date);
     setTop(topOnLoad);
     setLeft(leftOnLoad);
-    setHeadsAndWidths(ui->grdParamAndQuest, {u"Parameter"_s, u"Question"_s}, {0.05, 0.2, 0.7}, false);
+    grid().setHeads();
     if (blnExistingSurvey)
         strSelectedRespondent = target.respondent;
     toFillCustomerList();
@@ -74,9 +76,9 @@ void frmPasteSurvey::toFillSurveyDateList() {
 }
 
 void frmPasteSurvey::toRefreshGrid() {
-    const bool read = guarded([this] { showQuestionnaire(ui->grdParamAndQuest, lists.picked()); });
+    const bool read = guarded([this] { grid().show(lists.picked()); });
     if (!read)
-        emptyGrid(ui->grdParamAndQuest); // else another survey would stay, and Ok copy the picked one
+        grid().clear(); // else another survey would stay, and Ok copy the picked one
 }
 
 QString frmPasteSurvey::toGetRespondentID(const QString& name) const {
@@ -151,7 +153,7 @@ void frmPasteSurvey::toPasteCopyDetails() {
 
 void frmPasteSurvey::cmdPaste() {
     const Busy busy(*this);
-    if (ui->grdParamAndQuest->TextMatrix(1, 1).trimmed().isEmpty()) {
+    if (grid().at(1).parameter.trimmed().isEmpty()) {
         if (ui->lstSurvetDates->SelCount() == 0)
             forms::msgBox(u"Select a Survey Date to import...."_s, style::critical, u"Gaugewell v2.1"_s);
         else

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/forms/form.h"
+#include "survey/questiongrid.h"
 #include "survey/surveylists.h"
 
 #include <memory>
@@ -50,6 +51,7 @@ private:
     frmPasteSurvey();
     void onLoad() override;
     void onQueryUnload(bool& cancel) override;
+    QuestionGrid grid() const;
     SurveyContext target() const;
     void cmbCustomer_Click();
     void lstRespondent_Click();

@@ -6,9 +6,9 @@
 #include "core/base/gblGlobal.h"
 #include "core/base/pictures.h"
 #include "core/base/shell.h"
+#include "core/store/transaction.h"
 #include "exchange/setting.h"
 #include "platform/forms/msgbox.h"
-#include "reference/gridtools.h"
 #include "ui_surveyeditor.h"
 
 #include <QAbstractButton>
@@ -20,15 +20,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int parameterColumn = 1;
-constexpr int questionColumn = 2;
-constexpr int rowsWithQuestions = 3; // head row, one question, the blank row
-constexpr int rowsThatScroll = 8;
+constexpr int questionsThatScroll = 6;
 
 } // namespace
 
 SurveyEditor::SurveyEditor(Kind windowKind)
-    : Form(windowKind), editor(std::make_unique<Ui::SurveyEditor>()) {}
+    : SurveyForm(windowKind), editor(std::make_unique<Ui::SurveyEditor>()) {}
 
 SurveyEditor::~SurveyEditor() = default;
 
@@ -91,7 +88,7 @@ void SurveyEditor::onLoad() {
     strXLSFileName.clear();
     setLeft(0);
     setTop(0);
-    setHeadsAndWidths(editor->grdParamAndQuest, {u"Parameter"_s, u"Question"_s}, {0.05, 0.2, 0.7}, false);
+    grid().setHeads();
     buildTree();
 }
 
@@ -133,32 +130,11 @@ void SurveyEditor::BuildNode() {
     });
 }
 
-ChosenQuestion SurveyEditor::questionAt(int row) const {
-    const forms::MSHFlexGrid* grid = editor->grdParamAndQuest;
-    return {grid->TextMatrix(row, parameterColumn), grid->TextMatrix(row, questionColumn)};
-}
-
-std::vector<ChosenQuestion> SurveyEditor::chosenQuestions() const {
-    std::vector<ChosenQuestion> questions;
-    for (int row = 1; row <= editor->grdParamAndQuest->Rows() - 2; ++row)
-        questions.push_back(questionAt(row));
-    return questions;
-}
-
-bool SurveyEditor::hasQuestions() const {
-    return editor->grdParamAndQuest->Rows() >= rowsWithQuestions;
-}
-
-bool SurveyEditor::isChosen(const ChosenQuestion& question) const {
-    for (int row = 1; row < editor->grdParamAndQuest->Rows(); ++row) {
-        if (questionAt(row) == question)
-            return true;
-    }
-    return false;
+QuestionGrid SurveyEditor::grid() const {
+    return QuestionGrid(editor->grdParamAndQuest);
 }
 
 void SurveyEditor::cmdAdd() {
-    forms::MSHFlexGrid* grid = editor->grdParamAndQuest;
     const QTreeWidgetItem* nodCurrent = editor->trvParameter->SelectedItem();
     if (!nodCurrent) {
         forms::msgBox(u"Select a Question to add"_s, forms::style::critical, u"Gaugewell v2.1"_s);
@@ -171,41 +147,26 @@ void SurveyEditor::cmdAdd() {
     const ChosenQuestion question{nodCurrent->parent()->text(0), nodCurrent->text(0)};
     if (unread)
         toRefreshGrid();
-    if (unread || question == ChosenQuestion() || isChosen(question) || !mayAdd())
+    if (unread || question == ChosenQuestion() || grid().contains(question) || !mayAdd())
         return;
     const Busy busy(*this, u"saving...."_s);
-    insertAtCursor(question);
+    grid().insertAtCursor(question);
     cmdSave();
-    if (grid->Rows() >= rowsThatScroll)
-        grid->setTopRow(grid->Rows() - 2);
-    grid->setFocus();
-}
-
-/// The rows from the cursor on move one down. On the blank row, which the cursor then leaves to the question,
-/// there are none.
-void SurveyEditor::insertAtCursor(const ChosenQuestion& question) {
-    forms::MSHFlexGrid* grid = editor->grdParamAndQuest;
-    const auto put = [grid](int row, const ChosenQuestion& chosen) {
-        grid->setTextMatrix(row, questionColumn, chosen.question);
-        grid->setTextMatrix(row, parameterColumn, chosen.parameter);
-    };
-    grid->setRows(grid->Rows() + 1);
-    for (int row = grid->Rows() - 2; row > grid->Row(); --row)
-        put(row, questionAt(row - 1));
-    put(grid->Row(), question);
+    if (grid().count() >= questionsThatScroll)
+        editor->grdParamAndQuest->setTopRow(grid().count());
+    editor->grdParamAndQuest->setFocus();
 }
 
 void SurveyEditor::cmdRemove() {
     const Busy busy(*this, u"Removing...."_s);
-    forms::MSHFlexGrid* grid = editor->grdParamAndQuest;
     intDel = 1;
     if (hasQuestions()) {
-        if (grid->Row() != grid->Rows() - 1) {
-            grid->RemoveItem(grid->Row());
+        if (!grid().isOnBlankRow()) {
+            grid().removeAtCursor();
             cmdSave();
         }
     } else {
-        emptyGrid(grid);
+        grid().clear();
         if (hasSurveyDate())
             cmdSave();
     }
@@ -245,4 +206,88 @@ void SurveyEditor::trvParameter_OLECompleteDrag() {
 
 void SurveyEditor::grdParamAndQuest_DblClick() {
     cmdRemove();
+}
+
+void SurveyEditor::toSaveSurveyID() {
+    guarded([this] { addSurvey(context()); });
+}
+
+std::vector<ChosenQuestion> SurveyEditor::rewrite() {
+    return rewriteQuestionnaire(requireSurveyKey(context()), grid().questions());
+}
+
+void SurveyEditor::toSaveParamAndQuest() {
+    if (unread) { // the grid does not show what is stored, so it must not be stored instead
+        toRefreshGrid();
+        return;
+    }
+    std::vector<ChosenQuestion> leftOut;
+    const bool saved = guarded([&] {
+        Transaction transaction;
+        toSaveSurveyID();
+        leftOut = rewrite();
+        transaction.Commit();
+        intDel = 1;
+    });
+    if (!saved) {
+        showStored();
+        return;
+    }
+    toRefreshGrid();
+    if (leftOut.empty())
+        return;
+    QString sentence = u"No longer in the catalogue and not added:"_s;
+    for (const ChosenQuestion& chosen : leftOut)
+        sentence += u"\r\n"_s + chosen.question + u" (" + chosen.parameter + u")";
+    forms::msgBox(sentence, forms::style::critical, u"Gaugewell v2.1"_s);
+}
+
+void SurveyEditor::toRefreshGrid() {
+    unread = !guarded([this] { grid().show(context()); });
+    if (unread && shown != context())
+        grid().clear(); // else another questionnaire would stay
+    shown = context();
+}
+
+/// Shows the questionnaire as it is stored. A failure shows in the next command, which reads again first: the
+/// one that led here has been shown.
+void SurveyEditor::showStored() {
+    unread = true;
+    try {
+        reconnect();
+        const std::vector<ChosenQuestion> stored = readQuestionnaire(findSurveyKey(context()));
+        unread = false;
+        if (stored != grid().questions())
+            grid().showKeepingCursor(stored);
+    } catch (const Failure&) {
+        cnnMain->Errors().Clear();
+    }
+}
+
+void SurveyEditor::moveRow(int step) {
+    const int row = grid().cursor();
+    const bool ended = guarded([&] {
+        Transaction transaction;
+        moveQuestion(requireSurveyKey(context()), grid().at(row), row, step);
+        transaction.Commit();
+        toRefreshGrid();
+        editor->grdParamAndQuest->setRow(row + step);
+    });
+    if (!ended)
+        showStored();
+}
+
+void SurveyEditor::toMoveRowUpward() {
+    if (unread)
+        toRefreshGrid();
+    else if (grid().cursor() != 1 && !grid().isOnBlankRow())
+        moveRow(-1);
+}
+
+/// From the blank row there is nothing to move: the store refuses the search for its question.
+void SurveyEditor::toMoveRowDownward() {
+    if (unread)
+        toRefreshGrid();
+    else if (grid().cursor() != grid().count())
+        moveRow(1);
 }

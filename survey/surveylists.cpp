@@ -63,3 +63,8 @@ void SurveyLists::pickFirstDate() const {
     if (lstSurvetDates->ListCount() > 0)
         lstSurvetDates->setListIndex(0);
 }
+
+QString respondentIdText(const QString& respondent, const QString& customer) {
+    const int found = lookedUp([&] { return findRespondent(respondent, findCustomer(customer)); });
+    return found == 0 ? QString() : QString::number(found);
+}

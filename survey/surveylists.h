@@ -29,3 +29,6 @@ struct SurveyLists {
     void pickFirstCustomer() const;
     void pickFirstDate() const;
 };
+
+/// The respondentid as text, empty when there is none. A failure is shown and returns the empty text.
+QString respondentIdText(const QString& respondent, const QString& customer);

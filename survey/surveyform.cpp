@@ -1,17 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What a questionnaire editor gives away: survey files, mail and the survey report.
+#include "survey/surveyform.h"
+
 #include "core/base/busy.h"
 #include "core/base/failure.h"
 #include "core/base/gblGlobal.h"
 #include "core/base/reports.h"
 #include "platform/forms/msgbox.h"
-#include "survey/questiongrid.h"
-#include "survey/surveyeditor.h"
+#include "survey/surveylists.h"
 
 using namespace Qt::StringLiterals;
 namespace style = forms::style;
 
-void SurveyEditor::startExport(bool mailed) {
+void SurveyForm::startExport(bool mailed) {
     Busy busy(*this);
     blnMail = mailed;
     if (hasQuestions()) {
@@ -20,7 +20,7 @@ void SurveyEditor::startExport(bool mailed) {
     }
 }
 
-void SurveyEditor::toWriteToExcelSheet() {
+void SurveyForm::toWriteToExcelSheet() {
     const Busy busy(*this);
     const ExportResult result =
         exportSurvey({.survey = context(), .history = historyOrder(), .userNamesFiles = blnSetting});
@@ -33,25 +33,25 @@ void SurveyEditor::toWriteToExcelSheet() {
         offerToView(strGenerateXLSFile);
 }
 
-void SurveyEditor::toGetTheLastScoreAndWeightage() {
+void SurveyForm::toGetTheLastScoreAndWeightage() {
     const Busy busy(*this);
     guarded([this] { ::toGetTheLastScoreAndWeightage(findSurveyKey(context()), historyOrder()); });
 }
 
-QString SurveyEditor::toGetRespondentID(const QString& respondent) const {
+QString SurveyForm::toGetRespondentID(const QString& respondent) const {
     return respondentIdText(respondent, context().customer);
 }
 
-void SurveyEditor::sendmail() {
+void SurveyForm::sendmail() {
     const SurveyContext survey = context();
     mailer.sendmail({survey.customer, survey.respondent, strGenerateXLSFile});
 }
 
-QString SurveyEditor::toGetStandardMessage(const QString& customer) const {
+QString SurveyForm::toGetStandardMessage(const QString& customer) const {
     return mailer.toGetStandardMessage(customer);
 }
 
-void SurveyEditor::cmdPrint() {
+void SurveyForm::cmdPrint() {
     const SurveyContext survey = context();
     Busy busy(*this);
     if (!hasQuestions()) {
