@@ -6,13 +6,17 @@
 #include "core/base/gblGlobal.h"
 #include "core/base/shell.h"
 #include "core/store/worktable.h"
+#include "exchange/files/filenames.h"
+#include "exchange/files/homefile.h"
+#include "exchange/files/surveylog.h"
+#include "exchange/openelsewhere.h"
 #include "exchange/reading.h"
 #include "exchange/setting.h"
-#include "feedback/marks/markrules.h"
+#include "feedback/answergrid.h"
 #include "platform/forms/msgbox.h"
-#include "reference/grideditor.h"
-#include "reference/gridtools.h"
 #include "ui_frmFeedBackObj.h"
+
+#include <QTextDocument>
 
 using namespace Qt::StringLiterals;
 namespace style = forms::style;
@@ -26,7 +30,7 @@ constexpr int topOnLoad = 750; // twips
 
 frmFeedBackObj::frmFeedBackObj() : DefaultForm(Kind::SubWindow), ui(std::make_unique<Ui::frmFeedBackObj>()) {
     ui->setupUi(this);
-    editor = new GridEditor(gridrules::feedback, ui->grdDtls, ui->txtDtls);
+    answers = new AnswerGrid(ui->grdDtls, ui->txtDtls);
     connectEvents();
 }
 
@@ -46,23 +50,9 @@ void frmFeedBackObj::connectEvents() {
     connect(ui->cmdClose, &QPushButton::clicked, this, [this] { Unload(); });
     connect(&ReadReport::instance(), &ReadReport::answersStored, this,
             [this](const SurveyReader::Questionnaires& read) {
-                if (read.contains({QString::number(shown.respondentid), shown.date}))
+                if (read.contains({QString::number(answers->survey().respondentid), answers->survey().date}))
                     hasNewAnswers = true;
             });
-    editor->onChange = [this](const QString& text) { txtDtls_Change(text); };
-    editor->fit = [this](int row, int col, const QString& text) -> std::optional<QString> {
-        const forms::MSHFlexGrid* grid = ui->grdDtls;
-        switch (judgeChange(col, grid->TextMatrix(row, feedbackcolumn::type), text)) {
-        case Judgement::Take:
-            return text;
-        case Judgement::Blank:
-            return text.trimmed().isEmpty() ? std::optional(QString()) : std::nullopt;
-        case Judgement::SetBack: // a block that was copied with its questions
-            return text == grid->TextMatrix(row, col) ? std::optional(text) : std::nullopt;
-        }
-        return {};
-    };
-    editor->accepts = [this](QChar character) { return acceptsCharacter(ui->grdDtls->Col(), character); };
 }
 
 void frmFeedBackObj::onLoad() {
@@ -113,43 +103,15 @@ void frmFeedBackObj::showHitGone() {
 }
 
 void frmFeedBackObj::toSetWidthForGrid() {
-    setHeadsAndWidths(ui->grdDtls, {u"Question"_s, u"Weightage"_s, u"Score"_s, u"Description"_s},
-                      {0.01, 0.56, 0.12, 0.06, 0.23, 0});
+    answers->setHeads();
 }
 
 void frmFeedBackObj::SetEditTextBox(int ColPos, int RowPos) {
-    guarded(u"Error :"_s, [&] { editor->setEdit(ColPos, RowPos); });
-}
-
-void frmFeedBackObj::txtDtls_Change(const QString& text) {
-    forms::MSHFlexGrid* grid = ui->grdDtls;
-    const int row = grid->Row();
-    const int col = grid->Col();
-    switch (judgeChange(col, grid->TextMatrix(row, feedbackcolumn::type), text)) {
-    case Judgement::Take:
-        grid->setTextMatrix(row, col, text);
-        break;
-    case Judgement::Blank:
-        grid->setTextMatrix(row, col, {});
-        ui->txtDtls->clear();
-        break;
-    case Judgement::SetBack:
-        editor->copyCell();
-        break;
-    }
+    guarded(u"Error :"_s, [&] { answers->setEdit(ColPos, RowPos); });
 }
 
 SurveyContext frmFeedBackObj::chosen() const {
     return {ui->cmbCusName->Text(), ui->lstRespname->Text(), ui->lstSurveyDates->Text()};
-}
-
-void frmFeedBackObj::requireShown() {
-    const SurveyKey now = findSurveyKey(chosen());
-    if (shown.respondentid == 0 || now.custid != shown.custid || now.respondentid != shown.respondentid)
-        throw Refusal(
-            u"The customer or respondent has changed meanwhile. Choose the respondent anew to see the "
-            "answers as they are stored. Nothing has been saved."_s);
-    shown.surveyid = now.surveyid;
 }
 
 bool frmFeedBackObj::toFillcmbCustomername() {
@@ -185,14 +147,6 @@ void frmFeedBackObj::toFilllstRespondentName() {
     });
 }
 
-QString frmFeedBackObj::toGetQuestionID(const QString& question) const {
-    ado::Recordset questions;
-    questions.Open(u"select * from responquery where question='"_s + question + u"' and custid=" +
-                       QString::number(shown.custid) + u" and sdate=#" + toSqlDate(shown.date) + u"#",
-                   *cnnMain);
-    return questions.Eof() ? QString() : questions["questionid"].Text();
-}
-
 void frmFeedBackObj::cmbCusName_Click() {
     const Busy busy(*this);
     if (ui->cmbCusName->ListCount() > 0) {
@@ -212,7 +166,7 @@ void frmFeedBackObj::lstRespname_Click() {
     } else if (ui->lstSurveyDates->SelCount() == 0) {
         ui->lstSurveyDates->setListIndex(0); // its click fills the grid
     } else {
-        blankGrid();
+        answers->clear();
         toFillGrid();
         tofillscoreandweightage();
     }
@@ -228,106 +182,38 @@ void frmFeedBackObj::lstSurveyDates_Click() {
     showFileNameOfChoice();
 }
 
-void frmFeedBackObj::blankGrid() {
-    emptyGrid(ui->grdDtls);
-    ui->txtDtls->clear();
-}
-
 void frmFeedBackObj::showNothing() {
-    shown = {};
-    blankGrid();
+    answers->showNothing();
     ui->lblSDate->clear();
     showFileLabel({});
-    SetEditTextBox(1, 1); // else the box stays over a row that is gone
 }
 
 void frmFeedBackObj::toFillGrid() {
     const bool filled = guarded([this] {
         const Busy busy(*this);
         ui->lblSDate->setText(ui->lstSurveyDates->Text());
-        shown = findSurveyKey(chosen());
-        if (shown.custid == 0) {
-            blankGrid();
-        } else {
-            ado::Recordset questions;
-            if (shown.respondentid != 0)
-                questions.Open(u"select * from responquery where  respondentid="_s +
-                                   QString::number(shown.respondentid) + u" and custid=" +
-                                   QString::number(shown.custid) + u" and sdate=#" + toSqlDate(shown.date) +
-                                   u"#",
-                               *cnnMain);
-            if (!questions.IsOpen() || questions.Eof())
-                showNothing();
-            else
-                showQuestions(questions);
-        }
+        const SurveyKey survey = findSurveyKey(chosen());
+        if (!answers->showQuestions(survey))
+            survey.custid == 0 ? answers->clear() : showNothing();
         SetEditTextBox(1, 1);
     });
     if (!filled)
         showNothing(); // else a save would store one date's marks under another
 }
 
-void frmFeedBackObj::showQuestions(ado::Recordset& questions) {
-    forms::MSHFlexGrid* grid = ui->grdDtls;
-    grid->setRows(questions.RecordCount() + 1);
-    for (int row = 1; !questions.Eof(); questions.MoveNext(), ++row) {
-        grid->setTextMatrix(row, feedbackcolumn::question, questions["question"].Text());
-        for (const int answer :
-             {feedbackcolumn::weightage, feedbackcolumn::score, feedbackcolumn::description})
-            grid->setTextMatrix(row, answer, {});
-        grid->setTextMatrix(row, feedbackcolumn::type, questions["Type"].Text());
-    }
-}
-
-bool frmFeedBackObj::isScoreRow(int row) const {
-    return ui->grdDtls->TextMatrix(row, feedbackcolumn::type) == scoreType;
-}
-
-QString frmFeedBackObj::answerQuery(int row, const QString& questionid) const {
-    return u"select * from "_s + (isScoreRow(row) ? u"feedbackobjective" : u"feedbackdescriptive") +
-           u" where respondentid=" + QString::number(shown.respondentid) + u" and questionid=" + questionid +
-           u" and surveydate=#" + toSqlDate(shown.date) + u"#";
-}
-
 void frmFeedBackObj::tofillscoreandweightage() {
     const bool filled = guarded([this] {
         const Busy busy(*this);
-        const forms::MSHFlexGrid* grid = ui->grdDtls;
-        for (int row = 1; row < grid->Rows(); ++row) {
-            if (grid->TextMatrix(row, feedbackcolumn::question).trimmed().isEmpty())
-                break;
-            showAnswer(row);
-        }
+        answers->showAnswers();
         hasNewAnswers = false;
     });
     if (!filled)
         showNothing(); // else a save would store blanks over the answers that could not be read
 }
 
-void frmFeedBackObj::showAnswer(int row) {
-    forms::MSHFlexGrid* grid = ui->grdDtls;
-    const bool isScore = isScoreRow(row);
-    const QString questionid = toGetQuestionID(grid->TextMatrix(row, feedbackcolumn::question));
-    ado::Recordset answer;
-    if (!questionid.isEmpty())
-        answer.Open(answerQuery(row, questionid), *cnnMain);
-    if (!answer.IsOpen() || answer.Eof()) {
-        if (isScore) {
-            grid->setTextMatrix(row, feedbackcolumn::description, {});
-        } else {
-            grid->setTextMatrix(row, feedbackcolumn::weightage, {});
-            grid->setTextMatrix(row, feedbackcolumn::score, {});
-        }
-        return;
-    }
-    grid->setTextMatrix(row, feedbackcolumn::weightage, shownMark(answer["weightage"].Text()));
-    grid->setTextMatrix(row, feedbackcolumn::score, isScore ? shownMark(answer["score"].Text()) : QString());
-    grid->setTextMatrix(row, feedbackcolumn::description, isScore ? QString() : answer["Description"].Text());
-}
-
 void frmFeedBackObj::cmdSave_Click() {
     Busy busy(*this);
-    if (findBlank(ui->grdDtls, feedbackcolumn::question) > 0) {
+    if (answers->hasBlankQuestion()) {
         forms::msgBox(u"Cannot Save.....Question details are missing"_s, style::critical,
                       u"Gaugewell v2.1"_s);
     } else if (ui->lstRespname->ListCount() > 0) {
@@ -338,37 +224,105 @@ void frmFeedBackObj::cmdSave_Click() {
 
 void frmFeedBackObj::toSaveDtls() {
     guarded([this] {
-        requireShown();
-        writeTogether([this] {
-            for (int row = 1; row < ui->grdDtls->Rows(); ++row)
-                saveRow(row);
-        });
+        answers->requireFor(findSurveyKey(chosen()));
+        writeTogether([this] { answers->save(); });
     });
 }
 
-void frmFeedBackObj::saveRow(int row) {
-    const auto cell = [&](int column) { return ui->grdDtls->TextMatrix(row, column); };
-    const QString questionid = toGetQuestionID(cell(feedbackcolumn::question));
-    if (questionid.isEmpty() || shown.surveyid == 0)
-        throw Refusal(u"“%1” has left this survey. The answers above it have been saved, this one and those "
-                      "below have not."_s.arg(cell(feedbackcolumn::question)));
-    ado::Recordset answer;
-    answer.Open(answerQuery(row, questionid), *cnnMain, ado::Recordset::Lock::Optimistic);
-    const bool isNew = answer.Eof();
-    if (isNew)
-        answer.AddNew();
-    const auto write = [&](const char* field, const std::optional<QString>& text) {
-        if (text)
-            answer[field] = *text;
-    };
-    answer["respondentid"] = shown.respondentid;
-    answer["questionid"] = questionid;
-    answer["surveydate"] = shown.date;
-    write("weightage", markForStore(cell(feedbackcolumn::weightage), isNew));
-    if (isScoreRow(row))
-        write("score", markForStore(cell(feedbackcolumn::score), isNew));
-    else
-        write("Description", descriptionForStore(cell(feedbackcolumn::description)));
-    answer["surveyid"] = shown.surveyid;
-    answer.Update();
+void frmFeedBackObj::toShowFileName() {
+    guarded([this] {
+        showFileLabel({});
+        const QString logged = findLoggedFileName(ui->cmbCusName->Text(), findSurveyKey(chosen()));
+        showFileLabel(logged.isEmpty() ? u"No Survey File Exported..."_s : u"Survey File Name : "_s + logged);
+    });
+}
+
+void frmFeedBackObj::showFileLabel(const QString& text) {
+    ui->lblXLSFile->setText(text);
+    ui->lblXLSFile->setToolTip(text.isEmpty() ? text : Qt::convertFromPlainText(text));
+}
+
+void frmFeedBackObj::showFileNameOfChoice() {
+    if (ui->lstSurveyDates->SelCount() > 0 && ui->lstRespname->SelCount() > 0)
+        toShowFileName();
+}
+
+void frmFeedBackObj::cmdRead_Click() {
+    const Busy busy(*this, u"Reading Survey File......"_s);
+    toreadFromXlsFile();
+}
+
+QString frmFeedBackObj::toGetLoggedFileName() {
+    blnLog = false;
+    if (ui->lstSurveyDates->SelCount() == 0 || ui->lstRespname->SelCount() == 0)
+        return {};
+    QString logged =
+        lookedUp([this] { return findLoggedFileName(ui->cmbCusName->Text(), findSurveyKey(chosen())); });
+    if (logged.isEmpty())
+        return logged;
+    strXLName = logged;
+    guarded([&] { setLogStatus(logged); });
+    blnLog = true;
+    return logged;
+}
+
+bool frmFeedBackObj::toCheckFileExists(const QString& fileName) {
+    const bool exists = ::toCheckFileExists(fileName);
+    strReturnFileName = exists ? fileName : QString();
+    return exists;
+}
+
+void frmFeedBackObj::toreadFromXlsFile() {
+    if (toCheckFileExists(toGetLoggedFileName())) {
+        XLSWrite();
+    } else if (!blnLog) {
+        forms::msgBox(
+            u"There is no Survey File Exported for the Selected Repondent and Selected Survey Date..."_s,
+            style::information, u"Gaugewell v2.1"_s);
+    } else {
+        toLocateXlsFile();
+    }
+}
+
+void frmFeedBackObj::showReadAnswers() {
+    if (!hasNewAnswers || ui->lstRespname->ListCount() == 0)
+        return;
+    guarded([this] {
+        tofillscoreandweightage();
+        SetEditTextBox(1, 1);
+    });
+}
+
+void frmFeedBackObj::toLocateXlsFile() {
+    cmnDlg.Filter = u"*.xls|*.xls|*.xls"_s;
+    cmnDlg.Flags = forms::HideReadOnly;
+    cmnDlg.ShowOpen();
+    if (cmnDlg.FileName.trimmed().isEmpty() || cmnDlg.FileTitle == u"Template.xls")
+        return;
+    if (toGetLoggedFileName().isEmpty()) {
+        forms::msgBox(u"There is no Survey File for the selected Respondent and selected Survey Date..."_s,
+                      style::critical);
+    } else if (!isSameTitle(cmnDlg.FileTitle, strXLName)) {
+        forms::msgBox(u"You have not specified the Correct XLS file.....The orignal file is - "_s +
+                          strXLName + u" Please locate the same XLS file",
+                      style::critical);
+    } else {
+        strReturnFileName = cmnDlg.FileName.trimmed();
+        blnBrowse = true;
+        XLSWrite();
+    }
+}
+
+void frmFeedBackObj::XLSWrite() {
+    // A located file leaves blnBrowse set, so that a bare name is then taken as it stands.
+    const QString path = blnBrowse ? strReturnFileName : homePath(strReturnFileName);
+    if (!mayUseFile(path))
+        return;
+    const Reading reading = readSurveyFile(path);
+    if (reading.hasWritten) { // otherwise what has been typed stays
+        tofillscoreandweightage();
+        SetEditTextBox(1, 1); // it may show what its cell held before
+    }
+    // Any other failure than the store's has named the file.
+    nameAfterReading(reading.hasStoreFailed ? reading.bad : QStringList(), reading.remarks);
 }

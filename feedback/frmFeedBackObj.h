@@ -9,12 +9,8 @@
 
 #include <memory>
 
-class GridEditor;
+class AnswerGrid;
 class QLineEdit;
-
-namespace ado {
-class Recordset;
-}
 
 namespace Ui {
 class frmFeedBackObj;
@@ -77,11 +73,6 @@ private:
     void lstSurveyDates_Click();
     void cmdRead_Click();
     void cmdSave_Click();
-    void txtDtls_Change(const QString& text);
-
-    /// Found by its text within the customer's survey of the date on show, whoever the respondent is; of two
-    /// questions with one text the first wins. Empty for none. Throws Failure.
-    QString toGetQuestionID(const QString& question) const;
 
     /// The name that the register has for the choice, or empty. Finding it marks the file as read in.
     QString toGetLoggedFileName();
@@ -89,22 +80,13 @@ private:
 
     /// What is chosen in the lists.
     SurveyContext chosen() const;
-    /// Throws Refusal unless the grid shows what is chosen. The survey may have been made meanwhile.
-    void requireShown();
-    QString answerQuery(int row, const QString& questionid) const;
-    void showAnswer(int row);
-    void saveRow(int row);
-    void showQuestions(ado::Recordset& questions);
-    void blankGrid();
     void showNothing();
     /// After a jump to a hit that is no longer there.
     void showHitGone();
     void showFileLabel(const QString& text);
     void showFileNameOfChoice();
-    bool isScoreRow(int row) const;
 
     std::unique_ptr<Ui::frmFeedBackObj> ui;
-    GridEditor* editor = nullptr;
-    SurveyKey shown;            // whose questions and answers the grid shows; 0 for nobody's
+    AnswerGrid* answers = nullptr;
     bool hasNewAnswers = false; // read from a file since they were shown
 };

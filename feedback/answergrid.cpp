@@ -1,0 +1,182 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "feedback/answergrid.h"
+
+#include "core/store/refusal.h"
+#include "core/store/store.h"
+#include "feedback/marks/markrules.h"
+#include "platform/forms/flexgrid.h"
+#include "reference/gridtools.h"
+
+using namespace Qt::StringLiterals;
+
+AnswerGrid::AnswerGrid(forms::MSHFlexGrid* edited, QLineEdit* editor)
+    : GridEditor(gridrules::feedback, edited, editor) {
+    onChange = [this](const QString& text) { change(text); };
+    fit = [this](int row, int col, const QString& text) { return fitting(row, col, text); };
+    accepts = [this](QChar character) { return acceptsCharacter(grid->Col(), character); };
+}
+
+void AnswerGrid::setHeads() {
+    setHeadsAndWidths(grid, {u"Question"_s, u"Weightage"_s, u"Score"_s, u"Description"_s},
+                      {0.01, 0.56, 0.12, 0.06, 0.23, 0});
+}
+
+QString AnswerGrid::cell(int row, int col) const {
+    return grid->TextMatrix(row, col);
+}
+
+void AnswerGrid::change(const QString& text) {
+    const int row = grid->Row();
+    const int col = grid->Col();
+    switch (judgeChange(col, cell(row, feedbackcolumn::type), text)) {
+    case Judgement::Take:
+        grid->setTextMatrix(row, col, text);
+        break;
+    case Judgement::Blank:
+        grid->setTextMatrix(row, col, {});
+        box->clear();
+        break;
+    case Judgement::SetBack:
+        copyCell();
+        break;
+    }
+}
+
+std::optional<QString> AnswerGrid::fitting(int row, int col, const QString& text) const {
+    switch (judgeChange(col, cell(row, feedbackcolumn::type), text)) {
+    case Judgement::Take:
+        return text;
+    case Judgement::Blank:
+        return text.trimmed().isEmpty() ? std::optional(QString()) : std::nullopt;
+    case Judgement::SetBack: // a block that was copied with its questions
+        return text == cell(row, col) ? std::optional(text) : std::nullopt;
+    }
+    return {};
+}
+
+void AnswerGrid::clear() {
+    emptyGrid(grid);
+    box->clear();
+}
+
+void AnswerGrid::showNothing() {
+    shown = {};
+    clear();
+    setEdit(1, 1); // else the box stays over a row that is gone
+}
+
+bool AnswerGrid::hasBlankQuestion() const {
+    return findBlank(grid, feedbackcolumn::question) > 0;
+}
+
+void AnswerGrid::requireFor(const SurveyKey& current) {
+    if (shown.respondentid == 0 || current.custid != shown.custid ||
+        current.respondentid != shown.respondentid)
+        throw Refusal(
+            u"The customer or respondent has changed meanwhile. Choose the respondent anew to see the "
+            "answers as they are stored. Nothing has been saved."_s);
+    shown.surveyid = current.surveyid;
+}
+
+bool AnswerGrid::showQuestions(const SurveyKey& survey) {
+    shown = survey;
+    if (shown.respondentid == 0)
+        return false;
+    ado::Recordset questions;
+    questions.Open(u"select * from responquery where  respondentid="_s + QString::number(shown.respondentid) +
+                       u" and custid=" + QString::number(shown.custid) + u" and sdate=#" +
+                       toSqlDate(shown.date) + u"#",
+                   *cnnMain);
+    if (questions.Eof())
+        return false;
+    fill(questions);
+    return true;
+}
+
+void AnswerGrid::fill(ado::Recordset& questions) {
+    grid->setRows(questions.RecordCount() + 1);
+    for (int row = 1; !questions.Eof(); questions.MoveNext(), ++row) {
+        grid->setTextMatrix(row, feedbackcolumn::question, questions["question"].Text());
+        for (const int answer :
+             {feedbackcolumn::weightage, feedbackcolumn::score, feedbackcolumn::description})
+            grid->setTextMatrix(row, answer, {});
+        grid->setTextMatrix(row, feedbackcolumn::type, questions["Type"].Text());
+    }
+}
+
+bool AnswerGrid::isScoreRow(int row) const {
+    return cell(row, feedbackcolumn::type) == scoreType;
+}
+
+QString AnswerGrid::answerQuery(int row, const QString& questionid) const {
+    return u"select * from "_s + (isScoreRow(row) ? u"feedbackobjective" : u"feedbackdescriptive") +
+           u" where respondentid=" + QString::number(shown.respondentid) + u" and questionid=" + questionid +
+           u" and surveydate=#" + toSqlDate(shown.date) + u"#";
+}
+
+QString AnswerGrid::toGetQuestionID(const QString& question) const {
+    ado::Recordset questions;
+    questions.Open(u"select * from responquery where question='"_s + question + u"' and custid=" +
+                       QString::number(shown.custid) + u" and sdate=#" + toSqlDate(shown.date) + u"#",
+                   *cnnMain);
+    return questions.Eof() ? QString() : questions["questionid"].Text();
+}
+
+void AnswerGrid::showAnswers() {
+    for (int row = 1; row < grid->Rows(); ++row) {
+        if (cell(row, feedbackcolumn::question).trimmed().isEmpty())
+            break;
+        showAnswer(row);
+    }
+}
+
+void AnswerGrid::showAnswer(int row) {
+    const bool isScore = isScoreRow(row);
+    const QString questionid = toGetQuestionID(cell(row, feedbackcolumn::question));
+    ado::Recordset answer;
+    if (!questionid.isEmpty())
+        answer.Open(answerQuery(row, questionid), *cnnMain);
+    if (!answer.IsOpen() || answer.Eof()) {
+        if (isScore) {
+            grid->setTextMatrix(row, feedbackcolumn::description, {});
+        } else {
+            grid->setTextMatrix(row, feedbackcolumn::weightage, {});
+            grid->setTextMatrix(row, feedbackcolumn::score, {});
+        }
+        return;
+    }
+    grid->setTextMatrix(row, feedbackcolumn::weightage, shownMark(answer["weightage"].Text()));
+    grid->setTextMatrix(row, feedbackcolumn::score, isScore ? shownMark(answer["score"].Text()) : QString());
+    grid->setTextMatrix(row, feedbackcolumn::description, isScore ? QString() : answer["Description"].Text());
+}
+
+void AnswerGrid::save() {
+    for (int row = 1; row < grid->Rows(); ++row)
+        saveRow(row);
+}
+
+void AnswerGrid::saveRow(int row) {
+    const QString questionid = toGetQuestionID(cell(row, feedbackcolumn::question));
+    if (questionid.isEmpty() || shown.surveyid == 0)
+        throw Refusal(u"“%1” has left this survey. The answers above it have been saved, this one and those "
+                      "below have not."_s.arg(cell(row, feedbackcolumn::question)));
+    ado::Recordset answer;
+    answer.Open(answerQuery(row, questionid), *cnnMain, ado::Recordset::Lock::Optimistic);
+    const bool isNew = answer.Eof();
+    if (isNew)
+        answer.AddNew();
+    const auto write = [&](const char* field, const std::optional<QString>& text) {
+        if (text)
+            answer[field] = *text;
+    };
+    answer["respondentid"] = shown.respondentid;
+    answer["questionid"] = questionid;
+    answer["surveydate"] = shown.date;
+    write("weightage", markForStore(cell(row, feedbackcolumn::weightage), isNew));
+    if (isScoreRow(row))
+        write("score", markForStore(cell(row, feedbackcolumn::score), isNew));
+    else
+        write("Description", descriptionForStore(cell(row, feedbackcolumn::description)));
+    answer["surveyid"] = shown.surveyid;
+    answer.Update();
+}

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "reference/grideditor.h"
+#include "survey/questionnaires/surveykey.h"
+
+namespace ado {
+class Recordset;
+}
+
+/// The grid of answers to one survey, a question a row, edited in place by the rules of its cells. Typing
+/// changes the grid only. The statements throw Failure.
+class AnswerGrid : public GridEditor {
+public:
+    AnswerGrid(forms::MSHFlexGrid* grid, QLineEdit* box);
+
+    void setHeads();
+    void clear();
+    /// Empties the grid, which then belongs to no survey.
+    void showNothing();
+    /// Takes over a survey and shows its questions without the answers. False when there are none; then the
+    /// grid is as before.
+    bool showQuestions(const SurveyKey& survey);
+    /// Shows the stored answers to the questions in the grid.
+    void showAnswers();
+    /// Whether a question's text is missing.
+    bool hasBlankQuestion() const;
+    /// Throws Refusal unless the customer and respondent of the grid are these. The survey may have been made
+    /// meanwhile.
+    void requireFor(const SurveyKey& current);
+    /// Stores the rows one after the other. Throws Refusal at a question that has left the survey.
+    void save();
+
+    /// Whose questions and answers are shown; 0 for nobody's.
+    const SurveyKey& survey() const { return shown; }
+
+private:
+    void change(const QString& text);
+    std::optional<QString> fitting(int row, int col, const QString& text) const;
+    QString cell(int row, int col) const;
+    bool isScoreRow(int row) const;
+    /// Found by its text within the customer's survey of that date, whoever the respondent is; of two
+    /// questions with one text the first is used. Empty for none.
+    QString toGetQuestionID(const QString& question) const;
+    QString answerQuery(int row, const QString& questionid) const;
+    void fill(ado::Recordset& questions);
+    void showAnswer(int row);
+    void saveRow(int row);
+
+    SurveyKey shown;
+};
