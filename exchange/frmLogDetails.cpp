@@ -8,6 +8,7 @@
 #include "core/base/shell.h"
 #include "exchange/files/homefile.h"
 #include "exchange/frmMessage.h"
+#include "exchange/registerdeletion.h"
 #include "exchange/viewer.h"
 #include "ui_frmLogDetails.h"
 
@@ -34,9 +35,14 @@ frmLogDetails::frmLogDetails() : DefaultForm(Kind::SubWindow), ui(std::make_uniq
                              {u"Respondent Name"_s, 0.34},
                              {u"File ReadIN"_s, 0.14}});
     connectEvents();
+    frmMessage::read = [this] { return toGetStandardMessage(chosenCustomer()); };
+    frmMessage::write = [this] { toWriteStandardMessage(); };
 }
 
-frmLogDetails::~frmLogDetails() = default;
+frmLogDetails::~frmLogDetails() {
+    frmMessage::read = {};
+    frmMessage::write = {};
+}
 
 void frmLogDetails::connectEvents() {
     connect(ui->cmbCustomer, &forms::ComboBox::Click, this, &frmLogDetails::cmbCustomer_Click);
@@ -140,6 +146,30 @@ void frmLogDetails::toWriteStandardMessage() {
         standard["standardmessage"] = toFilterApostrophe(text).value_or(text.trimmed());
         standard.Update();
     });
+}
+
+void frmLogDetails::cmdmail_Click() {
+    const Busy busy(*this);
+    sendmail();
+}
+
+void frmLogDetails::sendmail() {
+    constexpr int respondentColumn = 2;
+    std::vector<RegisteredFile> files;
+    for (const int row : ui->lsvDtls->SelectedRows())
+        files.push_back({ui->lsvDtls->Text(row), ui->lsvDtls->Text(row, respondentColumn)});
+    mailer.mail(chosenCustomer(), files);
+}
+
+void frmLogDetails::cmdDelete_Click() {
+    if (ui->lsvDtls->ListCount() == 0)
+        return;
+    Busy busy(*this, u"Deleting Survey File...."_s);
+    QStringList fileNames;
+    for (const int row : ui->lsvDtls->SelectedRows())
+        fileNames << ui->lsvDtls->Text(row);
+    if (deleteSurveyFiles(fileNames, cmnDlg, busy))
+        toFillListView();
 }
 
 void frmLogDetails::openFiles() {

@@ -1,14 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "exchange/mailer.h"
+#include "exchange/registermailer.h"
 #include "platform/crystal/crystalreport.h"
-#include "platform/forms/commondialog.h"
 #include "platform/forms/form.h"
 
-#include <functional>
 #include <memory>
-#include <optional>
 
 namespace Ui {
 class frmLogDetails;
@@ -23,8 +20,7 @@ public:
 
     forms::CommonDialog cmnDlg;
     crystal::CrystalReport crptReport;
-    Mailer mailer;
-    QString strGenerateXLSFile; ///< the file that is mailed, when the home directory has it
+    RegisterMailer mailer{cmnDlg};
 
     /// The customer chosen here, or empty.
     QString chosenCustomer() const;
@@ -34,8 +30,7 @@ public:
     /// Keeps the chosen customer when there is one of that name.
     void toFillCustomerList();
     void toFillListView();
-    /// Hands each chosen file to the mail client, one mail a file. A failure shows its own description and
-    /// ends the run; once the user was asked where a file is, failing steps are passed over instead.
+    /// Mails the chosen files.
     void sendmail();
 
 private:
@@ -53,17 +48,5 @@ private:
     /// Opens the chosen files in the desktop's spreadsheet program.
     void openFiles();
 
-    /// False when the user gave up or chose another file, so that the run ends.
-    bool mailFile(const QString& fileName, const QString& respondentName);
-    /// The full path of a file that the home directory has not; nothing when the user gave up or chose
-    /// another file.
-    std::optional<QString> locateForMail(const QString& fileName);
-
-    /// Throws when the file or its rows cannot be deleted.
-    void deleteFile(const QString& fileName, const QString& path) const;
-    void toDeleteLogRow(const QString& fileName) const;
-    void deleteElsewhere(const QString& fileName);
-
     std::unique_ptr<Ui::frmLogDetails> ui;
-    bool passesOverFailures = false;
 };

@@ -2,7 +2,6 @@
 #include "exchange/frmMessage.h"
 
 #include "core/base/gblGlobal.h"
-#include "exchange/frmLogDetails.h"
 #include "ui_frmMessage.h"
 
 frmMessage::frmMessage() : DefaultForm(Kind::Dialog), ui(std::make_unique<Ui::frmMessage>()) {
@@ -18,14 +17,13 @@ QPlainTextEdit* frmMessage::txtMessage() const {
 
 void frmMessage::onLoad() {
     toCenterForm(*this);
-    frmLogDetails& log = frmLogDetails::instance();
-    const QString message = log.toGetStandardMessage(log.chosenCustomer());
+    const QString message = read ? read() : QString();
     if (!message.trimmed().isEmpty())
         ui->txtMessage->setPlainText(message);
 }
 
 void frmMessage::cmdSave_Click() {
-    if (!ui->txtMessage->toPlainText().trimmed().isEmpty())
-        frmLogDetails::instance().toWriteStandardMessage();
+    if (write && !ui->txtMessage->toPlainText().trimmed().isEmpty())
+        write();
     Unload();
 }

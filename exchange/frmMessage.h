@@ -3,6 +3,7 @@
 
 #include "platform/forms/form.h"
 
+#include <functional>
 #include <memory>
 
 class QPlainTextEdit;
@@ -19,6 +20,10 @@ class frmMessage : public forms::DefaultForm<frmMessage> {
 public:
     ~frmMessage() override;
     QPlainTextEdit* txtMessage() const;
+
+    // The register sets these while it is open.
+    inline static std::function<QString()> read; ///< the message of the chosen customer
+    inline static std::function<void()> write;   ///< stores the text of txtMessage for that customer
 
 private:
     friend class DefaultForm<frmMessage>;

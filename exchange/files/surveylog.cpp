@@ -45,6 +45,10 @@ void setLogStatus(const QString& fileName) {
     log.Update();
 }
 
+void toDeleteLogRow(const QString& fileName) {
+    cnnMain->Execute(u"delete * from log where "_s + conditionOfTitle(fileName));
+}
+
 std::vector<LogRow> findLogRows(const QString& fileName) {
     std::vector<LogRow> rows;
     ado::Recordset log;

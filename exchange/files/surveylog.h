@@ -18,6 +18,9 @@ void writeLogRow(const SurveyContext& survey, const SurveyKey& key, const QStrin
 /// The file counts as read in, when the register has it.
 void setLogStatus(const QString& fileName);
 
+/// Deletes the rows of that file title.
+void toDeleteLogRow(const QString& fileName);
+
 /// A row of the register: whose the file of a name is. What the row does not say is empty.
 struct LogRow {
     QString custname;
