@@ -27,7 +27,7 @@ public:
     QString toGetStandardMessage(const QString& customerName) const;
     /// Stores the text of frmMessage as the message of the chosen customer. A failure is shown.
     void toWriteStandardMessage();
-    /// Keeps the chosen customer when there is one of that name.
+    /// Keeps the chosen customer if there still is one of that name.
     void toFillCustomerList();
     void toFillListView();
     /// Mails the chosen files.
@@ -37,7 +37,7 @@ private:
     friend class DefaultForm<frmLogDetails>;
     frmLogDetails();
     void onLoad() override;
-    /// Shows what has been exported, read in or deleted meanwhile; what was chosen stays chosen.
+    /// Shows what has been exported, read in or deleted meanwhile and keeps the selection.
     void onActivate() override;
     void connectEvents();
 

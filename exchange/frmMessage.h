@@ -12,8 +12,8 @@ namespace Ui {
 class frmMessage;
 }
 
-/// The message that goes with every survey file mailed to the customer chosen in frmLogDetails. Saving a
-/// blank text keeps the message that is stored.
+/// The message that goes with every survey file mailed to the customer chosen in frmLogDetails. A blank text
+/// is not saved.
 class frmMessage : public forms::DefaultForm<frmMessage> {
     Q_OBJECT
 

@@ -19,9 +19,9 @@ public:
 
     forms::CommonDialog cmnDlg;
 
-    /// Reads the chosen lines. A file that cannot be read is told at once and does not keep the next ones,
-    /// unless the store failed; of several files, those not read to their end are named together afterwards,
-    /// and with them what is worth a look in the files that were read.
+    /// Reads the chosen files. A file that cannot be read is reported at once and the next ones are read,
+    /// unless the store failed. Of several files, those not read to their end are listed afterwards, with
+    /// remarks on the files that were read.
     void toreadFromXlsFile();
 
 private:

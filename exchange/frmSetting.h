@@ -9,7 +9,7 @@ namespace Ui {
 class frmSetting;
 }
 
-/// Says who names the survey files, for all users of the store.
+/// Sets who names the survey files, for all users of the store.
 class frmSetting : public forms::DefaultForm<frmSetting> {
     Q_OBJECT
 

@@ -15,24 +15,24 @@ struct ExportedFile {
 /// mails has one.
 class Mailer {
 public:
-    /// There is a mail client; false at rest.
+    /// Whether there is a mail client; false between mails.
     bool strFound = false;
     mapi::MAPISession MAPISession1;
     mapi::MAPIMessages MAPIMessages1;
 
-    /// Mails the file just exported. Tells the user when there is no client; a failure shows its own
+    /// Mails the file just exported. Shows a message if there is no mail client; a failure shows its own
     /// description.
     void sendmail(const ExportedFile& file);
 
-    /// Sets strFound. False, with the message to the user, when there is no mail client.
+    /// Sets strFound. False, after a message, if there is no mail client.
     bool toTestMailKey();
-    /// The customer's standard message, trimmed; empty when there is none. A failure is shown and gives the
+    /// The customer's standard message, trimmed; empty if there is none. A failure is shown and returns an
     /// empty text.
     QString toGetStandardMessage(const QString& customerName) const;
-    /// The respondent's address, or empty. A failure is shown and gives the empty text.
+    /// The respondent's address, or empty. A failure is shown and returns an empty text.
     QString toGetEmailId(const QString& respondentName, int custid) const;
 
-    // The pieces of a mail; they throw Failure.
+    // The steps of a mail. They throw Failure.
     /// Signs on and begins a message with its subject.
     void beginMail();
     /// The name that the respondent sees, and the file's full path.

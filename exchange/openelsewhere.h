@@ -3,7 +3,6 @@
 
 #include <QString>
 
-/// Whether a survey file may be read, written over or deleted. For one that a spreadsheet program has open,
-/// by the lock file that such programs put beside it, the user is asked: a lock file also stays behind when
-/// the program was killed. True without a question for any other file.
+/// Whether a survey file may be read, written over or deleted. The user is asked if a spreadsheet
+/// program has it open, which the lock file beside it shows: a killed program also leaves one behind.
 bool mayUseFile(const QString& path);

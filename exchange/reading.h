@@ -8,19 +8,19 @@
 /// How the reading of survey files went.
 struct Reading {
     QStringList bad; ///< titles of the files that were not read to their end, with the cell if one ended it
-    QStringList remarks;         ///< what is worth a look in the files that were read
+    QStringList remarks;         ///< remarks on the files that were read
     bool hasWritten = false;     ///< answers have been stored
     bool hasStoreFailed = false; ///< the store ended the reading
 };
 
-// Both copy the database first, and show each failure when it comes.
+// Both copy the database first and show each failure as it occurs.
 
 Reading readSurveyFile(const QString& path);
 /// As SurveyReader::readAll.
 Reading readSurveyFiles(const QStringList& paths,
                         const std::function<void(const QString& title, qsizetype left)>& onFile = {});
 
-/// Reports what the readings of the program have stored, once it is committed.
+/// Emits which questionnaires have got answers from survey files, after each commit.
 class ReadReport : public QObject {
     Q_OBJECT
 
@@ -31,6 +31,6 @@ Q_SIGNALS:
     void answersStored(const SurveyReader::Questionnaires& questionnaires);
 };
 
-/// Names, in one message, the files that were not read to their end and what is worth a look in the others,
-/// the first ones of each when they are many. Shows nothing when there is nothing to name.
+/// Lists, in one message, the files that were not read to their end and the remarks on the others, the first
+/// ones of each if there are many. Shows nothing if both are empty.
 void nameAfterReading(const QStringList& bad, const QStringList& remarks);

@@ -22,7 +22,7 @@ public:
     QString strGenerateXLSFile; ///< the last file mailed, when the home directory has it
 
     /// Hands each file of the customer to the mail client, one mail a file. A failure shows its own
-    /// description and ends the run; once the user was asked where a file is, failing steps are skipped
+    /// description and ends the run; once the user has been asked where a file is, failing steps are skipped
     /// instead.
     void mail(const QString& customer, const std::vector<RegisteredFile>& files);
 

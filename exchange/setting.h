@@ -2,5 +2,5 @@
 #pragma once
 
 /// Whether the user names the survey files; otherwise the program makes their names. A failure is shown and
-/// gives false.
+/// returns false.
 bool toGetSetting();

@@ -47,7 +47,7 @@ private:
     const SurveyContext& survey;
     ExportResult result;
     SurveyKey key;                 // of the survey, looked up once
-    bool exists = false;           // the file is there and is written over
+    bool exists = false;           // an existing file is overwritten
     bool skipsFailedSteps = false; // otherwise a step that fails ends the export
 };
 
@@ -55,7 +55,7 @@ ExportResult SurveyExport::run() {
     if (!guarded([&] { key = requireSurveyKey(survey); }))
         return result;
     chooseName();
-    // Under a name that the program made may stand a file of before the customer was renamed.
+    // A generated name can belong to a file from before the customer was renamed.
     if ((exists || toCheckFileExists(result.fileName)) && !mayOverwrite())
         return result;
     guarded([&] { toGetTheLastScoreAndWeightage(key, request.history); });
@@ -64,8 +64,8 @@ ExportResult SurveyExport::run() {
     return result;
 }
 
-/// A file that is there keeps its name in both modes. Otherwise the program makes one, or the user is asked
-/// later, unless the register has the name of a file that is gone.
+/// An existing file keeps its name in both modes. Otherwise the program makes one, or the user is asked
+/// later, unless the register has the name of a missing file.
 void SurveyExport::chooseName() {
     result.fileName = lookedUp([&] { return findLoggedFileName(survey.customer, key); });
     exists = toCheckFileExists(result.fileName);
@@ -84,7 +84,7 @@ bool SurveyExport::mayOverwrite() const {
            mayUseFile(path());
 }
 
-/// Whose the name is in the register besides this survey's: for the question before overwriting.
+/// The other surveys whose registered file has the name, for the question before overwriting.
 QString SurveyExport::otherOwners() const {
     QStringList owners;
     guarded([&] {
@@ -140,9 +140,9 @@ bool SurveyExport::askForName() {
             forms::msgBox(u"Survey File Export cancelled..."_s, style::information, title());
             return false;
         }
-        // The register's statements take no plain apostrophe, so that the file has none either.
+        // The register's statements take no plain apostrophe, so the file name has none either.
         const QString chosen = toStoredText(cmnDlg.FileTitle);
-        // The dialog asks before a file is replaced, but only for the name and in the folder that it shows.
+        // The dialog asks before it replaces a file, but only for the name and folder that it shows.
         if (mayTakeName(chosen, chosen == cmnDlg.FileTitle &&
                                     QFileInfo(cmnDlg.FileName).dir() == QDir(homeDirectory()))) {
             result.fileName = chosen;
@@ -158,7 +158,7 @@ bool SurveyExport::mayTakeName(const QString& fileName, bool isConfirmed) const 
            (isConfirmed || !toCheckFileExists(fileName)) && mayUseFile(homePath(fileName));
 }
 
-/// A workbook that could not be saved is not closed with its changes: they would go into the template.
+/// A workbook that could not be saved is closed without its changes: they would go into the template.
 void SurveyExport::save(const excel::Workbook& workbook, const excel::Worksheet& sheet) const {
     bool saved = false;
     runStep(skipsFailedSteps, [&] { sheet.Protect(cellmap::sheetPassword.toString()); });

@@ -7,6 +7,6 @@
 void viewWorkbook(const QString& path) {
     const excel::Workbook wkbExcel = excel::Application().Workbooks().Open(path);
     wkbExcel.Application().setVisible(true);
-    // The desktop's program runs what the workbook is to run when it opens.
+    // Macros that run on opening are left to the desktop's program.
     const excel::Worksheet wksExcel = wkbExcel.Worksheets(cellmap::sheetName.toString());
 }

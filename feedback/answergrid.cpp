@@ -62,7 +62,7 @@ void AnswerGrid::clear() {
 void AnswerGrid::showNothing() {
     shown = {};
     clear();
-    setEdit(1, 1); // else the box stays over a row that is gone
+    setEdit(1, 1); // else the box would stay over a removed row
 }
 
 bool AnswerGrid::hasBlankQuestion() const {

@@ -31,7 +31,7 @@ public:
     /// Stores the rows one after the other. Throws Refusal at a question that has left the survey.
     void save();
 
-    /// Whose questions and answers are shown; 0 for nobody's.
+    /// The survey whose answers are shown; its keys are 0 if there is none.
     const SurveyKey& survey() const { return shown; }
 
 private:

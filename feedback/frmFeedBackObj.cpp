@@ -314,15 +314,15 @@ void frmFeedBackObj::toLocateXlsFile() {
 }
 
 void frmFeedBackObj::XLSWrite() {
-    // A located file leaves blnBrowse set, so that a bare name is then taken as it stands.
+    // blnBrowse stays set after a located file; a bare name is then used as it is.
     const QString path = blnBrowse ? strReturnFileName : homePath(strReturnFileName);
     if (!mayUseFile(path))
         return;
     const Reading reading = readSurveyFile(path);
-    if (reading.hasWritten) { // otherwise what has been typed stays
+    if (reading.hasWritten) { // otherwise typed answers are kept
         tofillscoreandweightage();
-        SetEditTextBox(1, 1); // it may show what its cell held before
+        SetEditTextBox(1, 1); // the box may show the old text of its cell
     }
-    // Any other failure than the store's has named the file.
+    // Failures other than the store's have named the file.
     nameAfterReading(reading.hasStoreFailed ? reading.bad : QStringList(), reading.remarks);
 }

@@ -25,15 +25,14 @@ public:
     ~frmFeedBackObj() override;
     QLineEdit* txtDtls() const;
 
-    /// Whether the user names the survey files, as it stood when the form last became active.
+    /// Whether the user names the survey files, read when the form became active.
     bool blnSetting = false;
 
     forms::CommonDialog cmnDlg;
-    QString strXLName;         ///< the file that the register has for the choice
-    QString strReturnFileName; ///< the file to open, when it was found
-    bool blnLog = false;       ///< the register has a file for the choice
-    /// strReturnFileName is a full path from the dialog. Stays so after a read until the form becomes active
-    /// again.
+    QString strXLName;         ///< the registered file of the chosen survey
+    QString strReturnFileName; ///< the file to open, if it was found
+    bool blnLog = false;       ///< the chosen survey has a registered file
+    /// strReturnFileName is a full path from the dialog. Stays set until the form becomes active again.
     bool blnBrowse = false;
 
     bool toFillcmbCustomername();
@@ -42,19 +41,18 @@ public:
     void toFilllstRespondentName();
     void toSetWidthForGrid();
     void SetEditTextBox(int ColPos, int RowPos);
-    /// One row a question of the chosen respondent, date and customer, without the answers.
+    /// Shows the questions of the chosen survey, one a row, without the answers.
     void toFillGrid();
-    /// The stored answers to the questions in the grid.
+    /// Shows the stored answers to the questions in the grid.
     void tofillscoreandweightage();
-    /// Stores the rows one after the other. The transaction around them, there for speed, is committed also
-    /// when a row fails, so that the rows before it stay saved.
+    /// Stores the rows in one transaction (one disk sync). Rows stored before a failure are kept.
     void toSaveDtls();
     void toShowFileName();
-    /// Reads the survey file of the choice: the one in the home directory, or one that the user locates.
+    /// Reads the survey file of the chosen survey, from the home directory or from where the user locates it.
     void toreadFromXlsFile();
-    /// Asks where the file of the choice is and reads it, if it has the name that the register knows.
+    /// Asks where the file is and reads it if it has the registered name.
     void toLocateXlsFile();
-    /// Reads strReturnFileName. When something of it is stored the grid shows the stored answers afterwards.
+    /// Reads strReturnFileName. If anything of it was stored the grid shows the stored answers afterwards.
     void XLSWrite();
 
 private:
@@ -65,7 +63,7 @@ private:
     void connectEvents();
     /// Moves to the customer and date of the row that was chosen in the search.
     void goToHit();
-    /// Shows what another form has read in meanwhile; a save would store the answers from before.
+    /// Shows what another form has read in meanwhile: a save would overwrite it with the answers shown.
     void showReadAnswers();
 
     void cmbCusName_Click();
@@ -74,14 +72,14 @@ private:
     void cmdRead_Click();
     void cmdSave_Click();
 
-    /// The name that the register has for the choice, or empty. Finding it marks the file as read in.
+    /// The registered file of the chosen survey, or empty. Marks the file as read in.
     QString toGetLoggedFileName();
     bool toCheckFileExists(const QString& fileName);
 
     /// What is chosen in the lists.
     SurveyContext chosen() const;
     void showNothing();
-    /// After a jump to a hit that is no longer there.
+    /// Shows that the hit of the search no longer exists.
     void showHitGone();
     void showFileLabel(const QString& text);
     void showFileNameOfChoice();

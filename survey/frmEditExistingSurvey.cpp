@@ -81,7 +81,7 @@ bool frmEditExistingSurvey::mayAdd() {
     return false;
 }
 
-/// Once for each chosen respondent, and each time for the first of them.
+/// Runs once for each chosen respondent, each time on the first of them.
 std::vector<ChosenQuestion> frmEditExistingSurvey::rewrite() {
     std::vector<ChosenQuestion> leftOut;
     for (int i = 0; i < ui->lstRespondent->ListCount(); ++i) {
@@ -109,7 +109,7 @@ void frmEditExistingSurvey::lstSurvetDates_KeyDown(int key) {
         return;
     Busy busy(*this, u"Deletion in Progress...."_s);
     if (ui->lstSurvetDates->SelCount() == 1)
-        toRefreshGrid(); // its rows are counted below, and another form may have changed the questions
+        toRefreshGrid(); // another form may have changed the questions counted below
     if (ui->lstSurvetDates->SelCount() == 1 && showsStore()) {
         const SurveyContext survey = context();
         if (msgBox(u"You are about to delete the survey dated "_s + survey.date + u" for Customer - " +
@@ -127,7 +127,7 @@ void frmEditExistingSurvey::lstSurvetDates_KeyDown(int key) {
 }
 
 void frmEditExistingSurvey::toDeleteSurvey() {
-    if (!showsStore()) // the rows of the grid cannot be counted on
+    if (!showsStore()) // the rows of the grid are not those of the store
         return;
     guarded([this] {
         const SurveyKey survey = requireSurveyKey(context()); // before the copy
@@ -164,9 +164,9 @@ void frmEditExistingSurvey::deleteQuestionnaire(const SurveyKey& survey, const Q
     cnnMain->Execute(u"delete * from log where surveyid="_s + surveyid + u" and respid=" + respondentid);
 }
 
-/// For a date without questions: deletes all surveys of the customer when none has questions any more. A
-/// questionnaire whose questions have all left the catalogue is in the list of dates and not in the grid; it
-/// goes alone.
+/// For a date without questions: deletes all surveys of the customer if none has questions any more. A
+/// questionnaire whose questions have all left the catalogue is in the list of dates but not in the grid; it
+/// is deleted alone.
 void frmEditExistingSurvey::toDeleteEmptySurvey() {
     guarded([this] {
         const SurveyKey survey = requireSurveyKey(context());

@@ -10,7 +10,7 @@ namespace Ui {
 class frmEditExistingSurvey;
 }
 
-/// Changes the questionnaire that is picked from three lists, and deletes survey dates. It begins no new
+/// Changes the questionnaire that is picked from three lists, and deletes survey dates. It cannot begin a new
 /// date.
 class frmEditExistingSurvey : public forms::DefaultForm<frmEditExistingSurvey, SurveyEditor> {
     Q_OBJECT
@@ -21,9 +21,9 @@ public:
     void toFillCustomerList() { lists.toFillCustomerList(); }
     void toFillRespondentList() { lists.toFillRespondentList(); }
     void toFillSurveyDateList() { lists.toFillSurveyDateList(); }
-    /// Deletes the picked respondent's questionnaire of the picked date, with its answers, its survey files'
-    /// register rows and its report rows; the survey itself too when no one else has a questionnaire on that
-    /// date, which the number of its questions tells.
+    /// Deletes the picked respondent's questionnaire of the picked date, with its answers, the register rows
+    /// of its survey files and its report rows. The survey goes too if no one else has a questionnaire on
+    /// that date: the number of its questions shows that.
     void toDeleteSurvey();
 
 private:

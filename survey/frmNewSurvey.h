@@ -10,14 +10,14 @@ class frmNewSurvey;
 }
 
 /// Composes the questionnaire of the customer, respondent and date that frmSelectSurvey shows when this form
-/// loads; they stay fixed while it is open. The caller sets the caption and, for a questionnaire that exists,
+/// loads; they stay fixed while it is open. The caller sets the caption and, for an existing questionnaire,
 /// refreshes the grid.
 class frmNewSurvey : public forms::DefaultForm<frmNewSurvey, SurveyEditor> {
     Q_OBJECT
 
 public:
     ~frmNewSurvey() override;
-    /// Of the respondent in hand, whatever name is given.
+    /// The id of the current respondent, whatever name is passed.
     QString toGetRespondentID(const QString& respondent) const override;
 
 private:

@@ -173,8 +173,8 @@ void frmPasteSurvey::cmdPaste() {
     }
 }
 
-/// Opens the target for editing, without a question. An editor that is open for another survey goes: it keeps
-/// to its own.
+/// Opens the target for editing, without a question. An editor that is open for another survey is closed: it
+/// does not change its survey.
 void frmPasteSurvey::showInNewSurvey() {
     const SurveyContext survey = target();
     if (frmSelectSurvey* selection = frmSelectSurvey::loaded())

@@ -29,7 +29,7 @@ public:
 
     void toFillCustomerList() { lists.toFillCustomerList(); }
     void toFillRespondentList() { lists.toFillRespondentList(); }
-    /// Without the date of the survey composed from frmSelectSurvey: no survey is copied onto itself.
+    /// Leaves out the date of the survey composed from frmSelectSurvey: a survey is not copied onto itself.
     void toFillSurveyDateList();
     void toRefreshGrid();
     /// The respondentid of the source customer's respondent of that name.
@@ -40,10 +40,10 @@ public:
     QString toGetCopiedRespondent(const QString& name) const;
     void toSaveSurveyID();
     void toDeleteCopyDeteails();
-    /// Records the copy in hand in copydetails. False when that failed or when source or target are not in
-    /// the database, which is shown: then there is nothing to copy.
+    /// Records the copy to be made in copydetails. False after a failure, and if source or target are not in
+    /// the database; both are shown.
     bool toSaveTheCopyDetails();
-    /// Does the copy that copydetails records; what was copied before a failure stays.
+    /// Makes the copy recorded in copydetails. Questions copied before a failure are kept.
     void toPasteCopyDetails();
 
 private:

@@ -139,8 +139,7 @@ void frmSelectSurvey::cmdExistingSurvey() {
     frmPasteSurvey::copyInto(chosen());
 }
 
-/// The respondent of an editor that has stood open while other choices were made here need not be the chosen
-/// one.
+/// An editor may have been open while other choices were made here.
 void frmSelectSurvey::pick(const SurveyContext& survey) {
     const auto entryOf = [](const auto* list, const QString& text) {
         int entry = 0;

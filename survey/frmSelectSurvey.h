@@ -25,12 +25,12 @@ public:
 
     void toFillCustomerList();
     void toFillRespondentList();
-    /// Picks the customer, respondent and date of a survey; a customer or respondent that is not offered
-    /// leaves its choice as it is.
+    /// Picks the customer, respondent and date of a survey; a customer or respondent that is
+    /// not listed changes nothing.
     void pick(const SurveyContext& survey);
-    /// Opens the questionnaire of the three choices; asks first when it exists and has not just been pasted.
+    /// Opens the chosen questionnaire; asks first if it exists and has not just been pasted.
     void cmdBlankSurvey();
-    /// Likewise the questionnaire of a survey.
+    /// As cmdBlankSurvey, for the given survey.
     static void openSurvey(const SurveyContext& survey);
 
 private:

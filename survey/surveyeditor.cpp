@@ -54,10 +54,10 @@ void SurveyEditor::connectTree() {
     connect(tree, &TreeView::DblClick, this, &SurveyEditor::trvParameter_DblClick);
     connect(tree, &TreeView::KeyDown, this, &SurveyEditor::trvParameter_KeyDown);
     connect(tree, &TreeView::OLECompleteDrag, this, &SurveyEditor::trvParameter_OLECompleteDrag);
-    // What another program has let go over a grid is not the end of the drag that may begin here.
+    // A drop from another program does not end the drag that may begin here.
     connect(tree, &TreeView::itemPressed, this, [] { blnNodeDragged = false; });
     const auto showFolder = [](QTreeWidgetItem* node, const QString& name) {
-        if (!node->parent()) // a question keeps the picture of its type
+        if (!node->parent()) // a question keeps its type's picture
             node->setIcon(0, picture(name));
     };
     connect(tree, &TreeView::itemExpanded, this,
@@ -125,7 +125,7 @@ void SurveyEditor::BuildNode() {
         for (; !param.Eof(); param.MoveNext()) {
             auto* node = new QTreeWidgetItem(parameter, {param["question"].Text()});
             node->setIcon(0, param["type"].Value().toBool() ? score : descriptive);
-            node->setToolTip(0, Qt::convertFromPlainText(node->text(0))); // the tree cuts long ones off
+            node->setToolTip(0, Qt::convertFromPlainText(node->text(0))); // the tree elides long ones
         }
     });
 }
@@ -249,8 +249,8 @@ void SurveyEditor::toRefreshGrid() {
     shown = context();
 }
 
-/// Shows the questionnaire as it is stored. A failure shows in the next command, which reads again first: the
-/// one that led here has been shown.
+/// Shows the questionnaire as it is stored. A failure is not shown here, since the one that led here was: the
+/// next command reads again and shows it.
 void SurveyEditor::showStored() {
     unread = true;
     try {
@@ -284,7 +284,7 @@ void SurveyEditor::toMoveRowUpward() {
         moveRow(-1);
 }
 
-/// From the blank row there is nothing to move: the store refuses the search for its question.
+/// On the blank row the store refuses the search for a question.
 void SurveyEditor::toMoveRowDownward() {
     if (unread)
         toRefreshGrid();

@@ -47,7 +47,7 @@ protected:
     /// Whether there is a survey date to change.
     virtual bool hasSurveyDate() const { return true; }
     bool hasQuestions() const override { return !grid().isEmpty(); }
-    /// Whether the chosen question may be added; says why not.
+    /// Whether a question may be added; shows why not.
     virtual bool mayAdd() { return true; }
     /// Writes the rows of the grid within the open transaction; returns the questions that were left out.
     virtual std::vector<ChosenQuestion> rewrite();
@@ -76,5 +76,5 @@ private:
 
     SurveyContext shown; ///< whose questionnaire the grid holds
     bool unread = false;
-    inline static const SurveyEditor* droppedOn = nullptr; ///< whose grid the last node was let go over
+    inline static const SurveyEditor* droppedOn = nullptr; ///< on whose grid the last node was dropped
 };

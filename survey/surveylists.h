@@ -22,9 +22,9 @@ struct SurveyLists {
 
     SurveyContext picked() const;
     void toFillCustomerList() const;
-    /// Picks the first respondent. The dates of another customer's respondent go when there is none.
+    /// Picks the first respondent. Without one the dates are cleared.
     void toFillRespondentList() const;
-    /// Oldest first, none picked; one date can be left out.
+    /// Oldest first, none picked. One date can be left out.
     void toFillSurveyDateList(const QDate& leftOut = {}) const;
     void pickFirstCustomer() const;
     void pickFirstDate() const;

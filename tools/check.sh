@@ -47,7 +47,7 @@ if git ls-files '*.h' ':!tests' ':!bench' ':!fuzz' | sed 's|^|/|' | grep -vE "$f
 fi
 # Needs the generated headers. Only the cheap checks run here; all checks of .clang-tidy take half an hour on two cores and
 # are run by hand.
-checks='-*,readability-function-size'
+checks='-*,readability-function-size,readability-identifier-naming'
 checks+=',bugprone-use-after-move,bugprone-dangling-handle,misc-redundant-expression,performance-no-automatic-move'
 checks+=',performance-for-range-copy,performance-unnecessary-copy-initialization'
 cmake --preset dev >/dev/null

@@ -7,7 +7,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Stands on the stored answer of that query, or on a new one, with its keys and weightage set.
+/// Moves to the stored answer of that query, or adds one, and sets its keys and weightage.
 void beginAnswer(ado::Recordset& answer, const QString& query, const AnswerKeys& keys, int weightage) {
     answer.Open(query, *cnnMain, ado::Recordset::Lock::Optimistic);
     if (answer.Eof())

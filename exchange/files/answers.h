@@ -6,7 +6,7 @@
 
 #include <optional>
 
-/// Whose answer to which question. The ids are digits.
+/// Identifies an answer. The ids are digits.
 struct AnswerKeys {
     QString questionid = {};
     QString respondentid;
@@ -16,10 +16,10 @@ struct AnswerKeys {
 
 // They throw Failure.
 
-/// Whether the question asks for a score; nothing for one that the catalogue does not have.
+/// Whether the question asks for a score; nothing for one that is not in the catalogue.
 std::optional<bool> toGetQuestionType(const QString& questionid);
 
 /// Replaces the stored answer in full, or adds one.
 void toWriteObjectiveAnswer(const AnswerKeys& keys, int weightage, int score);
-/// Likewise; nothing in place of the words clears those that are stored.
+/// Likewise; without words the stored ones are cleared.
 void toWriteDescriptiveAnswer(const AnswerKeys& keys, int weightage, const std::optional<QString>& words);

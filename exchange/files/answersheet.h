@@ -20,10 +20,10 @@ struct FileAnswer {
     std::optional<QString> words = {}; ///< of a Descriptive question; nothing for the untouched preset text
 };
 
-/// What a survey file holds for the store.
+/// The answers of a survey file.
 struct SheetAnswers {
     std::vector<FileAnswer> answers;       ///< in the order of the rows, those before the failure
-    QStringList remarks;                   ///< what is worth a look, each beginning with its cell
+    QStringList remarks;                   ///< remarks, each beginning with its cell
     std::exception_ptr failure;            ///< ended the reading; null when the sheet was read to its end
     std::optional<cellmap::Place> failing; ///< the cell whose conversion failed
 };
@@ -41,7 +41,7 @@ public:
     /// Characters read from one file at most.
     static constexpr qsizetype mostText = 2'000'000;
 
-    /// Whether the question asks for a score; nothing for a question that the catalogue does not have.
+    /// Whether the question asks for a score; nothing for one that is not in the catalogue.
     using Catalogue = std::function<std::optional<bool>(const QString& questionid)>;
 
     /// The title is that of the file.
@@ -57,7 +57,7 @@ private:
     void remarkSkipped(int row, bool isScore);
     void remark(cellmap::Place place, const QString& text);
 
-    /// The text of a cell that is looked at for a remark only; it ends no reading.
+    /// The text of a cell that is needed for a remark only; a failure does not end the reading.
     QString peek(cellmap::Place place) const;
 
     // The contents of a cell, converted. They throw Failure with the conversion's message.

@@ -9,7 +9,7 @@
 #include <optional>
 #include <vector>
 
-/// What stands where in a survey file: the one statement of it for the writer and for the reader. Rows and
+/// The cells of a survey file, for the writer and the reader. Rows and
 /// columns count from 1. The head, rows 1 to 13, belongs to the template but for the cells named here; the
 /// questions follow from row 14 on, one block each. A row begins a block when its key cell, in column I, is
 /// not empty.
@@ -20,8 +20,8 @@ inline constexpr QStringView sheetName = u"Sheet1";
 inline constexpr QStringView sheetPassword = u"kvtwpa";
 
 inline constexpr int firstRow = 14;
-/// The columns, from the first row on, that an export empties before it writes: A to G. Keys further down in
-/// column I stay as an earlier export of the same file left them.
+/// The columns, from the first row on, that an export empties before it writes: A to G. Keys of an earlier
+/// export further down in column I are kept.
 inline constexpr QStringView clearedFrom = u"A14";
 inline constexpr QStringView clearedTo = u"G65536";
 
@@ -50,7 +50,7 @@ inline constexpr Place surveyDatePlace{3, 9};    ///< I3
 inline constexpr Place questionCountPlace{4, 9}; ///< I4
 inline constexpr Place surveyIdPlace{5, 9};      ///< I5
 
-/// Stands in the box for words until the respondent types over it.
+/// The text in the box for words until the respondent replaces it.
 inline constexpr QStringView presetAnswer = u"Type your Answer here";
 
 /// Colour indexes of the standard palette.
@@ -58,7 +58,7 @@ enum class Colour { None = 0, Black = 1, Red = 3, DarkBlue = 25, Blue = 32 };
 
 enum class Lock { Untouched, Locked, Unlocked };
 
-/// How the writer leaves a cell.
+/// A cell to be written.
 struct Cell {
     Place place;
     std::optional<excel::Value> value = {}; ///< without one the cell's content is not touched
@@ -82,7 +82,7 @@ struct Head {
 
 /// The cells of the head in the order of writing, all but the number of questions.
 std::vector<Cell> headCells(const Head& head);
-/// I4: the number of questions, from which the reader learns how far to look.
+/// I4: the number of questions, which limits the rows that are read.
 Cell questionCountCell(int questions);
 
 struct Question {
@@ -95,7 +95,7 @@ struct Question {
     bool startsParameter = false; ///< the first question of its parameter: column A shows the name
 };
 
-/// Rows of a question's block, which the next block follows at once.
+/// The number of rows of a question's block. Blocks follow one another without a gap.
 constexpr int blockRows(bool isScore) {
     return isScore ? 2 : 3;
 }

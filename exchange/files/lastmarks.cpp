@@ -9,7 +9,7 @@ using Lock = ado::Recordset::Lock;
 
 namespace {
 
-/// The survey by its keys, as the statements take them.
+/// The keys of the survey, as text for the statements.
 struct Keys {
     QString custid;
     QString respondentid;
@@ -36,7 +36,7 @@ void fillQuestions(const Keys& keys) {
     }
 }
 
-/// Stands on the answer of the latest earlier survey; false when there is none.
+/// Moves to the answer of the latest earlier survey; false if there is none.
 bool findLastAnswer(ado::Recordset& history, const QString& query, const Keys& keys,
                     const QString& questionid, HistoryOrder order) {
     const bool newestFirst = order == HistoryOrder::NewestFirst;

@@ -5,11 +5,11 @@
 
 /// The order in which the answers of earlier surveys are read to find the latest. Both give the same marks.
 enum class HistoryOrder {
-    OldestFirst, ///< to the last row
-    NewestFirst, ///< to the first row
+    OldestFirst, ///< the last row is the latest
+    NewestFirst, ///< the first row is the latest
 };
 
-/// Makes reportlinktable the survey's questions, each with what the respondent gave it in the latest survey
-/// before this one. A 0 there, or no answer, leaves the mark Null; no older survey is asked. Throws
-/// Failure; what was filled before it stays.
+/// Fills reportlinktable with the survey's questions, each with the respondent's marks from the latest survey
+/// before this one. A 0 there, or no answer, leaves the mark Null; older surveys are not searched. Throws
+/// Failure; rows filled before it are kept.
 void toGetTheLastScoreAndWeightage(const SurveyKey& survey, HistoryOrder order);

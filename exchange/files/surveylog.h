@@ -7,21 +7,21 @@
 
 #include <vector>
 
-// Table log, the register of survey files. Failures of the store are thrown as Failure.
+// Table log, the register of survey files. These throw Failure.
 
-/// The survey's file counts as not read in.
+/// Marks the survey's file as not read in.
 void resetLogStatus(const SurveyKey& survey);
 
-/// Enters the survey's file in the register, or writes its row anew; whether it has been read in stays.
+/// Adds or rewrites the register row of the survey's file; its read-in mark is not changed.
 void writeLogRow(const SurveyContext& survey, const SurveyKey& key, const QString& fileName);
 
-/// The file counts as read in, when the register has it.
+/// Marks the file as read in, if it is registered.
 void setLogStatus(const QString& fileName);
 
 /// Deletes the rows of that file title.
 void toDeleteLogRow(const QString& fileName);
 
-/// A row of the register: whose the file of a name is. What the row does not say is empty.
+/// A row of the register: the survey that a file belongs to. Null fields are empty.
 struct LogRow {
     QString custname;
     QString respname;

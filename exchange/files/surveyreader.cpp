@@ -15,7 +15,7 @@ bool SurveyReader::read(const QString& path) {
 }
 
 QStringList SurveyReader::readAll(const QStringList& paths) {
-    constexpr qint64 longestTransaction = 250; // milliseconds; the file in hand is read to its end
+    constexpr qint64 longestTransaction = 250; // milliseconds; the current file is read to its end
     QStringList titles;
     for (const QString& path : paths)
         titles << path.section(u'/', -1);
@@ -49,7 +49,7 @@ bool SurveyReader::readTogether(const std::function<void()>& files) {
     failedStore = false;
     newRemarks.clear();
     newAnswers.clear();
-    cnnMain->Errors().Clear(); // those that are there afterwards are of this reading
+    cnnMain->Errors().Clear(); // errors found afterwards are from this reading
     std::exception_ptr failure;
     try {
         failure = tryWriteTogether(files);
@@ -120,7 +120,7 @@ void SurveyReader::writeAnswers(const std::vector<FileAnswer>& answers) {
     }
 }
 
-/// Two surveys can have files of one name; the file is to be that of one of them.
+/// Two surveys can have files of one name; the file must belong to one of them.
 void SurveyReader::compareWithRegister(const AnswerKeys& keys) {
     QStringList others;
     for (const LogRow& row : findLogRows(title)) {

@@ -36,9 +36,9 @@ public:
 
     /// Answers of this reader are in the store.
     bool hasWritten() const { return written; }
-    /// The store ended the last read: the next file would fare no better.
+    /// The store ended the last reading; the next file would fail too.
     bool hasStoreFailed() const { return failedStore; }
-    /// What is worth a look in the files that were read, each remark with its file and cell.
+    /// Remarks on the files that were read, each with file and cell.
     const QStringList& remarks() const { return allRemarks; }
 
 private:
@@ -49,10 +49,10 @@ private:
     void compareWithRegister(const AnswerKeys& keys);
     std::optional<bool> questionType(const QString& questionid);
     std::exception_ptr withStop(const std::exception_ptr& failure) const;
-    /// Keeps what the transaction that has just been committed brought.
+    /// Keeps the findings of the transaction that was just committed.
     void keepFindings();
 
-    std::map<QString, std::optional<bool>> types; // of questions, as the catalogue gives them
+    std::map<QString, std::optional<bool>> types; // of questions, from the catalogue
     QString title;                                // of the file that is being read
     std::optional<cellmap::Place> failing;        // the cell that ended the last read
     bool committed = false;                       // what the last transaction wrote before it ended
@@ -60,7 +60,7 @@ private:
     bool written = false;
     QStringList allRemarks;
 
-    // Of the transaction that is open.
+    // Of the open transaction.
     QStringList newRemarks;
     Questionnaires newAnswers;
 };

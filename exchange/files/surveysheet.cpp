@@ -28,7 +28,7 @@ void writeCells(const excel::Worksheet& sheet, const std::vector<cellmap::Cell>&
         writeCell(sheet, cell);
 }
 
-/// Writes the blocks of a parameter from that row on; gives the row behind them.
+/// Writes the blocks of a parameter from that row on; returns the row below them.
 int writeParameter(const excel::Worksheet& sheet, const QString& parameter, int row) {
     ado::Recordset reportlinktable;
     reportlinktable.Open(u"select * from reportlinktable where parameter='"_s + parameter + u"'", *cnnMain);
@@ -60,7 +60,7 @@ void fillSurveySheet(const excel::Worksheet& sheet, const cellmap::Head& head) {
     writeCell(sheet, cellmap::questionCountCell(reportlinktable.RecordCount()));
     int row = cellmap::firstRow;
     while (!reportlinktable.Eof()) {
-        // Names that differ in case only are one parameter to the store.
+        // To the store, names that differ in case only are one parameter.
         const QString parameter = reportlinktable["Parameter"].Text();
         row = writeParameter(sheet, parameter, row);
         while (!reportlinktable.Eof() &&

@@ -6,5 +6,5 @@
 
 /// Writes a survey into an unprotected sheet made from the template: the head, then the questions of the
 /// survey's respondent that reportlinktable holds, parameter by parameter in the order of their names. Throws
-/// Failure and Failure.
+/// Failure.
 void fillSurveySheet(const excel::Worksheet& sheet, const cellmap::Head& head);

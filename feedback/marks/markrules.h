@@ -11,10 +11,10 @@ inline constexpr int question = 1;
 inline constexpr int weightage = 2;
 inline constexpr int score = 3;
 inline constexpr int description = 4;
-inline constexpr int type = 5; ///< hidden; the texts below
+inline constexpr int type = 5; ///< hidden; one of the texts below
 } // namespace feedbackcolumn
 
-/// How the type of a question stands in the grid: "True" and "False".
+/// The type of a question as text in the grid.
 inline constexpr QStringView scoreType = u"True";
 inline constexpr QStringView descriptiveType = u"False";
 
@@ -24,21 +24,21 @@ enum class Judgement {
     SetBack, ///< the box shows the cell's text again
 };
 
-/// What becomes of a text that has been typed or pasted into the box over a cell of that column, in the row
-/// of a question of that type. A mark is a whole number of 10 at most after rounding, a negative one
-/// included; any other text that is not blank blanks the cell.
+/// Decides on a text typed or pasted into the box over a cell of that column, for a question of that type. A
+/// mark is a whole number of 10 at most after rounding, a negative one included; any other text that is not
+/// blank blanks the cell.
 Judgement judgeChange(int column, const QString& type, const QString& text);
 
 /// Whether a character may be typed into a cell of that column.
 bool acceptsCharacter(int column, QChar character);
 
-/// A stored mark as its cell shows it: "0" is not rated and shows blank.
+/// A stored mark as shown in its cell: "0" means not rated and is shown blank.
 QString shownMark(const QString& stored);
 
-/// What a mark's cell stores. A blank cell takes a stored mark back to "0" and leaves a new record its
-/// default: nothing is written.
+/// The value to store for a mark's cell. A blank cell sets a stored mark to "0"; in a new record nothing is
+/// written, so that it gets the default.
 std::optional<QString> markForStore(const QString& cell, bool isNew);
 
-/// What a description's cell stores; an empty cell leaves what is stored. A text with apostrophes is trimmed
-/// and gets typographic ones, any other is stored as it stands.
+/// The value to store for a description's cell; nothing for an empty cell, which keeps the stored text. A
+/// text with apostrophes is trimmed and gets typographic ones; any other is stored unchanged.
 std::optional<QString> descriptionForStore(const QString& cell);

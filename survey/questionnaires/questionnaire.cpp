@@ -9,7 +9,7 @@ using Lock = ado::Recordset::Lock;
 
 namespace {
 
-/// The field of the first record that a select gives, as text; empty without a record.
+/// A field of a select's first record, as text; empty without a record.
 QString lookUp(const QString& sql, const char* field) {
     ado::Recordset records;
     records.Open(sql, *cnnMain);
@@ -104,7 +104,7 @@ void moveQuestion(const SurveyKey& survey, const ChosenQuestion& question, int p
     const QString respondentid = QString::number(survey.respondentid);
     const QString paramid =
         lookUp(u"select * from parameter where parametername='"_s + question.parameter + u"'", "paramid");
-    if (paramid.isEmpty() && !question.parameter.isEmpty()) // the blank row is the store's to refuse
+    if (paramid.isEmpty() && !question.parameter.isEmpty()) // the store refuses the blank row
         refuseGone(question);
     const QString questionid = lookUp(u"select * from questions where Question='"_s + question.question +
                                           u"' and paramid=" + paramid,

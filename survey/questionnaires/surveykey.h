@@ -4,7 +4,7 @@
 #include <QDate>
 #include <QString>
 
-/// The survey of one respondent as controls show it.
+/// The survey of one respondent as shown by controls.
 struct SurveyContext {
     QString customer;
     QString respondent;
@@ -12,7 +12,7 @@ struct SurveyContext {
     bool operator==(const SurveyContext&) const = default;
 };
 
-/// The survey of one respondent by its keys; 0 for what the store does not have.
+/// The survey of one respondent by its keys; 0 for a key that is not in the store.
 struct SurveyKey {
     int custid = 0;
     int respondentid = 0;
