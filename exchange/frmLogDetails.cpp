@@ -164,11 +164,11 @@ void frmLogDetails::sendmail() {
 void frmLogDetails::cmdDelete_Click() {
     if (ui->lsvDtls->ListCount() == 0)
         return;
-    Busy busy(*this, u"Deleting Survey File...."_s);
+    StatusWord word(u"Deleting Survey File...."_s);
     QStringList fileNames;
     for (const int row : ui->lsvDtls->SelectedRows())
         fileNames << ui->lsvDtls->Text(row);
-    if (deleteSurveyFiles(fileNames, cmnDlg, busy))
+    if (deleteSurveyFiles(fileNames, cmnDlg, word))
         toFillListView();
 }
 

@@ -48,7 +48,7 @@ void deleteElsewhere(const QString& fileName, forms::CommonDialog& cmnDlg) {
 
 } // namespace
 
-bool deleteSurveyFiles(const QStringList& fileNames, forms::CommonDialog& dialog, Busy& busy) {
+bool deleteSurveyFiles(const QStringList& fileNames, forms::CommonDialog& dialog, StatusWord& word) {
     QString fileName;
     try {
         for (const QString& next : fileNames) {
@@ -59,10 +59,10 @@ bool deleteSurveyFiles(const QStringList& fileNames, forms::CommonDialog& dialog
                 mayUseFile(homePath(fileName)))
                 deleteFile(fileName, homePath(fileName));
             else
-                busy.say(u"Deletion Cancelled......"_s);
+                word.say(u"Deletion Cancelled......"_s);
         }
     } catch (const std::exception&) { // whatever failed, the file is taken to be missing
-        busy.say({});
+        word.say({});
         if (cnnMain)
             cnnMain->Errors().Clear();
         deleteElsewhere(fileName, dialog);

@@ -3,7 +3,7 @@
 
 #include <QStringList>
 
-class Busy;
+class StatusWord;
 namespace forms {
 class CommonDialog;
 }
@@ -11,4 +11,4 @@ class CommonDialog;
 /// Deletes survey files with their rows in the register, each after a question. For the first one that fails,
 /// mostly because it is not in the home directory, the user is asked where it is; the files after it are
 /// kept. Returns whether the run got to its end.
-bool deleteSurveyFiles(const QStringList& fileNames, forms::CommonDialog& dialog, Busy& busy);
+bool deleteSurveyFiles(const QStringList& fileNames, forms::CommonDialog& dialog, StatusWord& word);

@@ -107,7 +107,7 @@ void frmEditExistingSurvey::importSurvey() {
 void frmEditExistingSurvey::lstSurvetDates_KeyDown(int key) {
     if (key != Qt::Key_Delete)
         return;
-    Busy busy(*this, u"Deletion in Progress...."_s);
+    StatusWord word(u"Deletion in Progress...."_s);
     if (ui->lstSurvetDates->SelCount() == 1)
         toRefreshGrid(); // another form may have changed the questions counted below
     if (ui->lstSurvetDates->SelCount() == 1 && showsStore()) {
@@ -115,7 +115,7 @@ void frmEditExistingSurvey::lstSurvetDates_KeyDown(int key) {
         if (msgBox(u"You are about to delete the survey dated "_s + survey.date + u" for Customer - " +
                        survey.customer + u"\r\nAre you sure you want to delete...?",
                    style::yesNo + style::secondButton, u"Gaugewell v2.1"_s) == forms::Answer::No) {
-            busy.say(u"Deletion Cancelled...."_s);
+            word.say(u"Deletion Cancelled...."_s);
         } else if (hasQuestions()) {
             toDeleteSurvey();
             lists.pickFirstDate();

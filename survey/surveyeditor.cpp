@@ -149,7 +149,7 @@ void SurveyEditor::cmdAdd() {
         toRefreshGrid();
     if (unread || question == ChosenQuestion() || grid().contains(question) || !mayAdd())
         return;
-    const Busy busy(*this, u"saving...."_s);
+    const StatusWord saving(u"saving...."_s);
     grid().insertAtCursor(question);
     cmdSave();
     if (grid().count() >= questionsThatScroll)
@@ -158,7 +158,7 @@ void SurveyEditor::cmdAdd() {
 }
 
 void SurveyEditor::cmdRemove() {
-    const Busy busy(*this, u"Removing...."_s);
+    Busy busy(*this, u"Removing...."_s);
     intDel = 1;
     if (hasQuestions()) {
         if (!grid().isOnBlankRow()) {
@@ -169,6 +169,8 @@ void SurveyEditor::cmdRemove() {
         grid().clear();
         if (hasSurveyDate())
             cmdSave();
+        else
+            busy.keep();
     }
 }
 
@@ -180,7 +182,7 @@ void SurveyEditor::cmdCopy() {
 void SurveyEditor::cmdMove(void (SurveyEditor::*command)()) {
     if (!hasQuestions())
         return;
-    const Busy busy(*this, u"Setting Priority...."_s);
+    const StatusWord moving(u"Setting Priority...."_s);
     (this->*command)();
 }
 
@@ -198,7 +200,7 @@ void SurveyEditor::trvParameter_KeyDown(int key) {
 }
 
 void SurveyEditor::trvParameter_OLECompleteDrag() {
-    const Busy busy(*this, u"saving...."_s);
+    const StatusWord saving(u"saving...."_s);
     const bool isDropped = std::exchange(blnNodeDragged, false);
     if (isDropped && droppedOn == this)
         cmdAdd();

@@ -94,6 +94,8 @@ TEST_F(ExistingTest, withoutADateNothingIsChanged) {
                           forms::style::critical);
     press(form, "cmdCopy");
     press(form, "cmdRemove");
+    EXPECT_EQ(panel(), u"Removing...."_s);
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
     EXPECT_EQ(storeRows(*cnnMain), before);
     clickEntry(form, "lstRespondent", 0);
     run(u"delete * from respondent"_s);

@@ -4,34 +4,39 @@
 #include "core/base/shell.h"
 #include "platform/forms/form.h"
 
-Busy::Busy(forms::Form& form, const QString& word)
-    : shown(&form), hasPointer(form.MousePointer() == forms::DefaultPointer), outer(innermost) {
-    innermost = this;
-    form.setMousePointer(forms::Hourglass);
+StatusWord::StatusWord(const QString& word) {
     if (!word.isEmpty())
         say(word);
 }
 
-Busy::Busy(const QString& word) : outer(innermost) {
+StatusWord::~StatusWord() {
+    if (isShown)
+        showStatus({});
+}
+
+void StatusWord::say(const QString& word) {
+    showStatus(word);
+    isShown = true;
+}
+
+Busy::Busy(forms::Form& form, const QString& word)
+    : StatusWord(word), shown(&form), hasPointer(form.MousePointer() == forms::DefaultPointer),
+      outer(innermost) {
+    innermost = this;
+    form.setMousePointer(forms::Hourglass);
+}
+
+Busy::Busy(const QString& word) : StatusWord(word), outer(innermost) {
     innermost = this;
     if (Shell* shell = Shell::current()) {
         ofShell = shell->MousePointer() == forms::DefaultPointer;
         shell->setMousePointer(forms::Hourglass);
     }
-    if (!word.isEmpty())
-        say(word);
 }
 
 Busy::~Busy() {
     innermost = outer;
-    if (hasWord)
-        showStatus({});
     endPointer();
-}
-
-void Busy::say(const QString& word) {
-    showStatus(word);
-    hasWord = true;
 }
 
 void Busy::endPointers() {
