@@ -5,7 +5,7 @@
 #include "platform/forms/form.h"
 
 Busy::Busy(forms::Form& form, const QString& word)
-    : shown(&form), hasPointer(form.MousePointer() == forms::DefaultPointer), outer(innermost) {
+    : shown(&form), restoresForm(form.MousePointer() == forms::DefaultPointer), outer(innermost) {
     innermost = this;
     form.setMousePointer(forms::Hourglass);
     if (!word.isEmpty())
@@ -15,7 +15,7 @@ Busy::Busy(forms::Form& form, const QString& word)
 Busy::Busy(const QString& word) : outer(innermost) {
     innermost = this;
     if (Shell* shell = Shell::current()) {
-        ofShell = shell->MousePointer() == forms::DefaultPointer;
+        restoresShell = shell->MousePointer() == forms::DefaultPointer;
         shell->setMousePointer(forms::Hourglass);
     }
     if (!word.isEmpty())
@@ -24,24 +24,24 @@ Busy::Busy(const QString& word) : outer(innermost) {
 
 Busy::~Busy() {
     innermost = outer;
-    if (hasWord)
+    if (clearsStatus)
         showStatus({});
-    endPointer();
+    restorePointer();
 }
 
 void Busy::say(const QString& word) {
     showStatus(word);
-    hasWord = true;
+    clearsStatus = true;
 }
 
 void Busy::endPointers() {
     for (Busy* work = innermost; work; work = work->outer)
-        work->endPointer();
+        work->restorePointer();
 }
 
-void Busy::endPointer() {
-    if (shown && hasPointer)
+void Busy::restorePointer() {
+    if (shown && restoresForm)
         shown->setMousePointer(forms::DefaultPointer);
-    if (Shell* shell = Shell::current(); shell && ofShell)
+    if (Shell* shell = Shell::current(); shell && restoresShell)
         shell->setMousePointer(forms::DefaultPointer);
 }

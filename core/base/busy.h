@@ -8,32 +8,32 @@ namespace forms {
 class Form;
 }
 
-/// A form or the main window at work: the hourglass, from here to the end of the scope, and a word in the
+/// Shows the hourglass on a form or the main window until the end of the scope, and optionally a text in the
 /// status bar.
 class Busy {
 public:
-    /// Without a word the status bar stays as it is.
+    /// An empty word leaves the status bar unchanged.
     explicit Busy(forms::Form& form, const QString& word = {});
-    /// The main window; nothing happens without one.
+    /// For the main window; no pointer changes without one.
     explicit Busy(const QString& word = {});
     Busy(const Busy&) = delete;
     Busy& operator=(const Busy&) = delete;
-    /// Restores the pointer unless it was an hourglass before, and clears the word.
+    /// Restores the pointer unless it already was an hourglass; clears the status bar if a word was shown.
     ~Busy();
 
-    /// Shows another word in the status bar, which is cleared at the end.
+    /// Shows another word in the status bar, cleared by the destructor.
     void say(const QString& word);
 
-    /// Restores the pointers of all work in hand: it is the user's turn.
+    /// Restores the pointers of all active Busy objects, before the user is asked something.
     static void endPointers();
 
 private:
-    void endPointer();
+    void restorePointer();
 
     QPointer<forms::Form> shown;
-    bool ofShell = false; ///< restores the main window's pointer
-    bool hasPointer = false;
-    bool hasWord = false;
-    Busy* outer; ///< the work that this one is part of
+    bool restoresShell = false; ///< restore the main window's pointer
+    bool restoresForm = false;  ///< restore the form's pointer
+    bool clearsStatus = false;  ///< clear the status bar
+    Busy* outer;                ///< the enclosing Busy; null for the outermost
     inline static Busy* innermost = nullptr;
 };
