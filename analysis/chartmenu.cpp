@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr double sharpness = 3; // 96 dots an inch of a logical pixel become about 300 on paper
+constexpr double sharpness = 3; // from 96 dpi to about 300 dpi in print
 
 void savePicture(chart::MSChart& drawn, const QString& kind, const QSize& size) {
     const QString suffix = u'.' + kind.toLower();

@@ -8,10 +8,10 @@ namespace chart {
 class MSChart;
 }
 
-/// Gives a chart its context menu: copy the picture, save it as PNG, SVG or PDF. Saved pictures are laid out
-/// for `size` in logical pixels.
+/// Adds a context menu to a chart: copy the picture, save it as PNG, SVG or PDF. `size` is the layout size of
+/// saved pictures in logical pixels.
 void addPictureMenu(chart::MSChart& drawn, const QSize& size);
 
-/// Writes the picture that a report shows into the home directory, sharp at the width of a page; it stands on
-/// the clipboard as well. Throws Failure when that fails.
+/// Saves the chart to a file in the home directory for use in a report, in print resolution, and copies it to
+/// the clipboard. Throws Failure if the file cannot be written.
 void savePictureForReport(chart::MSChart& drawn, const QString& file, const QSize& size);

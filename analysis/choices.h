@@ -6,12 +6,12 @@
 
 #include <functional>
 
-/// Fills the list with the names of all customers. A failure is thrown.
+/// Fills the list with the names of all customers. Throws Failure.
 void listCustomers(forms::ComboBox& list);
 
-/// Fills the list with the dates of the customer's surveys, the earliest first; a date with several surveys
-/// stands several times. A failure is thrown.
+/// Fills the list with the dates of the customer's surveys, earliest first; a date with several surveys is
+/// listed several times. Throws Failure.
 void listSurveyDates(forms::ListBox& list, const QString& customer);
 
-/// Fills and starts a report on a customer; nothing when there is no customer to choose. A failure is shown.
+/// Runs `fill` to prepare and open a report. Does nothing if `customers` is empty. Errors are shown.
 void generateReport(forms::Form& form, const forms::ComboBox& customers, const std::function<void()>& fill);

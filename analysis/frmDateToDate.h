@@ -19,7 +19,7 @@ public:
     void toFillCustomerList();
     /// The dates of the chosen customer's surveys, each once.
     void toFillSurveyDates();
-    /// Rebuilds the table report from the chosen customer and date and runs the report on it.
+    /// Rebuilds the table report for the chosen customer and date and opens the report.
     void toFillReporttable();
 
 private:

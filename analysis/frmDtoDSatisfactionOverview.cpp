@@ -16,7 +16,7 @@ namespace {
 
 constexpr int helpContext = 9;
 
-/// Begins a row for an answer; its Type stays to be given.
+/// Starts a row for an answer; the caller sets Type and updates it.
 void addAnswer(ado::Recordset& row, ado::Recordset& answer, const QString& tablename) {
     row.AddNew();
     row["responname"] = answer["respondentname"].Value();

@@ -9,7 +9,7 @@ namespace Ui {
 class frmDtoDSatisfactionOverview;
 }
 
-/// Prints answers in words, scores and planned actions of one customer between two dates, both included.
+/// Prints descriptive answers, scores and planned actions of one customer between two dates, both included.
 class frmDtoDSatisfactionOverview : public forms::DefaultForm<frmDtoDSatisfactionOverview> {
     Q_OBJECT
 
@@ -17,7 +17,7 @@ public:
     ~frmDtoDSatisfactionOverview() override;
 
     void toFillCustomerList();
-    /// Rebuilds the table reporttable from the choice and runs the report on it.
+    /// Rebuilds the table reporttable for the chosen customer and dates and opens the report.
     void toFillReporttable();
 
 private:
@@ -29,7 +29,7 @@ private:
     void addDescriptive();
     void addObjective();
     void addActions();
-    /// The chosen range as a condition on a date field.
+    /// The where clause for the chosen customer and date range.
     QString within(const QString& field) const;
 
     std::unique_ptr<Ui::frmDtoDSatisfactionOverview> ui;

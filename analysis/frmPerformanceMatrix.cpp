@@ -19,10 +19,10 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int helpContext = 12;
-constexpr int designHeight = 7140; // twips, as all heights here
+constexpr int designHeight = 7140; // twips, like tall and titleBar
 constexpr int tall = 7215;
 constexpr int titleBar = 350;
-constexpr int roomForChart = 340; // pixels that keep the chart readable
+constexpr int roomForChart = 340; // pixels; minimum for a readable chart
 constexpr QSize printedSize{690, 436};
 constexpr QColor grey{0xC0, 0xC0, 0xC0};
 const QString title = u"Gaugewell v2.1"_s;
@@ -57,7 +57,7 @@ frmPerformanceMatrix::frmPerformanceMatrix()
     ui->mschart->setCategoryScale(scale);
     ui->mschart->setValueScale(scale);
     ui->mschart->setChartType(chart::MSChart::xy);
-    ui->mschart->tipText = [this](int series, int point) { // after a failure the chart can hold more points
+    ui->mschart->tipText = [this](int series, int point) { // after an error mschart may have more points
         return point <= ui->mschartHidden->RowCount() ? pointText(series, point) : QString();
     };
     addPictureMenu(*ui->mschart, printedSize);
@@ -91,7 +91,7 @@ int frmPerformanceMatrix::frameHeight() const {
     return forms::toTwips(ui->Frame1->sizeHint().height());
 }
 
-/// No shorter than what shows the whole choice.
+/// At least high enough to show the whole choice.
 void frmPerformanceMatrix::shorten(int twips) {
     ui->mschart->hide();
     ui->Frame3->hide();
@@ -129,7 +129,7 @@ void frmPerformanceMatrix::lstSurveyDates_Click() {
     if (ui->lstSurveyDates->ListCount() == 0)
         return;
     cmdView();
-    ui->MSHFlexGrid1->setUpdatesEnabled(true); // a failure while it is filled leaves it off
+    ui->MSHFlexGrid1->setUpdatesEnabled(true); // setGrid leaves it off on an error
 }
 
 void frmPerformanceMatrix::cmdView() {
@@ -153,7 +153,7 @@ void frmPerformanceMatrix::toFillTable() {
     });
 }
 
-/// Reads the answers of the date once; parameters follow one another as their first answers do.
+/// Reads the answers of the date in one pass; parameters are kept in order of their first answer.
 void frmPerformanceMatrix::fillMeans() {
     ado::Recordset answers;
     answers.Open(u"select * from scatter where custname='"_s + customer() + u"' and sdate=#" +
@@ -225,7 +225,7 @@ void frmPerformanceMatrix::toSetPoint() {
     }
 }
 
-/// A failure of the store is told twice: by itself, and in the list of the connection's errors.
+/// A database error is shown twice: here, and by guarded.
 void frmPerformanceMatrix::toDrawOnHiddenChart() {
     guarded([this] {
         try {
@@ -300,7 +300,7 @@ void frmPerformanceMatrix::toColorGridRow(double score, double weightage, int ro
     }
 }
 
-/// What a point stands for, from the hidden chart: its figures before it was moved.
+/// The tip of a point: parameter and unmoved figures, from the hidden chart.
 QString frmPerformanceMatrix::pointText(int series, int point) const {
     chart::MSChart& figures = *ui->mschartHidden;
     figures.setRow(point);

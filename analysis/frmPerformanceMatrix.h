@@ -9,9 +9,8 @@ namespace Ui {
 class frmPerformanceMatrix;
 }
 
-/// Shows every parameter of one survey date as a point, mean score across and mean weightage up, in four
-/// quadrants, and lists the same figures in a grid. Short, the form shows the choice only; tall, chart and
-/// grid below it.
+/// Plots each parameter of one survey date as a point (x: mean score, y: mean weightage) in four quadrants
+/// and lists the figures in a grid. Before there is a result, the form is short and shows the choice only.
 class frmPerformanceMatrix : public forms::DefaultForm<frmPerformanceMatrix> {
     Q_OBJECT
 
@@ -21,18 +20,18 @@ public:
     void toFillCustomername();
     void toFillSurveyDateList();
 
-    /// Rebuilds scattertable: a row for each parameter with a rating on the chosen date.
+    /// Rebuilds scattertable: one row for each parameter with a rating on the chosen date.
     void toFillTable();
-    /// Shows scattertable in the chart and the grid; coinciding points are moved a little apart.
+    /// Shows scattertable in the chart and the grid; equal points are moved slightly apart.
     void toDrawChart();
-    /// The chart's type and markers.
+    /// Sets the chart's type and markers.
     void toSetPoint();
-    /// Keeps the unmoved figures and the names of the points for mschart's tips.
+    /// Fills the hidden chart with the parameter names and unmoved figures, for the tips of mschart.
     void toDrawOnHiddenChart();
-    /// Fills the grid from scattertable, by parameter. A failure is thrown.
+    /// Fills the grid from scattertable, sorted by parameter. Throws Failure.
     void setGrid();
-    /// Colours the figures of a row by the quadrant of a point. The rows stand by parameter and the points
-    /// come by score, so the colour of a row is as a rule another parameter's.
+    /// Colours the figures of a row by the quadrant of a point. Rows are sorted by parameter but points by
+    /// score, so the colour usually belongs to another parameter.
     void toColorGridRow(double score, double weightage, int row);
 
 private:

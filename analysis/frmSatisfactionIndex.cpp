@@ -23,10 +23,10 @@ namespace {
 
 constexpr int helpContext = 11;
 constexpr int titleBar = 350;          // twips
-constexpr int roomForChart = 360;      // pixels that keep the chart readable
+constexpr int roomForChart = 360;      // pixels; minimum for a readable chart
 constexpr QSize printedSize{690, 377}; // pixels
 
-/// The answers by date, dates and answers in the order in which they come: the index depends on it.
+/// Groups the answers by date. Keeps their order, because the index depends on it.
 std::vector<DateGroup> groupsOf(ado::Recordset& answers) {
     const ado::Field parametername = answers["parametername"];
     const ado::Field surveydate = answers["surveydate"];

@@ -17,16 +17,16 @@ namespace chart {
 class DataArray;
 }
 
-/// The answers to a parameter's questions on one date.
+/// The answers to one parameter's questions on one date.
 struct DateGroup {
     QString parameter;
     QDate surveydate;
     std::vector<RatedAnswer> answers;
 };
 
-/// Computes the Satisfaction Index of the chosen parameters on each survey date of a customer and shows it as
-/// one line a parameter. Collapsed, the form shows the choice only; expanded, the chart below it. A change of
-/// the parameters or dates collapses it, so that a chart never stands beside a choice that it does not show.
+/// Computes the Satisfaction Index of the chosen parameters on each survey date of a customer and plots one
+/// line for each parameter. Changing the parameters or dates hides the chart, since it no longer matches the
+/// choice.
 class frmSatisfactionIndex : public forms::DefaultForm<frmSatisfactionIndex> {
     Q_OBJECT
 
@@ -37,21 +37,21 @@ public:
     void toFillParameterName();
     void toFillSurveyDateList();
 
-    /// Rebuilds linetable: one row for each chosen parameter and each survey date between dtFrom and dtTo,
-    /// both included, with the index of all answers to the parameter's questions on that date.
+    /// Rebuilds linetable: one row for each chosen parameter and survey date from dtFrom to dtTo, both
+    /// included, with the index of all answers to the parameter's questions on that date.
     void toFillTable();
-    /// Whether linetable holds an index other than 0.
+    /// Returns whether linetable has an index other than 0.
     bool toCheckIndexRecords();
     /// Rebuilds surveydateorder: the dates with an index other than 0, numbered from 1 for the earliest.
     void toFillSurveyDateOrder();
-    /// The number of a date in surveydateorder; 0 when it has none.
+    /// The number of a date in surveydateorder; 0 if it is not there or on an error, which is shown.
     int toGetRowOrder(const QDate& sdate);
-    /// Fills lstParameter from mscharttry; a failure is thrown.
+    /// Fills lstParameter from mscharttry. Throws Failure.
     void toFillParameters();
 
-    /// Gives the chart an empty row for each date of surveydateorder.
+    /// Adds an empty row to the chart for each date in surveydateorder.
     void toPrepareChartRows();
-    /// Fills the chart from linetable: a column for each chosen parameter, also for one without an index.
+    /// Fills the chart from linetable: one column for each chosen parameter, even if it has no index.
     void toDrawChart();
 
 private:

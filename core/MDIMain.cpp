@@ -44,8 +44,8 @@ QAction* makeAction(const MenuEntry& entry, QObject* owner) {
     return action;
 }
 
-/// The style of the desktop with a picture of ours for the menus that find no room: for its own each start
-/// would look through Qt's plugins for image files.
+/// The desktop style with our own picture for the menu overflow button. The default one would load Qt's image
+/// plugins at each start.
 class Style : public QProxyStyle {
 public:
     QIcon standardIcon(StandardPixmap icon, const QStyleOption* option,
@@ -91,7 +91,7 @@ MDIMain::MDIMain() : stsBar(new forms::StatusBar(this)), area(new QMdiArea(this)
 }
 
 MDIMain::~MDIMain() {
-    if (isVisible()) // ended without having been closed
+    if (isVisible()) // destroyed without being closed
         desktop::rememberWindow(*this);
     setMousePointer(forms::DefaultPointer);
     mainWindow = nullptr;
@@ -117,7 +117,7 @@ void MDIMain::makeToolbar() {
     auto* tlbHold = addToolBar(u"Toolbar"_s);
     tlbHold->setObjectName(u"tlbHold"_s);
     tlbHold->setMovable(false);
-    setContextMenuPolicy(Qt::NoContextMenu); // else the bar could be hidden for good
+    setContextMenuPolicy(Qt::NoContextMenu); // it could hide the toolbar for good
     for (const ToolbarButton& entry : toolbarButtons()) {
         auto* button = new QToolButton(tlbHold);
         button->setObjectName(text(entry.name));
@@ -150,7 +150,7 @@ void MDIMain::PopupMenu(const QPoint& globalPosition) {
 }
 
 void MDIMain::showHit(const SearchHit& hit) {
-    hitOnShow = hit;
+    currentHit = hit;
     if (hit.isAction)
         frmImprovementPlan::instance().Show();
     else

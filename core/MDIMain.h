@@ -8,33 +8,33 @@
 
 class QMdiArea;
 
-/// The main window: menus, toolbar, status bar and the area in which all other forms live.
+/// The main window: menus, toolbar, status bar and the area of the other forms.
 class MDIMain : public QMainWindow, public Shell {
     Q_OBJECT
 
 public:
-    /// Made at its first use, not yet shown.
+    /// Created on first use, hidden.
     static MDIMain& instance();
     static bool isShown();
     static void destroy();
 
     ~MDIMain() override;
 
-    /// The dialog for files at start-up and for the help calls of all forms.
+    /// The file dialog of all forms, also used to show help.
     forms::CommonDialog CommonDialog1;
-    /// Runs the reports of the analyses.
+    /// The report control shared by the analyses.
     crystal::CrystalReport crpReport;
-    /// Panel 1 carries the progress words of all forms.
+    /// Panel 1 shows the progress of all forms.
     forms::StatusBar* stsBar;
 
     void showStatus(const QString& word) override;
     int MousePointer() const override { return pointer; }
     void setMousePointer(int shape) override;
     void showHelp(int command, int context) override;
-    /// The menu mnuEdit.
+    /// Opens the menu mnuEdit.
     void PopupMenu(const QPoint& globalPosition) override;
     void showHit(const SearchHit& hit) override;
-    const std::optional<SearchHit>& hitToShow() const override { return hitOnShow; }
+    const std::optional<SearchHit>& hitToShow() const override { return currentHit; }
     crystal::CrystalReport& report() override { return crpReport; }
     forms::CommonDialog& fileDialog() override { return CommonDialog1; }
 
@@ -48,5 +48,5 @@ private:
 
     QMdiArea* area;
     int pointer = 0;
-    std::optional<SearchHit> hitOnShow;
+    std::optional<SearchHit> currentHit;
 };

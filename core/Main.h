@@ -3,14 +3,14 @@
 
 #include <QString>
 
-/// The program: finds its database, connects, shows the splash form and then the main window. Returns the
-/// exit code. With the arguments --tell TEXT it only shows the text: why the launcher could not start it.
+/// Finds the database, connects, shows the splash form, then the main window. Returns the exit code. With the
+/// arguments --tell TEXT it only shows the text; the launcher uses this to report why it could not start the
+/// program.
 int Main(int argc, char** argv);
 
-/// The first line of company.txt, or of it the first 255 characters; empty when that is no readable regular
-/// file.
+/// The first line of company.txt, at most 255 characters; empty if it is not a readable regular file.
 QString readCompanyName();
 
-/// Points the data source at the database: the file in the home directory, or one the user locates. Writes
-/// the path. False when the user gave up, so that the program ends.
+/// Points the data source at the database in the home directory, or at one that the user picks, and sets
+/// databasePath. Returns false if the user cancelled; the program then ends.
 [[nodiscard]] bool toCreateDSN(const QString& dataSourceName, QString& databasePath);

@@ -9,7 +9,7 @@ namespace Ui {
 class frmAboutUs;
 }
 
-/// What the program is, and the organisation that uses it.
+/// Shows information about the program and the organisation that uses it.
 class frmAboutUs : public forms::DefaultForm<frmAboutUs> {
     Q_OBJECT
 

@@ -32,7 +32,7 @@ void frmSplash::onLoad() {
 }
 
 bool frmSplash::onKeyDown(int key) {
-    // A key press gives a character: not a shift or lock key alone, no arrow, no function key.
+    // Only keys that produce a character: no modifier, lock, arrow or function keys.
     constexpr int firstWithoutCharacter = Qt::Key_Escape;
     const bool isPress = key < firstWithoutCharacter || key == Qt::Key_Escape || key == Qt::Key_Return ||
                          key == Qt::Key_Enter || key == Qt::Key_Backspace;
@@ -42,7 +42,7 @@ bool frmSplash::onKeyDown(int key) {
 }
 
 bool frmSplash::eventFilter(QObject* watched, QEvent* event) {
-    // Without the frame the form is still being made.
+    // Events arrive while setupUi has not created the frame yet.
     const auto* widget = watched->isWidgetType() ? static_cast<QWidget*>(watched) : nullptr;
     const bool inFrame = ui->Frame1 && widget && (widget == ui->Frame1 || ui->Frame1->isAncestorOf(widget));
     if (inFrame && event->type() == QEvent::MouseButtonRelease) {

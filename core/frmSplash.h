@@ -11,8 +11,8 @@ namespace Ui {
 class frmSplash;
 }
 
-/// Stands between the connection and the main window. The timer and a click on its frame lead on to the main
-/// window; a key only closes it, so that the program ends.
+/// The start-up window. Its timer or a click on its frame opens the main window. A key press only closes it,
+/// which ends the program.
 class frmSplash : public forms::DefaultForm<frmSplash> {
     Q_OBJECT
 

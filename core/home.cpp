@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What the program looks for in its home before it starts.
+// Finds the company name and the database in the home directory at start-up.
 #include "core/MDIMain.h"
 #include "core/Main.h"
 #include "core/base/gblGlobal.h"
@@ -26,7 +26,7 @@ QString readCompanyName() {
     constexpr qint64 longestLine = 1024; // bytes: 255 characters of up to 4
     constexpr qsizetype longestName = 255;
     QFile file(homeDirectory() + u"/company.txt");
-    if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly)) // a pipe would keep the start waiting
+    if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly)) // a pipe would block
         return {};
     QString line = QString::fromUtf8(file.readLine(longestLine)).trimmed();
     if (line.startsWith(QChar::ByteOrderMark))
@@ -39,7 +39,7 @@ bool toCreateDSN(const QString& dataSourceName, QString& databasePath) {
     if (QFile::exists(beside)) {
         databasePath = beside;
         desktop::keepToOwner(beside);
-        // When this fails the connection that follows tells it.
+        // A failure is reported when the connection is opened.
         writeDataSource(dataSourceName, databasePath);
         return true;
     }

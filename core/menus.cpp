@@ -27,7 +27,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// What the entries do.
+// Commands of the menu entries.
 
 template <class FormClass> void show() {
     FormClass::instance().Show();
@@ -224,9 +224,7 @@ constexpr MenuEntry entries[]{
 constexpr MenuEntry customerDropDown[]{
     {.name = "tlbCustomer", .caption = "&Customer And Respondent", .run = withWord<showCustomer>},
     {.name = "tlbParameter", .caption = "&Parameter", .run = withWord<showParameter>},
-    {.name = "tlbQuestion",
-     .caption = "&New/Edit Survey",
-     .run = withWord<[] {}>}, // known, and opens no form
+    {.name = "tlbQuestion", .caption = "&New/Edit Survey", .run = withWord<[] {}>}, // opens no form
     {.name = "tlb", .caption = "-"},
     {.name = "tlbObjAndDesc", .caption = "&Survey", .run = withWord<show<frmFeedBackObj>>},
     {.name = "tlbImprovement", .caption = "&Improvement Plan", .run = withWord<show<frmImprovementPlan>>},

@@ -3,7 +3,7 @@
 
 #include <span>
 
-/// One entry of the main window's menus, in the order in which they stand.
+/// An entry of the main window's menus.
 struct MenuEntry {
     enum class State { Menu, HiddenMenu, Open, Hidden };
 
@@ -11,7 +11,7 @@ struct MenuEntry {
     const char* parent = "";  ///< empty: on the menu bar
     const char* caption = ""; ///< "-" for a separator
     const char* shortcut = "";
-    State state = State::Open; ///< Menu: holds entries. Open: can be used. Hidden: not shown.
+    State state = State::Open; ///< Menu: a submenu. Open: enabled. Hidden: not shown.
     void (*run)() = nullptr;   ///< null for menus and separators
 
     bool isMenu() const { return state == State::Menu || state == State::HiddenMenu; }
@@ -26,5 +26,6 @@ struct ToolbarButton {
     std::span<const MenuEntry> dropDown = {};
 };
 
+/// All menu entries in display order, each menu before its entries.
 std::span<const MenuEntry> menuEntries();
 std::span<const ToolbarButton> toolbarButtons();

@@ -3,7 +3,7 @@
 
 #include "platform/desktop/folderclaim.h"
 
-/// Claims the home directory for this program. When another one holds it, that one comes to the front or the
-/// user is told where it runs, and false is returned: this program is to end. The lock of another computer is
-/// taken over when the user says that no program runs there.
+/// Locks the home directory for this process. If another process holds the lock, brings that one to the front
+/// or shows where it runs and returns false; this process must then end. A lock held on another computer is
+/// taken over if the user confirms that the program no longer runs there.
 [[nodiscard]] bool claimHome(desktop::FolderClaim& claim);

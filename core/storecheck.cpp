@@ -14,7 +14,7 @@ namespace {
 
 constexpr int schemaVersion = 1; // user_version of home/schema.sql
 
-/// Result codes of the store for a file that it cannot make sense of.
+/// Result codes of the store for a file that it cannot read as a database.
 constexpr int formatError = 1;
 constexpr int damaged = 11;
 constexpr int noDatabase = 26;
@@ -73,7 +73,7 @@ bool isNewer(ado::Connection& store) {
 
 struct Finding {
     StoreState state = StoreState::Good;
-    QString fault; ///< the end of a sentence that begins with the file
+    QString fault; ///< completes the sentence "The file 'x' ..."
 };
 
 Finding findFault() {
@@ -119,7 +119,7 @@ StoreInspection::StoreInspection(const QString& databasePath)
       thread(QThread::create([this] { damaged = check.findsDamage(); })) {
     connect(thread.get(), &QThread::finished, this, [this] {
         if (damaged)
-            tell();
+            reportDamage();
     });
     thread->start(QThread::LowPriority);
 }
@@ -129,10 +129,10 @@ StoreInspection::~StoreInspection() {
     thread->wait();
 }
 
-void StoreInspection::tell() {
-    constexpr int shortWhile = 200; // milliseconds
+void StoreInspection::reportDamage() {
+    constexpr int retryDelay = 200; // milliseconds
     if (cnnMain && cnnMain->InTransaction())
-        QTimer::singleShot(shortWhile, this, &StoreInspection::tell);
+        QTimer::singleShot(retryDelay, this, &StoreInspection::reportDamage);
     else
         reportFault(path, u"is damaged inside: what is saved now can be lost."_s);
 }

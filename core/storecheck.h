@@ -12,21 +12,22 @@ class QThread;
 
 enum class StoreState { Good, Faulty, Newer };
 
-/// Tells the user when the database that the data source points to is damaged, lacks a table or was made by a
-/// newer version, and which copies in backup/ there are. The program ends with a newer one only: working on
-/// it could spoil it. With a faulty one it lives on, as it does with a database that is missing, locked or of
-/// another password, which the connection tells: these count as good here, as does one without a version.
+/// Checks the database of the data source. If it is damaged, lacks a table or was made by a newer version,
+/// shows a message that lists the copies in backup/. The program must end on Newer, since it could spoil the
+/// file; on Faulty it continues. A database that is missing, locked or has another password returns Good: the
+/// connection reports that. So does one without a version number.
 [[nodiscard]] StoreState checkStore(const QString& databasePath);
 
-/// Looks for damage inside the database in a thread, beside the user's work; damage is told in one message
-/// with the copies in backup/, when no transaction is open. Ends with the object, which waits for its thread.
+/// Checks the database for internal damage in a background thread. Damage is reported in one message, with
+/// the copies in backup/, once no transaction is open. The destructor stops the check and waits for the
+/// thread.
 class StoreInspection : public QObject {
 public:
     explicit StoreInspection(const QString& databasePath);
     ~StoreInspection() override;
 
 private:
-    void tell();
+    void reportDamage();
 
     QString path;
     ado::QuickCheck check;

@@ -24,7 +24,7 @@ constexpr int dateColumn = 1;
 constexpr int targetColumn = 2;
 constexpr int statusColumn = 3;
 
-/// An action without a target date must not show the one of the action before.
+/// For an action without a target date, so that the previous action's date does not stay visible.
 QDate dateOrToday(const QDate& date) {
     return date.isValid() ? date : forms::today();
 }
@@ -78,9 +78,8 @@ void frmImprovementPlan::onActivate() {
         return;
     if (!toFilllstCustomername()) // the hit's customer may be newer than the list
         return;
+    showNoAction();
     forms::ListBox* customers = ui->lstCusName;
-    for (int i = 0; i < customers->ListCount(); ++i)
-        customers->setSelected(i, false);
     for (int i = 0; i < customers->ListCount(); ++i) {
         if (customers->List(i) == hit->customer) {
             customers->setSelected(i, true);
@@ -90,7 +89,6 @@ void frmImprovementPlan::onActivate() {
     if (customers->SelCount() == 1) {
         ui->dtdate->setValue(toDate(hit->date));
     } else {
-        showNoAction();
         ui->lsvDtls->Clear();
         forms::msgBox(u"The customer of this hit is no longer there."_s, forms::style::information,
                       u"Gaugewell v2.1"_s);
@@ -101,21 +99,9 @@ bool frmImprovementPlan::toFilllstCustomername() {
     return guarded([this] {
         ado::Recordset customer;
         customer.Open(u"select * from customer order by custname asc"_s, *cnnMain);
-        forms::ListBox* list = ui->lstCusName;
-        const QStringList chosen = chosenCustomers();
-        const QString underCursor = list->List(list->currentRow());
-        const QSignalBlocker sameChoice(list);
-        list->Clear();
-        int cursor = -1;
-        for (int row = 0; !customer.Eof(); customer.MoveNext(), ++row) {
-            const QString name = customer["custname"].Text();
-            list->AddItem(name);
-            list->setSelected(row, chosen.contains(name));
-            if (name == underCursor)
-                cursor = row;
-        }
-        if (cursor != -1)
-            list->setCurrentRow(cursor, QItemSelectionModel::NoUpdate);
+        ui->lstCusName->Clear();
+        for (; !customer.Eof(); customer.MoveNext())
+            ui->lstCusName->AddItem(customer["custname"].Text());
     });
 }
 
@@ -146,7 +132,7 @@ void frmImprovementPlan::showStatusOf(bool isComplete) {
     (isComplete ? ui->opnComplete : ui->opnNotComplete)->setChecked(true);
 }
 
-/// The date goes first: its change loads an action that stands on it.
+/// The date is set first because its change may load an action.
 void frmImprovementPlan::showNoAction() {
     ui->dtdate->setValue(forms::today());
     ui->dttargetDate->setValue(forms::today());
@@ -163,7 +149,7 @@ void frmImprovementPlan::lstCusName_Click() {
     toFillListView();
 }
 
-/// An action that is being typed moves to a date without a stored one: the description may come first.
+/// A description that is being typed is kept if the new date has no stored action.
 void frmImprovementPlan::dtdate_Change() {
     const bool typing = ui->txtDescription->isModified() && ui->lstCusName->SelCount() == 1;
     bool isFree = false;
@@ -183,8 +169,7 @@ void frmImprovementPlan::lsvDtls_Click() {
         return;
     ui->txtDescription->setText(list->Text(row));
     {
-        const QSignalBlocker atHand(
-            ui->dtdate); // its change would load what the row shows, or empty the boxes
+        const QSignalBlocker blocker(ui->dtdate); // dtdate_Change would reload or clear the boxes
         ui->dtdate->setValue(toDate(list->Text(row, dateColumn)));
     }
     ui->dttargetDate->setValue(dateOrToday(toDate(list->Text(row, targetColumn))));
@@ -268,7 +253,7 @@ void frmImprovementPlan::toFillListView() {
         ui->lsvDtls->setItems(std::move(rows));
     });
     if (!filled)
-        ui->lsvDtls->Clear(); // else another customer's actions would stay
+        ui->lsvDtls->Clear(); // it may show another customer's actions
 }
 
 void frmImprovementPlan::torefreshOnCustomerNameClick() {
@@ -292,7 +277,7 @@ void frmImprovementPlan::torefreshOnCustomerNameClick() {
         showStatusOf(action["Status"].Value().toBool());
     });
     if (!read)
-        showNone(); // else a save would store another customer's action
+        showNone(); // so that a save cannot store another customer's action
 }
 
 void frmImprovementPlan::toupdateStatus() {
@@ -323,7 +308,7 @@ void frmImprovementPlan::toDeleteActionForSelectedCustomer() {
         const std::vector<QDate> dates = chosenDates();
         if (names.isEmpty() || dates.empty())
             return;
-        requireCustomers(names); // before the copy
+        requireCustomers(names); // before making a backup
         backUpBeforeLoss();
         Transaction transaction;
         for (const int custid : requireCustomers(names)) {

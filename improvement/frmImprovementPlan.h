@@ -12,28 +12,27 @@ namespace Ui {
 class frmImprovementPlan;
 }
 
-/// Keeps the dated actions agreed with customers. An action is known by its customer and plan date: saving
-/// again on that date overwrites it. The pop-up menu of the main window changes the status of the chosen
-/// actions and deletes them.
+/// Edits the dated actions agreed with customers. Customer and plan date identify an action: saving again on
+/// that date overwrites it. The pop-up menu of the main window changes the status of the chosen actions or
+/// deletes them.
 class frmImprovementPlan : public forms::DefaultForm<frmImprovementPlan> {
     Q_OBJECT
 
 public:
     ~frmImprovementPlan() override;
 
-    /// What toupdateStatus sets: 1 Complete, 2 Not Complete.
+    /// The status set by toupdateStatus: 1 Complete, 2 Not Complete.
     int intStatus = 0;
 
-    /// Lists all customers; those that were chosen stay so, without a Click of the list. False when that
-    /// failed, which is shown.
+    /// Lists all customers, none chosen. On an error, which is shown, returns false.
     bool toFilllstCustomername();
-    /// Stores the action of the boxes for every chosen customer, in one transaction.
+    /// Stores the entered action for every chosen customer, in one transaction.
     void toSaveActionDtls();
-    /// The actionid of a customer's action on the plan date, empty for none. Throws Failure.
+    /// The actionid of a customer's action on the plan date; empty if there is none. Throws Failure.
     QString toGetActionID(const QString& customerName) const;
-    /// Lists the actions of the customer under the cursor.
+    /// Lists the actions of currentCustomer().
     void toFillListView();
-    /// Loads the action of the chosen customer on the plan date into the boxes.
+    /// Loads the action of currentCustomer() on the plan date into the boxes.
     void torefreshOnCustomerNameClick();
     /// Sets the status of every chosen customer's actions on the dates of the chosen rows.
     void toupdateStatus();
@@ -55,7 +54,7 @@ private:
     void saveActionOf(const QString& customerName);
     void showNoAction();
     void showStatusOf(bool complete);
-    /// The customer under the list's cursor; when another one is chosen and that one is not, the chosen one.
+    /// The customer under the list's cursor if chosen, or if none is chosen; else the first chosen one.
     QString currentCustomer() const;
     QStringList chosenCustomers() const;
     /// The plan dates of the chosen rows.

@@ -22,7 +22,7 @@ QString CatalogueTable::key() const {
     return key(grid->Row());
 }
 
-void CatalogueTable::editAgain() {
+void CatalogueTable::editCurrent() {
     setEdit(grid->Col(), grid->Row());
 }
 
@@ -38,8 +38,8 @@ bool CatalogueTable::check(int column, const QString& message, const QString& ti
     forms::msgBox(message, forms::style::critical, title);
     const bool moves = blank != grid->Row();
     setEdit(column, blank);
-    if (moves && onOtherRow)
-        onOtherRow();
+    if (moves && refreshLower)
+        refreshLower();
     focusBox();
     return false;
 }
@@ -47,29 +47,29 @@ bool CatalogueTable::check(int column, const QString& message, const QString& ti
 void CatalogueTable::append() {
     grid->setRows(grid->Rows() + 1);
     grid->setRow(grid->Rows() - 1);
-    if (onOtherRow)
-        onOtherRow();
+    if (refreshLower)
+        refreshLower();
     editFirst();
 }
 
-/// False when there are no records; the grid is then left as it is. The cursor follows the key of the row in
-/// hand, which a reload may move.
+/// Returns false and leaves the grid unchanged if there are no records. The cursor follows the current row's
+/// key, since a reload may change its position.
 bool CatalogueTable::fill(const QString& sql) {
     ado::Recordset records;
     records.Open(sql, *cnnMain);
     if (records.Eof())
         return false;
-    const QString inHand = key();
+    const QString currentKey = key();
     grid->setRows(records.RecordCount() + 1);
     for (int row = 1; !records.Eof(); records.MoveNext(), ++row) {
         for (int col = 1; const char* field : fields) {
-            const QString text = records[field].Text(); // of Null too: what the cell held was another row's
-            grid->setTextMatrix(row, col, shownAs ? shownAs(col, text) : text);
+            const QString text = records[field].Text(); // also for Null: clears another row's text
+            grid->setTextMatrix(row, col, displayText ? displayText(col, text) : text);
             ++col;
         }
     }
-    for (int row = 1; row < grid->Rows() && !inHand.isEmpty(); ++row) {
-        if (key(row) == inHand)
+    for (int row = 1; row < grid->Rows() && !currentKey.isEmpty(); ++row) {
+        if (key(row) == currentKey)
             grid->setRow(row);
     }
     return true;
@@ -84,18 +84,18 @@ void CatalogueTable::read(const QString& sql) {
 
 void CatalogueTable::showNone() {
     emptyGrid(grid);
-    if (!hasShyBox || !box->isHidden()) // it would go on showing a row of another owner
-        editAgain();
+    if (!keepsBoxHidden || !box->isHidden()) // it would still show another owner's text
+        editCurrent();
 }
 
 void CatalogueTable::readOf(const QString& newOwner, const QString& sql) {
-    if (owner != newOwner) { // also when they cannot be read
+    if (owner != newOwner) { // even if the read below fails
         owner.reset();
         showNone();
     }
     const bool read = guarded([&] {
         if (!newOwner.isEmpty() && fill(sql))
-            editAgain();
+            editCurrent();
         else
             showNone();
     });
@@ -105,31 +105,31 @@ void CatalogueTable::readOf(const QString& newOwner, const QString& sql) {
 
 bool CatalogueTable::save() {
     const Busy busy(form);
-    QString inHand;
+    QString currentKey;
     const bool saved = guarded([&] {
         Transaction transaction;
         for (int row = 1; row < grid->Rows(); ++row) {
             const QString stored = saveRow(row);
             if (row == grid->Row())
-                inHand = stored;
+                currentKey = stored;
         }
         transaction.Commit();
     });
     if (!saved)
         return false;
     if (lower && key().isEmpty() && lower->owner == QString())
-        lower->owner = inHand; // its rows were typed for the new one
-    grid->setTextMatrix(grid->Row(), keyColumn(), inHand);
+        lower->owner = currentKey; // its rows were typed for the new record
+    grid->setTextMatrix(grid->Row(), keyColumn(), currentKey);
     refresh();
     if (lower) {
         if (lower->owner != key())
-            onOtherRow(); // the row in hand was not stored
-        editAgain();
+            refreshLower(); // the current row was skipped
+        editCurrent();
     }
     return true;
 }
 
-/// The key of the stored row; what the key cell holds of a row that is passed over.
+/// Returns the key of the stored row. Skipped rows keep their key.
 QString CatalogueTable::saveRow(int row) {
     const bool isNew = key(row).isEmpty();
     ado::Recordset record;

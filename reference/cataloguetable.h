@@ -10,55 +10,57 @@ namespace forms {
 class Form;
 }
 
-/// A grid edited in place whose rows are records of the store. Its last column is hidden and holds the key; a
-/// row with an empty key cell is not stored yet. Typing changes the grid only; save writes all its rows. Two
-/// of them belong together where the lower one shows what hangs on the row in hand of the upper one.
+/// An editable grid of database records. The last column is hidden and holds the key; it is empty for a row
+/// that is not stored yet. Typing changes the grid only; save writes all rows. Two tables can be linked: the
+/// lower one shows the records that belong to the current row of the upper one.
 class CatalogueTable : public GridEditor {
 public:
-    /// The fields of a record fill the columns from 1 on; the last field is the key.
+    /// `fields` are the record fields of the columns from 1 on; the last one is the key.
     CatalogueTable(forms::Form& form, const GridEditorRules& rules, forms::MSHFlexGrid* grid, QLineEdit* box,
                    std::vector<const char*> fields);
 
-    /// The select that finds the stored record of a row or, for a row that is not stored, a record that bars
-    /// it. A row whose record is gone, and one that is barred, are passed over.
+    /// Returns the select for the stored record of a row. For a new row, the select for a duplicate record.
+    /// save skips a row whose record is gone and a new row that has a duplicate.
     std::function<QString(int row)> selectFor;
-    /// Assigns the row's texts to the fields of its record.
+    /// Assigns the texts of a row to the fields of its record.
     std::function<void(int row, ado::Recordset& record)> write;
-    /// Shows the rows anew after they were stored.
+    /// Reloads the rows after they were stored.
     std::function<void()> refresh;
-    /// Of an upper table: shows in the lower one what hangs on the row that has come into hand.
-    std::function<void()> onOtherRow;
-    /// What a cell shows of a field's text; the text itself unless it is set.
-    std::function<QString(int col, const QString& text)> shownAs;
-    /// Of an upper table.
+    /// Upper table only: reloads the lower table for the current row.
+    std::function<void()> refreshLower;
+    /// Converts a field's text to the cell's text. Unset: no conversion.
+    std::function<QString(int col, const QString& text)> displayText;
+    /// The linked lower table; null if there is none.
     CatalogueTable* lower = nullptr;
-    /// Of a lower table: the key of the upper row whose rows it shows, empty for a row that is not stored;
-    /// nothing when they could not be read.
+    /// Lower table only: the key of the upper row whose records are shown; empty if that row is not stored,
+    /// nullopt if they could not be read.
     std::optional<QString> owner;
-    /// A box that is out of sight stays there when the grid is emptied.
-    bool hasShyBox = false;
+    /// A hidden box stays hidden when the grid is emptied.
+    bool keepsBoxHidden = false;
 
     QString cell(int row, int col) const;
     QString key(int row) const { return cell(row, keyColumn()); }
-    /// Of the row in hand, as the two below.
+    /// The key of the current row.
     QString key() const;
-    void editAgain(); ///< lays the box anew over the current cell
-    void editFirst(); ///< goes to the mandatory cell, with the focus
+    void editCurrent(); ///< shows the box on the current cell
+    void editFirst();   ///< shows the box on column 1 of the current row and focuses it
 
-    /// Whether every row has a text in that column. Else shows the message and goes to the first row without.
+    /// Returns whether every row has a text in a column. If not, shows the message and edits the first blank
+    /// cell.
     bool check(int column, const QString& message, const QString& title);
-    /// Appends an empty row and goes there.
+    /// Appends an empty row and edits it.
     void append();
-    /// Shows the records of a select. A failure is shown.
+    /// Shows the records of a select. Errors are shown.
     void read(const QString& sql);
-    /// Of a lower table: shows the records of a select as the rows of an owner; no rows, and no statement,
-    /// for an owner that is not stored. A failure is shown and leaves no rows of another owner in sight.
+    /// Lower table only: shows the records of a select for the upper row with key newOwner. An empty key
+    /// shows no rows and does not run the select. Errors are shown; rows of another owner are removed in any
+    /// case.
     void readOf(const QString& newOwner, const QString& sql);
-    /// Stores all rows in one transaction and shows them anew, the row in hand still in hand. False when it
-    /// failed, which has been shown; then nothing is stored.
+    /// Stores all rows in one transaction and reloads them; the current row stays current. On an error, which
+    /// is shown, stores nothing and returns false.
     bool save();
-    /// Executes the deletion of the row in hand, the copy of the database before it; nothing for a row that
-    /// is not stored. Throws Failure.
+    /// Backs up the database and executes the deletion of the current row. Does nothing if the row is not
+    /// stored. Throws Failure.
     void remove(const QString& deletion);
 
 private:

@@ -32,7 +32,7 @@ frmCustomer::frmCustomer() : DefaultForm(Kind::SubWindow), ui(std::make_unique<U
         new CatalogueTable(*this, gridrules::respondent, ui->grdRespondentDtls, ui->txtRespondentDtls,
                            {"respondentname", "respondentdesignation", "emailid", "respondentid"});
     customers->lower = respondents;
-    respondents->hasShyBox = true;
+    respondents->keepsBoxHidden = true;
     connectEvents();
 }
 
@@ -58,7 +58,7 @@ void frmCustomer::connectEvents() {
     customers->selectFor = [this](int row) { return customerSelect(row); };
     customers->write = [this](int row, ado::Recordset& customer) { writeCustomer(row, customer); };
     customers->refresh = [this] { toRefreshCustomerDetails(); };
-    customers->onOtherRow = [this] { grdCustomerDtls_Click(); };
+    customers->refreshLower = [this] { grdCustomerDtls_Click(); };
     customers->enterCommand = [this] { cmdAddCustomer(); };
     customers->onRowChange = [this](GridEditor::RowMove move) {
         toRefreshRespondentDetails();
@@ -115,7 +115,7 @@ void frmCustomer::grdCustomerDtls_Click() {
 
 void frmCustomer::showLastRespondent() {
     ui->grdRespondentDtls->setRow(ui->grdRespondentDtls->Rows() - 1);
-    respondents->editAgain();
+    respondents->editCurrent();
 }
 
 void frmCustomer::toRefreshCustomerDetails() {
@@ -149,8 +149,8 @@ void frmCustomer::writeCustomer(int row, ado::Recordset& customer) const {
     customer["email"] = nullWhenEmpty(cell(4));
 }
 
-/// Whether a respondent of the name and designation in that row is stored under the current customer. With
-/// an apostrophe in one text only, the other is tested as empty, so that nothing is found.
+/// The select for a stored respondent of the current customer with the row's name and designation. If only
+/// one of the two texts has an apostrophe, the other is compared as empty and no duplicate is found.
 QString frmCustomer::duplicateTest(int row) const {
     const QString name = respondents->cell(row, 1);
     const QString designation = respondents->cell(row, designationColumn);
@@ -176,7 +176,7 @@ void frmCustomer::toSaveRespondentDetails() {
            style::information, u"Gaugewell v2.1"_s);
 }
 
-/// A single new row is compared by the texts of the row in hand, of several each by its own.
+/// With a single new row, the current row's texts are checked for a duplicate; with several, each row's own.
 QString frmCustomer::respondentSelect(int row) const {
     const QString respondentid = respondents->key(row);
     if (!respondentid.isEmpty())
@@ -208,7 +208,7 @@ void frmCustomer::toDeleteCustomer() {
             showStatus(u"Deletion Cancelled....."_s);
         toRefreshCustomerDetails();
         toRefreshRespondentDetails();
-        customers->editAgain();
+        customers->editCurrent();
         showStatus({});
     });
 }
@@ -217,7 +217,7 @@ void frmCustomer::toDeleteRespondentDetails() {
     guarded([this] {
         respondents->remove(u"delete * from respondent where respondentid="_s + respondents->key());
         toRefreshRespondentDetails();
-        customers->editAgain();
+        customers->editCurrent();
         ui->grdRespondentDtls->setFocus();
         ui->txtRespondentDtls->hide();
     });
@@ -226,7 +226,7 @@ void frmCustomer::toDeleteRespondentDetails() {
 void frmCustomer::cmdAddCustomer() {
     if (findBlank(ui->grdCustomerDtls, 1) > 0) {
         msgBox(u"Customer Name Cannot be left blank....Error"_s, style::critical, u"Gaugewell v2.1"_s);
-        customers->editFirst(); // of the row in hand, which may be another one
+        customers->editFirst(); // on the current row, which may not be the blank one
         return;
     }
     const Busy busy(*this, u"Adding Customer......"_s);

@@ -10,9 +10,8 @@ namespace Ui {
 class frmCustomer;
 }
 
-/// Keeps the customers and, for the customer under the cursor, the respondents. Typing changes the grids
-/// only; the add and save commands write a whole grid in one transaction. A row with an empty key cell is not
-/// stored yet.
+/// Edits the customers and the respondents of the current customer. Typing changes the grids only; the add
+/// and save commands write a whole grid in one transaction.
 class frmCustomer : public forms::DefaultForm<frmCustomer> {
     Q_OBJECT
 

@@ -18,8 +18,8 @@ namespace {
 constexpr int helpContext = 2;
 constexpr int typeColumn = 2;
 
-/// In the Type column one key fills the word: S Score, D Descriptive. Whatever does not begin with one of
-/// these capitals is wiped.
+/// Completes a type: s becomes Score, d Descriptive. Returns an empty text for anything that does not begin
+/// with a capital S or D.
 QString typeOf(const QString& text) {
     const QString letter = text.trimmed().toUpper();
     if (letter == u"S")
@@ -69,13 +69,13 @@ void frmParameter::connectEvents() {
         parameter["parametername"] = toStoredText(parameters->cell(row, 1));
     };
     parameters->refresh = [this] { toRefreshPrameterDetails(); };
-    parameters->onOtherRow = [this] { toRefreshQuestionDtls(); };
+    parameters->refreshLower = [this] { toRefreshQuestionDtls(); };
     parameters->enterCommand = [this] { cmdAddParameter(); };
     parameters->onRowChange = [this](GridEditor::RowMove) { toRefreshQuestionDtls(); };
     questions->selectFor = [this](int row) { return questionSelect(row); };
     questions->write = [this](int row, ado::Recordset& question) { writeQuestion(row, question); };
     questions->refresh = [this] { toRefreshQuestionDtls(); };
-    questions->shownAs = [](int col, const QString& text) {
+    questions->displayText = [](int col, const QString& text) {
         return col != typeColumn ? text : text == ado::toText(true) ? u"Score"_s : u"Descriptive"_s;
     };
     questions->onChange = [this](const QString& text) { txtQuestionDtls_Change(text); };
@@ -162,7 +162,8 @@ QString frmParameter::questionSelect(int row) const {
     const QString questionid = questions->key(row);
     if (!questionid.isEmpty() && typed == text)
         return u"select * from questions where questionid="_s + questionid;
-    // A stored question whose text has gained an apostrophe is looked up by that text, and so is not found.
+    // A stored question with a new apostrophe is looked up by its new text, so it is not found and is
+    // skipped.
     return u"select * from questions where question='"_s + text + u"' and Paramid=" + parameters->key();
 }
 
@@ -185,19 +186,19 @@ void frmParameter::toDeleteparameter() {
         const QString paramid = parameters->key();
         if (questions->owner != paramid)
             toRefreshQuestionDtls();
-        if (questions->owner != paramid) // it is not known whether the parameter has any
+        if (questions->owner != paramid) // still unknown whether it has questions
             return;
         if (!paramid.isEmpty() && confirmDeletion(paramid))
             parameters->remove(u"delete * from parameter where paramid="_s + paramid);
         if (grid->Rows() > 2) {
-            // Stores the edits of the rows that stay. The refresh brings the last row back if the database
-            // still has it.
+            // Stores the edits of the other rows. The last row comes back with the reload if it is still
+            // stored.
             grid->setRows(grid->Rows() - 1);
             grid->setRow(grid->Rows() - 1);
             cmdSaveParameter();
         }
         toRefreshPrameterDetails();
-        parameters->editAgain();
+        parameters->editCurrent();
         toRefreshQuestionDtls();
     });
 }

@@ -10,16 +10,15 @@ namespace Ui {
 class frmParameter;
 }
 
-/// Keeps the parameters and, for the parameter under the cursor, its questions of the type Score or
-/// Descriptive. Typing changes the grids only; the add and save commands write a whole grid in one
-/// transaction.
+/// Edits the parameters and the questions (type Score or Descriptive) of the current parameter. Typing
+/// changes the grids only; the add and save commands write a whole grid in one transaction.
 class frmParameter : public forms::DefaultForm<frmParameter> {
     Q_OBJECT
 
 public:
     ~frmParameter() override;
     QLineEdit* txtParameterDtls() const;
-    /// Shows the box of the current parameter and gives it the focus.
+    /// Edits the current parameter.
     void focusParameter();
 
     void toSetWidthForParamGrid();

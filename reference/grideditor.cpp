@@ -21,7 +21,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A shade between the cells' ground and the highlight, so that the cell in hand stands out in any theme.
+/// Mixes base and highlight colour, so that the current cell is visible in any theme.
 void tintBox(QLineEdit* box) {
     QPalette palette = box->palette();
     const QColor ground = palette.color(QPalette::Base);
@@ -47,7 +47,7 @@ GridEditor::GridEditor(const GridEditorRules& rules, forms::MSHFlexGrid* edited,
     tintBox(box);
     box->setMaxLength(rule.maxLength);
     box->setAccessibleName(grid->accessibleName());
-    box->setAcceptDrops(false); // what is dropped would pass by the rules of the cells
+    box->setAcceptDrops(false); // a drop would bypass the checks of typed and pasted text
     box->hide();
     box->installEventFilter(this);
     grid->installEventFilter(this);
@@ -57,17 +57,17 @@ GridEditor::GridEditor(const GridEditorRules& rules, forms::MSHFlexGrid* edited,
     connect(box, &QLineEdit::textEdited, this, &GridEditor::textEdited);
     connect(grid, &forms::MSHFlexGrid::MouseDown, this, &GridEditor::mouseDown);
     connect(grid, &forms::MSHFlexGrid::Scroll, this, [this] {
-        if (laying)
+        if (isPlacing)
             return;
         if (box->hasFocus())
-            grid->setFocus(); // the next key brings the box back
+            grid->setFocus(); // the next key shows the box again
         box->hide();
     });
-    connect(grid->horizontalHeader(), &QHeaderView::sectionResized, this, &GridEditor::layBox);
+    connect(grid->horizontalHeader(), &QHeaderView::sectionResized, this, &GridEditor::placeBox);
 }
 
 void GridEditor::setEdit(int col, int row) {
-    const QScopedValueRollback whileLaying(laying, true);
+    const QScopedValueRollback placing(isPlacing, true);
     const bool focused = box->hasFocus();
     box->hide();
     waitsForClick = false;
@@ -109,10 +109,10 @@ void GridEditor::focusBox() {
         box->setFocus();
 }
 
-void GridEditor::layBox() {
+void GridEditor::placeBox() {
     if (box->isHidden())
         return;
-    const QScopedValueRollback whileLaying(laying, true);
+    const QScopedValueRollback placing(isPlacing, true);
     grid->showCell();
     box->setGeometry(grid->cellRect());
 }
@@ -120,7 +120,7 @@ void GridEditor::layBox() {
 void GridEditor::mouseDown() {
     if (grid->MouseRow() == 0) {
         if (box->hasFocus())
-            grid->setFocus(); // else it would go on to another control
+            grid->setFocus(); // hiding it would move the focus to another control
         box->hide();
         waitsForClick = true;
         return;
@@ -133,16 +133,16 @@ void GridEditor::mouseDown() {
 
 bool GridEditor::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::Resize && watched == grid->viewport())
-        layBox();
+        placeBox();
     if (watched == box)
         return boxEvent(event);
     if (watched != grid || event->type() != QEvent::KeyPress)
         return false;
-    // What the box has no use for ends here and does not come back to it.
-    return box->hasFocus() || forwarding || gridKey(static_cast<QKeyEvent*>(event));
+    // Keys that the box ignores propagate to the grid; do not send them back.
+    return box->hasFocus() || isForwarding || gridKey(static_cast<QKeyEvent*>(event));
 }
 
-/// True when the box is not to see the event.
+/// Returns true if the box must not handle the event.
 bool GridEditor::boxEvent(QEvent* event) {
     switch (event->type()) {
     case QEvent::ToolTip: { // the box covers its cell
@@ -177,7 +177,7 @@ bool GridEditor::boxEvent(QEvent* event) {
     }
 }
 
-/// The box's own menu, whose Paste goes by the rules of the cells.
+/// Shows the standard context menu, with Paste using our own paste().
 void GridEditor::showMenu(const QPoint& globalPosition) {
     QMenu* menu = box->createStandardContextMenu();
     menu->setAttribute(Qt::WA_DeleteOnClose);
@@ -212,8 +212,8 @@ std::optional<QString> GridEditor::fitting(int row, int col, const QString& text
     return isCell && clean.size() <= rule.maxLength ? fit(row, col, clean) : std::nullopt;
 }
 
-/// Asks before a block replaces texts beside the current cell, since a text of two lines is a block too.
-/// Marks are replaced without a question.
+/// Asks before a block replaces texts other than the current cell's, since any text of two lines is a block.
+/// Marks are replaced without asking.
 bool GridEditor::mayReplace(const std::vector<QStringList>& block) const {
     int replaced = 0;
     for (int row = grid->Row(); const QStringList& texts : block) {
@@ -264,14 +264,14 @@ void GridEditor::pasteBlock(const std::vector<QStringList>& rows) {
     focusBox();
 }
 
-/// Control characters are commands and pass.
+/// Control characters are commands and always accepted.
 bool GridEditor::acceptsAll(const QString& typed) const {
     return !accepts || std::all_of(typed.begin(), typed.end(), [this](QChar character) {
         return character.category() == QChar::Other_Control || accepts(character);
     });
 }
 
-/// A key for the grid, whose box is out of sight: brings the box back and goes on there.
+/// Handles a key pressed while the box is hidden: shows the box and sends it the key.
 bool GridEditor::gridKey(QKeyEvent* event) {
     const bool pastes = event->matches(QKeySequence::Paste);
     const bool movesOn = event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab ||
@@ -283,13 +283,13 @@ bool GridEditor::gridKey(QKeyEvent* event) {
         return true;
     setEdit(grid->Col(), grid->Row());
     focusBox();
-    const QScopedValueRollback whileForwarding(forwarding, true);
+    const QScopedValueRollback forwarding(isForwarding, true);
     if (box->isVisible())
         QCoreApplication::sendEvent(box, event);
     return true;
 }
 
-/// The keys that leave the cell. True when the box is not to see the key.
+/// Handles the keys that leave the cell. Returns true if the box must not handle the key.
 bool GridEditor::boxKey(int key) {
     const int row = grid->Row();
     const int col = grid->Col();
@@ -303,7 +303,7 @@ bool GridEditor::boxKey(int key) {
         enter();
         break;
     case Qt::Key_Right:
-        if (!rule.sideways || !(atEnd || whole) || col >= rule.lastColumnForRight)
+        if (!rule.sideways || !(atEnd || whole) || col >= rule.lastColumn)
             return false;
         setEdit(col + 1, row);
         break;
@@ -351,10 +351,12 @@ void GridEditor::enter() {
     } else if (rule.enterAtEnd != AtEnd::Stay) {
         enterCommand();
         const int last = grid->Rows() - 1;
-        if (rule.enterAtEnd == AtEnd::Command || grid->Row() == last)
-            setEdit(rule.enterAtEnd == AtEnd::Command ? grid->Col() : 1, grid->Row());
+        if (rule.enterAtEnd == AtEnd::Command)
+            setEdit(grid->Col(), grid->Row());
+        else if (grid->Row() == last)
+            setEdit(1, last);
         else
-            goToRow(last, 1, RowMove::Enter); // the command has gone to another row
+            goToRow(last, 1, RowMove::Enter); // the command has moved to another row
     }
 }
 

@@ -13,46 +13,63 @@ namespace forms {
 class MSHFlexGrid;
 }
 
-/// What differs between the grids that are edited in place. Columns from 1 to lastColumn are editable, column
-/// 1 is the mandatory one.
+/// The rules of one editable grid. Columns 1 to lastColumn are editable; column 1 is mandatory.
 struct GridEditorRules {
     enum class AtEnd { Stay, Command, CommandThenLastRow, AppendRow };
     enum class NeedsText { Never, OnLastRow, Always };
 
-    int lastColumn;
-    bool sideways;            ///< Left and Right leave the cell at the ends of its text
-    int lastColumnForRight;   ///< Right acts from the columns before this one
-    AtEnd enterAtEnd;         ///< Enter in the last column of the last row
-    NeedsText enterNeedsText; ///< Enter in the last column does nothing while column 1 is empty
-    bool downAppends;         ///< Down on the last row appends a row, unsaved, when column 1 is filled
-    bool upOnFirstRow;        ///< Up on row 1 lays the box anew
-    int maxLength;            ///< of the box's text, in characters
-    int readOnlyColumn = 0;   ///< its texts are shown from their beginning; 0 for none
-    int firstMarkColumn = 0;  ///< from here to the next the text of a cell that is entered is selected, so
-    int lastMarkColumn = -1;  ///< that typing replaces it; Left and Right leave it then
+    int lastColumn = 1;
+    bool sideways = true;                        ///< Left and Right leave the cell at the ends of its text
+    AtEnd enterAtEnd = AtEnd::Stay;              ///< Enter in the last column of the last row
+    NeedsText enterNeedsText = NeedsText::Never; ///< rows in which Enter requires column 1
+    bool downAppends = true;                     ///< Down on the last row appends a row if column 1 is filled
+    bool upOnFirstRow = false;                   ///< Up on row 1 reloads the box
+    int maxLength = 32767;                       ///< of the box's text, in characters
+    int readOnlyColumn = 0;                      ///< its text is shown from the start; 0 for none
+    /// The mark columns; none by default. On entering a mark cell its text is selected, so typing replaces it
+    /// and Left and Right leave the cell.
+    int firstMarkColumn = 0;
+    int lastMarkColumn = -1;
 };
 
 namespace gridrules {
 using AtEnd = GridEditorRules::AtEnd;
 using NeedsText = GridEditorRules::NeedsText;
-inline constexpr int noLimit = 32767;
 
-//                                            last  side  right  Enter on the last cell     needs text Down Up
-//                                            length
-inline constexpr GridEditorRules customer{4, true, 4, AtEnd::Command, NeedsText::Never, true, false, noLimit};
-inline constexpr GridEditorRules respondent{3,    true, 3,      AtEnd::Command, NeedsText::Never,
-                                            true, true, noLimit};
-inline constexpr GridEditorRules parameter{1,    false, 1,  AtEnd::CommandThenLastRow, NeedsText::OnLastRow,
-                                           true, false, 255};
-inline constexpr GridEditorRules question{2, true, 2, AtEnd::AppendRow, NeedsText::Always, true, false, 255};
-inline constexpr GridEditorRules feedback{4, true, 4, AtEnd::Stay, NeedsText::Never, false, false, noLimit,
-                                          1, 2,    3};
+inline constexpr GridEditorRules customer{
+    .lastColumn = 4,
+    .enterAtEnd = AtEnd::Command,
+};
+inline constexpr GridEditorRules respondent{
+    .lastColumn = 3,
+    .enterAtEnd = AtEnd::Command,
+    .upOnFirstRow = true,
+};
+inline constexpr GridEditorRules parameter{
+    .lastColumn = 1,
+    .sideways = false,
+    .enterAtEnd = AtEnd::CommandThenLastRow,
+    .enterNeedsText = NeedsText::OnLastRow,
+    .maxLength = 255,
+};
+inline constexpr GridEditorRules question{
+    .lastColumn = 2,
+    .enterAtEnd = AtEnd::AppendRow,
+    .enterNeedsText = NeedsText::Always,
+    .maxLength = 255,
+};
+inline constexpr GridEditorRules feedback{
+    .lastColumn = 4,
+    .downAppends = false,
+    .readOnlyColumn = 1,
+    .firstMarkColumn = 2,
+    .lastMarkColumn = 3,
+};
 } // namespace gridrules
 
-/// Edits a grid in place: one text box, laid over the grid's current cell, copies its text into the cell at
-/// each change that the user makes. Enter and the arrow keys move it from cell to cell; the grid itself never
-/// receives typing. A block of cells from the clipboard fills cells and rows from the current cell on, whole
-/// or, when a cell does not fit, not at all.
+/// Edits a grid in place with one text box over the current cell. Each user change is copied to the cell.
+/// Enter and the arrow keys move the box from cell to cell. A block of cells pasted from the clipboard fills
+/// the grid from the current cell on; if any cell does not fit, nothing is pasted.
 class GridEditor : public QObject {
     Q_OBJECT
 
@@ -61,26 +78,24 @@ public:
 
     GridEditor(const GridEditorRules& rules, forms::MSHFlexGrid* grid, QLineEdit* box);
 
-    /// Called when a key has moved the cursor to another row, before the box is laid there.
+    /// Called when a key has moved the cursor to another row, before the box moves there.
     std::function<void(RowMove)> onRowChange;
-    /// Called after the box is laid on another row.
+    /// Called after the box has moved to another row.
     std::function<void(RowMove)> afterRowChange;
-    /// Enter on the last cell.
+    /// Called by Enter on the last cell; required for AtEnd::Command and CommandThenLastRow.
     std::function<void()> enterCommand;
-    /// Takes the box's text after each change that the user makes, not after a move to another cell; writes
-    /// it into the current cell unless it is replaced.
+    /// Called with the box's text after each user change. Default: copies it to the current cell.
     std::function<void(const QString&)> onChange;
-    /// What a cell takes of a pasted text; nothing when it refuses it. Everything unless it is replaced.
+    /// Converts a pasted text for a cell; nullopt rejects it. Default: accepts any text.
     std::function<std::optional<QString>(int row, int col, const QString& text)> fit;
-    /// Whether a character that is typed, by key or input method, may enter the box.
+    /// Returns whether a character may be typed. Unset: all are accepted.
     std::function<bool(QChar)> accepts;
 
-    /// Moves the cursor to the cell, copies its text into the box and lays the box over it. Focus is the
-    /// caller's.
+    /// Moves the cursor to a cell and shows the box there. Does not set the focus.
     void setEdit(int col, int row);
-    /// The box shows the current cell's text again.
+    /// Copies the current cell's text to the box.
     void copyCell();
-    /// Focus for the box, when it is in sight.
+    /// Focuses the box if it is visible.
     void focusBox();
 
 protected:
@@ -106,10 +121,10 @@ private:
     void pasteBlock(const std::vector<QStringList>& rows);
     bool mayReplace(const std::vector<QStringList>& block) const;
     std::optional<QString> fitting(int row, int col, const QString& text) const;
-    void layBox();
+    void placeBox();
 
     const GridEditorRules rule;
-    bool waitsForClick = false; // after a click on the head row
-    bool laying = false;        // a scroll is part of a move of the box
-    bool forwarding = false;    // a key of the grid is on its way to the box
+    bool waitsForClick = false; ///< after a click on the header row
+    bool isPlacing = false;     ///< ignore scrolling caused by moving the box
+    bool isForwarding = false;  ///< a key of the grid is being sent to the box
 };

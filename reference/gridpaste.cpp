@@ -3,8 +3,8 @@
 
 namespace {
 
-/// Takes the cell that begins at a position within quotes and moves the position behind it; nothing taken
-/// when the quotes do not enclose the whole cell.
+/// Reads the quoted cell at a position and moves the position past it. Returns false and reads nothing if the
+/// quotes do not enclose the whole cell.
 bool takeQuoted(const QString& text, qsizetype& at, QString& cell) {
     QString content;
     for (qsizetype i = at + 1; i < text.size(); ++i) {

@@ -5,10 +5,10 @@
 
 #include <vector>
 
-/// The cells of a text from the clipboard: a row a line, tabs between the cells of a row, as spreadsheet
-/// programs copy them. A cell within double quotes may hold line breaks, tabs and doubled quotes. The line
-/// break at the end begins no row.
+/// Splits a clipboard text into cells as spreadsheet programs copy them: one row a line, cells separated by
+/// tabs. A cell in double quotes may contain line breaks, tabs and doubled quotes. A line break at the end
+/// starts no row. An empty text returns one empty cell.
 std::vector<QStringList> cellsOfBlock(const QString& text);
 
-/// The text with each run of line breaks, tabs and other control characters as one blank.
+/// Replaces each run of line breaks, tabs and other control characters by one blank.
 QString withoutControlCharacters(const QString& text);

@@ -9,13 +9,13 @@ namespace forms {
 class MSHFlexGrid;
 }
 
-/// Writes the heads into row 0, centred and, unless told otherwise, bold, from column 1 on, and gives each
-/// column from 0 on its share of the grid's width; 0 hides the column.
+/// Writes the headings into row 0, from column 1 on, centred. `shares` are the widths of the columns from 0
+/// on, as fractions of the grid's width; 0 hides a column.
 void setHeadsAndWidths(forms::MSHFlexGrid* grid, const QStringList& heads, const std::vector<double>& shares,
                        bool bold = true);
 
-/// Two rows, the cells of row 1 empty.
+/// Leaves the header row and one empty row.
 void emptyGrid(forms::MSHFlexGrid* grid);
 
-/// The first row from 1 whose cell of that column is blank; 0 when there is none.
+/// The first row from 1 with a blank cell in a column; 0 if there is none.
 int findBlank(const forms::MSHFlexGrid* grid, int column);

@@ -144,6 +144,6 @@ void frmSearch::toOpenSearchHit(const QString& id, const QString& tablename) {
                                    .date = ui->lsvDtls->Text(row, dateColumn),
                                    .isAction = tablename == actionTable});
     });
-    if (!opened || !isThere) // no form is to jump when it is opened later for something else
+    if (!opened || !isThere) // so that no form opened later jumps to it
         blnSearchToFeedback = blnSearchToImprovement = false;
 }

@@ -12,7 +12,7 @@ namespace Ui {
 class frmSearch;
 }
 
-/// Finds keywords in the questions and answers of all surveys and in all improvement actions, and goes to the
+/// Searches the questions and answers of all surveys and all improvement actions for keywords, and opens the
 /// form that shows a hit.
 class frmSearch : public forms::DefaultForm<frmSearch> {
     Q_OBJECT
@@ -21,10 +21,10 @@ public:
     ~frmSearch() override;
 
     void toAddFiledsForSearch();
-    /// Fills the work table with what the keywords find.
+    /// Fills the work table with the hits of the entered keywords.
     void toSplitKeywords();
     void toFillListView();
-    /// Opens the form that shows a hit.
+    /// Opens the form that shows a hit of the work table. Errors are shown.
     void toOpenSearchHit(const QString& id, const QString& tablename);
 
 private:

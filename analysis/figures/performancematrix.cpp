@@ -22,7 +22,7 @@ constexpr std::array<MatrixMeans, 8> shifts{{{.weightage = -0.1, .score = 0.1},
                                              {.weightage = 0, .score = -0.1},
                                              {.weightage = 0.1, .score = 0}}};
 
-/// The double's exact value decides: 2.125 is a tie, 2.675 lies a little below one.
+/// Rounds the exact binary value: 2.125 is a tie, 2.675 is slightly below one.
 double toTwoDecimals(double value) {
     std::array<char, 64> text{};
     const auto written = std::to_chars(text.data(), text.data() + text.size(), value,

@@ -8,31 +8,29 @@
 #include <optional>
 #include <span>
 
-/// Where a parameter stands in the matrix, on the scales of weightage and score.
+/// The position of a parameter in the matrix, on the scales of weightage and score (0 to 10).
 struct MatrixMeans {
     double weightage = 0;
     double score = 0;
 };
 
-/// The two means of a group of answers, rounded to two decimals with ties to the even digit. The divisor of
-/// both is the number of all answers, so that one without a weightage, or without a score, pulls that mean
-/// down and not the other. Nothing when no answer has either. Throws Failure when the sum of the
-/// scores leaves -32768..32767.
+/// The mean weightage and mean score of a group of answers, rounded to two decimals, ties to even. Both are
+/// divided by the number of all answers; a missing value counts as 0. Returns nullopt if both sums are 0, as
+/// for no answers. Throws Failure if a sum of the scores leaves -32768..32767.
 std::optional<MatrixMeans> matrixMeans(std::span<const RatedAnswer> answers);
 
-/// Places the points of a matrix, given in the order of their scores, so that equal ones do not hide one
-/// another: a point equal to its predecessor goes to its whole numbers, ties to even, moved by the next of
-/// eight small shifts. Equal points with another between them are not moved.
+/// Moves equal points of a matrix apart so that they do not hide one another. Points are passed in order of
+/// their scores. A point equal to its predecessor is rounded to whole numbers, ties to even, and moved by the
+/// next of eight small shifts. Equal points with another one between them are not moved.
 class MatrixPlaces {
 public:
-    /// The place of the next point. Throws Failure at the ninth shift of a chart.
+    /// The position of the next point. Throws Failure at the ninth shift.
     MatrixMeans next(const MatrixMeans& point);
 
 private:
-    std::optional<MatrixMeans> previous; // as given
+    std::optional<MatrixMeans> previous; ///< before it was moved
     std::size_t shifted = 0;
 };
 
-/// The colour of the quadrant in which a point lies; the borders stand at 5. An invalid colour when it lies
-/// in none.
+/// The colour of a point's quadrant; the borders are at 5. An invalid colour if it is in none.
 QColor quadrantColor(double score, double weightage);

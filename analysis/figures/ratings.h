@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <optional>
 
-/// The weightage or score of an answer; nothing for Null.
+/// The weightage or score of an answer; nullopt for Null.
 inline std::optional<std::int16_t> toRating(const ado::Field& field) {
     const QVariant value = field.Value();
     if (!value.isValid())

@@ -5,7 +5,7 @@
 #include <optional>
 #include <span>
 
-/// One answer to a question: what it was rated with. Nothing or 0 means not rated.
+/// The ratings of one answer. Nullopt or 0 means not rated.
 struct RatedAnswer {
     std::optional<std::int16_t> weightage;
     std::optional<std::int16_t> score;
@@ -18,7 +18,6 @@ struct RatedAnswer {
 ///     T(k) = round(T(k-1) + v(k))    to a whole number in every step, ties to even, from T(0) = 0
 ///     index = T(n) / n
 ///
-/// An answer that lacks its weightage or its score adds nothing, but stays in the count n. A, w/A, v and the
-/// index are held in single precision. No answers give 0. Throws Failure when a T leaves
-/// -32768..32767.
+/// An answer without a weightage or score counts in n but adds nothing. A, w/A, v and the index are single
+/// precision. Returns 0 for no answers. Throws Failure if a T leaves -32768..32767.
 float satisfactionIndex(std::span<const RatedAnswer> answers);

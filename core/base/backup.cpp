@@ -15,14 +15,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qsizetype mostKept = 10;
+constexpr qsizetype maxCopies = 10;
 bool copied = false;
 
 QDir backupFolder(const QString& databasePath) {
     return {QFileInfo(databasePath).absoluteDir().filePath(u"backup"_s)};
 }
 
-/// The running number of a copy's name, 0 for a name without one; -1 for a file that is no copy of ours.
+/// The running number in a copy's file name, 0 if it has none; -1 if the file is not a backup copy.
 int numberOf(const QString& name) {
     static const QRegularExpression pattern(
         u"^Tallywell-\\d{4,}-\\d\\d-\\d\\d-\\d{6}(?:-(\\d{1,9}))?\\.mdb$"_s);
@@ -30,7 +30,7 @@ int numberOf(const QString& name) {
     return match.hasMatch() ? match.captured(1).toInt() : -1;
 }
 
-/// Names of the copies, the oldest first: by number, since the clock may have been set back meanwhile.
+/// File names of the copies, oldest first. Sorted by number because the clock may have been set back.
 QStringList copiesIn(const QDir& folder) {
     QStringList names = folder.entryList({u"Tallywell-*.mdb"_s}, QDir::Files, QDir::Name);
     names.removeIf([](const QString& name) { return numberOf(name) < 0; });
@@ -41,15 +41,14 @@ QStringList copiesIn(const QDir& folder) {
 
 void dropOldCopies(const QDir& folder) {
     QStringList copies = copiesIn(folder);
-    while (copies.size() > mostKept)
+    while (copies.size() > maxCopies)
         QFile::remove(folder.filePath(copies.takeFirst()));
-    // What a run that was killed while it copied has left behind.
+    // Partial files of a run that was killed while copying.
     for (const QString& part : folder.entryList({u"Tallywell-*.mdb.part*"_s}, QDir::Files))
         QFile::remove(folder.filePath(part));
 }
 
-/// Without customers and parameters nothing that a form shows can be lost; a copy would push out a better
-/// one.
+/// Without customers and parameters there is nothing to lose, and a copy would displace a useful one.
 bool isEmptyStore() {
     ado::Recordset any;
     any.Open(u"select 1 from customer union all select 1 from parameter limit 1"_s, *cnnMain);

@@ -3,15 +3,15 @@
 
 #include <QStringList>
 
-/// Copies the database into backup/ beside it, named by date, time and a running number, before the first
-/// step of this run that deletes or overwrites stored answers; later calls of the same run do nothing. The
-/// newest ten copies by number are kept, whatever the clock says. A store without customers and parameters is
-/// not copied. Throws Failure, recorded in the
-/// connection's errors, when the copy cannot be written or is damaged: then nothing is deleted.
+/// Copies the database to the folder backup/ next to it. Call before deleting or overwriting stored data;
+/// only the first call of a run makes a copy. The file name has the date, the time and a running number; the
+/// ten highest numbers are kept. A store without customers and parameters is not copied. Throws Failure, also
+/// recorded in the connection's errors, if the copy cannot be written or is damaged; the caller must then not
+/// delete anything.
 void backUpBeforeLoss();
 
-/// Full paths of the copies of that database, the newest first.
+/// Full paths of the backup copies of a database, newest first.
 QStringList listBackups(const QString& databasePath);
 
-/// As if the program had just started; a test's fresh store.
+/// For tests: lets the next backUpBeforeLoss make a copy again.
 void forgetBackup();

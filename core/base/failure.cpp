@@ -14,14 +14,14 @@ namespace {
 void showErrors(const QString& prefix) {
     if (!cnnMain)
         return;
-    // Shown once: a later failure of another kind finds the list empty.
+    // Cleared first, so that no later handler shows them again.
     const ado::ErrorList errors = cnnMain->Errors();
     cnnMain->Errors().Clear();
     for (const ado::Error& errDatabase : errors)
         forms::msgBox(prefix + QString::number(errDatabase.Number) + u"\r\n" + errDatabase.Description);
 }
 
-/// The failure that was thrown; any other exception is one without a number.
+/// The exception as a Failure; any other type becomes one without a number.
 Failure failureOf(const std::exception_ptr& thrown) {
     try {
         std::rethrow_exception(thrown);
@@ -51,7 +51,7 @@ bool guardedUnconnected(const QString& prefix, const std::function<void()>& proc
             throw;
         Busy::endPointers();
         show();
-        showStatus({}); // the word of the step that has ended
+        showStatus({});
         return false;
     };
     try {
@@ -74,7 +74,7 @@ bool guardedWithNumber(const QString& separator, const std::function<void()>& pr
             throw;
         Busy::endPointers();
         if (cnnMain)
-            cnnMain->Errors().Clear(); // this message reports it
+            cnnMain->Errors().Clear(); // reported by this message
         const Failure failure = failureOf(std::current_exception());
         forms::msgBox(QString::number(failure.number()) + separator + failure.text());
         return false;
@@ -83,7 +83,7 @@ bool guardedWithNumber(const QString& separator, const std::function<void()>& pr
 
 bool guardedWithDescription(const std::function<void()>& procedure) {
     if (cnnMain)
-        cnnMain->Errors().Clear(); // those that are there afterwards are this procedure's
+        cnnMain->Errors().Clear(); // errors of an earlier procedure
     try {
         procedure();
         return true;
@@ -123,7 +123,7 @@ void showUncaught(const std::exception_ptr& uncaught) {
     Busy::endPointers();
     showStatus({});
     if (cnnMain)
-        cnnMain->Errors().Clear(); // this message tells it
+        cnnMain->Errors().Clear(); // reported by this message
     isShowing = true;
     forms::msgBox(failureOf(uncaught).text(), forms::style::critical);
     isShowing = false;

@@ -6,34 +6,33 @@
 #include <exception>
 #include <functional>
 
-/// Opens the connection if it is closed and runs a procedure under the standard failure handler: the first
-/// failure ends it; the mouse pointer goes back; each error that the connection recorded is shown in a
-/// message of its own, and so is a Refusal; the status bar is cleared. A failure that has nothing to do with
-/// the database ends the procedure without a message. Within an open Transaction nothing is shown and the
-/// failure is thrown on, to the owner of the transaction. Returns true when the procedure ran to its end.
+/// The standard error handler. Opens the connection if it is closed and runs a procedure. Returns true if the
+/// procedure completed. If it throws, restores the mouse pointers, shows each error recorded by the
+/// connection, or the text of a Refusal, in a message box, clears the status bar and returns false. An
+/// exception without a recorded database error shows no message. While a Transaction is open nothing is shown
+/// and the exception is rethrown.
 bool guarded(const std::function<void()>& procedure);
-/// Likewise, with a text other than "Error : " before the number of each error.
+/// Likewise, with a prefix other than "Error : " before each error number.
 bool guarded(const QString& prefix, const std::function<void()>& procedure);
 
 /// Likewise, without opening the connection first.
 bool guardedUnconnected(const QString& prefix, const std::function<void()>& procedure);
 
-/// As guarded, but shows the one failure that ended the procedure, whatever its source: number, separator,
-/// description.
+/// As guarded, but shows only the exception thrown, whatever its source: number, separator, description.
 bool guardedWithNumber(const QString& separator, const std::function<void()>& procedure);
 
-/// Runs a procedure that drives workbooks, dialogs or mail: the failure that ends it is shown by its own
-/// description; the store's are shown as guarded shows them. Returns true when the procedure ran to its end.
+/// Runs a procedure that uses workbooks, dialogs or mail. Shows an exception as showWithDescription does.
+/// Returns true if the procedure completed.
 bool guardedWithDescription(const std::function<void()>& procedure);
 
-/// Shows a failure by its own description, the store's as guarded shows them. Within an open transaction it
-/// is thrown on.
+/// Shows the recorded database errors as guarded does; if there are none, the description of the exception.
+/// Rethrows it while a transaction is open.
 void showWithDescription(const std::exception_ptr& failure);
 
-/// Runs one step of a procedure. The failure of a step that is skippable is dropped.
+/// Runs one step of a procedure. If it is skippable, exceptions are discarded.
 void runStep(bool isSkippable, const std::function<void()>& step);
 
-/// What becomes of an exception that left an event handler: the pointers and the status word go back to rest
-/// and the failure is shown by its description. While a transaction is open it is thrown on, to the holder.
-/// A failure that comes while another is on show is not shown: it is mostly the same one, of a repainting.
+/// Handles an exception that left an event handler: restores the pointers, clears the status bar and shows
+/// the description. Rethrows it while a transaction is open. Shows nothing while an earlier message is open:
+/// a failing repaint would report the same error again and again.
 void showUncaught(const std::exception_ptr& uncaught);

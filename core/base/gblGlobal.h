@@ -14,43 +14,41 @@ class Form;
 /// (UTF-8), empty without that file.
 extern QString strCompanyName;
 
-/// A node of the question tree has been let go over the question grid.
+/// A node of the question tree was dropped on the question grid.
 extern bool blnNodeDragged;
 
-/// Hand-over between survey selection, the editors and the copy form.
+/// Shared by the survey selection, the survey editors and the copy form.
 extern bool blnSurveyPasted;
 extern bool blnExistingSurvey;
 
-/// Hand-over from the search to the form that shows a hit: the search has opened a form; the Id of the hit,
-/// despite the name; which form is to go to the hit when it becomes active; the hit's row in the search's
-/// list, from 1.
-extern bool blnSearchOpen;
-extern QString strSearchKeywords;
-extern bool blnSearchToFeedback;
-extern bool blnSearchToImprovement;
-extern int intSearchIndex;
+/// Passed from the search to the form that shows a hit.
+extern bool blnSearchOpen;          ///< the search has opened a form
+extern QString strSearchKeywords;   ///< the Id of the hit, despite the name
+extern bool blnSearchToFeedback;    ///< the feedback form shows the hit when it becomes active
+extern bool blnSearchToImprovement; ///< likewise, the improvement plan
+extern int intSearchIndex;          ///< the hit's row in the result list, from 1
 
-/// Makes cnnMain anew and opens it; a failure is shown.
+/// Creates a new cnnMain and opens it. Errors are shown.
 void toOpenConnection();
 
-/// Opens the connection again when it is closed.
+/// Reopens the connection if it is closed. Errors are shown.
 void reconnect();
 
-/// Ends the program: closes and releases the connection and leaves the event loop.
+/// Closes and releases the connection and quits the event loop.
 void endProgram();
 
-/// What ends the event loop; a test records here.
+/// Hook that quits the event loop; replaced in tests.
 extern std::function<void()> endHook;
 
-/// The value of a look-up that is a procedure of its own: a failure is shown and gives an empty value.
+/// Returns the result of a look-up run under guarded. On an error, which is shown, a default value.
 template <class LookUp> auto lookedUp(const LookUp& lookUp) {
     decltype(lookUp()) value{};
     guarded([&] { value = lookUp(); });
     return value;
 }
 
-/// As findCustomer, for use on its own: a failure is shown and gives 0.
+/// As findCustomer, but shows an error and then returns 0.
 int toGetCustID(const QString& customerName);
 
-/// Places a form in the middle across and, at 0.85 of the height, a little above the middle.
+/// Centres a form horizontally, and vertically in the upper 85 % of the area.
 void toCenterForm(forms::Form& form);

@@ -9,13 +9,13 @@
 #include <QSvgRenderer>
 
 static void registerPictures() {
-    Q_INIT_RESOURCE(pictures); // a static library's resources do not register themselves
+    Q_INIT_RESOURCE(pictures); // resources in a static library are not registered automatically
 }
 
 namespace {
 
-/// Draws an SVG file at any size. Qt's own engine is a plugin, which each start would have to search for and
-/// load.
+/// Draws an SVG file at any size. Qt's own engine is a plugin; finding and loading it would slow down each
+/// start.
 class SvgIcon : public QIconEngine {
 public:
     explicit SvgIcon(QString path) : file(std::move(path)) {}

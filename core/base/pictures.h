@@ -3,5 +3,5 @@
 
 #include <QIcon>
 
-/// A picture that is built into the program, by its name without the ending.
+/// A built-in picture, by its file name without extension.
 QIcon picture(const QString& name);

@@ -16,7 +16,7 @@ void startReport(crystal::CrystalReport& report, const QString& file, const QStr
     report.WindowState = crystal::MaximizedWindow;
     for (int i = 0; i < further.size(); ++i)
         report.Formulas(i + 1) = further[i];
-    const auto forget = [&] { // the next report on this control may have none
+    const auto clearRun = [&] { // the next report may not set them
         report.SelectionFormula.clear();
         for (int i = 0; i < further.size(); ++i)
             report.Formulas(i + 1).clear();
@@ -24,14 +24,14 @@ void startReport(crystal::CrystalReport& report, const QString& file, const QStr
     try {
         report.setAction(crystal::RunReport);
     } catch (const Failure& failure) {
-        forget();
+        clearRun();
         if (cnnMain) {
             cnnMain->Errors().Clear();
             cnnMain->Errors().Add({failure.number(), failure.text()});
         }
         throw;
     }
-    forget();
+    clearRun();
 }
 
 QString toFormulaDate(const QString& dateText) {

@@ -5,12 +5,11 @@
 
 #include <QStringList>
 
-/// Runs a report: the layout of that name in the home directory, on the database beside the program,
-/// maximised. formulaName is what the layout calls the organisation's name. The selection and the further
-/// formulas, each "name='text'", hold for this run only. A failure is recorded in the errors of cnnMain,
-/// where the standard failure handler finds it, and is thrown on.
+/// Opens a report in a maximised window. Layout `file` and database are in the home directory. `formulaName`
+/// is the layout's formula for the organisation's name. The selection and the further formulas, each
+/// "name='text'", apply to this run only. Throws Failure, also recorded in the errors of cnnMain for guarded.
 void startReport(crystal::CrystalReport& report, const QString& file, const QString& formulaName,
                  const QString& title, const QString& selection = {}, const QStringList& further = {});
 
-/// A date for a selection: "date(2002,03,15)" from the text 15/03/2002.
+/// Converts dd/mm/yyyy for a selection: 15/03/2002 becomes "date(2002,03,15)".
 QString toFormulaDate(const QString& dateText);

@@ -10,36 +10,36 @@
 
 class QPoint;
 
-/// A hit of the search, as the form that shows it needs it.
+/// A search hit, as needed by the form that shows it.
 struct SearchHit {
     QString customer;
     QString date;  ///< dd/mm/yyyy
-    bool isAction; ///< of an improvement plan; else a survey's question or answer
+    bool isAction; ///< an improvement action; else a survey question or answer
 };
 
-/// What the forms use of the main window, which is the one that implements it.
+/// The forms' interface to the main window.
 class Shell {
 public:
     Shell(const Shell&) = delete;
     Shell& operator=(const Shell&) = delete;
 
-    /// The main window's; null before it is made and after it is gone.
+    /// The main window; null before it is created and after it is destroyed.
     static Shell* current() { return shell; }
 
-    /// The word in panel 1 of the status bar; an empty text clears it.
+    /// Shows a text in panel 1 of the status bar; an empty text clears it.
     virtual void showStatus(const QString& word) = 0;
     virtual int MousePointer() const = 0;
     virtual void setMousePointer(int shape) = 0;
     /// command: a forms::HelpRequest; context: the number of the topic.
     virtual void showHelp(int command, int context) = 0;
-    /// Shows the pop-up menu of an action at a position of the screen.
+    /// Opens the pop-up menu for improvement actions at a screen position.
     virtual void PopupMenu(const QPoint& globalPosition) = 0;
-    /// Opens the form that shows a hit. It finds the hit in hitToShow when it becomes active.
+    /// Opens the form that shows a hit. The form reads it from hitToShow when it becomes active.
     virtual void showHit(const SearchHit& hit) = 0;
     virtual const std::optional<SearchHit>& hitToShow() const = 0;
-    /// Runs the reports of the analyses.
+    /// The report control shared by the analyses.
     virtual crystal::CrystalReport& report() = 0;
-    /// The dialog for files, of all forms.
+    /// The file dialog shared by all forms.
     virtual forms::CommonDialog& fileDialog() = 0;
 
 protected:
@@ -50,8 +50,8 @@ private:
     inline static Shell* shell = nullptr;
 };
 
-/// Shows the word in the status bar; an empty text clears it. Nothing happens without a main window.
+/// Shows a text in the status bar; an empty text clears it. Does nothing without a main window.
 void showStatus(const QString& word);
 
-/// Opens the program's help on a form's topic. Nothing happens without a main window.
+/// Opens the help at a form's topic. Does nothing without a main window.
 void showHelpTopic(int helpContext);

@@ -3,8 +3,8 @@
 
 #include "platform/failure/failure.h"
 
-/// Ends a step that the data at hand do not allow; nothing of it is written. The sentence is shown by guarded
-/// under the program's usual title.
+/// Thrown when the stored data do not allow a step; nothing has been written. `guarded` shows the text in a
+/// message box.
 class Refusal : public Failure {
 public:
     using Failure::Failure;

@@ -12,7 +12,7 @@ QString strDatabasePath;
 
 namespace {
 
-QString ownHome;
+QString homeOverride;
 
 } // namespace
 
@@ -68,9 +68,9 @@ QDate toDate(const QString& text) {
 }
 
 QString homeDirectory() {
-    return ownHome.isEmpty() ? QCoreApplication::applicationDirPath() : ownHome;
+    return homeOverride.isEmpty() ? QCoreApplication::applicationDirPath() : homeOverride;
 }
 
 void setHomeDirectory(const QString& path) {
-    ownHome = path;
+    homeOverride = path;
 }

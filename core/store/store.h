@@ -12,40 +12,41 @@
 #include <optional>
 #include <vector>
 
-/// The one connection of the program. A form's procedure calls reconnect before it uses it; what has no
-/// window is called by such a procedure and throws Failure.
+/// The program's only connection. `guarded` opens it before it runs a form's procedure. Code without a window
+/// expects an open connection and throws Failure.
 extern std::unique_ptr<ado::Connection> cnnMain;
 
 /// Full path of the database file chosen at start-up.
 extern QString strDatabasePath;
 
-/// The connection's text: data source and password.
+/// The connection string: data source and password.
 QString connectionText();
 
-/// The text with every ' replaced by the typographic apostrophe; nothing when it holds none.
+/// Replaces every ' by the typographic apostrophe; nullopt if there is none.
 std::optional<QString> toFilterApostrophe(const QString& text);
 
-/// The text as it is stored: filtered when it holds an apostrophe, else as it is.
+/// The text as it is stored: every ' is replaced by the typographic apostrophe.
 QString toStoredText(const QString& text);
 
-/// Whether a select finds anything; nothing is locked afterwards. Throws Failure.
+/// Whether a select returns any rows. Holds no lock afterwards. Throws Failure.
 bool hasRecords(const QString& sql);
 
-/// The custid of the first customer of that name, or 0. The name goes into the statement unfiltered. Throws
+/// The custid of the first customer with that name; 0 if there is none. The name is not escaped. Throws
 /// Failure.
 int findCustomer(const QString& customerName);
 
-/// The custids of customers to write for, in the order of the names. Throws Refusal naming those that are
-/// not found, and Failure.
+/// The custids of the named customers, in the same order. Throws Refusal with the names that are not found,
+/// and Failure.
 std::vector<int> requireCustomers(const QStringList& names);
 
-/// A date for a statement: mm/dd/yyyy, to stand between # marks. Empty for no date, which the store refuses.
+/// A date for use between # marks in a statement: mm/dd/yyyy. Empty for an invalid date; such a statement
+/// fails.
 QString toSqlDate(const QDate& date);
 
-/// The date of a text dd/mm/yyyy; invalid for any other text.
+/// Parses dd/mm/yyyy; any other text returns an invalid date.
 QDate toDate(const QString& text);
 
-/// Where the database, the survey files, help and report layouts stand: the program's directory, unless set.
+/// The directory of the database, survey files, help and report layouts. Default: the program's directory.
 QString homeDirectory();
-/// Main sets what GAUGEWELL_HOME names, a test a home of its own. Empty: the directory of the program again.
+/// Set by Main from GAUGEWELL_HOME, and by tests. An empty path restores the default.
 void setHomeDirectory(const QString& path);

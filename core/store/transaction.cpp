@@ -18,7 +18,7 @@ Transaction::~Transaction() {
     try {
         cnnMain->RollbackTrans();
     } catch (const Failure&) {
-        // The store has rolled back by itself; what made it do so is what the user is told.
+        // The store has already rolled back; the user sees the error that caused it.
     }
     cnnMain->Errors() = errors;
 }

@@ -11,7 +11,7 @@ std::exception_ptr tryWriteTogether(const std::function<void()>& write) {
         write();
     } catch (const std::exception&) {
         if (!cnnMain->InTransaction())
-            throw; // the store has rolled back by itself
+            throw; // the store has rolled back
         failure = std::current_exception();
     }
     transaction.Commit();

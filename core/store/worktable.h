@@ -4,14 +4,13 @@
 #include <exception>
 #include <functional>
 
-/// Runs writes whose rows stay when a later one fails as one transaction on cnnMain, so that they cost one
-/// sync of the disk. Returns what ended them early, null when nothing did: what was written before it is
-/// committed. Throws when nothing of it stays: the transaction cannot be begun or committed, or the store has
-/// rolled it back by itself.
+/// Runs `write` in one transaction on cnnMain (one disk sync). If `write` throws, the rows written before are
+/// committed and the exception is returned; null on success. Throws if nothing was kept: the transaction
+/// could not be begun or committed, or the store rolled it back.
 std::exception_ptr tryWriteTogether(const std::function<void()>& write);
 
-/// Likewise, and throws what ended the writes early, once what was written before it is committed.
+/// Likewise, but rethrows the exception after the commit.
 void writeTogether(const std::function<void()>& write);
 
-/// The filling of a work table.
+/// Fills a work table: same as writeTogether.
 void fillWorkTable(const std::function<void()>& fill);

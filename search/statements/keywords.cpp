@@ -31,7 +31,7 @@ QString beginningOf(SearchPass pass) {
     return {};
 }
 
-/// What a hit takes from its source, in the order of the work table's fields.
+/// The source columns of a hit, in the order of the work table's fields.
 QString fieldsOf(SearchPass pass) {
     switch (pass) {
     case SearchPass::Objective:

@@ -3,19 +3,19 @@
 
 #include <QStringList>
 
-/// The most keywords that one search takes.
+/// Maximum number of keywords in one search.
 inline constexpr int mostKeywords = 10;
 
-/// Splits a text at each single blank, the only separator; two blanks in a row give an empty keyword. Throws
-/// Failure at the eleventh keyword.
+/// Splits a text at each blank, the only separator. Two blanks in a row, or an empty text, yield an empty
+/// keyword. Throws Failure if there are more than mostKeywords.
 QStringList keywordsOf(const QString& text);
 
-/// The sources of a search, in the order in which they are gone through.
+/// The sources of a search, in search order.
 enum class SearchPass { Objective, Descriptive, Action };
 
-/// The statement that finds what holds any of the keywords. They stand in it as they are.
+/// The select for the records that contain any of the keywords. The keywords are not escaped.
 QString searchSql(SearchPass pass, const QStringList& keywords);
 
-/// The statement that adds all hits of that one to the work table at once: row by row it would take many
-/// times as long as finding them.
+/// The statement that inserts all hits into the work table at once; inserting row by row takes many times as
+/// long.
 QString hitInsertion(SearchPass pass, const QStringList& keywords);
