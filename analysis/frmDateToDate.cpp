@@ -3,7 +3,7 @@
 
 #include "analysis/choices.h"
 #include "core/base/failure.h"
-#include "core/base/gblGlobal.h"
+#include "core/base/filllist.h"
 #include "core/base/reports.h"
 #include "core/base/shell.h"
 #include "core/store/worktable.h"
@@ -14,6 +14,17 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int helpContext = 8;
+
+/// Begins the row of an answer.
+void addAnswer(ado::Recordset& report, ado::Recordset& answer, bool isScore) {
+    report.AddNew();
+    report["responname"] = answer["respondentname"].Value();
+    report["question"] = answer["question"].Value();
+    report["Parameter"] = answer["parametername"].Value();
+    if (!answer["weightage"].IsNull())
+        report["wt"] = answer["weightage"].Value();
+    report["Type"] = isScore;
+}
 
 } // namespace
 
@@ -55,13 +66,10 @@ void frmDateToDate::toFillCustomerList() {
 void frmDateToDate::toFillSurveyDates() {
     guarded([this] {
         const int custid = findCustomer(ui->cmbCustomer->Text());
-        ado::Recordset survey;
-        survey.Open(u"select distinct(sdate) from survey where custid="_s + QString::number(custid) +
-                        u" order by sdate asc",
-                    *cnnMain);
-        ui->lstSurveyDate->Clear();
-        for (; !survey.Eof(); survey.MoveNext())
-            ui->lstSurveyDate->AddItem(survey["sdate"].Text());
+        fillList(*ui->lstSurveyDate,
+                 u"select distinct(sdate) from survey where custid="_s + QString::number(custid) +
+                     u" order by sdate asc",
+                 "sdate");
     });
 }
 
@@ -82,37 +90,22 @@ void frmDateToDate::toFillReporttable() {
 }
 
 void frmDateToDate::addScores(const QString& where) {
-    ado::Recordset answers;
-    answers.Open(u"select * from objquery"_s + where + u" and score <>0 order by parametername", *cnnMain);
-    ado::Recordset report;
-    report.Open(u"select * from report"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
+    ado::Recordset answers(u"select * from objquery"_s + where + u" and score <>0 order by parametername",
+                           *cnnMain);
+    ado::Recordset report(u"select * from report"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
     for (; !answers.Eof(); answers.MoveNext()) {
-        report.AddNew();
-        report["responname"] = answers["respondentname"].Value();
-        report["question"] = answers["question"].Value();
-        report["Parameter"] = answers["parametername"].Value();
+        addAnswer(report, answers, true);
         if (!answers["score"].IsNull())
             report["sc"] = answers["score"].Value();
-        if (!answers["weightage"].IsNull())
-            report["wt"] = answers["weightage"].Value();
-        report["Type"] = true;
         report.Update();
     }
 }
 
 void frmDateToDate::addReplies(const QString& where) {
-    ado::Recordset answers;
-    answers.Open(u"select * from descquery"_s + where + u" order by parametername", *cnnMain);
-    ado::Recordset report;
-    report.Open(u"select * from report"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
+    ado::Recordset answers(u"select * from descquery"_s + where + u" order by parametername", *cnnMain);
+    ado::Recordset report(u"select * from report"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
     for (; !answers.Eof(); answers.MoveNext()) {
-        report.AddNew();
-        report["responname"] = answers["respondentname"].Value();
-        report["question"] = answers["question"].Value();
-        report["Parameter"] = answers["parametername"].Value();
-        if (!answers["weightage"].IsNull())
-            report["wt"] = answers["weightage"].Value();
-        report["Type"] = false;
+        addAnswer(report, answers, false);
         report["Reply"] = answers["Description"].Value();
         report.Update();
     }

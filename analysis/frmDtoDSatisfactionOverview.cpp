@@ -80,11 +80,9 @@ QString frmDtoDSatisfactionOverview::within(const QString& field) const {
 }
 
 void frmDtoDSatisfactionOverview::addDescriptive() {
-    ado::Recordset answers;
-    answers.Open(u"select * from descquery"_s + within(u"surveydate"_s) + u" order by parametername",
-                 *cnnMain);
-    ado::Recordset rows;
-    rows.Open(u"select * from reporttable"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
+    ado::Recordset answers(
+        u"select * from descquery"_s + within(u"surveydate"_s) + u" order by parametername", *cnnMain);
+    ado::Recordset rows(u"select * from reporttable"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
     for (; !answers.Eof(); answers.MoveNext()) {
         addAnswer(rows, answers, u"Survey Descriptive"_s);
         rows["Type"] = answers["Description"].Value();
@@ -93,11 +91,9 @@ void frmDtoDSatisfactionOverview::addDescriptive() {
 }
 
 void frmDtoDSatisfactionOverview::addObjective() {
-    ado::Recordset answers;
-    answers.Open(u"select * from objquery"_s + within(u"surveydate"_s) + u" order by parametername",
-                 *cnnMain);
-    ado::Recordset rows;
-    rows.Open(u"select * from reporttable"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
+    ado::Recordset answers(u"select * from objquery"_s + within(u"surveydate"_s) + u" order by parametername",
+                           *cnnMain);
+    ado::Recordset rows(u"select * from reporttable"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
     for (; !answers.Eof(); answers.MoveNext()) {
         addAnswer(rows, answers, u"Survey Objective"_s);
         if (answers["score"].Text() != u"0")
@@ -107,10 +103,8 @@ void frmDtoDSatisfactionOverview::addObjective() {
 }
 
 void frmDtoDSatisfactionOverview::addActions() {
-    ado::Recordset actions;
-    actions.Open(u"select * from action"_s + within(u"date"_s), *cnnMain);
-    ado::Recordset rows;
-    rows.Open(u"select * from reporttable"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
+    ado::Recordset actions(u"select * from action"_s + within(u"date"_s), *cnnMain);
+    ado::Recordset rows(u"select * from reporttable"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
     for (; !actions.Eof(); actions.MoveNext()) {
         rows.AddNew();
         rows["question"] = actions["Action"].Value();

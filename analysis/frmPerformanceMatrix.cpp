@@ -25,7 +25,6 @@ constexpr int titleBar = 350;
 constexpr int roomForChart = 340; // pixels; minimum for a readable chart
 constexpr QSize printedSize{690, 436};
 constexpr QColor grey{0xC0, 0xC0, 0xC0};
-const QString title = u"Gaugewell v2.1"_s;
 
 QString twoDecimals(double value) {
     return QString::number(value, 'f', 2);
@@ -155,10 +154,9 @@ void frmPerformanceMatrix::toFillTable() {
 
 /// Reads the answers of the date in one pass; parameters are kept in order of their first answer.
 void frmPerformanceMatrix::fillMeans() {
-    ado::Recordset answers;
-    answers.Open(u"select * from scatter where custname='"_s + customer() + u"' and sdate=#" +
-                     toSqlDate(toDate(ui->lstSurveyDates->Text())) + u"# ",
-                 *cnnMain);
+    ado::Recordset answers(u"select * from scatter where custname='"_s + customer() + u"' and sdate=#" +
+                               toSqlDate(toDate(ui->lstSurveyDates->Text())) + u"# ",
+                           *cnnMain);
     const ado::Field parametername = answers["parametername"];
     const ado::Field weightage = answers["weightage"];
     const ado::Field score = answers["score"];
@@ -166,8 +164,7 @@ void frmPerformanceMatrix::fillMeans() {
     for (; !answers.Eof(); answers.MoveNext())
         groupOf(groups, parametername.Text()).answers.push_back({toRating(weightage), toRating(score)});
 
-    ado::Recordset scatter;
-    scatter.Open(u"select * from scattertable"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
+    ado::Recordset scatter(u"select * from scattertable"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
     for (const Group& group : groups) {
         const std::optional<MatrixMeans> means = matrixMeans(group.answers);
         if (!means)
@@ -183,11 +180,10 @@ void frmPerformanceMatrix::fillMeans() {
 
 void frmPerformanceMatrix::toDrawChart() {
     guarded([this] {
-        ado::Recordset scatter;
-        scatter.Open(u"select * from scattertable order by sc"_s, *cnnMain);
+        ado::Recordset scatter(u"select * from scattertable order by sc"_s, *cnnMain);
         if (scatter.Eof()) {
             forms::msgBox(u"No record(s) present to view Performance Matrix"_s, forms::style::information,
-                          title);
+                          titleWithVersion);
             shorten(frameHeight() + 200);
             ui->cmdPrint->hide();
             return;
@@ -238,8 +234,7 @@ void frmPerformanceMatrix::toDrawOnHiddenChart() {
 }
 
 void frmPerformanceMatrix::fillHiddenChart() {
-    ado::Recordset scatter;
-    scatter.Open(u"select * from scattertable order by sc"_s, *cnnMain);
+    ado::Recordset scatter(u"select * from scattertable order by sc"_s, *cnnMain);
     if (scatter.Eof())
         return;
     chart::MSChart& figures = *ui->mschartHidden;
@@ -255,8 +250,8 @@ void frmPerformanceMatrix::fillHiddenChart() {
 }
 
 void frmPerformanceMatrix::setGrid() {
-    ado::Recordset details;
-    details.Open(u"select CustName,Parameter,Wt,Sc from ScatterTable Order by PARAMETER"_s, *cnnMain);
+    ado::Recordset details(u"select CustName,Parameter,Wt,Sc from ScatterTable Order by PARAMETER"_s,
+                           *cnnMain);
     const QStringList headings{u"Customer"_s, u"Parameter"_s, u"Wt"_s, u"Sc"_s};
     forms::MSHFlexGrid& grid = *ui->MSHFlexGrid1;
     grid.setUpdatesEnabled(false);
@@ -311,7 +306,7 @@ QString frmPerformanceMatrix::pointText(int series, int point) const {
 }
 
 void frmPerformanceMatrix::mschart_PointActivated(int series, int point) {
-    guarded([&] { forms::msgBox(pointText(series, point), forms::style::information, title); });
+    guarded([&] { forms::msgBox(pointText(series, point), forms::style::information, titleWithVersion); });
 }
 
 void frmPerformanceMatrix::cmdPrint() {

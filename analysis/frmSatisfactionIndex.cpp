@@ -7,7 +7,7 @@
 #include "analysis/figures/satisfactionindex.h"
 #include "core/base/busy.h"
 #include "core/base/failure.h"
-#include "core/base/gblGlobal.h"
+#include "core/base/filllist.h"
 #include "core/base/reports.h"
 #include "core/base/shell.h"
 #include "core/store/worktable.h"
@@ -119,13 +119,9 @@ void frmSatisfactionIndex::toFillCustomername() {
 
 void frmSatisfactionIndex::toFillParameterName() {
     guarded([this] {
-        ado::Recordset parameters;
-        parameters.Open(u"select distinct(parametername) from responquery where custname='"_s + customer() +
-                            u"'",
-                        *cnnMain);
-        ui->lstParameter->Clear();
-        for (; !parameters.Eof(); parameters.MoveNext())
-            ui->lstParameter->AddItem(parameters["parametername"].Text());
+        fillList(*ui->lstParameter,
+                 u"select distinct(parametername) from responquery where custname='"_s + customer() + u"'",
+                 "parametername");
     });
 }
 
@@ -134,11 +130,7 @@ void frmSatisfactionIndex::toFillSurveyDateList() {
 }
 
 void frmSatisfactionIndex::toFillParameters() {
-    ado::Recordset parameters;
-    parameters.Open(u"select distinct(parameter) from mscharttry"_s, *cnnMain);
-    ui->lstParameter->Clear();
-    for (; !parameters.Eof(); parameters.MoveNext())
-        ui->lstParameter->AddItem(parameters["Parameter"].Text());
+    fillList(*ui->lstParameter, u"select distinct(parameter) from mscharttry"_s, "Parameter");
 }
 
 void frmSatisfactionIndex::cmdCustomerName_Click() {
@@ -164,7 +156,7 @@ void frmSatisfactionIndex::cmdView() {
         expand();
     } else {
         forms::msgBox(u"No record(s) present to evaluates Satisfaction Index"_s, forms::style::information,
-                      u"Gaugewell v2.1"_s);
+                      titleWithVersion);
         collapse();
     }
 }
@@ -203,10 +195,9 @@ void frmSatisfactionIndex::toFillTable() {
 void frmSatisfactionIndex::fillGroupsOf(const QString& parameter) {
     const QString from = toSqlDate(ui->dtFrom->Value());
     const QString to = toSqlDate(ui->dtTo->Value());
-    ado::Recordset answers;
-    answers.Open(u"select * from scatterqry where custname='"_s + customer() + u"' and surveydate between #" +
-                     from + u"# and  # " + to + u"# ",
-                 *cnnMain);
+    ado::Recordset answers(u"select * from scatterqry where custname='"_s + customer() +
+                               u"' and surveydate between #" + from + u"# and  # " + to + u"# ",
+                           *cnnMain);
     if (answers.Eof())
         return;
     answers.Close();
@@ -219,8 +210,7 @@ void frmSatisfactionIndex::fillGroupsOf(const QString& parameter) {
 }
 
 void frmSatisfactionIndex::fillLines(const std::vector<DateGroup>& groups) {
-    ado::Recordset line;
-    line.Open(u"select * from linetable"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
+    ado::Recordset line(u"select * from linetable"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
     for (const DateGroup& group : groups) {
         line.AddNew();
         line["custname"] = customer();
@@ -234,8 +224,7 @@ void frmSatisfactionIndex::fillLines(const std::vector<DateGroup>& groups) {
 bool frmSatisfactionIndex::toCheckIndexRecords() {
     bool found = false;
     guarded([&] {
-        ado::Recordset line;
-        line.Open(u"select * from linetable where sindex <> 0"_s, *cnnMain);
+        ado::Recordset line(u"select * from linetable where sindex <> 0"_s, *cnnMain);
         found = !line.Eof();
     });
     return found;
@@ -246,11 +235,10 @@ void frmSatisfactionIndex::toFillSurveyDateOrder() {
         const Busy busy(*this);
         fillWorkTable([] {
             cnnMain->Execute(u"delete * from surveydateorder"_s);
-            ado::Recordset order;
-            order.Open(u"select * from surveydateorder"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
-            ado::Recordset dates;
-            dates.Open(u"select distinct(sdate) from linetable where sindex <> 0 order by sdate asc"_s,
-                       *cnnMain);
+            ado::Recordset order(u"select * from surveydateorder"_s, *cnnMain,
+                                 ado::Recordset::Lock::Optimistic);
+            ado::Recordset dates(
+                u"select distinct(sdate) from linetable where sindex <> 0 order by sdate asc"_s, *cnnMain);
             for (int counter = 1; !dates.Eof(); dates.MoveNext(), ++counter) {
                 order.AddNew();
                 order["sdate"] = dates["sdate"].Value();
@@ -264,8 +252,8 @@ void frmSatisfactionIndex::toFillSurveyDateOrder() {
 int frmSatisfactionIndex::toGetRowOrder(const QDate& sdate) {
     int roworder = 0;
     guarded([&] {
-        ado::Recordset order;
-        order.Open(u"select * from surveydateorder where sdate=#"_s + toSqlDate(sdate) + u"#", *cnnMain);
+        ado::Recordset order(u"select * from surveydateorder where sdate=#"_s + toSqlDate(sdate) + u"#",
+                             *cnnMain);
         if (!order.Eof())
             roworder = order["roworder"].Value().toInt();
     });
@@ -275,8 +263,7 @@ int frmSatisfactionIndex::toGetRowOrder(const QDate& sdate) {
 void frmSatisfactionIndex::toPrepareChartRows() {
     guarded([this] {
         const Busy busy(*this);
-        ado::Recordset order;
-        order.Open(u"select * from surveydateorder order by roworder asc"_s, *cnnMain);
+        ado::Recordset order(u"select * from surveydateorder order by roworder asc"_s, *cnnMain);
         if (!order.Eof()) {
             ui->mschart->Refresh();
             ui->mschart->setRowCount(order.RecordCount());
@@ -308,10 +295,9 @@ void frmSatisfactionIndex::toDrawChart() {
 }
 
 void frmSatisfactionIndex::drawSeries(const QString& parameter, int series, chart::DataArray& cells) {
-    ado::Recordset line;
-    line.Open(u"select * from linetable where parameter='"_s + parameter +
-                  u"' and sindex <> 0 order by sdate asc",
-              *cnnMain);
+    ado::Recordset line(u"select * from linetable where parameter='"_s + parameter +
+                            u"' and sindex <> 0 order by sdate asc",
+                        *cnnMain);
     if (line.Eof())
         return;
     ui->mschart->setColumnCount(series);
@@ -326,8 +312,7 @@ void frmSatisfactionIndex::drawSeries(const QString& parameter, int series, char
 
 /// Dates along the axis, parameters in the legend.
 void frmSatisfactionIndex::labelChart() {
-    ado::Recordset dates;
-    dates.Open(u"select distinct(sdate) from surveydateorder order by sdate asc"_s, *cnnMain);
+    ado::Recordset dates(u"select distinct(sdate) from surveydateorder order by sdate asc"_s, *cnnMain);
     for (int counter = 1; !dates.Eof(); dates.MoveNext(), ++counter) {
         ui->mschart->setRow(counter);
         ui->mschart->setRowLabel(dates["sdate"].Text());

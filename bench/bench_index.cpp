@@ -119,8 +119,7 @@ frmSatisfactionIndex& chosen() {
 }
 
 QString storeSize() {
-    ado::Recordset all;
-    all.Open(u"select count(*) from feedbackobjective"_s, *cnnMain);
+    ado::Recordset all(u"select count(*) from feedbackobjective"_s, *cnnMain);
     return all.FieldAt(0).Text();
 }
 

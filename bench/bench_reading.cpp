@@ -56,8 +56,7 @@ bool connect(const QTemporaryDir& home) {
         !toCreateDSN(u"gwl"_s, strDatabasePath))
         return false;
     toOpenConnection();
-    ado::Recordset questions;
-    questions.Open(u"select * from questions"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
+    ado::Recordset questions(u"select * from questions"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
     for (int questionid = 1; questionid <= questionCount; ++questionid) {
         questions.AddNew();
         questions["Type"] = isScore(questionid);

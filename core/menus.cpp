@@ -109,7 +109,7 @@ void showContents() {
 void deleteActions() {
     frmImprovementPlan& form = frmImprovementPlan::instance();
     if (forms::msgBox(u"Do you want to delete"_s, forms::style::yesNo + forms::style::secondButton,
-                      u"Gaugewell v2.1"_s) == forms::Answer::Yes) {
+                      titleWithVersion) == forms::Answer::Yes) {
         form.toDeleteActionForSelectedCustomer();
         form.toFillListView();
     }

@@ -52,8 +52,7 @@ constexpr const char16_t* neededTables[] = {u"customer",
                                             u"action"};
 
 QStringList missingTables(ado::Connection& store) {
-    ado::Recordset records;
-    records.Open(u"select lower(name) as name from sqlite_master"_s, store);
+    ado::Recordset records(u"select lower(name) as name from sqlite_master"_s, store);
     QStringList present;
     for (; !records.Eof(); records.MoveNext())
         present << records["name"].Text();
@@ -66,8 +65,7 @@ QStringList missingTables(ado::Connection& store) {
 }
 
 bool isNewer(ado::Connection& store) {
-    ado::Recordset version;
-    version.Open(u"pragma user_version"_s, store);
+    ado::Recordset version(u"pragma user_version"_s, store);
     return version.FieldAt(0).Text().toInt() > schemaVersion;
 }
 

@@ -94,8 +94,7 @@ void frmLogDetails::toFillCustomerList() {
     guarded([this] {
         const QString chosen = chosenCustomer();
         QStringList names;
-        ado::Recordset customer;
-        customer.Open(u"select * from customer"_s, *cnnMain);
+        ado::Recordset customer(u"select * from customer"_s, *cnnMain);
         for (; !customer.Eof(); customer.MoveNext())
             names << customer["custname"].Text();
         QStringList listed;
@@ -119,8 +118,7 @@ void frmLogDetails::toFillListView() {
     guarded(u"Error :"_s, [this] {
         ui->lsvDtls->Clear();
         std::vector<QStringList> files;
-        ado::Recordset log;
-        log.Open(u"select * from log where custname='"_s + chosenCustomer() + u"'", *cnnMain);
+        ado::Recordset log(u"select * from log where custname='"_s + chosenCustomer() + u"'", *cnnMain);
         for (; !log.Eof(); log.MoveNext()) {
             files.push_back({log["xlsfilename"].Text(), log["sdate"].Text(), log["respname"].Text(),
                              readInWord(log["Status"].Value())});
@@ -137,9 +135,8 @@ void frmLogDetails::toWriteStandardMessage() {
     guarded([this] {
         const QString text = frmMessage::instance().txtMessage()->toPlainText();
         const QString custid = QString::number(requireCustomers({chosenCustomer()}).front());
-        ado::Recordset standard;
-        standard.Open(u"select * from standardmessage where customerid="_s + custid, *cnnMain,
-                      ado::Recordset::Lock::Optimistic);
+        ado::Recordset standard(u"select * from standardmessage where customerid="_s + custid, *cnnMain,
+                                ado::Recordset::Lock::Optimistic);
         if (standard.Eof())
             standard.AddNew();
         standard["customerid"] = custid;

@@ -69,9 +69,8 @@ void frmReading::lstXlsFiles_Click() {
     if (ui->lstXlsFiles->SelCount() != 1)
         return;
     guarded([this] {
-        ado::Recordset log;
-        log.Open(u"select * from log where "_s + conditionOfTitle(titleOf(ui->lstXlsFiles->Text())),
-                 *cnnMain);
+        ado::Recordset log(u"select * from log where "_s + conditionOfTitle(titleOf(ui->lstXlsFiles->Text())),
+                           *cnnMain);
         if (log.Eof())
             return;
         ui->lblCustName->setText(log["custname"].Text());

@@ -27,9 +27,8 @@ void frmSetting::onLoad() {
 
 void frmSetting::toSaveSetting() {
     guarded([this] {
-        ado::Recordset setting;
-        setting.Open(u"select * from setting where setting='UserDefine'"_s, *cnnMain,
-                     ado::Recordset::Lock::Optimistic);
+        ado::Recordset setting(u"select * from setting where setting='UserDefine'"_s, *cnnMain,
+                               ado::Recordset::Lock::Optimistic);
         setting["checkeduser"] = ui->opnUserDefined->isChecked();
         setting.Update();
     });

@@ -13,17 +13,16 @@ bool Mailer::toTestMailKey() {
     strFound = mapi::hasClient();
     if (!strFound)
         forms::msgBox(u"Cannot send E-Mail....There is no Default Mail Client Installed on your PC..."_s,
-                      forms::style::critical, u"Gaugewell v2.1"_s);
+                      forms::style::critical, titleWithVersion);
     return strFound;
 }
 
 QString Mailer::toGetStandardMessage(const QString& customerName) const {
     QString message;
     guarded([&] {
-        ado::Recordset standard;
-        standard.Open(u"select * from standardmessage where customerid="_s +
-                          QString::number(toGetCustID(customerName)),
-                      *cnnMain);
+        ado::Recordset standard(u"select * from standardmessage where customerid="_s +
+                                    QString::number(toGetCustID(customerName)),
+                                *cnnMain);
         if (!standard.Eof())
             message = standard["standardmessage"].Text().trimmed();
     });
@@ -33,10 +32,9 @@ QString Mailer::toGetStandardMessage(const QString& customerName) const {
 QString Mailer::toGetEmailId(const QString& respondentName, int custid) const {
     QString address;
     guarded([&] {
-        ado::Recordset respondent;
-        respondent.Open(u"select * from respondent where respondentname='"_s + respondentName +
-                            u"' and custid=" + QString::number(custid),
-                        *cnnMain);
+        ado::Recordset respondent(u"select * from respondent where respondentname='"_s + respondentName +
+                                      u"' and custid=" + QString::number(custid),
+                                  *cnnMain);
         if (!respondent.Eof())
             address = respondent["emailid"].Text();
     });

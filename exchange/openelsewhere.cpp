@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "exchange/openelsewhere.h"
 
+#include "core/base/gblGlobal.h"
 #include "platform/forms/msgbox.h"
 
 #include <QDir>
@@ -27,5 +28,5 @@ bool mayUseFile(const QString& path) {
                              u" seems to be open in a spreadsheet program. What has been typed there and not "
                              "been saved is missing in it. Go on all the same?",
                          style::yesNo + style::information + style::secondButton,
-                         u"Gaugewell v2.1"_s) == forms::Answer::Yes;
+                         titleWithVersion) == forms::Answer::Yes;
 }

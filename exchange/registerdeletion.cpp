@@ -54,8 +54,7 @@ bool deleteSurveyFiles(const QStringList& fileNames, forms::CommonDialog& dialog
         for (const QString& next : fileNames) {
             fileName = next;
             if (forms::msgBox(u"Are you sure you want to delete the Survey File - "_s + fileName,
-                              style::yesNo + style::secondButton,
-                              u"Gaugewell v2.1"_s) == forms::Answer::Yes &&
+                              style::yesNo + style::secondButton, titleWithVersion) == forms::Answer::Yes &&
                 mayUseFile(homePath(fileName)))
                 deleteFile(fileName, homePath(fileName));
             else

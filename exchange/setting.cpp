@@ -9,8 +9,8 @@ using namespace Qt::StringLiterals;
 bool toGetSetting() {
     bool userDefined = false;
     guarded([&] {
-        ado::Recordset setting;
-        setting.Open(u"select * from setting where setting='UserDefine' and checkeduser=True"_s, *cnnMain);
+        ado::Recordset setting(u"select * from setting where setting='UserDefine' and checkeduser=True"_s,
+                               *cnnMain);
         userDefined = !setting.Eof();
     });
     return userDefined;

@@ -23,11 +23,6 @@ namespace style = forms::style;
 
 namespace {
 
-const QString& title() {
-    static const QString text = u"Gaugewell v2.1"_s;
-    return text;
-}
-
 class SurveyExport {
 public:
     explicit SurveyExport(const ExportRequest& exported) : request(exported), survey(exported.survey) {}
@@ -80,7 +75,7 @@ bool SurveyExport::mayOverwrite() const {
                              u" for Survey Date - " + survey.date + u"....Do you want to overwrite?\r\n" +
                              otherOwners(),
                          style::yesNo + style::information + style::secondButton,
-                         title()) == forms::Answer::Yes &&
+                         titleWithVersion) == forms::Answer::Yes &&
            mayUseFile(path());
 }
 
@@ -137,7 +132,7 @@ bool SurveyExport::askForName() {
             cmnDlg.FileTitle.clear();
         }
         if (cmnDlg.FileTitle.trimmed().isEmpty()) {
-            forms::msgBox(u"Survey File Export cancelled..."_s, style::information, title());
+            forms::msgBox(u"Survey File Export cancelled..."_s, style::information, titleWithVersion);
             return false;
         }
         // The register's statements take no plain apostrophe, so the file name has none either.
@@ -149,7 +144,7 @@ bool SurveyExport::askForName() {
             return true;
         }
         forms::msgBox(u"Duplicate Survey File...Cannot Save Duplicate Survey File..."_s, style::critical,
-                      title());
+                      titleWithVersion);
     }
 }
 
@@ -179,6 +174,6 @@ ExportResult exportSurvey(const ExportRequest& request) {
 
 void offerToView(const QString& fileName) {
     if (forms::msgBox(u"Survey File Exported...Do you want to view the file? "_s,
-                      style::yesNo + style::information, title()) == forms::Answer::Yes)
+                      style::yesNo + style::information, titleWithVersion) == forms::Answer::Yes)
         guarded([&] { viewWorkbook(homePath(fileName)); });
 }

@@ -82,11 +82,10 @@ bool AnswerGrid::showQuestions(const SurveyKey& survey) {
     shown = survey;
     if (shown.respondentid == 0)
         return false;
-    ado::Recordset questions;
-    questions.Open(u"select * from responquery where  respondentid="_s + QString::number(shown.respondentid) +
-                       u" and custid=" + QString::number(shown.custid) + u" and sdate=#" +
-                       toSqlDate(shown.date) + u"#",
-                   *cnnMain);
+    ado::Recordset questions(
+        u"select * from responquery where  respondentid="_s + QString::number(shown.respondentid) +
+            u" and custid=" + QString::number(shown.custid) + u" and sdate=#" + toSqlDate(shown.date) + u"#",
+        *cnnMain);
     if (questions.Eof())
         return false;
     fill(questions);
@@ -115,10 +114,10 @@ QString AnswerGrid::answerQuery(int row, const QString& questionid) const {
 }
 
 QString AnswerGrid::toGetQuestionID(const QString& question) const {
-    ado::Recordset questions;
-    questions.Open(u"select * from responquery where question='"_s + question + u"' and custid=" +
-                       QString::number(shown.custid) + u" and sdate=#" + toSqlDate(shown.date) + u"#",
-                   *cnnMain);
+    ado::Recordset questions(u"select * from responquery where question='"_s + question + u"' and custid=" +
+                                 QString::number(shown.custid) + u" and sdate=#" + toSqlDate(shown.date) +
+                                 u"#",
+                             *cnnMain);
     return questions.Eof() ? QString() : questions["questionid"].Text();
 }
 
@@ -160,8 +159,7 @@ void AnswerGrid::saveRow(int row) {
     if (questionid.isEmpty() || shown.surveyid == 0)
         throw Refusal(u"“%1” has left this survey. The answers above it have been saved, this one and those "
                       "below have not."_s.arg(cell(row, feedbackcolumn::question)));
-    ado::Recordset answer;
-    answer.Open(answerQuery(row, questionid), *cnnMain, ado::Recordset::Lock::Optimistic);
+    ado::Recordset answer(answerQuery(row, questionid), *cnnMain, ado::Recordset::Lock::Optimistic);
     const bool isNew = answer.Eof();
     if (isNew)
         answer.AddNew();

@@ -3,7 +3,7 @@
 
 #include "core/base/busy.h"
 #include "core/base/failure.h"
-#include "core/base/gblGlobal.h"
+#include "core/base/filllist.h"
 #include "core/base/shell.h"
 #include "core/store/worktable.h"
 #include "exchange/files/filenames.h"
@@ -99,7 +99,7 @@ void frmFeedBackObj::showHitGone() {
     if (ui->cmbCusName->ListIndex() == -1)
         ui->lstRespname->Clear();
     showNothing();
-    forms::msgBox(u"The survey of this hit is no longer there."_s, style::information, u"Gaugewell v2.1"_s);
+    forms::msgBox(u"The survey of this hit is no longer there."_s, style::information, titleWithVersion);
 }
 
 void frmFeedBackObj::toSetWidthForGrid() {
@@ -115,24 +115,16 @@ SurveyContext frmFeedBackObj::chosen() const {
 }
 
 bool frmFeedBackObj::toFillcmbCustomername() {
-    return guarded([this] {
-        ado::Recordset customer;
-        customer.Open(u"select * from customer"_s, *cnnMain);
-        ui->cmbCusName->Clear();
-        for (; !customer.Eof(); customer.MoveNext())
-            ui->cmbCusName->AddItem(customer["custname"].Text());
-    });
+    return guarded([this] { fillList(*ui->cmbCusName, u"select * from customer"_s, "custname"); });
 }
 
 void frmFeedBackObj::toFillListView() {
     guarded(u"Error :"_s, [this] {
         ui->lstSurveyDates->Clear();
-        ado::Recordset survey;
-        survey.Open(u"select distinct(sdate) as surveydate from responquery where custid="_s +
-                        QString::number(findCustomer(ui->cmbCusName->Text())),
-                    *cnnMain);
-        for (; !survey.Eof(); survey.MoveNext())
-            ui->lstSurveyDates->AddItem(survey["surveydate"].Text());
+        fillList(*ui->lstSurveyDates,
+                 u"select distinct(sdate) as surveydate from responquery where custid="_s +
+                     QString::number(findCustomer(ui->cmbCusName->Text())),
+                 "surveydate");
     });
 }
 
@@ -140,10 +132,8 @@ void frmFeedBackObj::toFilllstRespondentName() {
     guarded([this] {
         ui->lstRespname->Clear();
         const int custid = findCustomer(ui->cmbCusName->Text());
-        ado::Recordset respondent;
-        respondent.Open(u"select * from respondent where custid="_s + QString::number(custid), *cnnMain);
-        for (; !respondent.Eof(); respondent.MoveNext())
-            ui->lstRespname->AddItem(respondent["respondentname"].Text());
+        fillList(*ui->lstRespname, u"select * from respondent where custid="_s + QString::number(custid),
+                 "respondentname");
     });
 }
 
@@ -214,8 +204,7 @@ void frmFeedBackObj::tofillscoreandweightage() {
 void frmFeedBackObj::cmdSave_Click() {
     Busy busy(*this);
     if (answers->hasBlankQuestion()) {
-        forms::msgBox(u"Cannot Save.....Question details are missing"_s, style::critical,
-                      u"Gaugewell v2.1"_s);
+        forms::msgBox(u"Cannot Save.....Question details are missing"_s, style::critical, titleWithVersion);
     } else if (ui->lstRespname->ListCount() > 0) {
         busy.say(u"Saving....."_s);
         toSaveDtls();
@@ -278,7 +267,7 @@ void frmFeedBackObj::toreadFromXlsFile() {
     } else if (!blnLog) {
         forms::msgBox(
             u"There is no Survey File Exported for the Selected Repondent and Selected Survey Date..."_s,
-            style::information, u"Gaugewell v2.1"_s);
+            style::information, titleWithVersion);
     } else {
         toLocateXlsFile();
     }

@@ -4,7 +4,7 @@
 #include "core/base/backup.h"
 #include "core/base/busy.h"
 #include "core/base/failure.h"
-#include "core/base/gblGlobal.h"
+#include "core/base/filllist.h"
 #include "core/base/shell.h"
 #include "core/store/transaction.h"
 #include "platform/forms/clock.h"
@@ -91,18 +91,13 @@ void frmImprovementPlan::onActivate() {
     } else {
         ui->lsvDtls->Clear();
         forms::msgBox(u"The customer of this hit is no longer there."_s, forms::style::information,
-                      u"Gaugewell v2.1"_s);
+                      titleWithVersion);
     }
 }
 
 bool frmImprovementPlan::toFilllstCustomername() {
-    return guarded([this] {
-        ado::Recordset customer;
-        customer.Open(u"select * from customer order by custname asc"_s, *cnnMain);
-        ui->lstCusName->Clear();
-        for (; !customer.Eof(); customer.MoveNext())
-            ui->lstCusName->AddItem(customer["custname"].Text());
-    });
+    return guarded(
+        [this] { fillList(*ui->lstCusName, u"select * from customer order by custname asc"_s, "custname"); });
 }
 
 QString frmImprovementPlan::currentCustomer() const {
@@ -187,8 +182,7 @@ void frmImprovementPlan::cmdSave_Click() {
     Busy busy(*this);
     if (ui->lstCusName->ListCount() > 0) {
         if (ui->txtDescription->text().trimmed().isEmpty()) {
-            forms::msgBox(u"Enter the description to save......."_s, forms::style::okOnly,
-                          u"Gaugewell v2.1"_s);
+            forms::msgBox(u"Enter the description to save......."_s, forms::style::okOnly, titleWithVersion);
         } else {
             busy.say(u"Saving....."_s);
             toSaveActionDtls();
@@ -212,10 +206,9 @@ void frmImprovementPlan::toSaveActionDtls() {
 }
 
 QString frmImprovementPlan::toGetActionID(const QString& customerName) const {
-    ado::Recordset action;
-    action.Open(u"select * from action where custname='"_s + customerName + u"' and date =#" +
-                    toSqlDate(ui->dtdate->Value()) + u"#",
-                *cnnMain);
+    ado::Recordset action(u"select * from action where custname='"_s + customerName + u"' and date =#" +
+                              toSqlDate(ui->dtdate->Value()) + u"#",
+                          *cnnMain);
     return action.Eof() ? QString() : action["actionid"].Text();
 }
 
@@ -225,8 +218,8 @@ void frmImprovementPlan::saveActionOf(const QString& customerName) {
     QString known = u"date=# "_s + toSqlDate(ui->dtdate->Value()) + u"# and customerid =" + custid;
     if (!actionid.isEmpty())
         known = u"actionid="_s + actionid + u" and " + known;
-    ado::Recordset plan;
-    plan.Open(u"select * from actionplan where "_s + known, *cnnMain, ado::Recordset::Lock::Optimistic);
+    ado::Recordset plan(u"select * from actionplan where "_s + known, *cnnMain,
+                        ado::Recordset::Lock::Optimistic);
     if (plan.Eof()) {
         plan.AddNew();
         plan["customerid"] = custid;
@@ -240,10 +233,9 @@ void frmImprovementPlan::saveActionOf(const QString& customerName) {
 
 void frmImprovementPlan::toFillListView() {
     const bool filled = guarded(u"Error :"_s, [this] {
-        ado::Recordset action;
-        action.Open(u"select * from action where customerid="_s + custidOf(currentCustomer()) +
-                        u" order by date",
-                    *cnnMain);
+        ado::Recordset action(u"select * from action where customerid="_s + custidOf(currentCustomer()) +
+                                  u" order by date",
+                              *cnnMain);
         std::vector<QStringList> rows;
         for (; !action.Eof(); action.MoveNext()) {
             const QVariant status = action["Status"].Value();
@@ -263,10 +255,9 @@ void frmImprovementPlan::torefreshOnCustomerNameClick() {
         ui->dttargetDate->setValue(forms::today());
     };
     const bool read = guarded([&] {
-        ado::Recordset action;
-        action.Open(u"select * from action where customerid="_s + custidOf(currentCustomer()) +
-                        u" and date=#" + toSqlDate(ui->dtdate->Value()) + u"#",
-                    *cnnMain);
+        ado::Recordset action(u"select * from action where customerid="_s + custidOf(currentCustomer()) +
+                                  u" and date=#" + toSqlDate(ui->dtdate->Value()) + u"#",
+                              *cnnMain);
         if (action.Eof()) {
             showNone();
             return;
@@ -286,10 +277,9 @@ void frmImprovementPlan::toupdateStatus() {
         Transaction transaction;
         for (const int custid : requireCustomers(chosenCustomers())) {
             for (const QDate& date : dates) {
-                ado::Recordset plan;
-                plan.Open(u"select * from actionplan where customerid ="_s + QString::number(custid) +
-                              u" and date=# " + toSqlDate(date) + u"#",
-                          *cnnMain, ado::Recordset::Lock::Optimistic);
+                ado::Recordset plan(u"select * from actionplan where customerid ="_s +
+                                        QString::number(custid) + u" and date=# " + toSqlDate(date) + u"#",
+                                    *cnnMain, ado::Recordset::Lock::Optimistic);
                 if (plan.Eof())
                     continue;
                 plan["Status"] = intStatus == complete;

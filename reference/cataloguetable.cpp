@@ -55,8 +55,7 @@ void CatalogueTable::append() {
 /// Returns false and leaves the grid unchanged if there are no records. The cursor follows the current row's
 /// key, since a reload may change its position.
 bool CatalogueTable::fill(const QString& sql) {
-    ado::Recordset records;
-    records.Open(sql, *cnnMain);
+    ado::Recordset records(sql, *cnnMain);
     if (records.Eof())
         return false;
     const QString currentKey = key();
@@ -132,8 +131,7 @@ bool CatalogueTable::save() {
 /// Returns the key of the stored row. Skipped rows keep their key.
 QString CatalogueTable::saveRow(int row) {
     const bool isNew = key(row).isEmpty();
-    ado::Recordset record;
-    record.Open(selectFor(row), *cnnMain, ado::Recordset::Lock::Optimistic);
+    ado::Recordset record(selectFor(row), *cnnMain, ado::Recordset::Lock::Optimistic);
     if (record.Eof() != isNew)
         return key(row);
     if (isNew)

@@ -173,7 +173,7 @@ void frmCustomer::toSaveRespondentDetails() {
     }
     msgBox(u"The respondents of this customer could not be read. Click the customer to read them. Nothing "
            "has been saved."_s,
-           style::information, u"Gaugewell v2.1"_s);
+           style::information, titleWithVersion);
 }
 
 /// With a single new row, the current row's texts are checked for a duplicate; with several, each row's own.
@@ -225,7 +225,7 @@ void frmCustomer::toDeleteRespondentDetails() {
 
 void frmCustomer::cmdAddCustomer() {
     if (findBlank(ui->grdCustomerDtls, 1) > 0) {
-        msgBox(u"Customer Name Cannot be left blank....Error"_s, style::critical, u"Gaugewell v2.1"_s);
+        msgBox(u"Customer Name Cannot be left blank....Error"_s, style::critical, titleWithVersion);
         customers->editFirst(); // on the current row, which may not be the blank one
         return;
     }
@@ -265,7 +265,7 @@ void frmCustomer::cmdSaveRespondent() {
     if (!checkDesignations())
         return;
     if (customers->cell(ui->grdCustomerDtls->Row(), 1).trimmed().isEmpty()) {
-        msgBox(u"Select a Customer to Add Respondent(s)"_s, style::noIcon, u"Gaugewell v2.1"_s);
+        msgBox(u"Select a Customer to Add Respondent(s)"_s, style::noIcon, titleWithVersion);
         return;
     }
     busy.say(u"Saving Respondent......"_s);

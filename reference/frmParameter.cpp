@@ -153,7 +153,7 @@ void frmParameter::toSaveQuestionDetails() {
     }
     msgBox(u"The questions of this parameter could not be read. Click the parameter to read them. Nothing "
            "has been saved."_s,
-           style::information, u"Gaugewell v2.1"_s);
+           style::information, titleWithVersion);
 }
 
 QString frmParameter::questionSelect(int row) const {
@@ -177,7 +177,7 @@ bool frmParameter::confirmDeletion(const QString& paramid) {
     return questions->key(1).isEmpty() ||
            (hasRecords(u"select * from questions where paramid="_s + paramid) &&
             msgBox(u"Deleting of parameter will delete all the Corresponding records"_s,
-                   style::okCancel + style::secondButton, u"Gaugewell v2.1"_s) == forms::Answer::Ok);
+                   style::okCancel + style::secondButton, titleWithVersion) == forms::Answer::Ok);
 }
 
 void frmParameter::toDeleteparameter() {
@@ -213,7 +213,7 @@ void frmParameter::toDeleteQuestionDetails() {
 }
 
 void frmParameter::cmdAddParameter() {
-    if (!parameters->check(1, u"Parameter Name Cannot be left blank....Error"_s, u"Gaugewell v2.1"_s))
+    if (!parameters->check(1, u"Parameter Name Cannot be left blank....Error"_s, titleWithVersion))
         return;
     const Busy busy(*this, u"Adding Parameter....."_s);
     cmdSaveParameter();
@@ -221,7 +221,7 @@ void frmParameter::cmdAddParameter() {
 }
 
 void frmParameter::cmdSaveParameter() {
-    if (!parameters->check(1, u"Parameter Name cannot be left blank....Error"_s, u"Gaugewell v2.1"_s))
+    if (!parameters->check(1, u"Parameter Name cannot be left blank....Error"_s, titleWithVersion))
         return;
     const Busy busy(*this, u"Saving Parameter ....."_s);
     toSaveParameterDtls();
@@ -236,7 +236,7 @@ void frmParameter::cmdDeleteParameter() {
 }
 
 void frmParameter::cmdAddQuestion() {
-    if (!questions->check(1, u"Question Cannot be left blank....Error"_s, u"Gaugewell v2.1"_s))
+    if (!questions->check(1, u"Question Cannot be left blank....Error"_s, titleWithVersion))
         return;
     showStatus(u"Adding Question....."_s);
     cmdSaveQuestion();
@@ -245,7 +245,7 @@ void frmParameter::cmdAddQuestion() {
 }
 
 void frmParameter::cmdSaveQuestion() {
-    if (!questions->check(1, u"Question name cannot be left blank...Error"_s, u"Gaugewell v2.1"_s))
+    if (!questions->check(1, u"Question name cannot be left blank...Error"_s, titleWithVersion))
         return;
     showStatus(u"Saving Question....."_s);
     toSaveQuestionDetails();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "reference/grideditor.h"
 
+#include "core/base/gblGlobal.h"
 #include "platform/forms/celltip.h"
 #include "platform/forms/flexgrid.h"
 #include "platform/forms/msgbox.h"
@@ -201,7 +202,7 @@ void GridEditor::paste(const QString& text) {
     if (length > box->maxLength())
         forms::msgBox(u"With the pasted text the cell would hold %1 characters; it takes %2. Nothing has "
                       "been pasted."_s.arg(QString::number(length), QString::number(box->maxLength())),
-                      forms::style::information, u"Gaugewell v2.1"_s);
+                      forms::style::information, titleWithVersion);
     else
         box->insert(clean);
 }
@@ -229,7 +230,7 @@ bool GridEditor::mayReplace(const std::vector<QStringList>& block) const {
            forms::msgBox(
                u"Other cells whose texts the pasted block would replace: %1. Replace them?"_s.arg(replaced),
                forms::style::yesNo + forms::style::secondButton + forms::style::information,
-               u"Gaugewell v2.1"_s) == forms::Answer::Yes;
+               titleWithVersion) == forms::Answer::Yes;
 }
 
 void GridEditor::pasteBlock(const std::vector<QStringList>& rows) {
@@ -246,7 +247,7 @@ void GridEditor::pasteBlock(const std::vector<QStringList>& rows) {
                               "column %3. Nothing has been pasted."_s.arg(
                                   withoutControlCharacters(cell).left(80), QString::number(row),
                                   QString::number(firstCol + texts.size())),
-                              forms::style::information, u"Gaugewell v2.1"_s);
+                              forms::style::information, titleWithVersion);
                 return;
             }
             texts << *text;

@@ -101,8 +101,7 @@ void frmSearch::toSplitKeywords() {
 void frmSearch::toFillListView() {
     guarded(u"Error :"_s, [this] {
         ui->lsvDtls->Clear();
-        ado::Recordset search;
-        search.Open(u"select * from search"_s, *cnnMain);
+        ado::Recordset search(u"select * from search"_s, *cnnMain);
         const ado::Field fields[] = {search["sdate"], search["Desc"], search["custname"], search["tablename"],
                                      search["Id"]};
         std::vector<QStringList> hits;
@@ -133,8 +132,8 @@ void frmSearch::jump() {
 void frmSearch::toOpenSearchHit(const QString& id, const QString& tablename) {
     bool isThere = false;
     const bool opened = guarded(u"Error :"_s, [&] {
-        ado::Recordset search;
-        search.Open(u"select * from search where tablename='"_s + tablename + u"' and ID=" + id, *cnnMain);
+        ado::Recordset search(u"select * from search where tablename='"_s + tablename + u"' and ID=" + id,
+                              *cnnMain);
         isThere = !search.Eof();
         if (!isThere)
             return;

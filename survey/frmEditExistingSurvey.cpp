@@ -72,10 +72,10 @@ void frmEditExistingSurvey::lstSurvetDates_Click() {
 
 bool frmEditExistingSurvey::mayAdd() {
     if (ui->lstSurvetDates->ListCount() == 0)
-        msgBox(u"No Survey Date available......"_s, style::noIcon, u"Gaugewell v2.1"_s);
+        msgBox(u"No Survey Date available......"_s, style::noIcon, titleWithVersion);
     else if (ui->lstSurvetDates->SelCount() == 0)
         msgBox(u"No Survey Date selected......Select one and proceed....."_s, style::noIcon,
-               u"Gaugewell v2.1"_s);
+               titleWithVersion);
     else
         return true;
     return false;
@@ -96,11 +96,11 @@ void frmEditExistingSurvey::importSurvey() {
         blnExistingSurvey = false;
         frmPasteSurvey::copyInto(context());
     } else if (ui->lstRespondent->ListCount() == 0) {
-        msgBox(u"No Respondent name present to Edit Survey"_s, style::critical, u"Gaugewell v2.1"_s);
+        msgBox(u"No Respondent name present to Edit Survey"_s, style::critical, titleWithVersion);
     } else {
         msgBox(u"No Survey Date available for the Selected Respondent...Import from other survey cannot be "
                "performed.."_s,
-               style::critical, u"Gaugewell v2.1"_s);
+               style::critical, titleWithVersion);
     }
 }
 
@@ -114,7 +114,7 @@ void frmEditExistingSurvey::lstSurvetDates_KeyDown(int key) {
         const SurveyContext survey = context();
         if (msgBox(u"You are about to delete the survey dated "_s + survey.date + u" for Customer - " +
                        survey.customer + u"\r\nAre you sure you want to delete...?",
-                   style::yesNo + style::secondButton, u"Gaugewell v2.1"_s) == forms::Answer::No) {
+                   style::yesNo + style::secondButton, titleWithVersion) == forms::Answer::No) {
             word.say(u"Deletion Cancelled...."_s);
         } else if (hasQuestions()) {
             toDeleteSurvey();
@@ -133,10 +133,9 @@ void frmEditExistingSurvey::toDeleteSurvey() {
         const SurveyKey survey = requireSurveyKey(context()); // before the copy
         backUpBeforeLoss();
         Transaction transaction;
-        ado::Recordset responquery;
-        responquery.Open(u"select * from responquery where sdate=#"_s + toSqlDate(survey.date) +
-                             u"# and custid=" + QString::number(survey.custid),
-                         *cnnMain);
+        ado::Recordset responquery(u"select * from responquery where sdate=#"_s + toSqlDate(survey.date) +
+                                       u"# and custid=" + QString::number(survey.custid),
+                                   *cnnMain);
         if (!responquery.Eof())
             deleteQuestionnaire(survey, responquery["surveyid"].Text(),
                                 responquery.RecordCount() == grid().count());

@@ -128,8 +128,8 @@ bool frmPasteSurvey::toSaveTheCopyDetails() {
         if (source.surveyid == 0)
             throw Refusal(u"The survey to import is no longer in the database. Nothing has been changed."_s);
         cnnMain->Execute(u"delete * from copydetails"_s);
-        ado::Recordset copydetails;
-        copydetails.Open(u"select * from copydetails"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
+        ado::Recordset copydetails(u"select * from copydetails"_s, *cnnMain,
+                                   ado::Recordset::Lock::Optimistic);
         copydetails.AddNew();
         copydetails["custid"] = copy.custid;
         copydetails["sdate"] = copy.date;
@@ -142,8 +142,7 @@ bool frmPasteSurvey::toSaveTheCopyDetails() {
 
 void frmPasteSurvey::toPasteCopyDetails() {
     guarded([this] {
-        ado::Recordset copydetails;
-        copydetails.Open(u"select * from copydetails"_s, *cnnMain);
+        ado::Recordset copydetails(u"select * from copydetails"_s, *cnnMain);
         if (copydetails.Eof())
             return;
         copydetails.Close();
@@ -155,7 +154,7 @@ void frmPasteSurvey::cmdPaste() {
     const Busy busy(*this);
     if (grid().at(1).parameter.trimmed().isEmpty()) {
         if (ui->lstSurvetDates->SelCount() == 0)
-            forms::msgBox(u"Select a Survey Date to import...."_s, style::critical, u"Gaugewell v2.1"_s);
+            forms::msgBox(u"Select a Survey Date to import...."_s, style::critical, titleWithVersion);
         else
             toRefreshGrid(); // it may not have been readable
         blnSurveyPasted = false;

@@ -3,7 +3,7 @@
 
 #include "core/base/busy.h"
 #include "core/base/failure.h"
-#include "core/base/gblGlobal.h"
+#include "core/base/filllist.h"
 #include "core/base/shell.h"
 #include "platform/forms/clock.h"
 #include "platform/forms/msgbox.h"
@@ -57,13 +57,7 @@ void frmSelectSurvey::onLoad() {
 }
 
 void frmSelectSurvey::toFillCustomerList() {
-    guarded([this] {
-        ado::Recordset customer;
-        customer.Open(u"select * from customer"_s, *cnnMain);
-        ui->cmbCustomer->Clear();
-        for (; !customer.Eof(); customer.MoveNext())
-            ui->cmbCustomer->AddItem(customer["custname"].Text());
-    });
+    guarded([this] { fillList(*ui->cmbCustomer, u"select * from customer"_s, "custname"); });
 }
 
 void frmSelectSurvey::cmbCustomer_Click() {
@@ -73,12 +67,9 @@ void frmSelectSurvey::cmbCustomer_Click() {
 
 void frmSelectSurvey::toFillRespondentList() {
     const bool filled = guarded([this] {
-        ado::Recordset custresp;
-        custresp.Open(u"select * from custresp where custname='"_s + ui->cmbCustomer->Text() + u"'",
-                      *cnnMain);
-        ui->lstRespondent->Clear();
-        for (; !custresp.Eof(); custresp.MoveNext())
-            ui->lstRespondent->AddItem(custresp["respondentname"].Text());
+        fillList(*ui->lstRespondent,
+                 u"select * from custresp where custname='"_s + ui->cmbCustomer->Text() + u"'",
+                 "respondentname");
         if (ui->lstRespondent->ListCount() > 0)
             ui->lstRespondent->setListIndex(0);
     });
@@ -89,11 +80,10 @@ void frmSelectSurvey::toFillRespondentList() {
 bool frmSelectSurvey::toIsSurveyNew(const QDate& date, const QString& customer, const QString& respondent) {
     bool isNew = false;
     guarded([&] {
-        ado::Recordset existingsurvey;
-        existingsurvey.Open(u"select * from existingsurvey where sdate=#"_s + toSqlDate(date) +
-                                u"# and custname='" + customer + u"' and respondentname='" + respondent +
-                                u"'",
-                            *cnnMain);
+        ado::Recordset existingsurvey(u"select * from existingsurvey where sdate=#"_s + toSqlDate(date) +
+                                          u"# and custname='" + customer + u"' and respondentname='" +
+                                          respondent + u"'",
+                                      *cnnMain);
         isNew = existingsurvey.Eof();
     });
     return isNew;
@@ -126,7 +116,7 @@ void frmSelectSurvey::openSurvey(const SurveyContext& survey) {
         open({}, true); // the import has set the caption
     else if (forms::msgBox(u"Survey already exists for Selected Survey Date,Customer and Respondent....\r\n"
                            "Do you wish to Edit the same Survey....Press 'Yes' to continue"_s,
-                           style::yesNo + style::information, u"Gaugewell v2.1"_s) == forms::Answer::Yes)
+                           style::yesNo + style::information, titleWithVersion) == forms::Answer::Yes)
         open(u"Edit Selected Survey"_s, true);
     blnSurveyPasted = false;
 }

@@ -99,8 +99,7 @@ void SurveyEditor::onActivate() {
 
 void SurveyEditor::buildTree() {
     guarded([this] {
-        ado::Recordset param;
-        param.Open(u"select distinct(parametername) from param"_s, *cnnMain);
+        ado::Recordset param(u"select distinct(parametername) from param"_s, *cnnMain);
         for (; !param.Eof(); param.MoveNext()) {
             strParam = param["parametername"].Text();
             auto* node = new QTreeWidgetItem(editor->trvParameter, {strParam});
@@ -117,9 +116,8 @@ void SurveyEditor::BuildNode() {
             editor->trvParameter->findItems(strParam, Qt::MatchExactly | Qt::MatchCaseSensitive).value(0);
         if (!parameter)
             return;
-        ado::Recordset param;
-        param.Open(u"select distinct(question),type from param where parametername='"_s + strParam + u"'",
-                   *cnnMain);
+        ado::Recordset param(
+            u"select distinct(question),type from param where parametername='"_s + strParam + u"'", *cnnMain);
         const QIcon score = picture(u"question-score"_s);
         const QIcon descriptive = picture(u"question-descriptive"_s);
         for (; !param.Eof(); param.MoveNext()) {
@@ -137,7 +135,7 @@ QuestionGrid SurveyEditor::grid() const {
 void SurveyEditor::cmdAdd() {
     const QTreeWidgetItem* nodCurrent = editor->trvParameter->SelectedItem();
     if (!nodCurrent) {
-        forms::msgBox(u"Select a Question to add"_s, forms::style::critical, u"Gaugewell v2.1"_s);
+        forms::msgBox(u"Select a Question to add"_s, forms::style::critical, titleWithVersion);
         editor->trvParameter->setFocus();
         showStatus({});
         return;
@@ -241,7 +239,7 @@ void SurveyEditor::toSaveParamAndQuest() {
     QString sentence = u"No longer in the catalogue and not added:"_s;
     for (const ChosenQuestion& chosen : leftOut)
         sentence += u"\r\n"_s + chosen.question + u" (" + chosen.parameter + u")";
-    forms::msgBox(sentence, forms::style::critical, u"Gaugewell v2.1"_s);
+    forms::msgBox(sentence, forms::style::critical, titleWithVersion);
 }
 
 void SurveyEditor::toRefreshGrid() {

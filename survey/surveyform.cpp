@@ -57,7 +57,7 @@ void SurveyForm::cmdPrint() {
     if (!hasQuestions()) {
         forms::msgBox(u"No records selected to Print for Date - "_s + survey.date +
                           u".....Kindly Add Question(s) and proceed",
-                      style::information + style::rightAligned, u"Gaugewell v2.1"_s);
+                      style::information + style::rightAligned, titleWithVersion);
         return;
     }
     busy.say(u"Generating Report...."_s);

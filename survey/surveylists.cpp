@@ -2,7 +2,7 @@
 #include "survey/surveylists.h"
 
 #include "core/base/failure.h"
-#include "core/base/gblGlobal.h"
+#include "core/base/filllist.h"
 #include "platform/forms/lists.h"
 
 using namespace Qt::StringLiterals;
@@ -12,22 +12,15 @@ SurveyContext SurveyLists::picked() const {
 }
 
 void SurveyLists::toFillCustomerList() const {
-    guarded([this] {
-        ado::Recordset existingsurvey;
-        existingsurvey.Open(u"select distinct(custname) from existingsurvey"_s, *cnnMain);
-        cmbCustomer->Clear();
-        for (; !existingsurvey.Eof(); existingsurvey.MoveNext())
-            cmbCustomer->AddItem(existingsurvey["custname"].Text());
-    });
+    guarded(
+        [this] { fillList(*cmbCustomer, u"select distinct(custname) from existingsurvey"_s, "custname"); });
 }
 
 void SurveyLists::toFillRespondentList() const {
     guarded([this] {
         lstRespondent->Clear();
-        ado::Recordset custresp;
-        custresp.Open(u"select * from custresp where custname='"_s + picked().customer + u"'", *cnnMain);
-        for (; !custresp.Eof(); custresp.MoveNext())
-            lstRespondent->AddItem(custresp["respondentname"].Text());
+        fillList(*lstRespondent, u"select * from custresp where custname='"_s + picked().customer + u"'",
+                 "respondentname");
     });
     if (lstRespondent->ListCount() > 0)
         lstRespondent->setListIndex(0);
@@ -42,15 +35,12 @@ void SurveyLists::toFillSurveyDateList(const QDate& leftOut) const {
         const int respondentid = findRespondent(picked().respondent, custid);
         if (respondentid == 0)
             return;
-        ado::Recordset existingsurvey;
-        existingsurvey.Open(
-            u"select distinct(sdate) from existingsurvey where custid="_s + QString::number(custid) +
-                u" and respondentid=" + QString::number(respondentid) +
-                (leftOut.isValid() ? u" and sdate<>#"_s + toSqlDate(leftOut) + u"# " : u""_s) +
-                u" order by sdate asc",
-            *cnnMain);
-        for (; !existingsurvey.Eof(); existingsurvey.MoveNext())
-            lstSurvetDates->AddItem(existingsurvey["sdate"].Text());
+        fillList(*lstSurvetDates,
+                 u"select distinct(sdate) from existingsurvey where custid="_s + QString::number(custid) +
+                     u" and respondentid=" + QString::number(respondentid) +
+                     (leftOut.isValid() ? u" and sdate<>#"_s + toSqlDate(leftOut) + u"# " : u""_s) +
+                     u" order by sdate asc",
+                 "sdate");
     });
 }
 

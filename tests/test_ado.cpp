@@ -90,8 +90,7 @@ protected:
 };
 
 TEST_F(AdoTest, fieldsConvertByDeclaredTypeAndUnwrittenFieldsStay) {
-    ado::Recordset person;
-    person.Open(u"select * from person where name='Zoë'"_s, connection, Lock::Optimistic);
+    ado::Recordset person(u"select * from person where name='Zoë'"_s, connection, Lock::Optimistic);
     ASSERT_TRUE(person.Eof());
     person.AddNew();
     person["NAME"] = u"Zoë"_s;

@@ -29,9 +29,8 @@ struct Respondent {
 
 std::vector<Respondent> respondents() {
     std::vector<Respondent> result;
-    ado::Recordset surveys;
-    surveys.Open(u"select * from existingsurvey where sdate=#"_s + sdate + u"# order by respondentid",
-                 *cnnMain);
+    ado::Recordset surveys(
+        u"select * from existingsurvey where sdate=#"_s + sdate + u"# order by respondentid", *cnnMain);
     for (; !surveys.Eof(); surveys.MoveNext())
         result.push_back(
             {{surveys["custname"].Text(), surveys["respondentname"].Text(), surveys["sdate"].Text()},
@@ -44,10 +43,8 @@ bool enter(const excel::Worksheet& sheet, int row, const QString& respondentid) 
     const QString ofAnswer = u" where respondentid="_s + respondentid + u" and questionid=" +
                              sheet.Cells(row, cellmap::column::key).Value().text() + u" and surveydate=#" +
                              sdate + u"#";
-    ado::Recordset marks;
-    marks.Open(u"select * from feedbackobjective"_s + ofAnswer, *cnnMain);
-    ado::Recordset words;
-    words.Open(u"select * from feedbackdescriptive"_s + ofAnswer, *cnnMain);
+    ado::Recordset marks(u"select * from feedbackobjective"_s + ofAnswer, *cnnMain);
+    ado::Recordset words(u"select * from feedbackdescriptive"_s + ofAnswer, *cnnMain);
     if (marks.Eof() && words.Eof())
         return false;
     ado::Recordset& answer = marks.Eof() ? words : marks;

@@ -50,8 +50,7 @@ void dropOldCopies(const QDir& folder) {
 
 /// Without customers and parameters there is nothing to lose, and a copy would displace a useful one.
 bool isEmptyStore() {
-    ado::Recordset any;
-    any.Open(u"select 1 from customer union all select 1 from parameter limit 1"_s, *cnnMain);
+    ado::Recordset any(u"select 1 from customer union all select 1 from parameter limit 1"_s, *cnnMain);
     return any.Eof();
 }
 

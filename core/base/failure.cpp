@@ -58,7 +58,7 @@ bool guardedUnconnected(const QString& prefix, const std::function<void()>& proc
         procedure();
         return true;
     } catch (const Refusal& refusal) {
-        return end([&] { forms::msgBox(refusal.text(), forms::style::critical, u"Gaugewell v2.1"_s); });
+        return end([&] { forms::msgBox(refusal.text(), forms::style::critical, titleWithVersion); });
     } catch (const std::exception&) {
         return end([&] { showErrors(prefix); });
     }

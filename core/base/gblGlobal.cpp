@@ -11,6 +11,7 @@
 using namespace Qt::StringLiterals;
 
 QString strCompanyName;
+const QString titleWithVersion = u"Gaugewell v2.1"_s;
 bool blnNodeDragged = false;
 bool blnSurveyPasted = false;
 bool blnExistingSurvey = false;

@@ -14,6 +14,9 @@ class Form;
 /// (UTF-8), empty without that file.
 extern QString strCompanyName;
 
+/// The title of the messages that name the version.
+extern const QString titleWithVersion;
+
 /// A node of the question tree was dropped on the question grid.
 extern bool blnNodeDragged;
 

@@ -31,14 +31,12 @@ QString toStoredText(const QString& text) {
 }
 
 bool hasRecords(const QString& sql) {
-    ado::Recordset any;
-    any.Open(sql, *cnnMain);
+    ado::Recordset any(sql, *cnnMain);
     return !any.Eof();
 }
 
 int findCustomer(const QString& customerName) {
-    ado::Recordset customer;
-    customer.Open(u"select * from customer where custname ='"_s + customerName + u"'", *cnnMain);
+    ado::Recordset customer(u"select * from customer where custname ='"_s + customerName + u"'", *cnnMain);
     return customer.Eof() ? 0 : customer["custid"].Value().toInt();
 }
 

@@ -22,8 +22,7 @@ void beginAnswer(ado::Recordset& answer, const QString& query, const AnswerKeys&
 } // namespace
 
 std::optional<bool> toGetQuestionType(const QString& questionid) {
-    ado::Recordset questions;
-    questions.Open(u"select * from questions where questionid="_s + questionid, *cnnMain);
+    ado::Recordset questions(u"select * from questions where questionid="_s + questionid, *cnnMain);
     return questions.Eof() ? std::nullopt : std::optional(questions["Type"].Value().toBool());
 }
 

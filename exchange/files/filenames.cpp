@@ -25,21 +25,20 @@ QString conditionOfTitle(const QString& fileName) {
 QString findLoggedFileName(const QString& customer, const SurveyKey& survey) {
     if (survey.respondentid == 0)
         return {};
-    ado::Recordset log;
-    log.Open(u"select * from log where custname='"_s + customer + u"' and respid=" +
-                 QString::number(survey.respondentid) + u" and sdate=#" + toSqlDate(survey.date) + u"#",
-             *cnnMain);
+    ado::Recordset log(u"select * from log where custname='"_s + customer + u"' and respid=" +
+                           QString::number(survey.respondentid) + u" and sdate=#" + toSqlDate(survey.date) +
+                           u"#",
+                       *cnnMain);
     return log.Eof() ? QString() : log["xlsfilename"].Text();
 }
 
 QString makeSystemFileName(const SurveyKey& survey) {
     if (survey.respondentid == 0)
         return {};
-    ado::Recordset responquery;
-    responquery.Open(u"select * from responquery where custid="_s + QString::number(survey.custid) +
-                         u" and respondentid=" + QString::number(survey.respondentid) + u" and sdate=#" +
-                         toSqlDate(survey.date) + u"#",
-                     *cnnMain);
+    ado::Recordset responquery(u"select * from responquery where custid="_s + QString::number(survey.custid) +
+                                   u" and respondentid=" + QString::number(survey.respondentid) +
+                                   u" and sdate=#" + toSqlDate(survey.date) + u"#",
+                               *cnnMain);
     if (responquery.Eof())
         return {};
     const QString keys =
@@ -48,8 +47,7 @@ QString makeSystemFileName(const SurveyKey& survey) {
 }
 
 bool isFileNameLogged(const QString& fileName) {
-    ado::Recordset log;
-    log.Open(u"select * from log where "_s + conditionOfTitle(fileName), *cnnMain);
+    ado::Recordset log(u"select * from log where "_s + conditionOfTitle(fileName), *cnnMain);
     return !log.Eof();
 }
 

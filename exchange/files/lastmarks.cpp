@@ -22,11 +22,9 @@ QString selectQuestions(const Keys& keys) {
 }
 
 void fillQuestions(const Keys& keys) {
-    ado::Recordset responquery;
-    responquery.Open(selectQuestions(keys), *cnnMain);
+    ado::Recordset responquery(selectQuestions(keys), *cnnMain);
     for (; !responquery.Eof(); responquery.MoveNext()) {
-        ado::Recordset reportlinktable;
-        reportlinktable.Open(u"select * from reportlinktable"_s, *cnnMain, Lock::Optimistic);
+        ado::Recordset reportlinktable(u"select * from reportlinktable"_s, *cnnMain, Lock::Optimistic);
         reportlinktable.AddNew();
         for (const char* field : {"question", "respondentname", "custname", "Type", "sdate", "custid",
                                   "respondentid", "questionid", "paramid"})
@@ -62,10 +60,9 @@ void fillScoreMarks(const Keys& keys, const QString& questionid, HistoryOrder or
     ado::Recordset objquery;
     if (!findLastAnswer(objquery, u"objquery"_s, keys, questionid, order))
         return;
-    ado::Recordset reportlinktable;
-    reportlinktable.Open(u"select * from reportlinktable where questionid="_s + questionid +
-                             u" and respondentid=" + keys.respondentid + u" ",
-                         *cnnMain, Lock::Optimistic);
+    ado::Recordset reportlinktable(u"select * from reportlinktable where questionid="_s + questionid +
+                                       u" and respondentid=" + keys.respondentid + u" ",
+                                   *cnnMain, Lock::Optimistic);
     if (reportlinktable.Eof())
         return;
     copyMark(objquery, reportlinktable, "weightage");
@@ -77,10 +74,9 @@ void fillDescriptiveMark(const Keys& keys, const QString& questionid, HistoryOrd
     ado::Recordset descquery;
     if (!findLastAnswer(descquery, u"descquery"_s, keys, questionid, order))
         return;
-    ado::Recordset reportlinktable;
-    reportlinktable.Open(u"select * from reportlinktable where questionid="_s + questionid +
-                             u" and respondentid=" + keys.respondentid,
-                         *cnnMain, Lock::Optimistic);
+    ado::Recordset reportlinktable(u"select * from reportlinktable where questionid="_s + questionid +
+                                       u" and respondentid=" + keys.respondentid,
+                                   *cnnMain, Lock::Optimistic);
     copyMark(descquery, reportlinktable, "weightage");
     reportlinktable.Update();
 }
@@ -95,10 +91,10 @@ void toGetTheLastScoreAndWeightage(const SurveyKey& survey, HistoryOrder order) 
         const Keys keys{QString::number(survey.custid), QString::number(survey.respondentid),
                         toSqlDate(survey.date)};
         fillQuestions(keys);
-        ado::Recordset responquery;
-        responquery.Open(selectQuestions(keys) +
-                             (order == HistoryOrder::NewestFirst ? u" order by parametername"_s : QString()),
-                         *cnnMain);
+        ado::Recordset responquery(selectQuestions(keys) + (order == HistoryOrder::NewestFirst
+                                                                ? u" order by parametername"_s
+                                                                : QString()),
+                                   *cnnMain);
         for (; !responquery.Eof(); responquery.MoveNext()) {
             const QString questionid = responquery["questionid"].Text();
             if (responquery["Type"].Value().toBool())

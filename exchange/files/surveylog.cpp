@@ -8,10 +8,9 @@ using namespace Qt::StringLiterals;
 using Lock = ado::Recordset::Lock;
 
 void resetLogStatus(const SurveyKey& survey) {
-    ado::Recordset log;
-    log.Open(u"select * from log where respid="_s + QString::number(survey.respondentid) + u" and sdate=#" +
-                 toSqlDate(survey.date) + u"#",
-             *cnnMain, Lock::Optimistic);
+    ado::Recordset log(u"select * from log where respid="_s + QString::number(survey.respondentid) +
+                           u" and sdate=#" + toSqlDate(survey.date) + u"#",
+                       *cnnMain, Lock::Optimistic);
     if (log.Eof())
         return;
     log["Status"] = false;
@@ -19,11 +18,10 @@ void resetLogStatus(const SurveyKey& survey) {
 }
 
 void writeLogRow(const SurveyContext& survey, const SurveyKey& key, const QString& fileName) {
-    ado::Recordset log;
-    log.Open(u"select * from log where custname='"_s + survey.customer + u"' and respname='" +
-                 survey.respondent + u"' and xlsfilename='" + fileName + u"' and sdate=#" +
-                 toSqlDate(key.date) + u"#",
-             *cnnMain, Lock::Optimistic);
+    ado::Recordset log(u"select * from log where custname='"_s + survey.customer + u"' and respname='" +
+                           survey.respondent + u"' and xlsfilename='" + fileName + u"' and sdate=#" +
+                           toSqlDate(key.date) + u"#",
+                       *cnnMain, Lock::Optimistic);
     if (log.Eof())
         log.AddNew();
     log["custname"] = survey.customer;
@@ -37,8 +35,8 @@ void writeLogRow(const SurveyContext& survey, const SurveyKey& key, const QStrin
 }
 
 void setLogStatus(const QString& fileName) {
-    ado::Recordset log;
-    log.Open(u"select * from log where "_s + conditionOfTitle(fileName), *cnnMain, Lock::Optimistic);
+    ado::Recordset log(u"select * from log where "_s + conditionOfTitle(fileName), *cnnMain,
+                       Lock::Optimistic);
     if (log.Eof())
         return;
     log["Status"] = true;
@@ -51,8 +49,7 @@ void toDeleteLogRow(const QString& fileName) {
 
 std::vector<LogRow> findLogRows(const QString& fileName) {
     std::vector<LogRow> rows;
-    ado::Recordset log;
-    log.Open(u"select * from log where "_s + conditionOfTitle(fileName), *cnnMain);
+    ado::Recordset log(u"select * from log where "_s + conditionOfTitle(fileName), *cnnMain);
     for (; !log.Eof(); log.MoveNext())
         rows.push_back({log["custname"].Text(), log["respname"].Text(), log["respid"].Text(),
                         log["surveyid"].Text(), log["sdate"].Value().toDate()});

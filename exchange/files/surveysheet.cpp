@@ -30,8 +30,8 @@ void writeCells(const excel::Worksheet& sheet, const std::vector<cellmap::Cell>&
 
 /// Writes the blocks of a parameter from that row on; returns the row below them.
 int writeParameter(const excel::Worksheet& sheet, const QString& parameter, int row) {
-    ado::Recordset reportlinktable;
-    reportlinktable.Open(u"select * from reportlinktable where parameter='"_s + parameter + u"'", *cnnMain);
+    ado::Recordset reportlinktable(u"select * from reportlinktable where parameter='"_s + parameter + u"'",
+                                   *cnnMain);
     for (bool first = true; !reportlinktable.Eof(); reportlinktable.MoveNext(), first = false) {
         const bool isScore = reportlinktable["Type"].Value().toBool();
         writeCells(sheet,
@@ -53,10 +53,9 @@ void fillSurveySheet(const excel::Worksheet& sheet, const cellmap::Head& head) {
     writeCells(sheet, cellmap::headCells(head));
     sheet.Range(cellmap::clearedFrom.toString(), cellmap::clearedTo.toString()).Clear();
 
-    ado::Recordset reportlinktable;
-    reportlinktable.Open(u"select * from reportlinktable where custid="_s + head.custid +
-                             u" and respondentid=" + head.respondentid + u" order by parameter asc",
-                         *cnnMain);
+    ado::Recordset reportlinktable(u"select * from reportlinktable where custid="_s + head.custid +
+                                       u" and respondentid=" + head.respondentid + u" order by parameter asc",
+                                   *cnnMain);
     writeCell(sheet, cellmap::questionCountCell(reportlinktable.RecordCount()));
     int row = cellmap::firstRow;
     while (!reportlinktable.Eof()) {

@@ -43,6 +43,10 @@ public:
     enum class Lock { ReadOnly, Optimistic };
 
     Recordset() = default;
+    /// Opens it at once.
+    Recordset(const QString& sql, Connection& connection, Lock lock = Lock::ReadOnly) {
+        Open(sql, connection, lock);
+    }
     Recordset(const Recordset&) = delete;
     Recordset& operator=(const Recordset&) = delete;
 

@@ -11,8 +11,7 @@ namespace {
 
 /// A field of a select's first record, as text; empty without a record.
 QString lookUp(const QString& sql, const char* field) {
-    ado::Recordset records;
-    records.Open(sql, *cnnMain);
+    ado::Recordset records(sql, *cnnMain);
     return records.Eof() ? QString() : records[field].Text();
 }
 
@@ -51,10 +50,9 @@ SurveyKey addSurvey(const SurveyContext& survey) {
         throw Refusal(u"No Survey Date selected......Select one and proceed....."_s);
     if (key.surveyid != 0)
         return key;
-    ado::Recordset surveys;
-    surveys.Open(u"select * from survey where sdate=#"_s + toSqlDate(key.date) + u"# and custid=" +
-                     QString::number(key.custid),
-                 *cnnMain, Lock::Optimistic);
+    ado::Recordset surveys(u"select * from survey where sdate=#"_s + toSqlDate(key.date) + u"# and custid=" +
+                               QString::number(key.custid),
+                           *cnnMain, Lock::Optimistic);
     surveys.AddNew();
     surveys["sdate"] = key.date;
     surveys["custid"] = key.custid;
@@ -67,11 +65,10 @@ std::vector<ChosenQuestion> readQuestionnaire(const SurveyKey& survey) {
     std::vector<ChosenQuestion> questions;
     if (survey.surveyid == 0 || survey.respondentid == 0)
         return questions;
-    ado::Recordset responquery;
-    responquery.Open(u"select * from responquery where respondentid="_s +
-                         QString::number(survey.respondentid) + u" and surveyid=" +
-                         QString::number(survey.surveyid) + u" order by responquery.order",
-                     *cnnMain);
+    ado::Recordset responquery(u"select * from responquery where respondentid="_s +
+                                   QString::number(survey.respondentid) + u" and surveyid=" +
+                                   QString::number(survey.surveyid) + u" order by responquery.order",
+                               *cnnMain);
     for (; !responquery.Eof(); responquery.MoveNext())
         questions.push_back({responquery["parametername"].Text(), responquery["question"].Text()});
     return questions;
@@ -117,10 +114,9 @@ void moveQuestion(const SurveyKey& survey, const ChosenQuestion& question, int p
     if (lookUp(u"select *"_s + ofRow, "questionid").isEmpty()) // it would be in the questionnaire twice
         refuseUnnumbered();
     cnnMain->Execute(u"delete *"_s + ofRow);
-    ado::Recordset neighbour;
-    neighbour.Open(u"select * from ResponQuesIndex where respondentid="_s + respondentid +
-                       u" and ResponQuesIndex.order=" + QString::number(position + step),
-                   *cnnMain, Lock::Optimistic);
+    ado::Recordset neighbour(u"select * from ResponQuesIndex where respondentid="_s + respondentid +
+                                 u" and ResponQuesIndex.order=" + QString::number(position + step),
+                             *cnnMain, Lock::Optimistic);
     if (neighbour.Eof())
         refuseUnnumbered();
     SurveyKey neighbours = survey;
@@ -136,20 +132,19 @@ void copyQuestionnaire(const SurveyContext& source, const SurveyContext& target)
     SurveyKey to = requireSurveyKey(target);
     const SurveyKey from = requireSurveyKey(source);
     to.surveyid = addSurvey(target).surveyid;
-    ado::Recordset copied;
-    copied.Open(u"select * from responquery where custid="_s + QString::number(from.custid) +
-                    u" and sdate=#" + toSqlDate(from.date) + u"# and respondentid=" +
-                    QString::number(from.respondentid),
-                *cnnMain);
+    ado::Recordset copied(u"select * from responquery where custid="_s + QString::number(from.custid) +
+                              u" and sdate=#" + toSqlDate(from.date) + u"# and respondentid=" +
+                              QString::number(from.respondentid),
+                          *cnnMain);
     const int position = copied.RecordCount() + 1; // takes all records before the first is added
     Questionnaires added;
     for (; !copied.Eof(); copied.MoveNext()) {
-        ado::Recordset present;
-        present.Open(u"select * from responquery where parametername='"_s + copied["parametername"].Text() +
-                         u"' and question='" + copied["question"].Text() + u"' and respondentid=" +
-                         QString::number(to.respondentid) + u" and custid=" + QString::number(to.custid) +
-                         u" and sdate=#" + toSqlDate(to.date) + u"#",
-                     *cnnMain);
+        ado::Recordset present(u"select * from responquery where parametername='"_s +
+                                   copied["parametername"].Text() + u"' and question='" +
+                                   copied["question"].Text() + u"' and respondentid=" +
+                                   QString::number(to.respondentid) + u" and custid=" +
+                                   QString::number(to.custid) + u" and sdate=#" + toSqlDate(to.date) + u"#",
+                               *cnnMain);
         if (present.Eof())
             addQuestion(added, to, copied["questionid"].Value(), position);
     }

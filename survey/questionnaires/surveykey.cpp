@@ -9,20 +9,18 @@ using namespace Qt::StringLiterals;
 namespace {
 
 int findSurvey(const QDate& date, int custid) {
-    ado::Recordset survey;
-    survey.Open(u"select * from survey where sdate=#"_s + toSqlDate(date) + u"# and custid=" +
-                    QString::number(custid),
-                *cnnMain);
+    ado::Recordset survey(u"select * from survey where sdate=#"_s + toSqlDate(date) + u"# and custid=" +
+                              QString::number(custid),
+                          *cnnMain);
     return survey.Eof() ? 0 : survey["surveyid"].Value().toInt();
 }
 
 } // namespace
 
 int findRespondent(const QString& respondent, int custid) {
-    ado::Recordset custresp;
-    custresp.Open(u"select * from custresp where custid="_s + QString::number(custid) +
-                      u" and respondentname='" + respondent + u"'",
-                  *cnnMain);
+    ado::Recordset custresp(u"select * from custresp where custid="_s + QString::number(custid) +
+                                u" and respondentname='" + respondent + u"'",
+                            *cnnMain);
     return custresp.Eof() ? 0 : custresp["respondentid"].Value().toInt();
 }
 

@@ -11,8 +11,7 @@
 /// The rows of a table that meet a condition ("1=1" for all), as "table|field|field...", sorted.
 inline QStringList storeRows(ado::Connection& store, const QString& table,
                              const QString& condition = QStringLiteral("1=1")) {
-    ado::Recordset records;
-    records.Open(QStringLiteral("select * from [") + table + u"] where " + condition, store);
+    ado::Recordset records(QStringLiteral("select * from [") + table + u"] where " + condition, store);
     QStringList result;
     for (; !records.Eof(); records.MoveNext()) {
         QString row = table;
@@ -26,8 +25,7 @@ inline QStringList storeRows(ado::Connection& store, const QString& table,
 
 /// The rows of all tables.
 inline QStringList storeRows(ado::Connection& store) {
-    ado::Recordset tables;
-    tables.Open(
+    ado::Recordset tables(
         QStringLiteral("select name from sqlite_master where type='table' and name<>'sqlite_sequence'"),
         store);
     QStringList result;

@@ -86,8 +86,7 @@ void StoreTest::expectIdle() const {
 }
 
 QStringList StoreTest::rows(const QString& sql) {
-    ado::Recordset records;
-    records.Open(sql, *cnnMain);
+    ado::Recordset records(sql, *cnnMain);
     QStringList result;
     for (; !records.Eof(); records.MoveNext()) {
         QStringList fields;
@@ -99,8 +98,7 @@ QStringList StoreTest::rows(const QString& sql) {
 }
 
 int StoreTest::add(const QString& table, const std::vector<std::pair<const char*, QVariant>>& fields) {
-    ado::Recordset records;
-    records.Open(u"select * from "_s + table, *cnnMain, ado::Recordset::Lock::Optimistic);
+    ado::Recordset records(u"select * from "_s + table, *cnnMain, ado::Recordset::Lock::Optimistic);
     records.AddNew();
     for (const auto& [name, value] : fields)
         records[name] = value;

@@ -147,8 +147,7 @@ Owner Oracle::ownerOf(const QWidget* form) const {
 Oracle::Rows Oracle::readStore() {
     Rows result;
     for (const auto& [table, rules] : ownedTables) {
-        ado::Recordset records;
-        records.Open(u"select rowid as walkid, * from "_s + table, store);
+        ado::Recordset records(u"select rowid as walkid, * from "_s + table, store);
         for (; !records.Eof(); records.MoveNext()) {
             QStringList fields;
             for (int i = 1; i < records.FieldCount(); ++i)
@@ -161,8 +160,7 @@ Oracle::Rows Oracle::readStore() {
 
 QString Oracle::fault(bool isIdle) {
     watchForms();
-    ado::Recordset counter;
-    counter.Open(u"pragma data_version"_s, store);
+    ado::Recordset counter(u"pragma data_version"_s, store);
     const QString now = counter.FieldAt(0).Text();
     counter.Close();
     if (now != version) {
