@@ -38,7 +38,7 @@ int Main(int argc, char** argv) {
     QApplication::setDesktopFileName(u"gaugewell"_s);
     forms::applicationTitle = u"Gaugewell"_s;
     if (const QStringList arguments = QApplication::arguments();
-        arguments.size() == 3 && arguments[1] == u"--tell") {
+        arguments.size() == 3 && arguments[1] == u"--message") {
         forms::msgBox(arguments[2], forms::style::critical);
         return 1;
     }

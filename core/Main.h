@@ -4,8 +4,8 @@
 #include <QString>
 
 /// Finds the database, connects, shows the splash form, then the main window. Returns the exit code. With the
-/// arguments --tell TEXT it only shows the text; the launcher uses this to report why it could not start the
-/// program.
+/// arguments --message TEXT it only shows the text; the launcher uses this to report why it could not start
+/// the program.
 int Main(int argc, char** argv);
 
 /// The first line of company.txt, at most 255 characters; empty if it is not a readable regular file.

@@ -22,7 +22,7 @@ $reason
 Set GAUGEWELL_HOME to name another folder."
     echo "$text" >&2
     # Started from the desktop's menu there is no terminal: the program shows the text in a window.
-    if [ ! -t 2 ] && [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then "$program" --tell "$text"; fi
+    if [ ! -t 2 ] && [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then "$program" --message "$text"; fi
     exit 1
   fi
 fi

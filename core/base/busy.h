@@ -36,7 +36,7 @@ public:
     /// Restores the pointer unless it was an hourglass before.
     ~Busy();
 
-    /// Restores the pointers of all work in hand: it is the user's turn.
+    /// Restores the pointers of all current work, before the user is asked something.
     static void endPointers();
 
 private:
