@@ -6,6 +6,7 @@
 #include "core/frmSplash.h"
 #include "core/onehome.h"
 #include "core/storecheck.h"
+#include "core/storeupgrade.h"
 #include "platform/desktop/application.h"
 #include "platform/desktop/helpwindow.h"
 #include "platform/desktop/opener.h"
@@ -57,6 +58,8 @@ int Main(int argc, char** argv) {
     const StoreState state = checkStore(strDatabasePath);
     if (state == StoreState::Newer)
         return 1;
+    if (state == StoreState::Good && needsUpgrade())
+        frmSplash::instance().showWhile(u"Updating the database..."_s, [] { upgradeStore(strDatabasePath); });
     toOpenConnection();
     frmSplash::instance().ShowModal();
     std::unique_ptr<StoreInspection> inspection;

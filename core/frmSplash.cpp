@@ -31,6 +31,15 @@ void frmSplash::onLoad() {
     Timer1->start();
 }
 
+void frmSplash::showWhile(const QString& word, const std::function<void()>& work) {
+    ui->lblWork->setText(word);
+    ui->lblWork->show();
+    Show();
+    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents); // paints the word
+    work();
+    ui->lblWork->hide();
+}
+
 bool frmSplash::onKeyDown(int key) {
     // Only keys that produce a character: no modifier, lock, arrow or function keys.
     constexpr int firstWithoutCharacter = Qt::Key_Escape;

@@ -5,6 +5,7 @@
 
 #include <QTimer>
 
+#include <functional>
 #include <memory>
 
 namespace Ui {
@@ -18,6 +19,9 @@ class frmSplash : public forms::DefaultForm<frmSplash> {
 
 public:
     ~frmSplash() override;
+
+    /// Shows the splash with a word on what is being done, while it is done.
+    void showWhile(const QString& word, const std::function<void()>& work);
 
 private:
     friend class DefaultForm<frmSplash>;

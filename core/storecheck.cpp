@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int schemaVersion = 1; // user_version of home/schema.sql
+constexpr int schemaVersion = 2; // user_version of home/version2.sql
 
 /// Result codes of the store for a file that it cannot read as a database.
 constexpr int formatError = 1;

@@ -184,7 +184,7 @@ TEST_F(FaultsTest, anUnusableStoreIsReportedAtStartAndANewerOneRefused) {
         return messagesDuring([&] { EXPECT_EQ(checkStore(strDatabasePath), state); }).value(0);
     };
     const QString file = u"The file '"_s + strDatabasePath + u"' ";
-    runRaw(u"pragma user_version = 2"_s);
+    runRaw(u"pragma user_version = 3"_s);
     EXPECT_EQ(reported(StoreState::Newer),
               file + u"was made by a newer version of this program and needs that version."_s);
     runRaw(u"pragma user_version = 0"_s);

@@ -10,7 +10,7 @@ mkdir -p "$home"
 script=$(mktemp)
 trap 'rm -f "$script"' EXIT
 "$build/tools/makedemo" >"$script"
-"$build/tools/makestore" "$home/Tallywell.mdb" kvtwpa home/schema.sql "$script"
+"$build/tools/makestore" "$home/Tallywell.mdb" kvtwpa home/schema.sql home/version2.sql home/queries.sql "$script"
 cmake --install "$build" --prefix "$home" >/dev/null
 echo "Larkmoor Quality Services" >"$home/company.txt"
 "$build/tools/demofiles" "$home"

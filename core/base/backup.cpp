@@ -60,13 +60,17 @@ void backUpBeforeLoss() {
     if (copied || isEmptyStore())
         return;
     const Busy copying;
-    const QDir folder = backupFolder(strDatabasePath);
+    copyStore(*cnnMain, strDatabasePath);
+    copied = true;
+}
+
+void copyStore(ado::Connection& store, const QString& databasePath) {
+    const QDir folder = backupFolder(databasePath);
     desktop::makeOwnersFolder(folder.path());
     const QStringList copies = copiesIn(folder);
     const int number = copies.isEmpty() ? 1 : numberOf(copies.last()) + 1;
     const QString stamp = forms::nowHook().toString(u"yyyy-MM-dd-HHmmss");
-    cnnMain->BackupTo(folder.filePath(u"Tallywell-%1-%2.mdb"_s.arg(stamp).arg(number)));
-    copied = true;
+    store.BackupTo(folder.filePath(u"Tallywell-%1-%2.mdb"_s.arg(stamp).arg(number)));
     dropOldCopies(folder);
 }
 

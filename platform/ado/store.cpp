@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/ado/store.h"
 
+#include "platform/ado/connection.h"
 #include "platform/ado/password.h"
 #include "platform/ado/session.h"
 
@@ -50,6 +51,19 @@ void createStore(const QString& path, const QByteArray& script, const QString& p
     session->close();
     if ((QFile::exists(path) && !QFile::remove(path)) || !QFile::rename(beside, path))
         session->fail({SQLITE_CANTOPEN, u"'"_s + path + u"' cannot be written."});
+}
+
+void runScript(Connection& connection, const QByteArray& script) {
+    connection.BeginTrans();
+    try {
+        runScript(*connection.session(), script);
+        connection.CommitTrans();
+    } catch (const Failure&) {
+        const ErrorList errors = connection.Errors();
+        connection.RollbackTrans();
+        connection.Errors() = errors;
+        throw;
+    }
 }
 
 } // namespace ado

@@ -5,6 +5,8 @@
 
 namespace ado {
 
+class Connection;
+
 /// Creates an empty file that only its owner can read. False when it cannot be written.
 bool makeOwnersFile(const QString& path);
 
@@ -12,5 +14,9 @@ bool makeOwnersFile(const QString& path);
 /// separated by semicolons. An existing file is replaced only when the new one is complete. Throws Failure
 /// with the script's line in its description.
 void createStore(const QString& path, const QByteArray& script, const QString& password);
+
+/// Runs such a script on an open connection in one transaction: all of it or, after a failure, nothing.
+/// Throws Failure as createStore does.
+void runScript(Connection& connection, const QByteArray& script);
 
 } // namespace ado

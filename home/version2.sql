@@ -1,0 +1,89 @@
+-- What version 2 of the store adds. Run after schema.sql on a new database, and once on each database of version 1.
+
+PRAGMA user_version = 2;
+
+-- Readings: which survey files were read, and each answer before and after, so that a reading can be undone ------------
+
+CREATE TABLE reading (                           -- one row per run
+    readingid INTEGER PRIMARY KEY AUTOINCREMENT,
+    started   TEXT,                              -- local time, yyyy-mm-ddThh:mm:ss
+    login     TEXT,                              -- the user's name on the computer
+    undone    TEXT                               -- local time; Null for a reading that counts
+);
+
+CREATE TABLE readingfile (
+    readingfileid INTEGER PRIMARY KEY AUTOINCREMENT,
+    readingid     INTEGER,
+    filename      TEXT COLLATE UNICODE_CI,       -- without folder
+    sha256        TEXT,                          -- of the content, hexadecimal
+    respondentid  INTEGER,
+    surveyid      INTEGER,
+    surveydate    DATE,
+    statusbefore  YESNO                          -- of the register row; Null without one
+);
+CREATE INDEX readingfile_reading ON readingfile (readingid);
+CREATE INDEX readingfile_content ON readingfile (sha256);
+CREATE INDEX readingfile_survey ON readingfile (surveyid, respondentid);
+
+CREATE TABLE readinganswer (                     -- one row per answer written
+    readingfileid   INTEGER,
+    questionid      INTEGER,
+    isscore         YESNO,
+    existed         YESNO,                       -- no: the values before are Null and undoing deletes the answer
+    surveyidbefore  INTEGER,
+    scorebefore     SMALLINT,
+    weightagebefore SMALLINT,
+    wordsbefore     TEXT COLLATE UNICODE_CI,
+    score           SMALLINT,
+    weightage       SMALLINT,
+    words           TEXT COLLATE UNICODE_CI
+);
+CREATE INDEX readinganswer_file ON readinganswer (readingfileid);
+
+-- Survey files handed over, and what is expected back ------------------------------------------------------------------
+
+CREATE TABLE dispatch (                          -- one row per survey file handed to a respondent
+    dispatchid   INTEGER PRIMARY KEY AUTOINCREMENT,
+    custid       INTEGER,
+    respondentid INTEGER,
+    surveyid     INTEGER,
+    filename     TEXT COLLATE UNICODE_CI,
+    handedover   DATE,
+    due          DATE
+);
+CREATE INDEX dispatch_survey ON dispatch (surveyid, respondentid);
+CREATE INDEX dispatch_customer ON dispatch (custid);
+
+CREATE TABLE reminder (
+    dispatchid INTEGER,
+    reminded   DATE
+);
+CREATE INDEX reminder_dispatch ON reminder (dispatchid);
+
+-- Goals, groups and settings --------------------------------------------------------------------------------------------
+
+CREATE TABLE target (                            -- the Satisfaction Index aimed at
+    paramid INTEGER,
+    custid  INTEGER,                             -- Null: all customers without a target of their own
+    target  SINGLE
+);
+CREATE INDEX target_parameter ON target (paramid, custid);
+
+CREATE TABLE segment (                           -- groups of customers and respondents
+    custid       INTEGER,
+    respondentid INTEGER,                        -- Null: the customer with all its respondents
+    kind         TEXT COLLATE UNICODE_CI,        -- such as region, branch or role
+    name         TEXT COLLATE UNICODE_CI
+);
+CREATE INDEX segment_name ON segment (kind, name);
+CREATE INDEX segment_customer ON segment (custid, respondentid);
+
+CREATE TABLE programsetting (                    -- for all users of the store
+    name    TEXT COLLATE UNICODE_CI PRIMARY KEY,
+    content TEXT
+);
+
+CREATE TABLE protocol (                          -- what was erased or cleaned up, without anyone's data
+    happened TEXT,                               -- local time, yyyy-mm-ddThh:mm:ss
+    what     TEXT
+);

@@ -1,0 +1,174 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A database of version 1 becomes one of version 2, with all its rows, or stays as it is.
+#include "core/base/backup.h"
+#include "core/storecheck.h"
+#include "core/storeupgrade.h"
+#include "platform/ado/store.h"
+#include "tests/support/files.h"
+#include "tests/support/storecompare.h"
+#include "tests/support/storetest.h"
+
+#include <QRegularExpression>
+
+#include <csignal>
+#include <sqlite3.h>
+#include <sys/fsuid.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+int statementsLeft = 0; ///< until the process kills itself
+
+int killAtStatement(unsigned, void*, void*, void*) {
+    if (--statementsLeft == 0)
+        kill(getpid(), SIGKILL);
+    return 0;
+}
+
+int traceConnection(sqlite3* database, char**, const sqlite3_api_routines*) {
+    return sqlite3_trace_v2(database, SQLITE_TRACE_STMT, killAtStatement, nullptr);
+}
+
+class UpgradeTest : public StoreTest {
+protected:
+    void SetUp() override {
+        StoreTest::SetUp();
+        fresh = definitions();
+        makeVersion1();
+    }
+    /// Puts a used database of version 1 into the home.
+    void makeVersion1() {
+        cnnMain->Close();
+        const QByteArray script =
+            contentOf(QStringLiteral(GAUGEWELL_SOURCE "/tests/data/schema1.sql")) +
+            "drop index log_customer; create index log_customer on log (custname, respid, sdate);"
+            "drop view scatter; create view scatter as select custname from objquery;"
+            "insert into customer (custname) values ('Acme'), ('Caf\xC3\xA9');"
+            "insert into parameter (parametername) values ('Delivery');"
+            "insert into feedbackobjective (respondentid, questionid, surveyid, surveydate, score, weightage)"
+            " values (1, 2, 3, '2024-03-05', 7, 8);"
+            "insert into log (custname, xlsfilename, Status) values ('Acme', 'a.xls', -1);";
+        ado::createStore(strDatabasePath, script, u"kvtwpa"_s);
+        toOpenConnection();
+        old = definitions();
+        given = storeRows(*cnnMain);
+        cnnMain->Close();
+    }
+    static void reopen() {
+        cnnMain->Close();
+        toOpenConnection();
+    }
+    static QString version() { return ado::Recordset(u"pragma user_version"_s, *cnnMain).FieldAt(0).Text(); }
+    /// Each table, index and saved query by its statement, without comments and line breaks.
+    static QStringList definitions() {
+        static const QRegularExpression comment(u"--[^\\n]*"_s);
+        QStringList result;
+        ado::Recordset records(u"select name, sql from sqlite_master where sql is not null order by name"_s,
+                               *cnnMain);
+        for (; !records.Eof(); records.MoveNext())
+            result << records["name"].Text() + u": "_s + records["sql"].Text().remove(comment).simplified();
+        return result;
+    }
+
+    QStringList fresh; ///< definitions of a new database
+    QStringList old;
+    QStringList given; ///< rows of the database of version 1
+};
+
+TEST_F(UpgradeTest, anUpgradedStoreIsLikeANewOneAndKeepsItsRows) {
+    ASSERT_NE(old, fresh);
+    EXPECT_EQ(checkStore(strDatabasePath), StoreState::Good);
+    EXPECT_TRUE(needsUpgrade());
+    upgradeStore(strDatabasePath);
+    EXPECT_FALSE(needsUpgrade());
+    reopen();
+    EXPECT_EQ(version(), u"2"_s);
+    EXPECT_EQ(definitions(), fresh);
+    EXPECT_EQ(removedRows(given, storeRows(*cnnMain)), QStringList());
+    EXPECT_EQ(value(u"select score from feedbackobjective"_s), u"7"_s);
+
+    const QStringList copies = listBackups(strDatabasePath);
+    ASSERT_EQ(copies.size(), 1);
+    ado::Connection copy;
+    copy.OpenReadOnly(copies.first(), u"kvtwpa"_s);
+    EXPECT_EQ(storeRows(copy), given);
+}
+
+TEST_F(UpgradeTest, aStoreThatCannotBeUpgradedStaysAsItIs) {
+    const auto expectUnchanged = [&] {
+        reopen();
+        EXPECT_EQ(definitions(), old);
+        EXPECT_EQ(storeRows(*cnnMain), given);
+        EXPECT_EQ(version(), u"1"_s);
+        cnnMain->Close();
+    };
+    const QString reason = u"The file '"_s + strDatabasePath +
+                           u"' could not be updated to this version of the program and is used as it is. The "
+                           u"next start tries again.\r\n\r\n";
+    {
+        ado::Connection other;
+        other.ConnectionString = connectionText();
+        other.Open();
+        other.BeginTrans();
+        messages.expectBeginning(reason, forms::style::critical);
+        upgradeStore(strDatabasePath);
+        EXPECT_EQ(listBackups(strDatabasePath), QStringList()) << "no copy without an upgrade";
+    }
+    expectUnchanged();
+
+    writeFile(home() + u"/backup"_s, "in the way of the folder of copies");
+    messages.expectBeginning(reason, forms::style::critical);
+    upgradeStore(strDatabasePath);
+    ASSERT_TRUE(QFile::remove(home() + u"/backup"_s));
+    expectUnchanged();
+
+    chmod(home().toUtf8().constData(), 0755);
+    chmod(strDatabasePath.toUtf8().constData(), 0444);
+    setfsuid(65534);
+    upgradeStore(strDatabasePath); // can only be read: no message
+    setfsuid(geteuid());
+    chmod(strDatabasePath.toUtf8().constData(), 0600);
+    expectUnchanged();
+
+    reopen();
+    runRaw(u"create table protocol (x)"_s); // fails at the script's last table
+    old = definitions();
+    given = storeRows(*cnnMain);
+    cnnMain->Close();
+    messages.expectBeginning(reason, forms::style::critical);
+    upgradeStore(strDatabasePath);
+    expectUnchanged();
+}
+
+TEST_F(UpgradeTest, killedAtAnyStatementItIsVersion1Or2Whole) {
+    int killed = 0;
+    for (bool lives = false; !lives; ++killed) {
+        SCOPED_TRACE(killed);
+        const pid_t child = fork();
+        if (child == 0) {
+            statementsLeft = killed + 1;
+            sqlite3_auto_extension(reinterpret_cast<void (*)()>(traceConnection));
+            upgradeStore(strDatabasePath);
+            _exit(0);
+        }
+        int status = 0;
+        waitpid(child, &status, 0);
+        lives = WIFEXITED(status);
+        reopen();
+        const bool isNew = version() == u"2"_s;
+        ASSERT_EQ(definitions(), isNew ? fresh : old);
+        ASSERT_EQ(removedRows(given, storeRows(*cnnMain)), QStringList());
+        ASSERT_EQ(ado::Recordset(u"pragma integrity_check"_s, *cnnMain).FieldAt(0).Text(), u"ok"_s);
+        ASSERT_TRUE(isNew || !lives);
+        if (isNew && !lives)
+            makeVersion1();
+        cnnMain->Close();
+    }
+    EXPECT_GT(killed, 40) << "the statements of the scripts";
+}
+
+} // namespace
