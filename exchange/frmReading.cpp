@@ -51,7 +51,7 @@ void frmReading::blankLabels() {
 void frmReading::cmdBrowse_Click() {
     blankLabels();
     guardedWithDescription([this] {
-        cmnDlg.Filter = u"All Files (*.xls)|*.xls"_s;
+        cmnDlg.Filter = u"All Files (*.xls)|*.xls"_s + returnedFilter;
         cmnDlg.Flags = forms::AllowMultiselect;
         cmnDlg.ShowOpen();
         if (cmnDlg.FileName.trimmed().isEmpty())
@@ -69,7 +69,8 @@ void frmReading::lstXlsFiles_Click() {
     if (ui->lstXlsFiles->SelCount() != 1)
         return;
     guarded([this] {
-        ado::Recordset log(u"select * from log where "_s + conditionOfTitle(titleOf(ui->lstXlsFiles->Text())),
+        ado::Recordset log(u"select * from log where "_s +
+                               conditionOfTitle(findRegisteredTitle(titleOf(ui->lstXlsFiles->Text()))),
                            *cnnMain);
         if (log.Eof())
             return;

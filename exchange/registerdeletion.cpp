@@ -33,7 +33,7 @@ void deleteElsewhere(const QString& fileName, forms::CommonDialog& cmnDlg) {
                 u" Survey File not found in the Current Directory......Kindly locate the file to Delete",
             style::okCancel + style::secondButton) != forms::Answer::Ok)
         return;
-    cmnDlg.Filter = u"All Files (*.xls)|*.xls"_s;
+    cmnDlg.Filter = u"All Files (*.xls)|*.xls"_s + returnedFilter;
     cmnDlg.Flags = forms::HideReadOnly;
     cmnDlg.CancelError = false; // the mailing of this form may have set it
     cmnDlg.ShowOpen();

@@ -283,7 +283,7 @@ void frmFeedBackObj::showReadAnswers() {
 }
 
 void frmFeedBackObj::toLocateXlsFile() {
-    cmnDlg.Filter = u"*.xls|*.xls|*.xls"_s;
+    cmnDlg.Filter = u"*.xls|*.xls|*.xls"_s + returnedFilter;
     cmnDlg.Flags = forms::HideReadOnly;
     cmnDlg.ShowOpen();
     if (cmnDlg.FileName.trimmed().isEmpty() || cmnDlg.FileTitle == u"Template.xls")
@@ -291,7 +291,7 @@ void frmFeedBackObj::toLocateXlsFile() {
     if (toGetLoggedFileName().isEmpty()) {
         forms::msgBox(u"There is no Survey File for the selected Respondent and selected Survey Date..."_s,
                       style::critical);
-    } else if (!isSameTitle(cmnDlg.FileTitle, strXLName)) {
+    } else if (!isReturnOf(cmnDlg.FileTitle, strXLName)) {
         forms::msgBox(u"You have not specified the Correct XLS file.....The orignal file is - "_s +
                           strXLName + u" Please locate the same XLS file",
                       style::critical);

@@ -14,6 +14,38 @@ bool isSameTitle(const QString& one, const QString& other) {
     return toStoredText(one.trimmed()) == toStoredText(other.trimmed());
 }
 
+namespace {
+
+/// The titles under which a file that is returned in another format may have been handed out; none for other
+/// files.
+QStringList titlesHandedOut(const QString& title) {
+    const QString trimmed = title.trimmed();
+    for (const QStringView suffix : {u".xlsx", u".xlsm", u".ods"}) {
+        if (trimmed.endsWith(suffix, Qt::CaseInsensitive)) {
+            const QString base = trimmed.chopped(suffix.size());
+            return {base + u".xls", base};
+        }
+    }
+    return {};
+}
+
+} // namespace
+
+bool isReturnOf(const QString& title, const QString& registered) {
+    const QStringList others = titlesHandedOut(title);
+    return isSameTitle(title, registered) ||
+           std::any_of(others.begin(), others.end(),
+                       [&](const QString& other) { return isSameTitle(other, registered); });
+}
+
+QString findRegisteredTitle(const QString& title) {
+    const QStringList others = titlesHandedOut(title);
+    if (others.isEmpty() || isFileNameLogged(title))
+        return title;
+    const auto found = std::find_if(others.begin(), others.end(), isFileNameLogged);
+    return found != others.end() ? *found : title;
+}
+
 QString conditionOfTitle(const QString& fileName) {
     const QString stored = toStoredText(fileName);
     const QString plain = QString(stored).replace(u'\u2019', u"''"_s);

@@ -12,6 +12,13 @@ inline constexpr QStringView templateFile = u"template.xls";
 /// has the typographic one, the disk the one that was typed.
 bool isSameTitle(const QString& one, const QString& other);
 
+/// What an open dialog for returned survey files offers after its own filter.
+inline constexpr QStringView returnedFilter = u"|Survey Files (*.xls *.xlsx *.ods)|*.xls *.xlsx *.ods";
+
+/// Whether a file is the registered one, as it was handed out or saved in another format: "A.xlsx", "A.xlsm"
+/// and "A.ods" are returned for "A.xls" and "A".
+bool isReturnOf(const QString& title, const QString& registered);
+
 /// The condition of a statement on table log for the rows of that file title, with either apostrophe.
 QString conditionOfTitle(const QString& fileName);
 
@@ -21,6 +28,10 @@ QString findLoggedFileName(const QString& customer, const SurveyKey& survey);
 /// The generated name of the survey's file: surveyid, custid and respondentid without a separator, so that
 /// two surveys can get the same name, and ".xls". Empty for a survey without questions.
 QString makeSystemFileName(const SurveyKey& survey);
+
+/// The title under which the register has a returned file; the file's own if it has none. Looks for another
+/// format only when the register does not have the file's own title.
+QString findRegisteredTitle(const QString& title);
 
 /// Whether the register has the name, for any customer.
 bool isFileNameLogged(const QString& fileName);

@@ -3,6 +3,7 @@
 
 #include "core/store/store.h"
 #include "core/store/worktable.h"
+#include "exchange/files/filenames.h"
 #include "exchange/files/surveylog.h"
 #include "platform/excel/application.h"
 
@@ -30,7 +31,7 @@ QStringList SurveyReader::readAll(const QStringList& paths) {
                 const qsizetype now = next++;
                 if (onFile)
                     onFile(titles[now], paths.size() - next);
-                setLogStatus(titles[now]);
+                setLogStatus(findRegisteredTitle(titles[now]));
                 readFile(paths[now]);
             } while (next < paths.size() && clock.elapsed() < longestTransaction);
         });
@@ -123,7 +124,10 @@ void SurveyReader::writeAnswers(const std::vector<FileAnswer>& answers) {
 /// Two surveys can have files of one name; the file must belong to one of them.
 void SurveyReader::compareWithRegister(const AnswerKeys& keys) {
     QStringList others;
-    for (const LogRow& row : findLogRows(title)) {
+    const QString registered = findRegisteredTitle(title);
+    if (registered != title)
+        newRemarks << u"%1 was read as the returned %2"_s.arg(title, registered);
+    for (const LogRow& row : findLogRows(registered)) {
         QStringList differing;
         if (!row.respid.isEmpty() && row.respid != keys.respondentid)
             differing << u"%1, I2: respondent %2, in the register %3"_s.arg(title, keys.respondentid,
