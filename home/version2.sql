@@ -2,7 +2,8 @@
 
 PRAGMA user_version = 2;
 
--- Readings: which survey files were read, and each answer before and after, so that a reading can be undone ------------
+-- Readings: which survey files were read, and each answer before and after, so that a reading can be undone. The answers
+-- are one text per file: a row for each would take half as long again as the reading.
 
 CREATE TABLE reading (                           -- one row per run
     readingid INTEGER PRIMARY KEY AUTOINCREMENT,
@@ -19,26 +20,12 @@ CREATE TABLE readingfile (
     respondentid  INTEGER,
     surveyid      INTEGER,
     surveydate    DATE,
-    statusbefore  YESNO                          -- of the register row; Null without one
-);
+    statusbefore  YESNO,                         -- of the register row; Null without one
+    answers       TEXT                           -- JSON, an array for each answer written: questionid, whether it is a
+);                                               -- Score question, the answer before (Null: none) and after
 CREATE INDEX readingfile_reading ON readingfile (readingid);
 CREATE INDEX readingfile_content ON readingfile (sha256);
 CREATE INDEX readingfile_survey ON readingfile (surveyid, respondentid);
-
-CREATE TABLE readinganswer (                     -- one row per answer written
-    readingfileid   INTEGER,
-    questionid      INTEGER,
-    isscore         YESNO,
-    existed         YESNO,                       -- no: the values before are Null and undoing deletes the answer
-    surveyidbefore  INTEGER,
-    scorebefore     SMALLINT,
-    weightagebefore SMALLINT,
-    wordsbefore     TEXT COLLATE UNICODE_CI,
-    score           SMALLINT,
-    weightage       SMALLINT,
-    words           TEXT COLLATE UNICODE_CI
-);
-CREATE INDEX readinganswer_file ON readinganswer (readingfileid);
 
 -- Survey files handed over, and what is expected back ------------------------------------------------------------------
 
