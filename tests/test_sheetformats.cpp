@@ -140,8 +140,9 @@ TEST_F(SheetFormats, textsNumbersAndRepetitionsOfOdsParts) {
         "<table:shapes><table:table-row><table:table-cell office:value-type='float' office:value='9'/>"
         "</table:table-row></table:shapes><table:table-header-rows><table:table-row>"
         "<table:table-cell office:value-type='string'><office:annotation><text:p>note</text:p>"
-        "</office:annotation><text:p> a<text:span>b<text:a>c</text:a></text:span> \n d<text:s text:c='2'/>e"
-        "<text:tab/><text:line-break/>f</text:p><text:p>g</text:p></table:table-cell>"
+        "</office:annotation><text:p>\n  a<text:span>b<text:a>c</text:a></text:span> \n  d<text:s "
+        "text:c='2'/>e"
+        "<text:tab/><text:line-break/>f</text:p><text:p> g  &amp;</text:p></table:table-cell>"
         "<table:table-cell office:value-type='string' office:string-value='kept'><text:p>shown</text:p>"
         "</table:table-cell></table:table-row></table:table-header-rows>"
         "<table:table-row-group><table:table-row table:number-rows-repeated='3'>"
@@ -158,7 +159,7 @@ TEST_F(SheetFormats, textsNumbersAndRepetitionsOfOdsParts) {
         "<table:table-row table:number-rows-repeated='1048570'><table:table-cell "
         "table:number-columns-repeated='16384'/></table:table-row>"
         "<table:table-row><table:table-cell office:value-type='float' office:value='1'/></table:table-row>";
-    expectCells(answersOf(odsParts(rows)), {{"A1", u"abc d  e\t\nf\ng"_s},
+    expectCells(answersOf(odsParts(rows)), {{"A1", u"abc d  e\t\nf\n g  &"_s},
                                             {"B1", u"kept"_s},
                                             {"B2", {}},
                                             {"C2", 0.5},

@@ -21,7 +21,6 @@ QString OdsText::read() {
 /// Spans, links and fields are read through.
 QString OdsText::readParagraph() {
     QString text;
-    afterSpace = true;
     for (int depth = 1; depth > 0;) {
         const QXmlStreamReader::TokenType token = xml.next();
         if (token == QXmlStreamReader::EndElement) {
@@ -34,7 +33,6 @@ QString OdsText::readParagraph() {
                 xml.skip();
                 continue;
             }
-            afterSpace = afterSpace && name != u"s" && name != u"tab" && name != u"line-break";
             if (name == u"s")
                 addSpaces(text);
             else if (name == u"tab")
@@ -47,14 +45,21 @@ QString OdsText::readParagraph() {
     return text;
 }
 
+/// A line end in the file, with what indents the next line, counts as one space, and as none at the start of
+/// a paragraph. Other spaces are kept, since LibreOffice writes them as they are in a text of several lines.
 void OdsText::addCharacters(QString& text) {
+    bool inBreak = false;
     for (const QChar c : xml.characters()) {
-        const bool space = c == u' ' || c == u'\t' || c == u'\n' || c == u'\r';
-        if (!space)
-            text += c;
-        else if (!afterSpace)
-            text += u' ';
-        afterSpace = space;
+        const bool isEnd = c == u'\n' || c == u'\r';
+        if (isEnd && !inBreak) {
+            while (text.endsWith(u' '))
+                text.chop(1);
+            if (!text.isEmpty())
+                text += u' ';
+        }
+        inBreak = isEnd || (inBreak && (c == u' ' || c == u'\t'));
+        if (!inBreak)
+            text += c == u'\t' ? QChar(u' ') : c;
     }
 }
 

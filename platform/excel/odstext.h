@@ -22,7 +22,6 @@ private:
     void addSpaces(QString& text);
 
     XmlPart& xml;
-    bool afterSpace = false; // white space in the file counts once, and not at the start of a paragraph
     int spaces = 0;
 };
 
