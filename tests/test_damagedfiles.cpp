@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Damaged survey files never hang or crash the program, and change no answers but their own survey's.
+#include "exchange/files/sheetchoice.h"
 #include "exchange/reading.h"
 #include "platform/excel/compoundfile.h"
 #include "tests/support/surveyfile.h"
@@ -64,7 +65,7 @@ TEST_F(SurveyTest, damagedSurveyFilesWriteTheirOwnAnswersOrNothing) {
         if (owners.isEmpty())
             continue;
         const excel::Application application;
-        const auto sheet = application.Workbooks().Open(file).Worksheets(u"Sheet1"_s);
+        const auto sheet = surveySheetOf(application.Workbooks().Open(file));
         const auto keyAt = [&](int row) {
             const excel::Value key = sheet.Cells(row, 9).Value();
             return QString::number(qlonglong(key.number().value_or(key.text().toDouble())));

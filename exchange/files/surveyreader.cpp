@@ -4,6 +4,7 @@
 #include "core/store/store.h"
 #include "core/store/worktable.h"
 #include "exchange/files/filenames.h"
+#include "exchange/files/sheetchoice.h"
 #include "exchange/files/surveylog.h"
 #include "platform/excel/application.h"
 
@@ -93,7 +94,7 @@ void SurveyReader::readFile(const QString& path) {
     failing.reset();
     excel::Application appExcel;
     const excel::Workbook wkbExcel = appExcel.Workbooks().Open(path);
-    const excel::Worksheet wksExcel = wkbExcel.Worksheets(cellmap::sheetName.toString());
+    const excel::Worksheet wksExcel = surveySheetOf(wkbExcel);
     wksExcel.Unprotect(cellmap::sheetPassword.toString());
     const SheetAnswers read = AnswerSheet(wksExcel, title, [this](const QString& questionid) {
                                   return questionType(questionid);

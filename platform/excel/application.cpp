@@ -17,7 +17,7 @@ Application::FileShower& fileShower() {
 std::vector<std::shared_ptr<OpenWorkbook>> openWorkbooks(const ApplicationState& state) {
     std::vector<std::shared_ptr<OpenWorkbook>> result;
     for (const auto& candidate : state.workbooks)
-        if (const auto open = candidate.lock(); open && open->file)
+        if (const auto open = candidate.lock(); open && open->isOpen())
             result.push_back(open);
     return result;
 }
@@ -36,7 +36,7 @@ excel::Workbooks Application::Workbooks() const {
 
 void Application::Quit() {
     for (const auto& open : openWorkbooks(*state))
-        open->file.reset();
+        open->close();
     state->workbooks.clear();
 }
 
@@ -49,14 +49,17 @@ void Application::setVisible(bool visible) {
     if (!visible || !fileShower())
         return;
     for (const auto& open : openWorkbooks(*state))
-        fileShower()(open->file->path());
+        fileShower()(open->path());
 }
 
 Workbook Workbooks::Open(const QString& path) const {
     auto open = std::make_shared<OpenWorkbook>();
     open->application = state;
-    open->file = std::make_unique<biff::BookFile>(path);
-    open->name = open->file->name();
+    if (isPackage(path))
+        open->values = readPackage(path);
+    else
+        open->file = std::make_unique<biff::BookFile>(path);
+    open->name = QFileInfo(path).fileName();
     std::erase_if(state->workbooks, [](const auto& released) { return released.expired(); });
     state->workbooks.push_back(open);
     return Workbook(open);

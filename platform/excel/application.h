@@ -9,9 +9,10 @@ namespace excel {
 
 class Workbooks;
 
-/// An invisible spreadsheet application that works on files of the Excel 97-2003 format (.xls). It never runs
-/// a macro, computes a formula or shows anything. A new Application has no workbooks; copies of it, and
-/// Workbook::Application(), are the same one. Everything here belongs to one thread.
+/// An invisible spreadsheet application that works on files of the Excel 97-2003 format (.xls) and reads
+/// those of newer Excel (.xlsx, .xlsm) and OpenDocument (.ods). It never runs a macro, computes a formula or
+/// shows anything. A new Application has no workbooks; copies of it, and Workbook::Application(), are the
+/// same one. Everything here belongs to one thread.
 //
 /// Objects are handles: copying one is cheap and refers to the same thing, and using one after its workbook
 /// was closed throws Failure. A workbook that no handle refers to any more is released without saving.
@@ -43,8 +44,9 @@ private:
 /// The open workbooks of an application.
 class Workbooks {
 public:
-    /// Opens a file by its full path. Throws Failure when it is missing, unreadable, no Excel 97-2003
-    /// workbook (newer or older Excel, OpenDocument, HTML, text), encrypted, or damaged.
+    /// Opens a file by its full path. Its content decides what it is, whatever its name says; all but Excel
+    /// 97-2003 workbooks can be read only. Throws Failure when it is missing, unreadable, no workbook (binary
+    /// or older Excel, HTML, text, other zip files), encrypted, damaged, or beyond a limit of its format.
     Workbook Open(const QString& path) const;
     int Count() const;
 

@@ -57,10 +57,6 @@ QString describeForeignFile(const QByteArray& file) {
         return {};
     if (file.isEmpty())
         return u"is empty and no Excel workbook"_s;
-    if (file.startsWith("PK\x03\x04"))
-        return file.left(128).contains("vnd.oasis")
-                   ? u"is an OpenDocument spreadsheet (.ods) and no Excel 97-2003 workbook (.xls)"_s
-                   : u"is a newer Excel workbook (.xlsx) and no Excel 97-2003 workbook (.xls)"_s;
     if (isBareRecordStream(file))
         return u"is a workbook of Excel 95 or older, which cannot be read"_s;
     const QByteArray start = (file.startsWith(utf8Mark) ? file.mid(3, 256) : file.left(256)).trimmed();

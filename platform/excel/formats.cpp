@@ -121,10 +121,7 @@ quint16 Formats::fontInColour(quint16 index, quint16 colour) {
 
 bool Formats::isDate(quint16 numberFormat) const {
     const auto own = numberFormats.find(numberFormat);
-    if (own != numberFormats.end())
-        return isDateCode(own->second);
-    const auto within = [=](int first, int last) { return numberFormat >= first && numberFormat <= last; };
-    return within(14, 22) || within(27, 36) || within(45, 47) || within(50, 58);
+    return own != numberFormats.end() ? isDateCode(own->second) : isBuiltInDate(numberFormat);
 }
 
 quint16 Formats::numberFormat(const QString& code) {

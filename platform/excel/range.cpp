@@ -3,6 +3,7 @@
 
 #include "platform/excel/bytes.h"
 #include "platform/excel/editor.h"
+#include "platform/excel/openworkbook.h"
 #include "platform/excel/refusal.h"
 
 using namespace Qt::StringLiterals;
@@ -58,6 +59,8 @@ void forEachCell(const biff::SheetHandle& sheet, const biff::Area& area,
 } // namespace
 
 excel::Value Range::Value() const {
+    if (const ValueBook* values = sheet.workbook().values.get())
+        return values->value(sheet.sheet(), area.first);
     excel::Value value;
     sheet.edit(Access::Read, [&](Editor& editor) { value = editor.value(area.first); });
     return value;

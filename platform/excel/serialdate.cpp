@@ -57,4 +57,9 @@ bool isDateCode(QStringView code) {
     return shape.contains(dateLetter);
 }
 
+bool isBuiltInDate(int numberFormat) {
+    const auto within = [=](int first, int last) { return numberFormat >= first && numberFormat <= last; };
+    return within(14, 22) || within(27, 36) || within(45, 47) || within(50, 58);
+}
+
 } // namespace excel::biff

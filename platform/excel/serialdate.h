@@ -17,5 +17,7 @@ std::optional<double> toSerial(QDate date, QTime time, bool from1904);
 
 /// Whether a number format's code shows a date or a time of day.
 bool isDateCode(QStringView code);
+/// The same for a number format that workbooks do not list, by its number.
+bool isBuiltInDate(int numberFormat);
 
 } // namespace excel::biff

@@ -8,7 +8,8 @@ namespace excel {
 class Application;
 struct ApplicationState;
 
-/// One open .xls file. Changes are in memory until they are saved.
+/// One open file. Changes are in memory until they are saved. A file that can be read only gives the values
+/// of its cells; everything that would change it, and all that concerns formats, throws Failure.
 class Workbook {
 public:
     Workbook() = default; ///< refers to no workbook
@@ -16,6 +17,8 @@ public:
     /// The sheet of that name, in any case. Throws Failure when there is none, when it is a chart or macro
     /// sheet, or when its records are damaged.
     Worksheet Worksheets(const QString& name) const;
+    /// The names of the worksheets, in their order.
+    QStringList SheetNames() const;
     /// The path it was opened from or last saved to.
     QString FullName() const;
     excel::Application Application() const;

@@ -21,7 +21,7 @@ OpenWorkbook& SheetHandle::workbook() const {
 
 void SheetHandle::edit(Access access, const std::function<void(Editor&)>& work) const {
     OpenWorkbook& open = workbook();
-    Book& book = open.file->book();
+    Book& book = open.changeable().book();
     try {
         Editor editor(book, index);
         work(editor);
@@ -56,7 +56,9 @@ bool isInSheet(biff::Place place) {
 } // namespace
 
 QString Worksheet::Name() const {
-    return sheet.workbook().file->book().sheetName(sheet.sheet());
+    const OpenWorkbook& open = sheet.workbook();
+    return open.values ? open.values->sheets[size_t(sheet.sheet())].name
+                       : open.file->book().sheetName(sheet.sheet());
 }
 
 excel::Range Worksheet::Cells(int row, int column) const {
@@ -84,15 +86,19 @@ excel::Range Worksheet::Range(const QString& from, const QString& to) const {
 }
 
 bool Worksheet::IsProtected() const {
-    return sheet.workbook().file->book().sheet(sheet.sheet()).isProtected();
+    const OpenWorkbook& open = sheet.workbook();
+    return open.values ? open.values->sheets[size_t(sheet.sheet())].isProtected
+                       : open.file->book().sheet(sheet.sheet()).isProtected();
 }
 
 void Worksheet::Protect(const QString& password) const {
-    sheet.edit(biff::Access::Write, [&](biff::Editor& editor) { editor.protect(password); });
+    if (!sheet.workbook().values)
+        sheet.edit(biff::Access::Write, [&](biff::Editor& editor) { editor.protect(password); });
 }
 
 void Worksheet::Unprotect(const QString& password) const {
-    sheet.edit(biff::Access::Write, [&](biff::Editor& editor) { editor.unprotect(password); });
+    if (!sheet.workbook().values)
+        sheet.edit(biff::Access::Write, [&](biff::Editor& editor) { editor.unprotect(password); });
 }
 
 } // namespace excel

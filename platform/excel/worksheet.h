@@ -23,7 +23,8 @@ public:
 
     /// Protection: locked cells keep their contents, and all cells their formats. Passwords are up to 15
     /// ASCII characters and may be empty; case counts. The file stores a 16-bit hash of the password: it
-    /// prevents mistakes, not attacks.
+    /// prevents mistakes, not attacks. In a file that can be read only, Protect and Unprotect do nothing and
+    /// check no password.
     bool IsProtected() const;
     /// Failure when the sheet is protected with another password; nothing happens when it is with this one.
     void Protect(const QString& password) const;

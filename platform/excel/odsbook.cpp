@@ -1,0 +1,188 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/excel/odsbook.h"
+
+#include "platform/excel/odstext.h"
+#include "platform/excel/refusal.h"
+#include "platform/excel/serialdate.h"
+
+#include <QRegularExpression>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace excel {
+
+namespace {
+
+constexpr QByteArrayView spreadsheetType = "application/vnd.oasis.opendocument.spreadsheet";
+constexpr QByteArrayView documentType = "application/vnd.oasis.opendocument.";
+
+/// How often a row or cell is repeated, at most as often as fits a sheet.
+int repetitions(const XmlPart& xml, QStringView attribute) {
+    return std::clamp(xml.number(attribute).value_or(1), 1, biff::maxRows);
+}
+
+double numberOf(const QString& text) {
+    bool good = false;
+    const double number = text.toDouble(&good);
+    if (!good || !qIsFinite(number))
+        biff::damaged(u"a cell has the number \"%1\""_s.arg(text.left(20)));
+    return number;
+}
+
+/// A duration such as PT12H30M00S as a cell with a number format of times has it: a number of days.
+Value durationOf(const QString& text) {
+    static const QRegularExpression form(
+        uR"(^(-?)P(?:(\d+)D)?(?:T(?:(\d+)H)?(?:(\d+)M)?(?:(\d+(?:[.,]\d+)?)S)?)?$)"_s);
+    const QRegularExpressionMatch match = form.match(text);
+    if (!match.hasMatch())
+        return text;
+    const auto part = [&](int group) { return match.captured(group).replace(u',', u'.').toDouble(); };
+    const double days = part(2) + part(3) / 24 + part(4) / 1440 + part(5) / 86400;
+    return biff::fromSerial(match.captured(1).isEmpty() ? days : -days, false);
+}
+
+/// Reads the sheets of one workbook.
+class SheetReader {
+public:
+    SheetReader(XmlPart& part, ValueBook& book) : xml(part), result(book), texts(part) {}
+
+    void readTables();
+
+private:
+    struct Run { // of equal cells in a row
+        int column;
+        int count;
+        Value value;
+    };
+    void readTable();
+    void readRow(ValueSheet& sheet);
+    Value readCell();
+
+    XmlPart& xml;
+    ValueBook& result;
+    OdsText texts;
+    int row = 0; // the next one
+};
+
+void SheetReader::readTables() {
+    while (xml.nextChild()) { // of the spreadsheet
+        if (xml.name() == u"table" && xml.attribute(u"style-name") != u"ta_extref")
+            readTable();
+        else
+            xml.skip(); // also the copies of other files' sheets
+    }
+}
+
+/// Rows may be within groups and headers.
+void SheetReader::readTable() {
+    ValueSheet sheet{.name = xml.attribute(u"name"), .isProtected = xml.flag(u"protected")};
+    row = 0;
+    for (int depth = 1; depth > 0;) {
+        const QXmlStreamReader::TokenType token = xml.next();
+        if (token == QXmlStreamReader::EndElement) {
+            --depth;
+        } else if (token == QXmlStreamReader::StartElement) {
+            if (xml.name() == u"table-row")
+                readRow(sheet);
+            else if (xml.name() == u"table-row-group" || xml.name() == u"table-rows" ||
+                     xml.name() == u"table-header-rows")
+                ++depth;
+            else
+                xml.skip();
+        }
+    }
+    result.sheets.push_back(std::move(sheet));
+}
+
+void SheetReader::readRow(ValueSheet& sheet) {
+    const int count = std::min(repetitions(xml, u"number-rows-repeated"), biff::maxRows - row);
+    std::vector<Run> runs;
+    int column = 0;
+    while (xml.nextChild()) {
+        if (xml.name() != u"table-cell" && xml.name() != u"covered-table-cell") {
+            xml.skip();
+            continue;
+        }
+        const int repeated =
+            std::min(repetitions(xml, u"number-columns-repeated"), biff::maxColumns - column);
+        Value value = readCell();
+        if (!value.isBlank() && repeated > 0)
+            runs.push_back({column, repeated, std::move(value)});
+        column += repeated;
+    }
+    const int end = row + count;
+    for (; row < end && !runs.empty(); ++row)
+        for (const Run& run : runs)
+            for (int i = 0; i < run.count; ++i)
+                result.put(sheet, {row, run.column + i}, run.value);
+    row = end;
+}
+
+Value SheetReader::readCell() {
+    const QString type = xml.attribute(u"value-type", u"office");
+    const bool isError = xml.attribute(u"value-type", u"calcext") == u"error";
+    const QString number = xml.attribute(u"value");
+    const QString date = xml.attribute(u"date-value");
+    const QString time = xml.attribute(u"time-value");
+    const bool truth = xml.flag(u"boolean-value");
+    const QString words = xml.attribute(u"string-value");
+    const QString shown = texts.read();
+    if (isError)
+        return errorNamed(shown);
+    if (type == u"float" || type == u"percentage" || type == u"currency")
+        return numberOf(number);
+    if (type == u"date")
+        return momentOf(date).value_or(shown);
+    if (type == u"time")
+        return durationOf(time);
+    if (type == u"boolean")
+        return Value::boolean(truth);
+    if (type == u"string")
+        return words.isEmpty() ? shown : words;
+    return {};
+}
+
+bool isEncrypted(ZipPackage& package) {
+    const QString manifest = u"META-INF/manifest.xml"_s;
+    if (!package.has(manifest))
+        return false;
+    XmlPart xml(package.read(manifest), manifest);
+    while (xml.nextChild()) {
+        while (xml.nextChild()) {
+            if (xml.name() == u"encryption-data")
+                return true;
+            xml.skip();
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+void readOds(ZipPackage& package, ValueBook& book) {
+    const QByteArray type = package.read(u"mimetype"_s).trimmed();
+    if (!type.startsWith(documentType))
+        throw biff::Refusal(u"is a zip file and no workbook"_s);
+    if (type != spreadsheetType && type != spreadsheetType.toByteArray() + "-template")
+        throw biff::Refusal(u"is an OpenDocument file and no spreadsheet"_s);
+    if (isEncrypted(package))
+        throw biff::Refusal(u"is an OpenDocument spreadsheet (.ods) that is encrypted with a password"_s);
+    const QString content = u"content.xml"_s;
+    XmlPart xml(package.read(content), content);
+    while (xml.nextChild()) {
+        if (xml.name() != u"body") {
+            xml.skip();
+            continue;
+        }
+        while (xml.nextChild()) {
+            if (xml.name() == u"spreadsheet")
+                SheetReader(xml, book).readTables();
+            else
+                xml.skip();
+        }
+    }
+}
+
+} // namespace excel

@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/excel/xmlpart.h"
+
+#include "platform/excel/refusal.h"
+
+using namespace Qt::StringLiterals;
+
+namespace excel {
+
+namespace {
+
+constexpr int maxAttributes = 200; // of one element; QXmlStreamReader compares each with all others
+
+/// The position after the comment, CDATA section or instruction that begins at `at`; -1 for a tag.
+qsizetype afterSpecial(QByteArrayView content, qsizetype at) {
+    static constexpr std::pair<QByteArrayView, QByteArrayView> kinds[] = {
+        {"<!--", "-->"}, {"<![CDATA[", "]]>"}, {"<?", "?>"}};
+    for (const auto& [start, end] : kinds) {
+        if (!content.sliced(at).startsWith(start))
+            continue;
+        const qsizetype close = content.indexOf(end, at + start.size());
+        return close < 0 ? content.size() : close + end.size();
+    }
+    return -1;
+}
+
+/// Whether no tag has more quoted values than an element may have attributes.
+bool hasFewAttributes(QByteArrayView content) {
+    for (qsizetype at = content.indexOf('<'); at >= 0; at = content.indexOf('<', at)) {
+        if (const qsizetype after = afterSpecial(content, at); after >= 0) {
+            at = after;
+            continue;
+        }
+        int values = 0;
+        for (char quote = 0; at < content.size() && (quote || content[at] != '>'); ++at) {
+            const char c = content[at];
+            if (quote && c == quote)
+                quote = 0;
+            else if (!quote && (c == '"' || c == '\'')) {
+                quote = c;
+                if (++values > maxAttributes)
+                    return false;
+            }
+        }
+    }
+    return true;
+}
+
+} // namespace
+
+XmlPart::XmlPart(const QByteArray& content, const QString& partName) : xml(content), title(partName) {
+    if (content.contains('\0'))
+        biff::damaged(u"its part \"%1\" is not in UTF-8"_s.arg(title));
+    if (!hasFewAttributes(content))
+        biff::damaged(u"an element of its part \"%1\" has too many attributes"_s.arg(title));
+    xml.setNamespaceProcessing(false);
+    while (!xml.isStartElement())
+        if (next() == QXmlStreamReader::DTD)
+            throw biff::Refusal(
+                u"has a document type declaration in its part \"%1\", which is not allowed"_s.arg(title));
+}
+
+void XmlPart::check() const {
+    if (xml.hasError() || xml.atEnd())
+        biff::damaged(u"its part \"%1\" is no well-formed XML"_s.arg(title));
+}
+
+QString XmlPart::attribute(QStringView name, QStringView prefix) const {
+    for (const QXmlStreamAttribute& attribute : xml.attributes())
+        if (attribute.name() == name &&
+            (prefix.isNull() ? attribute.prefix() != u"xmlns" : attribute.prefix() == prefix))
+            return attribute.value().toString();
+    return {};
+}
+
+std::optional<int> XmlPart::number(QStringView attributeName) const {
+    bool good = false;
+    const int number = attribute(attributeName).toInt(&good);
+    return good ? std::optional(number) : std::nullopt;
+}
+
+bool XmlPart::flag(QStringView attributeName) const {
+    const QString value = attribute(attributeName);
+    return value == u"1" || value == u"true";
+}
+
+bool XmlPart::nextChild() {
+    const bool found = xml.readNextStartElement();
+    if (!found && xml.hasError())
+        check();
+    return found;
+}
+
+void XmlPart::skip() {
+    xml.skipCurrentElement();
+    if (xml.hasError())
+        check();
+}
+
+QString XmlPart::text() {
+    QString text = xml.readElementText(QXmlStreamReader::SkipChildElements);
+    if (xml.hasError())
+        check();
+    return text;
+}
+
+QXmlStreamReader::TokenType XmlPart::next() {
+    const QXmlStreamReader::TokenType token = xml.readNext();
+    check();
+    return token;
+}
+
+} // namespace excel

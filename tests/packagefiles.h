@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "tests/excelfiles.h"
+
+#include <zip.h>
+
+#include <map>
+
+/// The parts of a zip file by their names.
+using Parts = std::map<QString, QByteArray>;
+
+inline void writeParts(const QString& path, const Parts& parts) {
+    QFile::remove(path);
+    zip_t* archive = zip_open(qPrintable(path), ZIP_CREATE, nullptr);
+    ASSERT_TRUE(archive);
+    for (const auto& [name, content] : parts) {
+        zip_source_t* source =
+            zip_source_buffer(archive, content.constData(), zip_uint64_t(content.size()), 0);
+        ASSERT_GE(zip_file_add(archive, qPrintable(name), source, ZIP_FL_ENC_UTF_8), 0);
+    }
+    ASSERT_EQ(zip_close(archive), 0);
+}
+
+inline Parts partsOf(const QString& path) {
+    Parts parts;
+    zip_t* archive = zip_open(qPrintable(path), ZIP_RDONLY, nullptr);
+    for (zip_int64_t i = 0; archive && i < zip_get_num_entries(archive, 0); ++i) {
+        zip_stat_t about;
+        zip_stat_index(archive, zip_uint64_t(i), 0, &about);
+        QByteArray content(qsizetype(about.size), '\0');
+        zip_file_t* file = zip_fopen_index(archive, zip_uint64_t(i), 0);
+        EXPECT_EQ(zip_fread(file, content.data(), about.size), content.size());
+        zip_fclose(file);
+        parts[QString::fromUtf8(about.name)] = content;
+    }
+    zip_discard(archive);
+    return parts;
+}
+
+/// The parts of a workbook with one sheet, "Answers", of these row elements.
+inline Parts xlsxParts(const QByteArray& rows, const QByteArray& strings = {},
+                       const QByteArray& properties = {}) {
+    const QByteArray type = "http://schemas.openxmlformats.org/officeDocument/2006/relationships/";
+    return {
+        {QStringLiteral("_rels/.rels"), "<Relationships><Relationship Id='r1' Type='" + type +
+                                            "officeDocument' Target='/xl/workbook.xml'/></Relationships>"},
+        {QStringLiteral("xl/workbook.xml"),
+         "<workbook xmlns:r='r'>" + properties +
+             "<sheets><sheet name='Answers' r:id='r1'/></sheets></workbook>"},
+        {QStringLiteral("xl/_rels/workbook.xml.rels"),
+         "<Relationships><Relationship Id='r1' Type='" + type +
+             "worksheet' Target='worksheets/a.xml'/><Relationship Id='r2' Type='" + type +
+             "sharedStrings' Target='strings.xml'/><Relationship Id='r3' Type='" + type +
+             "styles' Target='styles.xml'/></Relationships>"},
+        {QStringLiteral("xl/worksheets/a.xml"), "<worksheet><sheetData>" + rows + "</sheetData></worksheet>"},
+        {QStringLiteral("xl/strings.xml"), "<sst count='4000000000'>" + strings + "</sst>"},
+        {QStringLiteral("xl/styles.xml"),
+         "<styleSheet><numFmts><numFmt numFmtId='170' formatCode='0.0&quot; d&quot;\\m[Red]'/><numFmt "
+         "numFmtId='171' formatCode='[$-409]d\\-mmm'/><numFmt numFmtId='172' formatCode='[h]:mm'/></numFmts>"
+         "<cellStyleXfs><xf numFmtId='14'/></cellStyleXfs><cellXfs><xf numFmtId='0'/><xf numFmtId='14'/>"
+         "<xf numFmtId='170'/><xf numFmtId='171'/><xf numFmtId='172'/><xf numFmtId='47'/></cellXfs>"
+         "</styleSheet>"}};
+}
+
+/// The parts of an OpenDocument spreadsheet with one sheet, "Answers", of these row elements.
+inline Parts odsParts(const QByteArray& rows) {
+    return {{QStringLiteral("mimetype"), "application/vnd.oasis.opendocument.spreadsheet"},
+            {QStringLiteral("content.xml"),
+             "<office:document-content xmlns:office='o' xmlns:table='t' xmlns:text='x'><office:body>"
+             "<office:spreadsheet><table:table table:name='Answers'>" +
+                 rows + "</table:table></office:spreadsheet></office:body></office:document-content>"}};
+}
+
+/// Fixture of the tests on workbooks that are zip files.
+class PackageFiles : public ExcelFiles {
+protected:
+    /// Converts files by LibreOffice into the test's folder.
+    void convert(const QString& type, const QStringList& files) const {
+        outputOf(QStringLiteral("soffice"),
+                 QStringList{QStringLiteral("-env:UserInstallation=file://") +
+                                 folder.filePath(QStringLiteral("profile")),
+                             QStringLiteral("--headless"), QStringLiteral("--convert-to"), type,
+                             QStringLiteral("--outdir"), folder.path()} +
+                     files);
+    }
+    QString written(const Parts& parts, const QString& name = QStringLiteral("a.xls")) const {
+        writeParts(path(name), parts);
+        return path(name);
+    }
+    excel::Worksheet answersOf(const Parts& parts) const {
+        return application.Workbooks().Open(written(parts)).Worksheets(QStringLiteral("Answers"));
+    }
+    QString refusalOf(const Parts& parts) const {
+        return errorOf([&] { application.Workbooks().Open(written(parts)); });
+    }
+};
