@@ -16,7 +16,8 @@ class ZipPackage {
 public:
     static constexpr qsizetype maxFileSize = qsizetype(8) * 1024 * 1024;
     static constexpr qsizetype maxPartSize = qsizetype(32) * 1024 * 1024;
-    static constexpr qsizetype maxReadSize = qsizetype(64) * 1024 * 1024; ///< all parts that are read, together
+    static constexpr qsizetype maxReadSize =
+        qsizetype(64) * 1024 * 1024; ///< all parts that are read, together
     static constexpr int maxEntries = 1000;
 
     /// True when the bytes begin like a zip file.
