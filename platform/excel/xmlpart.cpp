@@ -9,7 +9,8 @@ namespace excel {
 
 namespace {
 
-constexpr int maxAttributes = 200; // of one element; QXmlStreamReader compares each with all others
+constexpr int maxAttributes = 200; // of one element; each is compared with all others
+constexpr int maxDepth = 500;
 
 /// The position after the comment, CDATA section or instruction that begins at `at`; -1 for a tag.
 qsizetype afterSpecial(QByteArrayView content, qsizetype at) {
@@ -24,26 +25,41 @@ qsizetype afterSpecial(QByteArrayView content, qsizetype at) {
     return -1;
 }
 
-/// Whether no tag has more quoted values than an element may have attributes.
-bool hasFewAttributes(QByteArrayView content) {
+/// Moves from the start of a tag to its end; false when it has too many quoted values.
+bool passTag(QByteArrayView content, qsizetype& at) {
+    int values = 0;
+    for (char quote = 0; at < content.size() && (quote || content[at] != '>'); ++at) {
+        const char c = content[at];
+        if (quote && c == quote)
+            quote = 0;
+        else if (!quote && (c == '"' || c == '\'')) {
+            quote = c;
+            if (++values > maxAttributes)
+                return false;
+        }
+    }
+    return true;
+}
+
+/// What would take QXmlStreamReader too much time or memory, as the end of a sentence; empty without it.
+QString excessOf(QByteArrayView content) {
+    int depth = 0;
     for (qsizetype at = content.indexOf('<'); at >= 0; at = content.indexOf('<', at)) {
         if (const qsizetype after = afterSpecial(content, at); after >= 0) {
             at = after;
             continue;
         }
-        int values = 0;
-        for (char quote = 0; at < content.size() && (quote || content[at] != '>'); ++at) {
-            const char c = content[at];
-            if (quote && c == quote)
-                quote = 0;
-            else if (!quote && (c == '"' || c == '\'')) {
-                quote = c;
-                if (++values > maxAttributes)
-                    return false;
-            }
-        }
+        const bool isEnd = content.sliced(at).startsWith("</");
+        if (!passTag(content, at))
+            return u"has an element with too many attributes"_s;
+        if (isEnd)
+            --depth;
+        else if (content[at - 1] != '/')
+            ++depth;
+        if (depth > maxDepth)
+            return u"has elements nested too deep"_s;
     }
-    return true;
+    return {};
 }
 
 } // namespace
@@ -51,8 +67,8 @@ bool hasFewAttributes(QByteArrayView content) {
 XmlPart::XmlPart(const QByteArray& content, const QString& partName) : xml(content), title(partName) {
     if (content.contains('\0'))
         biff::damaged(u"its part \"%1\" is not in UTF-8"_s.arg(title));
-    if (!hasFewAttributes(content))
-        biff::damaged(u"an element of its part \"%1\" has too many attributes"_s.arg(title));
+    if (const QString excess = excessOf(content); !excess.isEmpty())
+        biff::damaged(u"its part \"%1\" %2"_s.arg(title, excess));
     xml.setNamespaceProcessing(false);
     while (!xml.isStartElement())
         if (next() == QXmlStreamReader::DTD)
