@@ -90,11 +90,14 @@ QStringList converted(const QTemporaryDir& home, const QStringList& paths, const
     for (const QString& path : paths)
         results << path.chopped(3) + type;
     constexpr qsizetype atOnce = 200;
-    for (qsizetype first = 0; first < paths.size(); first += atOnce)
-        QProcess::execute(u"soffice"_s,
-                          QStringList{u"-env:UserInstallation=file://"_s + home.filePath(u"profile"_s),
-                                      u"--headless"_s, u"--convert-to"_s, type, u"--outdir"_s, home.path()} +
-                              paths.mid(first, atOnce));
+    for (qsizetype first = 0; first < paths.size(); first += atOnce) {
+        QProcess office; // its list of files is not shown
+        office.start(u"soffice"_s,
+                     QStringList{u"-env:UserInstallation=file://"_s + home.filePath(u"profile"_s),
+                                 u"--headless"_s, u"--convert-to"_s, type, u"--outdir"_s, home.path()} +
+                         paths.mid(first, atOnce));
+        office.waitForFinished(-1);
+    }
     return results;
 }
 
