@@ -82,7 +82,8 @@ void XmlPart::check() const {
 }
 
 QString XmlPart::attribute(QStringView name, QStringView prefix) const {
-    for (const QXmlStreamAttribute& attribute : xml.attributes())
+    const QXmlStreamAttributes all = xml.attributes(); // const: iterating must not copy them
+    for (const QXmlStreamAttribute& attribute : all)
         if (attribute.name() == name &&
             (prefix.isNull() ? attribute.prefix() != u"xmlns" : attribute.prefix() == prefix))
             return attribute.value().toString();
