@@ -40,6 +40,8 @@ frmLogDetails::frmLogDetails() : DefaultForm(Kind::SubWindow), ui(std::make_uniq
 }
 
 frmLogDetails::~frmLogDetails() {
+    if (loaded() && loaded() != this)
+        return; // this one was closed earlier; the dialog belongs to the new one
     frmMessage::read = {};
     frmMessage::write = {};
 }
