@@ -120,9 +120,11 @@ int main(int argc, char** argv) {
         QElapsedTimer clock;
         clock.start();
         double memory = 0;
-        const Reading reading = readSurveyFiles(files, [&](const QString&, qsizetype left) {
+        const std::vector<ReturnedFile> returned(files.begin(), files.end());
+        const Reading reading = readSurveyFiles(returned, [&](const QString&, qsizetype left) {
             if (left == paths.size() * 9 / 10)
                 memory = residentMemory();
+            return true;
         });
         if (!reading.bad.isEmpty())
             return 1;

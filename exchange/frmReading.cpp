@@ -11,8 +11,6 @@
 #include "platform/forms/msgbox.h"
 #include "ui_frmReading.h"
 
-#include <algorithm>
-
 using namespace Qt::StringLiterals;
 namespace style = forms::style;
 
@@ -94,17 +92,21 @@ void frmReading::cmdImport_Click() {
 }
 
 void frmReading::toreadFromXlsFile() {
-    QStringList paths;
+    std::vector<ReturnedFile> files;
     QStringList bad;
     for (int line = 0; line < ui->lstXlsFiles->ListCount(); ++line) {
-        const QString path = ui->lstXlsFiles->List(line);
-        if (ui->lstXlsFiles->Selected(line))
-            (mayUseFile(path) ? paths : bad) << path;
+        const ReturnedFile file(ui->lstXlsFiles->List(line));
+        if (!ui->lstXlsFiles->Selected(line))
+            continue;
+        if (mayUseFile(file.path))
+            files.push_back(file);
+        else
+            bad << file.title();
     }
-    const bool several = paths.size() + bad.size() > 1;
-    std::transform(bad.begin(), bad.end(), bad.begin(), titleOf);
-    const Reading reading = readSurveyFiles(paths, [](const QString& title, qsizetype left) {
+    const bool several = files.size() + std::size_t(bad.size()) > 1;
+    const Reading reading = readSurveyFiles(files, [](const QString& title, qsizetype left) {
         showStatus(u"Importing Survey File(s)......"_s + title + u", %1 left"_s.arg(left));
+        return true;
     });
     // The failure of a single file has named it, unless it was the store's.
     nameAfterReading(several || reading.hasStoreFailed ? bad + reading.bad : QStringList(), reading.remarks);

@@ -10,41 +10,40 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Reads by `files`, which returns the titles of the bad ones; all of them are bad without a copy.
-Reading readAfterCopy(SurveyReader& reader, const QStringList& paths,
-                      const std::function<QStringList()>& files) {
+/// Reads by `read`, which returns the titles of the bad ones; all of them are bad without a copy.
+Reading readAfterCopy(SurveyReader& reader, const std::vector<ReturnedFile>& files,
+                      const std::function<QStringList()>& read) {
     const bool isCopied = guardedWithDescription([] {
         reconnect();
         backUpBeforeLoss();
     });
     if (!isCopied) {
         QStringList titles;
-        for (const QString& path : paths)
-            titles << path.section(u'/', -1);
+        for (const ReturnedFile& file : files)
+            titles << file.title();
         return {.bad = titles, .remarks = {}, .hasStoreFailed = true};
     }
     reader.onFailure = showWithDescription;
     reader.onStored = [](const SurveyReader::Questionnaires& stored) {
         Q_EMIT ReadReport::instance().answersStored(stored);
     };
-    const QStringList bad = files();
+    const QStringList bad = read();
     return {bad, reader.remarks(), reader.hasWritten(), reader.hasStoreFailed()};
 }
 
 } // namespace
 
-Reading readSurveyFile(const QString& path) {
+Reading readSurveyFile(const ReturnedFile& file) {
     SurveyReader reader;
-    return readAfterCopy(reader, {path}, [&] {
-        return reader.read(path) ? QStringList() : QStringList(path.section(u'/', -1));
-    });
+    return readAfterCopy(reader, {file},
+                         [&] { return reader.read(file) ? QStringList() : QStringList(file.title()); });
 }
 
-Reading readSurveyFiles(const QStringList& paths,
-                        const std::function<void(const QString& title, qsizetype left)>& onFile) {
+Reading readSurveyFiles(const std::vector<ReturnedFile>& files,
+                        const std::function<bool(const QString& title, qsizetype left)>& onFile) {
     SurveyReader reader;
     reader.onFile = onFile;
-    return readAfterCopy(reader, paths, [&] { return reader.readAll(paths); });
+    return readAfterCopy(reader, files, [&] { return reader.readAll(files); });
 }
 
 ReadReport& ReadReport::instance() {

@@ -15,10 +15,10 @@ struct Reading {
 
 // Both copy the database first and show each failure as it occurs.
 
-Reading readSurveyFile(const QString& path);
+Reading readSurveyFile(const ReturnedFile& file);
 /// As SurveyReader::readAll.
-Reading readSurveyFiles(const QStringList& paths,
-                        const std::function<void(const QString& title, qsizetype left)>& onFile = {});
+Reading readSurveyFiles(const std::vector<ReturnedFile>& files,
+                        const std::function<bool(const QString& title, qsizetype left)>& onFile = {});
 
 /// Emits which questionnaires have got answers from survey files, after each commit.
 class ReadReport : public QObject {

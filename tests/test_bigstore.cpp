@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A store of many records: saving is fast, and a save killed part way leaves the store as it was.
+#include "exchange/files/homefile.h"
 #include "exchange/reading.h"
 #include "feedback/frmFeedBackObj.h"
 #include "reference/frmCustomer.h"
@@ -64,7 +65,7 @@ protected:
         grid()->RemoveItem(1);
         frmNewSurvey::instance().toSaveParamAndQuest();
     }
-    static void readSurveyFile() { ::readSurveyFile(homeDirectory() + u"/filled.xls"); }
+    static void readSurveyFile() { ::readSurveyFile(homePath(u"filled.xls"_s)); }
 
     /// Runs `save` in a child process that is killed at its `atChange`-th row change (0: never). Returns
     /// whether it was killed.

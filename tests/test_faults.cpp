@@ -87,7 +87,7 @@ protected:
         grid->setTextMatrix(2, 4, QString(50000, u'd'));
         frmFeedBackObj::instance().toSaveDtls();
     }
-    static void readFile() { readSurveyFile(homeDirectory() + u"/filled.xls"); }
+    static void readFile() { readSurveyFile(QString(homeDirectory() + u"/filled.xls")); }
     static void deleteRespondent() { press(frmCustomer::instance(), "cmdDeleteRespondent"); }
     static void exportSurvey() { press(frmNewSurvey::instance(), "cmdExport"); }
     void showForms() {
@@ -271,10 +271,13 @@ TEST_F(FaultsTest, readingManyFilesUntilTheDiskIsFull) {
         titles << QString::fromLatin1(name);
     }
     QStringList bad;
-    EXPECT_EQ(messagesDuring([&] { bad = readSurveyFiles(files.first(1)).bad; }), QStringList());
+    EXPECT_EQ(messagesDuring([&] { bad = readSurveyFiles({files.first()}).bad; }), QStringList());
     runRaw(u"vacuum"_s);
     runRaw(u"pragma max_page_count = 1"_s);
-    EXPECT_EQ(messagesDuring([&] { bad += readSurveyFiles(files.mid(1)).bad; }).size(), 1);
+    EXPECT_EQ(messagesDuring([&] {
+                  bad += readSurveyFiles({files.begin() + 1, files.end()}).bad;
+              }).size(),
+              1);
     runRaw(u"pragma max_page_count = 100000000"_s);
     EXPECT_EQ(bad, titles.mid(1));
     EXPECT_EQ(rows(u"select xlsfilename from log where Status=True"_s), titles.first(1));

@@ -12,35 +12,36 @@
 
 using namespace Qt::StringLiterals;
 
-bool SurveyReader::read(const QString& path) {
-    return readTogether([&] { readFile(path); });
+bool SurveyReader::read(const ReturnedFile& file) {
+    return readTogether([&] { readFile(file); });
 }
 
-QStringList SurveyReader::readAll(const QStringList& paths) {
+QStringList SurveyReader::readAll(const std::vector<ReturnedFile>& files) {
     constexpr qint64 longestTransaction = 250; // milliseconds; the current file is read to its end
     QStringList titles;
-    for (const QString& path : paths)
-        titles << path.section(u'/', -1);
+    for (const ReturnedFile& file : files)
+        titles << file.title();
     QStringList bad;
     qsizetype next = 0;
-    for (bool going = true; going && next < paths.size();) {
+    for (bool going = true; going && next < titles.size();) {
         const qsizetype first = next;
         QElapsedTimer clock;
         clock.start();
         const bool good = readTogether([&] {
             do {
-                const qsizetype now = next++;
-                if (onFile)
-                    onFile(titles[now], paths.size() - next);
-                setLogStatus(findRegisteredTitle(titles[now]));
-                readFile(paths[now]);
-            } while (next < paths.size() && clock.elapsed() < longestTransaction);
+                going = !onFile || onFile(titles[next], titles.size() - next - 1);
+                if (!going)
+                    return;
+                const ReturnedFile& file = files[std::size_t(next++)];
+                setLogStatus(findRegisteredTitle(file.title()));
+                readFile(file);
+            } while (next < titles.size() && clock.elapsed() < longestTransaction);
         });
         if (!good && committed)
             bad << titles[next - 1] + (failing ? u" (cell %1)"_s.arg(cellmap::nameOf(*failing)) : QString());
         else if (!good)
             bad += titles.sliced(first, next - first);
-        going = !failedStore;
+        going = going && !failedStore;
     }
     return bad + titles.sliced(next);
 }
@@ -89,11 +90,12 @@ void SurveyReader::keepFindings() {
     allRemarks += newRemarks;
 }
 
-void SurveyReader::readFile(const QString& path) {
-    title = path.section(u'/', -1);
+void SurveyReader::readFile(const ReturnedFile& file) {
+    title = file.title();
     failing.reset();
+    const excel::FileContent content = excel::readContent(file.path);
     excel::Application appExcel;
-    const excel::Workbook wkbExcel = appExcel.Workbooks().Open(path);
+    const excel::Workbook wkbExcel = appExcel.Workbooks().Open(file.path, content);
     const excel::Worksheet wksExcel = surveySheetOf(wkbExcel);
     wksExcel.Unprotect(cellmap::sheetPassword.toString());
     const SheetAnswers read = AnswerSheet(wksExcel, title, [this](const QString& questionid) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "exchange/files/answersheet.h"
+#include "exchange/files/returnedfile.h"
 
 #include <functional>
 #include <map>
@@ -22,17 +23,17 @@ public:
     std::function<void(const std::exception_ptr& failure)> onFailure;
     /// Called with what a transaction has stored, once it is committed.
     std::function<void(const Questionnaires& stored)> onStored;
-    /// Called before a file is read, with its title and the number of files after it.
-    std::function<void(const QString& title, qsizetype left)> onFile;
+    /// Called before a file is read, with its title and the number of files after it. False ends the run.
+    std::function<bool(const QString& title, qsizetype left)> onFile;
 
-    /// Reads the file of that full path. False when it was not read to its end.
-    bool read(const QString& path);
-    /// Reads the files of these full paths one after the other; before each, the row of its title in the
-    /// register is marked as read in. The files of a quarter of a second share one transaction: a run is not
-    /// to wait for the disk at each file, and another program not for the whole run. A failure does not keep
-    /// the next files, unless it is the store's. Returns the titles of the files that were not read to their
-    /// end, each with the cell that ended it, if one did.
-    QStringList readAll(const QStringList& paths);
+    /// Reads a file. False when it was not read to its end.
+    bool read(const ReturnedFile& file);
+    /// Reads the files one after the other; before each, the row of its title in the register is marked as
+    /// read in. The files of a quarter of a second share one transaction: a run is not to wait for the disk
+    /// at each file, and another program not for the whole run. A failure does not keep the next files,
+    /// unless it is the store's. Returns the titles of the files that were not read to their end, each with
+    /// the cell that ended it, if one did.
+    QStringList readAll(const std::vector<ReturnedFile>& files);
 
     /// Answers of this reader are in the store.
     bool hasWritten() const { return written; }
@@ -44,7 +45,7 @@ public:
 private:
     /// Runs the reading of one or more files as one transaction; false after it has reported a failure.
     bool readTogether(const std::function<void()>& files);
-    void readFile(const QString& path);
+    void readFile(const ReturnedFile& file);
     void writeAnswers(const std::vector<FileAnswer>& answers);
     void compareWithRegister(const AnswerKeys& keys);
     std::optional<bool> questionType(const QString& questionid);

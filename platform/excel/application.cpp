@@ -2,6 +2,7 @@
 #include "platform/excel/application.h"
 
 #include "platform/excel/openworkbook.h"
+#include "platform/excel/zippackage.h"
 
 #include <QFileInfo>
 
@@ -53,12 +54,16 @@ void Application::setVisible(bool visible) {
 }
 
 Workbook Workbooks::Open(const QString& path) const {
-    auto open = std::make_shared<OpenWorkbook>();
+    return Open(path, readContent(path));
+}
+
+Workbook Workbooks::Open(const QString& path, const FileContent& content) const {
+    const auto open = std::make_shared<OpenWorkbook>();
     open->application = state;
-    if (isPackage(path))
-        open->values = readPackage(path);
+    if (ZipPackage::isZip(content.bytes))
+        open->values = readPackage(path, content.bytes);
     else
-        open->file = std::make_unique<biff::BookFile>(path);
+        open->file = std::make_unique<biff::BookFile>(path, content);
     open->name = QFileInfo(path).fileName();
     std::erase_if(state->workbooks, [](const auto& released) { return released.expired(); });
     state->workbooks.push_back(open);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/excel/filecontent.h"
 #include "platform/excel/workbook.h"
 
 #include <functional>
@@ -48,6 +49,8 @@ public:
     /// 97-2003 workbooks can be read only. Throws Failure when it is missing, unreadable, no workbook (binary
     /// or older Excel, HTML, text, other zip files), encrypted, damaged, or beyond a limit of its format.
     Workbook Open(const QString& path) const;
+    /// Likewise, with the content that readContent has returned for the file.
+    Workbook Open(const QString& path, const FileContent& content) const;
     int Count() const;
 
 private:

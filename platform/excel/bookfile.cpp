@@ -2,7 +2,6 @@
 #include "platform/excel/bookfile.h"
 
 #include "platform/excel/refusal.h"
-#include "platform/failure/failure.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -30,26 +29,6 @@ bool isBareRecordStream(const QByteArray& file) {
 
 constexpr auto utf8Mark = "\xEF\xBB\xBF";
 
-[[noreturn]] void refuse(const QString& path, const QString& rest) {
-    throw Failure(u"The file \"%1\" %2."_s.arg(QFileInfo(path).fileName(), rest));
-}
-
-QByteArray readWhole(const QString& path) {
-    QFile file(path);
-    if (!file.exists())
-        throw Failure(u"The file \"%1\" was not found."_s.arg(path));
-    if (QFileInfo(path).isDir())
-        refuse(path, u"is a folder and no workbook"_s);
-    if (!file.open(QIODevice::ReadOnly))
-        refuse(path, u"cannot be opened: %1"_s.arg(file.errorString()));
-    if (file.size() > CompoundFile::maxFileSize)
-        refuse(path, u"is larger than 64 MB"_s);
-    QByteArray content = file.readAll();
-    if (file.error() != QFileDevice::NoError)
-        refuse(path, u"cannot be read: %1"_s.arg(file.errorString()));
-    return content;
-}
-
 } // namespace
 
 QString describeForeignFile(const QByteArray& file) {
@@ -67,13 +46,8 @@ QString describeForeignFile(const QByteArray& file) {
     return u"is no Excel workbook"_s;
 }
 
-BookFile::BookFile(const QString& path) : filePath(path) {
-    noteDiskState();
-    parse(readWhole(path));
-}
-
-BookFile::BookFile(const QString& path, const QByteArray& content) : filePath(path) {
-    parse(content);
+BookFile::BookFile(const QString& path, const FileContent& content) : filePath(path), onDisk(content.state) {
+    parse(content.bytes);
 }
 
 QString BookFile::name() const {
@@ -112,15 +86,9 @@ QByteArray BookFile::content() {
     return file;
 }
 
-void BookFile::noteDiskState() {
-    const QFileInfo info(filePath);
-    diskTime = info.lastModified();
-    diskSize = info.exists() ? info.size() : -1;
-}
-
 void BookFile::refuseIfChangedOnDisk() const {
-    const QFileInfo info(filePath);
-    if (info.exists() && (info.lastModified() != diskTime || info.size() != diskSize))
+    const DiskState now(filePath);
+    if (now.size >= 0 && now != onDisk)
         refuse(filePath, u"was changed by another program in the meantime and is not overwritten"_s);
 }
 
@@ -143,7 +111,7 @@ void BookFile::save(const QString& path) {
         !file.commit())
         refuse(path, u"could not be saved, what was there before is unchanged: %1"_s.arg(file.errorString()));
     filePath = path;
-    noteDiskState();
+    onDisk = DiskState(path);
 }
 
 } // namespace excel::biff

@@ -3,8 +3,7 @@
 
 #include "platform/excel/book.h"
 #include "platform/excel/compoundfile.h"
-
-#include <QDateTime>
+#include "platform/excel/filecontent.h"
 
 namespace excel::biff {
 
@@ -15,10 +14,8 @@ QString describeForeignFile(const QByteArray& file);
 /// A workbook together with the file it came from.
 class BookFile {
 public:
-    /// Reads a whole file; throws Failure.
-    explicit BookFile(const QString& path);
-    /// For content in memory, as if read from `path`; throws Failure.
-    BookFile(const QString& path, const QByteArray& content);
+    /// The file of that path with that content. Throws Failure.
+    BookFile(const QString& path, const FileContent& content);
 
     Book& book() { return *workbook; }
     const QString& path() const { return filePath; }
@@ -33,14 +30,12 @@ public:
 private:
     void parse(const QByteArray& content);
     void refuseIfChangedOnDisk() const;
-    void noteDiskState();
 
     QString filePath;
     CompoundFile compound;
     int bookStream = -1;
     std::unique_ptr<Book> workbook;
-    QDateTime diskTime;
-    qint64 diskSize = -1;
+    DiskState onDisk;
 };
 
 } // namespace excel::biff

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QString>
-#include <exception>
+#include "platform/failure/failure.h"
+
+#include <QFileInfo>
 
 namespace excel::biff {
 
@@ -20,6 +21,11 @@ private:
 
 [[noreturn]] inline void damaged(const QString& detail) {
     throw Refusal(QStringLiteral("is damaged: ") + detail);
+}
+
+/// Throws Failure with a sentence about the file that ends as given.
+[[noreturn]] inline void refuse(const QString& path, const QString& rest) {
+    throw Failure(QStringLiteral("The file \"%1\" %2.").arg(QFileInfo(path).fileName(), rest));
 }
 
 } // namespace excel::biff

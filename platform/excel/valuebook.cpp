@@ -4,10 +4,6 @@
 #include "platform/excel/odsbook.h"
 #include "platform/excel/refusal.h"
 #include "platform/excel/xlsxbook.h"
-#include "platform/failure/failure.h"
-
-#include <QFile>
-#include <QFileInfo>
 
 #include <algorithm>
 
@@ -18,10 +14,6 @@ namespace excel {
 namespace {
 
 constexpr int millisecondsPerSecond = 1000;
-
-[[noreturn]] void refuse(const QString& path, const QString& rest) {
-    throw Failure(u"The file \"%1\" %2."_s.arg(QFileInfo(path).fileName(), rest));
-}
 
 void readSheets(const QByteArray& content, ValueBook& book) {
     ZipPackage package(content);
@@ -77,28 +69,13 @@ std::optional<Value> momentOf(const QString& text) {
     return Value(moment.date(), moment.time());
 }
 
-bool isPackage(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) && ZipPackage::isZip(file.read(4));
-}
-
-std::unique_ptr<ValueBook> readPackage(const QString& path) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        refuse(path, u"cannot be opened: %1"_s.arg(file.errorString()));
-    const QByteArray content = file.read(ZipPackage::maxFileSize + 1); // one byte too many is refused
-    if (file.error() != QFileDevice::NoError)
-        refuse(path, u"cannot be read: %1"_s.arg(file.errorString()));
-    return readPackage(path, content);
-}
-
 std::unique_ptr<ValueBook> readPackage(const QString& path, const QByteArray& content) {
     auto book = std::make_unique<ValueBook>();
     book->path = path;
     try {
         readSheets(content, *book);
     } catch (const biff::Refusal& refusal) {
-        refuse(path, refusal.reason());
+        biff::refuse(path, refusal.reason());
     }
     return book;
 }

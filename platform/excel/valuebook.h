@@ -44,12 +44,8 @@ Value errorNamed(QStringView name);
 /// other text.
 std::optional<Value> momentOf(const QString& text);
 
-/// Whether the file begins like a zip file; false when it cannot be read.
-bool isPackage(const QString& path);
-/// Reads a workbook that is a zip file of XML parts (.xlsx, .xlsm, .ods), known by its content. Throws
-/// Failure.
-std::unique_ptr<ValueBook> readPackage(const QString& path);
-/// For content in memory, as if read from `path`.
+/// Reads a workbook that is a zip file of XML parts (.xlsx, .xlsm, .ods), given by the content that the file
+/// of that path has. Throws Failure.
 std::unique_ptr<ValueBook> readPackage(const QString& path, const QByteArray& content);
 
 } // namespace excel
