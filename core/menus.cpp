@@ -12,6 +12,7 @@
 #include "core/frmAboutUs.h"
 #include "exchange/frmLogDetails.h"
 #include "exchange/frmReading.h"
+#include "exchange/frmReadingRuns.h"
 #include "exchange/frmSetting.h"
 #include "feedback/frmFeedBackObj.h"
 #include "improvement/frmImprovementPlan.h"
@@ -198,6 +199,11 @@ constexpr MenuEntry entries[]{
      .caption = "&Improvement Tracking",
      .run = withWord<show<frmImprovementPlan>>},
     {.name = "mnuSearch", .caption = "&Search", .run = withWord<show<frmSearch>>},
+    {.name = "mnuTools", .caption = "&Tools", .state = Menu},
+    {.name = "mnuReadings",
+     .parent = "mnuTools",
+     .caption = "&Readings...",
+     .run = underHourglass<show<frmReadingRuns>>},
     {.name = "mnuHelp", .caption = "&Help", .state = Menu},
     {.name = "mnuGettingStarted", .parent = "mnuHelp", .caption = "&Getting Started", .run = showSlides},
     {.name = "mnuGWLHelp",

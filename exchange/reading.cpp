@@ -4,11 +4,17 @@
 #include "core/base/backup.h"
 #include "core/base/failure.h"
 #include "core/base/gblGlobal.h"
+#include "platform/desktop/loginname.h"
+#include "platform/forms/clock.h"
 #include "platform/forms/msgbox.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+ReadingRun newRun() {
+    return {forms::nowHook(), desktop::loginName()};
+}
 
 /// Reads by `read`, which returns the titles of the bad ones; all of them are bad without a copy.
 Reading readAfterCopy(SurveyReader& reader, const std::vector<ReturnedFile>& files,
@@ -33,15 +39,16 @@ Reading readAfterCopy(SurveyReader& reader, const std::vector<ReturnedFile>& fil
 
 } // namespace
 
-Reading readSurveyFile(const ReturnedFile& file) {
-    SurveyReader reader;
-    return readAfterCopy(reader, {file},
-                         [&] { return reader.read(file) ? QStringList() : QStringList(file.title()); });
+Reading readSurveyFile(const ReturnedFile& file, std::optional<bool> statusBefore) {
+    SurveyReader reader(newRun());
+    return readAfterCopy(reader, {file}, [&] {
+        return reader.read(file, statusBefore) ? QStringList() : QStringList(file.title());
+    });
 }
 
 Reading readSurveyFiles(const std::vector<ReturnedFile>& files,
                         const std::function<bool(const QString& title, qsizetype left)>& onFile) {
-    SurveyReader reader;
+    SurveyReader reader(newRun());
     reader.onFile = onFile;
     return readAfterCopy(reader, files, [&] { return reader.readAll(files); });
 }

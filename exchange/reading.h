@@ -15,7 +15,8 @@ struct Reading {
 
 // Both copy the database first and show each failure as it occurs.
 
-Reading readSurveyFile(const ReturnedFile& file);
+/// As SurveyReader::read.
+Reading readSurveyFile(const ReturnedFile& file, std::optional<bool> statusBefore = {});
 /// As SurveyReader::readAll.
 Reading readSurveyFiles(const std::vector<ReturnedFile>& files,
                         const std::function<bool(const QString& title, qsizetype left)>& onFile = {});

@@ -250,7 +250,11 @@ QString frmFeedBackObj::toGetLoggedFileName() {
     if (logged.isEmpty())
         return logged;
     strXLName = logged;
-    guarded([&] { setLogStatus(logged); });
+    guarded([&] {
+        const std::optional<bool> before = setLogStatus(logged);
+        if (!logStatusBefore)
+            logStatusBefore = before;
+    });
     blnLog = true;
     return logged;
 }
@@ -262,6 +266,7 @@ bool frmFeedBackObj::toCheckFileExists(const QString& fileName) {
 }
 
 void frmFeedBackObj::toreadFromXlsFile() {
+    logStatusBefore.reset();
     if (toCheckFileExists(toGetLoggedFileName())) {
         XLSWrite();
     } else if (!blnLog) {
@@ -307,7 +312,7 @@ void frmFeedBackObj::XLSWrite() {
     const QString path = blnBrowse ? strReturnFileName : homePath(strReturnFileName);
     if (!mayUseFile(path))
         return;
-    const Reading reading = readSurveyFile(path);
+    const Reading reading = readSurveyFile(path, logStatusBefore);
     if (reading.hasWritten) { // otherwise typed answers are kept
         tofillscoreandweightage();
         SetEditTextBox(1, 1); // the box may show the old text of its cell

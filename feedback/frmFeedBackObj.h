@@ -86,5 +86,6 @@ private:
 
     std::unique_ptr<Ui::frmFeedBackObj> ui;
     AnswerGrid* answers = nullptr;
-    bool hasNewAnswers = false; // read from a file since they were shown
+    std::optional<bool> logStatusBefore; // of the file's row in the register, before the current reading
+    bool hasNewAnswers = false;          // read from a file since they were shown
 };

@@ -12,20 +12,26 @@ CREATE TABLE reading (                           -- one row per run
     undone    TEXT                               -- local time; Null for a reading that counts
 );
 
-CREATE TABLE readingfile (
+CREATE TABLE readingfile (                       -- one row per file, also for one that could not be read
     readingfileid INTEGER PRIMARY KEY AUTOINCREMENT,
     readingid     INTEGER,
     filename      TEXT COLLATE UNICODE_CI,       -- without folder
-    sha256        TEXT,                          -- of the content, hexadecimal
-    respondentid  INTEGER,
+    sha256        TEXT,                          -- of the content, hexadecimal; Null if it could not be read
+    respondentid  INTEGER,                       -- this and the next two: Null without answers
     surveyid      INTEGER,
     surveydate    DATE,
-    statusbefore  YESNO,                         -- of the register row; Null without one
+    registered    TEXT COLLATE UNICODE_CI,       -- the name in the register; Null without a row there
+    statusbefore  YESNO,                         -- of that row
+    added         INTEGER,                       -- answers that were not stored before
+    changed       INTEGER,                       -- answers that were stored with other marks or words
+    same          INTEGER,                       -- answers that were stored already
     answers       TEXT                           -- JSON, an array for each answer written: questionid, whether it is a
-);                                               -- Score question, the answer before (Null: none) and after
+);                                               -- Score question, the answer before (null: none) and after, each as
+                                                 -- an array of surveyid, weightage and score or words. Null: thinned out
 CREATE INDEX readingfile_reading ON readingfile (readingid);
 CREATE INDEX readingfile_content ON readingfile (sha256);
-CREATE INDEX readingfile_survey ON readingfile (surveyid, respondentid);
+CREATE INDEX readingfile_answers ON readingfile (respondentid, surveydate);
+CREATE INDEX readingfile_register ON readingfile (registered);
 
 -- Survey files handed over, and what is expected back ------------------------------------------------------------------
 

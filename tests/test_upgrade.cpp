@@ -5,33 +5,19 @@
 #include "core/storeupgrade.h"
 #include "platform/ado/store.h"
 #include "tests/support/files.h"
+#include "tests/support/killed.h"
 #include "tests/support/storecompare.h"
 #include "tests/support/storetest.h"
 
 #include <QRegularExpression>
 
-#include <csignal>
-#include <sqlite3.h>
 #include <sys/fsuid.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-int statementsLeft = 0; ///< until the process kills itself
-
-int killAtStatement(unsigned, void*, void*, void*) {
-    if (--statementsLeft == 0)
-        kill(getpid(), SIGKILL);
-    return 0;
-}
-
-int traceConnection(sqlite3* database, char**, const sqlite3_api_routines*) {
-    return sqlite3_trace_v2(database, SQLITE_TRACE_STMT, killAtStatement, nullptr);
-}
 
 class UpgradeTest : public StoreTest {
 protected:
@@ -148,16 +134,7 @@ TEST_F(UpgradeTest, killedAtAnyStatementItIsVersion1Or2Whole) {
     int killed = 0;
     for (bool lives = false; !lives; ++killed) {
         SCOPED_TRACE(killed);
-        const pid_t child = fork();
-        if (child == 0) {
-            statementsLeft = killed + 1;
-            sqlite3_auto_extension(reinterpret_cast<void (*)()>(traceConnection));
-            upgradeStore(strDatabasePath);
-            _exit(0);
-        }
-        int status = 0;
-        waitpid(child, &status, 0);
-        lives = WIFEXITED(status);
+        lives = survivesKillAt(killed + 1, [] { upgradeStore(strDatabasePath); });
         reopen();
         const bool isNew = version() == u"2"_s;
         ASSERT_EQ(definitions(), isNew ? fresh : old);

@@ -11,6 +11,7 @@
 #include "exchange/frmLogDetails.h"
 #include "exchange/frmMessage.h"
 #include "exchange/frmReading.h"
+#include "exchange/frmReadingRuns.h"
 #include "exchange/frmSetting.h"
 #include "feedback/frmFeedBackObj.h"
 #include "improvement/frmImprovementPlan.h"
@@ -66,6 +67,7 @@ inline std::vector<AnyForm> allForms() {
             plainForm<frmSetting>("frmSetting"),
             plainForm<frmFeedBackObj>("frmFeedBackObj"),
             plainForm<frmReading>("frmReading"),
+            plainForm<frmReadingRuns>("frmReadingRuns"),
             plainForm<frmLogDetails>("frmLogDetails"),
             ownedForm<frmMessage, frmLogDetails>("frmMessage"),
             plainForm<frmSatisfactionIndex>("frmSatisfactionIndex"),

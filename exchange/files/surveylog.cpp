@@ -34,13 +34,32 @@ void writeLogRow(const SurveyContext& survey, const SurveyKey& key, const QStrin
     log.Update();
 }
 
-void setLogStatus(const QString& fileName) {
+namespace {
+
+std::optional<bool> markLogRow(const QString& fileName, bool isReadIn) {
     ado::Recordset log(u"select * from log where "_s + conditionOfTitle(fileName), *cnnMain,
                        Lock::Optimistic);
     if (log.Eof())
-        return;
-    log["Status"] = true;
+        return std::nullopt;
+    const bool before = log["Status"].Value().toBool();
+    log["Status"] = isReadIn;
     log.Update();
+    return before;
+}
+
+} // namespace
+
+std::optional<bool> setLogStatus(const QString& fileName) {
+    return markLogRow(fileName, true);
+}
+
+bool isMarkedReadIn(const QString& fileName) {
+    ado::Recordset log(u"select * from log where "_s + conditionOfTitle(fileName), *cnnMain);
+    return !log.Eof() && log["Status"].Value().toBool();
+}
+
+void takeLogStatus(const QString& fileName) {
+    markLogRow(fileName, false);
 }
 
 void toDeleteLogRow(const QString& fileName) {

@@ -5,6 +5,7 @@
 
 #include <QDate>
 
+#include <optional>
 #include <vector>
 
 // Table log, the register of survey files. These throw Failure.
@@ -15,8 +16,12 @@ void resetLogStatus(const SurveyKey& survey);
 /// Adds or rewrites the register row of the survey's file; its read-in mark is not changed.
 void writeLogRow(const SurveyContext& survey, const SurveyKey& key, const QString& fileName);
 
-/// Marks the file as read in, if it is registered.
-void setLogStatus(const QString& fileName);
+/// Marks the file as read in, if it is registered. Returns the mark before; nothing for another file.
+std::optional<bool> setLogStatus(const QString& fileName);
+/// The file's mark; false for one that is not registered.
+bool isMarkedReadIn(const QString& fileName);
+/// Takes that mark from the file.
+void takeLogStatus(const QString& fileName);
 
 /// Deletes the rows of that file title.
 void toDeleteLogRow(const QString& fileName);

@@ -12,8 +12,11 @@
 
 using namespace Qt::StringLiterals;
 
-bool SurveyReader::read(const ReturnedFile& file) {
-    return readTogether([&] { readFile(file); });
+bool SurveyReader::read(const ReturnedFile& file, std::optional<bool> statusBefore) {
+    return readTogether([&] {
+        record.beginFile(file.title(), findRegisteredTitle(file.title()), statusBefore);
+        readFile(file);
+    });
 }
 
 QStringList SurveyReader::readAll(const std::vector<ReturnedFile>& files) {
@@ -33,7 +36,8 @@ QStringList SurveyReader::readAll(const std::vector<ReturnedFile>& files) {
                 if (!going)
                     return;
                 const ReturnedFile& file = files[std::size_t(next++)];
-                setLogStatus(findRegisteredTitle(file.title()));
+                const QString registered = findRegisteredTitle(file.title());
+                record.beginFile(file.title(), registered, setLogStatus(registered));
                 readFile(file);
             } while (next < titles.size() && clock.elapsed() < longestTransaction);
         });
@@ -57,8 +61,10 @@ bool SurveyReader::readTogether(const std::function<void()>& files) {
     try {
         failure = tryWriteTogether(files);
         committed = true;
+        record.keep();
         keepFindings();
     } catch (const std::exception&) { // nothing of it is stored
+        record.drop();
         failure = std::current_exception();
     }
     if (!failure)
@@ -93,12 +99,25 @@ void SurveyReader::keepFindings() {
 void SurveyReader::readFile(const ReturnedFile& file) {
     title = file.title();
     failing.reset();
-    const excel::FileContent content = excel::readContent(file.path);
-    excel::Application appExcel;
-    const excel::Workbook wkbExcel = appExcel.Workbooks().Open(file.path, content);
-    const excel::Worksheet wksExcel = surveySheetOf(wkbExcel);
-    wksExcel.Unprotect(cellmap::sheetPassword.toString());
-    const SheetAnswers read = AnswerSheet(wksExcel, title, [this](const QString& questionid) {
+    try {
+        const excel::FileContent content = excel::readContent(file.path);
+        record.hashContent(content.bytes);
+        excel::Application appExcel;
+        const excel::Workbook wkbExcel = appExcel.Workbooks().Open(file.path, content);
+        readSheet(surveySheetOf(wkbExcel));
+        wkbExcel.Close(false);
+        appExcel.Quit();
+    } catch (const std::exception&) {
+        if (cnnMain->InTransaction()) // else the store has rolled back
+            record.endFile();
+        throw;
+    }
+    record.endFile();
+}
+
+void SurveyReader::readSheet(const excel::Worksheet& sheet) {
+    sheet.Unprotect(cellmap::sheetPassword.toString());
+    const SheetAnswers read = AnswerSheet(sheet, title, [this](const QString& questionid) {
                                   return questionType(questionid);
                               }).read();
     writeAnswers(read.answers);
@@ -109,18 +128,22 @@ void SurveyReader::readFile(const ReturnedFile& file) {
     failing = read.failing;
     if (read.failure)
         std::rethrow_exception(read.failure);
-    wksExcel.Protect(cellmap::sheetPassword.toString());
-    wkbExcel.Close(false);
-    appExcel.Quit();
+    sheet.Protect(cellmap::sheetPassword.toString());
 }
 
 void SurveyReader::writeAnswers(const std::vector<FileAnswer>& answers) {
     for (const FileAnswer& answer : answers) {
-        if (answer.isScore)
-            toWriteObjectiveAnswer(answer.keys, answer.weightage, answer.score);
-        else
-            toWriteDescriptiveAnswer(answer.keys, answer.weightage, answer.words);
-        newAnswers.emplace(answer.keys.respondentid, answer.keys.surveydate);
+        const AnswerKeys& keys = answer.keys;
+        AnswerChange change;
+        change.questionid = keys.questionid.toInt();
+        change.isScore = answer.isScore;
+        change.after = AnswerState{keys.surveyid.toInt(), answer.weightage, answer.score};
+        if (!answer.isScore)
+            change.after->content = answer.words ? QVariant(*answer.words) : ado::Null;
+        change.before = answer.isScore ? toWriteObjectiveAnswer(keys, answer.weightage, answer.score)
+                                       : toWriteDescriptiveAnswer(keys, answer.weightage, answer.words);
+        record.add(keys, std::move(change));
+        newAnswers.emplace(keys.respondentid, keys.surveydate);
     }
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "exchange/files/answersheet.h"
+#include "exchange/files/readingrecord.h"
 #include "exchange/files/returnedfile.h"
 
 #include <functional>
@@ -11,10 +12,12 @@
 
 /// Reads filled survey files into the answers of the store. No cell of a file reaches a statement before it
 /// is a number or a date. Of a file that fails the answers before the failure are kept, of one with too much
-/// text nothing is. A reader is used for one command of the user: it caches the catalogue's types of
-/// question.
+/// text nothing is. Each reading is recorded, so that it can be undone. A reader is used for one command of
+/// the user: it caches the catalogue's types of question.
 class SurveyReader {
 public:
+    explicit SurveyReader(ReadingRun run) : record(std::move(run)) {}
+
     /// The respondentid and date of each questionnaire whose answers were read.
     using Questionnaires = std::set<std::pair<QString, QDate>>;
 
@@ -26,8 +29,9 @@ public:
     /// Called before a file is read, with its title and the number of files after it. False ends the run.
     std::function<bool(const QString& title, qsizetype left)> onFile;
 
-    /// Reads a file. False when it was not read to its end.
-    bool read(const ReturnedFile& file);
+    /// Reads a file whose row in the register, if it has one, the caller has marked as read in; statusBefore
+    /// is the mark before. False when it was not read to its end.
+    bool read(const ReturnedFile& file, std::optional<bool> statusBefore);
     /// Reads the files one after the other; before each, the row of its title in the register is marked as
     /// read in. The files of a quarter of a second share one transaction: a run is not to wait for the disk
     /// at each file, and another program not for the whole run. A failure does not keep the next files,
@@ -46,6 +50,7 @@ private:
     /// Runs the reading of one or more files as one transaction; false after it has reported a failure.
     bool readTogether(const std::function<void()>& files);
     void readFile(const ReturnedFile& file);
+    void readSheet(const excel::Worksheet& sheet);
     void writeAnswers(const std::vector<FileAnswer>& answers);
     void compareWithRegister(const AnswerKeys& keys);
     std::optional<bool> questionType(const QString& questionid);
@@ -60,6 +65,7 @@ private:
     bool failedStore = false;
     bool written = false;
     QStringList allRemarks;
+    ReadingRecord record;
 
     // Of the open transaction.
     QStringList newRemarks;

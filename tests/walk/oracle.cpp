@@ -31,14 +31,20 @@ const std::map<QString, OwnedTable> ownedTables{
     {u"survey"_s, {{u"frmNewSurvey"_s, u"frmEditExistingSurvey"_s, u"frmPasteSurvey"_s}, {2}, {1, 2}}},
     {u"responquesindex"_s, {{u"frmNewSurvey"_s, u"frmEditExistingSurvey"_s, u"frmPasteSurvey"_s}, {0, 1, 2}}},
     {u"feedbackobjective"_s,
-     {{u"frmFeedBackObj"_s, u"frmReading"_s, u"frmEditExistingSurvey"_s}, {1, 2, 3}, {1, 2, 4}}},
+     {{u"frmFeedBackObj"_s, u"frmReading"_s, u"frmReadingRuns"_s, u"frmEditExistingSurvey"_s},
+      {1, 2, 3},
+      {1, 2, 4}}},
     {u"feedbackdescriptive"_s,
-     {{u"frmFeedBackObj"_s, u"frmReading"_s, u"frmEditExistingSurvey"_s}, {1, 2, 3}, {1, 2, 4}}},
+     {{u"frmFeedBackObj"_s, u"frmReading"_s, u"frmReadingRuns"_s, u"frmEditExistingSurvey"_s},
+      {1, 2, 3},
+      {1, 2, 4}}},
     {u"actionplan"_s, {{u"frmImprovementPlan"_s}, {1}, {1}}},
     {u"log"_s,
      {{u"frmNewSurvey"_s, u"frmEditExistingSurvey"_s, u"frmFeedBackObj"_s, u"frmReading"_s,
-       u"frmLogDetails"_s},
+       u"frmReadingRuns"_s, u"frmLogDetails"_s},
       {}}},
+    {u"reading"_s, {{u"frmFeedBackObj"_s, u"frmReading"_s, u"frmReadingRuns"_s}, {}, {1, 2}}},
+    {u"readingfile"_s, {{u"frmFeedBackObj"_s, u"frmReading"_s, u"frmReadingRuns"_s}, {1}, {1, 2, 3, 4, 6}}},
     {u"standardmessage"_s, {{u"frmMessage"_s}, {0}}},
     {u"setting"_s, {{u"frmSetting"_s}, {}}}};
 
@@ -204,6 +210,17 @@ QString Oracle::faultOfStore(const Rows& now) const {
     return {};
 }
 
+/// Whether a reading that has just been undone had a file of the answer's respondent and date.
+bool Oracle::isOfUndoneReading(const QStringList& answer, const Rows& now) const {
+    return std::any_of(now.begin(), now.end(), [&](const auto& entry) {
+        const QStringList& file = entry.second;
+        if (!entry.first.startsWith(u"readingfile|") || file[4] != answer[1] || file[6] != answer[4])
+            return false;
+        const QString reading = u"reading|"_s + file[1];
+        return !now.at(reading)[3].isEmpty() && rows.at(reading)[3].isEmpty();
+    });
+}
+
 /// What is wrong with the insertion, deletion or change of a row; empty if nothing.
 QString Oracle::faultOfChange(const QString& table, const QStringList& row, const Rows& now) const {
     if (commands.isEmpty())
@@ -226,7 +243,8 @@ QString Oracle::faultOfChange(const QString& table, const QStringList& row, cons
         owned = owner.customers.contains(row[1]);
     else if (table.startsWith(u"feedback") && !commands.contains(u"cmdImport") &&
              !commands.contains(u"cmdRead"))
-        owned = owner.respondents.contains(row[1]);
+        owned =
+            commands.contains(u"cmdUndo") ? isOfUndoneReading(row, now) : owner.respondents.contains(row[1]);
     return owned ? QString() : u"%1 has written another owner's %2"_s.arg(owner.form, table);
 }
 

@@ -59,6 +59,7 @@ private:
                         const QSet<QString>& customers = {}) const;
     Rows readStore();
     QString faultOfStore(const Rows& now) const;
+    bool isOfUndoneReading(const QStringList& answer, const Rows& now) const;
     QString faultOfChange(const QString& table, const QStringList& row, const Rows& now) const;
     QString faultOfForms() const;
     QString faultOfActiveForm();

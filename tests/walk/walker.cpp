@@ -179,7 +179,8 @@ void Walker::openSomething() {
                                      u"mnuEditSurvey"_s, u"mnuEditSurvey"_s,      u"mnuNewSurvey"_s,
                                      u"mnuNewSurvey"_s,  u"mnuImprovementPlan"_s, u"mnuImprovementPlan"_s,
                                      u"mnuPrameter"_s,   u"mnuCusAndResp"_s,      u"mnuReadMultipleFiles"_s,
-                                     u"mnuSearch"_s,     u"mnuEmailSurveys"_s};
+                                     u"mnuSearch"_s,     u"mnuEmailSurveys"_s,    u"mnuReadMultipleFiles"_s,
+                                     u"mnuReadings"_s,   u"mnuReadings"_s};
     QAction* action = anyOf(actions);
     if (!oneIn(3))
         action = MDIMain::instance().findChild<QAction*>(anyOf(writing));

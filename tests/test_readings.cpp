@@ -1,0 +1,261 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Each reading of survey files is recorded and can be undone.
+#include "core/base/backup.h"
+#include "exchange/files/answers.h"
+#include "exchange/files/readingundo.h"
+#include "exchange/frmReading.h"
+#include "exchange/frmReadingRuns.h"
+#include "exchange/reading.h"
+#include "feedback/frmFeedBackObj.h"
+#include "platform/desktop/loginname.h"
+#include "tests/support/killed.h"
+#include "tests/support/listview.h"
+#include "tests/support/surveyfile.h"
+#include "tests/support/surveytest.h"
+
+#include <QCryptographicHash>
+#include <QPushButton>
+
+using namespace Qt::StringLiterals;
+namespace style = forms::style;
+using forms::Answer;
+
+namespace {
+
+class ReadingsTest : public SurveyTest {
+protected:
+    void SetUp() override {
+        SurveyTest::SetUp();
+        addStored(ann, today, {0, 4});
+        addStored(bob, today, {0, 4});
+        run(u"insert into log (custname, respname, respid, xlsfilename, sdate, surveyid) "
+            "values ('Acme', 'Ann', 1, 'ann.xls', '2024-03-05', 1)"_s);
+    }
+    /// A filled file with a mark for question 0 and words for question 4.
+    QString filled(const QString& name, int respondent, int score, const QString& words = u"Fine"_s) const {
+        SurveyFile file{.respondentid = respondent, .questions = {{question[0], true}, {question[4], false}}};
+        file.entered[u"C14"_s] = score;
+        file.entered[u"B17"_s] = words;
+        file.saveAs(path(name));
+        return path(name);
+    }
+    void read(const QString& name, int respondent, int score, const QString& words = u"Fine"_s) const {
+        ASSERT_EQ(readSurveyFiles({filled(name, respondent, score, words)}).bad, QStringList());
+    }
+    AnswerKeys annsKeys(int number) const {
+        return {QString::number(question[std::size_t(number)]), QString::number(ann), today, u"1"_s};
+    }
+    void typeScore(int score) const { toWriteObjectiveAnswer(annsKeys(0), 0, score); }
+    /// Everything but the record of readings.
+    static QStringList answersAndRegister() {
+        return storeRows(*cnnMain).filter(QRegularExpression(u"^(?!reading)"_s));
+    }
+    static QStringList readIn() { return rows(u"select xlsfilename from log where Status=True"_s); }
+    static QString scores() {
+        return rows(u"select respondentid || ':' || score from feedbackobjective order by respondentid"_s)
+            .join(u' ');
+    }
+
+    // The form.
+    static frmReadingRuns& form() {
+        frmReadingRuns::instance().Show();
+        return frmReadingRuns::instance();
+    }
+    static void choose(const forms::ListView& view, int row) { ::clickRow(view, row); }
+    static const forms::ListView& list(const char* name) { return *control<forms::ListView>(form(), name); }
+    void undo(int row, const QString& effects, Answer answer = Answer::Yes) {
+        choose(list("lsvRuns"), row);
+        const QString reading = list("lsvRuns").Text(row, 0);
+        const QString files = list("lsvRuns").Text(row, 2);
+        messages.expectTitled(u"Undo the reading of %1, %2?\r\n\r\n"_s.arg(
+                                  reading, files == u"1" ? u"1 file"_s : files + u" files") +
+                                  effects,
+                              style::yesNo + style::information + style::secondButton, answer);
+        press(form(), "cmdUndo");
+        EXPECT_EQ(messages.left(), 0);
+        expectIdle();
+    }
+    static inline const QString removed = u"2 answers that it added are taken out."_s;
+    static inline const QString unmarked = u"1 file is marked as not read in."_s;
+
+    QDateTime now{{2024, 3, 5}, {10, 30}};
+    Replaced<forms::nowHook> clock{[this] { return now; }};
+};
+
+TEST_F(ReadingsTest, bothDoorsRecordWhoReadWhatAndUndoTakesItBack) {
+    const QStringList empty = answersAndRegister();
+    const QString words = u"\"Gut\"\nund sch\u00F6n \U0001F600"_s;
+    Replaced<forms::openFileHook> dialog{[&](const auto&) -> QString {
+        return filled(u"ann.xls"_s, ann, 7, words) + u'\n' + filled(u"bob.xls"_s, bob, 8);
+    }};
+    frmReading& reading = frmReading::instance();
+    reading.Show();
+    press(reading, "cmdBrowse");
+    clickEntry(reading, "lstXlsFiles", 0);
+    clickEntry(reading, "lstXlsFiles", 1, Qt::ControlModifier);
+    messages.expect(u"Import Done...."_s, style::information);
+    press(reading, "cmdImport");
+    const QStringList afterImport = answersAndRegister();
+
+    filled(u"ann.xls"_s, ann, 9, words);
+    frmFeedBackObj::instance().Show();
+    press(frmFeedBackObj::instance(), "cmdRead");
+    const QString login = desktop::loginName();
+    ASSERT_NE(login, QString());
+    EXPECT_EQ(listed(list("lsvRuns")), QStringList({u"05/03/2024 10:30|%1|1|0|1|1|"_s.arg(login),
+                                                    u"05/03/2024 10:30|%1|2|4|0|0|"_s.arg(login)}));
+    choose(list("lsvRuns"), 0);
+    const QString hash = QString::fromLatin1(
+        QCryptographicHash::hash(contentOf(path(u"ann.xls"_s)), QCryptographicHash::Sha256).toHex());
+    EXPECT_EQ(listed(list("lsvFiles")), QStringList(u"ann.xls|Acme|Ann|05/03/2024|0|1|1|"_s + hash));
+
+    const QString restored = u"1 answer that it changed gets back what was stored before."_s;
+    undo(0, restored, Answer::No);
+    EXPECT_EQ(scores(), u"1:9 2:8"_s);
+    undo(0, restored);
+    EXPECT_EQ(answersAndRegister(), afterImport);
+    EXPECT_EQ(list("lsvRuns").Text(0, 6), u"Undone 05/03/2024 10:30"_s);
+    EXPECT_FALSE(control<QPushButton>(form(), "cmdUndo")->isEnabled());
+    EXPECT_EQ(listBackups(strDatabasePath).size(), 2) << "one before the readings and one before the undo";
+
+    frmFeedBackObj::instance().Show();
+    const auto* marks = control<forms::MSHFlexGrid>(frmFeedBackObj::instance(), "grdDtls");
+    EXPECT_EQ(marks->TextMatrix(1, 3), u"7"_s) << "the open form reads them anew";
+    undo(1, u"4 answers that it added are taken out.\r\n"_s + unmarked);
+    EXPECT_EQ(answersAndRegister(), empty);
+    read(u"ann.xls"_s, ann, 9);
+    EXPECT_EQ(readIn(), QStringList(u"ann.xls"_s));
+}
+
+/// What happened to Ann's mark, from 0 to 9: the mark before the reading of the mark 5, what came after it,
+/// and the mark after the reading and then a later one are undone; empty: no answer.
+TEST_F(ReadingsTest, anAnswerChangedSinceStaysAndIsNamed) {
+    const struct {
+        const char* about;
+        int before;     // -1: none
+        int typedSince; // -1: nothing
+        int readSince;
+        int typedLast;
+        const char* afterFirst;
+        const char* afterBoth;
+    } cases[] = {{"untouched", -1, -1, -1, -1, "", ""},
+                 {"overwritten", 3, -1, -1, -1, "3", "3"},
+                 {"typed since", -1, 6, -1, -1, "6", "6"},
+                 {"read again", -1, -1, 8, -1, "8", ""},
+                 {"read again over an older mark", 3, -1, 8, -1, "8", "3"},
+                 {"the same read again", -1, -1, 5, -1, "5", ""},
+                 {"typed, then read again", -1, 6, 8, -1, "8", "6"},
+                 {"read again, then typed", 3, -1, 8, 9, "9", "9"}};
+    for (const auto& given : cases) {
+        SCOPED_TRACE(given.about);
+        frmReadingRuns::unload();
+        for (const char* table : {"feedbackobjective", "feedbackdescriptive", "reading", "readingfile"})
+            run(u"delete * from "_s + QLatin1StringView(table));
+        if (given.before >= 0)
+            typeScore(given.before);
+        read(u"ann.xls"_s, ann, 5);
+        if (given.typedSince >= 0)
+            typeScore(given.typedSince);
+        if (given.readSince >= 0)
+            read(u"ann.xls"_s, ann, given.readSince);
+        if (given.typedLast >= 0)
+            typeScore(given.typedLast);
+        const int first = value(u"select min(readingid) from reading"_s).toInt();
+        const ReadingUndo done = undoReading(first, forms::nowHook());
+        const bool isKept = given.typedSince >= 0 || given.readSince >= 0;
+        EXPECT_EQ(done.kept.contains({ann, today, question[0], true}), isKept);
+        EXPECT_EQ(value(u"select score from feedbackobjective"_s), QLatin1StringView(given.afterFirst));
+        EXPECT_EQ(readIn().size(), given.readSince >= 0 ? 1 : 0);
+        EXPECT_THROW(undoReading(first, forms::nowHook()), Failure);
+        if (given.readSince >= 0)
+            undoReading(first + 1, forms::nowHook());
+        EXPECT_EQ(value(u"select score from feedbackobjective"_s), QLatin1StringView(given.afterBoth));
+        EXPECT_EQ(rows(u"select questionid from feedbackdescriptive"_s), QStringList());
+        EXPECT_EQ(readIn(), QStringList());
+    }
+}
+
+TEST_F(ReadingsTest, theQuestionNamesWhatStays) {
+    read(u"ann.xls"_s, ann, 5);
+    typeScore(6);
+    choose(list("lsvRuns"), 0);
+    undo(0, u"1 answer that it added is taken out.\r\n"_s + unmarked +
+                u"\r\n\r\nThese have been changed since, or read again, and stay as they are:\r\n"
+                "ann.xls: Ann, 05/03/2024, On time?");
+    EXPECT_EQ(scores(), u"1:6"_s);
+}
+
+TEST_F(ReadingsTest, aFileOfTheSameQuestionnaireTwiceInAReadingIsUndoneBackwards) {
+    typeScore(3);
+    ASSERT_EQ(readSurveyFiles({filled(u"ann.xls"_s, ann, 5), filled(u"ann2.xls"_s, ann, 8)}).bad,
+              QStringList());
+    EXPECT_EQ(scores(), u"1:8"_s);
+    undo(0, u"1 answer that it added is taken out.\r\n1 answer that it changed gets back what was stored "
+            "before.\r\n" +
+                unmarked);
+    EXPECT_EQ(scores(), u"1:3"_s);
+}
+
+TEST_F(ReadingsTest, killedOrLockedTheUndoIsWholeOrNotAtAll) {
+    typeScore(3);
+    const QStringList before = answersAndRegister();
+    read(u"ann.xls"_s, ann, 5);
+    const QStringList after = answersAndRegister();
+    form();
+    choose(list("lsvRuns"), 0);
+    whileLocked([] { press(form(), "cmdUndo"); });
+    EXPECT_EQ(answersAndRegister(), after);
+    cnnMain->Close();
+
+    int killed = 0;
+    for (bool lives = false; !lives; ++killed) {
+        SCOPED_TRACE(killed);
+        lives = survivesKillAt(killed + 1, [] {
+            toOpenConnection();
+            undoReading(1, forms::nowHook());
+        });
+        toOpenConnection();
+        const bool isUndone = value(u"select undone from reading"_s) != QString();
+        ASSERT_EQ(answersAndRegister(), isUndone ? before : after);
+        ASSERT_TRUE(isUndone || !lives);
+        cnnMain->Close();
+    }
+    EXPECT_GT(killed, 15);
+    toOpenConnection();
+}
+
+TEST_F(ReadingsTest, readingsOlderThanAYearAreThinnedOutByChoice) {
+    messages.expectTitled(u"No reading is older than a year."_s, style::information);
+    press(form(), "cmdThin");
+    messages.expectTitled(u"Choose the reading to undo."_s, style::information);
+    press(form(), "cmdUndo");
+    read(u"ann.xls"_s, ann, 5);
+    now = now.addYears(1).addSecs(60);
+    read(u"bob.xls"_s, bob, 5);
+    for (const Answer answer : {Answer::No, Answer::Yes}) {
+        messages.expectTitled(u"1 reading is older than a year. Remove what was stored before and after, to "
+                              "make the database smaller? They stay in this list and cannot be undone any "
+                              "more."_s,
+                              style::yesNo + style::information + style::secondButton, answer);
+        press(form(), "cmdThin");
+        EXPECT_EQ(list("lsvRuns").Text(1, 6), answer == Answer::Yes ? u"Thinned out"_s : QString());
+    }
+    choose(list("lsvRuns"), 1);
+    EXPECT_FALSE(control<QPushButton>(form(), "cmdUndo")->isEnabled());
+    EXPECT_THROW(undoReading(1, forms::nowHook()), Failure);
+    undo(0, removed);
+    EXPECT_EQ(scores(), u"1:5"_s);
+}
+
+TEST_F(ReadingsTest, aStoreThatCouldNotBeUpgradedIsReadWithoutARecord) {
+    run(u"drop table readingfile"_s);
+    read(u"ann.xls"_s, ann, 5);
+    EXPECT_EQ(scores(), u"1:5"_s);
+    messages.expectTitled(u"This database could not be updated to this version of the program: readings are "
+                          "not recorded in it and cannot be undone. See the help, topic Readings."_s,
+                          style::critical);
+    form();
+    EXPECT_EQ(list("lsvRuns").ListCount(), 0);
+}
+
+} // namespace
