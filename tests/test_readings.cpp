@@ -146,32 +146,38 @@ TEST_F(ReadingsTest, anAnswerChangedSinceStaysAndIsNamed) {
                  {"the same read again", -1, -1, 5, -1, "5", ""},
                  {"typed, then read again", -1, 6, 8, -1, "8", "6"},
                  {"read again, then typed", 3, -1, 8, 9, "9", "9"}};
-    for (const auto& given : cases) {
-        SCOPED_TRACE(given.about);
-        frmReadingRuns::unload();
-        for (const char* table : {"feedbackobjective", "feedbackdescriptive", "reading", "readingfile"})
-            run(u"delete * from "_s + QLatin1StringView(table));
-        if (given.before >= 0)
-            typeScore(given.before);
-        read(u"ann.xls"_s, ann, 5);
-        if (given.typedSince >= 0)
-            typeScore(given.typedSince);
-        if (given.readSince >= 0)
-            read(u"ann.xls"_s, ann, given.readSince);
-        if (given.typedLast >= 0)
-            typeScore(given.typedLast);
-        const int first = value(u"select min(readingid) from reading"_s).toInt();
-        const ReadingUndo done = undoReading(first, forms::nowHook());
-        const bool isKept = given.typedSince >= 0 || given.readSince >= 0;
-        EXPECT_EQ(done.kept.contains({ann, today, question[0], true}), isKept);
-        EXPECT_EQ(value(u"select score from feedbackobjective"_s), QLatin1StringView(given.afterFirst));
-        EXPECT_EQ(readIn().size(), given.readSince >= 0 ? 1 : 0);
-        EXPECT_THROW(undoReading(first, forms::nowHook()), Failure);
-        if (given.readSince >= 0)
-            undoReading(first + 1, forms::nowHook());
-        EXPECT_EQ(value(u"select score from feedbackobjective"_s), QLatin1StringView(given.afterBoth));
-        EXPECT_EQ(rows(u"select questionid from feedbackdescriptive"_s), QStringList());
-        EXPECT_EQ(readIn(), QStringList());
+    for (const bool isFirstFirst : {true, false}) {
+        for (const auto& given : cases) {
+            SCOPED_TRACE(given.about);
+            for (const char* table : {"feedbackobjective", "feedbackdescriptive", "reading", "readingfile"})
+                run(u"delete * from "_s + QLatin1StringView(table));
+            if (given.before >= 0)
+                typeScore(given.before);
+            read(u"ann.xls"_s, ann, 5);
+            if (given.typedSince >= 0)
+                typeScore(given.typedSince);
+            if (given.readSince >= 0)
+                read(u"ann.xls"_s, ann, given.readSince);
+            if (given.typedLast >= 0)
+                typeScore(given.typedLast);
+            const int first = value(u"select min(readingid) from reading"_s).toInt();
+            if (given.readSince >= 0 && !isFirstFirst)
+                undoReading(first + 1, now);
+            const ReadingUndo done = undoReading(first, now);
+            if (isFirstFirst) {
+                const bool isKept = given.typedSince >= 0 || given.readSince >= 0;
+                EXPECT_EQ(done.kept.contains({ann, today, question[0], true}), isKept);
+                EXPECT_EQ(value(u"select score from feedbackobjective"_s),
+                          QLatin1StringView(given.afterFirst));
+                EXPECT_EQ(readIn().size(), given.readSince >= 0 ? 1 : 0);
+            }
+            EXPECT_THROW(undoReading(first, now), Failure);
+            if (given.readSince >= 0 && isFirstFirst)
+                undoReading(first + 1, now);
+            EXPECT_EQ(value(u"select score from feedbackobjective"_s), QLatin1StringView(given.afterBoth));
+            EXPECT_EQ(rows(u"select questionid from feedbackdescriptive"_s), QStringList());
+            EXPECT_EQ(readIn(), QStringList());
+        }
     }
 }
 
@@ -210,9 +216,9 @@ TEST_F(ReadingsTest, killedOrLockedTheUndoIsWholeOrNotAtAll) {
     int killed = 0;
     for (bool lives = false; !lives; ++killed) {
         SCOPED_TRACE(killed);
-        lives = survivesKillAt(killed + 1, [] {
+        lives = survivesKillAt(killed + 1, [this] {
             toOpenConnection();
-            undoReading(1, forms::nowHook());
+            undoReading(1, now);
         });
         toOpenConnection();
         const bool isUndone = value(u"select undone from reading"_s) != QString();
@@ -242,7 +248,7 @@ TEST_F(ReadingsTest, readingsOlderThanAYearAreThinnedOutByChoice) {
     }
     choose(list("lsvRuns"), 1);
     EXPECT_FALSE(control<QPushButton>(form(), "cmdUndo")->isEnabled());
-    EXPECT_THROW(undoReading(1, forms::nowHook()), Failure);
+    EXPECT_THROW(undoReading(1, now), Failure);
     undo(0, removed);
     EXPECT_EQ(scores(), u"1:5"_s);
 }
