@@ -33,7 +33,8 @@ QStringList SurveyReader::readAll(const std::vector<ReturnedFile>& files) {
                 if (!going)
                     return;
                 const ReturnedFile& file = files[std::size_t(next++)];
-                setLogStatus(findRegisteredTitle(file.title()));
+                if (file.checkedHash.isEmpty())
+                    setLogStatus(findRegisteredTitle(file.title()));
                 readFile(file);
             } while (next < titles.size() && clock.elapsed() < longestTransaction);
         });
@@ -94,6 +95,12 @@ void SurveyReader::readFile(const ReturnedFile& file) {
     title = file.title();
     failing.reset();
     const excel::FileContent content = excel::readContent(file.path);
+    if (!file.checkedHash.isEmpty()) {
+        if (contentHash(content.bytes) != file.checkedHash)
+            throw Failure(
+                u"%1 has changed since it was checked and was not read. Check it again."_s.arg(title));
+        setLogStatus(findRegisteredTitle(title));
+    }
     excel::Application appExcel;
     const excel::Workbook wkbExcel = appExcel.Workbooks().Open(file.path, content);
     const excel::Worksheet wksExcel = surveySheetOf(wkbExcel);
@@ -124,29 +131,12 @@ void SurveyReader::writeAnswers(const std::vector<FileAnswer>& answers) {
     }
 }
 
-/// Two surveys can have files of one name; the file must belong to one of them.
 void SurveyReader::compareWithRegister(const AnswerKeys& keys) {
-    QStringList others;
     const QString registered = findRegisteredTitle(title);
     if (registered != title)
         newRemarks << u"%1 was read as the returned %2"_s.arg(title, registered);
-    for (const LogRow& row : findLogRows(registered)) {
-        QStringList differing;
-        if (!row.respid.isEmpty() && row.respid != keys.respondentid)
-            differing << u"%1, I2: respondent %2, in the register %3"_s.arg(title, keys.respondentid,
-                                                                            row.respid);
-        if (row.sdate.isValid() && row.sdate != keys.surveydate)
-            differing << u"%1, I3: date %2, in the register %3"_s.arg(
-                title, keys.surveydate.toString(ado::dateTextFormat),
-                row.sdate.toString(ado::dateTextFormat));
-        if (!row.surveyid.isEmpty() && row.surveyid != keys.surveyid)
-            differing << u"%1, I5: survey %2, in the register %3"_s.arg(title, keys.surveyid, row.surveyid);
-        if (differing.isEmpty())
-            return;
-        if (others.isEmpty())
-            others = differing;
-    }
-    newRemarks += others;
+    for (const QString& difference : findDifferencesFromRegister(registered, keys))
+        newRemarks << title + u", "_s + difference;
 }
 
 std::optional<bool> SurveyReader::questionType(const QString& questionid) {

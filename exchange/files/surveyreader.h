@@ -29,10 +29,10 @@ public:
     /// Reads a file. False when it was not read to its end.
     bool read(const ReturnedFile& file);
     /// Reads the files one after the other; before each, the row of its title in the register is marked as
-    /// read in. The files of a quarter of a second share one transaction: a run is not to wait for the disk
-    /// at each file, and another program not for the whole run. A failure does not keep the next files,
-    /// unless it is the store's. Returns the titles of the files that were not read to their end, each with
-    /// the cell that ended it, if one did.
+    /// read in. Of a checked file that has changed since, nothing is read or marked. The files of a quarter
+    /// of a second share one transaction: a run is not to wait for the disk at each file, and another program
+    /// not for the whole run. A failure does not keep the next files, unless it is the store's. Returns the
+    /// titles of the files that were not read to their end, each with the cell that ended it, if one did.
     QStringList readAll(const std::vector<ReturnedFile>& files);
 
     /// Answers of this reader are in the store.
