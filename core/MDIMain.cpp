@@ -5,6 +5,8 @@
 #include "core/base/gblGlobal.h"
 #include "core/base/pictures.h"
 #include "core/menus.h"
+#include "exchange/droppedfiles.h"
+#include "exchange/frmCheckFiles.h"
 #include "feedback/frmFeedBackObj.h"
 #include "improvement/frmImprovementPlan.h"
 #include "platform/desktop/windowstate.h"
@@ -86,6 +88,10 @@ MDIMain::MDIMain() : stsBar(new forms::StatusBar(this)), area(new QMdiArea(this)
     forms::Form::setHost(area);
     makeMenus();
     makeToolbar();
+    new DropTarget(*this, [](const QStringList& paths) {
+        frmCheckFiles::instance().Show();
+        frmCheckFiles::instance().checkFiles(paths);
+    });
     resize(1180, 660);
     desktop::restoreWindow(*this);
 }

@@ -5,8 +5,9 @@
 #include "core/base/failure.h"
 #include "core/base/gblGlobal.h"
 #include "core/base/shell.h"
+#include "exchange/droppedfiles.h"
 #include "exchange/files/filenames.h"
-#include "exchange/openelsewhere.h"
+#include "exchange/frmCheckFiles.h"
 #include "exchange/reading.h"
 #include "platform/forms/msgbox.h"
 #include "ui_frmReading.h"
@@ -32,6 +33,8 @@ frmReading::frmReading() : DefaultForm(Kind::SubWindow), ui(std::make_unique<Ui:
     connect(ui->cmdImport, &QPushButton::clicked, this, &frmReading::cmdImport_Click);
     connect(ui->cmdHelp, &QPushButton::clicked, this, [] { showHelpTopic(helpContext); });
     connect(ui->cmdClose, &QPushButton::clicked, this, [this] { Unload(); });
+    connect(ui->cmdCheck, &QPushButton::clicked, this, &frmReading::cmdCheck_Click);
+    new DropTarget(*this, [this](const QStringList& paths) { addFiles(paths); });
 }
 
 frmReading::~frmReading() = default;
@@ -93,21 +96,39 @@ void frmReading::cmdImport_Click() {
 
 void frmReading::toreadFromXlsFile() {
     std::vector<ReturnedFile> files;
-    QStringList bad;
     for (int line = 0; line < ui->lstXlsFiles->ListCount(); ++line) {
-        const ReturnedFile file(ui->lstXlsFiles->List(line));
-        if (!ui->lstXlsFiles->Selected(line))
-            continue;
-        if (mayUseFile(file.path))
-            files.push_back(file);
-        else
-            bad << file.title();
+        if (ui->lstXlsFiles->Selected(line))
+            files.emplace_back(ui->lstXlsFiles->List(line));
     }
-    const bool several = files.size() + std::size_t(bad.size()) > 1;
-    const Reading reading = readSurveyFiles(files, [](const QString& title, qsizetype left) {
+    readChosenFiles(files, [](const QString& title, qsizetype left) {
         showStatus(u"Importing Survey File(s)......"_s + title + u", %1 left"_s.arg(left));
         return true;
     });
-    // The failure of a single file has named it, unless it was the store's.
-    nameAfterReading(several || reading.hasStoreFailed ? bad + reading.bad : QStringList(), reading.remarks);
+}
+
+void frmReading::cmdCheck_Click() {
+    QStringList all;
+    QStringList chosen;
+    for (int line = 0; line < ui->lstXlsFiles->ListCount(); ++line) {
+        all << ui->lstXlsFiles->List(line);
+        if (ui->lstXlsFiles->Selected(line))
+            chosen << all.last();
+    }
+    frmCheckFiles::instance().Show();
+    frmCheckFiles::instance().checkFiles(chosen.isEmpty() ? all : chosen);
+}
+
+void frmReading::addFiles(const QStringList& paths) {
+    QStringList listed;
+    for (int line = 0; line < ui->lstXlsFiles->ListCount(); ++line) {
+        listed << ui->lstXlsFiles->List(line);
+        ui->lstXlsFiles->setSelected(line, false);
+    }
+    for (const QString& path : paths) {
+        if (!listed.contains(path)) {
+            listed << path;
+            ui->lstXlsFiles->AddItem(path);
+        }
+        ui->lstXlsFiles->setSelected(int(listed.indexOf(path)), true);
+    }
 }

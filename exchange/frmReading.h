@@ -19,9 +19,7 @@ public:
 
     forms::CommonDialog cmnDlg;
 
-    /// Reads the chosen files. A file that cannot be read is reported at once and the next ones are read,
-    /// unless the store failed. Of several files, those not read to their end are listed afterwards, with
-    /// remarks on the files that were read.
+    /// Reads the chosen files, as readChosenFiles.
     void toreadFromXlsFile();
 
 private:
@@ -32,6 +30,9 @@ private:
     void cmdBrowse_Click();
     void lstXlsFiles_Click();
     void cmdImport_Click();
+    void cmdCheck_Click();
+    /// Adds dropped files to the list and chooses them.
+    void addFiles(const QStringList& paths);
     void blankLabels();
 
     std::unique_ptr<Ui::frmReading> ui;

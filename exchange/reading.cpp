@@ -4,6 +4,7 @@
 #include "core/base/backup.h"
 #include "core/base/failure.h"
 #include "core/base/gblGlobal.h"
+#include "exchange/openelsewhere.h"
 #include "platform/desktop/loginname.h"
 #include "platform/forms/clock.h"
 #include "platform/forms/msgbox.h"
@@ -51,6 +52,22 @@ Reading readSurveyFiles(const std::vector<ReturnedFile>& files,
     SurveyReader reader(newRun());
     reader.onFile = onFile;
     return readAfterCopy(reader, files, [&] { return reader.readAll(files); });
+}
+
+void readChosenFiles(const std::vector<ReturnedFile>& chosen,
+                     const std::function<bool(const QString& title, qsizetype left)>& onFile) {
+    std::vector<ReturnedFile> files;
+    QStringList bad;
+    for (const ReturnedFile& file : chosen) {
+        if (mayUseFile(file.path))
+            files.push_back(file);
+        else
+            bad << file.title();
+    }
+    const Reading reading = readSurveyFiles(files, onFile);
+    // The failure of a single file has named it, unless it was the store's.
+    nameAfterReading(chosen.size() > 1 || reading.hasStoreFailed ? bad + reading.bad : QStringList(),
+                     reading.remarks);
 }
 
 ReadReport& ReadReport::instance() {

@@ -21,6 +21,13 @@ Reading readSurveyFile(const ReturnedFile& file, std::optional<bool> statusBefor
 Reading readSurveyFiles(const std::vector<ReturnedFile>& files,
                         const std::function<bool(const QString& title, qsizetype left)>& onFile = {});
 
+/// Reads the files that the user has chosen; a file that is open in a spreadsheet program only after a
+/// question. A file that cannot be read is reported at once and the next ones are read, unless the store
+/// failed. Of several files, those not read to their end are listed afterwards, with remarks on the files
+/// that were read.
+void readChosenFiles(const std::vector<ReturnedFile>& chosen,
+                     const std::function<bool(const QString& title, qsizetype left)>& onFile);
+
 /// Emits which questionnaires have got answers from survey files, after each commit.
 class ReadReport : public QObject {
     Q_OBJECT

@@ -8,6 +8,7 @@
 #include "analysis/frmSatisfactionIndex.h"
 #include "core/base/gblGlobal.h"
 #include "core/frmAboutUs.h"
+#include "exchange/frmCheckFiles.h"
 #include "exchange/frmLogDetails.h"
 #include "exchange/frmMessage.h"
 #include "exchange/frmReading.h"
@@ -67,6 +68,7 @@ inline std::vector<AnyForm> allForms() {
             plainForm<frmSetting>("frmSetting"),
             plainForm<frmFeedBackObj>("frmFeedBackObj"),
             plainForm<frmReading>("frmReading"),
+            plainForm<frmCheckFiles>("frmCheckFiles"),
             plainForm<frmReadingRuns>("frmReadingRuns"),
             plainForm<frmLogDetails>("frmLogDetails"),
             ownedForm<frmMessage, frmLogDetails>("frmMessage"),

@@ -60,7 +60,8 @@ void AnswerSheet::readRows() {
         converting.reset();
         const std::optional<bool> known = catalogue(questionid);
         if (!known)
-            remark({row, column::key}, u"question %1 is not in the catalogue"_s.arg(questionid));
+            remark(Oddity::UnknownQuestion, {row, column::key},
+                   u"question %1 is not in the catalogue"_s.arg(questionid));
         const bool isScore = known.value_or(false);
         readBlock(row, isScore);
         remarkSkipped(row, isScore);
@@ -70,7 +71,8 @@ void AnswerSheet::readRows() {
 }
 
 void AnswerSheet::readBlock(int row, bool isScore) {
-    FileAnswer answer{.keys = keys, .isScore = isScore, .weightage = mark({row, column::weightage})};
+    FileAnswer answer{
+        .keys = keys, .row = row, .isScore = isScore, .weightage = mark({row, column::weightage})};
     if (isScore) {
         answer.score = mark({row, column::score});
     } else {
@@ -89,17 +91,18 @@ void AnswerSheet::remarkSkipped(int row, bool isScore) {
         const bool hasText = inside > row + 1 && !peek({inside, column::question}).isEmpty();
         if (!skipped.isEmpty() && (hasText || !peek({inside, column::score}).isEmpty() ||
                                    !peek({inside, column::weightage}).isEmpty()))
-            remark({inside, column::key},
+            remark(Oddity::Skipped, {inside, column::key},
                    u"question %1 was not read, it lies within the rows of question %2"_s.arg(
                        skipped.left(20), keys.questionid));
     }
     const QString words = isScore ? peek(cellmap::answerPlace(row)).trimmed() : QString();
     if (!words.isEmpty() && isAnswer(words))
-        remark(cellmap::answerPlace(row),
+        remark(Oddity::Skipped, cellmap::answerPlace(row),
                u"the words were not read, question %1 asks for a score"_s.arg(keys.questionid));
 }
 
-void AnswerSheet::remark(Place place, const QString& text) {
+void AnswerSheet::remark(Oddity oddity, Place place, const QString& text) {
+    result.oddities.push_back(oddity);
     result.remarks << cellmap::nameOf(place) + u": " + text;
 }
 
@@ -142,7 +145,7 @@ int AnswerSheet::mark(Place place) {
     const excel::Value content = cell(place);
     const int whole = content.isBlank() ? 0 : static_cast<int>(ado::toWhole(convertible(content)));
     if (whole < lowestMark || whole > highestMark)
-        remark(place, u"mark %1 is outside 0 to 10"_s.arg(whole));
+        remark(Oddity::MarkOutside, place, u"mark %1 is outside 0 to 10"_s.arg(whole));
     return whole;
 }
 

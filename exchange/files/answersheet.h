@@ -14,16 +14,25 @@
 /// One answer of a survey file, converted.
 struct FileAnswer {
     AnswerKeys keys;
+    int row = 0; ///< of the sheet, in which its block begins
     bool isScore = false;
     int weightage = 0;
     int score = 0;                     ///< of a Score question
     std::optional<QString> words = {}; ///< of a Descriptive question; nothing for the untouched preset text
 };
 
+/// What a remark is about.
+enum class Oddity {
+    UnknownQuestion, ///< not in the catalogue
+    MarkOutside,     ///< beyond 0 to 10
+    Skipped,         ///< not read, since the catalogue has another kind of question than the file
+};
+
 /// The answers of a survey file.
 struct SheetAnswers {
     std::vector<FileAnswer> answers;       ///< in the order of the rows, those before the failure
     QStringList remarks;                   ///< remarks, each beginning with its cell
+    std::vector<Oddity> oddities;          ///< of each remark
     std::exception_ptr failure;            ///< ended the reading; null when the sheet was read to its end
     std::optional<cellmap::Place> failing; ///< the cell whose conversion failed
 };
@@ -55,7 +64,7 @@ private:
     void readRows();
     void readBlock(int row, bool isScore);
     void remarkSkipped(int row, bool isScore);
-    void remark(cellmap::Place place, const QString& text);
+    void remark(Oddity oddity, cellmap::Place place, const QString& text);
 
     /// The text of a cell that is needed for a remark only; a failure does not end the reading.
     QString peek(cellmap::Place place) const;

@@ -33,17 +33,17 @@ QString nameOf(Place place) {
 }
 
 std::vector<Cell> headCells(const Head& head) {
-    constexpr int a = 1, b = 2, h = 8, i = 9;
+    constexpr int a = 1, b = 2, h = 8;
     return {
         {.place = {1, a}, .value = head.organisation, .wrapped = true},
-        {.place = {1, i}, .value = head.custid},
+        {.place = custIdPlace, .value = head.custid},
         {.place = respondentIdPlace, .value = head.respondentid},
         {.place = surveyDatePlace, .value = dateValue(head.surveyDate)},
         {.place = surveyIdPlace, .value = head.surveyid, .lock = Lock::Unlocked},
         {.place = {1, h}, .value = dateValue(head.exportDate)},
         {.place = {3, b}, .value = u"Customer Satisfaction Survey"_s},
-        {.place = {8, b}, .value = QString(u"Customer Name : "_s + head.customer)},
-        {.place = {9, b}, .value = QString(u"Respondent Name : "_s + head.respondent)},
+        {.place = customerNamePlace, .value = QString(customerNameWords + head.customer)},
+        {.place = respondentNamePlace, .value = QString(respondentNameWords + head.respondent)},
     };
 }
 

@@ -50,6 +50,13 @@ inline constexpr Place surveyDatePlace{3, 9};    ///< I3
 inline constexpr Place questionCountPlace{4, 9}; ///< I4
 inline constexpr Place surveyIdPlace{5, 9};      ///< I5
 
+// Cells of the head by which a file is compared with the store; the names stand behind their words.
+inline constexpr Place custIdPlace{1, 9};         ///< I1
+inline constexpr Place customerNamePlace{8, 2};   ///< B8
+inline constexpr Place respondentNamePlace{9, 2}; ///< B9
+inline constexpr QStringView customerNameWords = u"Customer Name : ";
+inline constexpr QStringView respondentNameWords = u"Respondent Name : ";
+
 /// The text in the box for words until the respondent replaces it.
 inline constexpr QStringView presetAnswer = u"Type your Answer here";
 

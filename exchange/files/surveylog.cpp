@@ -74,3 +74,22 @@ std::vector<LogRow> findLogRows(const QString& fileName) {
                         log["surveyid"].Text(), log["sdate"].Value().toDate()});
     return rows;
 }
+
+QStringList findDifferencesFromRegister(const QString& fileName, const AnswerKeys& keys) {
+    QStringList first;
+    for (const LogRow& row : findLogRows(fileName)) {
+        QStringList differing;
+        if (!row.respid.isEmpty() && row.respid != keys.respondentid)
+            differing << u"I2: respondent %1, in the register %2"_s.arg(keys.respondentid, row.respid);
+        if (row.sdate.isValid() && row.sdate != keys.surveydate)
+            differing << u"I3: date %1, in the register %2"_s.arg(
+                keys.surveydate.toString(ado::dateTextFormat), row.sdate.toString(ado::dateTextFormat));
+        if (!row.surveyid.isEmpty() && row.surveyid != keys.surveyid)
+            differing << u"I5: survey %1, in the register %2"_s.arg(keys.surveyid, row.surveyid);
+        if (differing.isEmpty())
+            return {};
+        if (first.isEmpty())
+            first = differing;
+    }
+    return first;
+}

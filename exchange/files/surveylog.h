@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "exchange/files/answers.h"
 #include "survey/questionnaires/surveykey.h"
 
 #include <QDate>
+#include <QStringList>
 
 #include <optional>
 #include <vector>
@@ -37,3 +39,7 @@ struct LogRow {
 
 /// The rows of that file title; several when surveys share a name.
 std::vector<LogRow> findLogRows(const QString& fileName);
+
+/// What a file says of itself that differs from the register's row of its title, each with the cell. Two
+/// surveys can have files of one name; none if the file belongs to one of them, or is not registered.
+QStringList findDifferencesFromRegister(const QString& fileName, const AnswerKeys& keys);

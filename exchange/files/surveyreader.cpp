@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 bool SurveyReader::read(const ReturnedFile& file, std::optional<bool> statusBefore) {
     return readTogether([&] {
         record.beginFile(file.title(), findRegisteredTitle(file.title()), statusBefore);
-        readFile(file);
+        readFile(file.path, {});
     });
 }
 
@@ -35,10 +35,7 @@ QStringList SurveyReader::readAll(const std::vector<ReturnedFile>& files) {
                 going = !onFile || onFile(titles[next], titles.size() - next - 1);
                 if (!going)
                     return;
-                const ReturnedFile& file = files[std::size_t(next++)];
-                const QString registered = findRegisteredTitle(file.title());
-                record.beginFile(file.title(), registered, setLogStatus(registered));
-                readFile(file);
+                markAndRead(files[std::size_t(next++)]);
             } while (next < titles.size() && clock.elapsed() < longestTransaction);
         });
         if (!good && committed)
@@ -96,14 +93,29 @@ void SurveyReader::keepFindings() {
     allRemarks += newRemarks;
 }
 
-void SurveyReader::readFile(const ReturnedFile& file) {
+void SurveyReader::markAndRead(const ReturnedFile& file) {
     title = file.title();
     failing.reset();
+    std::optional<excel::FileContent> checked;
+    if (!file.checkedHash.isEmpty()) {
+        checked = excel::readContent(file.path);
+        if (contentHash(checked->bytes) != file.checkedHash)
+            throw Failure(
+                u"%1 has changed since it was checked and was not read. Check it again."_s.arg(title));
+    }
+    const QString registered = findRegisteredTitle(title);
+    record.beginFile(title, registered, setLogStatus(registered));
+    readFile(file.path, checked);
+}
+
+void SurveyReader::readFile(const QString& path, const std::optional<excel::FileContent>& checked) {
+    title = path.section(u'/', -1);
+    failing.reset();
     try {
-        const excel::FileContent content = excel::readContent(file.path);
+        const excel::FileContent content = checked ? *checked : excel::readContent(path);
         record.hashContent(content.bytes);
         excel::Application appExcel;
-        const excel::Workbook wkbExcel = appExcel.Workbooks().Open(file.path, content);
+        const excel::Workbook wkbExcel = appExcel.Workbooks().Open(path, content);
         readSheet(surveySheetOf(wkbExcel));
         wkbExcel.Close(false);
         appExcel.Quit();
@@ -147,29 +159,12 @@ void SurveyReader::writeAnswers(const std::vector<FileAnswer>& answers) {
     }
 }
 
-/// Two surveys can have files of one name; the file must belong to one of them.
 void SurveyReader::compareWithRegister(const AnswerKeys& keys) {
-    QStringList others;
     const QString registered = findRegisteredTitle(title);
     if (registered != title)
         newRemarks << u"%1 was read as the returned %2"_s.arg(title, registered);
-    for (const LogRow& row : findLogRows(registered)) {
-        QStringList differing;
-        if (!row.respid.isEmpty() && row.respid != keys.respondentid)
-            differing << u"%1, I2: respondent %2, in the register %3"_s.arg(title, keys.respondentid,
-                                                                            row.respid);
-        if (row.sdate.isValid() && row.sdate != keys.surveydate)
-            differing << u"%1, I3: date %2, in the register %3"_s.arg(
-                title, keys.surveydate.toString(ado::dateTextFormat),
-                row.sdate.toString(ado::dateTextFormat));
-        if (!row.surveyid.isEmpty() && row.surveyid != keys.surveyid)
-            differing << u"%1, I5: survey %2, in the register %3"_s.arg(title, keys.surveyid, row.surveyid);
-        if (differing.isEmpty())
-            return;
-        if (others.isEmpty())
-            others = differing;
-    }
-    newRemarks += others;
+    for (const QString& difference : findDifferencesFromRegister(registered, keys))
+        newRemarks << title + u", "_s + difference;
 }
 
 std::optional<bool> SurveyReader::questionType(const QString& questionid) {

@@ -4,6 +4,7 @@
 #include "exchange/files/answersheet.h"
 #include "exchange/files/readingrecord.h"
 #include "exchange/files/returnedfile.h"
+#include "platform/excel/filecontent.h"
 
 #include <functional>
 #include <map>
@@ -33,10 +34,10 @@ public:
     /// is the mark before. False when it was not read to its end.
     bool read(const ReturnedFile& file, std::optional<bool> statusBefore);
     /// Reads the files one after the other; before each, the row of its title in the register is marked as
-    /// read in. The files of a quarter of a second share one transaction: a run is not to wait for the disk
-    /// at each file, and another program not for the whole run. A failure does not keep the next files,
-    /// unless it is the store's. Returns the titles of the files that were not read to their end, each with
-    /// the cell that ended it, if one did.
+    /// read in. Of a checked file that has changed since, nothing is read or marked. The files of a quarter
+    /// of a second share one transaction: a run is not to wait for the disk at each file, and another program
+    /// not for the whole run. A failure does not keep the next files, unless it is the store's. Returns the
+    /// titles of the files that were not read to their end, each with the cell that ended it, if one did.
     QStringList readAll(const std::vector<ReturnedFile>& files);
 
     /// Answers of this reader are in the store.
@@ -49,7 +50,9 @@ public:
 private:
     /// Runs the reading of one or more files as one transaction; false after it has reported a failure.
     bool readTogether(const std::function<void()>& files);
-    void readFile(const ReturnedFile& file);
+    void markAndRead(const ReturnedFile& file);
+    /// checked: the content, if it has been read already.
+    void readFile(const QString& path, const std::optional<excel::FileContent>& checked);
     void readSheet(const excel::Worksheet& sheet);
     void writeAnswers(const std::vector<FileAnswer>& answers);
     void compareWithRegister(const AnswerKeys& keys);

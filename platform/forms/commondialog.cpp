@@ -36,10 +36,18 @@ QString askForNewFile(const CommonDialog& dialog) {
     return chosenIn(box).value(0);
 }
 
+QString askForFolder() {
+    QFileDialog box(QApplication::activeWindow());
+    box.setFileMode(QFileDialog::Directory);
+    box.setOption(QFileDialog::ShowDirsOnly);
+    return chosenIn(box).value(0);
+}
+
 } // namespace
 
 std::function<QString(const CommonDialog&)> openFileHook = askForFile;
 std::function<QString(const CommonDialog&)> saveFileHook = askForNewFile;
+std::function<QString()> openFolderHook = askForFolder;
 std::function<void(const CommonDialog&)> helpHook = [](const CommonDialog&) {};
 
 QString qtFilter(const QString& filter) {

@@ -49,9 +49,10 @@ private:
     void take(const QString& answer);
 };
 
-/// Ask for files and show help; the program and tests replace them.
+/// Ask for files or a folder and show help; the program and tests replace them.
 extern std::function<QString(const CommonDialog&)> openFileHook;
 extern std::function<QString(const CommonDialog&)> saveFileHook;
+extern std::function<QString()> openFolderHook; ///< the full path; empty when cancelled
 extern std::function<void(const CommonDialog&)> helpHook;
 
 /// The filter in the format of Qt's file dialog.

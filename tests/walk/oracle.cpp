@@ -31,20 +31,24 @@ const std::map<QString, OwnedTable> ownedTables{
     {u"survey"_s, {{u"frmNewSurvey"_s, u"frmEditExistingSurvey"_s, u"frmPasteSurvey"_s}, {2}, {1, 2}}},
     {u"responquesindex"_s, {{u"frmNewSurvey"_s, u"frmEditExistingSurvey"_s, u"frmPasteSurvey"_s}, {0, 1, 2}}},
     {u"feedbackobjective"_s,
-     {{u"frmFeedBackObj"_s, u"frmReading"_s, u"frmReadingRuns"_s, u"frmEditExistingSurvey"_s},
+     {{u"frmFeedBackObj"_s, u"frmReading"_s, u"frmReadingRuns"_s, u"frmCheckFiles"_s,
+       u"frmEditExistingSurvey"_s},
       {1, 2, 3},
       {1, 2, 4}}},
     {u"feedbackdescriptive"_s,
-     {{u"frmFeedBackObj"_s, u"frmReading"_s, u"frmReadingRuns"_s, u"frmEditExistingSurvey"_s},
+     {{u"frmFeedBackObj"_s, u"frmReading"_s, u"frmReadingRuns"_s, u"frmCheckFiles"_s,
+       u"frmEditExistingSurvey"_s},
       {1, 2, 3},
       {1, 2, 4}}},
     {u"actionplan"_s, {{u"frmImprovementPlan"_s}, {1}, {1}}},
     {u"log"_s,
      {{u"frmNewSurvey"_s, u"frmEditExistingSurvey"_s, u"frmFeedBackObj"_s, u"frmReading"_s,
-       u"frmReadingRuns"_s, u"frmLogDetails"_s},
+       u"frmReadingRuns"_s, u"frmCheckFiles"_s, u"frmLogDetails"_s},
       {}}},
-    {u"reading"_s, {{u"frmFeedBackObj"_s, u"frmReading"_s, u"frmReadingRuns"_s}, {}, {1, 2}}},
-    {u"readingfile"_s, {{u"frmFeedBackObj"_s, u"frmReading"_s, u"frmReadingRuns"_s}, {1}, {1, 2, 3, 4, 6}}},
+    {u"reading"_s,
+     {{u"frmFeedBackObj"_s, u"frmReading"_s, u"frmCheckFiles"_s, u"frmReadingRuns"_s}, {}, {1, 2}}},
+    {u"readingfile"_s,
+     {{u"frmFeedBackObj"_s, u"frmReading"_s, u"frmCheckFiles"_s, u"frmReadingRuns"_s}, {1}, {1, 2, 3, 4, 6}}},
     {u"standardmessage"_s, {{u"frmMessage"_s}, {0}}},
     {u"setting"_s, {{u"frmSetting"_s}, {}}}};
 
@@ -242,7 +246,7 @@ QString Oracle::faultOfChange(const QString& table, const QStringList& row, cons
     else if (table == u"actionplan")
         owned = owner.customers.contains(row[1]);
     else if (table.startsWith(u"feedback") && !commands.contains(u"cmdImport") &&
-             !commands.contains(u"cmdRead"))
+             !commands.contains(u"cmdImportTicked") && !commands.contains(u"cmdRead"))
         owned =
             commands.contains(u"cmdUndo") ? isOfUndoneReading(row, now) : owner.respondents.contains(row[1]);
     return owned ? QString() : u"%1 has written another owner's %2"_s.arg(owner.form, table);

@@ -64,6 +64,7 @@ private:
     QEventLoop loop;
 
     Replaced<forms::messageHook> messages{[this](const auto& shown) { return answer(shown); }};
+    Replaced<forms::openFolderHook> folderDialog{[this] { return oneIn(3) ? QString() : homeDirectory(); }};
     Replaced<forms::openFileHook> openDialog{[this](const auto& dialog) { return chooseFile(dialog); }};
     Replaced<forms::saveFileHook> saveDialog{[this](const auto& dialog) { return chooseFile(dialog); }};
     Replaced<forms::helpHook> help{[](const auto&) {}};
