@@ -30,8 +30,9 @@ public:
         waiting.push_back({{text, style, title}, answer, false});
     }
     /// Expects a message of the failure handler whose text begins like this.
-    void expectBeginning(const QString& beginning, int style = 0) {
-        waiting.push_back({{beginning, style, {}}, forms::Answer::Ok, true});
+    void expectBeginning(const QString& beginning, int style = 0, const QString& title = {},
+                         forms::Answer answer = forms::Answer::Ok) {
+        waiting.push_back({{beginning, style, title}, answer, true});
     }
     /// Expects a message with the program's usual title.
     void expectTitled(const QString& text, int style, forms::Answer answer = forms::Answer::Ok) {

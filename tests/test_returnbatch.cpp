@@ -1,0 +1,227 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A batch of returned files is checked, imported, undone and imported again.
+#include "core/MDIMain.h"
+#include "exchange/frmCheckFiles.h"
+#include "exchange/frmReading.h"
+#include "exchange/frmReadingRuns.h"
+#include "exchange/surveyexport.h"
+#include "platform/excel/application.h"
+#include "platform/forms/lists.h"
+#include "tests/support/surveytest.h"
+
+#include <QAction>
+#include <QDir>
+#include <QFileInfo>
+#include <QLabel>
+#include <QRegularExpression>
+#include <QTreeView>
+
+using namespace Qt::StringLiterals;
+namespace style = forms::style;
+using forms::Answer;
+
+namespace {
+
+constexpr int goodFiles = 20;
+
+class ReturnBatch : public SurveyTest {
+protected:
+    void SetUp() override {
+        SurveyTest::SetUp();
+        copyHomeFile(u"template.xls"_s);
+        ASSERT_TRUE(QDir(home()).mkdir(u"returned"_s));
+        for (int i = 0; i < 29; ++i)
+            respondents << addRespondent(acme, u"Person %1"_s.arg(i));
+        for (const int respondent : respondents)
+            addStored(respondent, today, {0, 1, 4});
+    }
+    QString returned(const QString& name) const { return path(u"returned/"_s + name); }
+    QString wordsOf(int i) const { return u"Réponse \"%1\",\nligne 2"_s.arg(i); }
+    int scoreOf(int i) const { return 1 + i % 9; }
+
+    /// The exported and filled file of a respondent, moved to the folder of returned files; its name.
+    QString fill(int i, const std::map<QString, excel::Value>& changed = {}) {
+        const QString name =
+            exportSurvey({.survey = {u"Acme"_s, u"Person %1"_s.arg(i), ado::toText(today)}}).fileName;
+        const excel::Workbook book = excel::Application().Workbooks().Open(path(name));
+        const excel::Worksheet sheet = book.Worksheets(u"Sheet1"_s);
+        sheet.Unprotect(u"kvtwpa"_s);
+        std::map<QString, excel::Value> cells{{u"C14"_s, scoreOf(i)}, {u"D14"_s, 5}, {u"B19"_s, wordsOf(i)}};
+        for (const auto& [address, value] : changed)
+            cells[address] = value;
+        for (const auto& [address, value] : cells)
+            sheet.Range(address).setValue(value);
+        sheet.Protect(u"kvtwpa"_s);
+        book.Save();
+        EXPECT_TRUE(QFile::rename(path(name), returned(name)));
+        return name;
+    }
+    /// Lets LibreOffice save files in another format in place of the former.
+    void resave(const QStringList& names, const QString& type) {
+        QStringList arguments{u"-env:UserInstallation=file://"_s + path(u"profile"_s),
+                              u"--headless"_s,
+                              u"--convert-to"_s,
+                              type,
+                              u"--outdir"_s,
+                              path(u"saved"_s)};
+        for (const QString& name : names)
+            arguments << returned(name);
+        outputOf(u"soffice"_s, arguments);
+        for (const QString& name : names) {
+            const QString saved = name.chopped(3) + type;
+            EXPECT_TRUE(QFile::remove(returned(name)) &&
+                        QFile::rename(path(u"saved/"_s + saved), returned(saved)));
+        }
+    }
+    void makeGoodFiles();
+    void makeOtherFiles();
+
+    /// All rows but those of the readings, without the keys of the answers: these are new after an import.
+    static QStringList store() {
+        static const QRegularExpression answerKey(u"^(feedback[a-z]+)\\|\\d+"_s);
+        QStringList rows = storeRows(*cnnMain).filter(QRegularExpression(u"^(?!reading)"_s));
+        rows.replaceInStrings(answerKey, u"\\1"_s);
+        rows.sort();
+        return rows;
+    }
+    /// The rows that the import is to change.
+    QStringList meant(QStringList rows) const {
+        const auto answer = [&](const QString& table, int i, int number, const QString& content,
+                                int weightage) {
+            const QString keys = u"feedback%1|%2|%3|1|05/03/2024|"_s.arg(
+                table, QString::number(respondents[i]), QString::number(question[std::size_t(number)]));
+            rows.removeIf([&](const QString& row) { return row.startsWith(keys); });
+            rows << keys + content + u'|' + QString::number(weightage);
+        };
+        QList<int> read(goodFiles);
+        std::iota(read.begin(), read.end(), 0);
+        for (const int i : read + QList<int>{changing, identical}) {
+            answer(u"objective"_s, i, 0, QString::number(scoreOf(i)), 5);
+            answer(u"objective"_s, i, 1, u"0"_s, 0);
+            answer(u"descriptive"_s, i, 4, wordsOf(i), 0);
+            rows.replaceInStrings(QRegularExpression(u"^(log\\|Acme\\|Person %1\\|.*)\\|False$"_s.arg(i)),
+                                  u"\\1|True"_s);
+        }
+        rows.sort();
+        return rows;
+    }
+    static QTreeView& checkedList() { return *control<QTreeView>(frmCheckFiles::instance(), "lsvFiles"); }
+    static QString cell(int row, int column) {
+        return checkedList().model()->index(row, column).data().toString();
+    }
+    static void tick(int row) {
+        const QModelIndex at = checkedList().model()->index(row, 1);
+        checkedList().scrollTo(at);
+        QTest::mouseClick(checkedList().viewport(), Qt::LeftButton, {},
+                          checkedList().visualRect(at).center());
+        key(Qt::Key_Space);
+    }
+    void checkThem() {
+        frmReading::instance().Show();
+        press(frmReading::instance(), "cmdBrowse");
+        press(frmReading::instance(), "cmdCheck");
+    }
+    void importThem() {
+        messages.expectBeginning(u"Read as it stands, but worth a look:\r\n"_s, style::information);
+        messages.expect(u"Import Done...."_s, style::information);
+        QTest::keyClick(&checkedList(), Qt::Key_I, Qt::AltModifier);
+        QTRY_COMPARE(messages.left(), 0);
+        expectIdle();
+    }
+
+    QList<int> respondents;
+    std::map<QString, QString> expected; ///< verdicts other than "ready", by file
+    const int changing = 27, identical = 28;
+    Replaced<forms::openFileHook> dialog{[this](const auto&) -> QString {
+        QStringList paths;
+        for (const QFileInfo& file : QDir(path(u"returned"_s)).entryInfoList(QDir::Files, QDir::Name))
+            paths << file.filePath();
+        return paths.join(u'\n');
+    }};
+};
+
+/// Six formats by three programs.
+void ReturnBatch::makeGoodFiles() {
+    QStringList names;
+    for (int i = 0; i < goodFiles; ++i)
+        names << fill(i);
+    resave(names.sliced(4, 4), u"xlsx"_s);
+    resave(names.sliced(8, 4), u"ods"_s);
+    resave(names.sliced(12, 2), u"xlsm"_s);
+    resave(names.sliced(14, 2), u"xls"_s);
+    for (const int i : {16, 17, 18, 19}) {
+        const QString saved = names[i].chopped(3) + (i < 18 ? u"xlsx"_s : u"ods"_s);
+        outputOf(u"ssconvert"_s, {returned(names[i]), returned(saved)});
+        QFile::remove(returned(names[i]));
+    }
+}
+
+void ReturnBatch::makeOtherFiles() {
+    writeFile(returned(u"page.xls"_s), "<html><table><tr><td>7</td></tr></table></html>");
+    writeFile(returned(u"list.xls"_s), "question;mark\n1;7\n");
+    ASSERT_TRUE(QFile::copy(path(u"template.xls"_s), returned(u"accounts.xls"_s)));
+    const QString twice = fill(25);
+    ASSERT_TRUE(QFile::copy(returned(twice), returned(u"again.xls"_s)));
+    expected = {{u"page.xls"_s, u"unreadable"_s},
+                {u"list.xls"_s, u"unreadable"_s},
+                {u"accounts.xls"_s, u"no survey file"_s},
+                {fill(20, {{u"I5"_s, 99}}), u"unknown survey"_s},
+                {fill(21, {{u"B14"_s, u"In time?"_s}}), u"foreign"_s},
+                {fill(22, {{u"I2"_s, respondents[23]}}), u"foreign"_s},
+                {fill(24, {{u"C14"_s, 11}}), u"mark outside 0 to 10"_s},
+                {twice, u"twice in this list"_s},
+                {u"again.xls"_s, u"twice in this list"_s}};
+    addScore(respondents[changing], question[0], 1, today, 4, 2);
+    expected[fill(changing)] = u"changes stored answers"_s;
+    for (const int number : {0, 1})
+        addScore(respondents[identical], question[std::size_t(number)], 1, today, number == 0 ? 5 : 0,
+                 number == 0 ? scoreOf(identical) : 0);
+    add(u"feedbackdescriptive"_s, {{"respondentid", respondents[identical]},
+                                   {"questionid", question[4]},
+                                   {"surveyid", 1},
+                                   {"surveydate", today},
+                                   {"Description", wordsOf(identical)},
+                                   {"weightage", 0}});
+    expected[fill(identical)] = u"read already, identical"_s;
+}
+
+TEST_F(ReturnBatch, isCheckedImportedUndoneAndImportedAgain) {
+    makeGoodFiles();
+    makeOtherFiles();
+    const QStringList before = store();
+    checkThem();
+    EXPECT_EQ(store(), before);
+    ASSERT_EQ(checkedList().model()->rowCount(), 31);
+    int changingRow = -1;
+    for (int row = 0; row < 31; ++row) {
+        const QString name = cell(row, 1);
+        const auto found = expected.find(name);
+        EXPECT_EQ(cell(row, 5), found == expected.end() ? u"ready"_s : found->second)
+            << name.toStdString() << ": " << cell(row, 10).toStdString();
+        if (cell(row, 5).startsWith(u"changes"))
+            changingRow = row;
+    }
+    const auto* summary = control<QLabel>(frmCheckFiles::instance(), "lblSummary");
+    EXPECT_EQ(summary->text(), u"31 files: 20 ready, 1 identical, 1 changing, 9 faulty. 21 ticked."_s);
+    tick(changingRow);
+    importThem();
+    const QStringList after = meant(before);
+    EXPECT_EQ(store(), after);
+    EXPECT_EQ(summary->text(), u"31 files: 0 ready, 22 identical, 0 changing, 9 faulty. 22 ticked."_s);
+
+    MDIMain::instance().findChild<QAction*>(u"mnuReadings"_s)->trigger();
+    messages.expectBeginning(u"Undo the reading of"_s,
+                             style::yesNo + style::information + style::secondButton, u"Gaugewell v2.1"_s,
+                             Answer::Yes);
+    QTest::keyClick(&frmReadingRuns::instance(), Qt::Key_U, Qt::AltModifier);
+    QTRY_COMPARE(messages.left(), 0);
+    EXPECT_EQ(store(), before);
+
+    frmCheckFiles::unload();
+    checkThem();
+    tick(changingRow);
+    importThem();
+    EXPECT_EQ(store(), after);
+}
+
+} // namespace
