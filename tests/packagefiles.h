@@ -75,14 +75,8 @@ inline Parts odsParts(const QByteArray& rows) {
 /// Fixture of the tests on workbooks that are zip files.
 class PackageFiles : public ExcelFiles {
 protected:
-    /// Converts files by LibreOffice into the test's folder.
-    void convert(const QString& type, const QStringList& files) const {
-        outputOf(QStringLiteral("soffice"),
-                 QStringList{QStringLiteral("-env:UserInstallation=file://") +
-                                 folder.filePath(QStringLiteral("profile")),
-                             QStringLiteral("--headless"), QStringLiteral("--convert-to"), type,
-                             QStringLiteral("--outdir"), folder.path()} +
-                     files);
+    void convert(const QString& type, const QString& file) const {
+        convertByOffice(type, {file}, folder.path());
     }
     QString written(const Parts& parts, const QString& name = QStringLiteral("a.xls")) const {
         writeParts(path(name), parts);

@@ -36,10 +36,6 @@ protected:
         book.Save();
         return file;
     }
-    void convert(const QString& type, const QString& file) const {
-        outputOf(u"soffice"_s, {u"-env:UserInstallation=file://"_s + path(u"profile"_s), u"--headless"_s,
-                                u"--convert-to"_s, type, u"--outdir"_s, home(), file});
-    }
     /// The stored answers after reading the file, which must be read to its end. The only remark is that it
     /// has come back in another format.
     QStringList read(const QString& file) {
@@ -74,7 +70,7 @@ TEST_F(AnswerFormats, eachFormatGivesTheSameAnswers) {
         if (byGnumeric)
             outputOf(u"ssconvert"_s, {original, converted});
         else
-            convert(type, original);
+            convertByOffice(type, {original}, home());
         EXPECT_EQ(read(converted), answers);
         ASSERT_TRUE(QFile::remove(file) && QFile::rename(converted, file)); // under the old name
         EXPECT_EQ(read(file), answers);
@@ -84,7 +80,7 @@ TEST_F(AnswerFormats, eachFormatGivesTheSameAnswers) {
 TEST_F(AnswerFormats, aRenamedSheetIsFoundByItsKeys) {
     const QString file = answeredFile();
     const QStringList answers = read(file);
-    convert(u"xlsx"_s, file);
+    convertByOffice(u"xlsx"_s, {file}, home());
     const QString renamed = file.chopped(3) + u"xlsx"_s;
     runScript(u"renamesheets.py"_s, {renamed, u"Tabelle1"_s});
     EXPECT_EQ(read(renamed), answers);

@@ -78,7 +78,7 @@ TEST_F(ExcelInterop, xlrdReadsTheSame) {
         SCOPED_TRACE(qPrintable(sample));
         const Worksheet sheet =
             application.Workbooks().Open(samplePath(sample)).Worksheets(firstSheet(sample));
-        const QJsonObject cells = readByXlrd(samplePath(sample))[u"cells"].toObject();
+        const QJsonObject cells = readByXlrd(samplePath(sample));
         ASSERT_GE(cells.size(), 10);
         for (auto at = cells.begin(); at != cells.end(); ++at) {
             SCOPED_TRACE(qPrintable(at.key()));
@@ -100,7 +100,7 @@ TEST_F(ExcelInterop, xlrdSeesValuesLocksWrapsAndBorders) {
     ASSERT_EQ(expected.size(), 4);
     for (const QString& sample : sampleNames) {
         SCOPED_TRACE(qPrintable(sample));
-        const QJsonObject cells = readByXlrd(fillSample(sample))[u"cells"].toObject();
+        const QJsonObject cells = readByXlrd(fillSample(sample));
         EXPECT_EQ(cells[u"B16"][u"value"].toString(), question);
         for (int i = 0; i < int(std::size(values)); ++i)
             EXPECT_TRUE(valueOf(cells[u"B%1"_s.arg(200 + i)].toObject()) == values[i]) << i;
@@ -113,7 +113,7 @@ TEST_F(ExcelInterop, xlrdSeesValuesLocksWrapsAndBorders) {
                     << qPrintable(cell.key() + u' ' + part.key());
         }
         // Cells outside the cleared range are kept.
-        const QJsonObject before = readByXlrd(samplePath(sample))[u"cells"].toObject();
+        const QJsonObject before = readByXlrd(samplePath(sample));
         for (auto at = before.begin(); at != before.end(); ++at)
             EXPECT_TRUE(at.value() == cells[at.key()] || at.value()[u"type"].toInt() == 0)
                 << qPrintable(at.key());

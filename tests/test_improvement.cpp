@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/MDIMain.h"
 #include "improvement/frmImprovementPlan.h"
 #include "platform/forms/clock.h"
 #include "platform/forms/dtpicker.h"
 #include "tests/support/listview.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QDir>
 #include <QLineEdit>
@@ -27,7 +29,7 @@ protected:
         run(u"insert into actionplan (customerid, Date, Action, targetdate, Status) values "
             "(1, '2024-01-10', 'Call', '2024-01-17', True), (1, '2024-02-20', 'Visit', '2024-02-27', False), "
             "(2, '2024-02-20', 'Train', '2024-02-27', False)"_s);
-        form().Show();
+        control<QAction>(MDIMain::instance(), "mnuImprovementPlan")->trigger();
     }
     static frmImprovementPlan& form() { return frmImprovementPlan::instance(); }
     static forms::ListView& list() { return *control<forms::ListView>(form(), "lsvDtls"); }

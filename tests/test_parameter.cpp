@@ -135,20 +135,4 @@ TEST_F(ParameterTest, deletingAParameterSavesTheRemainingRows) {
     EXPECT_EQ(parameters().text(1, 1), u""_s) << "the last one; no grid row is taken away";
 }
 
-TEST_F(ParameterTest, aSaveThatFailsPartWayLeavesTheStoreAsItWas) {
-    runRaw(u"create trigger stop before insert on parameter when new.parametername = 'Third' "
-           u"begin select raise(abort, 'stopped'); end"_s);
-    frmParameter& form = open();
-    for (const QString& name : {u"First"_s, u"Second"_s, u"Third"_s}) {
-        type(name);
-        key(Qt::Key_Down);
-    }
-    parameters().enter(4, 1, u"Fourth"_s);
-    messages.expect(u"Error : 19\r\nstopped"_s);
-    press(form, "cmdSaveParameter");
-    EXPECT_EQ(names(), QStringList());
-    expectIdle();
-    EXPECT_EQ(parameters().text(3, 1), u"Third"_s) << "nothing typed is lost";
-}
-
 } // namespace

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/MDIMain.h"
 #include "feedback/frmFeedBackObj.h"
 #include "improvement/frmImprovementPlan.h"
 #include "platform/forms/flexgrid.h"
@@ -6,6 +7,7 @@
 #include "search/frmSearch.h"
 #include "tests/support/listview.h"
 
+#include <QAction>
 #include <QLineEdit>
 
 using namespace Qt::StringLiterals;
@@ -52,7 +54,7 @@ protected:
 
 TEST_F(SearchTest, findsKeywordsInQuestionsAnswersAndActions) {
     fillSmall();
-    form().Show();
+    control<QAction>(MDIMain::instance(), "mnuSearch")->trigger();
     const QString score = u"14/03/2006|How LATE was the van?|Acme|Survey (Objective)|1"_s;
     const QString words = u"14/03/2006|Wishes?|Acme|Survey (Descriptive)|1"_s;
     const QString action = u"01/06/2006|No late van, ever|Acme|Improvement Plan|1"_s;

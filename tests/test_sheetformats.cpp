@@ -42,7 +42,7 @@ TEST_F(SheetFormats, conversionsReadAsTheWorkbookTheyCameFrom) {
     for (const QString& sample : sampleNames + QStringList{u"formulas_and_merges.xls"_s})
         files << copyOf(sample);
     for (const QString& type : {u"xlsx"_s, u"ods"_s})
-        convert(type, files);
+        convertByOffice(type, files, folder.path());
     int compared = 0;
     for (const QString& file : files) {
         const excel::Workbook book = application.Workbooks().Open(file);
@@ -86,9 +86,9 @@ TEST_F(SheetFormats, valuesOfBothDateSystemsSurviveEachProgram) {
     for (const QString& epoch : {u"1900"_s, u"1904"_s}) {
         const QString written = path(u"by%1.xlsx"_s.arg(epoch));
         runScript(u"writeworkbook.py"_s, {written, epoch});
-        convert(u"ods"_s, {written});
-        convert(u"xls"_s, {written});
-        convert(u"xlsm:Calc MS Excel 2007 VBA XML"_s, {written});
+        convert(u"ods"_s, written);
+        convert(u"xls"_s, written);
+        convert(u"xlsm:Calc MS Excel 2007 VBA XML"_s, written);
         for (const QString& type : {u"xlsx"_s, u"ods"_s, u"xls"_s, u"xlsm"_s}) {
             SCOPED_TRACE(qPrintable(epoch + type));
             const excel::Workbook book = application.Workbooks().Open(written.chopped(4) + type);

@@ -85,7 +85,7 @@ TEST_F(SheetRefusal, refusesWhatLibreOfficeHasEncrypted) {
         {path(u"a.xls"_s), "is encrypted with a password; it must be saved without one first."},
         {path(u"a.xlsx"_s), "is a newer Excel workbook (.xlsx) that is encrypted with a password."},
         {path(u"a.ods"_s), "is an OpenDocument spreadsheet (.ods) that is encrypted with a password."}};
-    runScript(u"encryptworkbook.py"_s, {cases[0].first, cases[1].first, cases[2].first});
+    runScript(u"office.py"_s, {cases[0].first, cases[1].first, cases[2].first});
     for (const auto& [file, reason] : cases) {
         const QString error = errorOf([&] { application.Workbooks().Open(file); });
         EXPECT_TRUE(error.endsWith(QString::fromLatin1(reason))) << reason << ' ' << qPrintable(error);
@@ -148,8 +148,8 @@ TEST_F(SheetRefusal, givesValuesAndRefusesEveryChange) {
 // Damaged parts and zip files are refused with a sentence or read; they never crash or hang the program.
 TEST_F(SheetRefusal, mutatedPartsAreRefusedOrRead) {
     runScript(u"writeworkbook.py"_s, {path(u"a.xlsx"_s), u"1900"_s});
-    convert(u"ods"_s, {path(u"a.xlsx"_s)});
-    convert(u"xlsm:Calc MS Excel 2007 VBA XML"_s, {path(u"a.xlsx"_s)}); // openpyxl writes no shared strings
+    convert(u"ods"_s, path(u"a.xlsx"_s));
+    convert(u"xlsm:Calc MS Excel 2007 VBA XML"_s, path(u"a.xlsx"_s)); // openpyxl writes no shared strings
     QRandomGenerator random(20240229);
     int read = 0;
     int refused = 0;
