@@ -22,8 +22,7 @@ protected:
     }
     /// Exports Ann's questionnaire by the form and enters her answers; the file's path.
     QString answeredFile() {
-        messages.expectTitled(u"Survey File Exported...Do you want to view the file? "_s,
-                              forms::style::yesNo + forms::style::information, forms::Answer::No);
+        messages.expectExported();
         press(open(), "cmdExport");
         frmNewSurvey::unload();
         const QString file = path(rows(u"select xlsfilename from log"_s).value(0));

@@ -122,8 +122,7 @@ TEST_F(ImprovementTest, whatIsTypedGoesToTheDateTypedAfterIt) {
     };
     enter(u"Write"_s);
     typeDate(u"31/2/2024"_s);
-    messages.expectTitled(u"“31/2/2024” is no date. Enter it as day/month/year, from 1900 to 2100."_s,
-                          forms::style::critical);
+    messages.expectCritical(u"“31/2/2024” is no date. Enter it as day/month/year, from 1900 to 2100."_s);
     press(form(), "cmdSave");
     EXPECT_EQ(rows(stored), before);
     EXPECT_TRUE(date("dtdate").hasFocus());
@@ -178,7 +177,7 @@ TEST_F(ImprovementTest, nothingIsWrittenForADeletedCustomer) {
     const QStringList before = rows(stored);
     const QString gone = u"The customer Bold is no longer in the database. Nothing has been changed."_s;
     const auto expectRefused = [&](const std::function<void()>& step) {
-        messages.expectTitled(gone, forms::style::critical);
+        messages.expectCritical(gone);
         step();
         expectIdle();
         EXPECT_EQ(rows(stored), before);

@@ -53,11 +53,11 @@ TEST_F(ParameterTest, aRefusalShowsTheQuestionsOfTheCurrentRow) {
     frmParameter& form = open();
     parameters().enter(1, 1, u""_s);
     parameters().click(2, 1);
-    messages.expectTitled(u"Parameter Name Cannot be left blank....Error"_s, forms::style::critical);
+    messages.expectCritical(u"Parameter Name Cannot be left blank....Error"_s);
     key(Qt::Key_Return);
     EXPECT_EQ(parameters().cell(), Cell(2, 1));
     EXPECT_EQ(questions().text(1, 1), u"Is it kind?"_s);
-    messages.expectTitled(u"Parameter Name cannot be left blank....Error"_s, forms::style::critical);
+    messages.expectCritical(u"Parameter Name cannot be left blank....Error"_s);
     press(form, "cmdSaveParameter"); // moves to the blank row, Enter to the last one
     EXPECT_EQ(parameters().cell(), Cell(1, 1));
     EXPECT_EQ(questions().text(1, 1), u"Is it fair?"_s);
@@ -85,7 +85,7 @@ TEST_F(ParameterTest, questionsAreStoredUnderTheCurrentParameter) {
     addParameter(u"Price"_s);
     addQuestion(addParameter(u"Delivery"_s), u"On time?"_s);
     frmParameter& form = open();
-    messages.expectTitled(u"Question name cannot be left blank...Error"_s, forms::style::critical);
+    messages.expectCritical(u"Question name cannot be left blank...Error"_s);
     press(form, "cmdSaveQuestion");
     questions().enter(1, 1, u"On time?"_s);
     key(Qt::Key_Return);

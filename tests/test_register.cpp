@@ -108,7 +108,7 @@ TEST_F(RegisterTest, mailsTheChosenFiles) {
     messages.expect(u"The client was cancelled."_s);
     EXPECT_EQ(mailChosen(), QStringList(mail(u"Dear all"_s, u"ann@example.com"_s, u"a.xls"_s)));
     hasClient = false;
-    messages.expectTitled(noClient, style::critical);
+    messages.expectCritical(noClient);
     EXPECT_EQ(mailChosen(), QStringList());
 
     // The survey forms' mail: no dot, no text in place of an address.
@@ -141,9 +141,7 @@ TEST_F(RegisterTest, aFileToMailIsLocated) {
 TEST_F(RegisterTest, deletesTheChosenFiles) {
     const auto expectOpen = [this](const QString& name, Answer answer) {
         copyHomeFile(u"template.xls"_s, u".~lock."_s + name + u'#');
-        messages.expectTitled(name + u" seems to be open in a spreadsheet program. What has been typed there "
-                                     "and not been saved is missing in it. Go on all the same?",
-                              style::yesNo + style::information + style::secondButton, answer);
+        messages.expectOpenElsewhere(name, answer);
     };
     choose({0, 1, 2});
     expectDelete(u"a.xls"_s, Answer::No);

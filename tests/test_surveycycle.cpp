@@ -139,8 +139,7 @@ protected:
     }
 
     void exportFile() {
-        messages.expectTitled(u"Survey File Exported...Do you want to view the file? "_s,
-                              forms::style::yesNo + forms::style::information, forms::Answer::No);
+        messages.expectExported();
         press(frmNewSurvey::instance(), "cmdExport");
         expectIdle();
         files << path(rows(u"select xlsfilename from log"_s).last());

@@ -92,10 +92,9 @@ protected:
         };
         rename(name, QStringLiteral("Other"));
         const QStringList before = storeRows(*cnnMain);
-        messages.expectTitled((name == u"Acme" ? QStringLiteral("The customer Acme")
-                                               : u"The respondent " + name + u" of Acme") +
-                                  u" is no longer in the database. Nothing has been changed.",
-                              forms::style::critical);
+        messages.expectCritical((name == u"Acme" ? QStringLiteral("The customer Acme")
+                                                 : u"The respondent " + name + u" of Acme") +
+                                u" is no longer in the database. Nothing has been changed.");
         step();
         EXPECT_EQ(messages.left(), 0);
         EXPECT_EQ(storeRows(*cnnMain), before);
