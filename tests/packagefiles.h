@@ -75,9 +75,6 @@ inline Parts odsParts(const QByteArray& rows) {
 /// Fixture of the tests on workbooks that are zip files.
 class PackageFiles : public ExcelFiles {
 protected:
-    void convert(const QString& type, const QString& file) const {
-        convertByOffice(type, {file}, folder.path());
-    }
     QString written(const Parts& parts, const QString& name = QStringLiteral("a.xls")) const {
         writeParts(path(name), parts);
         return path(name);

@@ -35,12 +35,7 @@ def describe(book, cell):
     }
 
 
-def main(path):
-    book = xlrd.open_workbook(path, formatting_info=True)
-    sheet = book.sheet_by_index(0)
-    print(json.dumps({xlrd.cellname(r, c): describe(book, sheet.cell(r, c))
-                      for r in range(sheet.nrows) for c in range(sheet.row_len(r))}))
-
-
-if __name__ == "__main__":
-    main(sys.argv[1])
+workbook = xlrd.open_workbook(sys.argv[1], formatting_info=True)
+first = workbook.sheet_by_index(0)
+print(json.dumps({xlrd.cellname(r, c): describe(workbook, first.cell(r, c))
+                  for r in range(first.nrows) for c in range(first.row_len(r))}))

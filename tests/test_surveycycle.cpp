@@ -112,13 +112,6 @@ protected:
         copyHomeFile(u"template.xls"_s);
     }
 
-    QString print(QWidget& form, const QString& expectedTitle) {
-        press(form, "cmdPrint");
-        EXPECT_EQ(title, expectedTitle);
-        expectIdle();
-        return takePages().join(u' ');
-    }
-
     /// Composes Ann's first questionnaire; copies the others from it.
     void composeFor(int person, int date) {
         shortcut(Qt::Key_N);

@@ -135,20 +135,6 @@ TEST_F(EditorTest, eachGestureInsertsAtTheTopAndSkipsDuplicatesAndParameters) {
     EXPECT_EQ(stored(ann), u"05/03 1:4 2:2 3:1 4:0"_s);
 }
 
-TEST_F(EditorTest, aQuestionGoesInAtTheCurrentRowOfOneRespondentOfTheSurvey) {
-    addStored(ann, today, {0, 1});
-    open();
-    clickRow(2);
-    addByButton(2);
-    EXPECT_EQ(stored(ann), u"05/03 1:0 2:2 3:1"_s);
-    EXPECT_EQ(grid()->Row(), 1);
-    frmNewSurvey::unload();
-    open(1);
-    addByButton(2);
-    EXPECT_EQ(stored(ann), u"05/03 1:0 2:2 3:1"_s);
-    EXPECT_EQ(stored(bob), u"05/03 1:2"_s);
-}
-
 TEST_F(EditorTest, removing) {
     enum How { ByButton, OnRow, OnHead, OnGround };
     const QString both = u"05/03 1:0 2:1"_s;
@@ -250,7 +236,7 @@ TEST_F(EditorTest, nothingIsWrittenForADeletedOwner) {
         for (const auto& step : steps) {
             open();
             withoutOwner(name, step);
-            EXPECT_EQ(shown(), QStringList{u": "_s}) << "as stored";
+            EXPECT_EQ(grid()->Rows(), 2) << "as stored";
             frmNewSurvey::unload();
         }
     }
@@ -289,6 +275,8 @@ TEST_F(EditorTest, aFailingStepLeavesTheStoreAsItWas) {
     run(u"drop index refuses"_s);
     addByButton(3); // does not count as chosen
     EXPECT_EQ(stored(ann), u"05/03 1:4 2:2 3:3 4:1"_s);
+    EXPECT_EQ(stored(bob), u"05/03 1:0 2:1 3:3"_s);
+    EXPECT_EQ(grid()->Row(), 1);
 }
 
 } // namespace

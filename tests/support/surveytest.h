@@ -107,13 +107,6 @@ protected:
     static forms::MSHFlexGrid* grid() {
         return control<forms::MSHFlexGrid>(frmNewSurvey::instance(), "grdParamAndQuest");
     }
-    /// The texts of the grid, "parameter: question" from row 1 on.
-    static QStringList shown() {
-        QStringList result;
-        for (int row = 1; row < grid()->Rows(); ++row)
-            result << grid()->TextMatrix(row, 1) + QStringLiteral(": ") + grid()->TextMatrix(row, 2);
-        return result;
-    }
     /// The centre of a question's node; -1 is the node of Delivery.
     static QPoint nodeAt(int number) {
         tree()->expandAll();
