@@ -51,12 +51,6 @@ protected:
         QTest::keyClick(control<forms::ListBox>(edit(), "lstSurvetDates"), Qt::Key_Delete);
         expectIdle();
     }
-    void addFirst(const QString& message) {
-        auto* questions = control<forms::TreeView>(edit(), "trvParameter");
-        questions->setCurrentItem(questions->topLevelItem(0)->child(0));
-        messages.expectTitled(message, forms::style::noIcon);
-        keyOn(edit(), "trvParameter", Qt::Key_Return);
-    }
     static void rejectChange(const QString& change) {
         runRaw(u"create trigger refuses before "_s + change + u" begin select raise(abort, 'no'); end");
     }
@@ -87,7 +81,10 @@ TEST_F(ExistingTest, withoutADateNothingIsChanged) {
 
     clickEntry(form, "lstRespondent", 1);
     const QStringList before = storeRows(*cnnMain);
-    addFirst(u"No Survey Date available......"_s);
+    auto* questions = control<forms::TreeView>(form, "trvParameter");
+    questions->setCurrentItem(questions->topLevelItem(0)->child(0));
+    messages.expectTitled(u"No Survey Date available......"_s, forms::style::noIcon);
+    keyOn(form, "trvParameter", Qt::Key_Return);
     pressDelete({});
     messages.expectCritical(
         u"No Survey Date available for the Selected Respondent...Import from other survey "

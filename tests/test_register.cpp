@@ -18,8 +18,6 @@ using forms::Answer;
 
 namespace {
 
-const QString noClient = u"Cannot send E-Mail....There is no Default Mail Client Installed on your PC..."_s;
-
 /// Acme's files a.xls, b.xls, c.xls for Ann, Bob and Cy; Ann alone has an address.
 class RegisterTest : public StoreTest {
 protected:
@@ -108,7 +106,8 @@ TEST_F(RegisterTest, mailsTheChosenFiles) {
     messages.expect(u"The client was cancelled."_s);
     EXPECT_EQ(mailChosen(), QStringList(mail(u"Dear all"_s, u"ann@example.com"_s, u"a.xls"_s)));
     hasClient = false;
-    messages.expectCritical(noClient);
+    messages.expectCritical(
+        u"Cannot send E-Mail....There is no Default Mail Client Installed on your PC..."_s);
     EXPECT_EQ(mailChosen(), QStringList());
 
     // The survey forms' mail: no dot, no text in place of an address.

@@ -87,8 +87,11 @@ void Walker::point() {
         doubleClick(target, button, held, local);
     else if (gesture == u"drag")
         drag(target, local, held);
-    else
-        wheel(target, local);
+    else {
+        QWheelEvent turned(local, target->mapToGlobal(QPointF(local)), {}, {0, oneIn(2) ? 120 : -120},
+                           Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(target, &turned);
+    }
 }
 
 void Walker::doubleClick(QWidget* target, Qt::MouseButton button, Qt::KeyboardModifiers held,
@@ -114,12 +117,6 @@ void Walker::drag(QWidget* target, const QPoint& from, Qt::KeyboardModifiers hel
     }
     if (alive)
         QTest::mouseRelease(target, Qt::LeftButton, held, to);
-}
-
-void Walker::wheel(QWidget* target, const QPoint& at) {
-    QWheelEvent turned(at, target->mapToGlobal(QPointF(at)), {}, {0, oneIn(2) ? 120 : -120}, Qt::NoButton,
-                       Qt::NoModifier, Qt::NoScrollPhase, false);
-    QApplication::sendEvent(target, &turned);
 }
 
 /// A key press or typed text in the focused widget.
