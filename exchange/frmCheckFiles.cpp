@@ -13,6 +13,7 @@
 #include "exchange/files/surveychecker.h"
 #include "exchange/frmCompareAnswers.h"
 #include "exchange/reading.h"
+#include "exchange/tickdelegate.h"
 #include "platform/forms/msgbox.h"
 #include "ui_frmCheckFiles.h"
 
@@ -60,21 +61,24 @@ void frmCheckFiles::setUpList() {
     QHeaderView* head = ui->lsvFiles->header();
     head->setSortIndicator(-1, Qt::AscendingOrder); // in the order of adding until a head is clicked
     ui->lsvFiles->setSortingEnabled(true);
-    constexpr int margins = 16; // pixels
-    constexpr int tickWidth = 32;
+    constexpr int margins = 12; // pixels
+    constexpr int tickWidth = 26;
     const std::pair<CheckedFilesModel::Column, QStringView> widest[] = {
-        {CheckedFilesModel::File, u"Returned by Ann.xlsx"},
+        {CheckedFilesModel::File, u"Returned by Ann.xls"},
         {CheckedFilesModel::Customer, u"Acme Trading Ltd"},
         {CheckedFilesModel::Respondent, u"Ann Respondent"},
         {CheckedFilesModel::Date, u"88/88/8888"},
-        {CheckedFilesModel::Judgement, u"\u25a0 changes stored answers"},
-        {CheckedFilesModel::New, u"New \u25bc"},
-        {CheckedFilesModel::Same, u"Same \u25bc"},
-        {CheckedFilesModel::Changed, u"Changed \u25bc"},
-        {CheckedFilesModel::LeftOut, u"Left Out \u25bc"}};
+        {CheckedFilesModel::Judgement, u"changes stored answers"},
+        {CheckedFilesModel::New, u"New"},
+        {CheckedFilesModel::Same, u"Same"},
+        {CheckedFilesModel::Changed, u"Changed"},
+        {CheckedFilesModel::LeftOut, u"Left Out"}};
+    ui->lsvFiles->setItemDelegateForColumn(CheckedFilesModel::Tick, new TickDelegate(this));
     head->resizeSection(CheckedFilesModel::Tick, tickWidth);
-    for (const auto& [column, text] : widest)
-        head->resizeSection(column, fontMetrics().horizontalAdvance(text.toString()) + margins);
+    for (const auto& [column, text] : widest) {
+        const int mark = column == CheckedFilesModel::Judgement ? colourMarkSize + margins : 0;
+        head->resizeSection(column, fontMetrics().horizontalAdvance(text.toString()) + mark + margins);
+    }
 }
 
 bool frmCheckFiles::onKeyDown(int key) {

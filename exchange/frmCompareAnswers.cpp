@@ -54,6 +54,10 @@ frmCompareAnswers::frmCompareAnswers()
     head->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     head->setSectionResizeMode(QHeaderView::Stretch);
     head->setSectionResizeMode(Difference, QHeaderView::ResizeToContents);
+    rowHeights.setSingleShot(true);
+    rowHeights.setInterval(0); // after the last column has its width
+    connect(head, &QHeaderView::sectionResized, &rowHeights, qOverload<>(&QTimer::start));
+    connect(&rowHeights, &QTimer::timeout, ui->grdAnswers, &QTableWidget::resizeRowsToContents);
 }
 
 frmCompareAnswers::~frmCompareAnswers() = default;
@@ -75,7 +79,7 @@ void frmCompareAnswers::compare(const CheckedFile& file) {
         if (answer.kind() == AnswerKind::Changed)
             firstChanged = row;
     }
-    ui->grdAnswers->resizeRowsToContents();
+    rowHeights.start();
     ui->grdAnswers->setCurrentCell(firstChanged, Question);
 }
 
