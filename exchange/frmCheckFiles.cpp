@@ -154,6 +154,7 @@ void frmCheckFiles::checkFiles(const QStringList& paths) {
     std::vector<CheckedFile> checked;
     bool isCancelled = false;
     guarded([&] {
+        const Busy busy(*this, u"Checking Survey File(s)......"_s);
         SurveyChecker checker;
         Progress progress(*this, int(paths.size()));
         for (const QString& path : paths) {
@@ -168,7 +169,7 @@ void frmCheckFiles::checkFiles(const QStringList& paths) {
     const int shownRow = ui->lsvFiles->currentIndex().row();
     files->put(std::move(checked));
     showSummary();
-    chooseRow(qBound(0, shownRow, sorted->rowCount() - 1));
+    chooseRow(qMax(0, qMin(shownRow, sorted->rowCount() - 1)));
 }
 
 void frmCheckFiles::compareAnswers(const QModelIndex& shown) {
