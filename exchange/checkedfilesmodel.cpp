@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "exchange/checkedfilesmodel.h"
 
-#include "exchange/checkcolours.h"
+#include "exchange/checkmarks.h"
 #include "platform/ado/value.h"
 
 #include <QTextDocument>
@@ -111,7 +111,7 @@ QVariant CheckedFilesModel::data(const QModelIndex& index, int role) const {
     case Qt::CheckStateRole:
         return column == Tick ? tickOf(index.row()) : QVariant();
     case Qt::DecorationRole:
-        return column == Judgement ? QVariant(colourOf(shown.verdict)) : QVariant();
+        return column == Judgement ? QVariant(markOf(shown.verdict)) : QVariant();
     case Qt::ToolTipRole:
         return Qt::convertFromPlainText(column == File ? shown.path : textOf(shown, column));
     case Qt::TextAlignmentRole:

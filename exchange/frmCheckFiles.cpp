@@ -6,8 +6,8 @@
 #include "core/base/gblGlobal.h"
 #include "core/base/progress.h"
 #include "core/base/shell.h"
-#include "exchange/checkcolours.h"
 #include "exchange/checkedfilesmodel.h"
+#include "exchange/checkmarks.h"
 #include "exchange/droppedfiles.h"
 #include "exchange/files/filenames.h"
 #include "exchange/files/surveychecker.h"
@@ -57,11 +57,11 @@ void frmCheckFiles::setUpList() {
     sorted->setSortCaseSensitivity(Qt::CaseInsensitive);
     sorted->setSortLocaleAware(true);
     ui->lsvFiles->setModel(sorted);
-    ui->lsvFiles->setIconSize({colourMarkSize, colourMarkSize});
+    ui->lsvFiles->setIconSize({markSize, markSize});
     QHeaderView* head = ui->lsvFiles->header();
     head->setSortIndicator(-1, Qt::AscendingOrder); // in the order of adding until a head is clicked
     ui->lsvFiles->setSortingEnabled(true);
-    constexpr int margins = 12; // pixels
+    constexpr int margins = 14; // pixels
     constexpr int tickWidth = 26;
     const std::pair<CheckedFilesModel::Column, QStringView> widest[] = {
         {CheckedFilesModel::File, u"Returned by Ann.xls"},
@@ -76,7 +76,7 @@ void frmCheckFiles::setUpList() {
     ui->lsvFiles->setItemDelegateForColumn(CheckedFilesModel::Tick, new TickDelegate(this));
     head->resizeSection(CheckedFilesModel::Tick, tickWidth);
     for (const auto& [column, text] : widest) {
-        const int mark = column == CheckedFilesModel::Judgement ? colourMarkSize + margins : 0;
+        const int mark = column == CheckedFilesModel::Judgement ? markSize + margins : 0;
         head->resizeSection(column, fontMetrics().horizontalAdvance(text.toString()) + mark + margins);
     }
 }

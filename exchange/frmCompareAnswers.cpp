@@ -3,7 +3,7 @@
 
 #include "core/base/gblGlobal.h"
 #include "core/base/shell.h"
-#include "exchange/checkcolours.h"
+#include "exchange/checkmarks.h"
 #include "platform/ado/value.h"
 #include "ui_frmCompareAnswers.h"
 
@@ -49,7 +49,7 @@ frmCompareAnswers::frmCompareAnswers()
     ui->setupUi(this);
     connect(ui->cmdHelp, &QPushButton::clicked, this, [] { showHelpTopic(helpContext); });
     connect(ui->cmdClose, &QPushButton::clicked, this, [this] { Unload(); });
-    ui->grdAnswers->setIconSize({colourMarkSize, colourMarkSize});
+    ui->grdAnswers->setIconSize({markSize, markSize});
     QHeaderView* head = ui->grdAnswers->horizontalHeader();
     head->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     head->setSectionResizeMode(QHeaderView::Stretch);
@@ -93,7 +93,7 @@ void frmCompareAnswers::fillRow(int row, const CheckedAnswer& answer) {
         item->setFlags(Qt::ItemIsSelectable | Qt::ItemIsEnabled);
         item->setToolTip(Qt::convertFromPlainText(text.left(longest * 5)));
         if (column == Difference)
-            item->setData(Qt::DecorationRole, colourOf(answer.kind()));
+            item->setData(Qt::DecorationRole, markOf(answer.kind()));
         ui->grdAnswers->setItem(row, column, item);
     }
 }
