@@ -3,8 +3,8 @@
 // damaged ones. These never hang or crash the program, and change no answers but their own survey's.
 #include "core/store/store.h"
 #include "exchange/files/cellmap.h"
-#include "exchange/files/sheetchoice.h"
 #include "exchange/files/readingundo.h"
+#include "exchange/files/sheetchoice.h"
 #include "exchange/reading.h"
 #include "platform/excel/compoundfile.h"
 #include "tests/support/surveyfile.h"
