@@ -15,7 +15,7 @@ import xlrd
 import xlwt
 
 sys.path.insert(0, os.path.join(os.path.dirname(__file__), "..", "tests"))
-import fillsurvey  # noqa: E402
+import office  # noqa: E402
 
 ROUNDS = 15
 PASSWORD = "kvtwpa"
@@ -59,7 +59,7 @@ def write_by_xlwt(cells, target):
 
 
 def write_by_libreoffice(desktop, template, cells, target):
-    document = desktop.loadComponentFromURL("file://" + template, "_blank", 0, fillsurvey.properties(Hidden=True))
+    document = desktop.loadComponentFromURL("file://" + template, "_blank", 0, office.properties(Hidden=True))
     sheet = document.Sheets.getByName("Sheet1")
     sheet.unprotect(PASSWORD)
     for row, column, value, _, _ in cells:
@@ -69,7 +69,7 @@ def write_by_libreoffice(desktop, template, cells, target):
         else:
             cell.setString(value)
     sheet.protect(PASSWORD)
-    document.storeToURL("file://" + target, fillsurvey.properties(FilterName="MS Excel 97", Overwrite=True))
+    document.storeToURL("file://" + target, office.properties(FilterName="MS Excel 97", Overwrite=True))
     document.close(True)
 
 
@@ -79,7 +79,7 @@ def main(template, survey_file):
     with tempfile.TemporaryDirectory() as folder:
         target = os.path.join(folder, "written.xls")
         print("xlwt, %4d cells                     %8.2f" % (len(cells), best(lambda: write_by_xlwt(cells, target))))
-        with fillsurvey.libreoffice() as desktop:
+        with office.libreoffice() as desktop:
             needed = best(lambda: write_by_libreoffice(desktop, os.path.abspath(template), more, target))
         print("LibreOffice, %4d cells              %8.2f" % (len(more), needed))
 

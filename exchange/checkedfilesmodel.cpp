@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "exchange/checkedfilesmodel.h"
 
-#include "exchange/checkcolours.h"
+#include "exchange/checkmarks.h"
 #include "platform/ado/value.h"
 
 #include <QTextDocument>
@@ -9,6 +9,16 @@
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Counts stand at the right.
+QVariant alignmentOf(int column) {
+    const bool isCount = column >= CheckedFilesModel::New && column <= CheckedFilesModel::LeftOut;
+    return QVariant::fromValue(Qt::Alignment((isCount ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter));
+}
+
+} // namespace
 
 void CheckedFilesModel::put(std::vector<CheckedFile> checked) {
     beginResetModel();
@@ -101,13 +111,11 @@ QVariant CheckedFilesModel::data(const QModelIndex& index, int role) const {
     case Qt::CheckStateRole:
         return column == Tick ? tickOf(index.row()) : QVariant();
     case Qt::DecorationRole:
-        return column == Judgement ? QVariant(colourOf(shown.verdict)) : QVariant();
+        return column == Judgement ? QVariant(markOf(shown.verdict)) : QVariant();
     case Qt::ToolTipRole:
         return Qt::convertFromPlainText(column == File ? shown.path : textOf(shown, column));
     case Qt::TextAlignmentRole:
-        return column >= New && column <= LeftOut
-                   ? QVariant::fromValue(Qt::Alignment(Qt::AlignRight | Qt::AlignVCenter))
-                   : QVariant();
+        return alignmentOf(column);
     case sortRole:
         return column == Tick ? tickOf(index.row()) : valueOf(shown, column);
     default:
@@ -175,6 +183,6 @@ QVariant CheckedFilesModel::headerData(int section, Qt::Orientation orientation,
     if (orientation != Qt::Horizontal)
         return {};
     if (role == Qt::TextAlignmentRole)
-        return QVariant::fromValue(Qt::Alignment(Qt::AlignLeft | Qt::AlignVCenter));
+        return alignmentOf(section);
     return role == Qt::DisplayRole ? QVariant(heads.value(section)) : QVariant();
 }

@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QDropEvent>
 #include <QMimeData>
+#include <QTimer>
 #include <QUrl>
 #include <QWidget>
 
@@ -52,8 +53,7 @@ bool DropTarget::eventFilter(QObject* watched, QEvent* event) {
     drop.setDropAction(Qt::CopyAction); // a move would make the file manager delete them
     drop.accept();
     if (type == QEvent::Drop)
-        QMetaObject::invokeMethod(
-            this, [this, paths = pathsIn(*drop.mimeData())] { taker(paths); }, Qt::QueuedConnection);
+        QTimer::singleShot(0, this, [this, paths = pathsIn(*drop.mimeData())] { taker(paths); });
     return true;
 }
 

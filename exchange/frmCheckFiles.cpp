@@ -6,13 +6,14 @@
 #include "core/base/gblGlobal.h"
 #include "core/base/progress.h"
 #include "core/base/shell.h"
-#include "exchange/checkcolours.h"
 #include "exchange/checkedfilesmodel.h"
+#include "exchange/checkmarks.h"
 #include "exchange/droppedfiles.h"
 #include "exchange/files/filenames.h"
 #include "exchange/files/surveychecker.h"
 #include "exchange/frmCompareAnswers.h"
 #include "exchange/reading.h"
+#include "exchange/tickdelegate.h"
 #include "platform/forms/msgbox.h"
 #include "ui_frmCheckFiles.h"
 
@@ -56,25 +57,28 @@ void frmCheckFiles::setUpList() {
     sorted->setSortCaseSensitivity(Qt::CaseInsensitive);
     sorted->setSortLocaleAware(true);
     ui->lsvFiles->setModel(sorted);
-    ui->lsvFiles->setIconSize({colourMarkSize, colourMarkSize});
+    ui->lsvFiles->setIconSize({markSize, markSize});
     QHeaderView* head = ui->lsvFiles->header();
     head->setSortIndicator(-1, Qt::AscendingOrder); // in the order of adding until a head is clicked
     ui->lsvFiles->setSortingEnabled(true);
-    constexpr int margins = 16; // pixels
-    constexpr int tickWidth = 32;
+    constexpr int margins = 14; // pixels
+    constexpr int tickWidth = 26;
     const std::pair<CheckedFilesModel::Column, QStringView> widest[] = {
-        {CheckedFilesModel::File, u"Returned by Ann.xlsx"},
+        {CheckedFilesModel::File, u"Returned by Ann.xls"},
         {CheckedFilesModel::Customer, u"Acme Trading Ltd"},
         {CheckedFilesModel::Respondent, u"Ann Respondent"},
         {CheckedFilesModel::Date, u"88/88/8888"},
-        {CheckedFilesModel::Judgement, u"\u25a0 changes stored answers"},
-        {CheckedFilesModel::New, u"New \u25bc"},
-        {CheckedFilesModel::Same, u"Same \u25bc"},
-        {CheckedFilesModel::Changed, u"Changed \u25bc"},
-        {CheckedFilesModel::LeftOut, u"Left Out \u25bc"}};
+        {CheckedFilesModel::Judgement, u"changes stored answers"},
+        {CheckedFilesModel::New, u"New"},
+        {CheckedFilesModel::Same, u"Same"},
+        {CheckedFilesModel::Changed, u"Changed"},
+        {CheckedFilesModel::LeftOut, u"Left Out"}};
+    ui->lsvFiles->setItemDelegateForColumn(CheckedFilesModel::Tick, new TickDelegate(this));
     head->resizeSection(CheckedFilesModel::Tick, tickWidth);
-    for (const auto& [column, text] : widest)
-        head->resizeSection(column, fontMetrics().horizontalAdvance(text.toString()) + margins);
+    for (const auto& [column, text] : widest) {
+        const int mark = column == CheckedFilesModel::Judgement ? markSize + margins : 0;
+        head->resizeSection(column, fontMetrics().horizontalAdvance(text.toString()) + mark + margins);
+    }
 }
 
 bool frmCheckFiles::onKeyDown(int key) {
@@ -150,6 +154,7 @@ void frmCheckFiles::checkFiles(const QStringList& paths) {
     std::vector<CheckedFile> checked;
     bool isCancelled = false;
     guarded([&] {
+        const Busy busy(*this, u"Checking Survey File(s)......"_s);
         SurveyChecker checker;
         Progress progress(*this, int(paths.size()));
         for (const QString& path : paths) {
@@ -164,7 +169,7 @@ void frmCheckFiles::checkFiles(const QStringList& paths) {
     const int shownRow = ui->lsvFiles->currentIndex().row();
     files->put(std::move(checked));
     showSummary();
-    chooseRow(qBound(0, shownRow, sorted->rowCount() - 1));
+    chooseRow(qMax(0, qMin(shownRow, sorted->rowCount() - 1)));
 }
 
 void frmCheckFiles::compareAnswers(const QModelIndex& shown) {

@@ -3,7 +3,7 @@
 
 #include "core/base/gblGlobal.h"
 #include "core/base/shell.h"
-#include "exchange/checkcolours.h"
+#include "exchange/checkmarks.h"
 #include "platform/ado/value.h"
 #include "ui_frmCompareAnswers.h"
 
@@ -49,11 +49,15 @@ frmCompareAnswers::frmCompareAnswers()
     ui->setupUi(this);
     connect(ui->cmdHelp, &QPushButton::clicked, this, [] { showHelpTopic(helpContext); });
     connect(ui->cmdClose, &QPushButton::clicked, this, [this] { Unload(); });
-    ui->grdAnswers->setIconSize({colourMarkSize, colourMarkSize});
+    ui->grdAnswers->setIconSize({markSize, markSize});
     QHeaderView* head = ui->grdAnswers->horizontalHeader();
     head->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     head->setSectionResizeMode(QHeaderView::Stretch);
     head->setSectionResizeMode(Difference, QHeaderView::ResizeToContents);
+    rowHeights.setSingleShot(true);
+    rowHeights.setInterval(0); // after the last column has its width
+    connect(head, &QHeaderView::sectionResized, &rowHeights, qOverload<>(&QTimer::start));
+    connect(&rowHeights, &QTimer::timeout, ui->grdAnswers, &QTableWidget::resizeRowsToContents);
 }
 
 frmCompareAnswers::~frmCompareAnswers() = default;
@@ -75,7 +79,7 @@ void frmCompareAnswers::compare(const CheckedFile& file) {
         if (answer.kind() == AnswerKind::Changed)
             firstChanged = row;
     }
-    ui->grdAnswers->resizeRowsToContents();
+    rowHeights.start();
     ui->grdAnswers->setCurrentCell(firstChanged, Question);
 }
 
@@ -89,7 +93,7 @@ void frmCompareAnswers::fillRow(int row, const CheckedAnswer& answer) {
         item->setFlags(Qt::ItemIsSelectable | Qt::ItemIsEnabled);
         item->setToolTip(Qt::convertFromPlainText(text.left(longest * 5)));
         if (column == Difference)
-            item->setData(Qt::DecorationRole, colourOf(answer.kind()));
+            item->setData(Qt::DecorationRole, markOf(answer.kind()));
         ui->grdAnswers->setItem(row, column, item);
     }
 }

@@ -4,6 +4,8 @@
 #include "exchange/files/surveycheck.h"
 #include "platform/forms/form.h"
 
+#include <QTimer>
+
 #include <memory>
 
 namespace Ui {
@@ -27,4 +29,5 @@ private:
     void fillRow(int row, const CheckedAnswer& answer);
 
     std::unique_ptr<Ui::frmCompareAnswers> ui;
+    QTimer rowHeights; ///< fits the rows to their texts once the columns have their widths
 };

@@ -26,10 +26,10 @@ CREATE TABLE readingfile (                       -- one row per file, also for o
     changed       INTEGER,                       -- answers that were stored with other marks or words
     same          INTEGER,                       -- answers that were stored already
     answers       TEXT                           -- JSON, an array for each answer written: questionid, whether it is a
-);                                               -- Score question, the answer before (null: none) and after, each as
-                                                 -- an array of surveyid, weightage and score or words. Null: thinned out
+);                                               -- Score question, the answer before (null: none) and, if it is another
+                                                 -- one, after; each an array of surveyid, weightage and score or words.
+                                                 -- Null: thinned out
 CREATE INDEX readingfile_reading ON readingfile (readingid);
-CREATE INDEX readingfile_content ON readingfile (sha256);
 CREATE INDEX readingfile_answers ON readingfile (respondentid, surveydate);
 CREATE INDEX readingfile_register ON readingfile (registered);
 

@@ -75,15 +75,6 @@ inline Parts odsParts(const QByteArray& rows) {
 /// Fixture of the tests on workbooks that are zip files.
 class PackageFiles : public ExcelFiles {
 protected:
-    /// Converts files by LibreOffice into the test's folder.
-    void convert(const QString& type, const QStringList& files) const {
-        outputOf(QStringLiteral("soffice"),
-                 QStringList{QStringLiteral("-env:UserInstallation=file://") +
-                                 folder.filePath(QStringLiteral("profile")),
-                             QStringLiteral("--headless"), QStringLiteral("--convert-to"), type,
-                             QStringLiteral("--outdir"), folder.path()} +
-                     files);
-    }
     QString written(const Parts& parts, const QString& name = QStringLiteral("a.xls")) const {
         writeParts(path(name), parts);
         return path(name);

@@ -49,14 +49,6 @@ protected:
             "(1, '2024-02-29', 'Too early', null, False), (1, '2025-01-01', 'Too late', null, False), "
             "(2, '2024-03-01', 'Somebody else''s', null, False)"_s);
     }
-    QString print(QWidget& form, const QString& expectedTitle) {
-        title.clear();
-        press(form, "cmdPrint");
-        EXPECT_EQ(title, expectedTitle);
-        expectIdle();
-        return takePages().join(u' ');
-    }
-
     /// The text of a report's PDF.
     QString pages(const QString& file, const QString& selection) {
         startReport(report, file, u"CompanyName"_s, u"Title of "_s + file, selection,

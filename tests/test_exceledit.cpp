@@ -51,9 +51,49 @@ Records records(const QByteArray& text) {
     return result;
 }
 
+// Texts, 8 and 16 bits a character, that span many Continue records.
+QString longText(int i) {
+    return QString(1 + (i * 37) % 3000, i % 3 == 0 ? QChar(0x4E00 + i) : QChar(u'a' + i % 26));
+}
+
 } // namespace
 
 class ExcelEdit : public ExcelFiles {};
+
+// Cells outside the cleared range are kept.
+TEST_F(ExcelEdit, xlrdReadsWhatIsWrittenIntoWorkbooksOfEachProgram) {
+    const QString wide = u"\u20ACuro, \u4E2D, \U0001F600"_s;
+    const QString manyRecords = QString(9000, u'x') + QString(9000, u'\u4E2D');
+    const std::pair<Value, QJsonValue> values[] = {
+        {wide, wide},
+        {-1234.5, -1234.5},
+        {Value(QDate(2023, 12, 31), QTime(23, 59, 59)), u"2023-12-31 23:59:59"_s},
+        {Value::boolean(true), 1},
+        {u"12"_s, u"12"_s},
+        {manyRecords, manyRecords}};
+    for (const QString& sample : sampleNames) {
+        SCOPED_TRACE(qPrintable(sample));
+        const excel::Workbook book = application.Workbooks().Open(samplePath(sample));
+        const excel::Worksheet sheet = book.Worksheets(firstSheet(sample));
+        sheet.Unprotect(password);
+        sheet.Range(u"A14"_s, u"G65536"_s).Clear();
+        for (int i = 0; i < int(std::size(values)); ++i)
+            sheet.Cells(200 + i, 2).setValue(values[i].first);
+        for (int i = 0; i < 400; ++i)
+            sheet.Cells(200 + i, 1).setValue(longText(i));
+        sheet.Protect(password);
+        book.SaveAs(path(sample));
+        const QJsonObject cells = readByXlrd(path(sample));
+        for (int i = 0; i < int(std::size(values)); ++i)
+            EXPECT_TRUE(cells[u"B%1"_s.arg(200 + i)][u"value"] == values[i].second) << i;
+        for (int i = 0; i < 400; ++i)
+            ASSERT_EQ(cells[u"A%1"_s.arg(200 + i)][u"value"].toString(), longText(i)) << i;
+        const QJsonObject before = readByXlrd(samplePath(sample));
+        for (auto at = before.begin(); at != before.end(); ++at)
+            EXPECT_TRUE(at.value() == cells[at.key()] || at.value()[u"type"].toInt() == 0)
+                << qPrintable(at.key());
+    }
+}
 
 TEST_F(ExcelEdit, protectionIsKeptAndChecked) {
     excel::Workbook book = application.Workbooks().Open(copyOf(u"t_xlwt.xls"_s));
@@ -111,6 +151,7 @@ TEST_F(ExcelEdit, oddWorkbooksAreOpenedAsOtherProgramsOpenThem) {
         QList<quint16> leftOut = {};
     } cases[] = {
         {"formula 4", "0406 0000 0000 0f00 0000000000000840 0000 00000000 0300 1e0300", u"3"_s},
+        {"error", "0205 0000 0000 0f00 07 01", u"#DIV/0!"_s},
         {"label", "0204 0000 0000 0f00 0000", {}},
         {"cut label", "0204 0000 0000 0f00 0500 00 616263", u"abc"_s},
         {"huge count", text, u"abc"_s, "00FC FFFFFFFF FFFFFF7F 0300 00 616263"},

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/excelfiles.h"
 
+#include "fuzz/exerciseworkbook.h"
 #include "platform/excel/bookfile.h"
 #include "platform/excel/rowheight.h"
 #include "platform/excel/serialdate.h"
@@ -27,6 +28,28 @@ QStringList content(const CompoundFile& file) {
             lines << QString::number(record.id, 16) + u' ' + QString::fromLatin1(record.body.toHex());
     }
     return lines;
+}
+
+template <size_t size> QByteArray bytes(const char (&literal)[size]) {
+    return {literal, size - 1};
+}
+
+QByteArray sample(int index = 0) {
+    return contentOf(samplePath(sampleNames[index]));
+}
+
+// An example whose workbook stream says that it is of Excel 95.
+QByteArray ofExcel95() {
+    QByteArray content = sample();
+    put16(content, content.indexOf(bytes("\x09\x08\x10\0\0\x06")) + 4, 0x0500);
+    return content;
+}
+
+// An example with a renamed workbook stream.
+QByteArray renamed(QStringView name) {
+    QByteArray content = sample();
+    putName(content, content.indexOf(QByteArray("W\0o\0r\0k\0b\0o\0o\0k\0", 16)), name);
+    return content;
 }
 
 } // namespace
@@ -114,25 +137,14 @@ TEST_F(ExcelFormat, storagesAndTheirStreamsAreKept) {
     EXPECT_THROW(CompoundFile::parse(content), Refusal);
 }
 
+// A text with fonts and a phonetic guide, then one that changes to 16 bits a character.
 TEST_F(ExcelFormat, textsAreReadAcrossRecords) {
-    const struct {
-        std::vector<const char*> chunks; // hex
-        std::vector<QString> texts;
-    } cases[] = {
-        {{"0300 00 61", "01 6200 AC20"}, {u"ab\u20AC"_s}},
-        {{"0300 01 6100", "00 6263 0100 00 64"}, {u"abc"_s, u"d"_s}},
-        {{"0100 08 0100 61", "0000 0500", "0100 00 62"}, {u"a"_s, u"b"_s}},
-        {{"0100 0C 0100 02000000 61 00000500 AA", "BB 0100 00 62"}, {u"a"_s, u"b"_s}},
-        {{"0000 00 0100 00 62"}, {u""_s, u"b"_s}},
-    };
-    for (const auto& c : cases) {
-        std::vector<QByteArray> chunks;
-        for (const char* hex : c.chunks)
-            chunks.push_back(QByteArray::fromHex(hex));
-        ChunkReader reader(chunks);
-        for (const QString& text : c.texts)
-            EXPECT_EQ(reader.richText(), text) << c.chunks[0];
-    }
+    std::vector<QByteArray> chunks;
+    for (const char* hex : {"0100 0C 0100 02000000 61 00000500 AA", "BB 0300 00 62", "01 6200 AC20"})
+        chunks.push_back(QByteArray::fromHex(hex));
+    ChunkReader reader(chunks);
+    EXPECT_EQ(reader.richText(), u"a"_s);
+    EXPECT_EQ(reader.richText(), u"bb\u20AC"_s);
     for (const char* hex : {"", "0300", "0300 00 6162", "0200 01 4100 AC", "0100 08 0100 61 0000", "0180 00"})
         EXPECT_THROW(ChunkReader({QByteArray::fromHex(hex)}).richText(), Refusal) << hex;
 }
@@ -151,13 +163,6 @@ TEST_F(ExcelFormat, serialNumbersAndDates) {
         }
     }
     EXPECT_EQ(fromSerial(0, true).date(), QDate(1904, 1, 1));
-}
-
-TEST_F(ExcelFormat, codesThatShowDates) {
-    for (const char* code : {"dd/mm/yyyy", "yyyy\\-mm\\-dd\\ hh:mm", "[h]:mm", "[$-407]d. mmmm yyyy", "MM"})
-        EXPECT_TRUE(isDateCode(QString::fromLatin1(code))) << code;
-    for (const char* code : {"General", "#,##0_);[Red](#,##0)", "\"day\" 0", "0\\d", "0_h", "[Magenta]0"})
-        EXPECT_FALSE(isDateCode(QString::fromLatin1(code))) << code;
 }
 
 TEST_F(ExcelFormat, formatsAreSharedAndLimited) {
@@ -204,4 +209,75 @@ TEST_F(ExcelFormat, wrappedLines) {
         {"a b c d", 1, 4},     {"中中", 4, 1},       {"中中中", 4, 2}};
     for (const auto& [text, width, lines] : cases)
         EXPECT_EQ(wrappedLines(QString::fromUtf8(text), width), lines) << text;
+}
+
+TEST_F(ExcelFormat, reportsTheActualFileType) {
+    const std::pair<QByteArray, const char*> cases[] = {
+        {"", "is empty"},
+        {bytes("PK\x03\x04\x14\0\x06\0[Content_Types].xml"), "is damaged: the directory"},
+        {"\xEF\xBB\xBF \n<html><table>", "(HTML)"},
+        {"Question;Score\r\n1;5\r\n", "CSV"},
+        {bytes("\x09\x04\x06\0\0\0\x10\0\0\0"), "Excel 95 or older"},
+        {bytes("\x89PNG\0\0\0\0"), "is no Excel workbook"},
+        {renamed(u"WordDocument"), "holds no workbook"},
+        {ofExcel95(), "Excel 95 or older"},
+        {sample().left(3000), "is damaged"},
+    };
+    for (const auto& [content, phrase] : cases) {
+        writeFile(path(u"file.xls"_s), content);
+        const QString error = errorOf([&] { application.Workbooks().Open(path(u"file.xls"_s)); });
+        EXPECT_TRUE(error.startsWith(u"The file \"file.xls\" ") && error.endsWith(u'.') &&
+                    error.contains(QString::fromLatin1(phrase)))
+            << phrase << ": " << qPrintable(error);
+    }
+    for (const auto& [file, phrase] :
+         {std::pair(path(u"none.xls"_s), u"was not found"_s), {folder.path(), u"folder"_s}})
+        EXPECT_TRUE(errorOf([&] { application.Workbooks().Open(file); }).contains(phrase))
+            << qPrintable(phrase);
+}
+
+TEST_F(ExcelFormat, aFailedSaveLeavesTheOldFile) {
+    const QString file = copyOf(u"t_xlwt.xls"_s);
+    excel::Workbook book = application.Workbooks().Open(file);
+    const QByteArray before = contentOf(file);
+    book.Worksheets(u"Form"_s).Unprotect(u"kvtwpa"_s);
+
+    QFile::setPermissions(file, QFileDevice::ReadOwner);
+    EXPECT_TRUE(errorOf([&] { book.Close(true); }).contains(u"is read-only"_s));
+    QFile::setPermissions(file, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+    EXPECT_TRUE(errorOf([&] { book.SaveAs(path(u"missing/x.xls"_s)); }).contains(u"could not be saved"_s));
+
+    EXPECT_EQ(contentOf(file), before);
+    ASSERT_TRUE(book.isOpen());
+
+    writeFile(file, before + QByteArray(512, '\0')); // by another program
+    EXPECT_TRUE(errorOf([&] { book.Save(); }).contains(u"changed by another program"_s));
+    book.SaveAs(path(u"other.xls"_s));
+    EXPECT_FALSE(application.Workbooks().Open(path(u"other.xls"_s)).Worksheets(u"Form"_s).IsProtected());
+}
+
+TEST_F(ExcelFormat, aWorkbookStreamWithTheOlderNameIsRead) {
+    EXPECT_FALSE(exerciseWorkbook(renamed(u"Book")).isEmpty());
+}
+
+// Damaged files are refused with a sentence or saved readably; they never crash or hang the program.
+TEST_F(ExcelFormat, mutatedFilesAreRefusedOrReadable) {
+    QRandomGenerator random(20240229);
+    int readable = 0;
+    int refused = 0;
+    for (int round = 0; round < 2500; ++round) {
+        QByteArray content = sample(round % int(sampleNames.size()));
+        if (round % 5 == 0)
+            content.truncate(random.bounded(int(content.size())));
+        for (int n = random.bounded(1, 8); n > 0 && round % 5 != 0; --n) {
+            const int at = random.bounded(round % 2 == 0 ? int(content.size()) : 4096);
+            const quint8 values[] = {0, 0xFF, 0x7F, 0x80, 1, quint8(random.generate())};
+            content[at] = char(values[random.bounded(6)]);
+        }
+        const QByteArray saved = exerciseWorkbook(content);
+        ++(saved.isEmpty() ? refused : readable);
+        ASSERT_TRUE(saved.isEmpty() || !exerciseWorkbook(saved).isEmpty()) << "round " << round;
+    }
+    EXPECT_GT(readable, 300);
+    EXPECT_GT(refused, 300);
 }

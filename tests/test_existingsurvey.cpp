@@ -51,12 +51,6 @@ protected:
         QTest::keyClick(control<forms::ListBox>(edit(), "lstSurvetDates"), Qt::Key_Delete);
         expectIdle();
     }
-    void addFirst(const QString& message) {
-        auto* questions = control<forms::TreeView>(edit(), "trvParameter");
-        questions->setCurrentItem(questions->topLevelItem(0)->child(0));
-        messages.expectTitled(message, forms::style::noIcon);
-        keyOn(edit(), "trvParameter", Qt::Key_Return);
-    }
     static void rejectChange(const QString& change) {
         runRaw(u"create trigger refuses before "_s + change + u" begin select raise(abort, 'no'); end");
     }
@@ -87,11 +81,14 @@ TEST_F(ExistingTest, withoutADateNothingIsChanged) {
 
     clickEntry(form, "lstRespondent", 1);
     const QStringList before = storeRows(*cnnMain);
-    addFirst(u"No Survey Date available......"_s);
+    auto* questions = control<forms::TreeView>(form, "trvParameter");
+    questions->setCurrentItem(questions->topLevelItem(0)->child(0));
+    messages.expectTitled(u"No Survey Date available......"_s, forms::style::noIcon);
+    keyOn(form, "trvParameter", Qt::Key_Return);
     pressDelete({});
-    messages.expectTitled(u"No Survey Date available for the Selected Respondent...Import from other survey "
-                          "cannot be performed.."_s,
-                          forms::style::critical);
+    messages.expectCritical(
+        u"No Survey Date available for the Selected Respondent...Import from other survey "
+        "cannot be performed.."_s);
     press(form, "cmdCopy");
     press(form, "cmdRemove");
     EXPECT_EQ(panel(), u"Removing...."_s);
@@ -162,8 +159,7 @@ TEST_F(ExistingTest, anEmptyDateIsDeletedOnlyWithTheCustomersLastQuestions) {
     EXPECT_EQ(storeRows(*cnnMain), before);
     EXPECT_FALSE(QDir(home()).exists(u"backup"_s));
     EXPECT_EQ(dates(form), lateText);
-    messages.expectTitled(u"No Survey Date selected......Select one and proceed....."_s,
-                          forms::style::critical);
+    messages.expectCritical(u"No Survey Date selected......Select one and proceed....."_s);
     importInto(form, "cmdCopy", [](frmPasteSurvey& paste) { press(paste, "cmdPaste"); });
     EXPECT_EQ(storeRows(*cnnMain), before);
     clickEntry(form, "lstSurvetDates", 0);
@@ -204,7 +200,7 @@ TEST_F(ExistingTest, aSurveyIsNotOfferedToItselfAndAFailureKeepsWhatWasCopied) {
     frmSelectSurvey::instance().Show();
     importInto(frmSelectSurvey::instance(), "cmdExistingSurvey", [&](frmPasteSurvey& form) {
         EXPECT_EQ(dates(form), QString());
-        messages.expectTitled(u"Select a Survey Date to import...."_s, forms::style::critical);
+        messages.expectCritical(u"Select a Survey Date to import...."_s);
         press(form, "cmdPaste");
     });
     rejectChange(u"insert on responquesindex when new.questionid="_s + QString::number(question[3]));

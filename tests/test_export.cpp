@@ -51,10 +51,6 @@ protected:
     /// Ann's key sorts her after Bob.
     frmNewSurvey& open() { return SurveyTest::open(1); }
     static void letUserNameFiles() { run(u"update setting set checkeduser=True"_s); }
-    void expectView(Answer answer = Answer::No) {
-        messages.expectTitled(u"Survey File Exported...Do you want to view the file? "_s,
-                              forms::style::yesNo + forms::style::information, answer);
-    }
     void expectOverwrite(Answer answer, const QString& owners = {}) {
         messages.expectTitled(name +
                                   u" file apready exist for Respondent - Ann for Survey Date - "
@@ -93,15 +89,15 @@ TEST_F(ExportTest, theExportedFileAsReadByXlrd) {
     run(wordsAsked + u"(3, 5, 7, '2024-02-25', 6)");
     frmNewSurvey& editor = open();
     const Replaced<forms::todayHook> exportDay([] { return QDate(2024, 3, 9); });
-    expectView(Answer::Yes);
+    messages.expectExported(Answer::Yes);
     ::press(editor, "cmdExport");
     expectIdle();
     EXPECT_EQ(opened.paths, QStringList{path(name)});
     EXPECT_EQ(log(), QStringList{logRow(name)});
 
+    EXPECT_TRUE(contentOf(path(name)).contains(QByteArray::fromHex("13000200d3dd"))); // the password's hash
     const QJsonObject seen = readByXlrd(path(name));
-    EXPECT_EQ(seen[u"protection"][u"13"].toString(), u"DDD3"_s); // the password's hash
-    EXPECT_EQ(seen[u"cells"][u"B19"][u"font"].toString(), u"000080"_s);
+    EXPECT_EQ(seen[u"B19"][u"font"].toString(), u"000080"_s);
     const QString expected[] = {
         u"A1 locked wrapped 'Larkmoor'"_s, u"B3 locked 'Customer Satisfaction Survey'"_s,
         u"B8 locked 'Customer Name : Acme'"_s, u"B9 locked 'Respondent Name : Ann'"_s,
@@ -118,12 +114,12 @@ TEST_F(ExportTest, theExportedFileAsReadByXlrd) {
         u"E18 locked"_s, u"F18 locked 000000 6"_s, u"I18 locked '5'"_s};
     for (const QString& cell : expected) {
         const QString address = cell.section(u' ', 0, 0);
-        EXPECT_EQ(shownCell(address, seen[u"cells"][address].toObject()), cell);
+        EXPECT_EQ(shownCell(address, seen[address].toObject()), cell);
     }
 }
 
 TEST_F(ExportTest, anExistingFileIsOverwrittenInPlace) {
-    expectView();
+    messages.expectExported();
     press();
     EXPECT_EQ(
         QProcess::execute(u"ssconvert"_s, {u"-T"_s, u"Gnumeric_Excel:excel_biff8"_s, u"--set"_s, u"C14=4"_s,
@@ -141,7 +137,7 @@ TEST_F(ExportTest, anExistingFileIsOverwrittenInPlace) {
 
     letUserNameFiles(); // the register's name wins
     expectOverwrite(Answer::Yes);
-    expectView();
+    messages.expectExported();
     press();
     EXPECT_EQ(log(), QStringList{logRow(name)});
     QStringList cells; // the last one is a remnant
@@ -175,8 +171,7 @@ TEST_F(ExportTest, theUserNamesTheFile) {
     add(u"log"_s, {{"custname", u"Other"_s}, {"respname", u"Ann"_s}, {"xlsfilename", u"taken.xls"_s}});
     const QByteArray blank = contentOf(path(u"template.xls"_s));
     const auto expectDuplicate = [this] {
-        messages.expectTitled(u"Duplicate Survey File...Cannot Save Duplicate Survey File..."_s,
-                              forms::style::critical);
+        messages.expectCritical(u"Duplicate Survey File...Cannot Save Duplicate Survey File..."_s);
     };
     typed << u"/elsewhere/TAKEN.xls"_s << u"/elsewhere/  "_s;
     expectDuplicate();
@@ -191,7 +186,7 @@ TEST_F(ExportTest, theUserNamesTheFile) {
         expectDuplicate();
     }
     typed << u"/elsewhere/Ann's Écho v1.2"_s;
-    expectView(Answer::Yes);
+    messages.expectExported(Answer::Yes);
     press();
     const QString chosen = u"Ann\u2019s Écho v1.2"_s;
     EXPECT_EQ(log().value(1), logRow(chosen));
@@ -202,7 +197,7 @@ TEST_F(ExportTest, theUserNamesTheFile) {
 }
 
 TEST_F(ExportTest, overwritingWarnsOfAnotherOwnerAndAnOpenSpreadsheet) {
-    expectView();
+    messages.expectExported();
     press();
     run(u"insert into log (custname, respname, respid, xlsfilename, sdate) values ('Acme', 'Ann', 3, '%1', "
         "'2024-02-01'), ('Other', 'Zoe', 9, '%1', '2024-03-05')"_s.arg(name));
@@ -212,33 +207,24 @@ TEST_F(ExportTest, overwritingWarnsOfAnotherOwnerAndAnOpenSpreadsheet) {
     for (const auto& answers : asked) {
         expectOverwrite(answers[0], u"In the register the file belongs to:\r\nAcme, Ann, 01/02/2024\r\n"
                                     "Other, Zoe, 05/03/2024"_s);
-        messages.expectTitled(name + u" seems to be open in a spreadsheet program. What has been typed there "
-                                     "and not been saved is missing in it. Go on all the same?",
-                              forms::style::yesNo + forms::style::information + forms::style::secondButton,
-                              answers[1]);
+        messages.expectOpenElsewhere(name, answers[1]);
         if (answers.back() == Answer::Yes)
-            expectView();
+            messages.expectExported();
         press();
         EXPECT_EQ(contentOf(path(name)) == before, answers.back() == Answer::No);
     }
 }
 
 TEST_F(ExportTest, nothingIsExportedForADeletedRespondent) {
-    frmNewSurvey& editor = open();
-    run(u"delete * from respondent where respondentname='Ann'"_s);
-    messages.expectTitled(
-        u"The respondent Ann of Acme is no longer in the database. Nothing has been changed."_s,
-        forms::style::critical);
-    ::press(editor, "cmdExport");
-    expectIdle();
-    EXPECT_EQ(log(), QStringList());
+    open();
+    withoutOwner(u"Ann"_s, [] { ::press(frmNewSurvey::instance(), "cmdExport"); });
 }
 
 TEST_F(ExportTest, failures) {
     ASSERT_TRUE(QDir(home()).mkpath(u"folder.xls/full"_s));
     letUserNameFiles(); // once the dialog has been shown, a failing step is skipped
     typed << u"folder.xls"_s;
-    expectView(Answer::Yes);
+    messages.expectExported(Answer::Yes);
     press();
     EXPECT_EQ(opened.paths, QStringList());
     EXPECT_EQ(log(), QStringList{logRow(u"folder.xls"_s)});

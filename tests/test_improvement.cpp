@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/MDIMain.h"
 #include "improvement/frmImprovementPlan.h"
 #include "platform/forms/clock.h"
 #include "platform/forms/dtpicker.h"
 #include "tests/support/listview.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QDir>
 #include <QLineEdit>
@@ -27,7 +29,7 @@ protected:
         run(u"insert into actionplan (customerid, Date, Action, targetdate, Status) values "
             "(1, '2024-01-10', 'Call', '2024-01-17', True), (1, '2024-02-20', 'Visit', '2024-02-27', False), "
             "(2, '2024-02-20', 'Train', '2024-02-27', False)"_s);
-        form().Show();
+        control<QAction>(MDIMain::instance(), "mnuImprovementPlan")->trigger();
     }
     static frmImprovementPlan& form() { return frmImprovementPlan::instance(); }
     static forms::ListView& list() { return *control<forms::ListView>(form(), "lsvDtls"); }
@@ -120,8 +122,7 @@ TEST_F(ImprovementTest, whatIsTypedGoesToTheDateTypedAfterIt) {
     };
     enter(u"Write"_s);
     typeDate(u"31/2/2024"_s);
-    messages.expectTitled(u"“31/2/2024” is no date. Enter it as day/month/year, from 1900 to 2100."_s,
-                          forms::style::critical);
+    messages.expectCritical(u"“31/2/2024” is no date. Enter it as day/month/year, from 1900 to 2100."_s);
     press(form(), "cmdSave");
     EXPECT_EQ(rows(stored), before);
     EXPECT_TRUE(date("dtdate").hasFocus());
@@ -176,7 +177,7 @@ TEST_F(ImprovementTest, nothingIsWrittenForADeletedCustomer) {
     const QStringList before = rows(stored);
     const QString gone = u"The customer Bold is no longer in the database. Nothing has been changed."_s;
     const auto expectRefused = [&](const std::function<void()>& step) {
-        messages.expectTitled(gone, forms::style::critical);
+        messages.expectCritical(gone);
         step();
         expectIdle();
         EXPECT_EQ(rows(stored), before);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Every form can be used by keyboard alone and is deleted when it is closed.
 #include "core/MDIMain.h"
-#include "tests/support/storetest.h"
+#include "tests/support/surveytest.h"
 #include "tools/allforms.h"
 
 #include <QApplication>
@@ -12,16 +12,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-class KeyboardTest : public StoreTest {
+class KeyboardTest : public SurveyTest {
 protected:
     void SetUp() override {
-        StoreTest::SetUp();
-        const int acme = addCustomer(u"Acme"_s);
-        const int ann = addRespondent(acme, u"Ann"_s);
-        const int survey = addSurvey(acme, {2024, 3, 5});
-        const int asked = addQuestion(addParameter(u"Price"_s), u"Is it fair?"_s);
-        addQuestionnaire(ann, survey, {asked});
-        addScore(ann, asked, survey, {2024, 3, 5}, 5, 5);
+        SurveyTest::SetUp();
+        addStored(ann, today, {0});
+        addScore(ann, question[0], 1, today, 5, 5);
     }
     static void deleteClosedForms() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
 
@@ -83,9 +79,9 @@ TEST_F(KeyboardTest, everyFormWorksByKeyboard) {
         const QWidgetList round = tabOrder(form);
         for (QWidget* control : controls(form)) {
             const std::string what = any.name + std::string(".") + control->objectName().toStdString();
-            const auto inGroup = [&](const QWidget* other) { // reached by the arrow keys
-                return control->inherits("QRadioButton") && other->inherits("QRadioButton") &&
-                       other->parentWidget() == control->parentWidget();
+            const auto inGroup = [&](const QWidget* sibling) { // reached by the arrow keys
+                return control->inherits("QRadioButton") && sibling->inherits("QRadioButton") &&
+                       sibling->parentWidget() == control->parentWidget();
             };
             EXPECT_TRUE(round.contains(control) || std::any_of(round.begin(), round.end(), inGroup))
                 << what << ": no Tab";

@@ -170,8 +170,7 @@ TEST_F(MainWindowTest, aShortcutPrecedesTheEditingKeysOfATextBox) {
 struct Step : QObject {
     explicit Step(std::function<void()> toRun) : run(std::move(toRun)) {}
     bool event(QEvent* happened) override {
-        if (happened->type() == QEvent::User)
-            run();
+        run();
         return QObject::event(happened);
     }
     void deliver() {

@@ -27,8 +27,8 @@ protected:
             copyHomeFile(layout);
         const int brown = addCustomer(u"Brown"_s);
         const int cora = addRespondent(brown, u"Cora"_s);
-        add(u"respondent"_s,
-            {{"custid", brown}, {"respondentdesignation", u"Nameless"_s}, {"emailid", u""_s}});
+        run(u"insert into respondent (custid, respondentdesignation, emailid) values (%1, 'Nameless', '')"_s
+                .arg(brown));
         addCustomer(u"Empty"_s);
         addParameter(u"Unused"_s);
         addStored(ann, today, {0, 1, 2, 3, 4});
@@ -39,28 +39,20 @@ protected:
             for (const int asked : {question[0], question[3]})
                 addScore(respondent, asked, 1, today, 4 + asked, 12 - respondent);
         }
-        for (const int customer : {acme, brown}) {
-            for (const int month : {1, 2})
-                add(u"actionplan"_s, {{"customerid", customer},
-                                      {"Date", QDate(2024, month, 10)},
-                                      {"Action", u"Call"_s},
-                                      {"targetdate", today},
-                                      {"Status", false}});
-        }
+        runRaw(u"insert into actionplan (customerid, Date, Action, targetdate, Status) "
+               "select custid, planned, 'Call', '2024-03-05', 0 from customer, "
+               "(select '2024-01-10' as planned union select '2024-02-10') where custname <> 'Empty'"_s);
         for (const int respondent : {ann, bob}) {
-            const QString name = u"file%1.xls"_s.arg(respondent);
             SurveyFile{.respondentid = respondent,
                        .date = today,
                        .questions = {{question[0], true}, {question[4], false}},
                        .entered = {{u"C14"_s, 7}, {u"D14"_s, 9}}}
-                .saveAs(path(name));
-            add(u"log"_s, {{"custname", u"Acme"_s},
-                           {"respname", respondent == ann ? u"Ann"_s : u"Bob"_s},
-                           {"respid", respondent},
-                           {"xlsfilename", name},
-                           {"sdate", today},
-                           {"surveyid", 1}});
+                .saveAs(path(u"file%1.xls"_s.arg(respondent)));
         }
+        runRaw(
+            u"insert into log (custname, respname, respid, xlsfilename, sdate, surveyid) "
+            "select 'Acme', respondentname, respondentid, 'file' || respondentid || '.xls', '2024-03-05', 1 "
+            "from respondent where custid = 1"_s);
     }
 };
 

@@ -18,8 +18,6 @@ using forms::Answer;
 
 namespace {
 
-const QString noClient = u"Cannot send E-Mail....There is no Default Mail Client Installed on your PC..."_s;
-
 /// Acme's files a.xls, b.xls, c.xls for Ann, Bob and Cy; Ann alone has an address.
 class RegisterTest : public StoreTest {
 protected:
@@ -108,7 +106,8 @@ TEST_F(RegisterTest, mailsTheChosenFiles) {
     messages.expect(u"The client was cancelled."_s);
     EXPECT_EQ(mailChosen(), QStringList(mail(u"Dear all"_s, u"ann@example.com"_s, u"a.xls"_s)));
     hasClient = false;
-    messages.expectTitled(noClient, style::critical);
+    messages.expectCritical(
+        u"Cannot send E-Mail....There is no Default Mail Client Installed on your PC..."_s);
     EXPECT_EQ(mailChosen(), QStringList());
 
     // The survey forms' mail: no dot, no text in place of an address.
@@ -141,9 +140,7 @@ TEST_F(RegisterTest, aFileToMailIsLocated) {
 TEST_F(RegisterTest, deletesTheChosenFiles) {
     const auto expectOpen = [this](const QString& name, Answer answer) {
         copyHomeFile(u"template.xls"_s, u".~lock."_s + name + u'#');
-        messages.expectTitled(name + u" seems to be open in a spreadsheet program. What has been typed there "
-                                     "and not been saved is missing in it. Go on all the same?",
-                              style::yesNo + style::information + style::secondButton, answer);
+        messages.expectOpenElsewhere(name, answer);
     };
     choose({0, 1, 2});
     expectDelete(u"a.xls"_s, Answer::No);

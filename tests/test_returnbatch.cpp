@@ -125,7 +125,7 @@ protected:
         messages.expectBeginning(u"Read as it stands, but worth a look:\r\n"_s, style::information);
         messages.expect(u"Import Done...."_s, style::information);
         QTest::keyClick(&checkedList(), Qt::Key_I, Qt::AltModifier);
-        QTRY_COMPARE(messages.left(), 0);
+        EXPECT_TRUE(QTest::qWaitFor([this] { return messages.left() == 0; }));
         expectIdle();
     }
 
@@ -214,7 +214,7 @@ TEST_F(ReturnBatch, isCheckedImportedUndoneAndImportedAgain) {
                              style::yesNo + style::information + style::secondButton, u"Gaugewell v2.1"_s,
                              Answer::Yes);
     QTest::keyClick(&frmReadingRuns::instance(), Qt::Key_U, Qt::AltModifier);
-    QTRY_COMPARE(messages.left(), 0);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return messages.left() == 0; }));
     EXPECT_EQ(store(), before);
 
     frmCheckFiles::unload();

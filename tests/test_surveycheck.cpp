@@ -26,6 +26,8 @@ TEST_F(SurveyCheckTest, eachVerdictNamesItsCell) {
     const QString words = u"insert into feedbackdescriptive (respondentid, questionid, surveyid, surveydate, "
                           "weightage, Description) values (1, 5, 1, '2024-03-05', 0, 'It\u2019s good')"_s;
     const QString kind = u"update questions set Type=%2 where questionid=%1"_s;
+    const QString registered =
+        u"insert into log (respid, xlsfilename, sdate, surveyid) values (2, 'ann.xls', '2024-03-05', 1)"_s;
     const struct {
         QString expected; ///< answers are counted as new, same, changed, left out
         Cells cells = {};
@@ -65,6 +67,8 @@ TEST_F(SurveyCheckTest, eachVerdictNamesItsCell) {
         {u"read already, identical||0 1 0 1"_s, {}, score.arg(7)},
         {u"ready||1 1 0 0"_s, {{"B17", u" It's good\n"_s}}, words},
         {u"ready||1 0 0 1"_s},
+        {u"ready||1 0 0 1"_s, {{"I16", {}}}, words}, // the file does not have the question
+        {u"ready|I2: respondent 1, in the register 2|1 0 0 1"_s, {}, registered},
         {u"ready||1 0 0 1"_s, {{"C14", {}}, {"B8", u"customer name : ACME "_s}}}, // one of two marks
         {u"ready||1 0 0 1"_s, {{"B8", {}}, {"B9", {}}, {"I1", {}}, {"B14", u" On\ntime? "_s}}},
         {u"ready||0 0 0 2"_s, {{"C14", 0}, {"D14", {}}, {"B17", {}}}},
@@ -74,6 +78,7 @@ TEST_F(SurveyCheckTest, eachVerdictNamesItsCell) {
     for (const auto& [expected, cells, change] : cases) {
         run(u"delete * from feedbackobjective"_s);
         run(u"delete * from feedbackdescriptive"_s);
+        run(u"delete * from log"_s);
         run(kind.arg(u"1"_s, u"True"_s));
         run(kind.arg(u"5"_s, u"False"_s));
         if (!change.isEmpty())

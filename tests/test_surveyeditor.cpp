@@ -87,7 +87,7 @@ TEST_F(EditorTest, anOpenEditorKeepsItsOwnerAndWithoutACustomerNothingIsWritten)
     frmSelectSurvey::unload();
     frmNewSurvey::unload();
     press(select(), "cmdBlankSurvey");
-    messages.expectTitled(u"No customer is selected. Nothing has been changed."_s, forms::style::critical);
+    messages.expectCritical(u"No customer is selected. Nothing has been changed."_s);
     press(frmNewSurvey::instance(), "cmdRemove");
     EXPECT_EQ(value(u"select count(*) from survey"_s), u"0"_s);
 }
@@ -133,20 +133,6 @@ TEST_F(EditorTest, eachGestureInsertsAtTheTopAndSkipsDuplicatesAndParameters) {
     drop(grid()->viewport(), &ofAnotherProgram);
     dragNode(tree(), nodeAt(3), nullptr);
     EXPECT_EQ(stored(ann), u"05/03 1:4 2:2 3:1 4:0"_s);
-}
-
-TEST_F(EditorTest, aQuestionGoesInAtTheCurrentRowOfOneRespondentOfTheSurvey) {
-    addStored(ann, today, {0, 1});
-    open();
-    clickRow(2);
-    addByButton(2);
-    EXPECT_EQ(stored(ann), u"05/03 1:0 2:2 3:1"_s);
-    EXPECT_EQ(grid()->Row(), 1);
-    frmNewSurvey::unload();
-    open(1);
-    addByButton(2);
-    EXPECT_EQ(stored(ann), u"05/03 1:0 2:2 3:1"_s);
-    EXPECT_EQ(stored(bob), u"05/03 1:2"_s);
 }
 
 TEST_F(EditorTest, removing) {
@@ -217,9 +203,8 @@ TEST_F(EditorTest, theNeighbourMayBeAnotherSurveysOrMissing) {
     run(u"update responquesindex set [Order] = 6"_s); // as after a copy
     open();
     for (const auto& [row, button] : {std::pair(1, "cmdDownward"), {2, "cmdUpward"}}) {
-        messages.expectTitled(u"The questions are not numbered one after the other. Add or remove a "
-                              "question, which numbers them anew, and then move this one."_s,
-                              forms::style::critical);
+        messages.expectCritical(u"The questions are not numbered one after the other. Add or remove a "
+                                "question, which numbers them anew, and then move this one."_s);
         move(row, button);
         EXPECT_EQ(stored(ann), u"01/04 6:0 6:1"_s);
     }
@@ -232,14 +217,12 @@ TEST_F(EditorTest, aDeletedQuestionIsSavedAsTheOneAbove) {
     addByButton(3);
     EXPECT_EQ(stored(ann), u"05/03 1:3 2:0 3:0 4:4"_s);
     dropQuestion(2);
-    messages.expectTitled(u"No longer in the catalogue and not added:\r\nOverall? (Quality)"_s,
-                          forms::style::critical);
+    messages.expectCritical(u"No longer in the catalogue and not added:\r\nOverall? (Quality)"_s);
     addByButton(2); // no question above
     EXPECT_EQ(stored(ann), u"05/03 1:3 2:0 3:0 4:4"_s);
     dropQuestion(3);
-    messages.expectTitled(
-        u"The question Sturdy? (Quality) is no longer in the catalogue. Nothing has been changed."_s,
-        forms::style::critical);
+    messages.expectCritical(
+        u"The question Sturdy? (Quality) is no longer in the catalogue. Nothing has been changed."_s);
     move(1, "cmdDownward");
     EXPECT_EQ(stored(ann), u"05/03 1:3 2:0 3:0 4:4"_s);
 }
@@ -253,7 +236,7 @@ TEST_F(EditorTest, nothingIsWrittenForADeletedOwner) {
         for (const auto& step : steps) {
             open();
             withoutOwner(name, step);
-            EXPECT_EQ(shown(), QStringList{u": "_s}) << "as stored";
+            EXPECT_EQ(grid()->Rows(), 2) << "as stored";
             frmNewSurvey::unload();
         }
     }
@@ -292,6 +275,8 @@ TEST_F(EditorTest, aFailingStepLeavesTheStoreAsItWas) {
     run(u"drop index refuses"_s);
     addByButton(3); // does not count as chosen
     EXPECT_EQ(stored(ann), u"05/03 1:4 2:2 3:3 4:1"_s);
+    EXPECT_EQ(stored(bob), u"05/03 1:0 2:1 3:3"_s);
+    EXPECT_EQ(grid()->Row(), 1);
 }
 
 } // namespace

@@ -10,6 +10,8 @@
 #include "core/Main.h"
 #include "core/base/gblGlobal.h"
 #include "core/frmSplash.h"
+#include "exchange/frmCheckFiles.h"
+#include "exchange/frmCompareAnswers.h"
 #include "exchange/frmLogDetails.h"
 #include "exchange/frmMessage.h"
 #include "exchange/frmReading.h"
@@ -28,6 +30,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QTest>
+#include <QTimer>
 #include <QTreeWidget>
 
 #include <algorithm>
@@ -70,6 +73,25 @@ bool grabReading() {
     form.findChild<forms::ListBox*>(u"lstXlsFiles"_s)->setListIndex(0);
     const bool saved = save(MDIMain::instance(), u"frmReading"_s);
     frmReading::unload();
+    return saved;
+}
+
+/// Checks the survey files of the home directory and compares the answers of the first.
+bool grabCheck() {
+    forms::openFolderHook = homeDirectory;
+    frmCheckFiles& form = frmCheckFiles::instance();
+    form.Show();
+    form.findChild<QAbstractButton*>(u"cmdAddFolder"_s)->click();
+    bool saved = save(MDIMain::instance(), u"frmCheckFiles"_s);
+    QTimer::singleShot(1000, &form, [&saved] {
+        saved = save(frmCompareAnswers::instance(), u"frmCompareAnswers"_s) && saved;
+        frmCompareAnswers::unload();
+    });
+    auto* list = form.findChild<QTreeView*>(u"lsvFiles"_s);
+    constexpr int verdict = 5; // the column; files that can be compared come first
+    list->sortByColumn(verdict, Qt::DescendingOrder);
+    Q_EMIT list->doubleClicked(list->model()->index(0, verdict));
+    frmCheckFiles::unload();
     return saved;
 }
 
@@ -155,6 +177,7 @@ int main(int argc, char** argv) {
         saved = grabForm(form) && saved;
     // Again with data or a chart.
     saved = grabReading() && saved;
+    saved = grabCheck() && saved;
     saved = grabSearch() && saved;
     saved = grabEditor() && saved;
     saved = grabIndex() && saved;

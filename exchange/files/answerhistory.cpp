@@ -51,7 +51,10 @@ QString toJson(const std::vector<AnswerChange>& changes) {
     for (const AnswerChange& change : changes) {
         json += json.isEmpty() ? u'[' : u',';
         json += u'[' + QString::number(change.questionid) + (change.isScore ? u",true,"_s : u",false,"_s) +
-                stateToJson(change.before) + u',' + stateToJson(change.after) + u']';
+                stateToJson(change.before);
+        if (change.after != change.before)
+            json += u',' + stateToJson(change.after);
+        json += u']';
     }
     return json.isEmpty() ? u"[]"_s : json + u']';
 }
@@ -60,8 +63,9 @@ std::vector<AnswerChange> changesFromJson(const QString& json) {
     std::vector<AnswerChange> changes;
     for (const QJsonValue& entry : QJsonDocument::fromJson(json.toUtf8()).array()) {
         const QJsonArray fields = entry.toArray();
-        changes.push_back({fields.at(0).toInt(), fields.at(1).toBool(), stateFromJson(fields.at(2)),
-                           stateFromJson(fields.at(3))});
+        const auto before = stateFromJson(fields.at(2));
+        changes.push_back({fields.at(0).toInt(), fields.at(1).toBool(), before,
+                           fields.size() > 3 ? stateFromJson(fields.at(3)) : before});
     }
     return changes;
 }

@@ -4,8 +4,6 @@
 #include "core/store/store.h"
 #include "exchange/files/returnedfile.h"
 
-#include <QThreadPool>
-
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -26,12 +24,8 @@ void ReadingRecord::beginFile(const QString& title, const QString& registered,
 }
 
 void ReadingRecord::hashContent(const QByteArray& content) {
-    if (isRecorded != true)
-        return;
-    const auto task =
-        std::make_shared<std::packaged_task<QString()>>([content] { return contentHash(content); });
-    file.hash = task->get_future();
-    QThreadPool::globalInstance()->start([task] { (*task)(); });
+    if (isRecorded == true)
+        file.hash = std::async(std::launch::async, contentHash, content);
 }
 
 void ReadingRecord::add(const AnswerKeys& keys, AnswerChange change) {
@@ -49,7 +43,7 @@ void ReadingRecord::endFile() {
     };
     const int added = count([](const AnswerChange& change) { return !change.before; });
     const int same = count([](const AnswerChange& change) { return change.before == change.after; });
-    ado::Recordset row(u"select * from readingfile"_s, *cnnMain, Lock::Optimistic);
+    ado::Recordset row(u"select * from readingfile where readingfileid=0"_s, *cnnMain, Lock::Optimistic);
     row.AddNew();
     row["readingid"] = readingid;
     row["filename"] = file.title;

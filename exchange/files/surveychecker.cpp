@@ -20,6 +20,8 @@ namespace {
 constexpr Place headPlaces[] = {cellmap::respondentIdPlace, cellmap::surveyDatePlace,
                                 cellmap::questionCountPlace, cellmap::surveyIdPlace};
 
+constexpr qsizetype longestShown = 300; // characters of a cell; names and questions are shorter
+
 bool isInHead(Place place) {
     return std::find(std::begin(headPlaces), std::end(headPlaces), place) != std::end(headPlaces);
 }
@@ -45,11 +47,12 @@ bool isSameText(const QString& one, const QString& other, Qt::CaseSensitivity se
 }
 
 QString difference(Place place, const QString& inFile, const QString& stored) {
-    return at(place, u"\"%1\", in the store \"%2\""_s.arg(inFile.simplified(), stored.simplified()));
+    return at(place, u"\"%1\", in the store \"%2\""_s.arg(inFile.left(longestShown).simplified(),
+                                                          stored.simplified()));
 }
 
 QString withoutWords(const QString& text, QStringView words) {
-    const QString trimmed = text.trimmed();
+    const QString trimmed = text.left(longestShown).trimmed();
     return trimmed.startsWith(words.trimmed(), Qt::CaseInsensitive)
                ? trimmed.sliced(words.trimmed().size()).trimmed()
                : trimmed;
@@ -87,16 +90,17 @@ std::optional<SurveyChecker::Judgement> SurveyChecker::open(const QString& path)
         const excel::FileContent content = excel::readContent(path);
         file.hash = contentHash(content.bytes);
         workbook = excel::Application().Workbooks().Open(path, content);
-    } catch (const Failure& failure) {
-        return Judgement{Verdict::Unreadable, failure.text()};
+    } catch (const std::exception&) {
+        return Judgement{Verdict::Unreadable, sentenceOf(std::current_exception())};
     }
     try {
         sheet = surveySheetOf(workbook);
         sheet.Unprotect(cellmap::sheetPassword.toString());
-    } catch (const Failure& failure) {
+    } catch (const std::exception&) {
         const bool hasSheet =
             workbook.SheetNames().contains(cellmap::sheetName.toString(), Qt::CaseInsensitive);
-        return Judgement{hasSheet ? Verdict::Unreadable : Verdict::NoSurveyFile, failure.text()};
+        return Judgement{hasSheet ? Verdict::Unreadable : Verdict::NoSurveyFile,
+                         sentenceOf(std::current_exception())};
     }
     return std::nullopt;
 }
@@ -112,8 +116,8 @@ std::optional<SurveyChecker::Judgement> SurveyChecker::readCells() {
             if (sheet.Cells(place.row, place.column).Value().isBlank())
                 return Judgement{Verdict::NoSurveyFile, at(place, u"empty"_s)};
         }
-    } catch (const Failure& failure) { // too much text, or a damaged cell
-        return Judgement{Verdict::Unreadable, failure.text()};
+    } catch (const std::exception&) { // too much text, or a damaged cell
+        return Judgement{Verdict::Unreadable, sentenceOf(std::current_exception())};
     }
     if (read.failing && isInHead(*read.failing))
         return Judgement{Verdict::NoSurveyFile, at(*read.failing, sentenceOf(read.failure))};
@@ -217,8 +221,12 @@ SurveyChecker::Judgement SurveyChecker::compareAnswers() {
         const std::map<int, Answer>& rows = isScore ? stored.scores : stored.words;
         const auto found = rows.find(questionid);
         places[questionid] = file.answers.size();
-        return file.answers.emplace_back(questionid, text, isScore,
-                                         found == rows.end() ? std::nullopt : std::optional(found->second));
+        file.answers.push_back({.questionid = questionid,
+                                .question = text,
+                                .isScore = isScore,
+                                .stored = found == rows.end() ? std::nullopt : std::optional(found->second),
+                                .inFile = {}});
+        return file.answers.back();
     };
     for (const FileAnswer& answer : read.answers) {
         const int questionid = answer.keys.questionid.toInt();

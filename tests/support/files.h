@@ -34,7 +34,16 @@ inline QByteArray runScript(const QString& script, const QStringList& arguments)
                     QStringList{QStringLiteral(GAUGEWELL_SOURCE "/tests/") + script} + arguments);
 }
 
-/// A workbook as read by python3-xlrd.
+/// Converts files by LibreOffice into the folder, as .xlsx or .ods files, or .xls files of its own making.
+inline void convertByOffice(const QString& type, const QStringList& files, const QString& folder) {
+    outputOf(QStringLiteral("soffice"),
+             QStringList{u"-env:UserInstallation=file://" + folder + u"/profile",
+                         QStringLiteral("--headless"), QStringLiteral("--convert-to"), type,
+                         QStringLiteral("--outdir"), folder} +
+                 files);
+}
+
+/// The cells of a workbook's first sheet as read by python3-xlrd.
 inline QJsonObject readByXlrd(const QString& path) {
     return QJsonDocument::fromJson(runScript(QStringLiteral("readworkbook.py"), {path})).object();
 }

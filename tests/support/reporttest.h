@@ -29,6 +29,14 @@ protected:
         crystal::savePdf(*std::exchange(shown, nullptr), home() + QStringLiteral("/out.pdf"));
         return pdfPages(home() + QStringLiteral("/out.pdf"));
     }
+    /// Prints by the form and returns the report's text; fails unless its window has that title.
+    QString print(QWidget& form, const QString& expectedTitle) {
+        title.clear();
+        press(form, "cmdPrint");
+        EXPECT_EQ(title, expectedTitle);
+        expectIdle();
+        return takePages().join(u' ');
+    }
 
     std::shared_ptr<const crystal::Report> shown;
     QString title; ///< of the last report's window

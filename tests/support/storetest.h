@@ -38,6 +38,19 @@ public:
     void expectTitled(const QString& text, int style, forms::Answer answer = forms::Answer::Ok) {
         expect(text, style, QStringLiteral("Gaugewell v2.1"), answer);
     }
+    void expectCritical(const QString& text) { expectTitled(text, forms::style::critical); }
+    /// Expects the question after an export.
+    void expectExported(forms::Answer answer = forms::Answer::No) {
+        expectTitled(QStringLiteral("Survey File Exported...Do you want to view the file? "),
+                     forms::style::yesNo + forms::style::information, answer);
+    }
+    /// Expects the question about a file that another program has locked.
+    void expectOpenElsewhere(const QString& file, forms::Answer answer) {
+        expectTitled(
+            file + u" seems to be open in a spreadsheet program. What has been typed there and not been "
+                   "saved is missing in it. Go on all the same?",
+            forms::style::yesNo + forms::style::information + forms::style::secondButton, answer);
+    }
     int left() const { return static_cast<int>(waiting.size()); }
 
 private:

@@ -92,10 +92,9 @@ protected:
         };
         rename(name, QStringLiteral("Other"));
         const QStringList before = storeRows(*cnnMain);
-        messages.expectTitled((name == u"Acme" ? QStringLiteral("The customer Acme")
-                                               : u"The respondent " + name + u" of Acme") +
-                                  u" is no longer in the database. Nothing has been changed.",
-                              forms::style::critical);
+        messages.expectCritical((name == u"Acme" ? QStringLiteral("The customer Acme")
+                                                 : u"The respondent " + name + u" of Acme") +
+                                u" is no longer in the database. Nothing has been changed.");
         step();
         EXPECT_EQ(messages.left(), 0);
         EXPECT_EQ(storeRows(*cnnMain), before);
@@ -107,13 +106,6 @@ protected:
     }
     static forms::MSHFlexGrid* grid() {
         return control<forms::MSHFlexGrid>(frmNewSurvey::instance(), "grdParamAndQuest");
-    }
-    /// The texts of the grid, "parameter: question" from row 1 on.
-    static QStringList shown() {
-        QStringList result;
-        for (int row = 1; row < grid()->Rows(); ++row)
-            result << grid()->TextMatrix(row, 1) + QStringLiteral(": ") + grid()->TextMatrix(row, 2);
-        return result;
     }
     /// The centre of a question's node; -1 is the node of Delivery.
     static QPoint nodeAt(int number) {

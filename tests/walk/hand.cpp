@@ -72,26 +72,26 @@ void Walker::point() {
     const Qt::MouseButton button =
         oneIn(4) ? (oneIn(3) ? Qt::MiddleButton : Qt::RightButton) : Qt::LeftButton;
     const Qt::KeyboardModifiers held = anyModifiers();
-    const int gesture = below(10);
-    note(u"%1 button %2 modifiers %3 on %4 at %5,%6"_s
-             .arg(gesture < 7   ? u"click"_s
-                  : gesture < 8 ? u"double click"_s
-                  : gesture < 9 ? u"drag"_s
-                                : u"wheel"_s)
+    const QString gesture =
+        anyOf(u"click click click click click click click double drag wheel"_s.split(u' '));
+    note(u"%1 by button %2 modifiers %3 on %4 at %5,%6"_s.arg(gesture)
              .arg(int(button))
              .arg(int(held), 0, 16)
              .arg(nameOf(target))
              .arg(local.x())
              .arg(local.y()));
     oracle.begin(target);
-    if (gesture < 7)
+    if (gesture == u"click")
         QTest::mouseClick(target, button, held, local);
-    else if (gesture < 8)
+    else if (gesture == u"double")
         doubleClick(target, button, held, local);
-    else if (gesture < 9)
+    else if (gesture == u"drag")
         drag(target, local, held);
-    else
-        wheel(target, local);
+    else {
+        QWheelEvent turned(local, target->mapToGlobal(QPointF(local)), {}, {0, oneIn(2) ? 120 : -120},
+                           Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(target, &turned);
+    }
 }
 
 void Walker::doubleClick(QWidget* target, Qt::MouseButton button, Qt::KeyboardModifiers held,
@@ -117,12 +117,6 @@ void Walker::drag(QWidget* target, const QPoint& from, Qt::KeyboardModifiers hel
     }
     if (alive)
         QTest::mouseRelease(target, Qt::LeftButton, held, to);
-}
-
-void Walker::wheel(QWidget* target, const QPoint& at) {
-    QWheelEvent turned(at, target->mapToGlobal(QPointF(at)), {}, {0, oneIn(2) ? 120 : -120}, Qt::NoButton,
-                       Qt::NoModifier, Qt::NoScrollPhase, false);
-    QApplication::sendEvent(target, &turned);
 }
 
 /// A key press or typed text in the focused widget.

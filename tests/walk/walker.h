@@ -36,7 +36,6 @@ private:
     static void doubleClick(QWidget* target, Qt::MouseButton button, Qt::KeyboardModifiers held,
                             const QPoint& at);
     void drag(QWidget* target, const QPoint& from, Qt::KeyboardModifiers held);
-    void wheel(QWidget* target, const QPoint& at);
     void press();
     void paste();
     forms::Answer answer(const forms::Message& message);
