@@ -46,7 +46,7 @@ protected:
 TEST_F(MainWindowTest, theStoreInTheHomeIsUsedElseOneIsLocatedOrTheProgramEnds) {
     ado::SQLConfigDataSource(4, u"d"_s, u"DSN=gwl"_s + QChar(0) + u"DBQ=/nowhere/other.mdb");
     EXPECT_TRUE(toCreateDSN(u"gwl"_s, found));
-    EXPECT_EQ(ado::dataSourcePath(u"gwl"_s), path(u"Tallywell.mdb"_s));
+    EXPECT_EQ(ado::dataSource(u"gwl"_s).value(u"DBQ"_s), path(u"Tallywell.mdb"_s));
     removeStore();
     expectNotFound(Answer::Cancel);
     EXPECT_FALSE(toCreateDSN(u"gwl"_s, found));

@@ -2,6 +2,7 @@
 #include "platform/ado/connection.h"
 
 #include "platform/ado/datasources.h"
+#include "platform/ado/mariasession.h"
 #include "platform/ado/password.h"
 #include "platform/ado/sqlitesession.h"
 
@@ -10,12 +11,12 @@ using namespace Qt::StringLiterals;
 namespace ado {
 namespace {
 
-QString partOf(const QString& connectionString, const QString& key) {
-    for (const QString& part : connectionString.split(u';')) {
-        if (part.section(u'=', 0, 0).trimmed().compare(key, Qt::CaseInsensitive) == 0)
-            return part.section(u'=', 1);
-    }
-    return {};
+/// The parts of a connection string by their names in capitals.
+QMap<QString, QString> partsOf(const QString& connectionString) {
+    QMap<QString, QString> parts;
+    for (const QString& part : connectionString.split(u';', Qt::SkipEmptyParts))
+        parts.insert(part.section(u'=', 0, 0).trimmed().toUpper(), part.section(u'=', 1));
+    return parts;
 }
 
 } // namespace
@@ -27,11 +28,27 @@ Connection::~Connection() {
 }
 
 void Connection::Open() {
-    const QString name = partOf(ConnectionString, u"DSN"_s);
-    const QString path = dataSourcePath(name);
-    if (path.isEmpty())
-        open->fail({number::dataSource, u"Data source name '"_s + name + u"' not found."});
-    openFile(path, partOf(ConnectionString, u"PWD"_s), false);
+    const QMap<QString, QString> parts = partsOf(ConnectionString);
+    QMap<QString, QString> source = parts;
+    if (const QString name = parts.value(u"DSN"_s); !name.isEmpty())
+        source = dataSource(name);
+    const QString password = parts.value(u"PWD"_s);
+    if (source.contains(u"DBQ"_s))
+        openFile(source[u"DBQ"_s], password, false);
+    else if (source.contains(u"SERVER"_s) || source.contains(u"SOCKET"_s))
+        openServer(source, password);
+    else
+        open->fail({number::dataSource, u"Data source name '"_s + parts.value(u"DSN"_s) + u"' not found."});
+}
+
+void Connection::openServer(const QMap<QString, QString>& source, const QString& password) {
+    const auto server = std::make_shared<MariaSession>();
+    open = server;
+    server->open({.hosts = source.value(u"SERVER"_s).split(u',', Qt::SkipEmptyParts),
+                  .socket = source.value(u"SOCKET"_s),
+                  .database = source.value(u"DATABASE"_s),
+                  .user = source.value(u"UID"_s),
+                  .password = password});
 }
 
 void Connection::OpenReadOnly(const QString& path, const QString& password) {
@@ -70,7 +87,7 @@ const ErrorList& Connection::Errors() const {
 
 void Connection::Execute(const QString& sql) {
     open->requireOpen();
-    Prepared statement = open->prepare(open->recorded([&] { return translate(sql); }));
+    Prepared statement = open->prepare(open->recorded([&] { return translate(sql, open->target()); }));
     while (statement.step()) {
     }
 }

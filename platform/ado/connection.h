@@ -3,6 +3,7 @@
 
 #include "platform/ado/error.h"
 
+#include <QMap>
 #include <QStringList>
 
 #include <memory>
@@ -21,11 +22,12 @@ public:
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
 
-    /// "DSN=name;UID=;PWD=password;"
+    /// "DSN=name;UID=;PWD=password;", or for a server without a data source its attributes instead, as
+    /// datasources.h names them: "SOCKET=path;DATABASE=name;UID=user;PWD=password;"
     QString ConnectionString;
 
-    /// Opens the file of the data source and checks the password. A file that can only be read is opened for
-    /// reading.
+    /// Opens the file of the data source and checks the password, or connects to its server. A file that can
+    /// only be read is opened for reading.
     void Open();
     /// Opens a database file by its path, for reading only, and checks the password.
     void OpenReadOnly(const QString& path, const QString& password);
@@ -40,8 +42,8 @@ public:
     /// Runs one statement that returns no rows.
     void Execute(const QString& sql);
 
-    /// Transactions do not nest. A transaction takes the write lock at its start, so that another program's
-    /// lock is met before anything is changed.
+    /// Transactions do not nest. In a file a transaction takes the write lock at its start, so that another
+    /// program's lock is met before anything is changed; a server locks the records that are written.
     void BeginTrans();
     void CommitTrans();
     /// Does nothing without an open transaction.
@@ -54,12 +56,14 @@ public:
     int SchemaVersion();
 
     /// Copies the committed state of the whole database into a file; an existing one is replaced only when
-    /// the copy is complete and a check has found no damage in it. Only its owner can read it.
+    /// the copy is complete and a check has found no damage in it. Only its owner can read it. Fails with
+    /// number::onServer for a server.
     void BackupTo(const QString& path);
 
     const std::shared_ptr<Session>& session() const { return open; }
 
 private:
+    void openServer(const QMap<QString, QString>& source, const QString& password);
     void openFile(const QString& path, const QString& password, bool readOnly);
 
     std::shared_ptr<Session> open;

@@ -17,12 +17,14 @@ QString dataSourceRegistry() {
 
 namespace {
 
-/// The sources that this run has written; without a path where writing failed. The registry's entry may be
-/// older or written by another program since, and lead to another file.
-QHash<QString, QString> ownSources;
+using Entry = QMap<QString, QString>;
 
-QMap<QString, QString> entryOf(QSettings& registry, const QString& name) {
-    QMap<QString, QString> entry;
+/// The sources that this run has written; empty where writing failed. The registry's entry may be older or
+/// written by another program since, and lead to another store.
+QHash<QString, Entry> ownSources;
+
+Entry entryOf(QSettings& registry, const QString& name) {
+    Entry entry;
     registry.beginGroup(name);
     for (const QString& key : registry.childKeys())
         entry.insert(key, registry.value(key).toString());
@@ -33,15 +35,15 @@ QMap<QString, QString> entryOf(QSettings& registry, const QString& name) {
 } // namespace
 
 int SQLConfigDataSource(int request, const QString& driver, const QString& attributes) {
-    QHash<QString, QString> values;
+    Entry entry;
     for (const QString& attribute : attributes.split(u'\0', Qt::SkipEmptyParts))
-        values.insert(attribute.section(u'=', 0, 0).toUpper(), attribute.section(u'=', 1));
-    const QString name = values.value(u"DSN"_s);
-    if (request != AddSystemSource || name.isEmpty() || name.contains(u'/') || !values.contains(u"DBQ"_s))
+        entry.insert(attribute.section(u'=', 0, 0).toUpper(), attribute.section(u'=', 1));
+    const QString name = entry.take(u"DSN"_s);
+    const bool leads = entry.contains(u"DBQ"_s) || entry.contains(u"SERVER"_s) || entry.contains(u"SOCKET"_s);
+    if (request != AddSystemSource || name.isEmpty() || name.contains(u'/') || !leads)
         return 0;
+    entry.insert(u"Driver"_s, driver.section(u'\0', 0, 0));
     QSettings registry(dataSourceRegistry(), QSettings::IniFormat);
-    const QMap<QString, QString> entry{{u"DBQ"_s, values.value(u"DBQ"_s)},
-                                       {u"Driver"_s, driver.section(u'\0', 0, 0)}};
     bool written = entryOf(registry, name) == entry; // usually unchanged, which saves waiting for the disk
     if (!written) {
         registry.remove(name);
@@ -50,15 +52,15 @@ int SQLConfigDataSource(int request, const QString& driver, const QString& attri
         registry.sync();
         written = registry.status() == QSettings::NoError;
     }
-    ownSources.insert(name, written ? values.value(u"DBQ"_s) : QString());
+    ownSources.insert(name, written ? entry : Entry());
     return written ? 1 : 0;
 }
 
-QString dataSourcePath(const QString& name) {
+QMap<QString, QString> dataSource(const QString& name) {
     if (ownSources.contains(name))
         return ownSources.value(name);
-    const QSettings registry(dataSourceRegistry(), QSettings::IniFormat);
-    return registry.value(name + u"/DBQ").toString();
+    QSettings registry(dataSourceRegistry(), QSettings::IniFormat);
+    return entryOf(registry, name);
 }
 
 } // namespace ado

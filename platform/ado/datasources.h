@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QMap>
 #include <QString>
 
 namespace ado {
@@ -10,13 +11,15 @@ enum DataSourceRequest { AddSystemSource = 4 };
 
 /// Writes a data source into the user's registry of data sources, an ini file in the user's configuration
 /// folder with a section for each source. AddSystemSource replaces the section; other requests fail. driver:
-/// the driver's name and a NUL. attributes: "DSN=name", NUL, "DBQ=path", NUL. Returns 1 on success and 0 on
-/// failure; the name is then unresolved, since an older entry would lead to another file.
+/// the driver's name and a NUL. attributes: "DSN=name", NUL, then for a file "DBQ=path", NUL, and for a
+/// server "SERVER=host[:port],..." or "SOCKET=path", "DATABASE=name" and "UID=user", a NUL after each.
+/// Returns 1 on success and 0 on failure; the name is then unresolved, since an older entry would lead to
+/// another store.
 int SQLConfigDataSource(int request, const QString& driver, const QString& attributes);
 
-/// The database file of a data source; empty when there is none of that name. An entry that this program has
-/// written is valid for its whole run, even if another program rewrites it.
-QString dataSourcePath(const QString& name);
+/// The attributes of a data source by their names in capitals; none when there is none of that name. An entry
+/// that this program has written is valid for its whole run, even if another program rewrites it.
+QMap<QString, QString> dataSource(const QString& name);
 
 /// Path of the registry.
 QString dataSourceRegistry();

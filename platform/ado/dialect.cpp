@@ -182,6 +182,7 @@ public:
                          (count == 4 || reads(4, "where"_L1) || reads(4, "order"_L1));
         return one ? tokens[at[3]].text : QStringView();
     }
+    bool selectsWholeTable() const { return count == 4 && !selectedTable().isEmpty(); }
 
 private:
     const Tokens& tokens;
@@ -189,9 +190,11 @@ private:
     std::size_t count = 0;
 };
 
-QVariant parameterOf(const Token& token, QStringView before) {
-    if (token.kind == Kind::Text)
-        return unquoted(token.text);
+QVariant parameterOf(const Token& token, QStringView before, Target target) {
+    if (token.kind == Kind::Text) {
+        const bool escapes = target == Target::MariaDb && before.compare("like"_L1, Qt::CaseInsensitive) == 0;
+        return escapes ? unquoted(token.text).replace(u"\\"_s, u"\\\\"_s) : unquoted(token.text);
+    }
     if (token.kind == Kind::Date)
         return isoDate(token.text);
     if (token.kind == Kind::Number && isComparison(before))
@@ -199,28 +202,54 @@ QVariant parameterOf(const Token& token, QStringView before) {
     return {};
 }
 
+void appendWord(QString& sql, const Token& word, QStringView before, Target target) {
+    if (before == u".")
+        sql += u'"' + word.text + u'"';
+    else if (word.is("true"_L1))
+        sql += u"-1";
+    else if (word.is("false"_L1))
+        sql += u"0";
+    else if (target == Target::MariaDb)
+        sql += word.text.toString().toLower();
+    else
+        sql += word.text;
+}
+
+/// Appends the engine's text for a token that is no parameter.
+void append(QString& sql, const Token& token, QStringView before, Target target) {
+    if (token.kind == Kind::Word)
+        appendWord(sql, token, before, target);
+    else if (token.kind == Kind::Quoted && token.text.startsWith(u'['))
+        sql += quoted(token.text.sliced(1, token.text.size() - 2).toString());
+    else if (token.kind == Kind::Symbol && token.text == u"==")
+        sql += u'=';
+    else
+        sql += token.text;
+}
+
 } // namespace
 
-Statement translate(const QString& text) {
+QString quoted(const QString& name) {
+    return u'"' + QString(name).replace(u'"', u"\"\""_s) + u'"';
+}
+
+Statement translate(const QString& text, Target target) {
     const Tokens tokens = statementTokens(text);
     const Beginning beginning(tokens);
     const qsizetype dropped = beginning.starToDrop();
-    Statement result{.table = beginning.selectedTable().toString()};
+    Statement result{.table = beginning.selectedTable().toString(),
+                     .isWholeTable = beginning.selectsWholeTable()};
+    if (target == Target::MariaDb)
+        result.table = result.table.toLower();
     result.sql.reserve(text.size());
     QStringView before; // the last token that is no blank
     for (qsizetype i = 0; i < tokens.size(); ++i) {
         const Token& token = tokens[i];
-        if (const QVariant parameter = parameterOf(token, before); parameter.isValid()) {
+        if (const QVariant parameter = parameterOf(token, before, target); parameter.isValid()) {
             result.parameters.append(parameter);
             result.sql += u'?';
-        } else if (token.kind == Kind::Word && before == u".") {
-            result.sql += u'"' + token.text + u'"';
-        } else if (token.is("true"_L1)) {
-            result.sql += u"-1";
-        } else if (token.is("false"_L1)) {
-            result.sql += u"0";
         } else if (i != dropped) {
-            result.sql += token.text;
+            append(result.sql, token, before, target);
         }
         if (token.kind != Kind::Space)
             before = token.text;

@@ -15,6 +15,7 @@ inline constexpr int objectClosed = 3704;    ///< the connection or recordset is
 inline constexpr int syntax = -3100;         ///< a text or date literal is unclosed or invalid
 inline constexpr int afterEnd = -3142;       ///< more than one statement in one text
 inline constexpr int notWritable = -3251;    ///< writing a read-only recordset or a query of several tables
+inline constexpr int onServer = -3270;       ///< only a database in a file does this
 inline constexpr int password = -1905;       ///< the password is not the file's
 inline constexpr int dataSource = -1907;     ///< the data source is not registered or its file is missing
 } // namespace number

@@ -30,7 +30,7 @@ void Recordset::Open(const QString& sql, Connection& connection, Lock lock) {
     Close();
     const std::shared_ptr<Session>& opened = connection.session();
     opened->requireOpen();
-    Statement statement = opened->recorded([&] { return translate(sql); });
+    Statement statement = opened->recorded([&] { return translate(sql, opened->target()); });
     if (lock == Lock::Optimistic) {
         const QString key = statement.table.isEmpty() ? QString() : opened->keyOf(statement.table);
         if (key.isEmpty())
@@ -48,7 +48,9 @@ void Recordset::Open(const QString& sql, Connection& connection, Lock lock) {
     exhausted = false;
     changed.assign(columns->size(), false);
     pending.assign(columns->size(), {});
-    fetch();
+    // A whole table is opened to add to it, which is to cost the same on a large one, on any engine.
+    if (lock == Lock::ReadOnly || !statement.isWholeTable)
+        fetch();
 }
 
 void Recordset::Close() {
@@ -77,8 +79,7 @@ bool Recordset::fetch() {
         source = Prepared(); // releases the read lock
         return false;
     }
-    for (std::size_t i = 0; i < columns->size(); ++i)
-        cells.push_back(source.column(static_cast<int>(i), (*columns)[i].type));
+    source->takeRow(cells);
     return true;
 }
 

@@ -35,9 +35,9 @@ private:
     int column;
 };
 
-/// The records of one select, fetched on demand: opening fetches one at most, so that Eof is known at once;
-/// RecordCount and MoveLast fetch all. Closing and destroying release everything. Every operation that fails
-/// throws Failure and, when the store failed, records it in the connection's errors.
+/// The records of one select, fetched on demand: opening fetches one at most, and none of a whole table that
+/// can be written; RecordCount and MoveLast fetch all. Closing and destroying release everything. Every
+/// operation that fails throws Failure and, when the store failed, records it in the connection's errors.
 class Recordset {
 public:
     enum class Lock { ReadOnly, Optimistic };

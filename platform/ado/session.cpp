@@ -12,10 +12,6 @@ constexpr std::size_t mostKept = 64;
 
 } // namespace
 
-QString quoted(const QString& name) {
-    return u'"' + QString(name).replace(u'"', u"\"\""_s) + u'"';
-}
-
 Prepared::Prepared(std::shared_ptr<Session> owner, std::shared_ptr<Compiled> statement)
     : session(std::move(owner)), compiled(std::move(statement)) {
     compiled->onLoan = true;

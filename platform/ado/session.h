@@ -12,9 +12,6 @@
 
 namespace ado {
 
-/// A name quoted for use in a statement, whatever characters it contains.
-QString quoted(const QString& name);
-
 struct Column {
     QString name;
     QString quoted;
@@ -38,6 +35,8 @@ public:
     virtual QVariant column(int index) const = 0;
     /// Likewise, converted by fromStore for a column of that type.
     virtual QVariant column(int index, ColumnType type) const = 0;
+    /// Appends the values of all columns, converted for their declared types.
+    virtual void takeRow(std::vector<QVariant>& cells) const = 0;
     /// Whether it changes nothing in the store.
     virtual bool isReading() const = 0;
     /// Releases the rows, the locks and the bound values.

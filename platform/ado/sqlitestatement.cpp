@@ -80,6 +80,11 @@ QVariant SqliteStatement::column(int index, ColumnType type) const {
     return fromIso(QLatin1StringView(text, sqlite3_column_bytes(handle, index)));
 }
 
+void SqliteStatement::takeRow(std::vector<QVariant>& cells) const {
+    for (std::size_t i = 0; i < columns->size(); ++i)
+        cells.push_back(column(static_cast<int>(i), (*columns)[i].type));
+}
+
 bool SqliteStatement::isReading() const {
     return sqlite3_stmt_readonly(handle) != 0;
 }

@@ -20,6 +20,7 @@ public:
     bool step() override;
     QVariant column(int index) const override;
     QVariant column(int index, ColumnType type) const override;
+    void takeRow(std::vector<QVariant>& cells) const override;
     bool isReading() const override;
     void reset() override;
 

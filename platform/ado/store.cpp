@@ -23,8 +23,10 @@ void createStore(const QString& path, const QByteArray& script, const QString& p
     if (!makeOwnersFile(beside))
         session->fail({SQLITE_CANTOPEN, u"'"_s + beside + u"' cannot be written."});
     session->open(beside);
+    session->begin(); // one sync for all
     session->runScript(script);
     setPassword(*session, password);
+    session->commit();
     session->close();
     if ((QFile::exists(path) && !QFile::remove(path)) || !QFile::rename(beside, path))
         session->fail({SQLITE_CANTOPEN, u"'"_s + path + u"' cannot be written."});

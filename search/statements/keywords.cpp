@@ -62,5 +62,5 @@ QString searchSql(SearchPass pass, const QStringList& keywords) {
 
 QString hitInsertion(SearchPass pass, const QStringList& keywords) {
     return u"insert into search (sdate, [Desc], Id, custname, tablename) select "_s + fieldsOf(pass) +
-           u" from (" + searchSql(pass, keywords) + u")";
+           u" from (" + searchSql(pass, keywords) + u") as hits";
 }

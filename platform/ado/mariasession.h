@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/ado/session.h"
+
+#include <QHash>
+
+#include <mysql.h>
+
+namespace ado {
+
+/// Where a database server is and who asks.
+struct ServerAddress {
+    QStringList hosts; ///< each with or without ":port"; the first that answers is taken
+    QString socket;    ///< of a server on this computer; then there are no hosts
+    QString database;
+    QString user;
+    QString password;
+};
+
+/// A store on a MariaDB server, 10.11 or later. Its texts compare by the collation of serverscript.h, its
+/// statements wait two seconds at most for another program's locks. A failure that ends the connection closes
+/// the session.
+class MariaSession final : public Session {
+public:
+    ~MariaSession() override { MariaSession::close(); }
+
+    /// A host is connected to through TLS only, with its certificate checked.
+    void open(const ServerAddress& address);
+    using Session::fail;
+    [[noreturn]] void fail(int code, const QString& words);
+
+    Target target() const override { return Target::MariaDb; }
+    bool isOpen() const override { return connection != nullptr; }
+    void close() override;
+    void begin() override;
+    void commit() override;
+    void rollback() override;
+    bool isInTransaction() const override { return inTransaction; }
+    qlonglong lastKey() const override;
+    qlonglong changedRows() const override;
+    QString keyOf(const QString& table) override;
+    Columns columnsOf(const QString& name) override;
+    QStringList tables() override;
+    int schemaVersion() override;
+    /// Changes of tables commit on a server, so a transaction does not hold the script together.
+    void runScript(const QByteArray& script) override;
+    void backupTo(const QString& path) override;
+
+private:
+    std::shared_ptr<Compiled> compile(const QString& sql) override;
+    void connectTo(const QString& host);
+    void run(const QString& sql);
+    /// The rows of a statement without parameters; none for a table that does not exist.
+    QList<QStringList> rowsOf(const QString& sql);
+
+    MYSQL* connection = nullptr;
+    ServerAddress server;
+    bool inTransaction = false;
+    QHash<QString, QString> keys; ///< those found by keyOf
+};
+
+} // namespace ado
