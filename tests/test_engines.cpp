@@ -1,0 +1,299 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "tests/support/enginestest.h"
+
+#include <QElapsedTimer>
+
+#include <future>
+
+using namespace Qt::StringLiterals;
+using Lock = ado::Recordset::Lock;
+
+namespace {
+
+TEST_F(EnginesTest, theScriptsMakeTheSameTables) {
+    QStringList names;
+    for (const QString& name : file.Tables()) {
+        if (file.session()->columnsOf(name).empty() || name.startsWith(u"sqlite_") ||
+            name.contains(u"password"))
+            continue; // an index, or what a file keeps for itself
+        SCOPED_TRACE(name.toStdString());
+        names << name;
+        onBoth([&](ado::Connection& store) {
+            QStringList columns;
+            for (const ado::Column& column : store.session()->columnsOf(name))
+                columns << column.name + u' ' + QString::number(static_cast<int>(column.type));
+            return columns;
+        });
+        onBoth([&](ado::Connection& store) {
+            const ado::Recordset records(u"select * from [" + name + u']', store);
+            return QStringList(QString::number(records.FieldCount()));
+        });
+        EXPECT_EQ(file.session()->isTable(name), server.session()->isTable(name));
+    }
+    EXPECT_EQ(names.size(), 38);
+    EXPECT_EQ(server.SchemaVersion(), 2);
+    EXPECT_EQ(server.SchemaVersion(), file.SchemaVersion());
+}
+
+TEST_F(EnginesTest, fieldsKeepWhatIsWritten) {
+    const QString texts[] = {u""_s,
+                             u" "_s,
+                             u"trailing  "_s,
+                             u"O'Hara said \"no\" \\ %_"_s,
+                             u"Zoë, Ærø, Straße, ΣΊΣΥΦΟΣ, İstanbul"_s,
+                             u"e\u0301 is not composed"_s,
+                             u"Grüße 😀 👩‍🔧"_s,
+                             u"a\r\nb\tc\x01\x1f\x7f"_s,
+                             QString(100000, u'ß')};
+    for (const QString& text : texts) {
+        for (ado::Connection* store : {&file, &server})
+            add(*store, u"standardmessage"_s, {{"customerid", 7}, {"standardmessage", text}});
+    }
+    const QStringList kept = found(u"select standardmessage from standardmessage where customerid=7"_s);
+    for (qsizetype i = 0; i < kept.size(); ++i)
+        EXPECT_EQ(kept[i], u"QString "_s + texts[i]);
+    EXPECT_EQ(kept.size(), 9);
+    for (ado::Connection* store : {&file, &server}) {
+        add(*store, u"reportlinktable"_s, {{"sdate", QDate(1000, 1, 1)}, {"Type", true}, {"score", -32768}});
+        add(*store, u"reportlinktable"_s,
+            {{"sdate", QDate(9999, 12, 31)}, {"Type", false}, {"weightage", u"2.5"_s}});
+        add(*store, u"reportlinktable"_s,
+            {{"sdate", u"29/02/2004"_s}, {"custid", 2147483647}, {"Type", ado::Null}});
+        add(*store, u"scattertable"_s, {{"wt", 3.456}, {"sc", u"1234567.125"_s}});
+        add(*store, u"linetable"_s, {{"sindex", 0.1F}, {"sdate", ado::Null}});
+        add(*store, u"linetable"_s, {{"sindex", 1.0 / 3}});
+        add(*store, u"log"_s, {});
+    }
+    const QStringList marks = found(u"select * from reportlinktable"_s);
+    EXPECT_EQ(marks[0], u"-|-|-|-|QDate 01/01/1000|-|-|-|-|bool True|qlonglong -32768|-"_s);
+    EXPECT_EQ(found(u"select wt,sc from scattertable"_s), QStringList{u"double 3.456|double 1234567.125"_s});
+    EXPECT_EQ(found(u"select sindex from linetable"_s)[0], u"float 0.1"_s);
+    EXPECT_EQ(found(u"select * from log"_s)[0], u"-|-|-|-|-|-|bool False"_s);
+    found(
+        u"select count(*), sum(score), max(sdate), avg(score), min(type), max(weightage)+1 from reportlinktable"_s);
+}
+
+TEST_F(EnginesTest, textsCompareWithoutCaseAndWithAccents) {
+    const char16_t* names[] = {u"Émile",  u"éMILE",   u"Emile",   u"emile ", u"Straße", u"Strasse",
+                               u"STRAẞE", u"σίσυφος", u"ΣΊΣΥΦΟΣ", u"İzmir",  u"izmir",  u"Izmir",
+                               u"ızmir",  u"a_b",     u"a%b",     u"a\\b",   u"aXb",    u"😀",
+                               u"😁",      u"",        u" ",       u"Ærø",    u"ÆRØ"};
+    for (const char16_t* name : names) {
+        for (ado::Connection* store : {&file, &server})
+            add(*store, u"customer"_s, {{"custname", QString::fromUtf16(name)}});
+    }
+    int equal = 0;
+    for (const char16_t* name : names) {
+        const QString text = QString::fromUtf16(name);
+        equal +=
+            static_cast<int>(found(u"select custid from customer where custname='"_s + text + u"'").size());
+        for (const QString& like :
+             QStringList{text, u"%"_s + text + u'%', u"_"_s + text.mid(1), text.left(2) + u'%'})
+            found(u"select custid from customer where custname like '"_s + like + u"' order by custid");
+    }
+    EXPECT_EQ(equal, 33) << "five pairs, twice each, and the others once";
+    EXPECT_EQ(found(u"select custid from customer where custname like 'ÆRØ'"_s).size(), 2);
+    EXPECT_EQ(found(u"select count(*) from (select distinct(custname) from customer) as names"_s),
+              QStringList{u"qlonglong 18"_s});
+    // The order of letters with and without accents is the engine's own.
+    runOnBoth(u"delete * from customer where custid>2 and custid<100"_s);
+    for (const QString& name :
+         {u"beta"_s, u"Alpha"_s, u"alpha 2"_s, u"Beta"_s, u"10"_s, u"9"_s, u""_s, u"gamma"_s})
+        runOnBoth(u"insert into customer (custname, address) values ('"_s + name + u"', 'new')");
+    EXPECT_EQ(found(u"select custname from customer where address='NEW' order by custname desc, custid"_s),
+              QStringList({u"QString gamma"_s, u"QString beta"_s, u"QString Beta"_s, u"QString alpha 2"_s,
+                           u"QString Alpha"_s, u"QString 9"_s, u"QString 10"_s, u"QString "_s}));
+    EXPECT_EQ(
+        found(u"select custid from customer where custname < 'BETA' and address='new' order by custid"_s)
+            .size(),
+        5);
+}
+
+TEST_F(EnginesTest, theProgramsLookUpsFindTheSameRows) {
+    for (
+        const QString& content :
+        {u"insert into customer (custname, address) values ('Alpha', 'x'), ('beta', 'y')"_s,
+         u"insert into respondent (custid, respondentname) values (1,'Ann'), (1,'Bob'), (2,'Cid')"_s,
+         u"insert into parameter (parametername) values ('Speed'), ('Care')"_s,
+         u"insert into questions (question, type, paramid) values ('How fast?', True, 1), ('Why?', False, 1),"
+         u" ('How kind?', True, 2)"_s,
+         u"insert into survey (sdate, custid) values (#03/05/2002#, 1), (# 05/03/2002#, 1), (#05/03/2002#, 2)"_s,
+         u"insert into responquesindex values (1,1,1,2), (1,2,1,1), (1,3,1,3), (2,1,1,1), (3,1,3,1)"_s,
+         u"insert into feedbackobjective (respondentid, questionid, surveyid, surveydate, score, weightage)"
+         u" values (1,1,1,#03/05/2002#,7,5), (1,3,1,#03/05/2002#,0,5), (2,1,2,#05/03/2002#,9,2)"_s,
+         u"insert into feedbackdescriptive (respondentid, questionid, surveyid, surveydate, description)"
+         u" values (1,2,1,#03/05/2002#,'Because 50% are late')"_s,
+         u"insert into actionplan (customerid, [Date], [Action]) values (1, #03/06/2002#, 'Hurry')"_s,
+         u"insert into reading (started, undone) values ('2026-01-01T10:00:00', null), ('2026-01-02T10:00:00', 'x')"_s,
+         u"insert into readingfile (readingid, filename, answers) values (1, 'a.xls', '[]'), (2, 'b.xls', null)"_s,
+         u"insert into log (custname, respid, xlsfilename, sdate) values ('Alpha', 1, '1.xls', #03/05/2002#)"_s})
+        runOnBoth(content);
+    const std::pair<int, QString> table[] = {
+        {1, u"select * from Customer where CustName='ALPHA'"_s},
+        {3, u"select * from responquery where respondentid=1 and surveyid=1 order by responquery.order"_s},
+        {3, u"select * from existingsurvey"_s},
+        {1,
+         u"select * from existingsurvey where sdate=#03/05/2002# and custname='alpha' and respondentname='ANN'"_s},
+        {2,
+         u"select distinct(parametername) from responquery where custname='Alpha' order by parametername"_s},
+        {3, u"select distinct(question),type from param order by question"_s},
+        {2,
+         u"select * from objquery where custid=1 and weightage <>0 and score <>0 order by surveydate desc"_s},
+        {1,
+         u"select * from scatterqry where custname='Alpha' and surveydate between #03/06/2002# and #05/03/2002#"_s},
+        {2, u"select * from scatter where sdate=#03/05/2002#"_s},
+        {1, u"select * from descquery where( question like '%zz%' or description like '%50%% LATE')"_s},
+        {1, u"select * from action where custname='Alpha' and date>=#03/06/2002# order by date"_s},
+        {1, u"select custid as [a \"b] from customer where custid == 2;"_s},
+        {1, u"select 1 from customer union all select 1 from parameter limit 1"_s},
+        {2, u"select reading.readingid, started, count(*) as files from reading join readingfile on"
+            u" readingfile.readingid=reading.readingid group by reading.readingid order by started desc"_s},
+        {1,
+         u"select readingfile.*, started from readingfile join reading on reading.readingid="
+         u"readingfile.readingid where readingfile.readingid in (select readingid from reading where undone is null)"_s},
+        {1, u"select count(*) from reading where started<'2026-01-02T00:00:00'"_s},
+        {1, u"select max(surveydate), min(score), sum(weightage) from feedbackobjective where surveyid=1"_s}};
+    for (const auto& [count, sql] : table)
+        EXPECT_EQ(found(sql).size(), count) << sql.toStdString();
+    runOnBoth(
+        u"insert into search (sdate, [Desc], Id, custname) select surveydate, 'It''s', 2+1, custname from"
+        u" (select * from objquery where( question like '%FAST%')) as hits"_s);
+    EXPECT_EQ(found(u"select * from search where ID=3 and search.desc='IT''S'"_s).size(), 2);
+    runOnBoth(
+        u"update readingfile set answers=null where readingid in (select readingid from reading where undone is null)"_s);
+    runOnBoth(u"delete * from Survey where sdate=#05/03/2002# and custid=1"_s);
+    runOnBoth(u"delete * from customer where custid=1"_s);
+    for (const QString& left : {u"survey"_s, u"respondent"_s, u"objquery"_s, u"readingfile"_s, u"log"_s})
+        found(u"select * from "_s + left);
+    runOnBoth(u"delete * from customer"_s);
+    runOnBoth(u"insert into customer (custname) values ('new')"_s);
+    EXPECT_EQ(found(u"select custid from customer"_s), QStringList{u"qlonglong 3"_s})
+        << "a number is given once";
+}
+
+TEST_F(EnginesTest, recordsAreWrittenWhileOthersAreRead) {
+    const auto numbered = [](ado::Connection& store) {
+        QStringList steps;
+        store.BeginTrans();
+        ado::Recordset settings(u"select * from programsetting"_s, store, Lock::Optimistic);
+        for (int i = 1; i <= 40; ++i) {
+            settings.AddNew();
+            settings["name"] = u"n%1"_s.arg(i);
+            settings.Update();
+        }
+        store.CommitTrans();
+        ado::Recordset all(u"select * from Programsetting"_s, store, Lock::Optimistic);
+        for (; !all.Eof(); all.MoveNext()) { // two more are open in each turn
+            ado::Recordset same(u"select * from programsetting where name='"_s + all["name"].Text() + u"'",
+                                store, Lock::Optimistic);
+            add(store, u"protocol"_s, {{"what", all["name"].Text()}});
+            same["content"] = u"c"_s + all["name"].Text();
+            same.Update();
+            all["content"] = same["content"].Text() + u'!';
+            all.Update();
+            steps << all["content"].Text();
+        }
+        store.BeginTrans();
+        store.Execute(u"delete * from programsetting where name<>'n7'"_s);
+        steps << failureOf([&] {
+            all.MoveFirst();
+            all["content"] = u"late"_s;
+            all.Update();
+        });
+        add(store, u"protocol"_s, {{"what", u"undone"_s}});
+        store.RollbackTrans();
+        steps << QString::number(store.InTransaction());
+        return steps;
+    };
+    const QStringList steps = onBoth(numbered);
+    EXPECT_EQ(steps[39], u"cn40!"_s);
+    EXPECT_EQ(steps[40], u"The record has been deleted meanwhile."_s);
+    EXPECT_EQ(found(u"select * from programsetting"_s).size(), 40);
+    EXPECT_EQ(found(u"select * from protocol"_s).size(), 40);
+}
+
+TEST_F(EnginesTest, failuresLeaveTheConnectionUsable) {
+    for (const QString& sql :
+         QStringList{u"selct 1"_s, u"select * from nowhere"_s, u"select nothing from log"_s,
+                     u"insert into respondent (custid) values (99)"_s, u"update customer set custid=1"_s,
+                     u"insert into programsetting (name) values ('A'), ('a')"_s,
+                     u"insert into parameter (parametername) values ('"_s + QString(256, u'é') + u"')"}) {
+        runOnBoth(u"insert into customer (custname) values ('x'), ('y')"_s);
+        for (ado::Connection* store : {&file, &server}) {
+            EXPECT_NE(failureOf([&] { store->Execute(sql); }), QString()) << sql.toStdString();
+            EXPECT_EQ(store->Errors().Count(), 1);
+        }
+        found(u"select * from customer"_s);
+    }
+    runOnBoth(u"insert into parameter (parametername) values ('"_s + QString(255, u'é') + u"')");
+    EXPECT_EQ(found(u"select * from programsetting"_s).size(), 0);
+    const auto refused = [](ado::Connection& store) {
+        ado::Recordset open(u"select * from customer"_s, store);
+        QStringList said{failureOf([&] { ado::Recordset(u"delete * from log"_s, store); }), failureOf([&] {
+                             ado::Recordset(u"select * from param"_s, store, Lock::Optimistic);
+                         })};
+        store.Close();
+        return said << failureOf([&] { store.Execute(u"select 1"_s); }) << QString::number(store.State());
+    };
+    EXPECT_EQ(onBoth(refused)[2], u"Operation is not allowed when the object is closed."_s);
+}
+
+TEST_F(EnginesTest, theServersFaultsAreClearAndBounded) {
+    const auto saying = [](QString connection, const QString& part, const QString& other) {
+        ado::Connection store;
+        store.ConnectionString = connection.replace(part, other);
+        return failureOf([&] { store.Open(); });
+    };
+    const QString good = server.ConnectionString;
+    EXPECT_EQ(saying(good, u"secret"_s, u"wrong"_s),
+              u"The database server does not accept the user 'tester' or the password."_s);
+    EXPECT_EQ(saying(good, u"tally"_s, u"nowhere"_s), u"The database server has no database 'nowhere'."_s);
+    EXPECT_EQ(saying(good, u"tester;PWD=secret"_s, u"guest;PWD=guest"_s),
+              u"The user 'guest' may not use the database 'tally'."_s);
+    EXPECT_TRUE(saying(good, u"/socket"_s, u"/none"_s).endsWith(u"/none' cannot be reached."_s));
+
+    server.Execute(u"insert into customer (custname) values ('a'), ('b')"_s);
+    ado::Connection other;
+    other.ConnectionString = good;
+    other.Open();
+    other.BeginTrans();
+    other.Execute(u"update customer set custname='B' where custid=2"_s);
+    QElapsedTimer waited;
+    waited.start();
+    EXPECT_EQ(failureOf([&] { server.Execute(u"delete * from customer where custid=2"_s); }),
+              u"The same records are being changed by someone else. Try again in a moment."_s);
+    EXPECT_LT(waited.elapsed(), 4000);
+    server.Execute(u"kill "_s + rows(other, u"select connection_id()"_s)[0].section(u' ', 1));
+    EXPECT_TRUE(failureOf([&] {
+                    other.CommitTrans();
+                }).startsWith(u"The connection to the database server is lost."_s));
+    EXPECT_FALSE(other.InTransaction());
+    EXPECT_EQ(other.State(), ado::StateClosed);
+    other.Open();
+    EXPECT_EQ(rows(other, u"select custname from customer where custid=2"_s), QStringList{u"QString b"_s});
+}
+
+TEST_F(EnginesTest, aDeadlockEndsOneOfTwoTransactions) {
+    server.Execute(u"insert into customer (custname) values ('a'), ('b')"_s);
+    ado::Connection other;
+    other.ConnectionString = server.ConnectionString;
+    other.Open();
+    server.BeginTrans();
+    server.Execute(u"update customer set custname='mine' where custid=1"_s);
+    other.BeginTrans();
+    other.Execute(u"update customer set custname='other' where custid=2"_s);
+    std::future<QString> others = std::async(std::launch::async, [&] {
+        return failureOf([&] { other.Execute(u"update customer set custname='other' where custid=1"_s); });
+    });
+    const QString mine =
+        failureOf([&] { server.Execute(u"update customer set custname='mine' where custid=2"_s); });
+    EXPECT_EQ(mine + others.get(), u"The same records have been changed by someone else at the same time. "
+                                   "Nothing of this step has been saved. Try again."_s);
+    EXPECT_NE(server.InTransaction(), other.InTransaction());
+    ado::Connection& winner = server.InTransaction() ? server : other;
+    winner.CommitTrans();
+    const QString name = mine.isEmpty() ? u"QString mine"_s : u"QString other"_s;
+    EXPECT_EQ(rows(winner, u"select custname from customer"_s), QStringList({name, name}));
+}
+
+} // namespace
