@@ -5,10 +5,13 @@
 #include "core/base/busy.h"
 #include "core/base/failure.h"
 #include "core/base/gblGlobal.h"
+#include "core/store/refusal.h"
 #include "core/store/transaction.h"
 #include "platform/forms/flexgrid.h"
 #include "platform/forms/msgbox.h"
 #include "reference/gridtools.h"
+
+#include <algorithm>
 
 CatalogueTable::CatalogueTable(forms::Form& window, const GridEditorRules& rules, forms::MSHFlexGrid* edited,
                                QLineEdit* editor, std::vector<const char*> columns)
@@ -59,13 +62,15 @@ bool CatalogueTable::fill(const QString& sql) {
     if (records.Eof())
         return false;
     const QString currentKey = key();
+    asRead.clear();
     grid->setRows(records.RecordCount() + 1);
     for (int row = 1; !records.Eof(); records.MoveNext(), ++row) {
-        for (int col = 1; const char* field : fields) {
-            const QString text = records[field].Text(); // also for Null: clears another row's text
-            grid->setTextMatrix(row, col, displayText ? displayText(col, text) : text);
-            ++col;
+        QStringList texts;
+        for (int col = 1; col <= keyColumn(); ++col) {
+            texts << shownText(col, records); // also for Null: clears another row's text
+            grid->setTextMatrix(row, col, texts.last());
         }
+        asRead[key(row)] = texts;
     }
     for (int row = 1; row < grid->Rows() && !currentKey.isEmpty(); ++row) {
         if (key(row) == currentKey)
@@ -74,14 +79,22 @@ bool CatalogueTable::fill(const QString& sql) {
     return true;
 }
 
+QString CatalogueTable::shownText(int col, ado::Recordset& record) const {
+    const QString text = record[fields[std::size_t(col - 1)]].Text();
+    return displayText ? displayText(col, text) : text;
+}
+
 void CatalogueTable::read(const QString& sql) {
     guarded([&] {
-        if (!fill(sql))
-            emptyGrid(grid);
+        if (fill(sql))
+            return;
+        asRead.clear();
+        emptyGrid(grid);
     });
 }
 
 void CatalogueTable::showNone() {
+    asRead.clear();
     emptyGrid(grid);
     if (!keepsBoxHidden || !box->isHidden()) // it would still show another owner's text
         editCurrent();
@@ -104,6 +117,8 @@ void CatalogueTable::readOf(const QString& newOwner, const QString& sql) {
 
 bool CatalogueTable::save() {
     const Busy busy(form);
+    if (!settleChanges())
+        return false;
     QString currentKey;
     const bool saved = guarded([&] {
         Transaction transaction;
@@ -128,17 +143,94 @@ bool CatalogueTable::save() {
     return true;
 }
 
+/// Whether the user has changed the cell of a stored row since the row was read.
+bool CatalogueTable::isTouched(int row, int col) const {
+    const auto read = asRead.find(key(row));
+    return read == asRead.end() || read->second.value(col - 1) != cell(row, col);
+}
+
+bool CatalogueTable::isTouched(int row) const {
+    for (int col = 1; col < keyColumn(); ++col) {
+        if (isTouched(row, col))
+            return true;
+    }
+    return false;
+}
+
+ChangedRow CatalogueTable::changedMeanwhile(int row, ado::Recordset& record) const {
+    ChangedRow changed;
+    const auto read = asRead.find(key(row));
+    if (read == asRead.end())
+        return changed;
+    for (int col = 1; col < keyColumn(); ++col) {
+        const QString before = read->second[col - 1];
+        const QString stored = shownText(col, record);
+        const QString mine = cell(row, col);
+        if (isTouched(row, col) && stored != before && toStoredText(stored) != toStoredText(mine))
+            changed.fields.push_back({grid->TextMatrix(0, col), before, stored, mine});
+    }
+    if (!changed.fields.empty())
+        changed.name = grid->TextMatrix(0, 1) + QStringLiteral(": ") + read->second[0];
+    return changed;
+}
+
+/// Asks about the rows that someone else has changed in the same fields; false when the user goes back.
+bool CatalogueTable::settleChanges() {
+    settled.clear();
+    const bool isRead = guarded([this] {
+        for (int row = 1; row < grid->Rows(); ++row) {
+            if (key(row).isEmpty() || !isTouched(row))
+                continue;
+            ado::Recordset record(selectFor(row), *cnnMain);
+            const ChangedRow changed = record.Eof() ? ChangedRow() : changedMeanwhile(row, record);
+            if (!changed.fields.empty())
+                settled[key(row)] = {changed, Keep::Both};
+        }
+    });
+    for (auto& [key, row] : settled) {
+        row.keep = changedHook(row.row);
+        if (row.keep == Keep::Both)
+            return false;
+    }
+    return isRead;
+}
+
 /// Returns the key of the stored row. Skipped rows keep their key.
 QString CatalogueTable::saveRow(int row) {
     const bool isNew = key(row).isEmpty();
+    if (!isNew && !isTouched(row))
+        return key(row);
     ado::Recordset record(selectFor(row), *cnnMain, ado::Recordset::Lock::Optimistic);
     if (record.Eof() != isNew)
         return key(row);
-    if (isNew)
+    if (isNew) {
         record.AddNew();
-    write(row, record);
+        write(row, record);
+    } else {
+        const ChangedRow changed = changedMeanwhile(row, record);
+        const auto answered = settled.find(key(row));
+        if (!changed.fields.empty() && (answered == settled.end() || answered->second.row != changed))
+            throw Refusal(QStringLiteral("%1 has just been changed by someone else. Nothing has been saved; "
+                                         "save again.")
+                              .arg(changed.name));
+        write(row, record);
+        keepUntouched(row, record);
+    }
     record.Update();
     return record[fields.back()].Text();
+}
+
+/// Leaves the fields as they are stored that the user has not changed, or has left to someone else.
+void CatalogueTable::keepUntouched(int row, ado::Recordset& record) const {
+    const auto answered = settled.find(key(row));
+    for (int col = 1; col < keyColumn(); ++col) {
+        const auto isThis = [&](const ChangedField& field) { return field.name == grid->TextMatrix(0, col); };
+        const bool isLeft =
+            answered != settled.end() && answered->second.keep == Keep::Stored &&
+            std::any_of(answered->second.row.fields.begin(), answered->second.row.fields.end(), isThis);
+        if (isLeft || !isTouched(row, col))
+            record[fields[std::size_t(col - 1)]].Restore();
+    }
 }
 
 void CatalogueTable::remove(const QString& deletion) {
