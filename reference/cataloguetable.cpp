@@ -5,13 +5,10 @@
 #include "core/base/busy.h"
 #include "core/base/failure.h"
 #include "core/base/gblGlobal.h"
-#include "core/store/refusal.h"
 #include "core/store/transaction.h"
 #include "platform/forms/flexgrid.h"
 #include "platform/forms/msgbox.h"
 #include "reference/gridtools.h"
-
-#include <algorithm>
 
 CatalogueTable::CatalogueTable(forms::Form& window, const GridEditorRules& rules, forms::MSHFlexGrid* edited,
                                QLineEdit* editor, std::vector<const char*> columns)
@@ -162,37 +159,26 @@ ChangedRow CatalogueTable::changedMeanwhile(int row, ado::Recordset& record) con
     const auto read = asRead.find(key(row));
     if (read == asRead.end())
         return changed;
-    for (int col = 1; col < keyColumn(); ++col) {
-        const QString before = read->second[col - 1];
-        const QString stored = shownText(col, record);
-        const QString mine = cell(row, col);
-        if (isTouched(row, col) && stored != before && toStoredText(stored) != toStoredText(mine))
-            changed.fields.push_back({grid->TextMatrix(0, col), before, stored, mine});
-    }
-    if (!changed.fields.empty())
-        changed.name = grid->TextMatrix(0, 1) + QStringLiteral(": ") + read->second[0];
+    for (int col = 1; col < keyColumn(); ++col)
+        addIfChanged(changed, {grid->TextMatrix(0, col), read->second[col - 1], shownText(col, record),
+                               cell(row, col)});
+    changed.name = grid->TextMatrix(0, 1) + QStringLiteral(": ") + read->second[0];
     return changed;
 }
 
 /// Asks about the rows that someone else has changed in the same fields; false when the user goes back.
 bool CatalogueTable::settleChanges() {
-    settled.clear();
+    settlement.clear();
     const bool isRead = guarded([this] {
         for (int row = 1; row < grid->Rows(); ++row) {
             if (key(row).isEmpty() || !isTouched(row))
                 continue;
             ado::Recordset record(selectFor(row), *cnnMain);
-            const ChangedRow changed = record.Eof() ? ChangedRow() : changedMeanwhile(row, record);
-            if (!changed.fields.empty())
-                settled[key(row)] = {changed, Keep::Both};
+            if (!record.Eof())
+                settlement.note(key(row), changedMeanwhile(row, record));
         }
     });
-    for (auto& [key, row] : settled) {
-        row.keep = changedHook(row.row);
-        if (row.keep == Keep::Both)
-            return false;
-    }
-    return isRead;
+    return isRead && settlement.ask();
 }
 
 /// Returns the key of the stored row. Skipped rows keep their key.
@@ -207,12 +193,7 @@ QString CatalogueTable::saveRow(int row) {
         record.AddNew();
         write(row, record);
     } else {
-        const ChangedRow changed = changedMeanwhile(row, record);
-        const auto answered = settled.find(key(row));
-        if (!changed.fields.empty() && (answered == settled.end() || answered->second.row != changed))
-            throw Refusal(QStringLiteral("%1 has just been changed by someone else. Nothing has been saved; "
-                                         "save again.")
-                              .arg(changed.name));
+        settlement.require(key(row), changedMeanwhile(row, record));
         write(row, record);
         keepUntouched(row, record);
     }
@@ -222,13 +203,8 @@ QString CatalogueTable::saveRow(int row) {
 
 /// Leaves the fields as they are stored that the user has not changed, or has left to someone else.
 void CatalogueTable::keepUntouched(int row, ado::Recordset& record) const {
-    const auto answered = settled.find(key(row));
     for (int col = 1; col < keyColumn(); ++col) {
-        const auto isThis = [&](const ChangedField& field) { return field.name == grid->TextMatrix(0, col); };
-        const bool isLeft =
-            answered != settled.end() && answered->second.keep == Keep::Stored &&
-            std::any_of(answered->second.row.fields.begin(), answered->second.row.fields.end(), isThis);
-        if (isLeft || !isTouched(row, col))
+        if (!isTouched(row, col) || settlement.isLeft(key(row), grid->TextMatrix(0, col)))
             record[fields[std::size_t(col - 1)]].Restore();
     }
 }

@@ -80,14 +80,8 @@ private:
     QString saveRow(int row);
     void keepUntouched(int row, ado::Recordset& record) const;
 
-    /// The user's answer for a row that two people have changed.
-    struct Settled {
-        ChangedRow row;
-        Keep keep;
-    };
-
     forms::Form& form;
     const std::vector<const char*> fields;
     std::map<QString, QStringList> asRead; ///< the texts of the stored rows by key, from column 1 on
-    std::map<QString, Settled> settled;    ///< by key, for the save that is going on
+    Settlement settlement;                 ///< of the save that is going on
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What someone else has changed in the store since a form read it is neither overwritten nor lost unasked.
 #include "core/base/frmChangedMeanwhile.h"
+#include "feedback/frmFeedBackObj.h"
 #include "reference/frmCustomer.h"
 #include "reference/frmParameter.h"
 #include "tests/support/gridform.h"
@@ -111,6 +112,41 @@ TEST_F(ChangedMeanwhileTest, respondentsParametersAndQuestionsAreComparedToo) {
     EXPECT_EQ(asked[0].name, u"Respondent Name: Ann"_s);
     EXPECT_EQ(asked[1].fields,
               (std::vector<ChangedField>{{u"Parameter Name"_s, u"Delivery"_s, u"Shipping"_s, u"Supply"_s}}));
+}
+
+TEST_F(ChangedMeanwhileTest, theMarksOfAnAnswerAreCompared) {
+    addQuestionnaire(1, addSurvey(1, {2024, 3, 5}), {1});
+    addScore(1, 1, 1, {2024, 3, 5}, 4, 5);
+    frmFeedBackObj& form = frmFeedBackObj::instance();
+    form.Show();
+    const EditedGrid marks{form, "grdDtls", "txtDtls"};
+    ASSERT_EQ(marks.row(1), u"On time?|4|5|"_s);
+    const struct {
+        QString score; // entered
+        QString others;
+        Keep answer;
+        bool isAsked;
+        QString shown;
+        QString stored;
+    } cases[] = {
+        {u"7"_s, u"weightage=9"_s, Keep::Both, false, u"On time?|4|7|"_s, u"9 7"_s},
+        {u"8"_s, u"score=2"_s, Keep::Both, true, u"On time?|4|8|"_s, u"9 2"_s},
+        {u"8"_s, u"score=3"_s, Keep::Stored, true, u"On time?|9|3|"_s, u"9 3"_s},
+        {u"8"_s, u"score=1"_s, Keep::Mine, true, u"On time?|9|8|"_s, u"9 8"_s},
+    };
+    for (const auto& given : cases) {
+        SCOPED_TRACE(qPrintable(given.others));
+        marks.enter(1, 3, given.score);
+        other(u"update feedbackobjective set "_s + given.others);
+        asked.clear();
+        answer = given.answer;
+        press(form, "cmdSave");
+        EXPECT_EQ(asked.size(), given.isAsked ? 1U : 0U);
+        EXPECT_EQ(marks.row(1), given.shown);
+        EXPECT_EQ(rows(u"select weightage || ' ' || score from feedbackobjective"_s),
+                  QStringList(given.stored));
+        expectIdle();
+    }
 }
 
 TEST_F(ChangedMeanwhileTest, theDialogAsksAndLosesNothingByDefault) {
