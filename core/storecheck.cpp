@@ -52,10 +52,7 @@ constexpr const char16_t* neededTables[] = {u"customer",
                                             u"action"};
 
 QStringList missingTables(ado::Connection& store) {
-    ado::Recordset records(u"select lower(name) as name from sqlite_master"_s, store);
-    QStringList present;
-    for (; !records.Eof(); records.MoveNext())
-        present << records["name"].Text();
+    const QStringList present = store.Tables();
     QStringList missing;
     for (const char16_t* name : neededTables) {
         if (!present.contains(QStringView(name)))
@@ -65,8 +62,7 @@ QStringList missingTables(ado::Connection& store) {
 }
 
 bool isNewer(ado::Connection& store) {
-    ado::Recordset version(u"pragma user_version"_s, store);
-    return version.FieldAt(0).Text().toInt() > schemaVersion;
+    return store.SchemaVersion() > schemaVersion;
 }
 
 struct Finding {

@@ -37,7 +37,7 @@ bool needsUpgrade() {
     store.ConnectionString = connectionText();
     try {
         store.Open();
-        return ado::Recordset(u"pragma user_version"_s, store).FieldAt(0).Text() == u"1";
+        return store.SchemaVersion() == 1;
     } catch (const Failure&) {
         return false; // the connection reports it
     }

@@ -3,6 +3,7 @@
 #include "exchange/files/homefile.h"
 #include "exchange/reading.h"
 #include "feedback/frmFeedBackObj.h"
+#include "platform/ado/sqlitesession.h"
 #include "reference/frmCustomer.h"
 #include "tests/support/surveyfile.h"
 #include "tests/support/surveytest.h"
@@ -75,9 +76,9 @@ protected:
         if (child == 0) {
             toOpenConnection();
             // Forces writes to the disk long before the commit, as a big save would.
-            sqlite3_exec(cnnMain->session()->handle(), "pragma cache_size = 2", nullptr, nullptr, nullptr);
+            sqlite3_exec(ado::databaseOf(*cnnMain), "pragma cache_size = 2", nullptr, nullptr, nullptr);
             changesLeft = atChange;
-            sqlite3_update_hook(cnnMain->session()->handle(), dieAtChange, nullptr);
+            sqlite3_update_hook(ado::databaseOf(*cnnMain), dieAtChange, nullptr);
             save();
             _exit(0);
         }

@@ -5,6 +5,7 @@
 #include "core/storecheck.h"
 #include "exchange/reading.h"
 #include "feedback/frmFeedBackObj.h"
+#include "platform/ado/sqlitesession.h"
 #include "reference/frmCustomer.h"
 #include "tests/support/storecompare.h"
 #include "tests/support/surveyfile.h"
@@ -116,7 +117,7 @@ TEST_F(FaultsTest, aFullDiskIsReportedAndChangesNeitherStoreNorFiles) {
     // The survey file is the old one or none; its row is in the register already. There is no message.
     QByteArray file = "none";
     for (int round = 0; round < 2; ++round) {
-        sqlite3* store = cnnMain->session()->handle();
+        sqlite3* store = ado::databaseOf(*cnnMain);
         sqlite3_trace_v2(store, SQLITE_TRACE_PROFILE, fillAfterRegister, nullptr);
         EXPECT_EQ(messagesDuring(exportSurvey).filter(exported), QStringList());
         sqlite3_trace_v2(store, 0, nullptr, nullptr);

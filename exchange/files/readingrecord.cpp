@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 using Lock = ado::Recordset::Lock;
 
 bool hasReadingTables() {
-    return hasRecords(u"select * from sqlite_master where name='readingfile'"_s);
+    return cnnMain->Tables().contains(u"readingfile"_s);
 }
 
 void ReadingRecord::beginFile(const QString& title, const QString& registered,

@@ -3,13 +3,7 @@
 
 #include "platform/ado/datasources.h"
 #include "platform/ado/password.h"
-#include "platform/ado/quickcheck.h"
-#include "platform/ado/session.h"
-#include "platform/ado/store.h"
-
-#include <QFile>
-
-#include <sqlite3.h>
+#include "platform/ado/sqlitesession.h"
 
 using namespace Qt::StringLiterals;
 
@@ -26,7 +20,7 @@ QString partOf(const QString& connectionString, const QString& key) {
 
 } // namespace
 
-Connection::Connection() : open(std::make_shared<Session>()) {}
+Connection::Connection() : open(std::make_shared<SqliteSession>()) {}
 
 Connection::~Connection() {
     Close();
@@ -37,20 +31,21 @@ void Connection::Open() {
     const QString path = dataSourcePath(name);
     if (path.isEmpty())
         open->fail({number::dataSource, u"Data source name '"_s + name + u"' not found."});
-    open->open(path);
-    admit(partOf(ConnectionString, u"PWD"_s));
+    openFile(path, partOf(ConnectionString, u"PWD"_s), false);
 }
 
 void Connection::OpenReadOnly(const QString& path, const QString& password) {
-    open->open(path, Session::Access::Read);
-    admit(password);
+    openFile(path, password, true);
 }
 
-void Connection::admit(const QString& password) {
+void Connection::openFile(const QString& path, const QString& password, bool readOnly) {
+    const auto file = std::make_shared<SqliteSession>();
+    open = file;
+    file->open(path, readOnly ? SqliteSession::Access::Read : SqliteSession::Access::ReadWrite);
     try {
-        requirePassword(*open, password);
+        requirePassword(*file, password);
     } catch (const Failure&) {
-        open->close();
+        file->close();
         throw;
     }
 }
@@ -82,54 +77,36 @@ void Connection::Execute(const QString& sql) {
 
 void Connection::BeginTrans() {
     open->requireOpen();
-    open->prepare({u"begin immediate"_s, {}}).step();
+    open->begin();
 }
 
 void Connection::CommitTrans() {
     open->requireOpen();
-    open->prepare({u"commit"_s, {}}).step();
+    open->commit();
 }
 
 void Connection::RollbackTrans() {
     if (InTransaction())
-        open->prepare({u"rollback"_s, {}}).step();
+        open->rollback();
 }
 
 bool Connection::InTransaction() const {
-    return open->isOpen() && sqlite3_get_autocommit(open->handle()) == 0;
+    return open->isInTransaction();
+}
+
+QStringList Connection::Tables() {
+    open->requireOpen();
+    return open->tables();
+}
+
+int Connection::SchemaVersion() {
+    open->requireOpen();
+    return open->schemaVersion();
 }
 
 void Connection::BackupTo(const QString& path) {
     open->requireOpen();
-    const QString beside = path + u".part";
-    QFile::remove(beside);
-    sqlite3* target = nullptr;
-    int code = makeOwnersFile(beside) ? sqlite3_open(beside.toUtf8().constData(), &target) : SQLITE_CANTOPEN;
-    if (code == SQLITE_OK) {
-        sqlite3_backup* copy = sqlite3_backup_init(target, "main", open->handle(), "main");
-        if (copy) {
-            sqlite3_backup_step(copy, -1);
-            sqlite3_backup_finish(copy);
-        }
-        code = sqlite3_errcode(target);
-    }
-    sqlite3_close(target);
-    if (code == SQLITE_OK && QuickCheck(beside).findsDamage()) {
-        QFile::remove(beside);
-        open->fail({SQLITE_CORRUPT, u"The database is damaged, and so would be its copy '"_s + path +
-                                        u"'. Nothing has been changed."});
-    }
-    const bool copied =
-        code == SQLITE_OK && (!QFile::exists(path) || QFile::remove(path)) && QFile::rename(beside, path);
-    if (copied)
-        return;
-    QFile::remove(beside);
-    if (code == SQLITE_BUSY || code == SQLITE_LOCKED || code == SQLITE_CORRUPT)
-        open->fail(code);
-    open->fail({code == SQLITE_OK ? SQLITE_IOERR : code,
-                u"The copy of the database '"_s + path +
-                    u"' cannot be written. Nothing has been changed. Is the disk full or the folder "
-                    u"read-only?"});
+    open->backupTo(path);
 }
 
 } // namespace ado

@@ -3,7 +3,7 @@
 
 #include "platform/ado/error.h"
 
-#include <QString>
+#include <QStringList>
 
 #include <memory>
 
@@ -48,6 +48,11 @@ public:
     void RollbackTrans();
     bool InTransaction() const;
 
+    /// The names of all tables and saved queries, in small letters.
+    QStringList Tables();
+    /// The version that the scripts gave the store.
+    int SchemaVersion();
+
     /// Copies the committed state of the whole database into a file; an existing one is replaced only when
     /// the copy is complete and a check has found no damage in it. Only its owner can read it.
     void BackupTo(const QString& path);
@@ -55,7 +60,7 @@ public:
     const std::shared_ptr<Session>& session() const { return open; }
 
 private:
-    void admit(const QString& password);
+    void openFile(const QString& path, const QString& password, bool readOnly);
 
     std::shared_ptr<Session> open;
 };

@@ -6,6 +6,9 @@
 
 namespace ado {
 
+/// The engines whose SQL the program's is translated into.
+enum class Target { Sqlite };
+
 /// One statement in the store's SQL. The literals of the text are in `parameters`, in order, replaced by ? in
 /// the text: statements that differ only in their literals are compiled once.
 struct Statement {

@@ -33,9 +33,7 @@ void setPassword(Session& session, const QString& password) {
 }
 
 void requirePassword(Session& session, const QString& password) {
-    Prepared table = session.prepare(
-        {u"select 1 from sqlite_schema where type = 'table' and name = 'database_password'"_s, {}});
-    if (!table.step())
+    if (!session.isTable(u"database_password"_s))
         return;
     Prepared kept = session.prepare({u"select salt, hash from database_password"_s, {}});
     while (kept.step()) {

@@ -1,11 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/ado/recordset.h"
 
-#include <sqlite3.h>
-
 using namespace Qt::StringLiterals;
 
 namespace ado {
+namespace {
+
+/// The columns of a writable record: the key, then those of the table.
+QString keyed(const QString& key, const QString& table) {
+    return quoted(key) + u',' + quoted(table) + u".*";
+}
+
+} // namespace
 
 QString Field::Name() const {
     return recordset.columns->at(static_cast<std::size_t>(column)).name;
@@ -30,15 +36,16 @@ void Recordset::Open(const QString& sql, Connection& connection, Lock lock) {
     opened->requireOpen();
     Statement statement = opened->recorded([&] { return translate(sql); });
     if (lock == Lock::Optimistic) {
-        if (statement.table.isEmpty() || !opened->isTable(statement.table))
+        const QString key = statement.table.isEmpty() ? QString() : opened->keyOf(statement.table);
+        if (key.isEmpty())
             opened->fail({number::notWritable, u"Only the records of one table can be changed."_s});
         const qsizetype star = statement.sql.indexOf(u'*');
-        statement.sql.replace(star, 1, u"rowid,*"_s);
+        statement.sql.replace(star, 1, keyed(key, statement.table));
     }
     source = opened->prepare(statement);
-    if (!sqlite3_stmt_readonly(source.get()) || source.columns()->empty())
+    if (!source->isReading() || source->columns->empty())
         opened->fail({number::notWritable, u"A recordset takes a select only."_s});
-    columns = source.columns();
+    columns = source->columns;
     if (lock == Lock::Optimistic)
         table = statement.table;
     session = opened;
@@ -179,10 +186,14 @@ void Recordset::insertRow() {
         marks += comma + u'?';
         values << pending[i];
     }
-    Statement insert{.sql = u"insert into "_s + quoted(table), .parameters = values};
-    insert.sql += values.isEmpty() ? u" default values"_s : u" ("_s + names + u") values (" + marks + u')';
-    session->prepare(insert).step();
-    const qlonglong id = sqlite3_last_insert_rowid(session->handle());
+    if (values.isEmpty()) { // a record of defaults
+        names = quoted(session->keyOf(table));
+        marks = u"null"_s;
+    }
+    session
+        ->prepare({u"insert into "_s + quoted(table) + u" (" + names + u") values (" + marks + u')', values})
+        .step();
+    const qlonglong id = session->lastKey();
     // The new record may or may not be among those that the select would still return, so fetching ends here.
     exhausted = true;
     source = Prepared();
@@ -205,18 +216,23 @@ void Recordset::updateRow() {
     if (values.isEmpty())
         return;
     values << id;
-    session->prepare({u"update "_s + quoted(table) + u" set " + settings + u" where rowid = ?", values})
+    session
+        ->prepare({u"update "_s + quoted(table) + u" set " + settings + u" where " +
+                       quoted(session->keyOf(table)) + u" = ?",
+                   values})
         .step();
-    if (sqlite3_changes(session->handle()) == 0)
+    if (session->changedRows() == 0)
         session->fail({number::noCurrentRecord, u"The record has been deleted meanwhile."_s});
     written.insert(position);
 }
 
-/// Reads a written record, of which only the rowid is known, with the values that the store gave it.
+/// Reads a written record, of which only the key is known, with the values that the store gave it.
 void Recordset::readAgain(QVariant* row) {
     const QVariant id = *row;
-    Prepared reader =
-        session->prepare({u"select rowid, * from "_s + quoted(table) + u" where rowid = ?", {id}});
+    const QString key = session->keyOf(table);
+    Prepared reader = session->prepare(
+        {u"select "_s + keyed(key, table) + u" from " + quoted(table) + u" where " + quoted(key) + u" = ?",
+         {id}});
     if (!reader.step())
         session->fail({number::noCurrentRecord, u"The record has been deleted meanwhile."_s});
     for (std::size_t i = 1; i < columns->size(); ++i)

@@ -78,7 +78,7 @@ public:
 private:
     friend class Field;
 
-    /// Columns before those of the select: the rowid of a writable record.
+    /// Columns before those of the select: the key of a writable record.
     int hidden() const { return table.isEmpty() ? 0 : 1; }
     void requireOpen() const;
     bool fetch();
@@ -96,7 +96,7 @@ private:
     QString table; ///< empty when read only
     std::shared_ptr<const Columns> columns;
     std::vector<QVariant> cells;   ///< row by row
-    std::set<std::size_t> written; ///< rows of which only the rowid is valid until they are read again
+    std::set<std::size_t> written; ///< rows of which only the key is valid until they are read again
     std::size_t position = 0;
     bool adding = false;
     std::vector<QVariant> pending; ///< values to be written, in the store's form

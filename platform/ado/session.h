@@ -5,17 +5,12 @@
 #include "platform/ado/error.h"
 #include "platform/ado/value.h"
 
-#include <QSet>
+#include <QStringList>
 
 #include <memory>
 #include <vector>
 
-struct sqlite3;
-struct sqlite3_stmt;
-
 namespace ado {
-
-class Session;
 
 /// A name quoted for use in a statement, whatever characters it contains.
 QString quoted(const QString& name);
@@ -27,18 +22,33 @@ struct Column {
 };
 using Columns = std::vector<Column>;
 
-/// A compiled statement that its session keeps for the next use of the same text.
-struct Compiled {
-    Compiled(QString text, sqlite3_stmt* statement);
+/// A statement compiled by an engine, which its session keeps for the next use of the same text.
+class Compiled {
+public:
+    explicit Compiled(QString text) : sql(std::move(text)) {}
     Compiled(const Compiled&) = delete;
     Compiled& operator=(const Compiled&) = delete;
-    ~Compiled();
+    virtual ~Compiled() = default;
 
-    QString sql;
-    sqlite3_stmt* handle;
+    /// Binds the values from position 1 on.
+    virtual void bind(const QVariantList& values) = 0;
+    /// Advances to the next row; false at the end. Records and throws a Failure.
+    virtual bool step() = 0;
+    /// The value of a column of the current row: qlonglong, double, QString or invalid.
+    virtual QVariant column(int index) const = 0;
+    /// Likewise, converted by fromStore for a column of that type.
+    virtual QVariant column(int index, ColumnType type) const = 0;
+    /// Whether it changes nothing in the store.
+    virtual bool isReading() const = 0;
+    /// Releases the rows, the locks and the bound values.
+    virtual void reset() = 0;
+
+    const QString sql;
     std::shared_ptr<const Columns> columns; ///< those of a select
     bool onLoan = false;
 };
+
+class Session;
 
 /// A compiled statement on loan from its session; returned, reset, on destruction.
 class Prepared {
@@ -52,16 +62,10 @@ public:
     }
     ~Prepared();
 
-    sqlite3_stmt* get() const { return compiled->handle; }
-    const std::shared_ptr<const Columns>& columns() const { return compiled->columns; }
-    /// Binds the values from position 1 on.
-    void bind(const QVariantList& values);
-    /// Advances to the next row; false at the end. Records and throws a Failure.
-    bool step();
-    /// The value of a column of the current row: qlonglong, double, QString or invalid.
-    QVariant column(int index) const;
-    /// Likewise, converted by fromStore for a column of that type.
-    QVariant column(int index, ColumnType type) const;
+    Compiled* operator->() const { return compiled.get(); }
+    bool step() { return compiled->step(); }
+    QVariant column(int index) const { return compiled->column(index); }
+    QVariant column(int index, ColumnType type) const { return compiled->column(index, type); }
 
 private:
     void swap(Prepared& other) noexcept {
@@ -69,35 +73,54 @@ private:
         std::swap(compiled, other.compiled);
     }
 
-    std::shared_ptr<Session> session;
+    std::shared_ptr<Session> session; // outlives its statements
     std::shared_ptr<Compiled> compiled;
 };
 
-/// An open database with its errors and its compiled statements; shared by a connection and its recordsets.
+/// An open store of one engine, with its errors and its compiled statements; shared by a connection and its
+/// recordsets. Every operation that fails records and throws a Failure.
 class Session : public std::enable_shared_from_this<Session> {
 public:
     Session() = default;
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
-    ~Session() { close(); }
+    virtual ~Session() = default;
 
-    enum class Access { ReadWrite, Read };
-
-    void open(const QString& path, Access access = Access::ReadWrite);
-    void close();
-    bool isOpen() const { return database != nullptr; }
-    sqlite3* handle() const { return database; }
+    virtual Target target() const = 0;
+    virtual bool isOpen() const = 0;
+    virtual void close() = 0;
     ErrorList& errors() { return errorList; }
 
-    /// Compiles the one statement of the text, or reuses a kept one. Records and throws a Failure.
+    /// Compiles the one statement of the text, or reuses a kept one.
     Prepared prepare(const Statement& statement);
-    /// Whether that name is a table, not a saved query.
-    bool isTable(const QString& name);
+
+    virtual void begin() = 0;
+    virtual void commit() = 0;
+    virtual void rollback() = 0;
+    virtual bool isInTransaction() const = 0;
+    /// The key of the record added last, and the number of records that the last statement met.
+    virtual qlonglong lastKey() const = 0;
+    virtual qlonglong changedRows() const = 0;
+
+    /// The column that numbers the records of a table; empty when no table has that name, though a saved
+    /// query may.
+    virtual QString keyOf(const QString& table) = 0;
+    bool isTable(const QString& name) { return !keyOf(name).isEmpty(); }
+    /// The columns of a table or saved query; none when there is none of that name.
+    virtual Columns columnsOf(const QString& name) = 0;
+    /// The names of all tables and saved queries, in small letters.
+    virtual QStringList tables() = 0;
+    /// The version that the scripts gave the store.
+    virtual int schemaVersion() = 0;
+
+    /// Runs a script of statements in SQLite's SQL, separated by semicolons. A Failure names the line.
+    virtual void runScript(const QByteArray& script) = 0;
+    /// Copies the committed state of the whole store into a file, as Connection::BackupTo describes.
+    virtual void backupTo(const QString& path) = 0;
 
     /// Throws for a closed session; nothing is recorded, since the call never reached the store.
     void requireOpen() const;
     [[noreturn]] void fail(const Error& error);
-    [[noreturn]] void fail(int resultCode);
     /// Runs the function and records the Failure that it throws.
     template <class Function> auto recorded(Function function) {
         try {
@@ -107,13 +130,15 @@ public:
         }
     }
 
+protected:
+    virtual std::shared_ptr<Compiled> compile(const QString& sql) = 0;
+    void dropCompiled() { kept.clear(); }
+
 private:
     std::shared_ptr<Compiled> compiledOf(const QString& sql);
 
-    sqlite3* database = nullptr;
     ErrorList errorList;
     std::vector<std::shared_ptr<Compiled>> kept; ///< most recently used first
-    QSet<QString> tables;                        ///< those known by isTable
 };
 
 } // namespace ado

@@ -136,11 +136,8 @@ class Source {
 public:
     Source(const Layout& description, ado::Connection& connection)
         : layout(description), session(*connection.session()) {
-        ado::Prepared columns =
-            session.prepare({u"select name, type from pragma_table_info(?)"_s, {layout.table}});
-        while (columns.step())
-            types[columns.column(0).toString().toLower()] =
-                ado::columnType(columns.column(1).toString().toUtf8().constData());
+        for (const ado::Column& column : session.columnsOf(layout.table))
+            types[column.name.toLower()] = column.type;
         if (types.empty())
             throw reportFailure(layout.file, layout.line,
                                 u"The database has no table or saved query '%1'."_s.arg(layout.table));
@@ -224,8 +221,8 @@ private:
             add(group.field.name, group.descending, group.field.line);
         for (const Order& order : layout.orders)
             add(order.field, order.descending, order.line);
-        if (session.isTable(layout.table))
-            keys << u"rowid"_s;
+        if (const QString key = session.keyOf(layout.table); !key.isEmpty())
+            keys << ado::quoted(key);
         if (!keys.isEmpty())
             statement.sql += u" order by " + keys.join(u", "_s);
     }

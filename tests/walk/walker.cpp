@@ -2,6 +2,7 @@
 #include "tests/walk/walker.h"
 
 #include "core/MDIMain.h"
+#include "platform/ado/sqlitesession.h"
 #include "platform/forms/flexgrid.h"
 
 #include <QApplication>
@@ -148,7 +149,7 @@ void Walker::perform() {
         return;
     }
     reconnect();
-    sqlite3_busy_timeout(cnnMain->session()->handle(), 0);
+    sqlite3_busy_timeout(ado::databaseOf(*cnnMain), 0);
     if (oneIn(40)) {
         note(u"the store is locked"_s);
         blocker.session()->prepare({u"begin exclusive"_s, {}}).step();
