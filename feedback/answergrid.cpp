@@ -55,6 +55,7 @@ std::optional<QString> AnswerGrid::fitting(int row, int col, const QString& text
 }
 
 void AnswerGrid::clear() {
+    asShown.clear();
     emptyGrid(grid);
     box->clear();
 }
@@ -127,6 +128,15 @@ void AnswerGrid::showAnswers() {
             break;
         showAnswer(row);
     }
+    noteShown();
+}
+
+void AnswerGrid::noteShown() {
+    asShown.assign(std::size_t(grid->Rows()), {});
+    for (int row = 1; row < grid->Rows(); ++row) {
+        for (int col = 0; col <= feedbackcolumn::description; ++col)
+            asShown[std::size_t(row)] << cell(row, col);
+    }
 }
 
 void AnswerGrid::showAnswer(int row) {
@@ -144,14 +154,57 @@ void AnswerGrid::showAnswer(int row) {
         }
         return;
     }
-    grid->setTextMatrix(row, feedbackcolumn::weightage, shownMark(answer["weightage"].Text()));
-    grid->setTextMatrix(row, feedbackcolumn::score, isScore ? shownMark(answer["score"].Text()) : QString());
-    grid->setTextMatrix(row, feedbackcolumn::description, isScore ? QString() : answer["Description"].Text());
+    for (const int col : {feedbackcolumn::weightage, feedbackcolumn::score, feedbackcolumn::description}) {
+        const bool isOfOtherKind = col == (isScore ? feedbackcolumn::description : feedbackcolumn::score);
+        grid->setTextMatrix(row, col, isOfOtherKind ? QString() : shownText(col, answer));
+    }
+}
+
+QString AnswerGrid::shownText(int col, ado::Recordset& answer) const {
+    if (col == feedbackcolumn::description)
+        return answer["Description"].Text();
+    return shownMark(answer[col == feedbackcolumn::score ? "score" : "weightage"].Text());
+}
+
+bool AnswerGrid::isTouched(int row, int col) const {
+    return std::size_t(row) >= asShown.size() || asShown[std::size_t(row)].value(col) != cell(row, col);
+}
+
+ChangedRow AnswerGrid::changedMeanwhile(int row, ado::Recordset& answer) const {
+    ChangedRow changed{cell(row, feedbackcolumn::question), {}};
+    if (std::size_t(row) >= asShown.size())
+        return changed;
+    for (const int col :
+         {feedbackcolumn::weightage, isScoreRow(row) ? feedbackcolumn::score : feedbackcolumn::description})
+        addIfChanged(changed, {grid->TextMatrix(0, col), asShown[std::size_t(row)].value(col),
+                               shownText(col, answer), cell(row, col)});
+    return changed;
+}
+
+void AnswerGrid::forEachStored(const std::function<void(const QString& key, const ChangedRow&)>& take) const {
+    for (int row = 1; row < grid->Rows(); ++row) {
+        const QString questionid = toGetQuestionID(cell(row, feedbackcolumn::question));
+        if (questionid.isEmpty())
+            continue;
+        ado::Recordset answer(answerQuery(row, questionid), *cnnMain);
+        if (!answer.Eof())
+            take(QString::number(row), changedMeanwhile(row, answer));
+    }
+}
+
+void AnswerGrid::findChanges() {
+    settlement.clear();
+    forEachStored([this](const QString& key, const ChangedRow& row) { settlement.note(key, row); });
 }
 
 void AnswerGrid::save() {
+    forEachStored([this](const QString& key, const ChangedRow& row) { settlement.require(key, row); });
     for (int row = 1; row < grid->Rows(); ++row)
         saveRow(row);
+    if (settlement.leavesAny())
+        showAnswers();
+    else
+        noteShown();
 }
 
 void AnswerGrid::saveRow(int row) {
@@ -163,18 +216,20 @@ void AnswerGrid::saveRow(int row) {
     const bool isNew = answer.Eof();
     if (isNew)
         answer.AddNew();
-    const auto write = [&](const char* field, const std::optional<QString>& text) {
-        if (text)
+    const auto write = [&](int col, const char* field, const std::optional<QString>& text) {
+        const bool isLeft = settlement.isLeft(QString::number(row), grid->TextMatrix(0, col));
+        if (text && (isNew || (isTouched(row, col) && !isLeft)))
             answer[field] = *text;
     };
     answer["respondentid"] = shown.respondentid;
     answer["questionid"] = questionid;
     answer["surveydate"] = shown.date;
-    write("weightage", markForStore(cell(row, feedbackcolumn::weightage), isNew));
+    write(feedbackcolumn::weightage, "weightage", markForStore(cell(row, feedbackcolumn::weightage), isNew));
     if (isScoreRow(row))
-        write("score", markForStore(cell(row, feedbackcolumn::score), isNew));
+        write(feedbackcolumn::score, "score", markForStore(cell(row, feedbackcolumn::score), isNew));
     else
-        write("Description", descriptionForStore(cell(row, feedbackcolumn::description)));
+        write(feedbackcolumn::description, "Description",
+              descriptionForStore(cell(row, feedbackcolumn::description)));
     answer["surveyid"] = shown.surveyid;
     answer.Update();
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "core/base/changedrow.h"
 #include "reference/grideditor.h"
 #include "survey/questionnaires/surveykey.h"
 
@@ -28,7 +29,12 @@ public:
     /// Throws Refusal unless the customer and respondent of the grid are these. The survey may have been made
     /// meanwhile.
     void requireFor(const SurveyKey& current);
-    /// Stores the rows one after the other. Throws Refusal at a question that has left the survey.
+    /// Before save, outside its transaction: compares the answers with those stored. Then `settle` asks about
+    /// those that someone else has changed since they were shown; false when the user goes back to editing.
+    void findChanges();
+    bool settle() { return settlement.ask(); }
+    /// Stores the rows one after the other, of a stored answer the fields that were changed in the grid.
+    /// Throws Refusal at a question that has left the survey.
     void save();
 
     /// The survey whose answers are shown; its keys are 0 if there is none.
@@ -45,7 +51,14 @@ private:
     QString answerQuery(int row, const QString& questionid) const;
     void fill(ado::Recordset& questions);
     void showAnswer(int row);
+    void noteShown();
+    QString shownText(int col, ado::Recordset& answer) const;
+    ChangedRow changedMeanwhile(int row, ado::Recordset& answer) const;
+    bool isTouched(int row, int col) const;
+    void forEachStored(const std::function<void(const QString& key, const ChangedRow&)>& take) const;
     void saveRow(int row);
 
     SurveyKey shown;
+    std::vector<QStringList> asShown; ///< the texts of each row when it was shown; row 0 is empty
+    Settlement settlement;            ///< of the save that is going on, by row
 };

@@ -212,10 +212,12 @@ void frmFeedBackObj::cmdSave_Click() {
 }
 
 void frmFeedBackObj::toSaveDtls() {
-    guarded([this] {
+    const bool isCompared = guarded([this] {
         answers->requireFor(findSurveyKey(chosen()));
-        writeTogether([this] { answers->save(); });
+        answers->findChanges();
     });
+    if (isCompared && answers->settle())
+        guarded([this] { writeTogether([this] { answers->save(); }); });
 }
 
 void frmFeedBackObj::toShowFileName() {

@@ -59,13 +59,15 @@ bool CatalogueTable::fill(const QString& sql) {
     if (records.Eof())
         return false;
     const QString currentKey = key();
+    asRead.clear();
     grid->setRows(records.RecordCount() + 1);
     for (int row = 1; !records.Eof(); records.MoveNext(), ++row) {
-        for (int col = 1; const char* field : fields) {
-            const QString text = records[field].Text(); // also for Null: clears another row's text
-            grid->setTextMatrix(row, col, displayText ? displayText(col, text) : text);
-            ++col;
+        QStringList texts;
+        for (int col = 1; col <= keyColumn(); ++col) {
+            texts << shownText(col, records); // also for Null: clears another row's text
+            grid->setTextMatrix(row, col, texts.last());
         }
+        asRead[key(row)] = texts;
     }
     for (int row = 1; row < grid->Rows() && !currentKey.isEmpty(); ++row) {
         if (key(row) == currentKey)
@@ -74,14 +76,22 @@ bool CatalogueTable::fill(const QString& sql) {
     return true;
 }
 
+QString CatalogueTable::shownText(int col, ado::Recordset& record) const {
+    const QString text = record[fields[std::size_t(col - 1)]].Text();
+    return displayText ? displayText(col, text) : text;
+}
+
 void CatalogueTable::read(const QString& sql) {
     guarded([&] {
-        if (!fill(sql))
-            emptyGrid(grid);
+        if (fill(sql))
+            return;
+        asRead.clear();
+        emptyGrid(grid);
     });
 }
 
 void CatalogueTable::showNone() {
+    asRead.clear();
     emptyGrid(grid);
     if (!keepsBoxHidden || !box->isHidden()) // it would still show another owner's text
         editCurrent();
@@ -104,6 +114,8 @@ void CatalogueTable::readOf(const QString& newOwner, const QString& sql) {
 
 bool CatalogueTable::save() {
     const Busy busy(form);
+    if (!settleChanges())
+        return false;
     QString currentKey;
     const bool saved = guarded([&] {
         Transaction transaction;
@@ -128,17 +140,73 @@ bool CatalogueTable::save() {
     return true;
 }
 
+/// Whether the user has changed the cell of a stored row since the row was read.
+bool CatalogueTable::isTouched(int row, int col) const {
+    const auto read = asRead.find(key(row));
+    return read == asRead.end() || read->second.value(col - 1) != cell(row, col);
+}
+
+bool CatalogueTable::isTouched(int row) const {
+    for (int col = 1; col < keyColumn(); ++col) {
+        if (isTouched(row, col))
+            return true;
+    }
+    return false;
+}
+
+ChangedRow CatalogueTable::changedMeanwhile(int row, ado::Recordset& record) const {
+    ChangedRow changed;
+    const auto read = asRead.find(key(row));
+    if (read == asRead.end())
+        return changed;
+    for (int col = 1; col < keyColumn(); ++col)
+        addIfChanged(changed, {grid->TextMatrix(0, col), read->second[col - 1], shownText(col, record),
+                               cell(row, col)});
+    changed.name = grid->TextMatrix(0, 1) + QStringLiteral(": ") + read->second[0];
+    return changed;
+}
+
+/// Asks about the rows that someone else has changed in the same fields; false when the user goes back.
+bool CatalogueTable::settleChanges() {
+    settlement.clear();
+    const bool isRead = guarded([this] {
+        for (int row = 1; row < grid->Rows(); ++row) {
+            if (key(row).isEmpty() || !isTouched(row))
+                continue;
+            ado::Recordset record(selectFor(row), *cnnMain);
+            if (!record.Eof())
+                settlement.note(key(row), changedMeanwhile(row, record));
+        }
+    });
+    return isRead && settlement.ask();
+}
+
 /// Returns the key of the stored row. Skipped rows keep their key.
 QString CatalogueTable::saveRow(int row) {
     const bool isNew = key(row).isEmpty();
+    if (!isNew && !isTouched(row))
+        return key(row);
     ado::Recordset record(selectFor(row), *cnnMain, ado::Recordset::Lock::Optimistic);
     if (record.Eof() != isNew)
         return key(row);
-    if (isNew)
+    if (isNew) {
         record.AddNew();
-    write(row, record);
+        write(row, record);
+    } else {
+        settlement.require(key(row), changedMeanwhile(row, record));
+        write(row, record);
+        keepUntouched(row, record);
+    }
     record.Update();
     return record[fields.back()].Text();
+}
+
+/// Leaves the fields as they are stored that the user has not changed, or has left to someone else.
+void CatalogueTable::keepUntouched(int row, ado::Recordset& record) const {
+    for (int col = 1; col < keyColumn(); ++col) {
+        if (!isTouched(row, col) || settlement.isLeft(key(row), grid->TextMatrix(0, col)))
+            record[fields[std::size_t(col - 1)]].Restore();
+    }
 }
 
 void CatalogueTable::remove(const QString& deletion) {

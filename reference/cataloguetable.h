@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "core/base/changedrow.h"
 #include "reference/grideditor.h"
+
+#include <map>
 
 namespace ado {
 class Recordset;
@@ -56,8 +59,10 @@ public:
     /// shows no rows and does not run the select. Errors are shown; rows of another owner are removed in any
     /// case.
     void readOf(const QString& newOwner, const QString& sql);
-    /// Stores all rows in one transaction and reloads them; the current row stays current. On an error, which
-    /// is shown, stores nothing and returns false.
+    /// Stores the changed rows, of each the changed fields, in one transaction and reloads the rows; the
+    /// current row stays current. Asks about each row in which someone else has changed the same fields since
+    /// they were read. On an error, which is shown, or when the user goes back, stores nothing and returns
+    /// false.
     bool save();
     /// Backs up the database and executes the deletion of the current row. Does nothing if the row is not
     /// stored. Throws Failure.
@@ -67,8 +72,16 @@ private:
     int keyColumn() const { return static_cast<int>(fields.size()); }
     bool fill(const QString& sql);
     void showNone();
+    QString shownText(int col, ado::Recordset& record) const;
+    bool isTouched(int row, int col) const;
+    bool isTouched(int row) const;
+    ChangedRow changedMeanwhile(int row, ado::Recordset& record) const;
+    bool settleChanges();
     QString saveRow(int row);
+    void keepUntouched(int row, ado::Recordset& record) const;
 
     forms::Form& form;
     const std::vector<const char*> fields;
+    std::map<QString, QStringList> asRead; ///< the texts of the stored rows by key, from column 1 on
+    Settlement settlement;                 ///< of the save that is going on
 };

@@ -8,6 +8,7 @@
 #include "analysis/frmSatisfactionIndex.h"
 #include "core/MDIMain.h"
 #include "core/Main.h"
+#include "core/base/frmChangedMeanwhile.h"
 #include "core/base/gblGlobal.h"
 #include "core/frmSplash.h"
 #include "exchange/frmCheckFiles.h"
@@ -95,6 +96,20 @@ bool grabCheck() {
     return saved;
 }
 
+/// Two people's changes of a customer.
+bool grabChanged() {
+    bool saved = false;
+    QTimer::singleShot(0, &MDIMain::instance(), [&saved] {
+        saved = save(frmChangedMeanwhile::instance(), u"frmChangedMeanwhile"_s);
+        frmChangedMeanwhile::unload();
+    });
+    frmChangedMeanwhile::ask({u"Customer Name: Aldermere Foods"_s,
+                              {{u"Customer Address"_s, u"1 Mill Lane, Aldermere"_s,
+                                u"7 Station Road, Aldermere"_s, u"1 Mill Lane, Aldermere AL2 9QT"_s},
+                               {u"Tel.No"_s, u"01632 960 118"_s, u"01632 960 200"_s, u"01632 960 119"_s}}});
+    return saved;
+}
+
 /// The questionnaire editor for the first customer's first respondent.
 bool grabEditor() {
     frmSelectSurvey& selection = frmSelectSurvey::instance();
@@ -178,6 +193,7 @@ int main(int argc, char** argv) {
     // Again with data or a chart.
     saved = grabReading() && saved;
     saved = grabCheck() && saved;
+    saved = grabChanged() && saved;
     saved = grabSearch() && saved;
     saved = grabEditor() && saved;
     saved = grabIndex() && saved;

@@ -45,7 +45,7 @@ AnswerState answerState(ado::Recordset& answer, bool isScore) {
 
 std::optional<AnswerState> toWriteObjectiveAnswer(const AnswerKeys& keys, int weightage, int score) {
     ado::Recordset answer;
-    const auto before = beginAnswer(answer, keys, true, weightage);
+    auto before = beginAnswer(answer, keys, true, weightage);
     answer["score"] = score;
     answer.Update();
     return before;
@@ -54,7 +54,7 @@ std::optional<AnswerState> toWriteObjectiveAnswer(const AnswerKeys& keys, int we
 std::optional<AnswerState> toWriteDescriptiveAnswer(const AnswerKeys& keys, int weightage,
                                                     const std::optional<QString>& words) {
     ado::Recordset answer;
-    const auto before = beginAnswer(answer, keys, false, weightage);
+    auto before = beginAnswer(answer, keys, false, weightage);
     answer["Description"] = words ? QVariant(*words) : ado::Null;
     answer.Update();
     return before;

@@ -21,6 +21,10 @@ QVariant Field::Value() const {
     return recordset.value(column);
 }
 
+void Field::Restore() {
+    recordset.changed.at(static_cast<std::size_t>(column)) = false;
+}
+
 Field& Field::operator=(const QVariant& value) {
     recordset.assign(column, value);
     return *this;

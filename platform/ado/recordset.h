@@ -29,6 +29,8 @@ public:
     /// Failure::typeMismatch or Failure::overflow for what does not fit.
     Field& operator=(const QVariant& value);
     Field& operator=(const QString& text) { return *this = QVariant(text); }
+    /// Takes back what has been assigned, so that the next Update does not write the field.
+    void Restore();
 
 private:
     Recordset& recordset;

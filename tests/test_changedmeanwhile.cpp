@@ -1,0 +1,172 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What someone else has changed in the store since a form read it is neither overwritten nor lost unasked.
+#include "core/base/frmChangedMeanwhile.h"
+#include "feedback/frmFeedBackObj.h"
+#include "reference/frmCustomer.h"
+#include "reference/frmParameter.h"
+#include "tests/support/gridform.h"
+
+#include <QTableWidget>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class ChangedMeanwhileTest : public StoreTest {
+protected:
+    void SetUp() override {
+        StoreTest::SetUp();
+        add(u"customer"_s, {{"custname", u"Acme"_s}, {"Address", u"Hill 1"_s}, {"telno", u"12"_s}});
+        addCustomer(u"Brown"_s);
+        addRespondent(1, u"Ann"_s);
+        addQuestion(addParameter(u"Delivery"_s), u"On time?"_s);
+    }
+    static EditedGrid customers() { return {frmCustomer::instance(), "grdCustomerDtls", "txtCustomerDtls"}; }
+    static QString acme() {
+        return rows(u"select custname || '|' || Address || '|' || telno from customer where custid=1"_s)[0];
+    }
+    /// As another program does.
+    static void other(const QString& sql) {
+        ado::Connection elsewhere;
+        elsewhere.ConnectionString = connectionText();
+        elsewhere.Open();
+        elsewhere.Execute(sql);
+    }
+
+    std::vector<ChangedRow> asked;
+    Keep answer = Keep::Both;
+    Replaced<changedHook> hook{[this](const ChangedRow& row) {
+        asked.push_back(row);
+        return answer;
+    }};
+};
+
+TEST_F(ChangedMeanwhileTest, onlyTheSameFieldOfARowConflicts) {
+    const QString othersName = u"update customer set custname='Acme Ltd', telno='99' where custid=1"_s;
+    const struct {
+        const char* about;
+        QString mine; ///< the telephone number entered; empty: none
+        QString others;
+        Keep answer;
+        bool isAsked;
+        QString stored;
+    } cases[] = {
+        {"nobody else", u"34"_s, {}, Keep::Both, false, u"Acme|Hill 1|34"_s},
+        {"untouched here", {}, othersName, Keep::Both, false, u"Acme Ltd|Hill 1|99"_s},
+        {"another field", u"34"_s, u"update customer set Address='Dale 2' where custid=1"_s, Keep::Both,
+         false, u"Acme|Dale 2|34"_s},
+        {"the same text", u"99"_s, othersName, Keep::Both, false, u"Acme Ltd|Hill 1|99"_s},
+        {"back to editing", u"34"_s, othersName, Keep::Both, true, u"Acme Ltd|Hill 1|99"_s},
+        {"stored", u"34"_s, othersName, Keep::Stored, true, u"Acme Ltd|Hill 1|99"_s},
+        {"mine", u"34"_s, othersName, Keep::Mine, true, u"Acme Ltd|Hill 1|34"_s},
+    };
+    for (const auto& given : cases) {
+        SCOPED_TRACE(given.about);
+        run(u"update customer set custname='Acme', Address='Hill 1', telno='12' where custid=1"_s);
+        frmCustomer& form = frmCustomer::instance();
+        form.Show();
+        if (!given.mine.isEmpty())
+            customers().enter(1, 3, given.mine);
+        if (!given.others.isEmpty())
+            other(given.others);
+        asked.clear();
+        answer = given.answer;
+        press(form, "cmdSaveCustomer");
+        ASSERT_EQ(asked.size(), given.isAsked ? 1U : 0U);
+        if (given.isAsked) {
+            const ChangedRow expected{u"Customer Name: Acme"_s, {{u"Tel.No"_s, u"12"_s, u"99"_s, u"34"_s}}};
+            EXPECT_EQ(asked[0], expected);
+        }
+        EXPECT_EQ(acme(), given.stored);
+        if (given.isAsked && given.answer == Keep::Both) {
+            EXPECT_EQ(customers().text(1, 3), u"34"_s) << "what was typed stays";
+        }
+        expectIdle();
+        frmCustomer::unload();
+    }
+}
+
+TEST_F(ChangedMeanwhileTest, respondentsParametersAndQuestionsAreComparedToo) {
+    answer = Keep::Mine;
+    frmCustomer::instance().Show();
+    const EditedGrid respondents{frmCustomer::instance(), "grdRespondentDtls", "txtRespondentDtls"};
+    respondents.enter(1, 2, u"Chief"_s);
+    other(u"update respondent set respondentdesignation='Clerk'"_s);
+    press(frmCustomer::instance(), "cmdSaveRespondent");
+    EXPECT_EQ(rows(u"select respondentdesignation from respondent"_s), QStringList(u"Chief"_s));
+
+    frmParameter& form = frmParameter::instance();
+    form.Show();
+    const EditedGrid parameters{form, "grdParameterDtls", "txtParameterDtls"};
+    parameters.enter(1, 1, u"Supply"_s);
+    other(u"update parameter set parametername='Shipping'"_s);
+    press(form, "cmdSaveParameter");
+    const EditedGrid questions{form, "grdQuestionDtls", "txtQuestionDtls"};
+    questions.enter(1, 2, u"d"_s);
+    other(u"update questions set question='In time?'"_s);
+    press(form, "cmdSaveQuestion");
+    EXPECT_EQ(rows(u"select parametername || '|' || question || '|' || Type from parameter join questions"_s),
+              QStringList(u"Supply|In time?|0"_s));
+    ASSERT_EQ(asked.size(), 2U);
+    EXPECT_EQ(asked[0].name, u"Respondent Name: Ann"_s);
+    EXPECT_EQ(asked[1].fields,
+              (std::vector<ChangedField>{{u"Parameter Name"_s, u"Delivery"_s, u"Shipping"_s, u"Supply"_s}}));
+}
+
+TEST_F(ChangedMeanwhileTest, theMarksOfAnAnswerAreCompared) {
+    addQuestionnaire(1, addSurvey(1, {2024, 3, 5}), {1});
+    addScore(1, 1, 1, {2024, 3, 5}, 4, 5);
+    frmFeedBackObj& form = frmFeedBackObj::instance();
+    form.Show();
+    const EditedGrid marks{form, "grdDtls", "txtDtls"};
+    ASSERT_EQ(marks.row(1), u"On time?|4|5|"_s);
+    const struct {
+        QString score; // entered
+        QString others;
+        Keep answer;
+        bool isAsked;
+        QString shown;
+        QString stored;
+    } cases[] = {
+        {u"7"_s, u"weightage=9"_s, Keep::Both, false, u"On time?|4|7|"_s, u"9 7"_s},
+        {u"8"_s, u"score=2"_s, Keep::Both, true, u"On time?|4|8|"_s, u"9 2"_s},
+        {u"8"_s, u"score=3"_s, Keep::Stored, true, u"On time?|9|3|"_s, u"9 3"_s},
+        {u"8"_s, u"score=1"_s, Keep::Mine, true, u"On time?|9|8|"_s, u"9 8"_s},
+    };
+    for (const auto& given : cases) {
+        SCOPED_TRACE(qPrintable(given.others));
+        marks.enter(1, 3, given.score);
+        other(u"update feedbackobjective set "_s + given.others);
+        asked.clear();
+        answer = given.answer;
+        press(form, "cmdSave");
+        EXPECT_EQ(asked.size(), given.isAsked ? 1U : 0U);
+        EXPECT_EQ(marks.row(1), given.shown);
+        EXPECT_EQ(rows(u"select weightage || ' ' || score from feedbackobjective"_s),
+                  QStringList(given.stored));
+        expectIdle();
+    }
+}
+
+TEST_F(ChangedMeanwhileTest, theDialogAsksAndLosesNothingByDefault) {
+    const ChangedRow row{u"Customer Name: Acme"_s, {{u"Tel.No"_s, u"12"_s, u"99"_s, u"34"_s}}};
+    const std::pair<std::function<void()>, Keep> cases[] = {
+        {[] { QTest::keyClick(&frmChangedMeanwhile::instance(), Qt::Key_Return); }, Keep::Both},
+        {[] { QTest::keyClick(&frmChangedMeanwhile::instance(), Qt::Key_Escape); }, Keep::Both},
+        {[] { press(frmChangedMeanwhile::instance(), "cmdStored"); }, Keep::Stored},
+        {[] { QTest::keyClick(&frmChangedMeanwhile::instance(), Qt::Key_M, Qt::AltModifier); }, Keep::Mine}};
+    for (const auto& [act, expected] : cases) {
+        QStringList shown;
+        QTimer::singleShot(0, &frmChangedMeanwhile::instance(), [&] {
+            const auto* grid = control<QTableWidget>(frmChangedMeanwhile::instance(), "grdFields");
+            for (int column = 0; column < grid->columnCount(); ++column)
+                shown << grid->item(0, column)->text();
+            act();
+        });
+        EXPECT_EQ(frmChangedMeanwhile::ask(row), expected);
+        EXPECT_EQ(shown, (QStringList{u"Tel.No"_s, u"12"_s, u"99"_s, u"34"_s}));
+    }
+}
+
+} // namespace
