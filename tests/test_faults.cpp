@@ -98,6 +98,8 @@ protected:
     }
 
     SurveyFile filled;
+    // Answers that were read from a file while Feedback was not active have changed under it.
+    Replaced<changedHook> mine{[](const ChangedRow&) { return Keep::Mine; }};
 };
 
 TEST_F(FaultsTest, aFullDiskIsReportedAndChangesNeitherStoreNorFiles) {
