@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Reads 500 filled survey files of 50 questions into an empty store, writes included, and again as .xlsx and
-// .ods files made by LibreOffice. Beside them: python3-xlrd parses the .xls files, and python3-openpyxl reads
-// the values of all cells of the .xlsx files.
+// Checks 500 filled survey files of 50 questions, reads them into an empty store, writes included, and again
+// as .xlsx and .ods files made by LibreOffice, and undoes the readings. Beside them: python3-xlrd parses the
+// .xls files, and python3-openpyxl reads the values of all cells of the .xlsx files.
 #include "core/MDIMain.h"
 #include "core/Main.h"
+#include "core/base/backup.h"
 #include "core/base/gblGlobal.h"
+#include "core/store/transaction.h"
+#include "exchange/files/readingundo.h"
+#include "exchange/files/surveychecker.h"
 #include "exchange/reading.h"
 #include "tests/support/surveyfile.h"
 
@@ -50,6 +54,18 @@ QStringList makeFiles(const QTemporaryDir& home) {
     return paths;
 }
 
+/// One customer and survey with a questionnaire of all questions for each respondent.
+void addQuestionnaires() {
+    Transaction transaction;
+    cnnMain->Execute(u"insert into customer (custname) values ('Acme')"_s);
+    cnnMain->Execute(u"insert into survey (sdate, custid) values ('2024-03-05', 1)"_s);
+    for (int respondent = 1; respondent <= fileCount; ++respondent)
+        cnnMain->Execute(u"insert into respondent (custid, respondentname) values (1, 'Ann')"_s);
+    cnnMain->Execute(u"insert into responquesindex (respondentid, questionid, surveyid, [Order]) "
+                     "select respondentid, questionid, 1, questionid from respondent, questions"_s);
+    transaction.Commit();
+}
+
 bool connect(const QTemporaryDir& home) {
     qputenv("XDG_CONFIG_HOME", home.filePath(u"config"_s).toUtf8());
     setHomeDirectory(home.path());
@@ -63,6 +79,7 @@ bool connect(const QTemporaryDir& home) {
         questions["Type"] = isScore(questionid);
         questions.Update();
     }
+    addQuestionnaires();
     return true;
 }
 
@@ -103,6 +120,33 @@ QStringList converted(const QTemporaryDir& home, const QStringList& paths, const
     return results;
 }
 
+/// Checks the files; false unless all get that verdict.
+bool check(const char* pass, const QStringList& paths, Verdict expected) {
+    QElapsedTimer clock;
+    clock.start();
+    SurveyChecker checker;
+    std::vector<CheckedFile> checked;
+    for (const QString& path : paths)
+        checked.push_back(checker.check(path));
+    judgeTogether(checked);
+    std::printf("%-16s %6.2f s\n", pass, double(clock.elapsed()) / 1000);
+    return std::all_of(checked.begin(), checked.end(),
+                       [expected](const CheckedFile& file) { return file.verdict == expected; });
+}
+
+/// Undoes the readings from the last to the first, each after a copy, and shows the time of the first.
+void undoAll(int readings) {
+    for (int readingid = readings; readingid > 0; --readingid) {
+        QElapsedTimer clock;
+        clock.start();
+        copyStore(*cnnMain, strDatabasePath);
+        const ReadingUndo done = undoReading(readingid, QDateTime::currentDateTime());
+        if (readingid == 1)
+            std::printf("%-16s %6.2f s for %d answers\n", "undone", double(clock.elapsed()) / 1000,
+                        done.removedCount());
+    }
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -118,6 +162,8 @@ int main(int argc, char** argv) {
         {"as .xlsx", converted(home, paths, u"xlsx"_s)},
         {"as .ods", converted(home, paths, u"ods"_s)},
     };
+    if (!check("checked, new", paths, Verdict::Ready))
+        return 1;
     for (const auto& [pass, files] : passes) {
         QElapsedTimer clock;
         clock.start();
@@ -133,6 +179,9 @@ int main(int argc, char** argv) {
         std::printf("%-16s %6.2f s, memory after a tenth %.1f MB, after all %.1f MB\n", pass,
                     double(clock.elapsed()) / 1000, memory, residentMemory());
     }
+    if (!check("checked, stored", paths, Verdict::Identical))
+        return 1;
+    undoAll(int(std::size(passes)));
     std::printf("%-16s %6.2f s\n", "xlrd, .xls",
                 pythonSeconds(u"xlrd"_s, u"xlrd.open_workbook(path)"_s, paths));
     std::printf(
