@@ -10,26 +10,38 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString fieldToJson(const QVariant& field) {
-    if (!field.isValid())
-        return u"null"_s;
-    if (field.userType() != QMetaType::QString)
-        return QString::number(field.toLongLong());
+void appendField(QString& json, const QVariant& field) {
+    if (!field.isValid()) {
+        json += u"null"_s;
+        return;
+    }
+    if (field.userType() != QMetaType::QString) {
+        json += QString::number(field.toLongLong());
+        return;
+    }
     const QString words = field.toString();
     const bool isPlain = std::none_of(words.begin(), words.end(), [](QChar c) {
         return c < u' ' || c == u'"' || c == u'\\' || c.isSurrogate();
     });
     if (isPlain)
-        return u'"' + words + u'"';
-    const QByteArray array = QJsonDocument(QJsonArray{words}).toJson(QJsonDocument::Compact);
-    return QString::fromUtf8(array).sliced(1).chopped(1);
+        json += u'"' + words + u'"';
+    else
+        json += QString::fromUtf8(QJsonDocument(QJsonArray{words}).toJson(QJsonDocument::Compact))
+                    .sliced(1)
+                    .chopped(1);
 }
 
-QString stateToJson(const std::optional<AnswerState>& state) {
-    if (!state)
-        return u"null"_s;
-    return u'[' + fieldToJson(state->surveyid) + u',' + fieldToJson(state->weightage) + u',' +
-           fieldToJson(state->content) + u']';
+void appendState(QString& json, const std::optional<AnswerState>& state) {
+    if (!state) {
+        json += u"null"_s;
+        return;
+    }
+    for (const auto& [before, field] :
+         {std::pair(u'[', &state->surveyid), {u',', &state->weightage}, {u',', &state->content}}) {
+        json += before;
+        appendField(json, *field);
+    }
+    json += u']';
 }
 
 QVariant fieldFromJson(const QJsonValue& value) {
@@ -47,16 +59,21 @@ std::optional<AnswerState> stateFromJson(const QJsonValue& value) {
 
 /// Put together as text: QJsonArray would take a tenth of the reading of a file.
 QString toJson(const std::vector<AnswerChange>& changes) {
-    QString json;
+    constexpr qsizetype usualLength = 40; // of an answer without words
+    QString json = u"["_s;
+    json.reserve(qsizetype(changes.size()) * usualLength);
     for (const AnswerChange& change : changes) {
-        json += json.isEmpty() ? u'[' : u',';
-        json += u'[' + QString::number(change.questionid) + (change.isScore ? u",true,"_s : u",false,"_s) +
-                stateToJson(change.before);
-        if (change.after != change.before)
-            json += u',' + stateToJson(change.after);
+        json += json.size() > 1 ? u",["_s : u"["_s;
+        json += QString::number(change.questionid);
+        json += change.isScore ? u",true,"_s : u",false,"_s;
+        appendState(json, change.before);
+        if (change.after != change.before) {
+            json += u',';
+            appendState(json, change.after);
+        }
         json += u']';
     }
-    return json.isEmpty() ? u"[]"_s : json + u']';
+    return json + u']';
 }
 
 std::vector<AnswerChange> changesFromJson(const QString& json) {

@@ -2,7 +2,6 @@
 #include "exchange/files/readingrecord.h"
 
 #include "core/store/store.h"
-#include "exchange/files/returnedfile.h"
 
 #include <algorithm>
 
@@ -21,11 +20,6 @@ void ReadingRecord::beginFile(const QString& title, const QString& registered,
     file.title = title;
     file.registered = toStoredText(registered);
     file.statusBefore = statusBefore;
-}
-
-void ReadingRecord::hashContent(const QByteArray& content) {
-    if (isRecorded == true)
-        file.hash = std::async(std::launch::async, contentHash, content);
 }
 
 void ReadingRecord::add(const AnswerKeys& keys, AnswerChange change) {
@@ -47,8 +41,8 @@ void ReadingRecord::endFile() {
     row.AddNew();
     row["readingid"] = readingid;
     row["filename"] = file.title;
-    if (file.hash.valid())
-        row["sha256"] = file.hash.get();
+    if (!file.hash.isEmpty())
+        row["sha256"] = file.hash;
     if (file.keys) {
         row["respondentid"] = file.keys->respondentid;
         row["surveyid"] = file.keys->surveyid;

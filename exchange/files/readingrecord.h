@@ -5,8 +5,6 @@
 
 #include <QDateTime>
 
-#include <future>
-
 /// Whether readings are recorded in the store: it has the tables of version 2. Throws Failure.
 bool hasReadingTables();
 
@@ -25,8 +23,7 @@ public:
     /// A file whose reading begins. registered: its name in the register, empty for none; statusBefore: of
     /// the register's row.
     void beginFile(const QString& title, const QString& registered, std::optional<bool> statusBefore);
-    /// Computes the hash of the file's content meanwhile.
-    void hashContent(const QByteArray& content);
+    void setHash(const QString& hash) { file.hash = hash; } ///< of the file's content, as contentHash
     void add(const AnswerKeys& keys, AnswerChange change);
     /// Writes the file's row.
     void endFile();
@@ -40,7 +37,7 @@ private:
         QString title;
         QString registered;
         std::optional<bool> statusBefore;
-        std::future<QString> hash;
+        QString hash; ///< empty while the content was not read
         std::optional<AnswerKeys> keys;
         std::vector<AnswerChange> changes;
     };

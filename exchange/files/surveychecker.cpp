@@ -3,10 +3,8 @@
 
 #include "core/store/store.h"
 #include "exchange/files/filenames.h"
-#include "exchange/files/returnedfile.h"
-#include "exchange/files/sheetchoice.h"
+#include "exchange/files/openedsurvey.h"
 #include "exchange/files/surveylog.h"
-#include "platform/excel/application.h"
 
 #include <algorithm>
 #include <set>
@@ -79,27 +77,24 @@ CheckedFile SurveyChecker::check(const QString& path) {
     if (!judgement)
         judgement = compareAnswers();
     sheet = {};
-    workbook = {};
     file.alone = file.verdict = judgement->verdict;
     file.remarkAlone = file.remark = judgement->remark;
     return std::move(file);
 }
 
 std::optional<SurveyChecker::Judgement> SurveyChecker::open(const QString& path) {
+    const OpenedSurvey opened = openSurvey(path);
+    file.hash = opened.hash;
+    sheet = opened.sheet;
     try {
-        const excel::FileContent content = excel::readContent(path);
-        file.hash = contentHash(content.bytes);
-        workbook = excel::Application().Workbooks().Open(path, content);
-    } catch (const std::exception&) {
-        return Judgement{Verdict::Unreadable, sentenceOf(std::current_exception())};
-    }
-    try {
-        sheet = surveySheetOf(workbook);
+        if (opened.failure)
+            std::rethrow_exception(opened.failure);
         sheet.Unprotect(cellmap::sheetPassword.toString());
     } catch (const std::exception&) {
-        const bool hasSheet =
-            workbook.SheetNames().contains(cellmap::sheetName.toString(), Qt::CaseInsensitive);
-        return Judgement{hasSheet ? Verdict::Unreadable : Verdict::NoSurveyFile,
+        const bool isOther =
+            opened.workbook.isOpen() &&
+            !opened.workbook.SheetNames().contains(cellmap::sheetName.toString(), Qt::CaseInsensitive);
+        return Judgement{isOther ? Verdict::NoSurveyFile : Verdict::Unreadable,
                          sentenceOf(std::current_exception())};
     }
     return std::nullopt;

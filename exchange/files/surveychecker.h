@@ -3,7 +3,7 @@
 
 #include "exchange/files/answersheet.h"
 #include "exchange/files/surveycheck.h"
-#include "platform/excel/workbook.h"
+#include "platform/excel/worksheet.h"
 
 /// Checks survey files before they are read. Writes nothing. Used for one command of the user: it reads the
 /// catalogue once.
@@ -37,7 +37,6 @@ private:
 
     // Of the file that is being checked.
     CheckedFile file;
-    excel::Workbook workbook;
     excel::Worksheet sheet;
     SheetAnswers read;
     std::optional<StoredSurvey> survey;

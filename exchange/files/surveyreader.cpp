@@ -4,9 +4,7 @@
 #include "core/store/store.h"
 #include "core/store/worktable.h"
 #include "exchange/files/filenames.h"
-#include "exchange/files/sheetchoice.h"
 #include "exchange/files/surveylog.h"
-#include "platform/excel/application.h"
 
 #include <QElapsedTimer>
 
@@ -15,7 +13,7 @@ using namespace Qt::StringLiterals;
 bool SurveyReader::read(const ReturnedFile& file, std::optional<bool> statusBefore) {
     return readTogether([&] {
         record.beginFile(file.title(), findRegisteredTitle(file.title()), statusBefore);
-        readFile(file.path, {});
+        readFile(file.path, openSurvey(file.path));
     });
 }
 
@@ -24,6 +22,7 @@ QStringList SurveyReader::readAll(const std::vector<ReturnedFile>& files) {
     QStringList titles;
     for (const ReturnedFile& file : files)
         titles << file.title();
+    SurveyOpener opener(files);
     QStringList bad;
     qsizetype next = 0;
     for (bool going = true; going && next < titles.size();) {
@@ -35,7 +34,7 @@ QStringList SurveyReader::readAll(const std::vector<ReturnedFile>& files) {
                 going = !onFile || onFile(titles[next], titles.size() - next - 1);
                 if (!going)
                     return;
-                markAndRead(files[std::size_t(next++)]);
+                markAndRead(files[std::size_t(next++)], opener.takeNext());
             } while (next < titles.size() && clock.elapsed() < longestTransaction);
         });
         if (!good && committed)
@@ -93,32 +92,30 @@ void SurveyReader::keepFindings() {
     allRemarks += newRemarks;
 }
 
-void SurveyReader::markAndRead(const ReturnedFile& file) {
+void SurveyReader::markAndRead(const ReturnedFile& file, const OpenedSurvey& opened) {
     title = file.title();
     failing.reset();
-    std::optional<excel::FileContent> checked;
     if (!file.checkedHash.isEmpty()) {
-        checked = excel::readContent(file.path);
-        if (contentHash(checked->bytes) != file.checkedHash)
+        if (opened.hash.isEmpty())
+            std::rethrow_exception(opened.failure);
+        if (opened.hash != file.checkedHash)
             throw Failure(
                 u"%1 has changed since it was checked and was not read. Check it again."_s.arg(title));
     }
     const QString registered = findRegisteredTitle(title);
     record.beginFile(title, registered, setLogStatus(registered));
-    readFile(file.path, checked);
+    readFile(file.path, opened);
 }
 
-void SurveyReader::readFile(const QString& path, const std::optional<excel::FileContent>& checked) {
+void SurveyReader::readFile(const QString& path, const OpenedSurvey& opened) {
     title = path.section(u'/', -1);
     failing.reset();
     try {
-        const excel::FileContent content = checked ? *checked : excel::readContent(path);
-        record.hashContent(content.bytes);
-        excel::Application appExcel;
-        const excel::Workbook wkbExcel = appExcel.Workbooks().Open(path, content);
-        readSheet(surveySheetOf(wkbExcel));
-        wkbExcel.Close(false);
-        appExcel.Quit();
+        record.setHash(opened.hash);
+        if (opened.failure)
+            std::rethrow_exception(opened.failure);
+        readSheet(opened.sheet);
+        opened.workbook.Close(false);
     } catch (const std::exception&) {
         if (cnnMain->InTransaction()) // else the store has rolled back
             record.endFile();

@@ -2,9 +2,8 @@
 #pragma once
 
 #include "exchange/files/answersheet.h"
+#include "exchange/files/openedsurvey.h"
 #include "exchange/files/readingrecord.h"
-#include "exchange/files/returnedfile.h"
-#include "platform/excel/filecontent.h"
 
 #include <functional>
 #include <map>
@@ -50,9 +49,8 @@ public:
 private:
     /// Runs the reading of one or more files as one transaction; false after it has reported a failure.
     bool readTogether(const std::function<void()>& files);
-    void markAndRead(const ReturnedFile& file);
-    /// checked: the content, if it has been read already.
-    void readFile(const QString& path, const std::optional<excel::FileContent>& checked);
+    void markAndRead(const ReturnedFile& file, const OpenedSurvey& opened);
+    void readFile(const QString& path, const OpenedSurvey& opened);
     void readSheet(const excel::Worksheet& sheet);
     void writeAnswers(const std::vector<FileAnswer>& answers);
     void compareWithRegister(const AnswerKeys& keys);

@@ -13,7 +13,7 @@ class Workbooks;
 /// An invisible spreadsheet application that works on files of the Excel 97-2003 format (.xls) and reads
 /// those of newer Excel (.xlsx, .xlsm) and OpenDocument (.ods). It never runs a macro, computes a formula or
 /// shows anything. A new Application has no workbooks; copies of it, and Workbook::Application(), are the
-/// same one. Everything here belongs to one thread.
+/// same one. Only one thread at a time uses an Application and what belongs to it.
 //
 /// Objects are handles: copying one is cheap and refers to the same thing, and using one after its workbook
 /// was closed throws Failure. A workbook that no handle refers to any more is released without saving.

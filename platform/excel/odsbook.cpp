@@ -18,6 +18,15 @@ namespace {
 constexpr QByteArrayView spreadsheetType = "application/vnd.oasis.opendocument.spreadsheet";
 constexpr QByteArrayView documentType = "application/vnd.oasis.opendocument.";
 
+// Names that are met at each cell; a QStringView of a literal would count its characters each time.
+constexpr QStringView tableRow = u"table-row";
+constexpr QStringView tableCell = u"table-cell";
+constexpr QStringView coveredCell = u"covered-table-cell";
+constexpr QStringView rowsRepeated = u"number-rows-repeated";
+constexpr QStringView columnsRepeated = u"number-columns-repeated";
+constexpr QStringView valueType = u"value-type";
+constexpr QStringView officePrefix = u"office";
+
 /// How often a row or cell is repeated, at most as often as fits a sheet.
 int repetitions(const XmlPart& xml, QStringView attribute) {
     return std::clamp(xml.number(attribute).value_or(1), 1, biff::maxRows);
@@ -84,7 +93,7 @@ void SheetReader::readTable() {
         if (token == QXmlStreamReader::EndElement) {
             --depth;
         } else if (token == QXmlStreamReader::StartElement) {
-            if (xml.name() == u"table-row")
+            if (xml.name() == tableRow)
                 readRow(sheet);
             else if (xml.name() == u"table-row-group" || xml.name() == u"table-rows" ||
                      xml.name() == u"table-header-rows")
@@ -97,16 +106,15 @@ void SheetReader::readTable() {
 }
 
 void SheetReader::readRow(ValueSheet& sheet) {
-    const int count = std::min(repetitions(xml, u"number-rows-repeated"), biff::maxRows - row);
+    const int count = std::min(repetitions(xml, rowsRepeated), biff::maxRows - row);
     std::vector<Run> runs;
     int column = 0;
     while (xml.nextChild()) {
-        if (xml.name() != u"table-cell" && xml.name() != u"covered-table-cell") {
+        if (xml.name() != tableCell && xml.name() != coveredCell) {
             xml.skip();
             continue;
         }
-        const int repeated =
-            std::min(repetitions(xml, u"number-columns-repeated"), biff::maxColumns - column);
+        const int repeated = std::min(repetitions(xml, columnsRepeated), biff::maxColumns - column);
         Value value = readCell();
         if (!value.isBlank() && repeated > 0)
             runs.push_back({column, repeated, std::move(value)});
@@ -121,7 +129,11 @@ void SheetReader::readRow(ValueSheet& sheet) {
 }
 
 Value SheetReader::readCell() {
-    const QString type = xml.attribute(u"value-type", u"office");
+    if (xml.attributeView(valueType).isEmpty()) {
+        xml.skip();
+        return {};
+    }
+    const QString type = xml.attribute(valueType, officePrefix);
     const bool isError = xml.attribute(u"value-type", u"calcext") == u"error";
     const QString number = xml.attribute(u"value");
     const QString date = xml.attribute(u"date-value");
@@ -154,11 +166,34 @@ QByteArray withoutStyles(QByteArray content) {
     return to < 0 ? content : content.remove(from, to + end.size() - from);
 }
 
+/// The content without the names of the formats in the tags of cells and rows, a quarter of the rest. A "<"
+/// begins a tag everywhere but in comments and CDATA sections; content with those is kept as it is.
+QByteArray withoutStyleNames(const QByteArray& content) {
+    constexpr QByteArrayView name = " table:style-name=\"";
+    if (content.contains("<!"))
+        return content;
+    QByteArray result;
+    result.reserve(content.size());
+    qsizetype from = 0;
+    for (qsizetype at = content.indexOf(name); at >= 0; at = content.indexOf(name, at + 1)) {
+        const QByteArrayView before = QByteArrayView(content).first(at);
+        const qsizetype end = content.indexOf('"', at + name.size());
+        if (end < 0 || !(before.endsWith("<table:table-cell") || before.endsWith("<table:table-row")))
+            continue;
+        result += QByteArrayView(content).sliced(from, at - from);
+        from = end + 1;
+    }
+    return result += QByteArrayView(content).sliced(from);
+}
+
 bool isEncrypted(ZipPackage& package) {
     const QString manifest = u"META-INF/manifest.xml"_s;
     if (!package.has(manifest))
         return false;
-    XmlPart xml(package.read(manifest), manifest);
+    const QByteArray content = package.read(manifest);
+    if (!content.contains("encryption-data")) // which saves the parsing of nearly all
+        return false;
+    XmlPart xml(content, manifest);
     while (xml.nextChild()) {
         while (xml.nextChild()) {
             if (xml.name() == u"encryption-data")
@@ -180,7 +215,7 @@ void readOds(ZipPackage& package, ValueBook& book) {
     if (isEncrypted(package))
         throw biff::Refusal(u"is an OpenDocument spreadsheet (.ods) that is encrypted with a password"_s);
     const QString content = u"content.xml"_s;
-    XmlPart xml(withoutStyles(package.read(content)), content);
+    XmlPart xml(withoutStyleNames(withoutStyles(package.read(content))), content);
     while (xml.nextChild()) {
         if (xml.name() != u"body") {
             xml.skip();

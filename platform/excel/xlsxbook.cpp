@@ -9,6 +9,8 @@
 #include <QDir>
 #include <QHash>
 
+#include <mutex>
+
 using namespace Qt::StringLiterals;
 
 namespace excel {
@@ -108,8 +110,21 @@ std::vector<QString> readStrings(ZipPackage& package, const QString& part) {
     return strings;
 }
 
+/// Files that come back from one batch mostly have the same part of styles: the last one is kept.
+DateStyles stylesOf(const QByteArray& content, const QString& part) {
+    static std::mutex busy;
+    static QByteArray known;
+    static DateStyles styles;
+    const std::lock_guard guard(busy);
+    if (content != known) {
+        styles = DateStyles(XmlPart(content, part));
+        known = content;
+    }
+    return styles;
+}
+
 /// The place of a reference such as "B3"; one beyond the sheet of any program is refused.
-biff::Place placeOf(const QString& reference) {
+biff::Place placeOf(QStringView reference) {
     constexpr int mostColumns = 16384;
     int column = 0;
     qsizetype at = 0;
@@ -119,7 +134,7 @@ biff::Place placeOf(const QString& reference) {
             break;
     }
     bool good = false;
-    const int row = QStringView(reference).sliced(at).toInt(&good);
+    const int row = reference.sliced(at).toInt(&good);
     if (!good || row < 1 || column < 1)
         biff::damaged(u"a cell has the reference \"%1\""_s.arg(reference.left(20)));
     return {row - 1, column - 1};
@@ -153,7 +168,7 @@ void SheetReader::readBook(const QString& part) {
         throw biff::Refusal(u"is no workbook but another kind of document"_s);
     strings = readStrings(zip, partOfKind(targets, u"sharedStrings"));
     if (const QString look = partOfKind(targets, u"styles"); !look.isEmpty())
-        styles = DateStyles(XmlPart(zip.read(look), look));
+        styles = stylesOf(zip.read(look), look);
     while (xml.nextChild()) {
         if (xml.name() == u"workbookPr") {
             from1904 = xml.flag(u"date1904");
@@ -196,7 +211,7 @@ void SheetReader::readRow(XmlPart& xml, ValueSheet& sheet) {
             xml.skip();
             continue;
         }
-        const QString reference = xml.attribute(u"r");
+        const QStringView reference = xml.attributeView(u"r");
         const biff::Place place = reference.isEmpty()
                                       ? biff::Place{row, std::min(column, biff::maxColumns) + 1}
                                       : placeOf(reference);

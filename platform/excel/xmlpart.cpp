@@ -16,6 +16,8 @@ constexpr int maxDepth = 500;
 qsizetype afterSpecial(QByteArrayView content, qsizetype at) {
     static constexpr std::pair<QByteArrayView, QByteArrayView> kinds[] = {
         {"<!--", "-->"}, {"<![CDATA[", "]]>"}, {"<?", "?>"}};
+    if (at + 1 == content.size() || (content[at + 1] != '!' && content[at + 1] != '?'))
+        return -1;
     for (const auto& [start, end] : kinds) {
         if (!content.sliced(at).startsWith(start))
             continue;
@@ -27,16 +29,14 @@ qsizetype afterSpecial(QByteArrayView content, qsizetype at) {
 
 /// Moves from the start of a tag to its end; false when it has too many quoted values.
 bool passTag(QByteArrayView content, qsizetype& at) {
-    int values = 0;
-    for (char quote = 0; at < content.size() && (quote || content[at] != '>'); ++at) {
-        const char c = content[at];
-        if (quote && c == quote)
-            quote = 0;
-        else if (!quote && (c == '"' || c == '\'')) {
-            quote = c;
-            if (++values > maxAttributes)
-                return false;
-        }
+    for (int values = 0; at < content.size() && content[at] != '>'; ++at) {
+        if (content[at] != '"' && content[at] != '\'')
+            continue;
+        if (++values > maxAttributes)
+            return false;
+        at = content.indexOf(content[at], at + 1);
+        if (at < 0)
+            at = content.size() - 1;
     }
     return true;
 }
@@ -49,7 +49,7 @@ QString excessOf(QByteArrayView content) {
             at = after;
             continue;
         }
-        const bool isEnd = content.sliced(at).startsWith("</");
+        const bool isEnd = at + 1 < content.size() && content[at + 1] == '/';
         if (!passTag(content, at))
             return u"has an element with too many attributes"_s;
         if (isEnd)
@@ -82,22 +82,27 @@ void XmlPart::check() const {
 }
 
 QString XmlPart::attribute(QStringView name, QStringView prefix) const {
+    return attributeView(name, prefix).toString();
+}
+
+QStringView XmlPart::attributeView(QStringView name, QStringView prefix) const {
+    constexpr QStringView declaration = u"xmlns";
     const QXmlStreamAttributes all = xml.attributes(); // const: iterating must not copy them
     for (const QXmlStreamAttribute& attribute : all)
         if (attribute.name() == name &&
-            (prefix.isNull() ? attribute.prefix() != u"xmlns" : attribute.prefix() == prefix))
-            return attribute.value().toString();
+            (prefix.isNull() ? attribute.prefix() != declaration : attribute.prefix() == prefix))
+            return attribute.value();
     return {};
 }
 
 std::optional<int> XmlPart::number(QStringView attributeName) const {
     bool good = false;
-    const int number = attribute(attributeName).toInt(&good);
+    const int number = attributeView(attributeName).toInt(&good);
     return good ? std::optional(number) : std::nullopt;
 }
 
 bool XmlPart::flag(QStringView attributeName) const {
-    const QString value = attribute(attributeName);
+    const QStringView value = attributeView(attributeName);
     return value == u"1" || value == u"true";
 }
 

@@ -19,6 +19,8 @@ public:
     /// An attribute of the current element by its name without prefix; empty when it is missing. With a
     /// prefix only the one with that prefix.
     QString attribute(QStringView name, QStringView prefix = {}) const;
+    /// The same; valid until the reader moves.
+    QStringView attributeView(QStringView name, QStringView prefix = {}) const;
     std::optional<int> number(QStringView attributeName) const; ///< nothing for a missing or other one
     bool flag(QStringView attributeName) const;                 ///< true for "1" and "true"
 
