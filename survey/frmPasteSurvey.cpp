@@ -120,7 +120,7 @@ void frmPasteSurvey::toDeleteCopyDeteails() {
 
 bool frmPasteSurvey::toSaveTheCopyDetails() {
     return guarded([this] {
-        Transaction transaction;
+        Transaction transaction(Transaction::Scope::WorkTables);
         const SurveyKey copy = requireSurveyKey(target());
         if (!copy.date.isValid())
             throw Refusal(u"No Survey Date selected......Select one and proceed....."_s);
@@ -146,7 +146,7 @@ void frmPasteSurvey::toPasteCopyDetails() {
         if (copydetails.Eof())
             return;
         copydetails.Close();
-        fillWorkTable([this] { copyQuestionnaire(lists.picked(), target()); });
+        writeTogether([this] { copyQuestionnaire(lists.picked(), target()); });
     });
 }
 

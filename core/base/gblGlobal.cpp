@@ -2,6 +2,7 @@
 #include "core/base/gblGlobal.h"
 
 #include "core/base/failure.h"
+#include "core/store/worktable.h"
 #include "platform/forms/form.h"
 
 #include <QCoreApplication>
@@ -27,6 +28,7 @@ void toOpenConnection() {
     cnnMain = std::make_unique<ado::Connection>();
     guardedUnconnected(u"Error :"_s, [] {
         cnnMain->ConnectionString = connectionText();
+        cnnMain->OwnTables = workTables();
         cnnMain->Open();
     });
 }

@@ -7,6 +7,7 @@ using namespace Qt::StringLiterals;
 
 void startReport(crystal::CrystalReport& report, const QString& file, const QString& formulaName,
                  const QString& title, const QString& selection, const QStringList& further) {
+    report.Connection = cnnMain.get();
     report.Password = u"\nkvtwpa"_s;
     report.Formulas(0) = formulaName + u"='" + strCompanyName + u'\'';
     report.DataFiles(0) = homeDirectory() + u"/Tallywell.mdb";
@@ -17,6 +18,7 @@ void startReport(crystal::CrystalReport& report, const QString& file, const QStr
     for (int i = 0; i < further.size(); ++i)
         report.Formulas(i + 1) = further[i];
     const auto clearRun = [&] { // the next report may not set them
+        report.Connection = nullptr;
         report.SelectionFormula.clear();
         for (int i = 0; i < further.size(); ++i)
             report.Formulas(i + 1).clear();

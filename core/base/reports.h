@@ -5,7 +5,8 @@
 
 #include <QStringList>
 
-/// Opens a report in a maximised window. Layout `file` and database are in the home directory. `formulaName`
+/// Opens a report on the records that cnnMain sees, in a maximised window. Layout `file` is in the home
+/// directory. `formulaName`
 /// is the layout's formula for the organisation's name. The selection and the further formulas, each
 /// "name='text'", apply to this run only. Throws Failure, also recorded in the errors of cnnMain for guarded.
 void startReport(crystal::CrystalReport& report, const QString& file, const QString& formulaName,

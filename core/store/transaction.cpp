@@ -3,8 +3,8 @@
 
 #include "core/store/store.h"
 
-Transaction::Transaction() {
-    cnnMain->BeginTrans();
+Transaction::Transaction(Scope scope) {
+    scope == Scope::Store ? cnnMain->BeginTrans() : cnnMain->BeginOwnTrans();
     current = this;
 }
 

@@ -6,8 +6,10 @@
 /// Transactions do not nest.
 class Transaction {
 public:
-    /// Begins the transaction. Throws Failure.
-    Transaction();
+    enum class Scope { Store, WorkTables };
+
+    /// Begins the transaction. One that writes to work tables only locks nothing. Throws Failure.
+    explicit Transaction(Scope scope = Scope::Store);
     Transaction(const Transaction&) = delete;
     Transaction& operator=(const Transaction&) = delete;
     ~Transaction();

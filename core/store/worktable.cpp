@@ -4,8 +4,12 @@
 #include "core/store/store.h"
 #include "core/store/transaction.h"
 
-std::exception_ptr tryWriteTogether(const std::function<void()>& write) {
-    Transaction transaction;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+std::exception_ptr tryWriteIn(Transaction::Scope scope, const std::function<void()>& write) {
+    Transaction transaction(scope);
     std::exception_ptr failure;
     try {
         write();
@@ -18,11 +22,23 @@ std::exception_ptr tryWriteTogether(const std::function<void()>& write) {
     return failure;
 }
 
+} // namespace
+
+QStringList workTables() {
+    return {u"reportlinktable"_s, u"report"_s, u"reporttable"_s, u"linetable"_s, u"surveydateorder"_s,
+            u"scattertable"_s,    u"search"_s, u"copydetails"_s, u"mscharttry"_s};
+}
+
+std::exception_ptr tryWriteTogether(const std::function<void()>& write) {
+    return tryWriteIn(Transaction::Scope::Store, write);
+}
+
 void writeTogether(const std::function<void()>& write) {
     if (const std::exception_ptr failure = tryWriteTogether(write))
         std::rethrow_exception(failure);
 }
 
 void fillWorkTable(const std::function<void()>& fill) {
-    writeTogether(fill);
+    if (const std::exception_ptr failure = tryWriteIn(Transaction::Scope::WorkTables, fill))
+        std::rethrow_exception(failure);
 }

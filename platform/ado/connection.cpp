@@ -39,6 +39,7 @@ void Connection::Open() {
         openServer(source, password);
     else
         open->fail({number::dataSource, u"Data source name '"_s + parts.value(u"DSN"_s) + u"' not found."});
+    open->makeOwnTables(OwnTables);
 }
 
 void Connection::openServer(const QMap<QString, QString>& source, const QString& password) {
@@ -53,6 +54,7 @@ void Connection::openServer(const QMap<QString, QString>& source, const QString&
 
 void Connection::OpenReadOnly(const QString& path, const QString& password) {
     openFile(path, password, true);
+    open->makeOwnTables(OwnTables);
 }
 
 void Connection::openFile(const QString& path, const QString& password, bool readOnly) {
@@ -94,7 +96,12 @@ void Connection::Execute(const QString& sql) {
 
 void Connection::BeginTrans() {
     open->requireOpen();
-    open->begin();
+    open->begin(Writes::Store);
+}
+
+void Connection::BeginOwnTrans() {
+    open->requireOpen();
+    open->begin(Writes::OwnTables);
 }
 
 void Connection::CommitTrans() {

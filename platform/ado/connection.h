@@ -26,6 +26,10 @@ public:
     /// datasources.h names them: "SOCKET=path;DATABASE=name;UID=user;PWD=password;"
     QString ConnectionString;
 
+    /// Tables whose rows are each connection's own: Open puts an empty, temporary table in the place of each,
+    /// also in a store that can only be read.
+    QStringList OwnTables;
+
     /// Opens the file of the data source and checks the password, or connects to its server. A file that can
     /// only be read is opened for reading.
     void Open();
@@ -43,8 +47,10 @@ public:
     void Execute(const QString& sql);
 
     /// Transactions do not nest. In a file a transaction takes the write lock at its start, so that another
-    /// program's lock is met before anything is changed; a server locks the records that are written.
+    /// program's lock is met before anything is changed; a server locks the records that are written. One
+    /// that writes to own tables only takes no such lock.
     void BeginTrans();
+    void BeginOwnTrans();
     void CommitTrans();
     /// Does nothing without an open transaction.
     void RollbackTrans();

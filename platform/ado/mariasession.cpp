@@ -193,7 +193,7 @@ std::shared_ptr<Compiled> MariaSession::compile(const QString& sql) {
     return std::make_shared<MariaStatement>(*this, sql, handle);
 }
 
-void MariaSession::begin() {
+void MariaSession::begin(Writes) {
     if (inTransaction)
         fail({ER_CANT_CHANGE_TX_CHARACTERISTICS, u"A transaction is open already."_s});
     run(u"start transaction"_s);
@@ -248,6 +248,14 @@ QStringList MariaSession::tables() {
 int MariaSession::schemaVersion() {
     const QList<QStringList> version = rowsOf(u"select version from "_s + versionView);
     return version.isEmpty() ? 0 : version[0][0].toInt();
+}
+
+void MariaSession::makeOwnTables(const QStringList& names) {
+    for (const QString& name : names) {
+        const QList<QStringList> made = rowsOf(u"show create table "_s + quoted(name.toLower()));
+        if (!made.isEmpty())
+            run(u"CREATE TEMPORARY"_s + made[0][1].sliced(qsizetype(qstrlen("CREATE"))));
+    }
 }
 
 void MariaSession::runScript(const QByteArray& script) {

@@ -33,7 +33,7 @@ public:
     Target target() const override { return Target::MariaDb; }
     bool isOpen() const override { return connection != nullptr; }
     void close() override;
-    void begin() override;
+    void begin(Writes writes) override;
     void commit() override;
     void rollback() override;
     bool isInTransaction() const override { return inTransaction; }
@@ -43,6 +43,7 @@ public:
     Columns columnsOf(const QString& name) override;
     QStringList tables() override;
     int schemaVersion() override;
+    void makeOwnTables(const QStringList& names) override;
     /// Changes of tables commit on a server, so a transaction does not hold the script together.
     void runScript(const QByteArray& script) override;
     void backupTo(const QString& path) override;

@@ -49,6 +49,9 @@ public:
 
 class Session;
 
+/// What a transaction changes: the store, or only the connection's own tables, which need no lock.
+enum class Writes { Store, OwnTables };
+
 /// A compiled statement on loan from its session; returned, reset, on destruction.
 class Prepared {
 public:
@@ -93,7 +96,7 @@ public:
     /// Compiles the one statement of the text, or reuses a kept one.
     Prepared prepare(const Statement& statement);
 
-    virtual void begin() = 0;
+    virtual void begin(Writes writes) = 0;
     virtual void commit() = 0;
     virtual void rollback() = 0;
     virtual bool isInTransaction() const = 0;
@@ -111,6 +114,10 @@ public:
     virtual QStringList tables() = 0;
     /// The version that the scripts gave the store.
     virtual int schemaVersion() = 0;
+
+    /// Makes a temporary, empty table of each name, with the columns and indexes of the stored one, which it
+    /// hides from this session. Names that the store does not have are left out.
+    virtual void makeOwnTables(const QStringList& names) = 0;
 
     /// Runs a script of statements in SQLite's SQL, separated by semicolons. A Failure names the line.
     virtual void runScript(const QByteArray& script) = 0;

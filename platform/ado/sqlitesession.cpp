@@ -149,6 +149,24 @@ int SqliteSession::schemaVersion() {
     return version.step() ? version.column(0).toInt() : 0;
 }
 
+void SqliteSession::makeOwnTables(const QStringList& names) {
+    QStringList script;
+    for (const QString& name : names) {
+        Prepared made = prepare({u"select type, sql from sqlite_schema where tbl_name = ? collate nocase and "
+                                 "sql is not null order by type = 'index'"_s,
+                                 {name}});
+        while (made.step()) { // the texts begin with CREATE TABLE and CREATE INDEX, whatever the script had
+            const bool isIndex = made.column(0).toString() == u"index";
+            const QString sql = made.column(1).toString();
+            const qsizetype atName = isIndex ? sql.indexOf(u"INDEX ") + 6 : sql.indexOf(u"TABLE ") + 6;
+            script << (isIndex ? sql.first(atName) + u"temp." : u"CREATE TEMP TABLE "_s) + sql.sliced(atName);
+        }
+    }
+    const QByteArray sql = script.join(u';').toUtf8();
+    if (const int code = sqlite3_exec(database, sql.constData(), nullptr, nullptr, nullptr))
+        fail(code);
+}
+
 void SqliteSession::runScript(const QByteArray& script) {
     const char* rest = script.constData();
     while (*rest) {

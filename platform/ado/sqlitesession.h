@@ -27,7 +27,10 @@ public:
     bool isOpen() const override { return database != nullptr; }
     void close() override;
     /// Takes the write lock, so that another program's lock is met before anything is changed.
-    void begin() override { prepare({QStringLiteral("begin immediate"), {}}).step(); }
+    void begin(Writes writes) override {
+        prepare({writes == Writes::Store ? QStringLiteral("begin immediate") : QStringLiteral("begin"), {}})
+            .step();
+    }
     void commit() override { prepare({QStringLiteral("commit"), {}}).step(); }
     void rollback() override { prepare({QStringLiteral("rollback"), {}}).step(); }
     bool isInTransaction() const override;
@@ -37,6 +40,7 @@ public:
     Columns columnsOf(const QString& name) override;
     QStringList tables() override;
     int schemaVersion() override;
+    void makeOwnTables(const QStringList& names) override;
     void runScript(const QByteArray& script) override;
     void backupTo(const QString& path) override;
 

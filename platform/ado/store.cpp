@@ -23,7 +23,7 @@ void createStore(const QString& path, const QByteArray& script, const QString& p
     if (!makeOwnersFile(beside))
         session->fail({SQLITE_CANTOPEN, u"'"_s + beside + u"' cannot be written."});
     session->open(beside);
-    session->begin(); // one sync for all
+    session->begin(Writes::Store); // one sync for all
     session->runScript(script);
     setPassword(*session, password);
     session->commit();

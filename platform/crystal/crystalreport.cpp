@@ -25,8 +25,9 @@ void CrystalReport::setAction(int action) {
     }
     if (!Password.startsWith(u'\n'))
         throw reportFailure(ReportFileName, 0, u"The password does not begin with a line feed."_s);
-    Records records =
-        readRecords(layout, DataFiles(0), Password.mid(1), parseSelection(SelectionFormula, ReportFileName));
+    const std::vector<Condition> selection = parseSelection(SelectionFormula, ReportFileName);
+    Records records = Connection ? readRecords(layout, selection, *Connection)
+                                 : readRecords(layout, selection, DataFiles(0), Password.mid(1));
     layout.values.insert(layout.values.begin(), headFormulas.begin(), headFormulas.end());
     records.values = headTexts + records.values;
     previewHook(std::make_shared<const Report>(std::move(layout), std::move(records), name), WindowTitle,

@@ -9,6 +9,10 @@
 #include <map>
 #include <memory>
 
+namespace ado {
+class Connection;
+}
+
 namespace crystal {
 
 class Report;
@@ -18,10 +22,12 @@ enum ReportAction { RunReport = 1 };
 /// States of the preview window.
 enum PreviewState { NormalWindow = 0, MinimizedWindow = 1, MaximizedWindow = 2 };
 
-/// Runs a report by its properties: reads the layout, reads the database, which is opened for reading only,
-/// and shows the preview, from which the user prints. Every failure is thrown as Failure.
+/// Runs a report by its properties: reads the layout, reads the database, which it never changes, and shows
+/// the preview, from which the user prints. Every failure is thrown as Failure.
 class CrystalReport {
 public:
+    /// The open connection to read through, which sees its own tables; null: the database file is opened.
+    ado::Connection* Connection = nullptr;
     /// A line feed and then the database's password.
     QString Password;
     /// Formulas(0): "CompanyName='Larkmoor Ltd'". The name must match the layout's exactly; the text is

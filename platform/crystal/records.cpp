@@ -279,12 +279,17 @@ private:
 
 } // namespace
 
-Records readRecords(const Layout& layout, const QString& database, const QString& password,
-                    const std::vector<Condition>& selection) {
+Records readRecords(const Layout& layout, const std::vector<Condition>& selection,
+                    ado::Connection& connection) {
+    return Source(layout, connection).read(selection);
+}
+
+Records readRecords(const Layout& layout, const std::vector<Condition>& selection, const QString& database,
+                    const QString& password) {
     try {
         ado::Connection connection;
         connection.OpenReadOnly(database, password);
-        return Source(layout, connection).read(selection);
+        return readRecords(layout, selection, connection);
     } catch (const Failure& failure) {
         if (failure.number() == reportFailureNumber)
             throw;

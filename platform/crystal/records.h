@@ -6,6 +6,10 @@
 
 #include <QStringList>
 
+namespace ado {
+class Connection;
+}
+
 namespace crystal {
 
 /// One line of the report's body.
@@ -27,9 +31,12 @@ struct Records {
     std::vector<Block> blocks;
 };
 
-/// Reads the layout's table from the database file, which is opened for reading only. Throws Failure for
-/// a wrong password, a missing table or field, and a condition that does not match its field's type.
-Records readRecords(const Layout& layout, const QString& database, const QString& password,
-                    const std::vector<Condition>& selection);
+/// Reads the layout's table through an open connection. Throws Failure for a missing table or field, and a
+/// condition that does not match its field's type.
+Records readRecords(const Layout& layout, const std::vector<Condition>& selection,
+                    ado::Connection& connection);
+/// Likewise, from the database file, which is opened for reading only; also for a wrong password.
+Records readRecords(const Layout& layout, const std::vector<Condition>& selection, const QString& database,
+                    const QString& password);
 
 } // namespace crystal
