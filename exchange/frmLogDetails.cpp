@@ -2,10 +2,12 @@
 #include "exchange/frmLogDetails.h"
 
 #include "core/base/busy.h"
+#include "core/base/changedrow.h"
 #include "core/base/failure.h"
 #include "core/base/gblGlobal.h"
 #include "core/base/reports.h"
 #include "core/base/shell.h"
+#include "core/store/transaction.h"
 #include "exchange/files/homefile.h"
 #include "exchange/frmMessage.h"
 #include "exchange/registerdeletion.h"
@@ -35,8 +37,8 @@ frmLogDetails::frmLogDetails() : DefaultForm(Kind::SubWindow), ui(std::make_uniq
                              {u"Respondent Name"_s, 0.34},
                              {u"File ReadIN"_s, 0.14}});
     connectEvents();
-    frmMessage::read = [this] { return toGetStandardMessage(chosenCustomer()); };
-    frmMessage::write = [this] { toWriteStandardMessage(); };
+    frmMessage::read = [this] { return messageAsRead = toGetStandardMessage(chosenCustomer()); };
+    frmMessage::write = [this] { return toWriteStandardMessage(); };
 }
 
 frmLogDetails::~frmLogDetails() {
@@ -133,18 +135,38 @@ QString frmLogDetails::toGetStandardMessage(const QString& customerName) const {
     return mailer.toGetStandardMessage(customerName);
 }
 
-void frmLogDetails::toWriteStandardMessage() {
-    guarded([this] {
-        const QString text = frmMessage::instance().txtMessage()->toPlainText();
+bool frmLogDetails::toWriteStandardMessage() {
+    const QString text = frmMessage::instance().txtMessage()->toPlainText();
+    const QString select = u"select * from standardmessage where customerid="_s;
+    const auto changedMeanwhile = [&](ado::Recordset& standard) {
+        ChangedRow changed{u"Standard Message of "_s + chosenCustomer(), {}};
+        if (!standard.Eof())
+            addIfChanged(changed, {u"Message"_s, messageAsRead, standard["standardmessage"].Text().trimmed(),
+                                   text.trimmed()});
+        return changed;
+    };
+    Settlement settlement;
+    const bool isRead = guarded([&] {
+        ado::Recordset standard(select + QString::number(findCustomer(chosenCustomer())), *cnnMain);
+        settlement.note({}, changedMeanwhile(standard));
+    });
+    if (isRead && !settlement.ask())
+        return false;
+    if (!isRead || settlement.leavesAny() || text.trimmed() == messageAsRead)
+        return true;
+    guarded([&] {
+        Transaction transaction;
         const QString custid = QString::number(requireCustomers({chosenCustomer()}).front());
-        ado::Recordset standard(u"select * from standardmessage where customerid="_s + custid, *cnnMain,
-                                ado::Recordset::Lock::Optimistic);
+        ado::Recordset standard(select + custid, *cnnMain, ado::Recordset::Lock::Optimistic);
+        settlement.require({}, changedMeanwhile(standard));
         if (standard.Eof())
             standard.AddNew();
         standard["customerid"] = custid;
         standard["standardmessage"] = toFilterApostrophe(text).value_or(text.trimmed());
         standard.Update();
+        transaction.Commit();
     });
+    return true;
 }
 
 void frmLogDetails::cmdmail_Click() {

@@ -25,8 +25,9 @@ public:
     /// The customer chosen here, or empty.
     QString chosenCustomer() const;
     QString toGetStandardMessage(const QString& customerName) const;
-    /// Stores the text of frmMessage as the message of the chosen customer. A failure is shown.
-    void toWriteStandardMessage();
+    /// Stores the text of frmMessage as the message of the chosen customer. A failure is shown. False when
+    /// the user goes on editing, since someone else has changed the message.
+    bool toWriteStandardMessage();
     /// Keeps the chosen customer if there still is one of that name.
     void toFillCustomerList();
     void toFillListView();
@@ -49,4 +50,5 @@ private:
     void openFiles();
 
     std::unique_ptr<Ui::frmLogDetails> ui;
+    QString messageAsRead; ///< by the open frmMessage
 };

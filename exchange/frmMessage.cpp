@@ -23,7 +23,7 @@ void frmMessage::onLoad() {
 }
 
 void frmMessage::cmdSave_Click() {
-    if (write && !ui->txtMessage->toPlainText().trimmed().isEmpty())
-        write();
+    if (write && !ui->txtMessage->toPlainText().trimmed().isEmpty() && !write())
+        return;
     Unload();
 }

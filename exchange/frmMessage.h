@@ -23,7 +23,8 @@ public:
 
     // The register sets these while it is open.
     inline static std::function<QString()> read; ///< the message of the chosen customer
-    inline static std::function<void()> write;   ///< stores the text of txtMessage for that customer
+    /// Stores the text of txtMessage for that customer; false to go on editing.
+    inline static std::function<bool()> write;
 
 private:
     friend class DefaultForm<frmMessage>;

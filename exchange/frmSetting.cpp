@@ -20,13 +20,16 @@ frmSetting::~frmSetting() = default;
 
 void frmSetting::onLoad() {
     toCenterForm(*this);
-    QRadioButton* chosen = toGetSetting() ? ui->opnUserDefined : ui->opnSystemDefined;
+    asRead = toGetSetting();
+    QRadioButton* chosen = asRead ? ui->opnUserDefined : ui->opnSystemDefined;
     chosen->setChecked(true);
     chosen->setFocus(); // the arrow keys move on from there
 }
 
 void frmSetting::toSaveSetting() {
     guarded([this] {
+        if (ui->opnUserDefined->isChecked() == asRead)
+            return;
         ado::Recordset setting(u"select * from setting where setting='UserDefine'"_s, *cnnMain,
                                ado::Recordset::Lock::Optimistic);
         setting["checkeduser"] = ui->opnUserDefined->isChecked();

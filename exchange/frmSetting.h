@@ -23,4 +23,5 @@ private:
     void toSaveSetting();
 
     std::unique_ptr<Ui::frmSetting> ui;
+    bool asRead = false; ///< whether the users named the files when the form was loaded
 };

@@ -24,13 +24,9 @@ constexpr int dateColumn = 1;
 constexpr int targetColumn = 2;
 constexpr int statusColumn = 3;
 
-/// For an action without a target date, so that the previous action's date does not stay visible.
-QDate dateOrToday(const QDate& date) {
-    return date.isValid() ? date : forms::today();
-}
-
-QString statusWord(bool isComplete) {
-    return isComplete ? u"Complete"_s : u"Not Complete"_s;
+QString selectAction(int custid, const QDate& date) {
+    return u"select * from actionplan where customerid="_s + QString::number(custid) + u" and date=#" +
+           toSqlDate(date) + u"#";
 }
 
 QString custidOf(const QString& customerName) {
@@ -133,6 +129,7 @@ void frmImprovementPlan::showNoAction() {
     ui->dttargetDate->setValue(forms::today());
     ui->txtDescription->clear();
     showStatusOf(false);
+    asRead.reset();
 }
 
 void frmImprovementPlan::lstCusName_Click() {
@@ -149,7 +146,11 @@ void frmImprovementPlan::dtdate_Change() {
     const bool typing = ui->txtDescription->isModified() && ui->lstCusName->SelCount() == 1;
     bool isFree = false;
     if (typing) {
-        guarded([&] { isFree = toGetActionID(currentCustomer()).isEmpty(); });
+        guarded([&] {
+            isFree = toGetActionID(currentCustomer()).isEmpty();
+            if (isFree)
+                asRead = ReadAction{findCustomer(currentCustomer()), ui->dtdate->Value(), {}};
+        });
     }
     if (isFree)
         toFillListView();
@@ -169,6 +170,7 @@ void frmImprovementPlan::lsvDtls_Click() {
     }
     ui->dttargetDate->setValue(dateOrToday(toDate(list->Text(row, targetColumn))));
     showStatusOf(list->Text(row, statusColumn) == statusWord(true));
+    guarded([this] { asRead = ReadAction{findCustomer(currentCustomer()), ui->dtdate->Value(), entered()}; });
 }
 
 void frmImprovementPlan::lsvDtls_RightClick(const QPoint& globalPosition) {
@@ -190,7 +192,31 @@ void frmImprovementPlan::cmdSave_Click() {
     }
 }
 
+PlannedAction frmImprovementPlan::entered() const {
+    return {ui->txtDescription->text().trimmed(), ui->dttargetDate->Value().toString(ado::dateTextFormat),
+            statusWord(!ui->opnNotComplete->isChecked())};
+}
+
+bool frmImprovementPlan::settleChanges() {
+    settlement.clear();
+    const bool isRead = guarded([this] {
+        if (!asRead || asRead->date != ui->dtdate->Value())
+            return;
+        ado::Recordset stored(selectAction(asRead->custid, asRead->date), *cnnMain);
+        if (!stored.Eof())
+            settlement.note({}, asRead->changedMeanwhile(PlannedAction::of(stored), entered()));
+    });
+    return isRead && settlement.ask();
+}
+
+void frmImprovementPlan::noteAsRead(int custid, const QDate& date) {
+    ado::Recordset stored(selectAction(custid, date), *cnnMain);
+    asRead = ReadAction{custid, date, stored.Eof() ? PlannedAction() : PlannedAction::of(stored)};
+}
+
 void frmImprovementPlan::toSaveActionDtls() {
+    if (!settleChanges())
+        return;
     const bool saved = guarded([this] {
         Transaction transaction;
         const QStringList names = chosenCustomers();
@@ -199,10 +225,19 @@ void frmImprovementPlan::toSaveActionDtls() {
             saveActionOf(name);
         transaction.Commit();
     });
-    if (saved) {
-        ui->txtDescription->setModified(false);
-        toFillListView();
-    }
+    if (!saved)
+        return;
+    ui->txtDescription->setModified(false);
+    toFillListView();
+    bool showsStored = true;
+    guarded([&] {
+        noteAsRead(findCustomer(currentCustomer()), ui->dtdate->Value());
+        PlannedAction mine = entered();
+        mine.description = toStoredText(mine.description);
+        showsStored = asRead->texts == mine;
+    });
+    if (!showsStored && ui->lstCusName->SelCount() == 1)
+        torefreshOnCustomerNameClick(); // someone else's fields were kept
 }
 
 QString frmImprovementPlan::toGetActionID(const QString& customerName) const {
@@ -220,14 +255,25 @@ void frmImprovementPlan::saveActionOf(const QString& customerName) {
         known = u"actionid="_s + actionid + u" and " + known;
     ado::Recordset plan(u"select * from actionplan where "_s + known, *cnnMain,
                         ado::Recordset::Lock::Optimistic);
+    const PlannedAction mine = entered();
+    const bool isCompared = !plan.Eof() && asRead && asRead->isOf(custid.toInt(), ui->dtdate->Value());
+    const PlannedAction stored = isCompared ? PlannedAction::of(plan) : PlannedAction();
+    if (isCompared)
+        settlement.require({}, asRead->changedMeanwhile(stored, mine));
+    const auto isWritten = [&](const QString& field, QString PlannedAction::*text) {
+        return !isCompared || (!settlement.isLeft({}, field) && !asRead->isOthers(text, stored, mine));
+    };
     if (plan.Eof()) {
         plan.AddNew();
         plan["customerid"] = custid;
     }
-    plan["Action"] = toStoredText(ui->txtDescription->text().trimmed());
     plan["Date"] = ui->dtdate->Value();
-    plan["targetdate"] = ui->dttargetDate->Value();
-    plan["Status"] = !ui->opnNotComplete->isChecked();
+    if (isWritten(descriptionField, &PlannedAction::description))
+        plan["Action"] = toStoredText(mine.description);
+    if (isWritten(targetField, &PlannedAction::target))
+        plan["targetdate"] = ui->dttargetDate->Value();
+    if (isWritten(statusField, &PlannedAction::status))
+        plan["Status"] = !ui->opnNotComplete->isChecked();
     plan.Update();
 }
 
@@ -258,17 +304,22 @@ void frmImprovementPlan::torefreshOnCustomerNameClick() {
         ado::Recordset action(u"select * from action where customerid="_s + custidOf(currentCustomer()) +
                                   u" and date=#" + toSqlDate(ui->dtdate->Value()) + u"#",
                               *cnnMain);
+        const int custid = findCustomer(currentCustomer());
         if (action.Eof()) {
             showNone();
+            asRead = ReadAction{custid, ui->dtdate->Value(), {}};
             return;
         }
         ui->dtdate->setValue(action["Date"].Value().toDate());
         ui->dttargetDate->setValue(dateOrToday(action["targetdate"].Value().toDate()));
         ui->txtDescription->setText(action["Action"].Text());
         showStatusOf(action["Status"].Value().toBool());
+        asRead = ReadAction{custid, ui->dtdate->Value(), PlannedAction::of(action)};
     });
-    if (!read)
-        showNone(); // so that a save cannot store another customer's action
+    if (read)
+        return;
+    showNone(); // so that a save cannot store another customer's action
+    asRead.reset();
 }
 
 void frmImprovementPlan::toupdateStatus() {
@@ -287,6 +338,8 @@ void frmImprovementPlan::toupdateStatus() {
             }
         }
         transaction.Commit();
+        if (asRead) // the status in the boxes is as before, and a save writes it
+            noteAsRead(asRead->custid, asRead->date);
     });
     if (updated)
         toFillListView();

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "improvement/plannedaction.h"
 #include "platform/forms/form.h"
 
 #include <QDate>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace Ui {
@@ -51,7 +53,12 @@ private:
     void lsvDtls_Click();
     void lsvDtls_RightClick(const QPoint& globalPosition);
     void cmdSave_Click();
+    /// Asks about what someone else has changed in the action that is shown; false to go on editing.
+    bool settleChanges();
     void saveActionOf(const QString& customerName);
+    PlannedAction entered() const;
+    /// Remembers the stored action as the one that was read. Throws Failure.
+    void noteAsRead(int custid, const QDate& date);
     void showNoAction();
     void showStatusOf(bool complete);
     /// The customer under the list's cursor if chosen, or if none is chosen; else the first chosen one.
@@ -61,4 +68,6 @@ private:
     std::vector<QDate> chosenDates() const;
 
     std::unique_ptr<Ui::frmImprovementPlan> ui;
+    std::optional<ReadAction> asRead; ///< nothing: the boxes are of no customer
+    Settlement settlement;            ///< of the current save
 };

@@ -14,6 +14,7 @@
 #include <QAbstractButton>
 #include <QTextDocument>
 
+#include <algorithm>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -21,6 +22,23 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int questionsThatScroll = 6;
+
+/// The questions of one list that the other lacks, each after a sign.
+QStringList without(const std::vector<ChosenQuestion>& list, const std::vector<ChosenQuestion>& other,
+                    const QString& sign) {
+    QStringList names;
+    for (const ChosenQuestion& chosen : list) {
+        if (std::find(other.begin(), other.end(), chosen) == other.end())
+            names << sign + chosen.question + u" (" + chosen.parameter + u")";
+    }
+    return names;
+}
+
+/// What has become of the questions, such as "+ On time? (Delivery)".
+QString differences(const std::vector<ChosenQuestion>& before, const std::vector<ChosenQuestion>& now) {
+    const QStringList names = without(now, before, u"+ "_s) + without(before, now, u"\u2212 "_s);
+    return names.isEmpty() ? u"another order"_s : names.join(u", "_s);
+}
 
 } // namespace
 
@@ -221,9 +239,16 @@ void SurveyEditor::toSaveParamAndQuest() {
         toRefreshGrid();
         return;
     }
+    if (!settleChanges())
+        return;
+    if (settlement.leavesAny() || isOvertaken) {
+        showStored();
+        return;
+    }
     std::vector<ChosenQuestion> leftOut;
     const bool saved = guarded([&] {
         Transaction transaction;
+        settlement.require({}, changedMeanwhile());
         toSaveSurveyID();
         leftOut = rewrite();
         transaction.Commit();
@@ -242,8 +267,42 @@ void SurveyEditor::toSaveParamAndQuest() {
     forms::msgBox(sentence, forms::style::critical, titleWithVersion);
 }
 
+void SurveyEditor::noteAsRead() {
+    asRead = grid().questions();
+    idsAsRead = readQuestionIds(findSurveyKey(context()));
+}
+
+bool SurveyEditor::isChangedElsewhere() const {
+    const SurveyKey survey = findSurveyKey(shown);
+    return shown == context() && survey.respondentid != 0 && readQuestionIds(survey) != idsAsRead;
+}
+
+ChangedRow SurveyEditor::changedMeanwhile() const {
+    const std::vector<ChosenQuestion> mine = grid().questions();
+    if (mine == asRead || !isChangedElsewhere())
+        return {};
+    const std::vector<ChosenQuestion> stored = readQuestionnaire(findSurveyKey(shown));
+    if (mine == stored)
+        return {};
+    return {u"Questionnaire of "_s + shown.respondent + u", " + shown.date,
+            {{u"Questions"_s, u"%1 questions"_s.arg(asRead.size()), differences(asRead, stored),
+              differences(asRead, mine)}}};
+}
+
+bool SurveyEditor::settleChanges() {
+    settlement.clear();
+    const bool isRead = guarded([this] {
+        isOvertaken = grid().questions() == asRead && isChangedElsewhere();
+        settlement.note({}, changedMeanwhile());
+    });
+    return isRead && settlement.ask();
+}
+
 void SurveyEditor::toRefreshGrid() {
-    unread = !guarded([this] { grid().show(context()); });
+    unread = !guarded([this] {
+        grid().show(context());
+        noteAsRead();
+    });
     if (unread && shown != context())
         grid().clear(); // else another questionnaire would stay
     shown = context();
@@ -259,6 +318,7 @@ void SurveyEditor::showStored() {
         unread = false;
         if (stored != grid().questions())
             grid().showKeepingCursor(stored);
+        noteAsRead();
     } catch (const Failure&) {
         cnnMain->Errors().Clear();
     }

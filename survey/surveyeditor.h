@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "core/base/changedrow.h"
 #include "survey/questiongrid.h"
 #include "survey/surveyform.h"
 
@@ -73,8 +74,17 @@ private:
     void grdParamAndQuest_DblClick();
     void moveRow(int step);
     void showStored();
+    /// Asks when someone else has changed the questionnaire since it was read; false to go on editing.
+    bool settleChanges();
+    bool isChangedElsewhere() const; ///< throws Failure
+    ChangedRow changedMeanwhile() const;
+    void noteAsRead();
 
     SurveyContext shown; ///< whose questionnaire the grid holds
     bool unread = false;
+    std::vector<ChosenQuestion> asRead;                    ///< what the grid held then
+    std::vector<int> idsAsRead;                            ///< of the stored questionnaire
+    Settlement settlement;                                 ///< of the current save
+    bool isOvertaken = false;                              ///< only someone else has changed it
     inline static const SurveyEditor* droppedOn = nullptr; ///< on whose grid the last node was dropped
 };

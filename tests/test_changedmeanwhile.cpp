@@ -1,11 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What someone else has changed in the store since a form read it is neither overwritten nor lost unasked.
 #include "core/base/frmChangedMeanwhile.h"
+#include "exchange/frmSetting.h"
 #include "feedback/frmFeedBackObj.h"
+#include "improvement/frmImprovementPlan.h"
+#include "platform/forms/clock.h"
+#include "platform/forms/dtpicker.h"
 #include "reference/frmCustomer.h"
 #include "reference/frmParameter.h"
+#include "survey/frmEditExistingSurvey.h"
 #include "tests/support/gridform.h"
 
+#include <QRadioButton>
 #include <QTableWidget>
 #include <QTimer>
 
@@ -147,6 +153,113 @@ TEST_F(ChangedMeanwhileTest, theMarksOfAnAnswerAreCompared) {
                   QStringList(given.stored));
         expectIdle();
     }
+}
+
+TEST_F(ChangedMeanwhileTest, theFieldsOfAnActionAreCompared) {
+    const Replaced<forms::todayHook> fixedDay{[] { return QDate(2024, 3, 5); }};
+    run(u"insert into actionplan (customerid, Date, Action, targetdate, Status) values "
+        "(1, '2024-03-05', 'Call', null, False)"_s);
+    frmImprovementPlan& form = frmImprovementPlan::instance();
+    form.Show();
+    auto* words = control<QLineEdit>(form, "txtDescription");
+    const struct {
+        QString mine; ///< entered; empty: nothing
+        QString others;
+        Keep answer;
+        bool isAsked;
+        QString stored;
+        QString shown;
+    } cases[] = {
+        {u"Ring"_s, u"Status=True"_s, Keep::Both, false, u"Ring -1"_s, u"Ring"_s},
+        {u"Visit"_s, u"Action='Write'"_s, Keep::Both, true, u"Write -1"_s, u"Visit"_s},
+        {u"Visit"_s, u"Action='Fax', Status=False"_s, Keep::Stored, true, u"Fax 0"_s, u"Fax"_s},
+        {{}, u"Action='Meet'"_s, Keep::Both, false, u"Meet 0"_s, u"Meet"_s},
+        {u"Visit"_s, u"Action='Post'"_s, Keep::Mine, true, u"Visit 0"_s, u"Visit"_s},
+        {u"Don't"_s, u"Action='Don’t'"_s, Keep::Both, false, u"Don’t 0"_s, u"Don't"_s},
+    };
+    ASSERT_EQ(words->text(), u"Call"_s);
+    for (const auto& given : cases) {
+        SCOPED_TRACE(qPrintable(given.others));
+        if (!given.mine.isEmpty()) {
+            words->setFocus();
+            words->selectAll();
+            type(given.mine);
+        }
+        other(u"update actionplan set "_s + given.others);
+        asked.clear();
+        answer = given.answer;
+        press(form, "cmdSave");
+        EXPECT_EQ(asked.size(), given.isAsked ? 1U : 0U);
+        EXPECT_EQ(rows(u"select Action || ' ' || Status from actionplan"_s), QStringList(given.stored));
+        EXPECT_EQ(words->text(), given.shown);
+        expectIdle();
+    }
+    control<forms::DTPicker>(form, "dtdate")->setValue({2024, 3, 6}); // a day without an action
+    words->setFocus();
+    type(u"Mine"_s);
+    run(u"insert into actionplan (customerid, Date, Action) values (1, '2024-03-06', 'Theirs')"_s);
+    asked.clear();
+    answer = Keep::Both;
+    press(form, "cmdSave");
+    ASSERT_EQ(asked.size(), 1U);
+    EXPECT_EQ(asked[0].name, u"Action of 06/03/2024"_s);
+    EXPECT_EQ(rows(u"select Action from actionplan order by Date"_s), (QStringList{u"Don’t"_s, u"Theirs"_s}));
+}
+
+TEST_F(ChangedMeanwhileTest, aQuestionnaireRewrittenByTwoIsAskedAbout) {
+    for (const QString& text : {u"Sturdy?"_s, u"Cheap?"_s})
+        addQuestion(1, text);
+    addQuestionnaire(1, addSurvey(1, {2024, 3, 5}), {1, 2});
+    frmEditExistingSurvey& form = frmEditExistingSurvey::instance();
+    form.Show();
+    auto* grid = control<forms::MSHFlexGrid>(form, "grdParamAndQuest");
+    const auto remove = [&](int row) {
+        grid->setRow(row);
+        press(form, "cmdRemove");
+    };
+    const auto ids = [] {
+        return rows(u"select questionid from responquesindex order by [Order]"_s).join(u' ');
+    };
+    const QString othersThree = u"update responquesindex set questionid=3 where questionid=2"_s;
+    const struct {
+        Keep answer;
+        QString stored;
+        int shown; ///< questions in the grid
+    } cases[] = {{Keep::Both, u"1 3"_s, 1}, {Keep::Stored, u"1 3"_s, 2}, {Keep::Mine, u"2"_s, 1}};
+    for (const auto& given : cases) {
+        run(u"delete from responquesindex"_s);
+        addQuestionnaire(1, 1, {1, 2});
+        form.toRefreshGrid();
+        run(othersThree);
+        asked.clear();
+        answer = given.answer;
+        remove(1);
+        ASSERT_EQ(asked.size(), 1U);
+        EXPECT_EQ(asked[0], (ChangedRow{u"Questionnaire of Ann, 05/03/2024"_s,
+                                        {{u"Questions"_s, u"2 questions"_s,
+                                          u"+ Cheap? (Delivery), − Sturdy? (Delivery)"_s,
+                                          u"− On time? (Delivery)"_s}}}));
+        EXPECT_EQ(ids(), given.stored);
+        EXPECT_EQ(grid->Rows() - 2, given.shown);
+        expectIdle();
+    }
+    run(u"insert into responquesindex (respondentid, surveyid, questionid, [Order]) values (1, 1, 3, 2)"_s);
+    asked.clear();
+    form.toSaveParamAndQuest(); // with nothing changed here
+    EXPECT_EQ(ids(), u"2 3"_s);
+    EXPECT_EQ(grid->Rows() - 2, 2);
+    EXPECT_TRUE(asked.empty());
+}
+
+TEST_F(ChangedMeanwhileTest, aSettingLeftAloneIsNotWritten) {
+    frmSetting::instance().Show();
+    run(u"update setting set checkeduser=True"_s);
+    press(frmSetting::instance(), "cmdOK");
+    EXPECT_EQ(rows(u"select checkeduser from setting"_s), QStringList(u"True"_s));
+    frmSetting::instance().Show();
+    control<QRadioButton>(frmSetting::instance(), "opnSystemDefined")->click();
+    press(frmSetting::instance(), "cmdOK");
+    EXPECT_EQ(rows(u"select checkeduser from setting"_s), QStringList(u"False"_s));
 }
 
 TEST_F(ChangedMeanwhileTest, theDialogAsksAndLosesNothingByDefault) {

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/base/changedrow.h"
 #include "exchange/frmLogDetails.h"
 #include "exchange/frmMessage.h"
 #include "exchange/frmReading.h"
@@ -217,6 +218,30 @@ TEST_F(RegisterTest, theStandardMessageIsStored) {
     EXPECT_EQ(edit(stored.trimmed(), u" "_s), stored); // a blank one is not saved
     EXPECT_EQ(edit(stored.trimmed(), u"not this"_s, false), stored);
     EXPECT_EQ(value(u"select customerid from standardmessage"_s), QString::number(acme));
+
+    Keep answer = Keep::Both;
+    ChangedRow asked;
+    const Replaced<changedHook> asks([&](const ChangedRow& row) {
+        asked = row;
+        return answer;
+    });
+    QTimer::singleShot(0, &form(), [&] {
+        frmMessage& dialog = frmMessage::instance();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
+        run(u"update standardmessage set standardmessage='Theirs'"_s);
+        dialog.txtMessage()->setFocus();
+        dialog.txtMessage()->selectAll();
+        type(u"Mine"_s);
+        ::press(dialog, "cmdSave");
+        EXPECT_TRUE(dialog.isVisible());
+        EXPECT_EQ(value(u"select standardmessage from standardmessage"_s), u"Theirs"_s);
+        answer = Keep::Mine;
+        ::press(dialog, "cmdSave");
+    });
+    press("cmdStandardMessage");
+    EXPECT_EQ(asked, (ChangedRow{u"Standard Message of Acme"_s,
+                                 {{u"Message"_s, stored.trimmed(), u"Theirs"_s, u"Mine"_s}}}));
+    EXPECT_EQ(value(u"select standardmessage from standardmessage"_s), u"Mine"_s);
 }
 
 } // namespace

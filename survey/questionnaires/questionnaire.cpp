@@ -74,6 +74,17 @@ std::vector<ChosenQuestion> readQuestionnaire(const SurveyKey& survey) {
     return questions;
 }
 
+std::vector<int> readQuestionIds(const SurveyKey& survey) {
+    std::vector<int> ids;
+    ado::Recordset rows(u"select questionid from responquesindex where respondentid="_s +
+                            QString::number(survey.respondentid) + u" and surveyid=" +
+                            QString::number(survey.surveyid) + u" order by [Order], questionid",
+                        *cnnMain);
+    for (; !rows.Eof(); rows.MoveNext())
+        ids.push_back(rows["questionid"].Value().toInt());
+    return ids;
+}
+
 std::vector<ChosenQuestion> rewriteQuestionnaire(const SurveyKey& survey,
                                                  const std::vector<ChosenQuestion>& questions) {
     cnnMain->Execute(u"delete * from responquesindex where respondentid="_s +

@@ -21,6 +21,10 @@ SurveyKey addSurvey(const SurveyContext& survey);
 /// The stored questionnaire in order of position; empty without that survey or respondent.
 std::vector<ChosenQuestion> readQuestionnaire(const SurveyKey& survey);
 
+/// The questionids of its rows in order of position, also of those that have left the catalogue: they change
+/// only when someone changes the questionnaire.
+std::vector<int> readQuestionIds(const SurveyKey& survey);
+
 /// Replaces the respondent's questionnaire with the questions, in positions from 1; the survey must exist. A
 /// question that is no longer in the catalogue is written as the one before it; those with none before are
 /// left out and returned. Call within a transaction.
