@@ -3,32 +3,15 @@
 
 #include "core/base/backup.h"
 #include "core/base/gblGlobal.h"
+#include "core/base/storescripts.h"
 #include "platform/ado/store.h"
 #include "platform/forms/msgbox.h"
 
-#include <QFile>
-
 using namespace Qt::StringLiterals;
-
-static void registerScripts() {
-    Q_INIT_RESOURCE(store); // resources in a static library are not registered automatically
-}
 
 namespace {
 
 constexpr int readOnlyError = 8; // the store's result code for a file that cannot be written
-
-QByteArray scripts() {
-    registerScripts();
-    QByteArray all;
-    for (const QString& name : {u"upgrade2"_s, u"version2"_s, u"queries"_s}) {
-        QFile script(u":/store/%1.sql"_s.arg(name));
-        if (!script.open(QIODevice::ReadOnly))
-            throw Failure(script.errorString());
-        all += script.readAll() + '\n';
-    }
-    return all;
-}
 
 } // namespace
 
@@ -52,7 +35,7 @@ void upgradeStore(const QString& databasePath) {
         store.Execute(u"update setting set setting=setting"_s);
         store.RollbackTrans();
         copyStore(store, databasePath);
-        ado::runScript(store, scripts());
+        ado::runScript(store, upgradeScript());
     } catch (const Failure& failure) {
         if (failure.number() != readOnlyError)
             forms::msgBox(

@@ -3,6 +3,9 @@
 
 #include "core/base/busy.h"
 #include "core/base/gblGlobal.h"
+#include "core/base/storescripts.h"
+#include "core/store/storecopy.h"
+#include "platform/ado/store.h"
 #include "platform/desktop/ownerfile.h"
 #include "platform/forms/clock.h"
 
@@ -54,6 +57,29 @@ bool isEmptyStore() {
     return any.Eof();
 }
 
+/// Copies the store of a server into a new file.
+void copyFromServer(ado::Connection& server, const QString& path) {
+    const QString beside = path + u".part";
+    try {
+        ado::createStore(beside, newStoreScript(), storePassword());
+        {
+            ado::Connection file;
+            file.ConnectionString = u"DBQ=%1;PWD=%2"_s.arg(beside, storePassword());
+            file.Open();
+            copyAllRows(server, file);
+        }
+        if (!QFile::rename(beside, path))
+            throw Failure(Failure::fileAccess, u"'%1' cannot be written."_s.arg(path));
+    } catch (const Failure& failure) {
+        QFile::remove(beside);
+        const QString sentence =
+            u"The copy of the database could not be made, and nothing has been changed. "_s + failure.text();
+        server.Errors().Clear();
+        server.Errors().Add({failure.number(), sentence});
+        throw Failure(failure.number(), sentence);
+    }
+}
+
 } // namespace
 
 void backUpBeforeLoss() {
@@ -70,7 +96,8 @@ void copyStore(ado::Connection& store, const QString& databasePath) {
     const QStringList copies = copiesIn(folder);
     const int number = copies.isEmpty() ? 1 : numberOf(copies.last()) + 1;
     const QString stamp = forms::nowHook().toString(u"yyyy-MM-dd-HHmmss");
-    store.BackupTo(folder.filePath(u"Tallywell-%1-%2.mdb"_s.arg(stamp).arg(number)));
+    const QString path = folder.filePath(u"Tallywell-%1-%2.mdb"_s.arg(stamp).arg(number));
+    store.IsFile() ? store.BackupTo(path) : copyFromServer(store, path);
     dropOldCopies(folder);
 }
 

@@ -7,11 +7,11 @@ namespace ado {
 class Connection;
 }
 
-/// Copies the database to the folder backup/ next to it. Call before deleting or overwriting stored data;
-/// only the first call of a run makes a copy. The file name has the date, the time and a running number; the
-/// ten highest numbers are kept. A store without customers and parameters is not copied. Throws Failure, also
-/// recorded in the connection's errors, if the copy cannot be written or is damaged; the caller must then not
-/// delete anything.
+/// Copies the database, also that of a server, into a file in the folder backup/ of the home directory. Call
+/// before deleting or overwriting stored data; only the first call of a run makes a copy. The file name has
+/// the date, the time and a running number; the ten highest numbers are kept. A store without customers and
+/// parameters is not copied. Throws Failure, also recorded in the connection's errors, if the copy cannot be
+/// written or is damaged; the caller must then not delete anything.
 void backUpBeforeLoss();
 
 /// Copies a database in any case; otherwise likewise.

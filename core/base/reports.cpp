@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 void startReport(crystal::CrystalReport& report, const QString& file, const QString& formulaName,
                  const QString& title, const QString& selection, const QStringList& further) {
     report.Connection = cnnMain.get();
-    report.Password = u"\nkvtwpa"_s;
+    report.Password = u'\n' + storePassword();
     report.Formulas(0) = formulaName + u"='" + strCompanyName + u'\'';
     report.DataFiles(0) = homeDirectory() + u"/Tallywell.mdb";
     report.ReportFileName = homeDirectory() + u'/' + file;

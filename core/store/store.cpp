@@ -16,8 +16,12 @@ QString homeOverride;
 
 } // namespace
 
+QString storePassword() {
+    return u"kvtwpa"_s;
+}
+
 QString connectionText() {
-    return u"DSN=gwl;UID=;PWD=kvtwpa;"_s;
+    return u"DSN=gwl;UID=;PWD="_s + storePassword() + u';';
 }
 
 std::optional<QString> toFilterApostrophe(const QString& text) {

@@ -19,6 +19,9 @@ extern std::unique_ptr<ado::Connection> cnnMain;
 /// Full path of the database file chosen at start-up.
 extern QString strDatabasePath;
 
+/// The password of a store in a file.
+QString storePassword();
+
 /// The connection string: data source and password.
 QString connectionText();
 

@@ -118,6 +118,10 @@ bool Connection::InTransaction() const {
     return open->isInTransaction();
 }
 
+bool Connection::IsFile() const {
+    return open->target() != Target::MariaDb;
+}
+
 QStringList Connection::Tables() {
     open->requireOpen();
     return open->tables();

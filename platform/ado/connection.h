@@ -56,6 +56,8 @@ public:
     void RollbackTrans();
     bool InTransaction() const;
 
+    /// Whether the store is a file, which BackupTo copies.
+    bool IsFile() const;
     /// The names of all tables and saved queries, in small letters.
     QStringList Tables();
     /// The version that the scripts gave the store.

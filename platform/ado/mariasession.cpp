@@ -171,6 +171,8 @@ QList<QStringList> MariaSession::rowsOf(const QString& sql) {
     QList<QStringList> rows;
     const std::unique_ptr<MYSQL_RES, decltype(&mysql_free_result)> result(mysql_store_result(connection),
                                                                           mysql_free_result);
+    if (!result && mysql_field_count(connection) > 0)
+        fail(static_cast<int>(mysql_errno(connection)), QString::fromUtf8(mysql_error(connection)));
     const unsigned count = result ? mysql_num_fields(result.get()) : 0;
     while (MYSQL_ROW row = result ? mysql_fetch_row(result.get()) : nullptr) {
         QStringList texts;

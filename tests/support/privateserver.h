@@ -11,7 +11,7 @@
 #include <unistd.h>
 
 /// A database server in a temporary folder, reached through a socket there and ended on destruction. The user
-/// "tester" with the password "secret" may do everything.
+/// "tester" with the password "secret" may do everything, the user "member" everything in database "tally".
 class PrivateServer {
 public:
     PrivateServer() {
@@ -26,7 +26,9 @@ public:
         }
         make.write(
             "\nflush privileges;\ncreate user tester@localhost identified by 'secret';\n"
-            "grant all on *.* to tester@localhost;\ncreate user guest@localhost identified by 'guest';\n");
+            "grant all on *.* to tester@localhost;\ncreate user guest@localhost identified by 'guest';\n"
+            "create user member@localhost identified by 'kvtwpa';\ngrant all on tally.* to "
+            "member@localhost;\n");
         make.closeWriteChannel();
         make.waitForFinished(60000);
         server.setStandardErrorFile(folder.filePath(QStringLiteral("log")));
@@ -61,13 +63,13 @@ private:
         return QDir(folder).exists() ? folder : QStringLiteral("/usr/share/mysql");
     }
     QStringList arguments() const {
-        QStringList list{QStringLiteral("--no-defaults"),
-                         QStringLiteral("--datadir=") + folder.filePath(QStringLiteral("data")),
-                         QStringLiteral("--innodb-buffer-pool-size=32M"),
-                         QStringLiteral("--innodb-log-file-size=8M"),
-                         QStringLiteral("--innodb-flush-log-at-trx-commit=0"),
-                         QStringLiteral("--innodb-flush-method=nosync"),
-                         QStringLiteral("--sync-frm=0")};
+        QStringList list{
+            QStringLiteral("--no-defaults"),
+            QStringLiteral("--datadir=") + folder.filePath(QStringLiteral("data")),
+            // A server that starts deletes the temporary tables in its folder.
+            QStringLiteral("--tmpdir=") + folder.path(), QStringLiteral("--innodb-buffer-pool-size=32M"),
+            QStringLiteral("--innodb-log-file-size=8M"), QStringLiteral("--innodb-flush-log-at-trx-commit=0"),
+            QStringLiteral("--innodb-flush-method=nosync"), QStringLiteral("--sync-frm=0")};
         QDir(folder.path()).mkdir(QStringLiteral("data"));
         if (geteuid() == 0)
             list << QStringLiteral("--user=root");

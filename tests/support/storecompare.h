@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/ado/recordset.h"
+#include "platform/ado/session.h"
 
 #include <QStringList>
 
@@ -25,12 +26,11 @@ inline QStringList storeRows(ado::Connection& store, const QString& table,
 
 /// The rows of all tables.
 inline QStringList storeRows(ado::Connection& store) {
-    ado::Recordset tables(
-        QStringLiteral("select name from sqlite_master where type='table' and name<>'sqlite_sequence'"),
-        store);
     QStringList result;
-    for (; !tables.Eof(); tables.MoveNext())
-        result += storeRows(store, tables["name"].Text());
+    for (const QString& name : store.Tables()) {
+        if (store.session()->isTable(name) && name != u"sqlite_sequence")
+            result += storeRows(store, name);
+    }
     result.sort();
     return result;
 }

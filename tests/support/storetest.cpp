@@ -5,6 +5,9 @@
 #include "core/Main.h"
 #include "core/base/backup.h"
 #include "core/store/transaction.h"
+#include "platform/ado/datasources.h"
+#include "platform/ado/store.h"
+#include "tests/support/privateserver.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -43,6 +46,52 @@ ExpectedMessages::~ExpectedMessages() {
         ADD_FAILURE() << "message never came: " << missing.message.text.toStdString();
 }
 
+namespace {
+
+/// The server of all tests of this program, when the environment asks for tests on a server.
+class ServerOfTests : public ::testing::Environment {
+public:
+    void SetUp() override {
+        if (qEnvironmentVariable("GAUGEWELL_TEST_STORE") == u"server")
+            host = std::make_unique<PrivateServer>();
+    }
+    void TearDown() override { host.reset(); }
+    inline static std::unique_ptr<PrivateServer> host;
+};
+
+const auto* const serverOfTests = ::testing::AddGlobalTestEnvironment(new ServerOfTests);
+
+QByteArray scripts() {
+    QByteArray all;
+    for (const QString& name : {u"schema"_s, u"version2"_s, u"queries"_s}) {
+        QFile script(QStringLiteral(GAUGEWELL_SOURCE) + u"/home/" + name + u".sql");
+        EXPECT_TRUE(script.open(QIODevice::ReadOnly));
+        all += script.readAll() + '\n';
+    }
+    return all;
+}
+
+/// Makes a new store on the server and the data source that leads to it.
+void useServer(const PrivateServer& host) {
+    ASSERT_TRUE(host.isRunning());
+    ado::Connection server;
+    server.ConnectionString = host.connection({});
+    server.Open();
+    server.Execute(u"drop database if exists tally"_s);
+    server.Execute(u"create database tally"_s);
+    server.ConnectionString = host.connection(u"tally"_s);
+    server.Open();
+    ado::runScript(server, scripts());
+    ASSERT_EQ(
+        ado::SQLConfigDataSource(
+            ado::AddSystemSource, u"server"_s + QChar(),
+            QStringList{u"DSN=gwl"_s, u"SOCKET="_s + host.socket(), u"DATABASE=tally"_s, u"UID=member"_s, {}}
+                .join(QChar())),
+        1);
+}
+
+} // namespace
+
 void StoreTest::SetUp() {
     ASSERT_TRUE(directory.isValid());
     qputenv("XDG_CONFIG_HOME", directory.filePath(u"config"_s).toUtf8());
@@ -50,6 +99,8 @@ void StoreTest::SetUp() {
     setHomeDirectory(directory.path());
     forgetBackup();
     ASSERT_TRUE(toCreateDSN(u"gwl"_s, strDatabasePath));
+    if (ServerOfTests::host)
+        useServer(*ServerOfTests::host);
     toOpenConnection();
     ASSERT_EQ(cnnMain->State(), ado::StateOpen);
     MDIMain::instance().show();

@@ -47,11 +47,19 @@ protected:
 
     /// The questionnaires of a respondent: "05/03 1:4 2:0" are the questions 4 and 0 in positions 1 and 2.
     static QString stored(int respondentid) {
-        const QString sql = QStringLiteral(
-            "select strftime('%d/%m', sdate) || group_concat(' ' || position || ':' || (questionid - 1), '') "
-            "from (select sdate, [Order] as position, questionid from responquesindex join survey using "
-            "(surveyid) where respondentid=%1 order by sdate, [Order]) group by sdate order by sdate");
-        return rows(sql.arg(respondentid)).join(u' ');
+        QStringList words;
+        QString date;
+        for (const QString& row :
+             rows(QStringLiteral(
+                      "select sdate, [Order], questionid from responquesindex as q, survey as s where "
+                      "q.surveyid=s.surveyid and respondentid=%1 order by sdate, [Order]")
+                      .arg(respondentid))) {
+            const QStringList fields = row.split(u'|');
+            if (std::exchange(date, fields[0]) != fields[0])
+                words << fields[0].left(5);
+            words << fields[1] + u':' + QString::number(fields[2].toInt() - 1);
+        }
+        return words.join(u' ');
     }
 
     /// Deletes a question from the catalogue, as another program would.
