@@ -37,7 +37,7 @@ QStringList without(const std::vector<ChosenQuestion>& list, const std::vector<C
 /// What has become of the questions, such as "+ On time? (Delivery)".
 QString differences(const std::vector<ChosenQuestion>& before, const std::vector<ChosenQuestion>& now) {
     const QStringList names = without(now, before, u"+ "_s) + without(before, now, u"\u2212 "_s);
-    return names.isEmpty() ? u"another order"_s : names.join(u", "_s);
+    return names.isEmpty() ? u"another order"_s : names.join(u'\n');
 }
 
 } // namespace

@@ -237,7 +237,7 @@ TEST_F(ChangedMeanwhileTest, aQuestionnaireRewrittenByTwoIsAskedAbout) {
         ASSERT_EQ(asked.size(), 1U);
         EXPECT_EQ(asked[0], (ChangedRow{u"Questionnaire of Ann, 05/03/2024"_s,
                                         {{u"Questions"_s, u"2 questions"_s,
-                                          u"+ Cheap? (Delivery), − Sturdy? (Delivery)"_s,
+                                          u"+ Cheap? (Delivery)\n− Sturdy? (Delivery)"_s,
                                           u"− On time? (Delivery)"_s}}}));
         EXPECT_EQ(ids(), given.stored);
         EXPECT_EQ(grid->Rows() - 2, given.shown);
