@@ -11,6 +11,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr int rowsAStep = 1000;
+
 /// Ends both transactions, also after a failure.
 class Transactions {
 public:
@@ -54,7 +56,8 @@ int countOf(ado::Connection& store, const QString& table) {
     return counted.step() ? counted.column(0).toInt() : -1;
 }
 
-void copyTable(ado::Connection& from, ado::Connection& to, const QString& table) {
+/// False when `step` has cancelled.
+bool copyTable(ado::Connection& from, ado::Connection& to, const QString& table, const CopyStep& step) {
     const ado::Columns columns = to.session()->columnsOf(table);
     QStringList names;
     for (const ado::Column& column : columns)
@@ -67,20 +70,32 @@ void copyTable(ado::Connection& from, ado::Connection& to, const QString& table)
         from.session()->prepare({u"select "_s + list + u" from " + ado::quoted(table) + u" order by " +
                                      ado::quoted(from.session()->keyOf(table)),
                                  {}});
-    while (rows.step()) {
+    for (int row = 0; rows.step(); ++row) {
+        if (row % rowsAStep == 0 && step && !step(table))
+            return false;
         QVariantList values;
         for (std::size_t i = 0; i < columns.size(); ++i)
             values << ado::toStore(columns[i].type, rows.column(int(i), columns[i].type));
         to.session()->prepare({insertion, values}).step();
     }
+    to.session()->setKeysGiven(table, from.session()->keysGiven(table));
+    return true;
 }
 
 } // namespace
 
-void copyAllRows(ado::Connection& from, ado::Connection& to) {
+int countCopySteps(ado::Connection& from) {
+    int steps = 0;
+    for (const QString& table : tablesOf(from))
+        steps += (countOf(from, table) + rowsAStep - 1) / rowsAStep;
+    return steps;
+}
+
+bool copyAllRows(ado::Connection& from, ado::Connection& to, const CopyStep& step) {
     Transactions both(from, to);
     for (const QString& table : tablesOf(to)) {
-        copyTable(from, to, table);
+        if (!copyTable(from, to, table, step))
+            return false;
         const int expected = countOf(from, table);
         const int copied = countOf(to, table);
         if (copied != expected)
@@ -88,4 +103,5 @@ void copyAllRows(ado::Connection& from, ado::Connection& to) {
                 table, QString::number(copied), QString::number(expected)));
     }
     both.commit();
+    return true;
 }

@@ -230,6 +230,34 @@ QString MariaSession::keyOf(const QString& table) {
     return {};
 }
 
+qlonglong MariaSession::keysGiven(const QString& table) {
+    if (keyOf(table) == u"rowid")
+        return 0;
+    const QList<QStringList> next =
+        rowsOf(u"select auto_increment from information_schema.tables where table_schema=database() and "
+               "table_name='"_s +
+               table.toLower() + u'\'');
+    return next.isEmpty() ? 0 : next[0][0].toLongLong() - 1;
+}
+
+/// The engine counts on from the highest key that it has seen, so a record with that key comes and goes.
+void MariaSession::setKeysGiven(const QString& table, qlonglong highest) {
+    if (highest <= keysGiven(table))
+        return;
+    const QString key = quoted(keyOf(table));
+    const QString number = QString::number(highest);
+    run(u"set foreign_key_checks=0"_s);
+    try {
+        run(u"insert ignore into "_s + quoted(table) + u" (" + key + u") values (" + number + u')');
+        run(u"delete from "_s + quoted(table) + u" where " + key + u'=' + number);
+    } catch (const Failure&) {
+        if (isOpen())
+            run(u"set foreign_key_checks=1"_s);
+        throw;
+    }
+    run(u"set foreign_key_checks=1"_s);
+}
+
 Columns MariaSession::columnsOf(const QString& name) {
     Columns columns;
     for (const QStringList& column : rowsOf(u"show columns from "_s + quoted(name))) {

@@ -40,6 +40,8 @@ public:
     qlonglong lastKey() const override;
     qlonglong changedRows() const override;
     QString keyOf(const QString& table) override;
+    qlonglong keysGiven(const QString& table) override;
+    void setKeysGiven(const QString& table, qlonglong highest) override;
     Columns columnsOf(const QString& name) override;
     QStringList tables() override;
     int schemaVersion() override;

@@ -108,6 +108,10 @@ public:
     /// query may.
     virtual QString keyOf(const QString& table) = 0;
     bool isTable(const QString& name) { return !keyOf(name).isEmpty(); }
+    /// The highest key that a table whose keys are given once has given, also to a record deleted since; 0
+    /// for any other table. A table is told in a transaction that it has given them.
+    virtual qlonglong keysGiven(const QString& table) = 0;
+    virtual void setKeysGiven(const QString& table, qlonglong highest) = 0;
     /// The columns of a table or saved query; none when there is none of that name.
     virtual Columns columnsOf(const QString& name) = 0;
     /// The names of all tables and saved queries, in small letters.

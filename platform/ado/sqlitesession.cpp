@@ -136,6 +136,23 @@ Columns SqliteSession::columnsOf(const QString& name) {
     return result;
 }
 
+qlonglong SqliteSession::keysGiven(const QString& table) {
+    Prepared given =
+        prepare({u"select seq from main.sqlite_sequence where name = ? collate nocase"_s, {table}});
+    return given.step() ? given.column(0).toLongLong() : 0;
+}
+
+void SqliteSession::setKeysGiven(const QString& table, qlonglong highest) {
+    if (highest <= keysGiven(table))
+        return;
+    prepare({u"delete from main.sqlite_sequence where name = ? collate nocase"_s, {table}}).step();
+    prepare({u"insert into main.sqlite_sequence (name, seq) select name, ? from main.sqlite_schema where "
+             u"type = 'table' "
+             "and name = ? collate nocase"_s,
+             {highest, table}})
+        .step();
+}
+
 QStringList SqliteSession::tables() {
     QStringList names;
     Prepared lookup = prepare({u"select lower(name) from sqlite_schema"_s, {}});
