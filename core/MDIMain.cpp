@@ -22,6 +22,7 @@
 #include <QToolBar>
 #include <QToolButton>
 
+#include <algorithm>
 #include <map>
 
 using namespace Qt::StringLiterals;
@@ -71,6 +72,13 @@ bool MDIMain::isShown() {
 
 void MDIMain::destroy() {
     delete mainWindow;
+}
+
+bool MDIMain::isOnlyForm(const QWidget& form) const {
+    const QList<QMdiSubWindow*> windows = area->subWindowList();
+    return std::none_of(windows.begin(), windows.end(), [&](const QMdiSubWindow* window) {
+        return window->isVisible() && window->widget() != &form;
+    });
 }
 
 MDIMain::MDIMain() : stsBar(new forms::StatusBar(this)), area(new QMdiArea(this)) {

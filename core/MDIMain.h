@@ -18,6 +18,9 @@ public:
     static bool isShown();
     static void destroy();
 
+    /// Whether no other form is open in the window.
+    bool isOnlyForm(const QWidget& form) const;
+
     ~MDIMain() override;
 
     /// The file dialog of all forms, also used to show help.

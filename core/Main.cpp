@@ -5,6 +5,7 @@
 #include "core/base/gblGlobal.h"
 #include "core/frmSplash.h"
 #include "core/onehome.h"
+#include "core/signin.h"
 #include "core/storecheck.h"
 #include "core/storeupgrade.h"
 #include "platform/desktop/application.h"
@@ -53,9 +54,12 @@ int Main(int argc, char** argv) {
     if (!claimHome(claim))
         return 0;
     strCompanyName = readCompanyName();
-    if (!toCreateDSN(u"gwl"_s, strDatabasePath))
+    const StoreChoice choice = readStoreChoice();
+    if (choice.isServer())
+        signIn(choice);
+    else if (!toCreateDSN(u"gwl"_s, strDatabasePath))
         return 0;
-    const StoreState state = checkStore(strDatabasePath);
+    const StoreState state = choice.isServer() ? StoreState::OnServer : checkStore(strDatabasePath);
     if (state == StoreState::Newer)
         return 1;
     if (state == StoreState::Good && needsUpgrade())

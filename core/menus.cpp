@@ -10,6 +10,7 @@
 #include "core/base/busy.h"
 #include "core/base/gblGlobal.h"
 #include "core/frmAboutUs.h"
+#include "core/frmStore.h"
 #include "exchange/frmLogDetails.h"
 #include "exchange/frmReading.h"
 #include "exchange/frmReadingRuns.h"
@@ -204,6 +205,7 @@ constexpr MenuEntry entries[]{
      .parent = "mnuTools",
      .caption = "&Readings...",
      .run = underHourglass<show<frmReadingRuns>>},
+    {.name = "mnuStore", .parent = "mnuTools", .caption = "&Store...", .run = underHourglass<show<frmStore>>},
     {.name = "mnuHelp", .caption = "&Help", .state = Menu},
     {.name = "mnuGettingStarted", .parent = "mnuHelp", .caption = "&Getting Started", .run = showSlides},
     {.name = "mnuGWLHelp",

@@ -3,6 +3,7 @@
 
 #include "core/base/backup.h"
 #include "core/base/gblGlobal.h"
+#include "core/store/openstore.h"
 #include "platform/forms/msgbox.h"
 
 #include <QThread>
@@ -11,8 +12,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr int schemaVersion = 2; // user_version of home/version2.sql
 
 /// Result codes of the store for a file that it cannot read as a database.
 constexpr int formatError = 1;
@@ -62,7 +61,7 @@ QStringList missingTables(ado::Connection& store) {
 }
 
 bool isNewer(ado::Connection& store) {
-    return store.SchemaVersion() > schemaVersion;
+    return store.SchemaVersion() > storeVersion;
 }
 
 struct Finding {

@@ -10,7 +10,8 @@
 
 class QThread;
 
-enum class StoreState { Good, Faulty, Newer };
+/// OnServer: not in a file.
+enum class StoreState { Good, Faulty, Newer, OnServer };
 
 /// Checks the database of the data source. If it is damaged, lacks a table or was made by a newer version,
 /// shows a message that lists the copies in backup/. The program must end on Newer, since it could spoil the

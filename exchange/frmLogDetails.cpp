@@ -198,7 +198,7 @@ void frmLogDetails::openFiles() {
     guardedWithDescription([&] {
         for (const int row : ui->lsvDtls->SelectedRows()) {
             busy.say(u"Generating XLS File....."_s);
-            viewWorkbook(homePath(ui->lsvDtls->Text(row)));
+            viewWorkbook(surveyFilePath(ui->lsvDtls->Text(row)));
         }
     });
 }

@@ -75,7 +75,7 @@ void Mailer::sendmail(const ExportedFile& file) {
             return;
         beginMail();
         MAPIMessages1.MsgNoteText = toGetStandardMessage(file.customerName);
-        attach(file.strGenerateXLSFile, homePath(file.strGenerateXLSFile));
+        attach(file.strGenerateXLSFile, surveyFilePath(file.strGenerateXLSFile));
         setRecipient(toGetEmailId(file.respondentName, toGetCustID(file.customerName)));
         handOver();
         signOff();

@@ -55,8 +55,8 @@ bool deleteSurveyFiles(const QStringList& fileNames, forms::CommonDialog& dialog
             fileName = next;
             if (forms::msgBox(u"Are you sure you want to delete the Survey File - "_s + fileName,
                               style::yesNo + style::secondButton, titleWithVersion) == forms::Answer::Yes &&
-                mayUseFile(homePath(fileName)))
-                deleteFile(fileName, homePath(fileName));
+                mayUseFile(surveyFilePath(fileName)))
+                deleteFile(fileName, surveyFilePath(fileName));
             else
                 word.say(u"Deletion Cancelled......"_s);
         }

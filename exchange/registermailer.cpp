@@ -29,7 +29,7 @@ bool RegisterMailer::mailFile(const QString& customer, const RegisteredFile& fil
     MAPIMessages1.MsgNoteText = message.isEmpty() ? u"."_s : message;
     strGenerateXLSFile = toCheckFileExists(file.fileName) ? file.fileName : QString();
     const std::optional<QString> path =
-        strGenerateXLSFile.isEmpty() ? locate(file.fileName) : homePath(strGenerateXLSFile);
+        strGenerateXLSFile.isEmpty() ? locate(file.fileName) : surveyFilePath(strGenerateXLSFile);
     if (!path) {
         runStep(skipsFailedSteps, [this] { signOff(); });
         return false;

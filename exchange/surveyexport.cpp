@@ -3,6 +3,7 @@
 
 #include "core/base/failure.h"
 #include "core/base/gblGlobal.h"
+#include "core/store/programsetting.h"
 #include "exchange/files/filenames.h"
 #include "exchange/files/homefile.h"
 #include "exchange/files/surveylog.h"
@@ -36,7 +37,7 @@ private:
     bool askForName();
     bool mayTakeName(const QString& fileName, bool isConfirmed) const;
     void save(const excel::Workbook& workbook, const excel::Worksheet& sheet) const;
-    QString path() const { return homePath(result.fileName); }
+    QString path() const { return surveyFilePath(result.fileName); }
 
     const ExportRequest& request;
     const SurveyContext& survey;
@@ -123,7 +124,7 @@ bool SurveyExport::askForName() {
     cmnDlg.Filter = u"*.xls|*.xls|*.xls"_s;
     cmnDlg.Flags = forms::HideReadOnly;
     cmnDlg.CancelError = true;
-    cmnDlg.InitDir = homeDirectory();
+    cmnDlg.InitDir = surveyFolder();
     skipsFailedSteps = true;
     while (true) {
         try {
@@ -139,7 +140,7 @@ bool SurveyExport::askForName() {
         const QString chosen = toStoredText(cmnDlg.FileTitle);
         // The dialog asks before it replaces a file, but only for the name and folder that it shows.
         if (mayTakeName(chosen, chosen == cmnDlg.FileTitle &&
-                                    QFileInfo(cmnDlg.FileName).dir() == QDir(homeDirectory()))) {
+                                    QFileInfo(cmnDlg.FileName).dir() == QDir(surveyFolder()))) {
             result.fileName = chosen;
             return true;
         }
@@ -150,7 +151,7 @@ bool SurveyExport::askForName() {
 
 bool SurveyExport::mayTakeName(const QString& fileName, bool isConfirmed) const {
     return !lookedUp([&] { return isFileNameLogged(fileName); }) && !isProgramsOwnFile(fileName) &&
-           (isConfirmed || !toCheckFileExists(fileName)) && mayUseFile(homePath(fileName));
+           (isConfirmed || !toCheckFileExists(fileName)) && mayUseFile(surveyFilePath(fileName));
 }
 
 /// A workbook that could not be saved is closed without its changes: they would go into the template.
@@ -162,7 +163,7 @@ void SurveyExport::save(const excel::Workbook& workbook, const excel::Worksheet&
         saved = true;
     });
     runStep(skipsFailedSteps, [&] { workbook.Close(saved); });
-    if (saved)
+    if (saved && surveyFolder() == homeDirectory()) // elsewhere others read it too
         desktop::keepToOwner(path());
 }
 
@@ -175,5 +176,5 @@ ExportResult exportSurvey(const ExportRequest& request) {
 void offerToView(const QString& fileName) {
     if (forms::msgBox(u"Survey File Exported...Do you want to view the file? "_s,
                       style::yesNo + style::information, titleWithVersion) == forms::Answer::Yes)
-        guarded([&] { viewWorkbook(homePath(fileName)); });
+        guarded([&] { viewWorkbook(surveyFilePath(fileName)); });
 }

@@ -17,10 +17,10 @@ struct ExportResult {
     bool isFinished = false; ///< neither refused by the user nor ended by a failure
 };
 
-/// Writes a survey into a workbook in the home directory and a row of the register. The user is asked before
-/// a file is replaced and, when the file has no name yet, for one. A failure is shown if it is the store's
-/// and ends the export; once the user has been asked for a name, a step that fails is left out. Nothing stays
-/// in memory, however it ends.
+/// Writes a survey into a workbook in the folder of survey files and a row of the register. The user is asked
+/// before a file is replaced and, when the file has no name yet, for one. A failure is shown if it is the
+/// store's and ends the export; once the user has been asked for a name, a step that fails is left out.
+/// Nothing stays in memory, however it ends.
 ExportResult exportSurvey(const ExportRequest& request);
 
 /// Asks whether the exported file is to be opened, and opens it.

@@ -311,7 +311,7 @@ void frmFeedBackObj::toLocateXlsFile() {
 
 void frmFeedBackObj::XLSWrite() {
     // blnBrowse stays set after a located file; a bare name is then used as it is.
-    const QString path = blnBrowse ? strReturnFileName : homePath(strReturnFileName);
+    const QString path = blnBrowse ? strReturnFileName : surveyFilePath(strReturnFileName);
     if (!mayUseFile(path))
         return;
     const Reading reading = readSurveyFile(path, logStatusBefore);

@@ -8,6 +8,7 @@
 #include "analysis/frmSatisfactionIndex.h"
 #include "core/base/gblGlobal.h"
 #include "core/frmAboutUs.h"
+#include "core/frmStore.h"
 #include "exchange/frmCheckFiles.h"
 #include "exchange/frmLogDetails.h"
 #include "exchange/frmMessage.h"
@@ -70,6 +71,7 @@ inline std::vector<AnyForm> allForms() {
             plainForm<frmReading>("frmReading"),
             plainForm<frmCheckFiles>("frmCheckFiles"),
             plainForm<frmReadingRuns>("frmReadingRuns"),
+            plainForm<frmStore>("frmStore"),
             plainForm<frmLogDetails>("frmLogDetails"),
             ownedForm<frmMessage, frmLogDetails>("frmMessage"),
             plainForm<frmSatisfactionIndex>("frmSatisfactionIndex"),

@@ -4,7 +4,6 @@
 #include "core/base/busy.h"
 #include "core/base/gblGlobal.h"
 #include "core/base/storescripts.h"
-#include "core/store/storecopy.h"
 #include "platform/ado/store.h"
 #include "platform/desktop/ownerfile.h"
 #include "platform/forms/clock.h"
@@ -57,18 +56,21 @@ bool isEmptyStore() {
     return any.Eof();
 }
 
-/// Copies the store of a server into a new file.
-void copyFromServer(ado::Connection& server, const QString& path) {
+/// Copies the store of a server into a file.
+bool copyFromServer(ado::Connection& server, const QString& path, const CopyStep& step) {
     const QString beside = path + u".part";
+    bool isComplete = false;
     try {
         ado::createStore(beside, newStoreScript(), storePassword());
         {
             ado::Connection file;
             file.ConnectionString = u"DBQ=%1;PWD=%2"_s.arg(beside, storePassword());
             file.Open();
-            copyAllRows(server, file);
+            isComplete = copyAllRows(server, file, step);
         }
-        if (!QFile::rename(beside, path))
+        if (!isComplete)
+            QFile::remove(beside);
+        else if ((QFile::exists(path) && !QFile::remove(path)) || !QFile::rename(beside, path))
             throw Failure(Failure::fileAccess, u"'%1' cannot be written."_s.arg(path));
     } catch (const Failure& failure) {
         QFile::remove(beside);
@@ -78,6 +80,7 @@ void copyFromServer(ado::Connection& server, const QString& path) {
         server.Errors().Add({failure.number(), sentence});
         throw Failure(failure.number(), sentence);
     }
+    return isComplete;
 }
 
 } // namespace
@@ -90,6 +93,13 @@ void backUpBeforeLoss() {
     copied = true;
 }
 
+bool copyStoreTo(ado::Connection& store, const QString& path, const CopyStep& step) {
+    if (!store.IsFile())
+        return copyFromServer(store, path, step);
+    store.BackupTo(path);
+    return true;
+}
+
 void copyStore(ado::Connection& store, const QString& databasePath) {
     const QDir folder = backupFolder(databasePath);
     desktop::makeOwnersFolder(folder.path());
@@ -97,7 +107,7 @@ void copyStore(ado::Connection& store, const QString& databasePath) {
     const int number = copies.isEmpty() ? 1 : numberOf(copies.last()) + 1;
     const QString stamp = forms::nowHook().toString(u"yyyy-MM-dd-HHmmss");
     const QString path = folder.filePath(u"Tallywell-%1-%2.mdb"_s.arg(stamp).arg(number));
-    store.IsFile() ? store.BackupTo(path) : copyFromServer(store, path);
+    copyStoreTo(store, path);
     dropOldCopies(folder);
 }
 

@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QStringList>
+#include "core/store/storecopy.h"
 
-namespace ado {
-class Connection;
-}
+#include <QStringList>
 
 /// Copies the database, also that of a server, into a file in the folder backup/ of the home directory. Call
 /// before deleting or overwriting stored data; only the first call of a run makes a copy. The file name has
@@ -13,6 +11,11 @@ class Connection;
 /// parameters is not copied. Throws Failure, also recorded in the connection's errors, if the copy cannot be
 /// written or is damaged; the caller must then not delete anything.
 void backUpBeforeLoss();
+
+/// Copies the store into a file of that path, which is replaced only when the copy is complete. A server's
+/// store calls `step`; false when that has cancelled. Throws Failure, also recorded in the connection's
+/// errors.
+bool copyStoreTo(ado::Connection& store, const QString& path, const CopyStep& step = {});
 
 /// Copies a database in any case; otherwise likewise.
 void copyStore(ado::Connection& store, const QString& databasePath);

@@ -2,6 +2,7 @@
 #include "core/base/gblGlobal.h"
 
 #include "core/base/failure.h"
+#include "core/store/openstore.h"
 #include "core/store/worktable.h"
 #include "platform/forms/form.h"
 
@@ -29,7 +30,7 @@ void toOpenConnection() {
     guardedUnconnected(u"Error :"_s, [] {
         cnnMain->ConnectionString = connectionText();
         cnnMain->OwnTables = workTables();
-        cnnMain->Open();
+        openStore(*cnnMain);
     });
 }
 

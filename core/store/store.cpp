@@ -20,10 +20,6 @@ QString storePassword() {
     return u"kvtwpa"_s;
 }
 
-QString connectionText() {
-    return u"DSN=gwl;UID=;PWD="_s + storePassword() + u';';
-}
-
 std::optional<QString> toFilterApostrophe(const QString& text) {
     if (!text.contains(u'\''))
         return std::nullopt;

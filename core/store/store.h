@@ -22,7 +22,7 @@ extern QString strDatabasePath;
 /// The password of a store in a file.
 QString storePassword();
 
-/// The connection string: data source and password.
+/// The connection string: data source and password, or those of the server that storechoice.h tells.
 QString connectionText();
 
 /// Replaces every ' by the typographic apostrophe; nullopt if there is none.

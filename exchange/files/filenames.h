@@ -3,7 +3,7 @@
 
 #include "survey/questionnaires/surveykey.h"
 
-// Survey files are identified by their bare names; all are in the home directory. The look-ups throw Failure.
+// Survey files are identified by their bare names; all are in one folder. The look-ups throw Failure.
 
 /// The template of survey files in the home directory.
 inline constexpr QStringView templateFile = u"template.xls";
@@ -37,6 +37,6 @@ QString findRegisteredTitle(const QString& title);
 bool isFileNameLogged(const QString& fileName);
 
 /// Whether a name is reserved and so not allowed for a survey file, whether the file exists or not: the
-/// template, the store, the layouts, help, chart pictures, and any file of the home directory that is no
+/// template, the store, the layouts, help, chart pictures, and any file of the folder that is no
 /// workbook.
 bool isProgramsOwnFile(const QString& fileName);

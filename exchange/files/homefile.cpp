@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "exchange/files/homefile.h"
 
+#include "core/store/programsetting.h"
 #include "core/store/store.h"
 
 #include <QFileInfo>
@@ -16,12 +17,15 @@ bool isBare(const QString& fileName) {
 } // namespace
 
 QString homePath(const QString& fileName) {
-    if (!isBare(fileName)) {
-        throw Failure(u"\"%1\" holds a folder where a bare file name is wanted."_s.arg(fileName));
-    }
     return homeDirectory() + u'/' + fileName;
 }
 
+QString surveyFilePath(const QString& fileName) {
+    if (!isBare(fileName))
+        throw Failure(u"\"%1\" holds a folder where a bare file name is wanted."_s.arg(fileName));
+    return surveyFolder() + u'/' + fileName;
+}
+
 bool toCheckFileExists(const QString& fileName) {
-    return !fileName.trimmed().isEmpty() && isBare(fileName) && QFileInfo(homePath(fileName)).isFile();
+    return !fileName.trimmed().isEmpty() && isBare(fileName) && QFileInfo(surveyFilePath(fileName)).isFile();
 }

@@ -18,15 +18,6 @@ constexpr unsigned waitForServer = 10;   // seconds until a host that does not a
 constexpr unsigned waitForReply = 60;    // seconds until a connection is taken for lost
 constexpr unsigned long oldest = 101100; // 10.11, as the client library counts
 
-/// The session's settings. Names stand in double quotes and a backslash is a character, as in a file; a value
-/// that does not fit is refused. Without join buffers the rows of a join come in the order of its tables.
-QString settings() {
-    return u"set session sql_mode='ANSI_QUOTES,PIPES_AS_CONCAT,NO_BACKSLASH_ESCAPES,STRICT_ALL_TABLES,"
-           "NO_ENGINE_SUBSTITUTION', collation_connection='"_s +
-           serverCollation +
-           u"', autocommit=1, innodb_lock_wait_timeout=2, lock_wait_timeout=2, join_cache_level=0";
-}
-
 bool endsConnection(int code) {
     return code == CR_SERVER_GONE_ERROR || code == CR_SERVER_LOST;
 }
@@ -102,7 +93,7 @@ void MariaSession::open(const ServerAddress& address) {
             fail({number::dataSource,
                   u"The database server is too old (%1). This program needs MariaDB 10.11 or later."_s.arg(
                       QString::fromUtf8(mysql_get_server_info(connection)))});
-        run(settings());
+        run(serverSettings());
     } catch (const Failure&) {
         close();
         throw;

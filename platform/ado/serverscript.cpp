@@ -58,6 +58,13 @@ QString serverIndex(const QRegularExpressionMatch& index, const IsText& isText) 
 
 } // namespace
 
+QString serverSettings() {
+    return u"set session sql_mode='ANSI_QUOTES,PIPES_AS_CONCAT,NO_BACKSLASH_ESCAPES,STRICT_ALL_TABLES,"
+           "NO_ENGINE_SUBSTITUTION', collation_connection='"_s +
+           serverCollation +
+           u"', autocommit=1, innodb_lock_wait_timeout=2, lock_wait_timeout=2, join_cache_level=0";
+}
+
 QList<ScriptStatement> scriptStatements(const QByteArray& script) {
     const QString text = QString::fromUtf8(script);
     QList<ScriptStatement> result;
@@ -89,7 +96,7 @@ QString serverStatement(const QString& sqlite, const IsText& isText) {
         pattern(u"(?s)^CREATE INDEX (\\S+)\\s+ON\\s+(\\S+)\\s*\\((.*)\\)\\s*$"_s);
     static const QRegularExpression crossJoin = pattern(u"\\bCROSS\\s+JOIN\\b"_s);
     if (const auto found = version.match(sqlite); found.hasMatch())
-        return u"CREATE OR REPLACE VIEW "_s + versionView + u" AS SELECT " + found.captured(1) +
+        return u"CREATE OR REPLACE SQL SECURITY INVOKER VIEW "_s + versionView + u" AS SELECT " + found.captured(1) +
                u" AS version";
     if (sqlite.startsWith(u"PRAGMA", Qt::CaseInsensitive))
         return {};
