@@ -130,4 +130,12 @@ TEST_F(AdoTest, onlyTheRecordsOfOneTableAreWritten) {
     EXPECT_EQ(failureNumber([&] { records.Update(); }), ado::number::noCurrentRecord);
 }
 
+TEST_F(AdoTest, aValueInBracesHoldsAnyCharacter) {
+    for (const QString& password : {u"a;b}c"_s, u"}"_s, u"{x}=;;'\""_s, u" "_s}) {
+        ado::createStore(path, "create table note (a INTEGER);", password);
+        connection.ConnectionString = u";PWD="_s + ado::braced(password) + u"; DBQ =" + path;
+        EXPECT_EQ(failureNumber([&] { connection.Open(); }), 0) << password.toStdString();
+    }
+}
+
 } // namespace

@@ -11,15 +11,42 @@ using namespace Qt::StringLiterals;
 namespace ado {
 namespace {
 
+/// The value at the beginning of the text, which is taken from it.
+QString takeValue(QStringView& text) {
+    QString value;
+    qsizetype end = 0;
+    if (text.startsWith(u'{')) {
+        for (end = 1; end < text.size(); ++end) {
+            if (text[end] == u'}' && (++end == text.size() || text[end] != u'}'))
+                break;
+            value += text[end];
+        }
+    }
+    const qsizetype next = text.indexOf(u';', end);
+    value += text.sliced(end, (next < 0 ? text.size() : next) - end);
+    text = next < 0 ? QStringView() : text.sliced(next + 1);
+    return value;
+}
+
 /// The parts of a connection string by their names in capitals.
 QMap<QString, QString> partsOf(const QString& connectionString) {
     QMap<QString, QString> parts;
-    for (const QString& part : connectionString.split(u';', Qt::SkipEmptyParts))
-        parts.insert(part.section(u'=', 0, 0).trimmed().toUpper(), part.section(u'=', 1));
+    for (QStringView rest = connectionString; !rest.isEmpty();) {
+        const qsizetype sign = rest.indexOf(u'=');
+        if (sign < 0)
+            break;
+        const QString name = rest.first(sign).toString().section(u';', -1).trimmed().toUpper();
+        rest = rest.sliced(sign + 1);
+        parts.insert(name, takeValue(rest));
+    }
     return parts;
 }
 
 } // namespace
+
+QString braced(const QString& value) {
+    return u'{' + QString(value).replace(u'}', u"}}"_s) + u'}';
+}
 
 Connection::Connection() : open(std::make_shared<SqliteSession>()) {}
 
@@ -46,6 +73,7 @@ void Connection::openServer(const QMap<QString, QString>& source, const QString&
     const auto server = std::make_shared<MariaSession>();
     open = server;
     server->open({.hosts = source.value(u"SERVER"_s).split(u',', Qt::SkipEmptyParts),
+                  .authorities = source.value(u"SSLCA"_s),
                   .socket = source.value(u"SOCKET"_s),
                   .database = source.value(u"DATABASE"_s),
                   .user = source.value(u"UID"_s),

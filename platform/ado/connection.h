@@ -14,6 +14,9 @@ class Session;
 
 enum ConnectionState { StateClosed = 0, StateOpen = 1 };
 
+/// A value of a connection string in braces, within which it may hold any character.
+QString braced(const QString& value);
+
 /// A connection to a database through its data source. Every operation that fails throws Failure.
 class Connection {
 public:
@@ -23,7 +26,8 @@ public:
     Connection& operator=(const Connection&) = delete;
 
     /// "DSN=name;UID=;PWD=password;", or for a server without a data source its attributes instead, as
-    /// datasources.h names them: "SOCKET=path;DATABASE=name;UID=user;PWD=password;"
+    /// datasources.h names them: "SERVER=host;DATABASE=name;UID=user;PWD=password;". A value with a
+    /// semicolon, or with a brace at its beginning, stands in braces: "PWD={a;b}}c}" is the password "a;b}c".
     QString ConnectionString;
 
     /// Tables whose rows are each connection's own: Open puts an empty, temporary table in the place of each,

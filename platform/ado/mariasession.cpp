@@ -112,6 +112,8 @@ void MariaSession::connectTo(const QString& host) {
     if (!host.isEmpty()) {
         mysql_optionsv(connection, MYSQL_OPT_SSL_ENFORCE, &yes);
         mysql_optionsv(connection, MYSQL_OPT_SSL_VERIFY_SERVER_CERT, &yes);
+        if (!server.authorities.isEmpty())
+            mysql_optionsv(connection, MYSQL_OPT_SSL_CA, server.authorities.toLocal8Bit().constData());
     }
     // Changed rows are those that the condition met, as in a file.
     const bool connected = mysql_real_connect(

@@ -11,8 +11,9 @@ namespace ado {
 
 /// Where a database server is and who asks.
 struct ServerAddress {
-    QStringList hosts; ///< each with or without ":port"; the first that answers is taken
-    QString socket;    ///< of a server on this computer; then there are no hosts
+    QStringList hosts;   ///< each with or without ":port"; the first that answers is taken
+    QString authorities; ///< file of the certificates that may sign a host's; empty: the system's
+    QString socket;      ///< of a server on this computer; then there are no hosts
     QString database;
     QString user;
     QString password;
