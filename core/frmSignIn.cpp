@@ -20,13 +20,8 @@ void frmSignIn::onLoad() {
     ui->txtPassword->setFocus();
 }
 
-/// Enter presses the button that has the focus, else OK.
 bool frmSignIn::onKeyDown(int key) {
-    if (key != Qt::Key_Return && key != Qt::Key_Enter)
-        return DefaultForm::onKeyDown(key);
-    auto* button = qobject_cast<QPushButton*>(focusWidget());
-    (button ? button : ui->cmdOK)->click();
-    return true;
+    return pressOnEnter(key, *ui->cmdOK) || DefaultForm::onKeyDown(key);
 }
 
 std::optional<EnteredPassword> frmSignIn::ask(const StoreChoice& choice, const QString& refusal) {

@@ -110,6 +110,10 @@ void frmStore::onLoad() {
     ui->txtFolder->setPlaceholderText(homeDirectory());
 }
 
+bool frmStore::onKeyDown(int key) {
+    return pressOnEnter(key, *ui->cmdOK) || DefaultForm::onKeyDown(key);
+}
+
 void frmStore::showChoice(const StoreChoice& choice) {
     ui->opnFile->setChecked(!choice.isServer());
     ui->opnServer->setChecked(choice.isServer());

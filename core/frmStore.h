@@ -22,6 +22,7 @@ private:
     friend class DefaultForm<frmStore>;
     frmStore();
     void onLoad() override;
+    bool onKeyDown(int key) override;
     void connectButtons();
     void showChoice(const StoreChoice& choice);
     void enableControls();

@@ -172,6 +172,6 @@ private:
 } // namespace
 
 int main() {
-    const QByteArray script = "BEGIN;\n" + DemoScript().text() + "COMMIT;\n";
+    const QByteArray script = DemoScript().text();
     return std::fwrite(script.data(), 1, size_t(script.size()), stdout) == size_t(script.size()) ? 0 : 1;
 }

@@ -36,13 +36,8 @@ void frmChangedMeanwhile::onLoad() {
     ui->cmdBack->setFocus();
 }
 
-/// Enter presses the button that has the focus, else the default one.
 bool frmChangedMeanwhile::onKeyDown(int key) {
-    if (key != Qt::Key_Return && key != Qt::Key_Enter)
-        return DefaultForm::onKeyDown(key);
-    auto* button = qobject_cast<QPushButton*>(focusWidget());
-    (button ? button : ui->cmdBack)->click();
-    return true;
+    return pressOnEnter(key, *ui->cmdBack) || DefaultForm::onKeyDown(key);
 }
 
 Keep frmChangedMeanwhile::ask(const ChangedRow& row) {

@@ -96,8 +96,8 @@ QString serverStatement(const QString& sqlite, const IsText& isText) {
         pattern(u"(?s)^CREATE INDEX (\\S+)\\s+ON\\s+(\\S+)\\s*\\((.*)\\)\\s*$"_s);
     static const QRegularExpression crossJoin = pattern(u"\\bCROSS\\s+JOIN\\b"_s);
     if (const auto found = version.match(sqlite); found.hasMatch())
-        return u"CREATE OR REPLACE SQL SECURITY INVOKER VIEW "_s + versionView + u" AS SELECT " + found.captured(1) +
-               u" AS version";
+        return u"CREATE OR REPLACE SQL SECURITY INVOKER VIEW "_s + versionView + u" AS SELECT " +
+               found.captured(1) + u" AS version";
     if (sqlite.startsWith(u"PRAGMA", Qt::CaseInsensitive))
         return {};
     if (sqlite.startsWith(u"CREATE TABLE", Qt::CaseInsensitive))

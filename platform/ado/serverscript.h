@@ -16,9 +16,9 @@ inline constexpr QStringView serverCollation = u"utf8mb4_uca1400_nopad_as_ci";
 /// The view with the version of a server's store, which a file keeps as user_version.
 inline constexpr QStringView versionView = u"database_version";
 
-/// Sets what a session with a server needs. Names stand in double quotes and a backslash is a character, as in
-/// a file; a value that does not fit is refused. Without join buffers the rows of a join come in the order of
-/// its tables. Locks are waited for two seconds.
+/// Sets what a session with a server needs. Names stand in double quotes and a backslash is a character, as
+/// in a file; a value that does not fit is refused. Without join buffers the rows of a join come in the order
+/// of its tables. Locks are waited for two seconds.
 QString serverSettings();
 
 struct ScriptStatement {

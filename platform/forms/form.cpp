@@ -162,6 +162,14 @@ bool Form::onKeyDown(int key) {
     return true;
 }
 
+bool Form::pressOnEnter(int key, QPushButton& otherwise) {
+    if (key != Qt::Key_Return && key != Qt::Key_Enter)
+        return false;
+    auto* focused = qobject_cast<QPushButton*>(focusWidget());
+    (focused ? focused : &otherwise)->click();
+    return true;
+}
+
 bool Form::eventFilter(QObject* watched, QEvent* event) {
     const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
     if (!isKey || unloading || !watched->isWidgetType())

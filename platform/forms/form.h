@@ -9,6 +9,7 @@
 class QAbstractButton;
 class QMdiArea;
 class QMdiSubWindow;
+class QPushButton;
 
 namespace forms {
 
@@ -61,6 +62,8 @@ protected:
     /// A key pressed anywhere in the form, before its controls see it. True keeps the key from them. Esc
     /// unloads the form.
     virtual bool onKeyDown(int key);
+    /// For onKeyDown: Enter presses the button that has the focus, else that one. False for any other key.
+    bool pressOnEnter(int key, QPushButton& otherwise);
 
     /// Puts the form into its window and runs onLoad; called once, by the default instance.
     void loadInto();

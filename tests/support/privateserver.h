@@ -26,7 +26,7 @@ public:
         }
         make.write(
             "\nflush privileges;\ncreate user tester@localhost identified by 'secret';\n"
-            "grant all on *.* to tester@localhost;\ncreate user guest@localhost identified by 'guest';\n"
+            "grant all on *.* to tester@localhost with grant option;\ncreate user guest@localhost identified by 'guest';\n"
             "create user member@localhost identified by 'kvtwpa';\ngrant all on tally.* to "
             "member@localhost;\n");
         make.closeWriteChannel();
