@@ -107,6 +107,10 @@ int Connection::State() const {
     return open->isOpen() ? 1 : 0;
 }
 
+bool Connection::HasEnded() const {
+    return open->hasEnded();
+}
+
 ErrorList& Connection::Errors() {
     return open->errors();
 }
@@ -133,7 +137,9 @@ void Connection::BeginOwnTrans() {
 }
 
 void Connection::CommitTrans() {
-    open->requireOpen();
+    if (!open->isOpen()) // whoever has dropped the first failure must not take the step for saved
+        open->fail({number::objectClosed,
+                    u"The connection to the database is closed. Nothing of this step has been saved."_s});
     open->commit();
 }
 

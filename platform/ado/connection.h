@@ -43,6 +43,8 @@ public:
     void Close();
     /// A ConnectionState.
     int State() const;
+    /// Whether an idle connection has been ended by its server, though its state is still open.
+    bool HasEnded() const;
 
     ErrorList& Errors();
     const ErrorList& Errors() const;

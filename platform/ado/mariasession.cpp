@@ -2,61 +2,17 @@
 #include "platform/ado/mariasession.h"
 
 #include "platform/ado/mariastatement.h"
+#include "platform/ado/serverfault.h"
 #include "platform/ado/serverscript.h"
 
 #include <algorithm>
 
-#include <errmsg.h>
 #include <mysqld_error.h>
 
 using namespace Qt::StringLiterals;
 
 namespace ado {
 namespace {
-
-constexpr unsigned waitForServer = 10;   // seconds until a host that does not answer is given up
-constexpr unsigned waitForReply = 60;    // seconds until a connection is taken for lost
-constexpr unsigned long oldest = 101100; // 10.11, as the client library counts
-
-bool endsConnection(int code) {
-    return code == CR_SERVER_GONE_ERROR || code == CR_SERVER_LOST;
-}
-
-/// A sentence for each failure that a user can meet, otherwise the server's own message.
-QString describe(int code, const QString& words, const ServerAddress& server) {
-    switch (code) {
-    case ER_LOCK_WAIT_TIMEOUT:
-        return u"The same records are being changed by someone else. Try again in a moment."_s;
-    case ER_LOCK_DEADLOCK:
-        return u"The same records have been changed by someone else at the same time. Nothing of this step "
-               u"has been saved. Try again."_s;
-    case CR_SERVER_GONE_ERROR:
-    case CR_SERVER_LOST:
-        return u"The connection to the database server is lost. Try again, and look whether the last step "
-               u"has been saved."_s;
-    case CR_CONNECTION_ERROR:
-    case CR_CONN_HOST_ERROR:
-    case CR_UNKNOWN_HOST:
-        return u"The database server '"_s +
-               (server.socket.isEmpty() ? server.hosts.join(u", "_s) : server.socket) +
-               u"' cannot be reached.";
-    case CR_SSL_CONNECTION_ERROR:
-        return u"There is no protected connection to the database server. "_s + words + u'.';
-    case ER_ACCESS_DENIED_ERROR:
-        return u"The database server does not accept the user '"_s + server.user + u"' or the password.";
-    case ER_DBACCESS_DENIED_ERROR:
-        return u"The user '"_s + server.user + u"' may not use the database '" + server.database + u"'.";
-    case ER_BAD_DB_ERROR:
-        return u"The database server has no database '"_s + server.database + u"'.";
-    case ER_DISK_FULL:
-    case ER_RECORD_FILE_FULL:
-        return u"The disk of the database server is full. Nothing of this step has been saved."_s;
-    case ER_OPTION_PREVENTS_STATEMENT:
-        return u"The database cannot be changed: the server takes no changes."_s;
-    default:
-        return words;
-    }
-}
 
 /// The type that a server's column stands for in a file.
 ColumnType typeOf(const QString& serverType) {
@@ -74,75 +30,27 @@ ColumnType typeOf(const QString& serverType) {
 
 } // namespace
 
-void MariaSession::open(const ServerAddress& address) {
-    close();
-    errors().Clear();
-    server = address;
-    const QStringList hosts = address.hosts.isEmpty() ? QStringList{QString()} : address.hosts;
-    for (qsizetype i = 0; !connection && i < hosts.size(); ++i) {
-        try {
-            connectTo(hosts[i]);
-        } catch (const Failure& failure) {
-            const bool answered = failure.number() >= ER_ERROR_FIRST && failure.number() < CR_MIN_ERROR;
-            if (answered || i + 1 == hosts.size())
-                throw;
-        }
-    }
-    try {
-        if (mysql_get_server_version(connection) < oldest)
-            fail({number::dataSource,
-                  u"The database server is too old (%1). This program needs MariaDB 10.11 or later."_s.arg(
-                      QString::fromUtf8(mysql_get_server_info(connection)))});
-        run(serverSettings());
-    } catch (const Failure&) {
-        close();
-        throw;
-    }
-}
-
-void MariaSession::connectTo(const QString& host) {
-    const my_bool yes = 1;
-    const unsigned no = 0;
-    connection = mysql_init(nullptr);
-    mysql_optionsv(connection, MYSQL_SET_CHARSET_NAME, "utf8mb4");
-    mysql_optionsv(connection, MYSQL_OPT_CONNECT_TIMEOUT, &waitForServer);
-    mysql_optionsv(connection, MYSQL_OPT_READ_TIMEOUT, &waitForReply);
-    mysql_optionsv(connection, MYSQL_OPT_WRITE_TIMEOUT, &waitForReply);
-    mysql_optionsv(connection, MYSQL_OPT_LOCAL_INFILE, &no); // the server could ask for any file
-    if (!host.isEmpty()) {
-        mysql_optionsv(connection, MYSQL_OPT_SSL_ENFORCE, &yes);
-        mysql_optionsv(connection, MYSQL_OPT_SSL_VERIFY_SERVER_CERT, &yes);
-        if (!server.authorities.isEmpty())
-            mysql_optionsv(connection, MYSQL_OPT_SSL_CA, server.authorities.toLocal8Bit().constData());
-    }
-    // Changed rows are those that the condition met, as in a file.
-    const bool connected = mysql_real_connect(
-        connection, host.isEmpty() ? nullptr : host.section(u':', 0, 0).toUtf8().constData(),
-        server.user.toUtf8().constData(), server.password.toUtf8().constData(),
-        server.database.toUtf8().constData(), host.section(u':', 1).toUInt(),
-        server.socket.isEmpty() ? nullptr : server.socket.toUtf8().constData(), CLIENT_FOUND_ROWS);
-    if (connected)
-        return;
-    const int code = static_cast<int>(mysql_errno(connection));
-    const QString words = QString::fromUtf8(mysql_error(connection));
-    close();
-    fail(code, words);
-}
-
 void MariaSession::close() {
     dropCompiled();
     keys.clear();
-    inTransaction = false;
+    isConnecting = inTransaction = isCommitting = false;
     mysql_close(connection); // statements still on loan are then refused by the client library
     connection = nullptr;
 }
 
 void MariaSession::fail(int code, const QString& words) {
+    const QString sentence = sentenceOf({.code = code,
+                                         .words = words,
+                                         .host = hostName,
+                                         .user = server.user,
+                                         .database = server.database,
+                                         .isConnecting = isConnecting,
+                                         .isUndone = inTransaction && !isCommitting});
     if (code == ER_LOCK_DEADLOCK)
         inTransaction = false; // the server has rolled it back
     if (endsConnection(code))
         close();
-    fail({code, describe(code, words, server)});
+    fail({code, sentence});
 }
 
 void MariaSession::run(const QString& sql) {
@@ -196,8 +104,17 @@ void MariaSession::begin(Writes) {
 }
 
 void MariaSession::commit() {
-    run(u"commit"_s);
-    inTransaction = false;
+    if (!inTransaction) // the server would commit nothing and say so of a transaction that it has rolled back
+        fail({ER_CANT_CHANGE_TX_CHARACTERISTICS,
+              u"The transaction has ended before. Nothing of this step has been saved."_s});
+    isCommitting = true;
+    try {
+        run(u"commit"_s);
+        inTransaction = isCommitting = false;
+    } catch (const Failure&) {
+        isCommitting = false;
+        throw;
+    }
 }
 
 void MariaSession::rollback() {

@@ -11,7 +11,8 @@ namespace ado {
 
 /// Where a database server is and who asks.
 struct ServerAddress {
-    QStringList hosts;   ///< each with or without ":port"; the first that answers is taken
+    /// Each "name", "name:port" or "[IPv6 address]:port"; the first that serves is taken.
+    QStringList hosts;
     QString authorities; ///< file of the certificates that may sign a host's; empty: the system's
     QString socket;      ///< of a server on this computer; then there are no hosts
     QString database;
@@ -21,18 +22,20 @@ struct ServerAddress {
 
 /// A store on a MariaDB server, 10.11 or later. Its texts compare by the collation of serverscript.h, its
 /// statements wait two seconds at most for another program's locks. A failure that ends the connection closes
-/// the session.
+/// the session. A node of a cluster reads what has been committed on any other.
 class MariaSession final : public Session {
 public:
     ~MariaSession() override { MariaSession::close(); }
 
-    /// A host is connected to through TLS only, with its certificate checked.
+    /// A host is connected to through TCP and TLS only, with its certificate and its name checked. The next
+    /// one is tried when a host cannot be reached or cannot serve; a refusal of the user ends the search.
     void open(const ServerAddress& address);
     using Session::fail;
     [[noreturn]] void fail(int code, const QString& words);
 
     Target target() const override { return Target::MariaDb; }
     bool isOpen() const override { return connection != nullptr; }
+    bool hasEnded() const override;
     void close() override;
     void begin(Writes writes) override;
     void commit() override;
@@ -53,14 +56,20 @@ public:
 
 private:
     std::shared_ptr<Compiled> compile(const QString& sql) override;
+    /// host: empty for the socket.
+    void openAt(const QString& host);
     void connectTo(const QString& host);
+    void joinCluster();
     void run(const QString& sql);
     /// The rows of a statement without parameters; none for a table that does not exist.
     QList<QStringList> rowsOf(const QString& sql);
 
     MYSQL* connection = nullptr;
     ServerAddress server;
+    QString hostName; ///< for messages
+    bool isConnecting = false;
     bool inTransaction = false;
+    bool isCommitting = false;
     QHash<QString, QString> keys; ///< those found by keyOf
 };
 

@@ -90,6 +90,8 @@ public:
 
     virtual Target target() const = 0;
     virtual bool isOpen() const = 0;
+    /// Whether a server has ended the connection while it was idle, which shows without asking it.
+    virtual bool hasEnded() const { return false; }
     virtual void close() = 0;
     ErrorList& errors() { return errorList; }
 
