@@ -77,6 +77,7 @@ void frmPerformanceMatrix::connectEvents() {
 }
 
 void frmPerformanceMatrix::onLoad() {
+    filledOn = connectionNumber;
     setLeft(0);
     setTop(0);
     toFillCustomername();
@@ -142,6 +143,7 @@ void frmPerformanceMatrix::cmdView() {
 
 void frmPerformanceMatrix::toFillTable() {
     guarded([this] {
+        filledOn = connectionNumber;
         fillWorkTable([this] {
             cnnMain->Execute(u"delete * from scattertable"_s);
             for (int i = 0; i < ui->lstSurveyDates->ListCount(); ++i) {
@@ -311,6 +313,8 @@ void frmPerformanceMatrix::mschart_PointActivated(int series, int point) {
 
 void frmPerformanceMatrix::cmdPrint() {
     Busy busy(*this);
+    if (!guarded([this] { requireFilledOn(filledOn); }))
+        return;
     guardedWithNumber(u":"_s, [&] {
         if (ui->cmdCustomerName->ListCount() > 0)
             busy.say(u"Generating Report...."_s);

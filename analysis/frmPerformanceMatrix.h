@@ -54,5 +54,6 @@ private:
     void fillHiddenChart();
     QString pointText(int series, int point) const;
 
+    int filledOn = 0; ///< the connection of the work tables
     std::unique_ptr<Ui::frmPerformanceMatrix> ui;
 };

@@ -8,6 +8,7 @@
 #include "core/base/busy.h"
 #include "core/base/failure.h"
 #include "core/base/filllist.h"
+#include "core/base/gblGlobal.h"
 #include "core/base/reports.h"
 #include "core/base/shell.h"
 #include "core/store/worktable.h"
@@ -80,6 +81,7 @@ void frmSatisfactionIndex::connectEvents() {
 }
 
 void frmSatisfactionIndex::onLoad() {
+    filledOn = connectionNumber;
     setLeft(0);
     setTop(0);
     collapse();
@@ -163,6 +165,8 @@ void frmSatisfactionIndex::cmdView() {
 
 void frmSatisfactionIndex::cmdPrint() {
     Busy busy(*this);
+    if (!guarded([this] { requireFilledOn(filledOn); }))
+        return;
     guardedWithNumber(u":"_s, [&] {
         if (ui->lstParameter->ListCount() == 0)
             return;
@@ -182,6 +186,7 @@ void frmSatisfactionIndex::mschart_PointActivated(int series, int point) {
 
 void frmSatisfactionIndex::toFillTable() {
     guarded([this] {
+        filledOn = connectionNumber;
         fillWorkTable([this] {
             cnnMain->Execute(u"delete * from linetable"_s);
             for (int i = 0; i < ui->lstParameter->ListCount(); ++i) {

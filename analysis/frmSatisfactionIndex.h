@@ -75,5 +75,6 @@ private:
     void labelChart();
     void setMarkers();
 
+    int filledOn = 0; ///< the connection of the work tables
     std::unique_ptr<Ui::frmSatisfactionIndex> ui;
 };

@@ -54,9 +54,11 @@ ExportResult SurveyExport::run() {
     // A generated name can belong to a file from before the customer was renamed.
     if ((exists || toCheckFileExists(result.fileName)) && !mayOverwrite())
         return result;
-    guarded([&] { toGetTheLastScoreAndWeightage(key, request.history); });
-    guarded([&] { resetLogStatus(key); });
-    guarded([&] { result.isFinished = write(); });
+    guarded([&] { // at once: the sheet is written from a work table, which ends with its connection
+        toGetTheLastScoreAndWeightage(key, request.history);
+        resetLogStatus(key);
+        result.isFinished = write();
+    });
     return result;
 }
 

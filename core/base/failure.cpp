@@ -21,6 +21,16 @@ void showErrors(const QString& prefix) {
         forms::msgBox(prefix + QString::number(errDatabase.Number) + u"\r\n" + errDatabase.Description);
 }
 
+/// A guarded procedure that runs.
+class Running {
+public:
+    Running() { ++count; }
+    Running(const Running&) = delete;
+    Running& operator=(const Running&) = delete;
+    ~Running() { --count; }
+    inline static int count = 0;
+};
+
 /// The exception as a Failure; any other type becomes one without a number.
 Failure failureOf(const std::exception_ptr& thrown) {
     try {
@@ -34,12 +44,17 @@ Failure failureOf(const std::exception_ptr& thrown) {
 
 } // namespace
 
+bool isWithinGuarded() {
+    return Running::count > 1;
+}
+
 bool guarded(const std::function<void()>& procedure) {
     return guarded(u"Error : "_s, procedure);
 }
 
 bool guarded(const QString& prefix, const std::function<void()>& procedure) {
     return guardedUnconnected(prefix, [&] {
+        const Running running;
         reconnect();
         procedure();
     });
@@ -66,6 +81,7 @@ bool guardedUnconnected(const QString& prefix, const std::function<void()>& proc
 
 bool guardedWithNumber(const QString& separator, const std::function<void()>& procedure) {
     try {
+        const Running running;
         reconnect();
         procedure();
         return true;

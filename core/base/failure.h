@@ -15,6 +15,9 @@ bool guarded(const std::function<void()>& procedure);
 /// Likewise, with a prefix other than "Error : " before each error number.
 bool guarded(const QString& prefix, const std::function<void()>& procedure);
 
+/// Whether the guarded procedure that runs is part of another one.
+bool isWithinGuarded();
+
 /// Likewise, without opening the connection first.
 bool guardedUnconnected(const QString& prefix, const std::function<void()>& procedure);
 

@@ -3,6 +3,7 @@
 
 #include "core/base/failure.h"
 #include "core/store/openstore.h"
+#include "core/store/transaction.h"
 #include "core/store/worktable.h"
 #include "platform/forms/form.h"
 
@@ -22,11 +23,13 @@ QString strSearchKeywords;
 bool blnSearchToFeedback = false;
 bool blnSearchToImprovement = false;
 int intSearchIndex = 0;
+int connectionNumber = 0;
 
 std::function<void()> endHook = [] { QCoreApplication::exit(0); };
 
 void toOpenConnection() {
     cnnMain = std::make_unique<ado::Connection>();
+    ++connectionNumber;
     guardedUnconnected(u"Error :"_s, [] {
         cnnMain->ConnectionString = connectionText();
         cnnMain->OwnTables = workTables();
@@ -35,8 +38,17 @@ void toOpenConnection() {
 }
 
 void reconnect() {
-    if (!cnnMain || cnnMain->State() == ado::StateClosed)
+    if (Transaction::isOpen()) // what it has written is lost, and the rest must not be written alone
+        return;
+    // A procedure that has begun on a connection goes on with it, and says that it is lost.
+    if (!cnnMain || cnnMain->State() == ado::StateClosed || (!isWithinGuarded() && cnnMain->HasEnded()))
         toOpenConnection();
+}
+
+void requireFilledOn(int connection) {
+    if (connection != connectionNumber)
+        throw Refusal(u"The connection to the database has been opened again meanwhile, and the rows of this "
+                      u"report are gone. View it again, then print it."_s);
 }
 
 void endProgram() {

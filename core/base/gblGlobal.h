@@ -34,8 +34,15 @@ extern int intSearchIndex;          ///< the hit's row in the result list, from 
 /// Creates a new cnnMain and opens it. Errors are shown.
 void toOpenConnection();
 
-/// Reopens the connection if it is closed. Errors are shown.
+/// Reopens the connection if it is closed, or has been ended by its server while it was idle. Does nothing
+/// while a Transaction is open. Errors are shown.
 void reconnect();
+
+/// Counts the connections; the rows of the work tables end with theirs.
+extern int connectionNumber;
+
+/// Throws Refusal when the work tables of a report were filled on an earlier connection.
+void requireFilledOn(int connection);
 
 /// Closes and releases the connection and quits the event loop.
 void endProgram();
