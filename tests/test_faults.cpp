@@ -174,14 +174,10 @@ TEST_F(FaultsTest, aReadOnlyHomeIsReportedByEachCommand) {
 
 TEST_F(FaultsTest, aLockedStoreIsReportedAfterAWait) {
     showForms();
-    other.ConnectionString = connectionText();
-    other.Open();
-    other.session()->prepare({u"begin exclusive"_s, {}}).step();
+    other.lock();
     QElapsedTimer waiting;
     waiting.start();
-    EXPECT_EQ(messagesDuring(saveAnswers),
-              QStringList{u"Error : 5\r\nThe database is in use by another program. Close "
-                          "that program and try again."_s});
+    EXPECT_EQ(messagesDuring(saveAnswers), QStringList{messageOf(Locked)});
     EXPECT_GT(waiting.elapsed(), 1500); // milliseconds; another program is usually done sooner
 }
 

@@ -211,6 +211,8 @@ TEST_F(ReadingsTest, killedOrLockedTheUndoIsWholeOrNotAtAll) {
     choose(list("lsvRuns"), 0);
     whileLocked([] { press(form(), "cmdUndo"); });
     EXPECT_EQ(answersAndRegister(), after);
+    if (!cnnMain->IsFile())
+        return; // the kill counts the statements of SQLite
     cnnMain->Close();
 
     int killed = 0;
@@ -254,6 +256,8 @@ TEST_F(ReadingsTest, readingsOlderThanAYearAreThinnedOutByChoice) {
 }
 
 TEST_F(ReadingsTest, aStoreThatCouldNotBeUpgradedIsReadWithoutARecord) {
+    if (!cnnMain->IsFile())
+        return; // a server's store is made with all tables
     run(u"drop table readingfile"_s);
     read(u"ann.xls"_s, ann, 5);
     EXPECT_EQ(scores(), u"1:5"_s);

@@ -60,7 +60,7 @@ protected:
         press("cmdmail");
         return std::exchange(mails, {});
     }
-    QStringList loggedFiles() const { return rows(u"select xlsfilename from log"_s); }
+    QStringList loggedFiles() const { return rows(u"select xlsfilename from log order by xlsfilename"_s); }
     QStringList files() const { return QDir(home()).entryList({u"?.xls"_s}); }
 
     int acme = 0;

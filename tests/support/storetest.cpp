@@ -148,6 +148,27 @@ QStringList StoreTest::rows(const QString& sql) {
     return result;
 }
 
+QString StoreTest::messageOf(Fault fault) {
+    static const std::map<Fault, std::pair<QString, QString>> ofFileAndServer{
+        {Incomplete, {u"1\r\n"_s, u"1064\r\nYou have an error in your SQL syntax"_s}},
+        {NoTable, {u"1\r\nno such table: "_s, u"1146\r\nTable 'tally."_s}},
+        {Duplicate, {u"19\r\nUNIQUE constraint failed"_s, u"1062\r\nDuplicate entry"_s}},
+        {Locked,
+         {u"5\r\nThe database is in use by another program. Close that program and try again."_s,
+          u"1205\r\nThe same records are being changed by someone else. Try again in a moment."_s}},
+        {Refused, {u"19\r\nno"_s, u"1644\r\nno"_s}}};
+    const auto& [file, server] = ofFileAndServer.at(fault);
+    return u"Error : "_s + (cnnMain->IsFile() ? file : server);
+}
+
+void StoreTest::refuse(const QString& change, const QString& condition) {
+    runRaw((cnnMain->IsFile()
+                ? u"create trigger refuses before %1 when %2 begin select raise(abort, 'no'); end"_s
+                : u"create trigger refuses before %1 for each row if %2 then "
+                  "signal sqlstate '45000' set message_text='no'; end if"_s)
+               .arg(change, condition));
+}
+
 int StoreTest::add(const QString& table, const std::vector<std::pair<const char*, QVariant>>& fields) {
     ado::Recordset records(u"select * from "_s + table, *cnnMain, ado::Recordset::Lock::Optimistic);
     records.AddNew();

@@ -79,6 +79,14 @@ protected:
     static void run(const QString& sql) { cnnMain->Execute(sql); }
     /// Runs a statement in the store's own SQL, such as one that creates a trigger.
     static void runRaw(const QString& sql) { cnnMain->session()->prepare({sql, {}}).step(); }
+    /// Failures of a statement, which the engines number and word each in its own way.
+    enum Fault { Incomplete, NoTable, Duplicate, Locked, Refused };
+    /// How its message begins.
+    static QString messageOf(Fault fault);
+    void expectFault(Fault fault) { messages.expectBeginning(messageOf(fault)); }
+    /// Changes such as "insert on customer" are refused from now on where the row meets the condition.
+    static void refuse(const QString& change, const QString& condition = QStringLiteral("1=1"));
+    static void allow() { runRaw(QStringLiteral("drop trigger refuses")); }
     /// Adds a record and returns its key, the first field.
     static int add(const QString& table, const std::vector<std::pair<const char*, QVariant>>& fields);
 

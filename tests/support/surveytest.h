@@ -7,6 +7,7 @@
 #include "survey/frmNewSurvey.h"
 #include "survey/frmSelectSurvey.h"
 #include "tests/support/files.h"
+#include "tests/support/otherprogram.h"
 #include "tests/support/storecompare.h"
 #include "tests/support/storetest.h"
 
@@ -80,14 +81,11 @@ protected:
 
     /// Runs a step while another program locks the store; expects one message.
     void whileLocked(const std::function<void()>& step) {
-        runRaw(QStringLiteral("pragma busy_timeout = 1"));
-        other.ConnectionString = connectionText();
-        if (other.State() == ado::StateClosed)
-            other.Open();
-        other.session()->prepare({QStringLiteral("begin exclusive"), {}}).step();
-        messages.expectBeginning(QStringLiteral("Error : 5\r\n"));
+        OtherProgram::endWaiting();
+        other.lock();
+        expectFault(Locked);
         step();
-        other.RollbackTrans();
+        other.unlock();
         expectIdle();
     }
 
@@ -136,5 +134,5 @@ protected:
     int ann = 0;
     int bob = 0;
     std::vector<int> question; // questionid by number
-    ado::Connection other;     // of another program
+    OtherProgram other;
 };
