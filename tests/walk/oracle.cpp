@@ -54,12 +54,20 @@ const std::map<QString, OwnedTable> ownedTables{
 
 } // namespace
 
-Oracle::Oracle(const QString& storePath) {
-    store.OpenReadOnly(storePath, u"kvtwpa"_s);
+Oracle::Oracle() {
+    store.ConnectionString = connectionText();
+    store.Open();
     rows = readStore();
     for (const QAction* action : MDIMain::instance().findChildren<QAction*>())
         QObject::connect(action, &QAction::triggered, &hooks,
                          [this, action] { noteCommand(action->objectName()); });
+}
+
+QStringList Oracle::tables() {
+    QStringList names;
+    for (const auto& [table, rules] : ownedTables)
+        names << table;
+    return names;
 }
 
 /// Connects to every control that can run a command.
@@ -157,7 +165,8 @@ Owner Oracle::ownerOf(const QWidget* form) const {
 Oracle::Rows Oracle::readStore() {
     Rows result;
     for (const auto& [table, rules] : ownedTables) {
-        ado::Recordset records(u"select rowid as walkid, * from "_s + table, store);
+        ado::Recordset records(
+            u"select [%1] as walkid, %2.* from %2"_s.arg(store.session()->keyOf(table), table), store);
         for (; !records.Eof(); records.MoveNext()) {
             QStringList fields;
             for (int i = 1; i < records.FieldCount(); ++i)
@@ -168,13 +177,18 @@ Oracle::Rows Oracle::readStore() {
     return result;
 }
 
-QString Oracle::fault(bool isIdle) {
-    watchForms();
+/// A server does not say when its data have changed.
+bool Oracle::mayHaveChanged() {
+    if (!store.IsFile())
+        return true;
     ado::Recordset counter(u"pragma data_version"_s, store);
     const QString now = counter.FieldAt(0).Text();
-    counter.Close();
-    if (now != version) {
-        version = now;
+    return std::exchange(version, now) != now;
+}
+
+QString Oracle::fault(bool isIdle) {
+    watchForms();
+    if (mayHaveChanged()) {
         const Rows content = readStore();
         const QString found = faultOfStore(content);
         rows = content;

@@ -34,7 +34,9 @@ struct Owner {
 /// forms, and calls no procedure of the program.
 class Oracle {
 public:
-    explicit Oracle(const QString& storePath);
+    Oracle();
+    /// The tables that it reads.
+    static QStringList tables();
 
     /// Call before an event with the widget that receives it.
     void begin(const QWidget* target);
@@ -50,7 +52,7 @@ public:
     void noteCommand(const QString& command) { commands << command; }
 
 private:
-    using Rows = std::map<QString, QStringList>; // fields by table and rowid
+    using Rows = std::map<QString, QStringList>; // fields by table and key
 
     void watchForms();
     void watch(forms::Form& form);
@@ -58,6 +60,7 @@ private:
     QSet<QString> idsOf(const QString& table, int nameField, const QString& name,
                         const QSet<QString>& customers = {}) const;
     Rows readStore();
+    bool mayHaveChanged();
     QString faultOfStore(const Rows& now) const;
     bool isOfUndoneReading(const QStringList& answer, const Rows& now) const;
     QString faultOfChange(const QString& table, const QStringList& row, const Rows& now) const;
@@ -72,7 +75,7 @@ private:
                                int lowerKey, const QString& table) const;
 
     ado::Connection store;
-    QString version; // of the store's data
+    QString version; // of the file's data
     Rows rows;
     Owner owner;
     QStringList commands;

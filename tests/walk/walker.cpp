@@ -2,7 +2,6 @@
 #include "tests/walk/walker.h"
 
 #include "core/MDIMain.h"
-#include "platform/ado/sqlitesession.h"
 #include "platform/forms/flexgrid.h"
 
 #include <QApplication>
@@ -12,7 +11,6 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QTimer>
-#include <sqlite3.h>
 
 using namespace Qt::StringLiterals;
 
@@ -35,15 +33,8 @@ QString nameOf(const QWidget* widget) {
     return QLatin1StringView(widget->metaObject()->className()) + name;
 }
 
-Walker::Walker(int withSeed, const QString& storePath)
-    : seed(withSeed), random(static_cast<unsigned>(withSeed)), oracle(storePath) {
-    blocker.ConnectionString = connectionText();
-    blocker.Open();
+Walker::Walker(int withSeed) : seed(withSeed), random(static_cast<unsigned>(withSeed)) {
     QApplication::setKeyboardInputInterval(-1); // each letter typed in a list starts a new search
-}
-
-Walker::~Walker() {
-    blocker.RollbackTrans();
 }
 
 /// Answers a message at random.
@@ -114,7 +105,7 @@ QString Walker::run(int events) {
 /// Sends one event. The next is scheduled first, so that the walk continues in dialogs and menus.
 void Walker::step() {
     if (locked) {
-        blocker.RollbackTrans();
+        blocker.unlock();
         locked = false;
         oracle.noteLock();
     }
@@ -149,10 +140,11 @@ void Walker::perform() {
         return;
     }
     reconnect();
-    sqlite3_busy_timeout(ado::databaseOf(*cnnMain), 0);
+    OtherProgram::endWaiting();
     if (oneIn(40)) {
-        note(u"the store is locked"_s);
-        blocker.session()->prepare({u"begin exclusive"_s, {}}).step();
+        const QString table = cnnMain->IsFile() || oneIn(2) ? QString() : anyOf(Oracle::tables());
+        note(u"locked: "_s + (table.isEmpty() ? u"the store"_s : table));
+        table.isEmpty() ? blocker.lock() : blocker.lockRows(table);
         locked = true;
     }
     const int kind = below(100);

@@ -6,6 +6,7 @@
 #include "platform/forms/commondialog.h"
 #include "platform/forms/treeview.h"
 #include "platform/mapi/client.h"
+#include "tests/support/otherprogram.h"
 #include "tests/support/replaced.h"
 #include "tests/walk/oracle.h"
 
@@ -21,8 +22,7 @@ QString nameOf(const QWidget* widget);
 /// Drives the running program by random mouse and key events. The same seed gives the same walk.
 class Walker {
 public:
-    Walker(int seed, const QString& storePath);
-    ~Walker();
+    explicit Walker(int seed);
 
     /// Runs that many events or stops at the first fault. Returns the fault with seed, step and last events;
     /// empty if none.
@@ -53,7 +53,7 @@ private:
     const int seed;
     std::mt19937 random;
     Oracle oracle;
-    ado::Connection blocker; // locks the store for one event
+    OtherProgram blocker; // locks the store for one event
     bool locked = false;
     int left = 0;
     int done = 0;
