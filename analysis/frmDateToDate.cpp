@@ -90,7 +90,9 @@ void frmDateToDate::toFillReporttable() {
 }
 
 void frmDateToDate::addScores(const QString& where) {
-    ado::Recordset answers(u"select * from objquery"_s + where + u" and score <>0 order by parametername",
+    ado::Recordset answers(u"select * from objquery"_s + where +
+                               u" and score <>0 order by parametername, "
+                               "custid, respondentid, surveydate, feedbackobjid",
                            *cnnMain);
     ado::Recordset report(u"select * from report"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
     for (; !answers.Eof(); answers.MoveNext()) {
@@ -102,7 +104,9 @@ void frmDateToDate::addScores(const QString& where) {
 }
 
 void frmDateToDate::addReplies(const QString& where) {
-    ado::Recordset answers(u"select * from descquery"_s + where + u" order by parametername", *cnnMain);
+    ado::Recordset answers(u"select * from descquery"_s + where +
+                               u" order by parametername, custid, respondentid, surveydate, feedbackdescid",
+                           *cnnMain);
     ado::Recordset report(u"select * from report"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
     for (; !answers.Eof(); answers.MoveNext()) {
         addAnswer(report, answers, false);

@@ -80,8 +80,9 @@ QString frmDtoDSatisfactionOverview::within(const QString& field) const {
 }
 
 void frmDtoDSatisfactionOverview::addDescriptive() {
-    ado::Recordset answers(
-        u"select * from descquery"_s + within(u"surveydate"_s) + u" order by parametername", *cnnMain);
+    ado::Recordset answers(u"select * from descquery"_s + within(u"surveydate"_s) +
+                               u" order by parametername, custid, respondentid, surveydate, feedbackdescid",
+                           *cnnMain);
     ado::Recordset rows(u"select * from reporttable"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
     for (; !answers.Eof(); answers.MoveNext()) {
         addAnswer(rows, answers, u"Survey Descriptive"_s);
@@ -91,7 +92,8 @@ void frmDtoDSatisfactionOverview::addDescriptive() {
 }
 
 void frmDtoDSatisfactionOverview::addObjective() {
-    ado::Recordset answers(u"select * from objquery"_s + within(u"surveydate"_s) + u" order by parametername",
+    ado::Recordset answers(u"select * from objquery"_s + within(u"surveydate"_s) +
+                               u" order by parametername, custid, respondentid, surveydate, feedbackobjid",
                            *cnnMain);
     ado::Recordset rows(u"select * from reporttable"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
     for (; !answers.Eof(); answers.MoveNext()) {
@@ -103,7 +105,8 @@ void frmDtoDSatisfactionOverview::addObjective() {
 }
 
 void frmDtoDSatisfactionOverview::addActions() {
-    ado::Recordset actions(u"select * from action"_s + within(u"date"_s), *cnnMain);
+    ado::Recordset actions(u"select * from action"_s + within(u"date"_s) + u" order by date, actionid",
+                           *cnnMain);
     ado::Recordset rows(u"select * from reporttable"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
     for (; !actions.Eof(); actions.MoveNext()) {
         rows.AddNew();

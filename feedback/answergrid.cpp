@@ -6,6 +6,7 @@
 #include "feedback/marks/markrules.h"
 #include "platform/forms/flexgrid.h"
 #include "reference/gridtools.h"
+#include "survey/questionnaires/questionnaire.h"
 
 using namespace Qt::StringLiterals;
 
@@ -83,10 +84,11 @@ bool AnswerGrid::showQuestions(const SurveyKey& survey) {
     shown = survey;
     if (shown.respondentid == 0)
         return false;
-    ado::Recordset questions(
-        u"select * from responquery where  respondentid="_s + QString::number(shown.respondentid) +
-            u" and custid=" + QString::number(shown.custid) + u" and sdate=#" + toSqlDate(shown.date) + u"#",
-        *cnnMain);
+    ado::Recordset questions(u"select * from responquery where  respondentid="_s +
+                                 QString::number(shown.respondentid) + u" and custid=" +
+                                 QString::number(shown.custid) + u" and sdate=#" + toSqlDate(shown.date) +
+                                 u"#" + orderOfQuestions(),
+                             *cnnMain);
     if (questions.Eof())
         return false;
     fill(questions);
@@ -117,7 +119,7 @@ QString AnswerGrid::answerQuery(int row, const QString& questionid) const {
 QString AnswerGrid::toGetQuestionID(const QString& question) const {
     ado::Recordset questions(u"select * from responquery where question='"_s + question + u"' and custid=" +
                                  QString::number(shown.custid) + u" and sdate=#" + toSqlDate(shown.date) +
-                                 u"#",
+                                 u"# order by surveyid, respondentid, [Order]",
                              *cnnMain);
     return questions.Eof() ? QString() : questions["questionid"].Text();
 }

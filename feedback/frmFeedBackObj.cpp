@@ -123,7 +123,7 @@ void frmFeedBackObj::toFillListView() {
         ui->lstSurveyDates->Clear();
         fillList(*ui->lstSurveyDates,
                  u"select distinct(sdate) as surveydate from responquery where custid="_s +
-                     QString::number(findCustomer(ui->cmbCusName->Text())),
+                     QString::number(findCustomer(ui->cmbCusName->Text())) + u" order by surveydate",
                  "surveydate");
     });
 }

@@ -280,7 +280,7 @@ void frmImprovementPlan::saveActionOf(const QString& customerName) {
 void frmImprovementPlan::toFillListView() {
     const bool filled = guarded(u"Error :"_s, [this] {
         ado::Recordset action(u"select * from action where customerid="_s + custidOf(currentCustomer()) +
-                                  u" order by date",
+                                  u" order by date, actionid",
                               *cnnMain);
         std::vector<QStringList> rows;
         for (; !action.Eof(); action.MoveNext()) {

@@ -134,7 +134,8 @@ void frmEditExistingSurvey::toDeleteSurvey() {
         backUpBeforeLoss();
         Transaction transaction;
         ado::Recordset responquery(u"select * from responquery where sdate=#"_s + toSqlDate(survey.date) +
-                                       u"# and custid=" + QString::number(survey.custid),
+                                       u"# and custid=" + QString::number(survey.custid) +
+                                       u" order by surveyid",
                                    *cnnMain);
         if (!responquery.Eof())
             deleteQuestionnaire(survey, responquery["surveyid"].Text(),

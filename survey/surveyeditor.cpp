@@ -117,7 +117,7 @@ void SurveyEditor::onActivate() {
 
 void SurveyEditor::buildTree() {
     guarded([this] {
-        ado::Recordset param(u"select distinct(parametername) from param"_s, *cnnMain);
+        ado::Recordset param(u"select distinct(parametername) from param order by parametername"_s, *cnnMain);
         for (; !param.Eof(); param.MoveNext()) {
             strParam = param["parametername"].Text();
             auto* node = new QTreeWidgetItem(editor->trvParameter, {strParam});

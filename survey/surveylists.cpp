@@ -12,8 +12,10 @@ SurveyContext SurveyLists::picked() const {
 }
 
 void SurveyLists::toFillCustomerList() const {
-    guarded(
-        [this] { fillList(*cmbCustomer, u"select distinct(custname) from existingsurvey"_s, "custname"); });
+    guarded([this] {
+        fillList(*cmbCustomer, u"select distinct(custname) from existingsurvey order by custname"_s,
+                 "custname");
+    });
 }
 
 void SurveyLists::toFillRespondentList() const {

@@ -173,22 +173,22 @@ TEST_F(ExistingTest, anEmptyDateIsDeletedOnlyWithTheCustomersLastQuestions) {
 }
 
 TEST_F(ExistingTest, eachCallerCopiesIntoItsOwnSurvey) {
-    addStored(ann, early, {0, 1, 3, 4});
+    addStored(ann, early, {3, 0, 4, 1});
     const auto paste = [](frmPasteSurvey& form) { QTest::keyClick(&form, Qt::Key_O, Qt::AltModifier); };
     open(0); // closed in favour of the target's editor
     frmSelectSurvey::instance().lstRespondent()->setListIndex(1);
     frmSelectSurvey::instance().Show();
     importInto(frmSelectSurvey::instance(), "cmdExistingSurvey", paste);
-    EXPECT_EQ(stored(bob), u"05/03 5:0 5:1 5:3 5:4"_s);
+    EXPECT_EQ(stored(bob), u"05/03 5:3 5:0 5:4 5:1"_s);
     press(frmNewSurvey::instance(), "cmdRemove");
-    EXPECT_EQ(stored(bob), u"05/03 1:1 2:3 3:4"_s);
+    EXPECT_EQ(stored(bob), u"05/03 1:0 2:4 3:1"_s);
 
     frmSelectSurvey::unload();
     importInto(frmNewSurvey::instance(), "cmdCopy", paste);
-    EXPECT_EQ(stored(bob), u"05/03 1:1 2:3 3:4 5:0"_s);
+    EXPECT_EQ(stored(bob), u"05/03 1:0 2:4 3:1 5:3"_s);
     EXPECT_EQ(grid()->Rows(), 6);
     EXPECT_EQ(frmSelectSurvey::loaded(), nullptr);
-    EXPECT_EQ(stored(ann), u"31/01 1:0 2:1 3:3 4:4"_s);
+    EXPECT_EQ(stored(ann), u"31/01 1:3 2:0 3:4 4:1"_s);
 }
 
 TEST_F(ExistingTest, aSurveyIsNotOfferedToItselfAndAFailureKeepsWhatWasCopied) {

@@ -3,6 +3,7 @@
 
 #include "core/store/store.h"
 #include "exchange/files/homefile.h"
+#include "survey/questionnaires/questionnaire.h"
 
 #include <QFileInfo>
 
@@ -69,7 +70,7 @@ QString makeSystemFileName(const SurveyKey& survey) {
         return {};
     ado::Recordset responquery(u"select * from responquery where custid="_s + QString::number(survey.custid) +
                                    u" and respondentid=" + QString::number(survey.respondentid) +
-                                   u" and sdate=#" + toSqlDate(survey.date) + u"#",
+                                   u" and sdate=#" + toSqlDate(survey.date) + u"#" + orderOfQuestions(),
                                *cnnMain);
     if (responquery.Eof())
         return {};

@@ -3,6 +3,7 @@
 
 #include "core/store/store.h"
 #include "core/store/worktable.h"
+#include "survey/questionnaires/questionnaire.h"
 
 using namespace Qt::StringLiterals;
 using Lock = ado::Recordset::Lock;
@@ -22,7 +23,7 @@ QString selectQuestions(const Keys& keys) {
 }
 
 void fillQuestions(const Keys& keys) {
-    ado::Recordset responquery(selectQuestions(keys), *cnnMain);
+    ado::Recordset responquery(selectQuestions(keys) + orderOfQuestions(), *cnnMain);
     for (; !responquery.Eof(); responquery.MoveNext()) {
         ado::Recordset reportlinktable(u"select * from reportlinktable"_s, *cnnMain, Lock::Optimistic);
         reportlinktable.AddNew();

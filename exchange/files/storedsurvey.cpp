@@ -22,7 +22,8 @@ std::optional<StoredSurvey> findStoredSurvey(int surveyid, int respondentid) {
                         "inner join respondent on respondent.respondentid = responquesindex.respondentid "
                         "where responquesindex.surveyid="_s +
                             QString::number(surveyid) + u" and responquesindex.respondentid=" +
-                            QString::number(respondentid) + u" order by responquesindex.[Order]",
+                            QString::number(respondentid) +
+                            u" order by responquesindex.[Order], responquesindex.rowid",
                         *cnnMain);
     if (rows.Eof())
         return std::nullopt;

@@ -54,7 +54,8 @@ void fillSurveySheet(const excel::Worksheet& sheet, const cellmap::Head& head) {
     sheet.Range(cellmap::clearedFrom.toString(), cellmap::clearedTo.toString()).Clear();
 
     ado::Recordset reportlinktable(u"select * from reportlinktable where custid="_s + head.custid +
-                                       u" and respondentid=" + head.respondentid + u" order by parameter asc",
+                                       u" and respondentid=" + head.respondentid +
+                                       u" order by parameter asc, rowid",
                                    *cnnMain);
     writeCell(sheet, cellmap::questionCountCell(reportlinktable.RecordCount()));
     int row = cellmap::firstRow;

@@ -42,6 +42,12 @@ void addQuestion(ado::Recordset& responquesindex, const SurveyKey& survey, const
 
 } // namespace
 
+QString orderOfQuestions() {
+    return u" order by [Order], (select min(stored.rowid) from responquesindex as stored where "
+           "stored.respondentid = responquery.respondentid and stored.surveyid = responquery.surveyid and "
+           "stored.questionid = responquery.questionid and stored.[Order] = responquery.[Order])"_s;
+}
+
 SurveyKey addSurvey(const SurveyContext& survey) {
     SurveyKey key = findSurveyKey(survey);
     if (key.custid == 0)
@@ -67,7 +73,7 @@ std::vector<ChosenQuestion> readQuestionnaire(const SurveyKey& survey) {
         return questions;
     ado::Recordset responquery(u"select * from responquery where respondentid="_s +
                                    QString::number(survey.respondentid) + u" and surveyid=" +
-                                   QString::number(survey.surveyid) + u" order by responquery.order",
+                                   QString::number(survey.surveyid) + orderOfQuestions(),
                                *cnnMain);
     for (; !responquery.Eof(); responquery.MoveNext())
         questions.push_back({responquery["parametername"].Text(), responquery["question"].Text()});
@@ -145,7 +151,7 @@ void copyQuestionnaire(const SurveyContext& source, const SurveyContext& target)
     to.surveyid = addSurvey(target).surveyid;
     ado::Recordset copied(u"select * from responquery where custid="_s + QString::number(from.custid) +
                               u" and sdate=#" + toSqlDate(from.date) + u"# and respondentid=" +
-                              QString::number(from.respondentid),
+                              QString::number(from.respondentid) + orderOfQuestions(),
                           *cnnMain);
     const int position = copied.RecordCount() + 1; // takes all records before the first is added
     Questionnaires added;

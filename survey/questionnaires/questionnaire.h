@@ -12,6 +12,10 @@ struct ChosenQuestion {
     bool operator==(const ChosenQuestion&) const = default;
 };
 
+/// The order of a questionnaire's records in responquery: by position, those of the same position as they
+/// were stored. Without it a server returns them in any order.
+QString orderOfQuestions();
+
 // These throw Failure; the calling procedure shows it.
 
 /// Adds the survey of the context's customer and date unless it exists. Throws Refusal for an unknown

@@ -53,7 +53,7 @@ protected:
         for (const QString& row :
              rows(QStringLiteral(
                       "select sdate, [Order], questionid from responquesindex as q, survey as s where "
-                      "q.surveyid=s.surveyid and respondentid=%1 order by sdate, [Order]")
+                      "q.surveyid=s.surveyid and respondentid=%1 order by sdate, [Order], q.rowid")
                       .arg(respondentid))) {
             const QStringList fields = row.split(u'|');
             if (std::exchange(date, fields[0]) != fields[0])
