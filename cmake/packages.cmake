@@ -15,6 +15,7 @@ install(FILES desktop/gaugewell.svg DESTINATION share/icons/hicolor/scalable/app
 install(FILES desktop/gaugewell.desktop DESTINATION share/applications ${packaged})
 install(FILES desktop/io.github.gaugewell.Gaugewell.metainfo.xml DESTINATION share/metainfo ${packaged})
 install(FILES LICENSE DESTINATION share/doc/gaugewell RENAME copyright ${packaged})
+install(FILES docs/server.md docs/cluster.md DESTINATION share/doc/gaugewell ${packaged})
 
 set(CPACK_GENERATOR DEB TGZ)
 set(CPACK_COMPONENTS_ALL package)
