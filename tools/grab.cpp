@@ -10,6 +10,7 @@
 #include "core/Main.h"
 #include "core/base/frmChangedMeanwhile.h"
 #include "core/base/gblGlobal.h"
+#include "core/frmSignIn.h"
 #include "core/frmSplash.h"
 #include "exchange/frmCheckFiles.h"
 #include "exchange/frmCompareAnswers.h"
@@ -110,6 +111,26 @@ bool grabChanged() {
     return saved;
 }
 
+/// Asking again for the password of a server's store, and the choice of that store.
+bool grabServer() {
+    const StoreChoice choice{.server = u"db1.larkmoor.example, db2.larkmoor.example"_s,
+                             .database = u"tally"_s,
+                             .user = u"ann"_s,
+                             .authority = u"/etc/ssl/larkmoor.pem"_s};
+    bool saved = false;
+    QTimer::singleShot(0, &MDIMain::instance(), [&saved] {
+        saved = save(frmSignIn::instance(), u"frmSignIn"_s);
+        frmSignIn::unload();
+    });
+    frmSignIn::ask(choice, u"The database server does not accept the user 'ann' or the password."_s);
+    useStore({choice, {}});
+    frmStore::instance().Show();
+    saved = save(MDIMain::instance(), u"frmStore-server"_s) && saved;
+    frmStore::unload();
+    useStore({});
+    return saved;
+}
+
 /// The questionnaire editor for the first customer's first respondent.
 bool grabEditor() {
     frmSelectSurvey& selection = frmSelectSurvey::instance();
@@ -194,6 +215,7 @@ int main(int argc, char** argv) {
     saved = grabReading() && saved;
     saved = grabCheck() && saved;
     saved = grabChanged() && saved;
+    saved = grabServer() && saved;
     saved = grabSearch() && saved;
     saved = grabEditor() && saved;
     saved = grabIndex() && saved;
