@@ -113,6 +113,8 @@ void Oracle::begin(const QWidget* target) {
         const QMdiSubWindow* active = MDIMain::instance().findChild<QMdiArea*>()->activeSubWindow();
         form = active ? active->widget() : nullptr;
     }
+    if (form && form->objectName() == u"frmChangedMeanwhile")
+        return; // its answer ends the command of the form behind it
     owner = ownerOf(form);
     messageShown = false;
     entered = form ? newRowsOf(*form) : QStringList();
