@@ -2,7 +2,9 @@
 #include "tests/support/enginestest.h"
 
 #include <QElapsedTimer>
+#include <QRegularExpression>
 
+#include <functional>
 #include <future>
 
 using namespace Qt::StringLiterals;
@@ -212,6 +214,59 @@ TEST_F(EnginesTest, recordsAreWrittenWhileOthersAreRead) {
     EXPECT_EQ(steps[40], u"The record has been deleted meanwhile."_s);
     EXPECT_EQ(found(u"select * from programsetting"_s).size(), 40);
     EXPECT_EQ(found(u"select * from protocol"_s).size(), 40);
+}
+
+/// The steps of a batch that was written within a transaction: what a look says while it is under way, the
+/// failure, and what the transaction keeps.
+QStringList batchOf(ado::Connection& store, const QStringList& names,
+                    const std::function<void()>& meanwhile) {
+    QStringList steps;
+    ado::Recordset settings(u"select * from programsetting order by name"_s, store, Lock::BatchOptimistic);
+    settings.RecordCount();
+    store.BeginTrans();
+    meanwhile();
+    steps << failureOf([&] {
+        for (; !settings.Eof(); settings.MoveNext()) {
+            const bool wasNew = settings["content"].IsNull();
+            settings["content"] = wasNew ? QVariant(u"new"_s) : ado::Null;
+            settings.Update();
+            EXPECT_NE(settings["content"].IsNull(), wasNew);
+        }
+        for (const QString& name : names) {
+            settings.AddNew();
+            settings["name"] = name;
+            if (name.size() > 1)
+                settings["content"] = u"x"_s.repeated(300000);
+            settings.Update();
+        }
+        steps << rows(store, u"select count(*) from programsetting"_s);
+        store.UpdateBatch();
+    });
+    store.CommitTrans();
+    return steps + rows(store, u"select name, length(content) from programsetting order by name"_s);
+}
+
+TEST_F(EnginesTest, recordsOfABatchAreWrittenInOrder) {
+    const auto run = [&](const QStringList& names, const QString& deletion = {}) {
+        return onBoth([&](ado::Connection& store) {
+            QStringList steps = batchOf(store, names, [&] {
+                if (!deletion.isEmpty())
+                    store.Execute(deletion);
+            });
+            return steps.replaceInStrings(QRegularExpression(u"^(UNIQUE|Duplicate).*"_s), u"twice"_s);
+        });
+    };
+    EXPECT_EQ(run({u"a"_s, u"b1"_s, u"c"_s, u"d1"_s, u"e1"_s, u"f"_s}),
+              (QStringList{u"qlonglong 6"_s, u""_s, u"QString a|-"_s, u"QString b1|qlonglong 300000"_s,
+                           u"QString c|-"_s, u"QString d1|qlonglong 300000"_s,
+                           u"QString e1|qlonglong 300000"_s, u"QString f|-"_s}));
+    EXPECT_EQ(run({u"x"_s, u"y1"_s, u"A"_s, u"z"_s}).filter(u"twice"_s).size(), 1);
+    EXPECT_EQ(rows(server, u"select name from programsetting where name>'e2'"_s),
+              (QStringList{u"QString f"_s, u"QString x"_s, u"QString y1"_s}));
+    EXPECT_TRUE(run({u"z"_s}, u"delete * from programsetting where name='c'"_s)
+                    .contains(u"The record has been deleted meanwhile."_s));
+    EXPECT_EQ(found(u"select content from programsetting where name<'c' or name='d1' order by name"_s),
+              (QStringList{u"-"_s, u"QString new"_s, u"-"_s}));
 }
 
 TEST_F(EnginesTest, failuresLeaveTheConnectionUsable) {

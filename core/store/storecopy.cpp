@@ -76,8 +76,9 @@ bool copyTable(ado::Connection& from, ado::Connection& to, const QString& table,
         QVariantList values;
         for (std::size_t i = 0; i < columns.size(); ++i)
             values << ado::toStore(columns[i].type, rows.column(int(i), columns[i].type));
-        to.session()->prepare({insertion, values}).step();
+        to.session()->write({insertion, values});
     }
+    to.UpdateBatch();
     to.session()->setKeysGiven(table, from.session()->keysGiven(table));
     return true;
 }

@@ -58,6 +58,9 @@ public:
     void BeginTrans();
     void BeginOwnTrans();
     void CommitTrans();
+    /// Writes what recordsets with Lock::BatchOptimistic have written so far, so that its failure is met
+    /// here.
+    void UpdateBatch();
     /// Does nothing without an open transaction.
     void RollbackTrans();
     bool InTransaction() const;

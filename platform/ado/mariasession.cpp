@@ -32,6 +32,7 @@ ColumnType typeOf(const QString& serverType) {
 
 void MariaSession::close() {
     dropCompiled();
+    waiting.drop();
     keys.clear();
     isConnecting = inTransaction = isCommitting = false;
     mysql_close(connection); // statements still on loan are then refused by the client library
@@ -119,7 +120,15 @@ void MariaSession::commit() {
 
 void MariaSession::rollback() {
     inTransaction = false;
+    waiting.drop();
     run(u"rollback"_s);
+}
+
+void MariaSession::write(RecordWrite record) {
+    if (!inTransaction)
+        writeNow(record);
+    else if (waiting.add(std::move(record)))
+        sendWaiting();
 }
 
 qlonglong MariaSession::lastKey() const {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/ado/session.h"
+#include "platform/ado/waitingrecords.h"
 
 #include <QHash>
 
@@ -41,6 +42,8 @@ public:
     void commit() override;
     void rollback() override;
     bool isInTransaction() const override { return inTransaction; }
+    void write(RecordWrite record) override;
+    void sendWaiting() override { waiting.send(*this); }
     qlonglong lastKey() const override;
     qlonglong changedRows() const override;
     QString keyOf(const QString& table) override;
@@ -70,6 +73,7 @@ private:
     bool isConnecting = false;
     bool inTransaction = false;
     bool isCommitting = false;
+    WaitingRecords waiting;
     QHash<QString, QString> keys; ///< those found by keyOf
 };
 

@@ -2,6 +2,7 @@
 #include "platform/ado/mariastatement.h"
 
 #include "platform/ado/mariasession.h"
+#include "platform/ado/valuearray.h"
 
 #include <algorithm>
 
@@ -51,6 +52,20 @@ QString nameOf(const MYSQL_FIELD& field) {
     const QString declared = QString::fromUtf8(field.org_name, field.org_name_length);
     return name.compare(declared, Qt::CaseInsensitive) == 0 ? declared : name;
 }
+
+/// While it exists, a run of the statement takes arrays of values.
+class ArraySize {
+public:
+    ArraySize(MYSQL_STMT* statement, unsigned rows) : handle(statement) { set(rows); }
+    ArraySize(const ArraySize&) = delete;
+    ArraySize& operator=(const ArraySize&) = delete;
+    ~ArraySize() { set(0); }
+
+private:
+    void set(unsigned rows) { mysql_stmt_attr_set(handle, STMT_ATTR_ARRAY_SIZE, &rows); }
+
+    MYSQL_STMT* handle;
+};
 
 QDate dateOf(const MYSQL_TIME& time) {
     return {static_cast<int>(time.year), static_cast<int>(time.month), static_cast<int>(time.day)};
@@ -115,6 +130,18 @@ void MariaStatement::bind(const QVariantList& values) {
         fail();
 }
 
+void MariaStatement::runForEach(const std::vector<const QVariantList*>& rows) {
+    std::vector<ValueArray> arrays;
+    std::vector<MYSQL_BIND> arrayBinds;
+    for (unsigned long i = 0; i < mysql_stmt_param_count(handle); ++i)
+        arrays.emplace_back(rows, static_cast<qsizetype>(i));
+    for (ValueArray& array : arrays)
+        arrayBinds.push_back(array.bind());
+    const ArraySize together(handle, static_cast<unsigned>(rows.size()));
+    if (mysql_stmt_bind_param(handle, arrayBinds.data()) || mysql_stmt_execute(handle))
+        fail();
+}
+
 bool MariaStatement::step() {
     if (!hasRun)
         run();
@@ -127,6 +154,7 @@ bool MariaStatement::step() {
 }
 
 void MariaStatement::run() {
+    session.sendWaiting();
     binds.clear();
     if (mysql_stmt_execute(handle))
         fail();

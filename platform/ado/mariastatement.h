@@ -25,6 +25,8 @@ public:
     void takeRow(std::vector<QVariant>& row) const override;
     bool isReading() const override;
     void reset() override;
+    /// Runs it once for each list of values, in one message to the server.
+    void runForEach(const std::vector<const QVariantList*>& rows);
 
 private:
     enum class Kind { Whole, Real, Decimal, Date, Text };

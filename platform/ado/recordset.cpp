@@ -35,7 +35,9 @@ void Recordset::Open(const QString& sql, Connection& connection, Lock lock) {
     const std::shared_ptr<Session>& opened = connection.session();
     opened->requireOpen();
     Statement statement = opened->recorded([&] { return translate(sql, opened->target()); });
-    if (lock == Lock::Optimistic) {
+    isBatched = lock == Lock::BatchOptimistic;
+    const bool isWritable = lock != Lock::ReadOnly;
+    if (isWritable) {
         const QString key = statement.table.isEmpty() ? QString() : opened->keyOf(statement.table);
         if (key.isEmpty())
             opened->fail({number::notWritable, u"Only the records of one table can be changed."_s});
@@ -46,14 +48,14 @@ void Recordset::Open(const QString& sql, Connection& connection, Lock lock) {
     if (!source->isReading() || source->columns->empty())
         opened->fail({number::notWritable, u"A recordset takes a select only."_s});
     columns = source->columns;
-    if (lock == Lock::Optimistic)
+    if (isWritable)
         table = statement.table;
     session = opened;
     exhausted = false;
     changed.assign(columns->size(), false);
     pending.assign(columns->size(), {});
     // A whole table is opened to add to it, which is to cost the same on a large one, on any engine.
-    if (lock == Lock::ReadOnly || !statement.isWholeTable)
+    if (!isWritable || !statement.isWholeTable)
         fetch();
 }
 
@@ -108,8 +110,12 @@ void Recordset::MoveNext() {
 }
 
 void Recordset::MoveFirst() {
+    setBookmark(0);
+}
+
+void Recordset::setBookmark(std::size_t bookmark) {
     requireOpen();
-    position = 0;
+    position = bookmark;
     adding = false;
     changed.assign(columns->size(), false);
 }
@@ -191,14 +197,19 @@ void Recordset::insertRow() {
         names = quoted(session->keyOf(table));
         marks = u"null"_s;
     }
-    session
-        ->prepare({u"insert into "_s + quoted(table) + u" (" + names + u") values (" + marks + u')', values})
-        .step();
-    const qlonglong id = session->lastKey();
+    const RecordWrite record{u"insert into "_s + quoted(table) + u" (" + names + u") values (" + marks + u')',
+                             values};
+    isBatched ? session->write(record) : session->writeNow(record);
     // The new record may or may not be among those that the select would still return, so fetching ends here.
     exhausted = true;
     source = Prepared();
     position = rowCount();
+    if (!isBatched)
+        keepNew();
+}
+
+void Recordset::keepNew() {
+    const qlonglong id = session->lastKey();
     cells.resize(cells.size() + columns->size());
     *currentRow() = id;
     written.insert(position);
@@ -217,14 +228,20 @@ void Recordset::updateRow() {
     if (values.isEmpty())
         return;
     values << id;
-    session
-        ->prepare({u"update "_s + quoted(table) + u" set " + settings + u" where " +
-                       quoted(session->keyOf(table)) + u" = ?",
-                   values})
-        .step();
-    if (session->changedRows() == 0)
-        session->fail({number::noCurrentRecord, u"The record has been deleted meanwhile."_s});
-    written.insert(position);
+    const RecordWrite record{u"update "_s + quoted(table) + u" set " + settings + u" where " +
+                                 quoted(session->keyOf(table)) + u" = ?",
+                             values, true};
+    isBatched ? session->write(record) : session->writeNow(record);
+    isBatched ? keepChanged() : static_cast<void>(written.insert(position));
+}
+
+/// Of a record that may wait the assigned values are known, without asking the store.
+void Recordset::keepChanged() {
+    QVariant* row = currentRow();
+    for (std::size_t i = 0; i < columns->size(); ++i) {
+        if (changed[i])
+            row[i] = fromStore((*columns)[i].type, pending[i]);
+    }
 }
 
 /// Reads a written record, of which only the key is known, with the values that the store gave it.

@@ -42,7 +42,10 @@ private:
 /// operation that fails throws Failure and, when the store failed, records it in the connection's errors.
 class Recordset {
 public:
-    enum class Lock { ReadOnly, Optimistic };
+    /// BatchOptimistic: what Update writes within a transaction may wait for what follows, at the latest
+    /// until another statement or the commit, since a server takes many records as fast as one. A record
+    /// added so is not the current one afterwards.
+    enum class Lock { ReadOnly, Optimistic, BatchOptimistic };
 
     Recordset() = default;
     /// Opens it at once.
@@ -52,8 +55,8 @@ public:
     Recordset(const Recordset&) = delete;
     Recordset& operator=(const Recordset&) = delete;
 
-    /// Opens one select. Optimistic: the records of "select * from TABLE ..." that can be changed and added
-    /// to; any other text is refused. ReadOnly refuses a statement that writes.
+    /// Opens one select. Both optimistic locks: the records of "select * from TABLE ..." that can be changed
+    /// and added to; any other text is refused. ReadOnly refuses a statement that writes.
     void Open(const QString& sql, Connection& connection, Lock lock = Lock::ReadOnly);
     void Close();
     bool IsOpen() const { return session != nullptr; }
@@ -63,6 +66,9 @@ public:
     void MoveNext();
     void MoveFirst();
     void MoveLast();
+    /// The place of the current record, to which setBookmark returns.
+    std::size_t Bookmark() const { return position; }
+    void setBookmark(std::size_t bookmark);
 
     /// The column of that name, case-insensitive.
     Field operator[](const char* name);
@@ -86,6 +92,8 @@ private:
     QVariant* currentRow();
     void insertRow();
     void updateRow();
+    void keepNew();
+    void keepChanged();
     void readAgain(QVariant* row);
     void assign(int column, const QVariant& value);
     QVariant value(int column);
@@ -93,6 +101,7 @@ private:
     std::shared_ptr<Session> session;
     Prepared source;
     bool exhausted = true;
+    bool isBatched = false;
     QString table; ///< empty when read only
     std::shared_ptr<const Columns> columns;
     std::vector<QVariant> cells;   ///< row by row

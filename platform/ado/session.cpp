@@ -42,6 +42,12 @@ Prepared Session::prepare(const Statement& statement) {
     return result;
 }
 
+void Session::writeNow(const RecordWrite& record) {
+    prepare({.sql = record.sql, .parameters = record.values}).step();
+    if (record.mustMeet && changedRows() == 0)
+        fail({number::noCurrentRecord, u"The record has been deleted meanwhile."_s});
+}
+
 /// A free kept one of that text, or a new one; moved to the front of those kept.
 std::shared_ptr<Compiled> Session::compiledOf(const QString& sql) {
     const auto known =

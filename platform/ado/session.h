@@ -49,6 +49,13 @@ public:
 
 class Session;
 
+/// A statement that writes one record.
+struct RecordWrite {
+    QString sql;
+    QVariantList values;
+    bool mustMeet = false; ///< it fails when the record is gone
+};
+
 /// What a transaction changes: the store, or only the connection's own tables, which need no lock.
 enum class Writes { Store, OwnTables };
 
@@ -105,6 +112,14 @@ public:
     /// The key of the record added last, and the number of records that the last statement met.
     virtual qlonglong lastKey() const = 0;
     virtual qlonglong changedRows() const = 0;
+
+    /// Writes a record now.
+    void writeNow(const RecordWrite& record);
+    /// Writes a record at the latest before another statement runs or Connection::CommitTrans: what waits
+    /// goes to a server together. Of records that went together those before the first that fails are
+    /// written.
+    virtual void write(RecordWrite record) { writeNow(record); }
+    virtual void sendWaiting() {}
 
     /// The column that numbers the records of a table; empty when no table has that name, though a saved
     /// query may.
