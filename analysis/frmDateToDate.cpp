@@ -94,7 +94,7 @@ void frmDateToDate::addScores(const QString& where) {
                                u" and score <>0 order by parametername, "
                                "custid, respondentid, surveydate, feedbackobjid",
                            *cnnMain);
-    ado::Recordset report(u"select * from report"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
+    ado::Recordset report(u"select * from report"_s, *cnnMain, ado::Recordset::Lock::BatchOptimistic);
     for (; !answers.Eof(); answers.MoveNext()) {
         addAnswer(report, answers, true);
         if (!answers["score"].IsNull())
@@ -107,7 +107,7 @@ void frmDateToDate::addReplies(const QString& where) {
     ado::Recordset answers(u"select * from descquery"_s + where +
                                u" order by parametername, custid, respondentid, surveydate, feedbackdescid",
                            *cnnMain);
-    ado::Recordset report(u"select * from report"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
+    ado::Recordset report(u"select * from report"_s, *cnnMain, ado::Recordset::Lock::BatchOptimistic);
     for (; !answers.Eof(); answers.MoveNext()) {
         addAnswer(report, answers, false);
         report["Reply"] = answers["Description"].Value();

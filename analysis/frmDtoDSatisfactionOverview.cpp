@@ -83,7 +83,7 @@ void frmDtoDSatisfactionOverview::addDescriptive() {
     ado::Recordset answers(u"select * from descquery"_s + within(u"surveydate"_s) +
                                u" order by parametername, custid, respondentid, surveydate, feedbackdescid",
                            *cnnMain);
-    ado::Recordset rows(u"select * from reporttable"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
+    ado::Recordset rows(u"select * from reporttable"_s, *cnnMain, ado::Recordset::Lock::BatchOptimistic);
     for (; !answers.Eof(); answers.MoveNext()) {
         addAnswer(rows, answers, u"Survey Descriptive"_s);
         rows["Type"] = answers["Description"].Value();
@@ -95,7 +95,7 @@ void frmDtoDSatisfactionOverview::addObjective() {
     ado::Recordset answers(u"select * from objquery"_s + within(u"surveydate"_s) +
                                u" order by parametername, custid, respondentid, surveydate, feedbackobjid",
                            *cnnMain);
-    ado::Recordset rows(u"select * from reporttable"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
+    ado::Recordset rows(u"select * from reporttable"_s, *cnnMain, ado::Recordset::Lock::BatchOptimistic);
     for (; !answers.Eof(); answers.MoveNext()) {
         addAnswer(rows, answers, u"Survey Objective"_s);
         if (answers["score"].Text() != u"0")
@@ -107,7 +107,7 @@ void frmDtoDSatisfactionOverview::addObjective() {
 void frmDtoDSatisfactionOverview::addActions() {
     ado::Recordset actions(u"select * from action"_s + within(u"date"_s) + u" order by date, actionid",
                            *cnnMain);
-    ado::Recordset rows(u"select * from reporttable"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
+    ado::Recordset rows(u"select * from reporttable"_s, *cnnMain, ado::Recordset::Lock::BatchOptimistic);
     for (; !actions.Eof(); actions.MoveNext()) {
         rows.AddNew();
         rows["question"] = actions["Action"].Value();

@@ -166,7 +166,7 @@ void frmPerformanceMatrix::fillMeans() {
     for (; !answers.Eof(); answers.MoveNext())
         groupOf(groups, parametername.Text()).answers.push_back({toRating(weightage), toRating(score)});
 
-    ado::Recordset scatter(u"select * from scattertable"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
+    ado::Recordset scatter(u"select * from scattertable"_s, *cnnMain, ado::Recordset::Lock::BatchOptimistic);
     for (const Group& group : groups) {
         const std::optional<MatrixMeans> means = matrixMeans(group.answers);
         if (!means)

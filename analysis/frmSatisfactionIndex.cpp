@@ -11,12 +11,11 @@
 #include "core/base/gblGlobal.h"
 #include "core/base/reports.h"
 #include "core/base/shell.h"
+#include "core/store/textlookup.h"
 #include "core/store/worktable.h"
 #include "platform/forms/clock.h"
 #include "platform/forms/msgbox.h"
 #include "ui_frmSatisfactionIndex.h"
-
-#include <map>
 
 using namespace Qt::StringLiterals;
 
@@ -28,22 +27,20 @@ constexpr int roomForChart = 360;      // pixels; minimum for a readable chart
 constexpr QSize printedSize{690, 377}; // pixels
 
 /// Groups the answers by date. Keeps their order, because the index depends on it.
-std::vector<DateGroup> groupsOf(ado::Recordset& answers) {
-    const ado::Field parametername = answers["parametername"];
-    const ado::Field surveydate = answers["surveydate"];
-    const ado::Field weightage = answers["weightage"];
-    const ado::Field score = answers["score"];
-    std::vector<DateGroup> groups;
-    std::map<QDate, std::size_t> places;
-    for (; !answers.Eof(); answers.MoveNext()) {
-        const QDate date = surveydate.Value().toDate();
+class AnswerGroups {
+public:
+    void add(const QString& parameter, const QDate& date, RatedAnswer answer) {
         const auto [place, isNew] = places.try_emplace(date, groups.size());
         if (isNew)
-            groups.push_back({parametername.Text(), date, {}});
-        groups[place->second].answers.push_back({toRating(weightage), toRating(score)});
+            groups.push_back({parameter, date, {}});
+        groups[place->second].answers.push_back(answer);
     }
-    return groups;
-}
+    const std::vector<DateGroup>& all() const { return groups; }
+
+private:
+    std::vector<DateGroup> groups;
+    std::map<QDate, std::size_t> places;
+};
 
 } // namespace
 
@@ -189,33 +186,56 @@ void frmSatisfactionIndex::toFillTable() {
         filledOn = connectionNumber;
         fillWorkTable([this] {
             cnnMain->Execute(u"delete * from linetable"_s);
-            for (int i = 0; i < ui->lstParameter->ListCount(); ++i) {
-                if (ui->lstParameter->Selected(i))
-                    fillGroupsOf(ui->lstParameter->List(i));
+            const QStringList parameters = selectedParameters();
+            if (!fillLinesOfAll(parameters)) {
+                for (const QString& parameter : parameters)
+                    fillLinesOfAll({parameter});
             }
         });
     });
 }
 
-void frmSatisfactionIndex::fillGroupsOf(const QString& parameter) {
-    const QString from = toSqlDate(ui->dtFrom->Value());
-    const QString to = toSqlDate(ui->dtTo->Value());
-    ado::Recordset answers(u"select * from scatterqry where custname='"_s + customer() +
-                               u"' and surveydate between #" + from + u"# and  # " + to + u"# ",
-                           *cnnMain);
-    if (answers.Eof())
-        return;
-    answers.Close();
-
-    answers.Open(u"select parametername,surveydate,weightage,score from scatterqry where parametername='"_s +
-                     parameter + u"' and surveydate between #" + from + u"# and # " + to +
-                     u"# and custname='" + customer() + u"'",
-                 *cnnMain);
-    fillLines(groupsOf(answers));
+QStringList frmSatisfactionIndex::selectedParameters() const {
+    QStringList selected;
+    for (int i = 0; i < ui->lstParameter->ListCount(); ++i) {
+        if (ui->lstParameter->Selected(i))
+            selected << ui->lstParameter->List(i);
+    }
+    return selected;
 }
 
-void frmSatisfactionIndex::fillLines(const std::vector<DateGroup>& groups) {
-    ado::Recordset line(u"select * from linetable"_s, *cnnMain, ado::Recordset::Lock::Optimistic);
+/// False, with nothing filled, when the store's way to compare texts makes it unclear to which of several
+/// parameters an answer belongs.
+bool frmSatisfactionIndex::fillLinesOfAll(const QStringList& parameters) const {
+    const bool isOne = parameters.size() == 1;
+    if (parameters.isEmpty() || areConfusable(parameters))
+        return parameters.isEmpty();
+    ado::Recordset answers(
+        u"select parametername,surveydate,weightage,score from scatterqry where parametername"_s +
+            (isOne ? u"='"_s + parameters[0] + u'\'' : u" in ("_s + toSqlTexts(parameters) + u')') +
+            u" and surveydate between #" + toSqlDate(ui->dtFrom->Value()) + u"# and #" +
+            toSqlDate(ui->dtTo->Value()) + u"# and custname='" + customer() + u'\'',
+        *cnnMain);
+    const ado::Field parametername = answers["parametername"];
+    const ado::Field surveydate = answers["surveydate"];
+    const ado::Field weightage = answers["weightage"];
+    const ado::Field score = answers["score"];
+    std::vector<AnswerGroups> groups(std::size_t(parameters.size()));
+    for (; !answers.Eof(); answers.MoveNext()) {
+        const QString parameter = parametername.Text();
+        const qsizetype place = isOne ? 0 : parameters.indexOf(parameter);
+        if (place < 0)
+            return false;
+        groups[std::size_t(place)].add(parameter, surveydate.Value().toDate(),
+                                       {toRating(weightage), toRating(score)});
+    }
+    for (const AnswerGroups& ofParameter : groups)
+        fillLines(ofParameter.all());
+    return true;
+}
+
+void frmSatisfactionIndex::fillLines(const std::vector<DateGroup>& groups) const {
+    ado::Recordset line(u"select * from linetable"_s, *cnnMain, ado::Recordset::Lock::BatchOptimistic);
     for (const DateGroup& group : groups) {
         line.AddNew();
         line["custname"] = customer();
@@ -241,7 +261,7 @@ void frmSatisfactionIndex::toFillSurveyDateOrder() {
         fillWorkTable([] {
             cnnMain->Execute(u"delete * from surveydateorder"_s);
             ado::Recordset order(u"select * from surveydateorder"_s, *cnnMain,
-                                 ado::Recordset::Lock::Optimistic);
+                                 ado::Recordset::Lock::BatchOptimistic);
             ado::Recordset dates(
                 u"select distinct(sdate) from linetable where sindex <> 0 order by sdate asc"_s, *cnnMain);
             for (int counter = 1; !dates.Eof(); dates.MoveNext(), ++counter) {
@@ -252,17 +272,6 @@ void frmSatisfactionIndex::toFillSurveyDateOrder() {
             }
         });
     });
-}
-
-int frmSatisfactionIndex::toGetRowOrder(const QDate& sdate) {
-    int roworder = 0;
-    guarded([&] {
-        ado::Recordset order(u"select * from surveydateorder where sdate=#"_s + toSqlDate(sdate) + u"#",
-                             *cnnMain);
-        if (!order.Eof())
-            roworder = order["roworder"].Value().toInt();
-    });
-    return roworder;
 }
 
 void frmSatisfactionIndex::toPrepareChartRows() {
@@ -289,29 +298,65 @@ void frmSatisfactionIndex::toDrawChart() {
         ui->mschart->Refresh();
         chart::DataArray cells(ui->mschart->RowCount(), ui->lstParameter->SelCount());
         int series = 1;
-        for (int i = 0; i < ui->lstParameter->ListCount(); ++i) {
-            if (ui->lstParameter->Selected(i))
-                drawSeries(ui->lstParameter->List(i), series++, cells);
-        }
+        const std::map<QDate, int> places = dateOrder();
+        for (const std::vector<LinePoint>& line : linesOf(selectedParameters()))
+            drawSeries(line, places, series++, cells);
         ui->mschart->setChartData(cells);
         labelChart();
         setMarkers();
     });
 }
 
-void frmSatisfactionIndex::drawSeries(const QString& parameter, int series, chart::DataArray& cells) {
-    ado::Recordset line(u"select * from linetable where parameter='"_s + parameter +
-                            u"' and sindex <> 0 order by sdate asc",
-                        *cnnMain);
-    if (line.Eof())
+/// The numbers of the dates in surveydateorder.
+std::map<QDate, int> frmSatisfactionIndex::dateOrder() {
+    std::map<QDate, int> places;
+    ado::Recordset order(u"select * from surveydateorder"_s, *cnnMain);
+    for (; !order.Eof(); order.MoveNext())
+        places.try_emplace(order["sdate"].Value().toDate(), order["roworder"].Value().toInt());
+    return places;
+}
+
+/// The points of each parameter from linetable, without those of no index.
+std::vector<std::vector<frmSatisfactionIndex::LinePoint>>
+frmSatisfactionIndex::linesOf(const QStringList& parameters) {
+    std::map<QString, std::vector<LinePoint>> points;
+    const auto read = [](const QString& condition, const auto& take) {
+        ado::Recordset line(
+            u"select * from linetable where "_s + condition + u"sindex <> 0 order by sdate asc", *cnnMain);
+        for (; !line.Eof(); line.MoveNext())
+            take(line["Parameter"].Text(),
+                 LinePoint{line["sdate"].Value().toDate(), line["sindex"].Value().toFloat()});
+    };
+    QStringList names = parameters;
+    read({}, [&](const QString& parameter, const LinePoint& point) {
+        points[parameter].push_back(point);
+        names << parameter;
+    });
+    const bool isClear = !areConfusable(names);
+    std::vector<std::vector<LinePoint>> lines;
+    for (const QString& parameter : parameters) {
+        lines.emplace_back();
+        if (isClear)
+            lines.back() = points[parameter];
+        else
+            read(u"parameter='"_s + parameter + u"' and ",
+                 [&](const QString&, const LinePoint& point) { lines.back().push_back(point); });
+    }
+    return lines;
+}
+
+void frmSatisfactionIndex::drawSeries(const std::vector<LinePoint>& line, const std::map<QDate, int>& places,
+                                      int series, chart::DataArray& cells) {
+    if (line.empty())
         return;
     ui->mschart->setColumnCount(series);
     chart::Series& drawn = ui->mschart->SeriesItem(series);
     drawn.ShowLine = true;
     drawn.SeriesMarker = {.Auto = false, .Show = true};
-    for (; !line.Eof(); line.MoveNext()) {
-        ui->mschart->setRow(toGetRowOrder(line["sdate"].Value().toDate()));
-        cells.at(ui->mschart->Row(), series) = line["sindex"].Value().toFloat();
+    for (const LinePoint& point : line) {
+        const auto place = places.find(point.date);
+        ui->mschart->setRow(place != places.end() ? place->second : 0);
+        cells.at(ui->mschart->Row(), series) = point.index;
     }
 }
 
@@ -323,11 +368,9 @@ void frmSatisfactionIndex::labelChart() {
         ui->mschart->setRowLabel(dates["sdate"].Text());
     }
     int counter = 1;
-    for (int i = 0; i < ui->lstParameter->ListCount(); ++i) {
-        if (!ui->lstParameter->Selected(i))
-            continue;
+    for (const QString& parameter : selectedParameters()) {
         ui->mschart->setColumn(counter++);
-        ui->mschart->setColumnLabel(ui->lstParameter->List(i));
+        ui->mschart->setColumnLabel(parameter);
     }
 }
 

@@ -6,6 +6,7 @@
 
 #include <QDate>
 
+#include <map>
 #include <memory>
 #include <vector>
 
@@ -44,8 +45,6 @@ public:
     bool toCheckIndexRecords();
     /// Rebuilds surveydateorder: the dates with an index other than 0, numbered from 1 for the earliest.
     void toFillSurveyDateOrder();
-    /// The number of a date in surveydateorder; 0 if it is not there or on an error, which is shown.
-    int toGetRowOrder(const QDate& sdate);
     /// Fills lstParameter from mscharttry. Throws Failure.
     void toFillParameters();
 
@@ -69,9 +68,17 @@ private:
     void collapse();
     void expand();
     QString customer() const;
-    void fillGroupsOf(const QString& parameter);
-    void fillLines(const std::vector<DateGroup>& groups);
-    void drawSeries(const QString& parameter, int series, chart::DataArray& cells);
+    QStringList selectedParameters() const;
+    bool fillLinesOfAll(const QStringList& parameters) const;
+    void fillLines(const std::vector<DateGroup>& groups) const;
+    struct LinePoint {
+        QDate date;
+        float index;
+    };
+    static std::map<QDate, int> dateOrder();
+    static std::vector<std::vector<LinePoint>> linesOf(const QStringList& parameters);
+    void drawSeries(const std::vector<LinePoint>& line, const std::map<QDate, int>& places, int series,
+                    chart::DataArray& cells);
     void labelChart();
     void setMarkers();
 

@@ -3,12 +3,33 @@
 
 #include "core/store/refusal.h"
 #include "core/store/store.h"
+#include "core/store/textlookup.h"
+#include "exchange/files/answerrecords.h"
 #include "feedback/marks/markrules.h"
 #include "platform/forms/flexgrid.h"
 #include "reference/gridtools.h"
 #include "survey/questionnaires/questionnaire.h"
 
 using namespace Qt::StringLiterals;
+
+/// What is stored beside the rows of the grid, read by three selects.
+class AnswerGrid::Stored {
+public:
+    /// That of the rows before `rows`.
+    Stored(const AnswerGrid& shownGrid, int rows);
+
+    /// The question is found by its text within the customer's survey of that date, whoever the respondent
+    /// is; of two questions with one text the first is used. Its id is empty for none.
+    AnswerKeys keysOf(int row) const;
+    AnswerRecords& answersFor(int row) { return owner.isScoreRow(row) ? scores : words; }
+    /// The stored answer of the row; null for none.
+    ado::Recordset* find(int row);
+
+private:
+    const AnswerGrid& owner;
+    TextLookup ids;
+    AnswerRecords scores, words;
+};
 
 AnswerGrid::AnswerGrid(forms::MSHFlexGrid* edited, QLineEdit* editor)
     : GridEditor(gridrules::feedback, edited, editor) {
@@ -110,25 +131,40 @@ bool AnswerGrid::isScoreRow(int row) const {
     return cell(row, feedbackcolumn::type) == scoreType;
 }
 
-QString AnswerGrid::answerQuery(int row, const QString& questionid) const {
-    return u"select * from "_s + (isScoreRow(row) ? u"feedbackobjective" : u"feedbackdescriptive") +
-           u" where respondentid=" + QString::number(shown.respondentid) + u" and questionid=" + questionid +
-           u" and surveydate=#" + toSqlDate(shown.date) + u"#";
+AnswerGrid::Stored::Stored(const AnswerGrid& shownGrid, int rows)
+    : owner(shownGrid), ids(u"responquery"_s, {"question"},
+                            u"custid="_s + QString::number(owner.shown.custid) + u" and sdate=#" +
+                                toSqlDate(owner.shown.date) + u"# order by surveyid, respondentid, [Order]",
+                            "questionid"),
+      scores(true, {QString::number(owner.shown.respondentid)}, {owner.shown.date}),
+      words(false, {QString::number(owner.shown.respondentid)}, {owner.shown.date}) {
+    std::vector<QStringList> questions;
+    for (int row = 1; row < rows; ++row)
+        questions.push_back({owner.cell(row, feedbackcolumn::question)});
+    ids.readAll(questions);
 }
 
-QString AnswerGrid::toGetQuestionID(const QString& question) const {
-    ado::Recordset questions(u"select * from responquery where question='"_s + question + u"' and custid=" +
-                                 QString::number(shown.custid) + u" and sdate=#" + toSqlDate(shown.date) +
-                                 u"# order by surveyid, respondentid, [Order]",
-                             *cnnMain);
-    return questions.Eof() ? QString() : questions["questionid"].Text();
+AnswerKeys AnswerGrid::Stored::keysOf(int row) const {
+    return {.questionid = ids.find({owner.cell(row, feedbackcolumn::question)}),
+            .respondentid = QString::number(owner.shown.respondentid),
+            .surveydate = owner.shown.date,
+            .surveyid = QString::number(owner.shown.surveyid)};
+}
+
+ado::Recordset* AnswerGrid::Stored::find(int row) {
+    const AnswerKeys keys = keysOf(row);
+    AnswerRecords& answers = answersFor(row);
+    return !keys.questionid.isEmpty() && answers.find(keys) ? &answers.answer() : nullptr;
 }
 
 void AnswerGrid::showAnswers() {
-    for (int row = 1; row < grid->Rows(); ++row) {
-        if (cell(row, feedbackcolumn::question).trimmed().isEmpty())
-            break;
-        showAnswer(row);
+    int rows = 1; // up to the first blank one
+    while (rows < grid->Rows() && !cell(rows, feedbackcolumn::question).trimmed().isEmpty())
+        ++rows;
+    if (rows > 1) {
+        Stored stored(*this, rows);
+        for (int row = 1; row < rows; ++row)
+            showAnswer(row, stored.find(row));
     }
     noteShown();
 }
@@ -141,13 +177,9 @@ void AnswerGrid::noteShown() {
     }
 }
 
-void AnswerGrid::showAnswer(int row) {
+void AnswerGrid::showAnswer(int row, ado::Recordset* answer) {
     const bool isScore = isScoreRow(row);
-    const QString questionid = toGetQuestionID(cell(row, feedbackcolumn::question));
-    ado::Recordset answer;
-    if (!questionid.isEmpty())
-        answer.Open(answerQuery(row, questionid), *cnnMain);
-    if (!answer.IsOpen() || answer.Eof()) {
+    if (!answer) {
         if (isScore) {
             grid->setTextMatrix(row, feedbackcolumn::description, {});
         } else {
@@ -158,7 +190,7 @@ void AnswerGrid::showAnswer(int row) {
     }
     for (const int col : {feedbackcolumn::weightage, feedbackcolumn::score, feedbackcolumn::description}) {
         const bool isOfOtherKind = col == (isScore ? feedbackcolumn::description : feedbackcolumn::score);
-        grid->setTextMatrix(row, col, isOfOtherKind ? QString() : shownText(col, answer));
+        grid->setTextMatrix(row, col, isOfOtherKind ? QString() : shownText(col, *answer));
     }
 }
 
@@ -183,55 +215,50 @@ ChangedRow AnswerGrid::changedMeanwhile(int row, ado::Recordset& answer) const {
     return changed;
 }
 
-void AnswerGrid::forEachStored(const std::function<void(const QString& key, const ChangedRow&)>& take) const {
+void AnswerGrid::forEachStored(Stored& stored,
+                               const std::function<void(const QString& key, const ChangedRow&)>& take) const {
     for (int row = 1; row < grid->Rows(); ++row) {
-        const QString questionid = toGetQuestionID(cell(row, feedbackcolumn::question));
-        if (questionid.isEmpty())
-            continue;
-        ado::Recordset answer(answerQuery(row, questionid), *cnnMain);
-        if (!answer.Eof())
-            take(QString::number(row), changedMeanwhile(row, answer));
+        if (ado::Recordset* answer = stored.find(row))
+            take(QString::number(row), changedMeanwhile(row, *answer));
     }
 }
 
 void AnswerGrid::findChanges() {
     settlement.clear();
-    forEachStored([this](const QString& key, const ChangedRow& row) { settlement.note(key, row); });
+    Stored stored(*this, grid->Rows());
+    forEachStored(stored, [this](const QString& key, const ChangedRow& row) { settlement.note(key, row); });
 }
 
 void AnswerGrid::save() {
-    forEachStored([this](const QString& key, const ChangedRow& row) { settlement.require(key, row); });
+    Stored stored(*this, grid->Rows());
+    forEachStored(stored,
+                  [this](const QString& key, const ChangedRow& row) { settlement.require(key, row); });
     for (int row = 1; row < grid->Rows(); ++row)
-        saveRow(row);
+        saveRow(row, stored);
     if (settlement.leavesAny())
         showAnswers();
     else
         noteShown();
 }
 
-void AnswerGrid::saveRow(int row) {
-    const QString questionid = toGetQuestionID(cell(row, feedbackcolumn::question));
-    if (questionid.isEmpty() || shown.surveyid == 0)
+void AnswerGrid::saveRow(int row, Stored& stored) {
+    const AnswerKeys keys = stored.keysOf(row);
+    if (keys.questionid.isEmpty() || shown.surveyid == 0)
         throw Refusal(u"“%1” has left this survey. The answers above it have been saved, this one and those "
                       "below have not."_s.arg(cell(row, feedbackcolumn::question)));
-    ado::Recordset answer(answerQuery(row, questionid), *cnnMain, ado::Recordset::Lock::Optimistic);
-    const bool isNew = answer.Eof();
-    if (isNew)
-        answer.AddNew();
+    AnswerRecords& answers = stored.answersFor(row);
+    const bool isNew = !answers.begin(keys);
+    ado::Recordset& answer = answers.answer();
     const auto write = [&](int col, const char* field, const std::optional<QString>& text) {
         const bool isLeft = settlement.isLeft(QString::number(row), grid->TextMatrix(0, col));
         if (text && (isNew || (isTouched(row, col) && !isLeft)))
             answer[field] = *text;
     };
-    answer["respondentid"] = shown.respondentid;
-    answer["questionid"] = questionid;
-    answer["surveydate"] = shown.date;
     write(feedbackcolumn::weightage, "weightage", markForStore(cell(row, feedbackcolumn::weightage), isNew));
     if (isScoreRow(row))
         write(feedbackcolumn::score, "score", markForStore(cell(row, feedbackcolumn::score), isNew));
     else
         write(feedbackcolumn::description, "Description",
               descriptionForStore(cell(row, feedbackcolumn::description)));
-    answer["surveyid"] = shown.surveyid;
     answer.Update();
 }

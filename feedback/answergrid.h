@@ -41,22 +41,21 @@ public:
     const SurveyKey& survey() const { return shown; }
 
 private:
+    class Stored;
+
     void change(const QString& text);
     std::optional<QString> fitting(int row, int col, const QString& text) const;
     QString cell(int row, int col) const;
     bool isScoreRow(int row) const;
-    /// Found by its text within the customer's survey of that date, whoever the respondent is; of two
-    /// questions with one text the first is used. Empty for none.
-    QString toGetQuestionID(const QString& question) const;
-    QString answerQuery(int row, const QString& questionid) const;
     void fill(ado::Recordset& questions);
-    void showAnswer(int row);
+    void showAnswer(int row, ado::Recordset* answer);
     void noteShown();
     QString shownText(int col, ado::Recordset& answer) const;
     ChangedRow changedMeanwhile(int row, ado::Recordset& answer) const;
     bool isTouched(int row, int col) const;
-    void forEachStored(const std::function<void(const QString& key, const ChangedRow&)>& take) const;
-    void saveRow(int row);
+    void forEachStored(Stored& stored,
+                       const std::function<void(const QString& key, const ChangedRow&)>& take) const;
+    void saveRow(int row, Stored& stored);
 
     SurveyKey shown;
     std::vector<QStringList> asShown; ///< the texts of each row when it was shown; row 0 is empty

@@ -5,14 +5,103 @@
 #include "core/base/busy.h"
 #include "core/base/failure.h"
 #include "core/base/gblGlobal.h"
+#include "core/store/textlookup.h"
 #include "core/store/transaction.h"
 #include "platform/forms/flexgrid.h"
 #include "platform/forms/msgbox.h"
 #include "reference/gridtools.h"
 
+#include <set>
+#include <utility>
+
+using Lock = ado::Recordset::Lock;
+
+/// The stored records of the rows that a save is to write: those found by their keys are read by one select,
+/// and so are the duplicates of new rows.
+class CatalogueTable::Stored {
+public:
+    explicit Stored(const CatalogueTable& shown);
+
+    /// Moves to the record of a stored row; null when it is gone.
+    ado::Recordset* find(int row);
+    /// Whether a new row has a duplicate.
+    bool hasDuplicate(int row);
+    /// To add new rows to.
+    ado::Recordset& added() { return newRecords; }
+
+private:
+    void findDuplicates();
+
+    const CatalogueTable& owner;
+    ado::Recordset records; ///< found by their keys
+    std::map<QString, std::size_t> places;
+    ado::Recordset other; ///< the last one that was found in another way
+    ado::Recordset newRecords;
+    bool hasLooked = false;                  ///< for the duplicates of all new rows
+    std::optional<std::set<int>> duplicates; ///< nothing: each row is looked up by itself
+};
+
+CatalogueTable::Stored::Stored(const CatalogueTable& shown) : owner(shown) {
+    QStringList keys;
+    for (int row = 1; row < owner.grid->Rows(); ++row) {
+        if (!owner.key(row).isEmpty() && owner.isTouched(row) && owner.selectFor(row).isEmpty())
+            keys << owner.key(row);
+    }
+    const QString all = QStringLiteral("select * from ") + owner.table;
+    newRecords.Open(all, *cnnMain, Lock::BatchOptimistic);
+    if (keys.isEmpty())
+        return;
+    const char* key = owner.fields.back();
+    QString condition = u'=' + keys[0];
+    if (keys.size() > 1)
+        condition = QStringLiteral(" in (") + keys.join(u',') + u')';
+    records.Open(all + u" where " + QLatin1StringView(key) + condition, *cnnMain, Lock::BatchOptimistic);
+    for (; !records.Eof(); records.MoveNext())
+        places[records[key].Text()] = records.Bookmark();
+}
+
+ado::Recordset* CatalogueTable::Stored::find(int row) {
+    if (const QString select = owner.selectFor(row); !select.isEmpty()) {
+        other.Open(select, *cnnMain, Lock::BatchOptimistic);
+        return other.Eof() ? nullptr : &other;
+    }
+    const auto place = places.find(owner.key(row));
+    if (place == places.end())
+        return nullptr;
+    records.setBookmark(place->second);
+    return &records;
+}
+
+bool CatalogueTable::Stored::hasDuplicate(int row) {
+    if (!std::exchange(hasLooked, true))
+        findDuplicates();
+    return duplicates ? duplicates->contains(row) : hasRecords(owner.selectFor(row));
+}
+
+/// Together unless one new row could be a duplicate of another.
+void CatalogueTable::Stored::findDuplicates() {
+    constexpr qsizetype mostTogether = 200; // a file takes a union of 500
+    QStringList selects, parts;
+    for (int row = 1; row < owner.grid->Rows(); ++row) {
+        if (!owner.key(row).isEmpty())
+            continue;
+        selects << owner.selectFor(row);
+        parts << QStringLiteral("select %1 as place from (").arg(row) + selects.last() + u") as found";
+    }
+    if (selects.size() == 1 || selects.removeDuplicates() > 0 || areConfusable(selects))
+        return;
+    duplicates.emplace();
+    for (qsizetype first = 0; first < parts.size(); first += mostTogether) {
+        ado::Recordset found(parts.mid(first, mostTogether).join(QStringLiteral(" union all ")), *cnnMain);
+        for (; !found.Eof(); found.MoveNext())
+            duplicates->insert(found["place"].Value().toInt());
+    }
+}
+
 CatalogueTable::CatalogueTable(forms::Form& window, const GridEditorRules& rules, forms::MSHFlexGrid* edited,
-                               QLineEdit* editor, std::vector<const char*> columns)
-    : GridEditor(rules, edited, editor), form(window), fields(std::move(columns)) {}
+                               QLineEdit* editor, const char* tableName, std::vector<const char*> columns)
+    : GridEditor(rules, edited, editor), form(window), table(QLatin1StringView(tableName)),
+      fields(std::move(columns)) {}
 
 QString CatalogueTable::cell(int row, int col) const {
     return grid->TextMatrix(row, col);
@@ -119,10 +208,11 @@ bool CatalogueTable::save() {
     QString currentKey;
     const bool saved = guarded([&] {
         Transaction transaction;
+        Stored stored(*this);
         for (int row = 1; row < grid->Rows(); ++row) {
-            const QString stored = saveRow(row);
+            const QString storedKey = saveRow(row, stored);
             if (row == grid->Row())
-                currentKey = stored;
+                currentKey = storedKey;
         }
         transaction.Commit();
     });
@@ -170,34 +260,44 @@ ChangedRow CatalogueTable::changedMeanwhile(int row, ado::Recordset& record) con
 bool CatalogueTable::settleChanges() {
     settlement.clear();
     const bool isRead = guarded([this] {
+        Stored stored(*this);
         for (int row = 1; row < grid->Rows(); ++row) {
             if (key(row).isEmpty() || !isTouched(row))
                 continue;
-            ado::Recordset record(selectFor(row), *cnnMain);
-            if (!record.Eof())
-                settlement.note(key(row), changedMeanwhile(row, record));
+            if (ado::Recordset* record = stored.find(row))
+                settlement.note(key(row), changedMeanwhile(row, *record));
         }
     });
     return isRead && settlement.ask();
 }
 
-/// Returns the key of the stored row. Skipped rows keep their key.
-QString CatalogueTable::saveRow(int row) {
-    const bool isNew = key(row).isEmpty();
-    if (!isNew && !isTouched(row))
-        return key(row);
-    ado::Recordset record(selectFor(row), *cnnMain, ado::Recordset::Lock::Optimistic);
-    if (record.Eof() != isNew)
-        return key(row);
-    if (isNew) {
+/// Returns the key of the stored row. Skipped rows keep their key, new ones other than the current one are
+/// given theirs by the reload.
+QString CatalogueTable::saveRow(int row, Stored& stored) {
+    if (key(row).isEmpty())
+        return stored.hasDuplicate(row) ? QString() : addRow(row, stored);
+    ado::Recordset* record = isTouched(row) ? stored.find(row) : nullptr;
+    if (record) {
+        settlement.require(key(row), changedMeanwhile(row, *record));
+        write(row, *record);
+        keepUntouched(row, *record);
+        record->Update();
+    }
+    return key(row);
+}
+
+QString CatalogueTable::addRow(int row, Stored& stored) {
+    const auto add = [&](ado::Recordset& record) {
         record.AddNew();
         write(row, record);
-    } else {
-        settlement.require(key(row), changedMeanwhile(row, record));
-        write(row, record);
-        keepUntouched(row, record);
+        record.Update();
+    };
+    if (row != grid->Row()) {
+        add(stored.added());
+        return {};
     }
-    record.Update();
+    ado::Recordset record(QStringLiteral("select * from ") + table, *cnnMain, Lock::Optimistic);
+    add(record);
     return record[fields.back()].Text();
 }
 

@@ -18,12 +18,13 @@ class Form;
 /// lower one shows the records that belong to the current row of the upper one.
 class CatalogueTable : public GridEditor {
 public:
-    /// `fields` are the record fields of the columns from 1 on; the last one is the key.
+    /// The records of `table`. `fields` are those of the columns from 1 on; the last one is the key.
     CatalogueTable(forms::Form& form, const GridEditorRules& rules, forms::MSHFlexGrid* grid, QLineEdit* box,
-                   std::vector<const char*> fields);
+                   const char* table, std::vector<const char*> fields);
 
-    /// Returns the select for the stored record of a row. For a new row, the select for a duplicate record.
-    /// save skips a row whose record is gone and a new row that has a duplicate.
+    /// For a new row, returns the select for a duplicate record; for a stored row the select for its record,
+    /// which may be empty: then it is found by its key. save skips a row whose record is gone and a new row
+    /// that has a duplicate.
     std::function<QString(int row)> selectFor;
     /// Assigns the texts of a row to the fields of its record.
     std::function<void(int row, ado::Recordset& record)> write;
@@ -77,10 +78,13 @@ private:
     bool isTouched(int row) const;
     ChangedRow changedMeanwhile(int row, ado::Recordset& record) const;
     bool settleChanges();
-    QString saveRow(int row);
+    class Stored;
+    QString saveRow(int row, Stored& stored);
+    QString addRow(int row, Stored& stored);
     void keepUntouched(int row, ado::Recordset& record) const;
 
     forms::Form& form;
+    const QString table;
     const std::vector<const char*> fields;
     std::map<QString, QStringList> asRead; ///< the texts of the stored rows by key, from column 1 on
     Settlement settlement;                 ///< of the save that is going on

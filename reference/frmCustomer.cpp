@@ -27,10 +27,10 @@ QVariant nullWhenEmpty(const QString& text) {
 frmCustomer::frmCustomer() : DefaultForm(Kind::SubWindow), ui(std::make_unique<Ui::frmCustomer>()) {
     ui->setupUi(this);
     customers = new CatalogueTable(*this, gridrules::customer, ui->grdCustomerDtls, ui->txtCustomerDtls,
-                                   {"custname", "Address", "telno", "email", "custid"});
-    respondents =
-        new CatalogueTable(*this, gridrules::respondent, ui->grdRespondentDtls, ui->txtRespondentDtls,
-                           {"respondentname", "respondentdesignation", "emailid", "respondentid"});
+                                   "customer", {"custname", "Address", "telno", "email", "custid"});
+    respondents = new CatalogueTable(*this, gridrules::respondent, ui->grdRespondentDtls,
+                                     ui->txtRespondentDtls, "respondent",
+                                     {"respondentname", "respondentdesignation", "emailid", "respondentid"});
     customers->lower = respondents;
     respondents->keepsBoxHidden = true;
     connectEvents();
@@ -135,9 +135,8 @@ void frmCustomer::toSaveCustomerDtls() {
 }
 
 QString frmCustomer::customerSelect(int row) const {
-    const QString custid = customers->key(row);
-    if (!custid.isEmpty())
-        return u"select * from customer where custid="_s + custid;
+    if (!customers->key(row).isEmpty())
+        return {};
     return u"select * from customer where CustName='"_s + toStoredText(customers->cell(row, 1)) + u"'";
 }
 
@@ -178,9 +177,8 @@ void frmCustomer::toSaveRespondentDetails() {
 
 /// With a single new row, the current row's texts are checked for a duplicate; with several, each row's own.
 QString frmCustomer::respondentSelect(int row) const {
-    const QString respondentid = respondents->key(row);
-    if (!respondentid.isEmpty())
-        return u"select * from respondent where respondentid="_s + respondentid;
+    if (!respondents->key(row).isEmpty())
+        return {};
     int newRows = 0;
     for (int other = 1; other < ui->grdRespondentDtls->Rows(); ++other)
         newRows += respondents->key(other).isEmpty() ? 1 : 0;

@@ -34,9 +34,9 @@ QString typeOf(const QString& text) {
 frmParameter::frmParameter() : DefaultForm(Kind::SubWindow), ui(std::make_unique<Ui::frmParameter>()) {
     ui->setupUi(this);
     parameters = new CatalogueTable(*this, gridrules::parameter, ui->grdParameterDtls, ui->txtParameterDtls,
-                                    {"parametername", "paramid"});
+                                    "parameter", {"parametername", "paramid"});
     questions = new CatalogueTable(*this, gridrules::question, ui->grdQuestionDtls, ui->txtQuestionDtls,
-                                   {"question", "Type", "questionid"});
+                                   "questions", {"question", "Type", "questionid"});
     parameters->lower = questions;
     connectEvents();
 }
@@ -140,9 +140,8 @@ void frmParameter::toSaveParameterDtls() {
 }
 
 QString frmParameter::parameterSelect(int row) const {
-    const QString paramid = parameters->key(row);
-    if (!paramid.isEmpty())
-        return u"select * from parameter where paramid="_s + paramid;
+    if (!parameters->key(row).isEmpty())
+        return {};
     return u"select * from parameter where parametername='"_s + toStoredText(parameters->cell(row, 1)) + u"'";
 }
 
@@ -159,9 +158,8 @@ void frmParameter::toSaveQuestionDetails() {
 QString frmParameter::questionSelect(int row) const {
     const QString typed = questions->cell(row, 1);
     const QString text = toStoredText(typed);
-    const QString questionid = questions->key(row);
-    if (!questionid.isEmpty() && typed == text)
-        return u"select * from questions where questionid="_s + questionid;
+    if (!questions->key(row).isEmpty() && typed == text)
+        return {};
     // A stored question with a new apostrophe is looked up by its new text, so it is not found and is
     // skipped.
     return u"select * from questions where question='"_s + text + u"' and Paramid=" + parameters->key();

@@ -6,6 +6,7 @@
 #include "core/base/gblGlobal.h"
 #include "core/base/pictures.h"
 #include "core/base/shell.h"
+#include "core/store/textlookup.h"
 #include "core/store/transaction.h"
 #include "exchange/setting.h"
 #include "platform/forms/msgbox.h"
@@ -38,6 +39,28 @@ QStringList without(const std::vector<ChosenQuestion>& list, const std::vector<C
 QString differences(const std::vector<ChosenQuestion>& before, const std::vector<ChosenQuestion>& now) {
     const QStringList names = without(now, before, u"+ "_s) + without(before, now, u"\u2212 "_s);
     return names.isEmpty() ? u"another order"_s : names.join(u'\n');
+}
+
+/// The questions of each parameter. They are read together unless parameters differ in a way that is none to
+/// the store.
+std::map<QString, SurveyEditor::Questions> readCatalogue(const QStringList& parameters) {
+    std::map<QString, SurveyEditor::Questions> questions;
+    QStringList names = parameters;
+    ado::Recordset param(u"select distinct parametername,question,type from param"_s, *cnnMain);
+    for (; !param.Eof(); param.MoveNext()) {
+        names << param["parametername"].Text();
+        questions[names.last()].emplace_back(param["question"].Text(), param["type"].Value().toBool());
+    }
+    const bool isClear = !areConfusable(names);
+    for (const QString& parameter : parameters) {
+        if (isClear)
+            continue;
+        param.Open(u"select distinct(question),type from param where parametername='"_s + parameter + u"'",
+                   *cnnMain);
+        for (questions[parameter].clear(); !param.Eof(); param.MoveNext())
+            questions[parameter].emplace_back(param["question"].Text(), param["type"].Value().toBool());
+    }
+    return questions;
 }
 
 } // namespace
@@ -117,33 +140,28 @@ void SurveyEditor::onActivate() {
 
 void SurveyEditor::buildTree() {
     guarded([this] {
+        QStringList names;
         ado::Recordset param(u"select distinct(parametername) from param order by parametername"_s, *cnnMain);
-        for (; !param.Eof(); param.MoveNext()) {
-            strParam = param["parametername"].Text();
-            auto* node = new QTreeWidgetItem(editor->trvParameter, {strParam});
+        for (; !param.Eof(); param.MoveNext())
+            names << param["parametername"].Text();
+        std::map<QString, Questions> catalogue = readCatalogue(names);
+        for (const QString& name : names) {
+            auto* node = new QTreeWidgetItem(editor->trvParameter, {name});
             node->setIcon(0, picture(u"folder-closed"_s));
-            node->setToolTip(0, Qt::convertFromPlainText(strParam));
-            BuildNode();
+            node->setToolTip(0, Qt::convertFromPlainText(name));
+            buildNode(node, catalogue[name]);
         }
     });
 }
 
-void SurveyEditor::BuildNode() {
-    guarded([this] {
-        QTreeWidgetItem* parameter =
-            editor->trvParameter->findItems(strParam, Qt::MatchExactly | Qt::MatchCaseSensitive).value(0);
-        if (!parameter)
-            return;
-        ado::Recordset param(
-            u"select distinct(question),type from param where parametername='"_s + strParam + u"'", *cnnMain);
-        const QIcon score = picture(u"question-score"_s);
-        const QIcon descriptive = picture(u"question-descriptive"_s);
-        for (; !param.Eof(); param.MoveNext()) {
-            auto* node = new QTreeWidgetItem(parameter, {param["question"].Text()});
-            node->setIcon(0, param["type"].Value().toBool() ? score : descriptive);
-            node->setToolTip(0, Qt::convertFromPlainText(node->text(0))); // the tree elides long ones
-        }
-    });
+void SurveyEditor::buildNode(QTreeWidgetItem* parameter, const Questions& questions) {
+    const QIcon score = picture(u"question-score"_s);
+    const QIcon descriptive = picture(u"question-descriptive"_s);
+    for (const auto& [question, isScore] : questions) {
+        auto* node = new QTreeWidgetItem(parameter, {question});
+        node->setIcon(0, isScore ? score : descriptive);
+        node->setToolTip(0, Qt::convertFromPlainText(question)); // the tree elides long ones
+    }
 }
 
 QuestionGrid SurveyEditor::grid() const {

@@ -10,6 +10,7 @@
 namespace Ui {
 class SurveyEditor;
 }
+class QTreeWidgetItem;
 
 /// Composes the questionnaire of one respondent and survey. A tree offers the questions of the catalogue, a
 /// grid shows the chosen ones in order of priority: its row number is the question's position in the store,
@@ -20,12 +21,9 @@ class SurveyEditor : public SurveyForm {
 public:
     ~SurveyEditor() override;
 
-    QString strParam; ///< the parameter whose questions are being added to the tree
-    int intDel = 0;   ///< 1 after the last change was a removal or a save, 0 after a double click in the tree
+    int intDel = 0; ///< 1 after the last change was a removal or a save, 0 after a double click in the tree
 
     void buildTree();
-    /// Adds the questions of strParam under its node.
-    void BuildNode();
     void toSaveParamAndQuest();
     void toRefreshGrid();
     void toSaveSurveyID();
@@ -34,6 +32,9 @@ public:
 
     /// Whether that is the current survey.
     bool isFor(const SurveyContext& survey) const { return context() == survey; }
+
+    /// Questions of a parameter, and whether they ask for a score.
+    using Questions = std::vector<std::pair<QString, bool>>;
 
 protected:
     explicit SurveyEditor(Kind windowKind);
@@ -61,6 +62,7 @@ protected:
     std::unique_ptr<Ui::SurveyEditor> editor;
 
 private:
+    static void buildNode(QTreeWidgetItem* parameter, const Questions& questions);
     void connectTree();
     void connectButtons();
     void cmdAdd();

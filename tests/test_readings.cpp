@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Each reading of survey files is recorded and can be undone.
 #include "core/base/backup.h"
-#include "exchange/files/answers.h"
 #include "exchange/files/readingundo.h"
+#include "exchange/files/answerrecords.h"
 #include "exchange/frmReading.h"
 #include "exchange/frmReadingRuns.h"
 #include "exchange/reading.h"
@@ -45,7 +45,9 @@ protected:
     AnswerKeys annsKeys(int number) const {
         return {QString::number(question[std::size_t(number)]), QString::number(ann), today, u"1"_s};
     }
-    void typeScore(int score) const { toWriteObjectiveAnswer(annsKeys(0), 0, score); }
+    void typeScore(int score) const {
+        AnswerRecords(true, {QString::number(ann)}, {today}).replace(annsKeys(0), 0, score);
+    }
     /// Everything but the record of readings.
     static QStringList answersAndRegister() {
         return storeRows(*cnnMain).filter(QRegularExpression(u"^(?!reading)"_s));

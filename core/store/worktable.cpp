@@ -13,6 +13,7 @@ std::exception_ptr tryWriteIn(Transaction::Scope scope, const std::function<void
     std::exception_ptr failure;
     try {
         write();
+        cnnMain->UpdateBatch(); // of what waits those before a failure are kept too
     } catch (const std::exception&) {
         if (!cnnMain->InTransaction())
             throw; // the store has rolled back

@@ -5,6 +5,7 @@
 #include <QString>
 #include <QVariant>
 
+#include <map>
 #include <optional>
 
 namespace ado {
@@ -29,16 +30,10 @@ struct AnswerState {
 
 // They throw Failure.
 
-/// Whether the question asks for a score; nothing for one that is not in the catalogue.
-std::optional<bool> toGetQuestionType(const QString& questionid);
+/// Whether each question of the catalogue asks for a score, by its id.
+std::map<QString, bool> readQuestionTypes();
 
 /// The select of the stored answer to a Score or to a Descriptive question.
 QString selectAnswer(const AnswerKeys& keys, bool isScore);
 /// The state of the answer that the recordset stands on.
 AnswerState answerState(ado::Recordset& answer, bool isScore);
-
-/// Both replace the stored answer in full, or add one. They return what it was before; nothing for a new one.
-std::optional<AnswerState> toWriteObjectiveAnswer(const AnswerKeys& keys, int weightage, int score);
-/// Without words the stored ones are cleared.
-std::optional<AnswerState> toWriteDescriptiveAnswer(const AnswerKeys& keys, int weightage,
-                                                    const std::optional<QString>& words);

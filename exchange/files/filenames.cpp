@@ -15,10 +15,6 @@ bool isSameTitle(const QString& one, const QString& other) {
     return toStoredText(one.trimmed()) == toStoredText(other.trimmed());
 }
 
-namespace {
-
-/// The titles under which a file that is returned in another format may have been handed out; none for other
-/// files.
 QStringList titlesHandedOut(const QString& title) {
     const QString trimmed = title.trimmed();
     for (const QStringView suffix : {u".xlsx", u".xlsm", u".ods"}) {
@@ -29,8 +25,6 @@ QStringList titlesHandedOut(const QString& title) {
     }
     return {};
 }
-
-} // namespace
 
 bool isReturnOf(const QString& title, const QString& registered) {
     const QStringList others = titlesHandedOut(title);

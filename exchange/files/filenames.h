@@ -29,6 +29,10 @@ QString findLoggedFileName(const QString& customer, const SurveyKey& survey);
 /// two surveys can get the same name, and ".xls". Empty for a survey without questions.
 QString makeSystemFileName(const SurveyKey& survey);
 
+/// The titles under which a file that is returned in another format may have been handed out; none for other
+/// files.
+QStringList titlesHandedOut(const QString& title);
+
 /// The title under which the register has a returned file; the file's own if it has none. Looks for another
 /// format only when the register does not have the file's own title.
 QString findRegisteredTitle(const QString& title);

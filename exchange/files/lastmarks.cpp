@@ -5,6 +5,9 @@
 #include "core/store/worktable.h"
 #include "survey/questionnaires/questionnaire.h"
 
+#include <map>
+#include <set>
+
 using namespace Qt::StringLiterals;
 using Lock = ado::Recordset::Lock;
 
@@ -24,8 +27,8 @@ QString selectQuestions(const Keys& keys) {
 
 void fillQuestions(const Keys& keys) {
     ado::Recordset responquery(selectQuestions(keys) + orderOfQuestions(), *cnnMain);
+    ado::Recordset reportlinktable(u"select * from reportlinktable"_s, *cnnMain, Lock::BatchOptimistic);
     for (; !responquery.Eof(); responquery.MoveNext()) {
-        ado::Recordset reportlinktable(u"select * from reportlinktable"_s, *cnnMain, Lock::Optimistic);
         reportlinktable.AddNew();
         for (const char* field : {"question", "respondentname", "custname", "Type", "sdate", "custid",
                                   "respondentid", "questionid", "paramid"})
@@ -35,51 +38,53 @@ void fillQuestions(const Keys& keys) {
     }
 }
 
-/// Moves to the answer of the latest earlier survey; false if there is none.
-bool findLastAnswer(ado::Recordset& history, const QString& query, const Keys& keys,
-                    const QString& questionid, HistoryOrder order) {
+/// The marks of an answer; empty for Null.
+struct Marks {
+    QString weightage;
+    QString score;
+};
+
+/// Those of the latest earlier survey, by questionid.
+std::map<QString, Marks> readLastMarks(bool isScore, const Keys& keys, HistoryOrder order) {
     const bool newestFirst = order == HistoryOrder::NewestFirst;
-    history.Open(u"select * from "_s + query + u" where custid=" + keys.custid + u" and respondentid=" +
-                     keys.respondentid + u" and surveydate < #" + keys.date + u"# and questionid=" +
-                     questionid +
-                     (newestFirst ? u" order by surveydate desc"_s : u" order by surveydate asc"_s),
-                 *cnnMain);
-    if (history.Eof())
-        return false;
-    if (!newestFirst)
-        history.MoveLast();
-    return true;
+    ado::Recordset history((isScore ? u"select questionid,weightage,score from objquery"_s
+                                    : u"select questionid,weightage from descquery"_s) +
+                               u" where custid=" + keys.custid + u" and respondentid=" + keys.respondentid +
+                               u" and surveydate < #" + keys.date + u"# order by surveydate" +
+                               (newestFirst ? u" desc" : u" asc"),
+                           *cnnMain);
+    std::map<QString, Marks> last;
+    for (; !history.Eof(); history.MoveNext()) {
+        const Marks marks{history["weightage"].Text(), isScore ? history["score"].Text() : QString()};
+        const QString questionid = history["questionid"].Text();
+        newestFirst ? last.try_emplace(questionid, marks) : last.insert_or_assign(questionid, marks);
+    }
+    return last;
 }
 
-void copyMark(ado::Recordset& history, ado::Recordset& target, const char* field) {
-    const QString mark = history[field].Text();
+void copyMark(const QString& mark, ado::Recordset& target, const char* field) {
     if (!mark.isEmpty() && mark != u"0")
         target[field] = mark;
 }
 
-void fillScoreMarks(const Keys& keys, const QString& questionid, HistoryOrder order) {
-    ado::Recordset objquery;
-    if (!findLastAnswer(objquery, u"objquery"_s, keys, questionid, order))
-        return;
-    ado::Recordset reportlinktable(u"select * from reportlinktable where questionid="_s + questionid +
-                                       u" and respondentid=" + keys.respondentid + u" ",
-                                   *cnnMain, Lock::Optimistic);
-    if (reportlinktable.Eof())
-        return;
-    copyMark(objquery, reportlinktable, "weightage");
-    copyMark(objquery, reportlinktable, "score");
-    reportlinktable.Update();
-}
-
-void fillDescriptiveMark(const Keys& keys, const QString& questionid, HistoryOrder order) {
-    ado::Recordset descquery;
-    if (!findLastAnswer(descquery, u"descquery"_s, keys, questionid, order))
-        return;
-    ado::Recordset reportlinktable(u"select * from reportlinktable where questionid="_s + questionid +
-                                       u" and respondentid=" + keys.respondentid,
-                                   *cnnMain, Lock::Optimistic);
-    copyMark(descquery, reportlinktable, "weightage");
-    reportlinktable.Update();
+/// Only the first row of a question gets its marks.
+void fillMarks(const Keys& keys, HistoryOrder order) {
+    const std::map<QString, Marks> scores = readLastMarks(true, keys, order);
+    const std::map<QString, Marks> words = readLastMarks(false, keys, order);
+    ado::Recordset row(u"select * from reportlinktable where respondentid="_s + keys.respondentid, *cnnMain,
+                       Lock::BatchOptimistic);
+    row.RecordCount(); // takes all before the first is changed
+    std::set<QString> filled;
+    for (; !row.Eof(); row.MoveNext()) {
+        const QString questionid = row["questionid"].Text();
+        const std::map<QString, Marks>& last = row["Type"].Value().toBool() ? scores : words;
+        const auto marks = last.find(questionid);
+        if (!filled.insert(questionid).second || marks == last.end())
+            continue;
+        copyMark(marks->second.weightage, row, "weightage");
+        copyMark(marks->second.score, row, "score");
+        row.Update();
+    }
 }
 
 } // namespace
@@ -92,16 +97,6 @@ void toGetTheLastScoreAndWeightage(const SurveyKey& survey, HistoryOrder order) 
         const Keys keys{QString::number(survey.custid), QString::number(survey.respondentid),
                         toSqlDate(survey.date)};
         fillQuestions(keys);
-        ado::Recordset responquery(selectQuestions(keys) + (order == HistoryOrder::NewestFirst
-                                                                ? u" order by parametername"_s
-                                                                : QString()),
-                                   *cnnMain);
-        for (; !responquery.Eof(); responquery.MoveNext()) {
-            const QString questionid = responquery["questionid"].Text();
-            if (responquery["Type"].Value().toBool())
-                fillScoreMarks(keys, questionid, order);
-            else
-                fillDescriptiveMark(keys, questionid, order);
-        }
+        fillMarks(keys, order);
     });
 }

@@ -37,7 +37,7 @@ void ReadingRecord::endFile() {
     };
     const int added = count([](const AnswerChange& change) { return !change.before; });
     const int same = count([](const AnswerChange& change) { return change.before == change.after; });
-    ado::Recordset row(u"select * from readingfile where readingfileid=0"_s, *cnnMain, Lock::Optimistic);
+    ado::Recordset row(u"select * from readingfile"_s, *cnnMain, Lock::BatchOptimistic);
     row.AddNew();
     row["readingid"] = readingid;
     row["filename"] = file.title;

@@ -243,7 +243,7 @@ SurveyChecker::Judgement SurveyChecker::compareAnswers() {
     }
     for (const CheckedAnswer& answer : file.answers)
         ++file.counts[std::size_t(answer.kind())];
-    remarks += findDifferencesFromRegister(findRegisteredTitle(file.title()), read.answers.front().keys);
+    remarks += differencesFrom(findLogRows(findRegisteredTitle(file.title())), read.answers.front().keys);
     const int changed = file.count(Kind::Changed);
     if (changed > 0)
         remarks.prepend(changed == 1 ? u"1 stored answer would change"_s

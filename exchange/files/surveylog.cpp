@@ -2,6 +2,7 @@
 #include "exchange/files/surveylog.h"
 
 #include "core/store/store.h"
+#include "core/store/textlookup.h"
 #include "exchange/files/filenames.h"
 
 using namespace Qt::StringLiterals;
@@ -66,18 +67,26 @@ void toDeleteLogRow(const QString& fileName) {
     cnnMain->Execute(u"delete * from log where "_s + conditionOfTitle(fileName));
 }
 
+namespace {
+
+LogRow logRow(ado::Recordset& log) {
+    return {log["custname"].Text(), log["respname"].Text(), log["respid"].Text(), log["surveyid"].Text(),
+            log["sdate"].Value().toDate()};
+}
+
+} // namespace
+
 std::vector<LogRow> findLogRows(const QString& fileName) {
     std::vector<LogRow> rows;
     ado::Recordset log(u"select * from log where "_s + conditionOfTitle(fileName), *cnnMain);
     for (; !log.Eof(); log.MoveNext())
-        rows.push_back({log["custname"].Text(), log["respname"].Text(), log["respid"].Text(),
-                        log["surveyid"].Text(), log["sdate"].Value().toDate()});
+        rows.push_back(logRow(log));
     return rows;
 }
 
-QStringList findDifferencesFromRegister(const QString& fileName, const AnswerKeys& keys) {
+QStringList differencesFrom(const std::vector<LogRow>& registered, const AnswerKeys& keys) {
     QStringList first;
-    for (const LogRow& row : findLogRows(fileName)) {
+    for (const LogRow& row : registered) {
         QStringList differing;
         if (!row.respid.isEmpty() && row.respid != keys.respondentid)
             differing << u"I2: respondent %1, in the register %2"_s.arg(keys.respondentid, row.respid);
@@ -92,4 +101,68 @@ QStringList findDifferencesFromRegister(const QString& fileName, const AnswerKey
             first = differing;
     }
     return first;
+}
+
+RegisterRows::RegisterRows(const QStringList& titles) {
+    QStringList asked;
+    for (const QString& title : titles) {
+        for (const QString& possible : QStringList(title) + titlesHandedOut(title))
+            asked << toStoredText(possible);
+    }
+    isRead = !areConfusable(asked) && read(asked);
+}
+
+/// False when the store found a row by another name than those asked for.
+bool RegisterRows::read(const QStringList& asked) {
+    QStringList names;
+    for (const QString& name : asked) {
+        names << name;
+        if (name.contains(u'\u2019')) // registered before apostrophes were replaced
+            names << QString(name).replace(u'\u2019', u"''"_s);
+    }
+    rows.Open(u"select * from log where xlsfilename in ("_s + toSqlTexts(names) + u") order by rowid",
+              *cnnMain, Lock::BatchOptimistic);
+    for (; !rows.Eof(); rows.MoveNext()) {
+        const QString name = toStoredText(rows["xlsfilename"].Text());
+        if (!asked.contains(name))
+            return false;
+        places[name].push_back(rows.Bookmark());
+    }
+    return true;
+}
+
+QString RegisterRows::registeredTitle(const QString& title) const {
+    if (!isRead)
+        return findRegisteredTitle(title);
+    for (const QString& possible : QStringList(title) + titlesHandedOut(title)) {
+        if (places.contains(toStoredText(possible)))
+            return possible;
+    }
+    return title;
+}
+
+std::optional<bool> RegisterRows::mark(const QString& fileName) {
+    if (!isRead)
+        return setLogStatus(fileName);
+    const auto place = places.find(toStoredText(fileName));
+    if (place == places.end())
+        return std::nullopt;
+    rows.setBookmark(place->second.front());
+    const bool before = rows["Status"].Value().toBool();
+    rows["Status"] = true;
+    rows.Update();
+    return before;
+}
+
+std::vector<LogRow> RegisterRows::rowsOf(const QString& fileName) {
+    if (!isRead)
+        return findLogRows(fileName);
+    std::vector<LogRow> found;
+    if (const auto place = places.find(toStoredText(fileName)); place != places.end()) {
+        for (const std::size_t bookmark : place->second) {
+            rows.setBookmark(bookmark);
+            found.push_back(logRow(rows));
+        }
+    }
+    return found;
 }

@@ -2,11 +2,13 @@
 #pragma once
 
 #include "exchange/files/answers.h"
+#include "platform/ado/recordset.h"
 #include "survey/questionnaires/surveykey.h"
 
 #include <QDate>
 #include <QStringList>
 
+#include <map>
 #include <optional>
 #include <vector>
 
@@ -40,6 +42,26 @@ struct LogRow {
 /// The rows of that file title; several when surveys share a name.
 std::vector<LogRow> findLogRows(const QString& fileName);
 
-/// What a file says of itself that differs from the register's row of its title, each with the cell. Two
+/// What a file says of itself that differs from the register's rows of its title, each with the cell. Two
 /// surveys can have files of one name; none if the file belongs to one of them, or is not registered.
-QStringList findDifferencesFromRegister(const QString& fileName, const AnswerKeys& keys);
+QStringList differencesFrom(const std::vector<LogRow>& registered, const AnswerKeys& keys);
+
+/// The register's rows of several files, read by one select.
+class RegisterRows {
+public:
+    explicit RegisterRows(const QStringList& titles);
+
+    /// As findRegisteredTitle.
+    QString registeredTitle(const QString& title) const;
+    /// As setLogStatus.
+    std::optional<bool> mark(const QString& fileName);
+    /// As findLogRows.
+    std::vector<LogRow> rowsOf(const QString& fileName);
+
+private:
+    bool read(const QStringList& asked);
+
+    ado::Recordset rows;
+    std::map<QString, std::vector<std::size_t>> places; ///< of the rows, by their file names
+    bool isRead;                                        ///< else each file is looked up by itself
+};

@@ -3,22 +3,30 @@
 
 #include "core/store/store.h"
 #include "core/store/worktable.h"
-#include "exchange/files/filenames.h"
-#include "exchange/files/surveylog.h"
 
 #include <QElapsedTimer>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qint64 longestTransaction = 250; // milliseconds; the current file is read to its end
+constexpr std::size_t mostTogether = 64;   // files that wait to be stored, for their memory
+
+} // namespace
 
 bool SurveyReader::read(const ReturnedFile& file, std::optional<bool> statusBefore) {
     return readTogether([&] {
-        record.beginFile(file.title(), findRegisteredTitle(file.title()), statusBefore);
-        readFile(file.path, openSurvey(file.path));
+        ReadFile marked(file.title());
+        marked.statusBefore = statusBefore;
+        marked.isMarked = true;
+        readFile(std::move(marked), openSurvey(file.path));
     });
 }
 
 QStringList SurveyReader::readAll(const std::vector<ReturnedFile>& files) {
-    constexpr qint64 longestTransaction = 250; // milliseconds; the current file is read to its end
     QStringList titles;
     for (const ReturnedFile& file : files)
         titles << file.title();
@@ -34,13 +42,19 @@ QStringList SurveyReader::readAll(const std::vector<ReturnedFile>& files) {
                 going = !onFile || onFile(titles[next], titles.size() - next - 1);
                 if (!going)
                     return;
-                markAndRead(files[std::size_t(next++)], opener.takeNext());
+                const qsizetype number = next++;
+                readNext(files[std::size_t(number)], number, opener.takeNext());
+                if (waiting.size() >= mostTogether)
+                    storeRead();
             } while (next < titles.size() && clock.elapsed() < longestTransaction);
         });
-        if (!good && committed)
+        if (!good && committed) {
+            if (failedAt) // those read after it have not been stored
+                next = *failedAt + 1;
             bad << titles[next - 1] + (failing ? u" (cell %1)"_s.arg(cellmap::nameOf(*failing)) : QString());
-        else if (!good)
+        } else if (!good) {
             bad += titles.sliced(first, next - first);
+        }
         going = going && !failedStore;
     }
     return bad + titles.sliced(next);
@@ -48,14 +62,28 @@ QStringList SurveyReader::readAll(const std::vector<ReturnedFile>& files) {
 
 bool SurveyReader::readTogether(const std::function<void()>& files) {
     failing.reset();
+    failedAt.reset();
     committed = false;
     failedStore = false;
+    waiting.clear();
     newRemarks.clear();
     newAnswers.clear();
     cnnMain->Errors().Clear(); // errors found afterwards are from this reading
     std::exception_ptr failure;
     try {
-        failure = tryWriteTogether(files);
+        failure = tryWriteTogether([&] {
+            std::exception_ptr bad;
+            try {
+                files();
+            } catch (const std::exception&) { // what was read before a bad cell or file is stored
+                bad = std::current_exception();
+                if (failedAt || !cnnMain->InTransaction())
+                    throw;
+            }
+            storeRead();
+            if (bad)
+                std::rethrow_exception(bad);
+        });
         committed = true;
         record.keep();
         keepFindings();
@@ -63,6 +91,8 @@ bool SurveyReader::readTogether(const std::function<void()>& files) {
         record.drop();
         failure = std::current_exception();
     }
+    scores.reset();
+    words.reset();
     if (!failure)
         return true;
     failedStore =
@@ -92,7 +122,7 @@ void SurveyReader::keepFindings() {
     allRemarks += newRemarks;
 }
 
-void SurveyReader::markAndRead(const ReturnedFile& file, const OpenedSurvey& opened) {
+void SurveyReader::readNext(const ReturnedFile& file, qsizetype number, const OpenedSurvey& opened) {
     title = file.title();
     failing.reset();
     if (!file.checkedHash.isEmpty()) {
@@ -102,42 +132,85 @@ void SurveyReader::markAndRead(const ReturnedFile& file, const OpenedSurvey& ope
             throw Failure(
                 u"%1 has changed since it was checked and was not read. Check it again."_s.arg(title));
     }
-    const QString registered = findRegisteredTitle(title);
-    record.beginFile(title, registered, setLogStatus(registered));
-    readFile(file.path, opened);
+    readFile(ReadFile(title, number), opened);
 }
 
-void SurveyReader::readFile(const QString& path, const OpenedSurvey& opened) {
-    title = path.section(u'/', -1);
+void SurveyReader::readFile(ReadFile file, const OpenedSurvey& opened) {
+    title = file.title;
     failing.reset();
+    file.hash = opened.hash;
+    ReadFile& read = waiting.emplace_back(std::move(file));
+    if (opened.failure)
+        std::rethrow_exception(opened.failure);
+    opened.sheet.Unprotect(cellmap::sheetPassword.toString());
+    SheetAnswers found = AnswerSheet(opened.sheet, title, [this](const QString& questionid) {
+                             return questionType(questionid);
+                         }).read();
+    read.answers = std::move(found.answers);
+    read.remarks = std::move(found.remarks);
+    failing = found.failing;
+    if (found.failure)
+        std::rethrow_exception(found.failure);
+    opened.sheet.Protect(cellmap::sheetPassword.toString());
+    opened.workbook.Close(false);
+}
+
+void SurveyReader::storeRead() {
+    const std::vector<ReadFile> files = std::exchange(waiting, {});
+    QStringList titles;
+    std::set<QString> respondentids;
+    std::set<QDate> dates;
+    for (const ReadFile& file : files) {
+        titles << file.title;
+        for (const FileAnswer& answer : file.answers) {
+            respondentids.insert(answer.keys.respondentid);
+            dates.insert(answer.keys.surveydate);
+        }
+    }
+    if (files.empty())
+        return;
+    RegisterRows registeredRows(titles);
+    scores.emplace(true, respondentids, dates);
+    words.emplace(false, respondentids, dates);
+    for (const ReadFile& file : files) {
+        try {
+            const QString registered = registeredRows.registeredTitle(file.title);
+            const std::optional<bool> before =
+                file.isMarked ? file.statusBefore : registeredRows.mark(registered);
+            record.beginFile(file.title, registered, before);
+            store(file, registered, registeredRows.rowsOf(registered));
+        } catch (const std::exception&) {
+            failing.reset();
+            failedAt = file.number;
+            throw;
+        }
+    }
+    sendOrRollBack();
+}
+
+void SurveyReader::sendOrRollBack() {
     try {
-        record.setHash(opened.hash);
-        if (opened.failure)
-            std::rethrow_exception(opened.failure);
-        readSheet(opened.sheet);
-        opened.workbook.Close(false);
+        cnnMain->UpdateBatch();
+    } catch (const Failure&) {
+        cnnMain->RollbackTrans();
+        throw;
+    }
+}
+
+void SurveyReader::store(const ReadFile& file, const QString& registered, const std::vector<LogRow>& rows) {
+    try {
+        record.setHash(file.hash);
+        writeAnswers(file.answers);
+        for (const QString& remark : file.remarks)
+            newRemarks << file.title + u", " + remark;
+        if (!file.answers.empty())
+            compareWithRegister(file, registered, rows);
     } catch (const std::exception&) {
         if (cnnMain->InTransaction()) // else the store has rolled back
             record.endFile();
         throw;
     }
     record.endFile();
-}
-
-void SurveyReader::readSheet(const excel::Worksheet& sheet) {
-    sheet.Unprotect(cellmap::sheetPassword.toString());
-    const SheetAnswers read = AnswerSheet(sheet, title, [this](const QString& questionid) {
-                                  return questionType(questionid);
-                              }).read();
-    writeAnswers(read.answers);
-    for (const QString& remark : read.remarks)
-        newRemarks << title + u", "_s + remark;
-    if (!read.answers.empty())
-        compareWithRegister(read.answers.front().keys);
-    failing = read.failing;
-    if (read.failure)
-        std::rethrow_exception(read.failure);
-    sheet.Protect(cellmap::sheetPassword.toString());
 }
 
 void SurveyReader::writeAnswers(const std::vector<FileAnswer>& answers) {
@@ -149,23 +222,24 @@ void SurveyReader::writeAnswers(const std::vector<FileAnswer>& answers) {
         change.after = AnswerState{keys.surveyid.toInt(), answer.weightage, answer.score};
         if (!answer.isScore)
             change.after->content = answer.words ? QVariant(*answer.words) : ado::Null;
-        change.before = answer.isScore ? toWriteObjectiveAnswer(keys, answer.weightage, answer.score)
-                                       : toWriteDescriptiveAnswer(keys, answer.weightage, answer.words);
+        change.before =
+            (answer.isScore ? scores : words)->replace(keys, answer.weightage, change.after->content);
         record.add(keys, std::move(change));
         newAnswers.emplace(keys.respondentid, keys.surveydate);
     }
 }
 
-void SurveyReader::compareWithRegister(const AnswerKeys& keys) {
-    const QString registered = findRegisteredTitle(title);
-    if (registered != title)
-        newRemarks << u"%1 was read as the returned %2"_s.arg(title, registered);
-    for (const QString& difference : findDifferencesFromRegister(registered, keys))
-        newRemarks << title + u", "_s + difference;
+void SurveyReader::compareWithRegister(const ReadFile& file, const QString& registered,
+                                       const std::vector<LogRow>& rows) {
+    if (registered != file.title)
+        newRemarks << u"%1 was read as the returned %2"_s.arg(file.title, registered);
+    for (const QString& difference : differencesFrom(rows, file.answers.front().keys))
+        newRemarks << file.title + u", " + difference;
 }
 
 std::optional<bool> SurveyReader::questionType(const QString& questionid) {
-    const auto known = types.find(questionid);
-    return known != types.end() ? known->second
-                                : types.emplace(questionid, toGetQuestionType(questionid)).first->second;
+    if (!types)
+        types = readQuestionTypes();
+    const auto known = types->find(questionid);
+    return known != types->end() ? std::optional(known->second) : std::nullopt;
 }

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "exchange/files/answerrecords.h"
 #include "exchange/files/answersheet.h"
 #include "exchange/files/openedsurvey.h"
 #include "exchange/files/readingrecord.h"
+#include "exchange/files/surveylog.h"
 
 #include <functional>
 #include <map>
@@ -47,19 +49,37 @@ public:
     const QStringList& remarks() const { return allRemarks; }
 
 private:
+    /// A file whose cells are converted and whose answers are to be stored.
+    struct ReadFile {
+        explicit ReadFile(QString fileTitle, qsizetype numberInRun = 0)
+            : title(std::move(fileTitle)), number(numberInRun) {}
+        QString title;
+        qsizetype number; ///< of the run
+        QString hash;     ///< of its content; empty if it could not be read
+        std::optional<bool> statusBefore;
+        bool isMarked = false; ///< in the register, by the caller
+        std::vector<FileAnswer> answers;
+        QStringList remarks;
+    };
+
     /// Runs the reading of one or more files as one transaction; false after it has reported a failure.
     bool readTogether(const std::function<void()>& files);
-    void markAndRead(const ReturnedFile& file, const OpenedSurvey& opened);
-    void readFile(const QString& path, const OpenedSurvey& opened);
-    void readSheet(const excel::Worksheet& sheet);
+    void readFile(ReadFile file, const OpenedSurvey& opened);
+    void readNext(const ReturnedFile& file, qsizetype number, const OpenedSurvey& opened);
+    /// Stores the files that were read since.
+    void storeRead();
+    void store(const ReadFile& file, const QString& registered, const std::vector<LogRow>& rows);
     void writeAnswers(const std::vector<FileAnswer>& answers);
-    void compareWithRegister(const AnswerKeys& keys);
+    void compareWithRegister(const ReadFile& file, const QString& registered,
+                             const std::vector<LogRow>& rows);
+    /// Sends what waits; after a failure nothing of the transaction is kept, since the file is not known.
+    static void sendOrRollBack();
     std::optional<bool> questionType(const QString& questionid);
     std::exception_ptr withStop(const std::exception_ptr& failure) const;
     /// Keeps the findings of the transaction that was just committed.
     void keepFindings();
 
-    std::map<QString, std::optional<bool>> types; // of questions, from the catalogue
+    std::optional<std::map<QString, bool>> types; // of questions, from the catalogue
     QString title;                                // of the file that is being read
     std::optional<cellmap::Place> failing;        // the cell that ended the last read
     bool committed = false;                       // what the last transaction wrote before it ended
@@ -69,6 +89,9 @@ private:
     ReadingRecord record;
 
     // Of the open transaction.
+    std::vector<ReadFile> waiting;
+    std::optional<qsizetype> failedAt; // the number of the file that could not be stored
+    std::optional<AnswerRecords> scores, words;
     QStringList newRemarks;
     Questionnaires newAnswers;
 };

@@ -3,6 +3,9 @@
 
 #include "core/store/refusal.h"
 #include "core/store/store.h"
+#include "core/store/textlookup.h"
+
+#include <set>
 
 using namespace Qt::StringLiterals;
 using Lock = ado::Recordset::Lock;
@@ -27,7 +30,7 @@ void refuseUnnumbered() {
 
 /// The rows of all questionnaires, to add to.
 struct Questionnaires : ado::Recordset {
-    Questionnaires() { Open(u"select * from responquesindex"_s, *cnnMain, Lock::Optimistic); }
+    Questionnaires() { Open(u"select * from responquesindex"_s, *cnnMain, Lock::BatchOptimistic); }
 };
 
 void addQuestion(ado::Recordset& responquesindex, const SurveyKey& survey, const QVariant& questionid,
@@ -96,14 +99,17 @@ std::vector<ChosenQuestion> rewriteQuestionnaire(const SurveyKey& survey,
     cnnMain->Execute(u"delete * from responquesindex where respondentid="_s +
                      QString::number(survey.respondentid) + u" and surveyid=" +
                      QString::number(survey.surveyid));
+    TextLookup catalogue(u"param"_s, {"question", "parametername"}, {}, "questionid");
+    std::vector<QStringList> texts;
+    for (const ChosenQuestion& chosen : questions)
+        texts.push_back({chosen.question, chosen.parameter});
+    catalogue.readAll(texts);
     Questionnaires added;
     QString questionid; // of the question before
     int position = 0;
     std::vector<ChosenQuestion> leftOut;
     for (const ChosenQuestion& chosen : questions) {
-        const QString found = lookUp(u"select * from  param where question='"_s + chosen.question +
-                                         u"' and parametername='" + chosen.parameter + u"'",
-                                     "questionid");
+        const QString found = catalogue.find({chosen.question, chosen.parameter});
         if (!found.isEmpty())
             questionid = found;
         if (questionid.isEmpty())
@@ -154,15 +160,21 @@ void copyQuestionnaire(const SurveyContext& source, const SurveyContext& target)
                               QString::number(from.respondentid) + orderOfQuestions(),
                           *cnnMain);
     const int position = copied.RecordCount() + 1; // takes all records before the first is added
+    const auto textsOf = [](ado::Recordset& question) {
+        return QStringList{question["parametername"].Text(), question["question"].Text()};
+    };
+    std::vector<QStringList> texts;
+    for (; !copied.Eof(); copied.MoveNext())
+        texts.push_back(textsOf(copied));
+    TextLookup present(u"responquery"_s, {"parametername", "question"},
+                       u"respondentid="_s + QString::number(to.respondentid) + u" and custid=" +
+                           QString::number(to.custid) + u" and sdate=#" + toSqlDate(to.date) + u"#",
+                       "questionid");
+    present.readAll(texts);
     Questionnaires added;
-    for (; !copied.Eof(); copied.MoveNext()) {
-        ado::Recordset present(u"select * from responquery where parametername='"_s +
-                                   copied["parametername"].Text() + u"' and question='" +
-                                   copied["question"].Text() + u"' and respondentid=" +
-                                   QString::number(to.respondentid) + u" and custid=" +
-                                   QString::number(to.custid) + u" and sdate=#" + toSqlDate(to.date) + u"#",
-                               *cnnMain);
-        if (present.Eof())
+    std::set<QStringList> seen; // the question may be in the copied one twice
+    for (copied.MoveFirst(); !copied.Eof(); copied.MoveNext()) {
+        if (seen.insert(textsOf(copied)).second && present.find(textsOf(copied)).isEmpty())
             addQuestion(added, to, copied["questionid"].Value(), position);
     }
 }

@@ -6,17 +6,6 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-int findSurvey(const QDate& date, int custid) {
-    ado::Recordset survey(u"select * from survey where sdate=#"_s + toSqlDate(date) + u"# and custid=" +
-                              QString::number(custid),
-                          *cnnMain);
-    return survey.Eof() ? 0 : survey["surveyid"].Value().toInt();
-}
-
-} // namespace
-
 int findRespondent(const QString& respondent, int custid) {
     ado::Recordset custresp(u"select * from custresp where custid="_s + QString::number(custid) +
                                 u" and respondentname='" + respondent + u"'",
@@ -24,15 +13,25 @@ int findRespondent(const QString& respondent, int custid) {
     return custresp.Eof() ? 0 : custresp["respondentid"].Value().toInt();
 }
 
+/// By one select, since most commands begin with it.
 SurveyKey findSurveyKey(const SurveyContext& survey) {
     SurveyKey key;
-    key.custid = findCustomer(survey.customer);
     key.date = toDate(survey.date);
-    if (key.custid == 0)
+    const QString surveyid = key.date.isValid()
+                                 ? u"(select surveyid from survey where sdate=#"_s + toSqlDate(key.date) +
+                                       u"# and survey.custid=customer.custid limit 1)"
+                                 : u"null"_s;
+    ado::Recordset found(
+        u"select custid, (select respondentid from respondent where respondent.custid=customer.custid and "
+        "respondentname='"_s +
+            survey.respondent + u"' limit 1) as respondentid, " + surveyid +
+            u" as surveyid from customer where custname='" + survey.customer + u"' limit 1",
+        *cnnMain);
+    if (found.Eof())
         return key;
-    key.respondentid = findRespondent(survey.respondent, key.custid);
-    if (key.date.isValid())
-        key.surveyid = findSurvey(key.date, key.custid);
+    key.custid = found["custid"].Value().toInt();
+    key.respondentid = found["respondentid"].Value().toInt();
+    key.surveyid = found["surveyid"].Value().toInt();
     return key;
 }
 
