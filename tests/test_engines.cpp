@@ -352,4 +352,23 @@ TEST_F(EnginesTest, aDeadlockEndsOneOfTwoTransactions) {
     EXPECT_EQ(rows(winner, u"select custname from customer"_s), QStringList({name, name}));
 }
 
+TEST_F(EnginesTest, aRecordChangedSinceItWasReadIsNotOverwritten) {
+    server.Execute(u"insert into customer (custname) values ('a')"_s);
+    ado::Connection other;
+    other.ConnectionString = server.ConnectionString;
+    other.Open();
+    server.BeginTrans();
+    add(server, u"protocol"_s, {{"what", u"undone"_s}});
+    ado::Recordset record(u"select * from customer where custid=1"_s, server, Lock::Optimistic);
+    other.Execute(u"update customer set custname='theirs'"_s);
+    record["custname"] = u"mine"_s;
+    EXPECT_EQ(failureOf([&] { record.Update(); }),
+              u"The same records have been changed by someone else at the same time. "
+              "Nothing of this step has been saved. Try again."_s);
+    EXPECT_FALSE(server.InTransaction());
+    EXPECT_EQ(rows(other, u"select custname from customer"_s), QStringList(u"QString theirs"_s));
+    EXPECT_EQ(rows(other, u"select * from protocol"_s), QStringList());
+    EXPECT_EQ(rows(server, u"select * from protocol"_s), QStringList()) << "the server has rolled back";
+}
+
 } // namespace

@@ -47,7 +47,7 @@ void MariaSession::fail(int code, const QString& words) {
                                          .database = server.database,
                                          .isConnecting = isConnecting,
                                          .isUndone = inTransaction && !isCommitting});
-    if (code == ER_LOCK_DEADLOCK)
+    if (code == ER_LOCK_DEADLOCK || code == ER_CHECKREAD)
         inTransaction = false; // the server has rolled it back
     if (endsConnection(code))
         close();

@@ -60,6 +60,7 @@ QString sentence(const ServerFault& fault) {
     case ER_LOCK_WAIT_TIMEOUT:
         return u"The same records are being changed by someone else. Try again in a moment."_s;
     case ER_LOCK_DEADLOCK:
+    case ER_CHECKREAD: // changed since this transaction has read it
         return u"The same records have been changed by someone else at the same time. Nothing of this step "
                u"has been saved. Try again."_s;
     case CR_SSL_CONNECTION_ERROR:
