@@ -66,7 +66,8 @@ void MariaSession::open(const ServerAddress& address) {
         } catch (const Failure& failure) {
             if (!isOfHost(failure.number()) || hosts.size() == 1)
                 throw;
-            late << host;
+            if (!late.contains(host))
+                late << host;
             if (reason.Number == number::dataSource || isUnreachable(reason.Number))
                 reason = {failure.number(), failure.text()};
         }
@@ -130,9 +131,18 @@ void MariaSession::connectTo(const QString& host) {
         keepAlive(static_cast<int>(mysql_get_socket(connection)));
 }
 
-/// A node that is cut off from the others refuses all work; a program of that node goes to the next.
+/// Reads what differs between servers. A node that is cut off from the others refuses all work; a program of
+/// that node goes to the next.
 void MariaSession::joinCluster() {
-    if (rowsOf(u"show variables where variable_name='wsrep_on' and value='ON'"_s).isEmpty())
+    isInCluster = false;
+    for (const QStringList& setting :
+         rowsOf(u"show variables where variable_name in ('wsrep_on', 'max_allowed_packet')"_s)) {
+        if (setting[0] == u"max_allowed_packet")
+            longest = setting[1].toULongLong();
+        else
+            isInCluster = setting[1] == u"ON";
+    }
+    if (!isInCluster)
         return;
     if (rowsOf(u"show status where variable_name='wsrep_ready' and value='ON'"_s).isEmpty())
         fail(ER_UNKNOWN_COM_ERROR, {});

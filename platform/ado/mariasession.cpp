@@ -46,12 +46,19 @@ void MariaSession::fail(int code, const QString& words) {
                                          .user = server.user,
                                          .database = server.database,
                                          .isConnecting = isConnecting,
+                                         .isInCluster = isInCluster,
                                          .isUndone = inTransaction && !isCommitting});
     if (code == ER_LOCK_DEADLOCK || code == ER_CHECKREAD)
         inTransaction = false; // the server has rolled it back
     if (endsConnection(code))
         close();
     fail({code, sentence});
+}
+
+void MariaSession::requireTaken(qulonglong bytes) {
+    constexpr qulonglong besides = 1024; // bytes for numbers, types and lengths
+    if (bytes + besides > longest)
+        fail(ER_NET_PACKET_TOO_LARGE, {});
 }
 
 void MariaSession::run(const QString& sql) {

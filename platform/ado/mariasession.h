@@ -33,6 +33,8 @@ public:
     void open(const ServerAddress& address);
     using Session::fail;
     [[noreturn]] void fail(int code, const QString& words);
+    /// Fails for values of so many bytes in all when the server would end the connection because of them.
+    void requireTaken(qulonglong bytes);
 
     Target target() const override { return Target::MariaDb; }
     bool isOpen() const override { return connection != nullptr; }
@@ -71,6 +73,8 @@ private:
     ServerAddress server;
     QString hostName; ///< for messages
     bool isConnecting = false;
+    bool isInCluster = false;
+    qulonglong longest = 0; ///< message that the server takes, in bytes
     bool inTransaction = false;
     bool isCommitting = false;
     WaitingRecords waiting;

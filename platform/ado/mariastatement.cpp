@@ -5,6 +5,7 @@
 #include "platform/ado/valuearray.h"
 
 #include <algorithm>
+#include <numeric>
 
 namespace ado {
 namespace {
@@ -126,6 +127,9 @@ void MariaStatement::bind(const QVariantList& values) {
     parameterBinds.clear();
     for (unsigned long i = 0; i < count; ++i)
         parameterBinds.push_back(bound(parameters[i], values.value(static_cast<qsizetype>(i))));
+    session.requireTaken(
+        std::accumulate(parameters.begin(), parameters.end(), qulonglong{0},
+                        [](qulonglong bytes, const Cell& parameter) { return bytes + parameter.length; }));
     if (count > 0 && mysql_stmt_bind_param(handle, parameterBinds.data()))
         fail();
 }

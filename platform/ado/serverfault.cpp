@@ -28,7 +28,7 @@ QString sentenceOfProtection(const ServerFault& fault) {
 QString sentenceOfReach(const ServerFault& fault) {
     if (fault.code == CR_UNKNOWN_HOST)
         return u"The database server '%1' is not known in this network."_s;
-    if (fault.words.contains(u"110")) // ETIMEDOUT
+    if (fault.words.endsWith(u"(110)") || fault.words.endsWith(u": 110")) // ETIMEDOUT
         return u"The database server '%1' does not answer."_s;
     return u"The database server '%1' cannot be reached."_s;
 }
@@ -58,7 +58,10 @@ QString sentenceOfLoss(const ServerFault& fault) {
 QString sentence(const ServerFault& fault) {
     switch (fault.code) {
     case ER_LOCK_WAIT_TIMEOUT:
-        return u"The same records are being changed by someone else. Try again in a moment."_s;
+        return fault.isInCluster
+                   ? u"The same records are being changed by someone else, or the database server '%1' waits "
+                     u"for its cluster. Try again in a moment."_s
+                   : u"The same records are being changed by someone else. Try again in a moment."_s;
     case ER_LOCK_DEADLOCK:
     case ER_CHECKREAD: // changed since this transaction has read it
         return u"The same records have been changed by someone else at the same time. Nothing of this step "
@@ -131,6 +134,8 @@ bool isUnreachable(int code) {
 bool isOfHost(int code) {
     switch (code) {
     case ER_CON_COUNT_ERROR:
+    case ER_TOO_MANY_USER_CONNECTIONS:
+    case ER_USER_LIMIT_REACHED:
     case ER_HOST_IS_BLOCKED:
     case ER_HOST_NOT_PRIVILEGED:
         return true;

@@ -13,6 +13,7 @@ struct ServerFault {
     QString user;
     QString database;
     bool isConnecting; ///< not yet connected
+    bool isInCluster;  ///< where a read waits until its node has what the others have confirmed
     bool isUndone;     ///< in a transaction that was not being committed: the server rolls it back
 };
 
