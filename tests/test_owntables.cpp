@@ -7,6 +7,9 @@
 #include "tests/support/pdftext.h"
 #include "tests/support/replaced.h"
 
+#include <sys/wait.h>
+#include <unistd.h>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -58,6 +61,54 @@ TEST_F(OwnTablesTest, eachProgramSeesItsOwnRows) {
         fill(one, u"again"_s);
         return rows(one, all) + rows(other, all);
     });
+}
+
+/// Adds one to a stored number, 50 times, each time after reading it as a save does. Returns 0 when each
+/// refusal named the other program and the rows of the own table were never another's.
+int countUp(const QString& connection, int own) {
+    ado::Connection store;
+    store.ConnectionString = connection;
+    store.OwnTables = {u"search"_s};
+    store.Open();
+    for (int done = 0; done < 50;) {
+        const QString failure = failureOf([&] {
+            store.BeginTrans();
+            ado::Recordset number(u"select * from programsetting"_s, store, ado::Recordset::Lock::Optimistic);
+            number["content"] = QString::number(number["content"].Text().toInt() + 1);
+            number.Update();
+            store.CommitTrans();
+        });
+        if (failure.isEmpty())
+            ++done;
+        else if (!failure.startsWith(u"The same records "_s))
+            return 1;
+        store.RollbackTrans();
+        store.Execute(u"insert into search (Id) values (%1)"_s.arg(own));
+        if (rows(store, u"select distinct Id from search"_s) != QStringList{u"qlonglong %1"_s.arg(own)})
+            return 2;
+    }
+    return 0;
+}
+
+TEST_F(OwnTablesTest, twoProcessesLoseNoEdit) {
+    runOnBoth(u"insert into programsetting (name, content) values ('n', '0')"_s);
+    for (ado::Connection* store : {&file, &server}) {
+        const QString connection = store->ConnectionString;
+        store->Close(); // no connection may be open across a fork
+        std::vector<pid_t> programs;
+        for (const int own : {1, 2}) {
+            programs.push_back(fork());
+            if (programs.back() == 0)
+                _exit(countUp(connection, own));
+        }
+        for (const pid_t program : programs) {
+            int status = 0;
+            waitpid(program, &status, 0);
+            EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << status;
+        }
+        store->Open();
+        EXPECT_EQ(rows(*store, u"select content from programsetting"_s), QStringList{u"QString 100"_s});
+    }
 }
 
 TEST_F(OwnTablesTest, ownTablesHaveTheStoredColumnsAndIndexes) {

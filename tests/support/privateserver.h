@@ -9,13 +9,28 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <arpa/inet.h>
 #include <unistd.h>
+
+/// A port of 127.0.0.1 that nothing listens at.
+inline int freePort() {
+    const int socket = ::socket(AF_INET, SOCK_STREAM, 0);
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t size = sizeof address;
+    bind(socket, reinterpret_cast<sockaddr*>(&address), size);
+    getsockname(socket, reinterpret_cast<sockaddr*>(&address), &size);
+    close(socket);
+    return ntohs(address.sin_port);
+}
 
 /// A database server in a temporary folder, reached through a socket there and ended on destruction. The user
 /// "tester" with the password "secret" may do everything, the user "member" everything in database "tally".
 class PrivateServer {
 public:
-    PrivateServer() {
+    PrivateServer() : PrivateServer({QStringLiteral("--skip-networking")}) {}
+    explicit PrivateServer(const QStringList& options) {
         const QString system = systemScripts();
         make.start(program(), arguments() << QStringLiteral("--bootstrap"));
         make.write("create database mysql;\nuse mysql;\n");
@@ -25,26 +40,43 @@ public:
             if (script.open(QIODevice::ReadOnly))
                 make.write(script.readAll());
         }
-        make.write(
-            "\nflush privileges;\ncreate user tester@localhost identified by 'secret';\n"
-            "grant all on *.* to tester@localhost with grant option;\ncreate user guest@localhost identified by 'guest';\n"
-            "create user member@localhost identified by 'kvtwpa';\ngrant all on tally.* to "
-            "member@localhost;\n");
+        make.write("\nflush privileges;\ncreate user tester identified by 'secret';\n"
+                   "grant all on *.* to tester with grant option;\ncreate user guest identified by 'guest';\n"
+                   "create user member identified by 'kvtwpa';\ngrant all on tally.* to member;\n");
         make.closeWriteChannel();
         make.waitForFinished(60000);
-        server.setStandardErrorFile(folder.filePath(QStringLiteral("log")));
-        server.start(program(), arguments() << QStringLiteral("--socket=") + socket()
-                                            << QStringLiteral("--skip-networking"));
-        static_cast<void>(QTest::qWaitFor(
-            [this] { return QFile::exists(socket()) || server.state() == QProcess::NotRunning; }, 30000));
+        start(options);
     }
-    ~PrivateServer() {
+    /// A server on a copy of the data of one that has ended.
+    PrivateServer(const PrivateServer& ended, const QStringList& options) {
+        make.start(QStringLiteral("cp"), {QStringLiteral("-r"), ended.data(), folder.path()});
+        make.waitForFinished(60000);
+        start(options);
+    }
+    ~PrivateServer() { end(); }
+    PrivateServer& operator=(const PrivateServer&) = delete;
+
+    /// Starts on its data, which outlive a server that was killed if an option says so.
+    void start(const QStringList& options) {
+        server.setStandardErrorFile(folder.filePath(QStringLiteral("log")));
+        server.start(program(), arguments() << QStringLiteral("--socket=") + socket() << options);
+        static_cast<void>(
+            QTest::qWaitFor([this] { return isRunning() || server.state() == QProcess::NotRunning; }, 30000));
+    }
+    void end() {
         server.terminate();
         if (!server.waitForFinished(30000))
-            server.kill();
+            kill();
+    }
+    /// Ends it as a loss of power would, except for what the system writes to the disk later.
+    void kill() {
+        server.kill();
+        server.waitForFinished(30000);
+        QFile::remove(socket());
     }
     bool isRunning() const { return QFile::exists(socket()); }
     QString socket() const { return folder.filePath(QStringLiteral("socket")); }
+    QString data() const { return folder.filePath(QStringLiteral("data")); }
     /// The connection string of a database.
     QString connection(const QString& database, const QString& password = QStringLiteral("secret")) const {
         return QStringLiteral("SOCKET=%1;DATABASE=%2;UID=tester;PWD=%3").arg(socket(), database, password);
@@ -72,8 +104,7 @@ private:
     }
     QStringList arguments() const {
         QStringList list{
-            QStringLiteral("--no-defaults"),
-            QStringLiteral("--datadir=") + folder.filePath(QStringLiteral("data")),
+            QStringLiteral("--no-defaults"), QStringLiteral("--datadir=") + data(),
             // A server that starts deletes the temporary tables in its folder.
             QStringLiteral("--tmpdir=") + folder.path(), QStringLiteral("--innodb-buffer-pool-size=32M"),
             QStringLiteral("--innodb-log-file-size=8M"), QStringLiteral("--innodb-flush-log-at-trx-commit=0"),
