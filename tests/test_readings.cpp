@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Each reading of survey files is recorded and can be undone.
 #include "core/base/backup.h"
-#include "exchange/files/readingundo.h"
 #include "exchange/files/answerrecords.h"
+#include "exchange/files/readingundo.h"
 #include "exchange/frmReading.h"
 #include "exchange/frmReadingRuns.h"
 #include "exchange/reading.h"

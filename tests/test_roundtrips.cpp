@@ -1,0 +1,195 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// How often a command waits for a server: as often for ten times as many rows.
+#include "analysis/frmPerformanceMatrix.h"
+#include "analysis/frmSatisfactionIndex.h"
+#include "exchange/reading.h"
+#include "feedback/frmFeedBackObj.h"
+#include "platform/ado/datasources.h"
+#include "platform/forms/clock.h"
+#include "platform/forms/dtpicker.h"
+#include "platform/forms/lists.h"
+#include "reference/frmCustomer.h"
+#include "reference/frmParameter.h"
+#include "survey/frmEditExistingSurvey.h"
+#include "tests/support/gridform.h"
+#include "tests/support/relay.h"
+#include "tests/support/surveyfile.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Before the fixtures look for it.
+const bool isOnServer = qputenv("GAUGEWELL_TEST_STORE", "server");
+
+const QDate day{2024, 3, 5};
+
+class RoundTripsTest : public StoreTest {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(isOnServer);
+        StoreTest::SetUp();
+        addCustomer(u"Acme"_s);
+        addRespondent(1, u"Ann"_s);
+        addParameter(u"Delivery"_s);
+        addSurvey(1, day);
+        relay = std::make_unique<Relay>(ado::dataSource(u"gwl"_s)[u"SOCKET"_s]);
+        cnnMain->ConnectionString = u"SOCKET="_s + relay->socket() + u";DATABASE=tally;UID=member;PWD=kvtwpa";
+        cnnMain->Open();
+    }
+    void TearDown() override {
+        StoreTest::TearDown();
+        relay.reset();
+    }
+    /// Gives the catalogue and each list and grid that many rows.
+    void growTo(int count) {
+        cnnMain->BeginTrans();
+        while (rowsNow < count) {
+            const QString number = QString::number(++rowsNow);
+            int asked = addQuestion(1, u"Question "_s + number);
+            if (rowsNow > 1) {
+                addCustomer(u"Customer "_s + number);
+                addRespondent(1, u"Respondent "_s + number);
+                const bool isScore = rowsNow % 2 != 0;
+                asked = addQuestion(addParameter(u"Parameter "_s + number), u"Other "_s + number, isScore);
+                if (isScore)
+                    addScore(1, asked, 1, day, 5, 7);
+            }
+            addToQuestionnaire(asked);
+        }
+        cnnMain->CommitTrans();
+    }
+    void addToQuestionnaire(int questionid) const {
+        add(u"responquesindex"_s,
+            {{"respondentid", 1}, {"questionid", questionid}, {"surveyid", 1}, {"Order", rowsNow}});
+    }
+    /// Of the third run: in the first two the server compiles the statements, those that add and those that
+    /// change.
+    long tripsOf(const std::function<void()>& command) const {
+        command();
+        command();
+        const long before = relay->roundTrips();
+        command();
+        return relay->roundTrips() - before;
+    }
+    /// Other texts in all cells of a column.
+    void change(QWidget& form, const char* grid, int column, const QString& text = {}) {
+        auto* cells = control<forms::MSHFlexGrid>(form, grid);
+        ASSERT_GE(cells->Rows(), rowsNow + 1);
+        ++turn;
+        for (int row = 1; row < cells->Rows(); ++row)
+            cells->setTextMatrix(row, column,
+                                 text.isEmpty() ? QString::number(1 + (row + turn) % 9)
+                                                : text.arg(row).arg(turn));
+    }
+    void readFiles(int files, int questions) {
+        std::vector<ReturnedFile> paths;
+        SurveyFile file;
+        int row = 14;
+        for (int i = 1; i <= questions; ++i) {
+            file.questions.emplace_back(i, true);
+            file.entered[u'C' + QString::number(row)] = 1 + (i + ++turn) % 9;
+            row += 2;
+        }
+        for (int i = 1; i <= files; ++i) {
+            file.respondentid = i;
+            paths.emplace_back(path(u"%1.xls"_s.arg(i)));
+            file.saveAs(paths.back().path);
+        }
+        EXPECT_EQ(readSurveyFiles(paths).bad, QStringList());
+    }
+
+    std::unique_ptr<Relay> relay;
+    int rowsNow = 0;
+    int turn = 0;
+};
+
+/// A form that is left becomes active again, and then asks the store as well.
+void unloadAll() {
+    frmCustomer::unload();
+    frmParameter::unload();
+    frmEditExistingSurvey::unload();
+    frmFeedBackObj::unload();
+    frmSatisfactionIndex::unload();
+    frmPerformanceMatrix::unload();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+TEST_F(RoundTripsTest, doNotGrowWithTheRows) {
+    const auto reload = [](auto& form) -> auto& {
+        using Form = std::remove_reference_t<decltype(form)>;
+        Form::unload();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        Form::instance().Show();
+        return Form::instance();
+    };
+    const auto index = []() -> frmSatisfactionIndex& { return frmSatisfactionIndex::instance(); };
+    const struct {
+        const char* command;
+        long most;
+        std::function<void()> run;
+    } commands[] = {
+        {"open customers", 2, [&] { reload(frmCustomer::instance()); }},
+        {"save customers", 7,
+         [&] {
+             change(frmCustomer::instance(), "grdCustomerDtls", 3);
+             press(frmCustomer::instance(), "cmdSaveCustomer");
+         }},
+        {"open parameters", 2, [&] { reload(frmParameter::instance()); }},
+        {"save questions", 7,
+         [&] {
+             change(frmParameter::instance(), "grdQuestionDtls", 1, u"Question %1 (%2)"_s);
+             press(frmParameter::instance(), "cmdSaveQuestion");
+         }},
+        {"open a questionnaire", 20, [&] { reload(frmEditExistingSurvey::instance()); }},
+        {"save a questionnaire", 18,
+         [&] {
+             auto* grid = control<forms::MSHFlexGrid>(frmEditExistingSurvey::instance(), "grdParamAndQuest");
+             for (const int column : {1, 2}) {
+                 const QString first = grid->TextMatrix(1, column);
+                 grid->setTextMatrix(1, column, grid->TextMatrix(2, column));
+                 grid->setTextMatrix(2, column, first);
+             }
+             frmEditExistingSurvey::instance().toSaveParamAndQuest();
+         }},
+        {"open answers", 22, [&] { reload(frmFeedBackObj::instance()); }},
+        {"save answers", 13,
+         [&] {
+             change(frmFeedBackObj::instance(), "grdDtls", 2);
+             frmFeedBackObj::instance().toSaveDtls();
+         }},
+        {"read a file", 13, [&] { readFiles(1, rowsNow); }},
+        {"read files", 13, [&] { readFiles(rowsNow, 1); }},
+        {"index", 20,
+         [&] {
+             reload(index());
+             control<forms::DTPicker>(index(), "dtFrom")->setValue({2020, 1, 1});
+             control<forms::ListBox>(index(), "lstParameter")->selectAll();
+             EXPECT_EQ(control<forms::ListBox>(index(), "lstParameter")->SelCount(), rowsNow);
+             press(index(), "cmdView");
+         }},
+        {"matrix", 21,
+         [&] {
+             auto& form = reload(frmPerformanceMatrix::instance());
+             control<forms::ListBox>(form, "lstSurveyDates")->setListIndex(0);
+             press(form, "cmdView");
+         }},
+    };
+    constexpr int few = 5;
+    std::vector<long> tripsOfFew;
+    for (const int count : {few, 10 * few}) {
+        growTo(count);
+        unloadAll();
+        for (std::size_t i = 0; i < std::size(commands); ++i) {
+            SCOPED_TRACE(commands[i].command);
+            const long trips = tripsOf(commands[i].run);
+            EXPECT_LE(trips, commands[i].most);
+            if (count == few)
+                tripsOfFew.push_back(trips);
+            else
+                EXPECT_EQ(trips, tripsOfFew[i]);
+        }
+    }
+}
+
+} // namespace
