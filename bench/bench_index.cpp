@@ -5,6 +5,7 @@
 // bound: the same delete and inserts by the C API.
 #include "analysis/frmPerformanceMatrix.h"
 #include "analysis/frmSatisfactionIndex.h"
+#include "bench/bigstore.h"
 #include "core/Main.h"
 #include "core/base/gblGlobal.h"
 #include "platform/ado/casefold.h"
@@ -26,44 +27,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr int measured =
-    7; // custid of the customer with 4 respondents and 20 surveys; all others have 2 and 5
-
-void run(const QString& sql) {
-    cnnMain->Execute(sql);
-}
-
-QString numbers(int count) {
-    return u"with recursive n(i) as (select 1 union all select i + 1 from n where i < %1) "_s.arg(count);
-}
-
-void buildStore(int customers) {
-    const QString many = u"case when custid = %1 then "_s.arg(measured);
-    cnnMain->BeginTrans();
-    run(u"insert into customer (custid, custname, Address) "_s + numbers(customers) +
-        u"select i, 'Customer ' || i, ' ' from n");
-    run(u"insert into respondent (respondentid, custid, respondentname) "_s + numbers(4) +
-        u"select custid * 10 + i, custid, 'Respondent ' || i from customer, n where i <= " + many +
-        u"4 else 2 end");
-    run(u"insert into parameter (paramid, parametername) "_s + numbers(40) +
-        u"select i, 'Parameter ' || i from n");
-    run(u"insert into questions (questionid, paramid, question, Type) "_s + numbers(5) +
-        u"select paramid * 5 - 5 + i, paramid, 'Question ' || i || ' of ' || parametername, True from "
-        u"parameter, n");
-    run(u"insert into survey (surveyid, custid, sdate) "_s + numbers(20) +
-        u"select custid * 100 + i, custid, date('2020-01-01', '+' || (i * 30) || ' days') from customer, n "
-        u"where i <= " +
-        many + u"20 else 5 end order by i");
-    const QString asked =
-        u" from survey join respondent on respondent.custid = survey.custid join questions on "
-        u"questionid <= 50 order by sdate, surveyid, respondentid, questionid"_s;
-    run(u"insert into responquesindex select respondentid, questionid, surveyid, questionid"_s + asked);
-    run(u"insert into feedbackobjective (respondentid, questionid, surveyid, surveydate, score, weightage) "
-        "select respondentid, questionid, surveyid, sdate, 1 + abs(random()) % 10, 1 + abs(random()) % 5"_s +
-        asked);
-    cnnMain->CommitTrans();
-}
 
 /// The best of 25 runs, in milliseconds.
 template <class Work> double timeOf(Work work) {

@@ -6,13 +6,17 @@ cd "$(dirname "$0")/.."
 
 tools/packages.sh build tests peers
 cmake --preset release -DGAUGEWELL_BENCH=ON >/dev/null
-benches=(bench_index bench_search bench_reading bench_start bench_surveyexport)
+benches=(bench_index bench_search bench_reading bench_start bench_surveyexport bench_server crowd)
 cmake --build --preset release --target "${benches[@]}"
 export QT_QPA_PLATFORM=offscreen
 for name in index search reading start; do
   echo "== $name =="
   "build/release/bench/bench_$name"
 done
+echo "== a file beside a server =="
+build/release/bench/bench_server
+echo "== ten programs at once, for a minute each =="
+build/release/tests/crowd
 echo "== export =="
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
