@@ -6,6 +6,7 @@
 #include "exchange/reading.h"
 #include "feedback/frmFeedBackObj.h"
 #include "platform/ado/datasources.h"
+#include "platform/forms/commondialog.h"
 #include "tests/support/certificates.h"
 #include "tests/support/enginestest.h"
 #include "tests/support/surveyfile.h"
@@ -149,7 +150,10 @@ protected:
         unread.clear();
         unread = readSurveyFiles({path(u"1.xls"_s), path(u"2.xls"_s), path(u"3.xls"_s)}).bad;
     }
-    static void exportSurvey() { press(frmNewSurvey::instance(), "cmdExport"); }
+    void exportSurvey() const {
+        QFile::remove(path(u"111.xls"_s));
+        press(frmNewSurvey::instance(), "cmdExport");
+    }
 
     /// Makes the fault happen at statements of the command until it survives; expects each time that it is
     /// told and that the store is as before or as after the whole command.
@@ -188,6 +192,7 @@ protected:
     inline static std::unique_ptr<PrivateServer> host;
     ado::Connection root;
     QStringList unread; ///< files that a reading has named
+    const Replaced<forms::saveFileHook> unnamed{[](const forms::CommonDialog&) { return QString(); }};
     Replaced<changedHook> mine{[](const ChangedRow&) { return Keep::Mine; }};
 };
 
@@ -254,12 +259,9 @@ TEST_F(ServerLossTest, anExportLeavesNoFileWithoutQuestions) {
                           .text(),
                       u"On time?"_s);
         }
-        QFile::remove(path(u"111.xls"_s));
     };
-    loseDuring(
-        exportSurvey, [this] { endConnection(); }, 2, complete);
-    loseDuring(
-        exportSurvey, [this] { killServer(); }, 15, complete);
+    loseDuring([this] { exportSurvey(); }, [this] { endConnection(); }, 2, complete);
+    loseDuring([this] { exportSurvey(); }, [this] { killServer(); }, 15, complete);
 }
 
 } // namespace

@@ -39,7 +39,8 @@ void MariaSession::close() {
     connection = nullptr;
 }
 
-void MariaSession::fail(int code, const QString& words) {
+void MariaSession::fail(int given, const QString& words) {
+    const int code = numberOf(given, words);
     const QString sentence = sentenceOf({.code = code,
                                          .words = words,
                                          .host = hostName,

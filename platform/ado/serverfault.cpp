@@ -144,6 +144,11 @@ bool isOfHost(int code) {
     }
 }
 
+int numberOf(int code, const QString& words) {
+    return code == ER_ERROR_DURING_COMMIT && words.contains(u"Primary Component") ? ER_UNKNOWN_COM_ERROR
+                                                                                  : code;
+}
+
 bool endsConnection(int code) {
     switch (code) {
     case CR_SERVER_GONE_ERROR:

@@ -26,6 +26,9 @@ bool isUnreachable(int code);
 /// A fault of this host, while another of its cluster may serve.
 bool isOfHost(int code);
 
+/// The number of the fault. A node that is cut off amid a transaction tells so in its words only.
+int numberOf(int code, const QString& words);
+
 /// An open connection is of no use after that fault.
 bool endsConnection(int code);
 
