@@ -6,7 +6,7 @@ set -euo pipefail
 build="g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools qt6-svg-dev libgl1-mesa-dev libsqlite3-dev libqcustomplot-dev pkg-config libzip-dev libmariadb-dev libssl-dev libsecret-1-dev"
 run="libqt6svg6 qt6-qpa-plugins fonts-dejavu-core xdg-utils"
 display="xvfb x11vnc openbox"
-tests="libgtest-dev libgmock-dev libqt6svg6 fonts-dejavu-core poppler-utils python3-xlrd python3-openpyxl python3-uno gnumeric libreoffice-calc-nogui xdg-utils mariadb-server-core mariadb-client-core galera-4"
+tests="libgtest-dev libgmock-dev libqt6svg6 fonts-dejavu-core poppler-utils python3-xlrd python3-openpyxl python3-uno gnumeric libreoffice-calc-nogui xdg-utils mariadb-server-core mariadb-client-core galera-4 openssl"
 slides="libreoffice-impress-nogui python3-pil" # for tools/makeslides.py only
 peers="python3-xlwt" # for tools/bench.sh only
 packaging="dpkg-dev file desktop-file-utils appstream xvfb openbox xdotool python3"
