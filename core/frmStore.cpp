@@ -11,6 +11,7 @@
 #include "core/store/openstore.h"
 #include "core/store/programsetting.h"
 #include "core/store/storecopy.h"
+#include "core/storechange.h"
 #include "core/storecheck.h"
 #include "core/storeupgrade.h"
 #include "platform/forms/msgbox.h"
@@ -36,18 +37,15 @@ void open(ado::Connection& store, const StoreAccess& access) {
     }
 }
 
-/// Uses a store from the next command on.
-void change(const StoreAccess& access) {
-    writeStoreChoice(access.choice);
-    useStore(access);
-    forgetBackup();
-    toOpenConnection();
-}
-
-int countCustomers(ado::Connection& store) {
-    return ado::Recordset(u"select count(*) as customers from customer"_s, store)["customers"]
-        .Value()
-        .toInt();
+/// Throws a Refusal for a server that cannot be asked.
+int countCustomers(ado::Connection& server) {
+    try {
+        return ado::Recordset(u"select count(*) as customers from customer"_s, server)["customers"]
+            .Value()
+            .toInt();
+    } catch (const Failure& failure) {
+        throw Refusal(failure.text());
+    }
 }
 
 /// The home directory's store, when a copy is to take its place, is copied to backup/ first.
@@ -60,7 +58,8 @@ void keepReplaced(const QString& path) {
 }
 
 [[noreturn]] void copyFailed(const Failure& failure) {
-    throw Refusal(u"Nothing has been copied. "_s + failure.text());
+    cnnMain->Errors().Clear(); // shown by this message
+    throw Refusal(u"The copy has failed. "_s + failure.text());
 }
 
 } // namespace
@@ -102,7 +101,8 @@ void frmStore::onLoad() {
     toCenterForm(*this);
     const StoreChoice& choice = storeInUse().choice;
     showChoice(choice);
-    ui->chkKeep->setChecked(choice.isServer() && !findKeptPassword(choice).isEmpty());
+    isKeptAsRead = choice.isServer() && !findKeptPassword(choice).isEmpty();
+    ui->chkKeep->setChecked(isKeptAsRead);
     // Without a connection the folder is not known and stays as it is.
     folderAsRead =
         cnnMain && cnnMain->State() == ado::StateOpen ? lookedUp(readSurveyFolderSetting) : QString();
@@ -151,7 +151,8 @@ StoreAccess frmStore::shownAccess() const {
 }
 
 bool frmStore::isAnother() const {
-    return shownChoice() != storeInUse().choice;
+    const StoreChoice& used = storeInUse().choice;
+    return ui->opnServer->isChecked() != used.isServer() || shownChoice() != used;
 }
 
 void frmStore::requireOnlyForm() const {
@@ -173,16 +174,17 @@ void frmStore::requireComplete() const {
 void frmStore::cmdOK_Click() {
     bool isDone = false;
     guardedUnconnected(u"Error : "_s, [&] {
-        if (!isAnother() && ui->txtPassword->text().isEmpty()) {
-            saveSurveyFolder();
-            isDone = true;
-        } else if (ui->opnServer->isChecked()) {
+        const bool isServer = ui->opnServer->isChecked();
+        if (isServer)
             requireComplete();
-            useServer(shownAccess());
+        if (!isAnother())
+            saveSurveyFolder();
+        if (isAnother() || (isServer && !ui->txtPassword->text().isEmpty()))
+            isDone = isServer ? useServer(shownAccess()) : useFile();
+        else
             isDone = true;
-        } else {
-            isDone = useFile();
-        }
+        if (isDone && isServer)
+            keepOrForgetPassword();
     });
     if (isDone)
         Unload();
@@ -201,37 +203,37 @@ void frmStore::saveSurveyFolder() {
     writeSurveyFolderSetting(folder);
 }
 
-void frmStore::useServer(const StoreAccess& access) {
+bool frmStore::useServer(const StoreAccess& access) {
     requireOnlyForm();
-    {
-        const Busy opening(*this);
-        ado::Connection trial;
-        open(trial, access);
-    }
+    const Busy opening(*this);
+    StoreChange change(access);
+    StoreChange::tryOut();
     strDatabasePath = serverCopiesPath();
-    change(access);
-    keepOrForgetPassword(access);
+    change.keep();
+    return true;
 }
 
 /// False when the file cannot be used; the store in use stays.
 bool frmStore::useFile() {
     requireOnlyForm();
-    const StoreAccess before = storeInUse();
-    const QString pathBefore = strDatabasePath;
-    useStore({});
-    if (!toCreateDSN(u"gwl"_s, strDatabasePath) || checkStore(strDatabasePath) == StoreState::Newer) {
-        strDatabasePath = pathBefore;
-        useStore(before);
+    StoreChange change({});
+    if (!toCreateDSN(u"gwl"_s, strDatabasePath) || checkStore(strDatabasePath) != StoreState::Good)
         return false;
-    }
     if (needsUpgrade())
         upgradeStore(strDatabasePath);
-    change({});
+    StoreChange::tryOut();
+    change.keep();
     return true;
 }
 
-void frmStore::keepOrForgetPassword(const StoreAccess& access) {
-    ui->chkKeep->isChecked() ? keepPassword(access) : forgetPassword(access.choice);
+/// A password that was taken from the keyring stays there unless the user has cleared the box.
+void frmStore::keepOrForgetPassword() {
+    const StoreAccess& access = storeInUse();
+    const bool isToBeKept = ui->chkKeep->isChecked();
+    if (isToBeKept && findKeptPassword(access.choice) != access.password)
+        keepPassword(access);
+    else if (!isToBeKept && (isKeptAsRead || !ui->txtPassword->text().isEmpty()))
+        forgetPassword(access.choice);
 }
 
 void frmStore::cmdMove_Click() {
@@ -243,6 +245,7 @@ void frmStore::cmdMove_Click() {
         if (!copyToServer(access))
             return;
         useServer(access);
+        keepOrForgetPassword();
         forms::msgBox(u"The server has as many rows as the file, table by table, and is in use from now on. "
                       "The file '"_s +
                           file + u"' stays as it is. Survey files are not moved.",
@@ -290,7 +293,6 @@ void frmStore::cmdCopy_Click() {
             isCopied =
                 copyStoreTo(*cnnMain, path, [&](const QString& table) { return progress.step(table); });
         } catch (const Failure& failure) {
-            cnnMain->Errors().Clear();
             copyFailed(failure);
         }
         if (isCopied)

@@ -36,10 +36,11 @@ private:
     void requireOnlyForm() const;
     void requireComplete() const;
     bool useFile();
-    void useServer(const StoreAccess& access);
+    bool useServer(const StoreAccess& access);
     bool copyToServer(const StoreAccess& access);
-    void keepOrForgetPassword(const StoreAccess& access);
+    void keepOrForgetPassword();
 
     std::unique_ptr<Ui::frmStore> ui;
     QString folderAsRead;
+    bool isKeptAsRead = false; ///< the password in use, by the desktop
 };

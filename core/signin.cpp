@@ -16,17 +16,16 @@ desktop::SecretKey keyOf(const StoreChoice& choice) {
     return {choice.server, choice.database, choice.user};
 }
 
-/// Why the server does not accept the password; empty when it does, or fails in another way.
-QString refusalOf(const StoreAccess& access) {
+/// Why the server does not accept the password; empty when it does, nothing when it cannot be asked.
+std::optional<QString> refusalOf(const StoreAccess& access) {
     ado::Connection store;
     store.ConnectionString = connectionText(access);
     try {
         store.Open();
     } catch (const Failure& failure) {
-        if (failure.number() == accessDenied)
-            return failure.text();
+        return failure.number() == accessDenied ? std::optional(failure.text()) : std::nullopt;
     }
-    return {};
+    return QString();
 }
 
 } // namespace
@@ -34,19 +33,19 @@ QString refusalOf(const StoreAccess& access) {
 void signIn(const StoreChoice& choice) {
     strDatabasePath = serverCopiesPath();
     StoreAccess access{choice, findKeptPassword(choice)};
-    QString refusal = access.password.isEmpty() ? QString() : refusalOf(access);
-    bool isToBeKept = false;
-    for (bool isAsked = access.password.isEmpty() || !refusal.isEmpty(); isAsked;
-         isAsked = !refusal.isEmpty()) {
-        const std::optional<EnteredPassword> entered = frmSignIn::ask(choice, refusal);
+    const auto isRefused = [](const std::optional<QString>& answer) { return answer && !answer->isEmpty(); };
+    std::optional<QString> refusal = access.password.isEmpty() ? QString() : refusalOf(access);
+    std::optional<EnteredPassword> entered;
+    for (bool isAsked = access.password.isEmpty() || isRefused(refusal); isAsked;
+         isAsked = isRefused(refusal)) {
+        entered = frmSignIn::ask(choice, refusal.value_or(QString()));
         if (!entered)
             break;
         access.password = entered->password;
-        isToBeKept = entered->isToBeKept;
         refusal = refusalOf(access);
     }
-    if (isToBeKept && refusal.isEmpty())
-        keepPassword(access);
+    if (entered && refusal) // accepted
+        entered->isToBeKept ? keepPassword(access) : forgetPassword(choice);
     useStore(access);
 }
 

@@ -112,6 +112,12 @@ TEST_F(StoreChoiceTest, aStoreMovesToTheServerAndBackIntoAFile) {
     EXPECT_EQ(frmStore::loaded(), nullptr);
     EXPECT_THROW(cnnMain->Execute(u"drop table customer"_s), Failure) << "an account changes rows only";
     addCustomer(u"Added there"_s);
+    for (const bool isKept : {true, false}) { // with the password in use
+        frmStore::instance().Show();
+        control<QAbstractButton>(frmStore::instance(), "chkKeep")->click();
+        press(frmStore::instance(), "cmdOK");
+        EXPECT_EQ(keyring.contains(u"tally"_s), isKept);
+    }
 
     enter(choiceOf(u"tally"_s), {}); // the password in use
     const QString copy = path(u"Tallywell.mdb"_s);
@@ -159,6 +165,7 @@ TEST_F(StoreChoiceTest, badInputSaysOneSentenceAndChangesNothing) {
         QString password;
         QString message;
     } cases[] = {
+        {{}, {}, u"Enter the server."_s},
         {with(&StoreChoice::server, u" "_s), password, u"Enter the server."_s},
         {with(&StoreChoice::user, {}), password, u"Enter the user."_s},
         {good, u"wrong"_s, u"The database server does not accept the user 'ann' or the password."_s},
@@ -188,6 +195,12 @@ TEST_F(StoreChoiceTest, badInputSaysOneSentenceAndChangesNothing) {
         }
     }
     enter(good, password);
+    QDir(home()).mkdir(u"store.ini"_s); // cannot be written
+    messages.expectCritical(u"'%1' cannot be written."_s.arg(path(u"store.ini"_s)));
+    press(frmStore::instance(), "cmdOK");
+    EXPECT_FALSE(storeInUse().choice.isServer());
+    EXPECT_EQ(strDatabasePath, path(u"Tallywell.mdb"_s));
+    QDir(home()).rmdir(u"store.ini"_s);
     frmCustomer::instance().Show();
     messages.expectCritical(u"Close the other windows first: they show rows of the store in use."_s);
     press(frmStore::instance(), "cmdOK");

@@ -19,7 +19,7 @@ for person in "$@"; do
 done
 [ -r "$sql" ] || fail "'$sql' cannot be read"
 
-ask() { "${client[@]}" --batch --skip-column-names --execute "$1"; }
+ask() { "${client[@]}" --batch --skip-column-names <<<"$1"; } # not in the list of processes
 
 if [ -z "$(ask "SHOW DATABASES LIKE '${database//_/\\_}'")" ]; then
   ask "CREATE DATABASE \`$database\` CHARACTER SET utf8mb4"
@@ -41,7 +41,8 @@ for person in "$@"; do
   account="'$name'@'$host'"
   protected="REQUIRE SSL"
   [ "$host" != localhost ] || protected="" # through a socket of the server's own computer
-  if [ "$(ask "SELECT COUNT(*) FROM mysql.user WHERE user='$name' AND host='$host'")" = 0 ]; then
+  known=$(ask "SELECT COUNT(*) FROM mysql.user WHERE user='$name' AND host='$host'")
+  if [ "$known" = 0 ]; then
     password=$(head -c 15 /dev/urandom | base64 | tr '+/' '-_')
     ask "CREATE USER $account IDENTIFIED BY '$password' $protected"
     echo "$person: the password is $password"

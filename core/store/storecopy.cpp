@@ -18,22 +18,30 @@ class Transactions {
 public:
     Transactions(ado::Connection& source, ado::Connection& target) : from(source), to(target) {
         from.BeginOwnTrans(); // reads one state of all tables
-        to.BeginTrans();
+        try {
+            to.BeginTrans();
+        } catch (const Failure&) {
+            end(from);
+            throw;
+        }
     }
     Transactions(const Transactions&) = delete;
     Transactions& operator=(const Transactions&) = delete;
     ~Transactions() {
-        for (ado::Connection* store : {&to, &from}) {
-            try {
-                store->RollbackTrans();
-            } catch (const Failure&) {
-                // The store has rolled back itself; the caller reports why.
-            }
-        }
+        end(to);
+        end(from);
     }
     void commit() { to.CommitTrans(); }
 
 private:
+    static void end(ado::Connection& store) {
+        try {
+            store.RollbackTrans();
+        } catch (const Failure&) {
+            // The store has rolled back itself; the caller reports why.
+        }
+    }
+
     ado::Connection& from;
     ado::Connection& to;
 };

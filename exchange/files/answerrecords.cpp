@@ -73,7 +73,7 @@ bool AnswerRecords::begin(const AnswerKeys& keys) {
 
 std::optional<AnswerState> AnswerRecords::replace(const AnswerKeys& keys, int weightage,
                                                   const QVariant& content) {
-    const std::optional<AnswerState> before =
+    std::optional<AnswerState> before =
         find(keys) ? std::optional(answerState(records, isScore)) : std::nullopt;
     begin(keys);
     records["weightage"] = weightage;

@@ -44,10 +44,35 @@ QString sentenceOfRight(const ServerFault& fault) {
            u"' of the database server.";
 }
 
+/// Empty for a fault of another kind.
+QString sentenceOfAccess(const ServerFault& fault) {
+    switch (fault.code) {
+    case ER_ACCESS_DENIED_ERROR:
+    case ER_ACCESS_DENIED_NO_PASSWORD_ERROR:
+        return u"The database server does not accept the user '%2' or the password."_s;
+    case ER_MUST_CHANGE_PASSWORD:
+    case ER_MUST_CHANGE_PASSWORD_LOGIN:
+        return u"The password of the user '%2' has expired on the database server."_s;
+    case ER_ACCOUNT_HAS_BEEN_LOCKED:
+        return u"The user '%2' is locked on the database server."_s;
+    case ER_DBACCESS_DENIED_ERROR:
+        return u"The user '%2' may not use the database '%3'."_s;
+    case ER_BAD_DB_ERROR:
+        return u"The database server has no database '%3'."_s;
+    case ER_TABLEACCESS_DENIED_ERROR:
+    case ER_COLUMNACCESS_DENIED_ERROR:
+    case ER_SPECIFIC_ACCESS_DENIED_ERROR:
+    case ER_PROCACCESS_DENIED_ERROR:
+        return sentenceOfRight(fault);
+    default:
+        return {};
+    }
+}
+
 QString sentenceOfLoss(const ServerFault& fault) {
-    const QString lost = fault.code == ER_UNKNOWN_COM_ERROR
-                             ? u"The database server '%1' is cut off from its cluster."_s
-                             : u"The connection to the database server is lost."_s;
+    QString lost = fault.code == ER_UNKNOWN_COM_ERROR
+                       ? u"The database server '%1' is cut off from its cluster."_s
+                       : u"The connection to the database server is lost."_s;
     if (fault.isConnecting)
         return lost;
     return lost + (fault.isUndone ? u" Nothing of this step has been saved. Try again."_s
@@ -79,23 +104,6 @@ QString sentence(const ServerFault& fault) {
     case ER_HOST_IS_BLOCKED:
     case ER_HOST_NOT_PRIVILEGED:
         return u"The database server '%1' does not accept this computer."_s;
-    case ER_ACCESS_DENIED_ERROR:
-    case ER_ACCESS_DENIED_NO_PASSWORD_ERROR:
-        return u"The database server does not accept the user '%2' or the password."_s;
-    case ER_MUST_CHANGE_PASSWORD:
-    case ER_MUST_CHANGE_PASSWORD_LOGIN:
-        return u"The password of the user '%2' has expired on the database server."_s;
-    case ER_ACCOUNT_HAS_BEEN_LOCKED:
-        return u"The user '%2' is locked on the database server."_s;
-    case ER_DBACCESS_DENIED_ERROR:
-        return u"The user '%2' may not use the database '%3'."_s;
-    case ER_BAD_DB_ERROR:
-        return u"The database server has no database '%3'."_s;
-    case ER_TABLEACCESS_DENIED_ERROR:
-    case ER_COLUMNACCESS_DENIED_ERROR:
-    case ER_SPECIFIC_ACCESS_DENIED_ERROR:
-    case ER_PROCACCESS_DENIED_ERROR:
-        return sentenceOfRight(fault);
     case ER_DISK_FULL:
     case ER_RECORD_FILE_FULL:
         return u"The disk of the database server is full. Nothing of this step has been saved."_s;
@@ -111,7 +119,7 @@ QString sentence(const ServerFault& fault) {
         return u"The step has been broken off on the database server. Try again."_s;
     default:
         if (!endsConnection(fault.code))
-            return {};
+            return sentenceOfAccess(fault);
         return fault.isConnecting && fault.code != ER_UNKNOWN_COM_ERROR ? sentenceOfReach(fault)
                                                                         : sentenceOfLoss(fault);
     }
