@@ -235,6 +235,7 @@ void AnswerGrid::save() {
                   [this](const QString& key, const ChangedRow& row) { settlement.require(key, row); });
     for (int row = 1; row < grid->Rows(); ++row)
         saveRow(row, stored);
+    cnnMain->UpdateBatch(); // what fails has not been saved, and is touched still
     if (settlement.leavesAny())
         showAnswers();
     else

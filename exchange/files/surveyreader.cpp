@@ -157,6 +157,22 @@ void SurveyReader::readFile(ReadFile file, const OpenedSurvey& opened) {
 
 void SurveyReader::storeRead() {
     const std::vector<ReadFile> files = std::exchange(waiting, {});
+    if (files.empty())
+        return;
+    try {
+        storeTogether(files);
+        cnnMain->UpdateBatch();
+    } catch (const std::exception&) {
+        // Of several, a server does not tell which of them has failed: their records wait for each other.
+        if (!failedAt || (!cnnMain->IsFile() && files.size() > 1)) {
+            failedAt.reset();
+            cnnMain->RollbackTrans();
+        }
+        throw;
+    }
+}
+
+void SurveyReader::storeTogether(const std::vector<ReadFile>& files) {
     QStringList titles;
     std::set<QString> respondentids;
     std::set<QDate> dates;
@@ -167,8 +183,6 @@ void SurveyReader::storeRead() {
             dates.insert(answer.keys.surveydate);
         }
     }
-    if (files.empty())
-        return;
     RegisterRows registeredRows(titles);
     scores.emplace(true, respondentids, dates);
     words.emplace(false, respondentids, dates);
@@ -184,16 +198,6 @@ void SurveyReader::storeRead() {
             failedAt = file.number;
             throw;
         }
-    }
-    sendOrRollBack();
-}
-
-void SurveyReader::sendOrRollBack() {
-    try {
-        cnnMain->UpdateBatch();
-    } catch (const Failure&) {
-        cnnMain->RollbackTrans();
-        throw;
     }
 }
 

@@ -68,12 +68,11 @@ private:
     void readNext(const ReturnedFile& file, qsizetype number, const OpenedSurvey& opened);
     /// Stores the files that were read since.
     void storeRead();
+    void storeTogether(const std::vector<ReadFile>& files);
     void store(const ReadFile& file, const QString& registered, const std::vector<LogRow>& rows);
     void writeAnswers(const std::vector<FileAnswer>& answers);
     void compareWithRegister(const ReadFile& file, const QString& registered,
                              const std::vector<LogRow>& rows);
-    /// Sends what waits; after a failure nothing of the transaction is kept, since the file is not known.
-    static void sendOrRollBack();
     std::optional<bool> questionType(const QString& questionid);
     std::exception_ptr withStop(const std::exception_ptr& failure) const;
     /// Keeps the findings of the transaction that was just committed.

@@ -137,15 +137,14 @@ void Connection::BeginOwnTrans() {
 }
 
 void Connection::CommitTrans() {
-    if (!open->isOpen()) // whoever has dropped the first failure must not take the step for saved
-        open->fail({number::objectClosed,
-                    u"The connection to the database is closed. Nothing of this step has been saved."_s});
     UpdateBatch();
     open->commit();
 }
 
 void Connection::UpdateBatch() {
-    open->requireOpen();
+    if (!open->isOpen()) // whoever has dropped the first failure must not take the step for saved
+        open->fail({number::objectClosed,
+                    u"The connection to the database is closed. Nothing of this step has been saved."_s});
     open->sendWaiting();
 }
 

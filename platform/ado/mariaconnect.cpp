@@ -62,6 +62,7 @@ void MariaSession::open(const ServerAddress& address) {
         try {
             openAt(host);
             late.removeAll(host);
+            errors().Clear(); // those of other hosts
             return;
         } catch (const Failure& failure) {
             if (!isOfHost(failure.number()) || hosts.size() == 1)
@@ -135,13 +136,20 @@ void MariaSession::connectTo(const QString& host) {
 /// that node goes to the next.
 void MariaSession::joinCluster() {
     isInCluster = false;
+    bool knowsReads = false;
     for (const QStringList& setting :
-         rowsOf(u"show variables where variable_name in ('wsrep_on', 'max_allowed_packet')"_s)) {
-        if (setting[0] == u"max_allowed_packet")
+         rowsOf(u"show variables where variable_name in ('wsrep_on', 'max_allowed_packet', "
+                "'innodb_snapshot_isolation')"_s)) {
+        if (setting[0] == u"innodb_snapshot_isolation")
+            knowsReads = true;
+        else if (setting[0] == u"max_allowed_packet")
             longest = setting[1].toULongLong();
         else
             isInCluster = setting[1] == u"ON";
     }
+    // A record that someone else has changed since the transaction read it is not overwritten.
+    if (knowsReads)
+        run(u"set session innodb_snapshot_isolation=1"_s);
     if (!isInCluster)
         return;
     if (rowsOf(u"show status where variable_name='wsrep_ready' and value='ON'"_s).isEmpty())

@@ -49,8 +49,10 @@ void MariaSession::fail(int given, const QString& words) {
                                          .isConnecting = isConnecting,
                                          .isInCluster = isInCluster,
                                          .isUndone = inTransaction && !isCommitting});
-    if (code == ER_LOCK_DEADLOCK || code == ER_CHECKREAD)
-        inTransaction = false; // the server has rolled it back
+    if (code == ER_LOCK_DEADLOCK || code == ER_CHECKREAD) { // the server has rolled it back
+        inTransaction = false;
+        waiting.drop();
+    }
     if (endsConnection(code))
         close();
     fail({code, sentence});

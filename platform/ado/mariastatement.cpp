@@ -141,6 +141,9 @@ void MariaStatement::runForEach(const std::vector<const QVariantList*>& rows) {
         arrays.emplace_back(rows, static_cast<qsizetype>(i));
     for (ValueArray& array : arrays)
         arrayBinds.push_back(array.bind());
+    session.requireTaken(
+        std::accumulate(arrays.begin(), arrays.end(), qulonglong{0},
+                        [](qulonglong bytes, const ValueArray& array) { return bytes + array.size(); }));
     const ArraySize together(handle, static_cast<unsigned>(rows.size()));
     if (mysql_stmt_bind_param(handle, arrayBinds.data()) || mysql_stmt_execute(handle))
         fail();

@@ -62,10 +62,7 @@ QString serverSettings() {
     return u"set session sql_mode='ANSI_QUOTES,PIPES_AS_CONCAT,NO_BACKSLASH_ESCAPES,STRICT_ALL_TABLES,"
            "NO_ENGINE_SUBSTITUTION', collation_connection='"_s +
            serverCollation +
-           u"', autocommit=1, innodb_lock_wait_timeout=2, lock_wait_timeout=2, join_cache_level=0"
-           // Since 10.11.8: a record that someone else has changed since the transaction read it is not
-           // overwritten.
-           "/*M!101108 , innodb_snapshot_isolation=1 */";
+           u"', autocommit=1, innodb_lock_wait_timeout=2, lock_wait_timeout=2, join_cache_level=0";
 }
 
 QList<ScriptStatement> scriptStatements(const QByteArray& script) {

@@ -43,6 +43,14 @@ void ValueArray::take(const QVariant& value) {
     }
 }
 
+qulonglong ValueArray::size() const {
+    constexpr qulonglong lengthOfText = 9;
+    qulonglong bytes = indicators.size() + 8 * (wholes.size() + reals.size());
+    for (const unsigned long length : lengths)
+        bytes += length + lengthOfText;
+    return bytes;
+}
+
 MYSQL_BIND ValueArray::bind() {
     MYSQL_BIND bound{};
     bound.buffer_type = type;

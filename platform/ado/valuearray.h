@@ -16,6 +16,8 @@ public:
     ValueArray(const std::vector<const QVariantList*>& rows, qsizetype parameter);
     /// Refers to this array.
     MYSQL_BIND bind();
+    /// Bytes of all values as they are sent, with their indicators.
+    qulonglong size() const;
 
 private:
     void take(const QVariant& value);

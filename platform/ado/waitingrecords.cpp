@@ -32,16 +32,24 @@ struct Group {
     std::vector<const QVariantList*> rows;
 };
 
+/// Whether two statements add records to one table, or are the same change of one.
+bool areOfOneTable(QStringView one, QStringView other) {
+    const qsizetype end = one.startsWith(u"insert") ? one.indexOf(u'(') : one.size();
+    return one.first(end) == other.first(std::min(end, other.size()));
+}
+
 /// In the order in which their first records were written. Each record is written once, so they may overtake
-/// each other.
+/// each other, except that new records of one table get their keys in order.
 std::vector<Group> groupsOf(const std::vector<RecordWrite>& records) {
     std::vector<Group> groups;
     for (const RecordWrite& record : records) {
-        auto group = std::find_if(groups.begin(), groups.end(),
-                                  [&record](const Group& known) { return known.sql == record.sql; });
-        if (group == groups.end())
-            group = groups.insert(group, {record.sql, record.mustMeet, {}});
-        group->rows.push_back(&record.values);
+        const auto last = std::find_if(groups.rbegin(), groups.rend(), [&record](const Group& known) {
+            return areOfOneTable(record.sql, known.sql);
+        });
+        if (last != groups.rend() && last->sql == record.sql)
+            last->rows.push_back(&record.values);
+        else
+            groups.push_back({record.sql, record.mustMeet, {&record.values}});
     }
     return groups;
 }
