@@ -103,6 +103,8 @@ int CheckedFilesModel::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant CheckedFilesModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid()) // copying asks for the current cell even if there is none
+        return {};
     const CheckedFile& shown = file(index.row());
     const int column = index.column();
     switch (role) {
