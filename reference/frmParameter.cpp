@@ -193,6 +193,8 @@ void frmParameter::toDeleteparameter() {
             // stored.
             grid->setRows(grid->Rows() - 1);
             grid->setRow(grid->Rows() - 1);
+            toRefreshQuestionDtls(); // the save may ask about it, over the form
+            parameters->editCurrent();
             cmdSaveParameter();
         }
         toRefreshPrameterDetails();
