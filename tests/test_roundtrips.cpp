@@ -130,13 +130,13 @@ TEST_F(RoundTripsTest, doNotGrowWithTheRows) {
         std::function<void()> run;
     } commands[] = {
         {"open customers", 2, [&] { reload(frmCustomer::instance()); }},
-        {"save customers", 7,
+        {"save customers", 8,
          [&] {
              change(frmCustomer::instance(), "grdCustomerDtls", 3);
              press(frmCustomer::instance(), "cmdSaveCustomer");
          }},
         {"open parameters", 2, [&] { reload(frmParameter::instance()); }},
-        {"save questions", 7,
+        {"save questions", 8,
          [&] {
              change(frmParameter::instance(), "grdQuestionDtls", 1, u"Question %1 (%2)"_s);
              press(frmParameter::instance(), "cmdSaveQuestion");
@@ -158,8 +158,8 @@ TEST_F(RoundTripsTest, doNotGrowWithTheRows) {
              change(frmFeedBackObj::instance(), "grdDtls", 2);
              frmFeedBackObj::instance().toSaveDtls();
          }},
-        {"read a file", 13, [&] { readFiles(1, rowsNow); }},
-        {"read files", 13, [&] { readFiles(rowsNow, 1); }},
+        {"read a file", 14, [&] { readFiles(1, rowsNow); }},
+        {"read files", 14, [&] { readFiles(rowsNow, 1); }},
         {"index", 20,
          [&] {
              reload(index());

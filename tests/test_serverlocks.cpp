@@ -33,6 +33,25 @@ TEST_F(ServerLocksTest, theWaitForALockIsShortAndTold) {
     other.CommitTrans();
 }
 
+TEST_F(ServerLocksTest, aTransactionWaitsForTheOneBeforeAndSeesWhatItWrote) {
+    for (ado::Connection* store : {&server, &other})
+        store->LockedFirst = u"setting"_s;
+    server.BeginTrans();
+    EXPECT_EQ(failureOf([&] { other.BeginTrans(); }),
+              u"The same records are being changed by someone else. Try again in a moment."_s);
+    EXPECT_FALSE(other.InTransaction());
+    other.BeginOwnTrans();
+    other.RollbackTrans();
+    server.Execute(u"insert into customer (custname) values ('a')"_s);
+    std::future<QStringList> seen = std::async(std::launch::async, [&] {
+        other.BeginTrans();
+        return rows(other, u"select custname from customer"_s);
+    });
+    EXPECT_EQ(seen.wait_for(std::chrono::milliseconds(100)), std::future_status::timeout);
+    server.CommitTrans();
+    EXPECT_EQ(seen.get(), QStringList(u"QString a"_s));
+}
+
 TEST_F(ServerLocksTest, aDeadlockEndsOneOfTwoTransactions) {
     server.Execute(u"insert into customer (custname) values ('a'), ('b')"_s);
     server.BeginTrans();

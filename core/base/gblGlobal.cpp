@@ -33,6 +33,7 @@ void toOpenConnection() {
     guardedUnconnected(u"Error :"_s, [] {
         cnnMain->ConnectionString = connectionText();
         cnnMain->OwnTables = workTables();
+        cnnMain->LockedFirst = u"setting"_s;
         openStore(*cnnMain);
     });
 }

@@ -129,6 +129,16 @@ void Connection::Execute(const QString& sql) {
 void Connection::BeginTrans() {
     open->requireOpen();
     open->begin(Writes::Store);
+    if (LockedFirst.isEmpty() || IsFile())
+        return;
+    try {
+        open->prepare({u"select 1 from "_s + quoted(LockedFirst) + u" for update", {}}).step();
+    } catch (const Failure&) {
+        const ErrorList reason = open->errors();
+        RollbackTrans();
+        open->errors() = reason;
+        throw;
+    }
 }
 
 void Connection::BeginOwnTrans() {

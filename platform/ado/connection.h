@@ -34,6 +34,11 @@ public:
     /// also in a store that can only be read.
     QStringList OwnTables;
 
+    /// On a server, the table whose only record a transaction locks first, so that those that change the
+    /// store follow one another as they do in a file: what one has looked up is still so when it writes.
+    /// Empty: transactions run side by side.
+    QString LockedFirst;
+
     /// Opens the file of the data source and checks the password, or connects to its server. A file that can
     /// only be read is opened for reading.
     void Open();
@@ -53,8 +58,8 @@ public:
     void Execute(const QString& sql);
 
     /// Transactions do not nest. In a file a transaction takes the write lock at its start, so that another
-    /// program's lock is met before anything is changed; a server locks the records that are written. One
-    /// that writes to own tables only takes no such lock.
+    /// program's lock is met before anything is changed; a server locks the record of LockedFirst, and then
+    /// those that are written. One that writes to own tables only takes no such lock.
     void BeginTrans();
     void BeginOwnTrans();
     void CommitTrans();
