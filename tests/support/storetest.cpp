@@ -136,6 +136,10 @@ void StoreTest::expectIdle() const {
     EXPECT_FALSE(cnnMain->InTransaction());
 }
 
+QString StoreTest::masterConnection() {
+    return ServerOfTests::host ? ServerOfTests::host->connection(u"tally"_s) : QString();
+}
+
 QStringList StoreTest::rows(const QString& sql) {
     ado::Recordset records(sql, *cnnMain);
     QStringList result;

@@ -114,6 +114,8 @@ protected:
     static void addScore(int respondentid, int questionid, int surveyid, const QDate& date,
                          const QVariant& weightage, const QVariant& score);
 
+    /// The connection string of everybody's master on the server of the tests, if they run on one.
+    static QString masterConnection();
     QString home() const { return directory.path(); }
     QString path(const QString& name) const { return directory.filePath(name); }
     /// Copies a file of home/, such as a layout, into the test's home.

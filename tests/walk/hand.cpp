@@ -21,16 +21,18 @@ using namespace Qt::StringLiterals;
 namespace walk {
 namespace {
 
+/// The active form, a dialog or the main window.
+QWidget* activeWindow(QWidget* on) {
+    if (on != &MDIMain::instance())
+        return on;
+    const QMdiSubWindow* active = on->findChild<QMdiArea*>()->activeSubWindow();
+    return active && active->widget() ? active->widget() : on;
+}
+
 /// The visible controls of the active window, repeated by weight.
 QWidgetList aims(QWidget* on) {
-    QWidget* window = on;
-    if (on == &MDIMain::instance()) {
-        const QMdiSubWindow* active = on->findChild<QMdiArea*>()->activeSubWindow();
-        if (active && active->widget())
-            window = active->widget();
-    }
     QWidgetList result;
-    for (QWidget* widget : window->findChildren<QWidget*>()) {
+    for (QWidget* widget : activeWindow(on)->findChildren<QWidget*>()) {
         const bool aim = qobject_cast<QAbstractButton*>(widget) || qobject_cast<QAbstractItemView*>(widget) ||
                          qobject_cast<QComboBox*>(widget) || qobject_cast<QLineEdit*>(widget);
         if (!aim || !widget->isVisible() || !widget->isEnabled())
@@ -162,6 +164,28 @@ void Walker::press() {
         (qobject_cast<QLineEdit*>(target) || qobject_cast<forms::MSHFlexGrid*>(target)))
         oracle.noteCommand(u"Enter"_s);
     QTest::keyClick(target, key, held);
+}
+
+/// Types a letter into one of the texts and saves, as programs that share a store seldom meet by chance.
+void Walker::typeAndSave() {
+    QWidgetList boxes;
+    QWidgetList buttons;
+    for (QWidget* widget : activeWindow(eventTarget())->findChildren<QWidget*>()) {
+        if (widget->isVisible() && widget->isEnabled() && qobject_cast<QLineEdit*>(widget))
+            boxes << widget;
+        else if (widget->isVisible() && widget->isEnabled() && widget->objectName().startsWith(u"cmdSave"))
+            buttons << widget;
+    }
+    if (boxes.isEmpty() || buttons.isEmpty())
+        return;
+    QWidget* box = anyOf(boxes);
+    QWidget* button = anyOf(buttons);
+    note(u"types into %1 and clicks %2"_s.arg(nameOf(box), nameOf(button)));
+    box->setFocus();
+    const QString letter = anyOf(QStringList{u"e"_s, u"5"_s});
+    QTest::sendKeyEvent(QTest::Click, box, Qt::Key_unknown, letter, Qt::NoModifier);
+    oracle.begin(button);
+    QTest::mouseClick(button, Qt::LeftButton);
 }
 
 void Walker::paste() {

@@ -21,6 +21,7 @@ struct OwnedTable {
     QStringList writers;  ///< forms whose commands may write it
     QList<int> owners;    ///< indexes of owner fields: neither empty nor 0
     QList<int> kept = {}; ///< indexes of fields that never change
+    QList<int> once = {}; ///< indexes of fields that no two rows have in common
 };
 
 const std::map<QString, OwnedTable> ownedTables{
@@ -28,17 +29,20 @@ const std::map<QString, OwnedTable> ownedTables{
     {u"respondent"_s, {{u"frmCustomer"_s}, {1}, {1}}},
     {u"parameter"_s, {{u"frmParameter"_s}, {}}},
     {u"questions"_s, {{u"frmParameter"_s}, {3}, {3}}},
-    {u"survey"_s, {{u"frmNewSurvey"_s, u"frmEditExistingSurvey"_s, u"frmPasteSurvey"_s}, {2}, {1, 2}}},
+    {u"survey"_s,
+     {{u"frmNewSurvey"_s, u"frmEditExistingSurvey"_s, u"frmPasteSurvey"_s}, {2}, {1, 2}, {1, 2}}},
     {u"responquesindex"_s, {{u"frmNewSurvey"_s, u"frmEditExistingSurvey"_s, u"frmPasteSurvey"_s}, {0, 1, 2}}},
     {u"feedbackobjective"_s,
      {{u"frmFeedBackObj"_s, u"frmReading"_s, u"frmReadingRuns"_s, u"frmCheckFiles"_s,
        u"frmEditExistingSurvey"_s},
       {1, 2, 3},
+      {1, 2, 4},
       {1, 2, 4}}},
     {u"feedbackdescriptive"_s,
      {{u"frmFeedBackObj"_s, u"frmReading"_s, u"frmReadingRuns"_s, u"frmCheckFiles"_s,
        u"frmEditExistingSurvey"_s},
       {1, 2, 3},
+      {1, 2, 4},
       {1, 2, 4}}},
     {u"actionplan"_s, {{u"frmImprovementPlan"_s}, {1}, {1}}},
     {u"log"_s,
@@ -54,7 +58,7 @@ const std::map<QString, OwnedTable> ownedTables{
 
 } // namespace
 
-Oracle::Oracle() {
+Oracle::Oracle(bool shared) : isShared(shared) {
     store.ConnectionString = connectionText();
     store.Open();
     rows = readStore();
@@ -77,7 +81,7 @@ void Oracle::watch(forms::Form& form) {
         QObject::connect(control, signal, &hooks, [this, control] { noteCommand(control->objectName()); });
     };
     for (auto* button : form.findChildren<QAbstractButton*>())
-        onCommand(button, &QAbstractButton::clicked);
+        onCommand(button, &QAbstractButton::pressed); // before the form's procedure, which may open a dialog
     for (auto* grid : form.findChildren<MSHFlexGrid*>())
         onCommand(grid, &MSHFlexGrid::DblClick);
     for (auto* tree : form.findChildren<TreeView*>()) {
@@ -115,35 +119,39 @@ void Oracle::begin(const QWidget* target) {
     }
     if (form && form->objectName() == u"frmChangedMeanwhile")
         return; // its answer ends the command of the form behind it
-    owner = ownerOf(form);
+    owner = ownerOf(form, Names::Ever);
     messageShown = false;
     entered = form ? newRowsOf(*form) : QStringList();
 }
 
-QSet<QString> Oracle::idsOf(const QString& table, int nameField, const QString& name,
+QSet<QString> Oracle::idsOf(const QString& table, int nameField, const QString& name, Names names,
                             const QSet<QString>& customers) const {
     QSet<QString> ids;
-    for (auto it = rows.lower_bound(table + u'|'); it != rows.end() && it->first.startsWith(table + u'|');
-         ++it) {
-        const QStringList& fields = it->second;
+    const auto look = [&](const QStringList& fields) {
         const bool ofCustomer = customers.isEmpty() || customers.contains(fields.value(1));
         if (ofCustomer && fields.value(nameField).compare(name, Qt::CaseInsensitive) == 0)
             ids << fields.value(0);
-    }
+    };
+    for (auto it = rows.lower_bound(table + u'|'); it != rows.end() && it->first.startsWith(table + u'|');
+         ++it)
+        look(it->second);
+    const auto [first, last] = former.equal_range(table);
+    for (auto it = first; names == Names::Ever && it != last; ++it)
+        look(it->second);
     return ids;
 }
 
-Owner Oracle::ownerOf(const QWidget* form) const {
+Owner Oracle::ownerOf(const QWidget* form, Names names) const {
     constexpr int customerName = 1, respondentName = 2; // fields of their tables
     Owner result;
     if (!form)
         return result;
     result.form = form->objectName();
     const auto survey = [&](const char* customer, const char* respondent) {
-        result.customers = idsOf(u"customer"_s, customerName, textOf(*form, customer));
+        result.customers = idsOf(u"customer"_s, customerName, textOf(*form, customer), names);
         if (!result.customers.isEmpty())
             result.respondents =
-                idsOf(u"respondent"_s, respondentName, textOf(*form, respondent), result.customers);
+                idsOf(u"respondent"_s, respondentName, textOf(*form, respondent), names, result.customers);
     };
     if (result.form == u"frmCustomer")
         result.customers << currentCell(*form, "grdCustomerDtls", 5);
@@ -159,13 +167,16 @@ Owner Oracle::ownerOf(const QWidget* form) const {
         survey("cmbCustomer", "lstRespondent");
     else if (result.form == u"frmImprovementPlan") {
         for (const QListWidgetItem* item : child<forms::ListBox>(*form, "lstCusName")->selectedItems())
-            result.customers += idsOf(u"customer"_s, customerName, item->text());
+            result.customers += idsOf(u"customer"_s, customerName, item->text(), names);
     }
     return result;
 }
 
 Oracle::Rows Oracle::readStore() {
     Rows result;
+    store.BeginOwnTrans(); // all tables at one moment
+    if (isShared)
+        writers.read(store);
     for (const auto& [table, rules] : ownedTables) {
         ado::Recordset records(
             u"select [%1] as walkid, %2.* from %2"_s.arg(store.session()->keyOf(table), table), store);
@@ -176,7 +187,19 @@ Oracle::Rows Oracle::readStore() {
             result[table + u'|' + records.FieldAt(0).Text()] = fields;
         }
     }
+    store.RollbackTrans();
     return result;
+}
+
+/// Forms may show what someone else has changed as it was.
+void Oracle::leaveOut(const Rows& now) {
+    for (const auto& [row, fields] : rows) {
+        const auto found = now.find(row);
+        if (writers.isOthers(row) && (found == now.end() || found->second != fields))
+            former.emplace(row.section(u'|', 0, 0), fields);
+    }
+    if (writers.hasOthers())
+        noteLock();
 }
 
 /// A server does not say when its data have changed.
@@ -192,7 +215,10 @@ QString Oracle::fault(bool isIdle) {
     watchForms();
     if (mayHaveChanged()) {
         const Rows content = readStore();
-        const QString found = faultOfStore(content);
+        QString found = faultOfStore(content);
+        if (found.isEmpty())
+            found = faultOfTwins(content);
+        leaveOut(content);
         rows = content;
         if (!found.isEmpty())
             return found;
@@ -211,7 +237,7 @@ QString Oracle::faultOfStore(const Rows& now) const {
         for (const auto& [key, row] : *content) {
             const auto found = other.find(key);
             const bool stays = found != other.end();
-            if (stays && found->second == row)
+            if ((stays && found->second == row) || writers.isOthers(key))
                 continue;
             const QString table = key.section(u'|', 0, 0);
             QString fault = faultOfChange(table, row, now);
@@ -230,6 +256,21 @@ QString Oracle::faultOfStore(const Rows& now) const {
     return {};
 }
 
+/// Two programs may add the same row at once, so it is the last one's fault.
+QString Oracle::faultOfTwins(const Rows& now) {
+    QSet<QString> known;
+    for (const auto& [key, row] : now) {
+        const QString table = key.section(u'|', 0, 0);
+        QStringList fields{table};
+        for (const int field : ownedTables.at(table).once)
+            fields << row.value(field);
+        if (fields.size() > 1 && known.contains(fields.join(u'|')))
+            return u"twice: "_s + fields.join(u'|');
+        known << fields.join(u'|');
+    }
+    return {};
+}
+
 /// Whether a reading that has just been undone had a file of the answer's respondent and date.
 bool Oracle::isOfUndoneReading(const QStringList& answer, const Rows& now) const {
     return std::any_of(now.begin(), now.end(), [&](const auto& entry) {
@@ -237,7 +278,8 @@ bool Oracle::isOfUndoneReading(const QStringList& answer, const Rows& now) const
         if (!entry.first.startsWith(u"readingfile|") || file[4] != answer[1] || file[6] != answer[4])
             return false;
         const QString reading = u"reading|"_s + file[1];
-        return !now.at(reading)[3].isEmpty() && rows.at(reading)[3].isEmpty();
+        const auto before = rows.find(reading);
+        return before != rows.end() && before->second[3].isEmpty() && !now.at(reading)[3].isEmpty();
     });
 }
 

@@ -3,6 +3,7 @@
 
 #include "platform/forms/form.h"
 #include "tests/support/storetest.h"
+#include "tests/walk/writers.h"
 
 #include <QPointer>
 #include <QSet>
@@ -31,10 +32,12 @@ struct Owner {
 };
 
 /// Checks the program after each event. It reads the store through its own connection and the controls of the
-/// forms, and calls no procedure of the program.
+/// forms, and calls no procedure of the program. What another program has written is left to that one's
+/// oracle.
 class Oracle {
 public:
-    Oracle();
+    /// Shared: another program writes the store too, and the server records who writes.
+    explicit Oracle(bool isShared);
     /// The tables that it reads.
     static QStringList tables();
 
@@ -56,12 +59,16 @@ private:
 
     void watchForms();
     void watch(forms::Form& form);
-    Owner ownerOf(const QWidget* form) const;
-    QSet<QString> idsOf(const QString& table, int nameField, const QString& name,
+    /// Names: those that are stored, or also those that someone else has changed since.
+    enum class Names { Stored, Ever };
+    Owner ownerOf(const QWidget* form, Names names) const;
+    QSet<QString> idsOf(const QString& table, int nameField, const QString& name, Names names,
                         const QSet<QString>& customers = {}) const;
     Rows readStore();
     bool mayHaveChanged();
+    void leaveOut(const Rows& now);
     QString faultOfStore(const Rows& now) const;
+    static QString faultOfTwins(const Rows& now);
     bool isOfUndoneReading(const QStringList& answer, const Rows& now) const;
     QString faultOfChange(const QString& table, const QStringList& row, const Rows& now) const;
     QString faultOfForms() const;
@@ -74,9 +81,12 @@ private:
     QString faultOfPairedGrids(const QWidget& form, const char* upper, int upperKey, const char* lower,
                                int lowerKey, const QString& table) const;
 
+    const bool isShared;
     ado::Connection store;
     QString version; // of the file's data
+    Writers writers;
     Rows rows;
+    std::multimap<QString, QStringList> former; // fields by table, before someone else changed them
     Owner owner;
     QStringList commands;
     QSet<QString> maybeUnread; // editors

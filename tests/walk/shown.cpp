@@ -73,7 +73,8 @@ QStringList Oracle::newRowsOf(const QWidget& form) {
 
 /// A save without a message must have stored every new row.
 QString Oracle::faultOfNewRows() const {
-    if (messageShown || !commands.contains(u"cmdSaveRespondent") || owner.customers.contains(QString()))
+    if (messageShown || writers.hasOthers() || !commands.contains(u"cmdSaveRespondent") ||
+        owner.customers.contains(QString()))
         return {};
     for (const QString& texts : entered) {
         const bool isStored = std::any_of(rows.begin(), rows.end(), [&](const auto& entry) {
@@ -130,7 +131,7 @@ QString Oracle::faultOfActiveForm() {
     const QWidget* form = active ? active->widget() : nullptr;
     if (!form)
         return {};
-    const Owner shown = ownerOf(form);
+    const Owner shown = ownerOf(form, Names::Stored);
     if (shown.form == u"frmNewSurvey")
         return faultOfQuestionnaire(*form, shown, textOf(*form, "lblSurveyDate"));
     if (shown.form == u"frmEditExistingSurvey")
@@ -164,10 +165,10 @@ QString Oracle::faultOfQuestionnaire(const QWidget& form, const Owner& shown, co
     onShow.sort();
     stored.sort();
     const QString which = date + shown.respondents.values().join(u'|');
-    if (onShow == stored) {
+    if (onShow == stored)
         maybeUnread.remove(shown.form);
+    if (onShow == stored || writers.hasOthers())
         lastRead[shown.form] = which;
-    }
     const bool isAsItWas =
         maybeUnread.contains(shown.form) && (onShow.isEmpty() || which == lastRead[shown.form]);
     if (onShow == stored || isAsItWas || shown.respondents.size() != 1)
@@ -181,11 +182,12 @@ QString Oracle::faultOfActions(const QWidget& form, const Owner& shown) const {
     if (shown.customers.size() != 1 || child<forms::ListBox>(form, "lstCusName")->SelCount() != 1)
         return {};
     for (int row = 0; row < list->ListCount(); ++row) {
-        const bool stored = std::any_of(rows.begin(), rows.end(), [&](const auto& entry) {
-            return entry.first.startsWith(u"actionplan|") && shown.customers.contains(entry.second[1]) &&
+        const auto isListed = [&](const auto& entry) {
+            return entry.first.startsWith(u"actionplan") && shown.customers.contains(entry.second[1]) &&
                    entry.second[2] == list->Text(row, 1);
-        });
-        if (!stored)
+        };
+        if (std::none_of(rows.begin(), rows.end(), isListed) &&
+            std::none_of(former.begin(), former.end(), isListed))
             return u"frmImprovementPlan lists an action of %1 that the chosen customer does not have"_s.arg(
                 list->Text(row, 1));
     }

@@ -33,7 +33,8 @@ QString nameOf(const QWidget* widget) {
     return QLatin1StringView(widget->metaObject()->className()) + name;
 }
 
-Walker::Walker(int withSeed) : seed(withSeed), random(static_cast<unsigned>(withSeed)) {
+Walker::Walker(int withSeed, bool shared)
+    : seed(withSeed), isShared(shared), random(static_cast<unsigned>(withSeed)), oracle(shared) {
     QApplication::setKeyboardInputInterval(-1); // each letter typed in a list starts a new search
 }
 
@@ -111,6 +112,8 @@ void Walker::step() {
     }
     if (fault.isEmpty())
         fault = oracle.fault(depth == 0 && !QApplication::activePopupWidget());
+    if (!fault.isEmpty() && depth > 0)
+        note(u"still in "_s + nameOf(eventTarget()));
     if (left-- <= 0 || !fault.isEmpty()) {
         while (QWidget* popup = QApplication::activePopupWidget())
             popup->close();
@@ -140,15 +143,12 @@ void Walker::perform() {
         return;
     }
     reconnect();
-    OtherProgram::endWaiting();
-    if (oneIn(40)) {
-        const QString table = cnnMain->IsFile() || oneIn(2) ? QString() : anyOf(Oracle::tables());
-        note(u"locked: "_s + (table.isEmpty() ? u"the store"_s : table));
-        table.isEmpty() ? blocker.lock() : blocker.lockRows(table);
-        locked = true;
-    }
+    if (!isShared)
+        lockSometimes();
     const int kind = below(100);
-    if (kind < 6)
+    if (isShared && oneIn(8))
+        typeAndSave();
+    else if (kind < 6)
         openSomething();
     else if (kind < 52)
         point();
@@ -156,6 +156,16 @@ void Walker::perform() {
         press();
     else
         paste();
+}
+
+void Walker::lockSometimes() {
+    OtherProgram::endWaiting();
+    if (!oneIn(40))
+        return;
+    const QString table = cnnMain->IsFile() || oneIn(2) ? QString() : anyOf(Oracle::tables());
+    note(u"locked: "_s + (table.isEmpty() ? u"the store"_s : table));
+    table.isEmpty() ? blocker.lock() : blocker.lockRows(table);
+    locked = true;
 }
 
 void Walker::openSomething() {

@@ -19,10 +19,11 @@ namespace walk {
 QWidget* eventTarget();
 QString nameOf(const QWidget* widget);
 
-/// Drives the running program by random mouse and key events. The same seed gives the same walk.
+/// Drives the running program by random mouse and key events. The same seed gives the same walk, unless
+/// another program shares the store.
 class Walker {
 public:
-    explicit Walker(int seed);
+    explicit Walker(int seed, bool isShared = false);
 
     /// Runs that many events or stops at the first fault. Returns the fault with seed, step and last events;
     /// empty if none.
@@ -31,12 +32,14 @@ public:
 private:
     void step();
     void perform();
+    void lockSometimes();
     void openSomething();
     void point();
     static void doubleClick(QWidget* target, Qt::MouseButton button, Qt::KeyboardModifiers held,
                             const QPoint& at);
     void drag(QWidget* target, const QPoint& from, Qt::KeyboardModifiers held);
     void press();
+    void typeAndSave();
     void paste();
     forms::Answer answer(const forms::Message& message);
     QString chooseFile(const forms::CommonDialog& dialog);
@@ -51,6 +54,7 @@ private:
     Qt::KeyboardModifiers anyModifiers();
 
     const int seed;
+    const bool isShared;
     std::mt19937 random;
     Oracle oracle;
     OtherProgram blocker; // locks the store for one event
