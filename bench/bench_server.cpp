@@ -10,6 +10,7 @@
 #include "core/base/backup.h"
 #include "core/base/gblGlobal.h"
 #include "core/store/storecopy.h"
+#include "exchange/files/readingundo.h"
 #include "exchange/reading.h"
 #include "feedback/frmFeedBackObj.h"
 #include "platform/ado/datasources.h"
@@ -178,6 +179,10 @@ void measureReading(const Measurement& measurement, const std::vector<ReturnedFi
     measurement.of("reading 500 files, new answers", 3, read, forget);
     read();
     measurement.of("reading 500 files, replacing", 3, read);
+    measurement.of("undoing that", 3, [] {
+        ado::Recordset last(u"select max(readingid) as latest from reading where undone is null"_s, *cnnMain);
+        undoReading(last["latest"].Value().toInt(), QDateTime::currentDateTime());
+    });
     forget();
 }
 

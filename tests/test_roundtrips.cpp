@@ -2,6 +2,7 @@
 // How often a command waits for a server: as often for ten times as many rows.
 #include "analysis/frmPerformanceMatrix.h"
 #include "analysis/frmSatisfactionIndex.h"
+#include "exchange/files/readingundo.h"
 #include "exchange/reading.h"
 #include "feedback/frmFeedBackObj.h"
 #include "platform/ado/datasources.h"
@@ -160,6 +161,11 @@ TEST_F(RoundTripsTest, doNotGrowWithTheRows) {
          }},
         {"read a file", 14, [&] { readFiles(1, rowsNow); }},
         {"read files", 14, [&] { readFiles(rowsNow, 1); }},
+        {"undo a reading", 18,
+         [&] {
+             undoReading(value(u"select max(readingid) from reading where undone is null"_s).toInt(),
+                         QDateTime(day, {12, 0}));
+         }},
         {"index", 20,
          [&] {
              reload(index());

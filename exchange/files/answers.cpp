@@ -13,13 +13,6 @@ std::map<QString, bool> readQuestionTypes() {
     return types;
 }
 
-QString selectAnswer(const AnswerKeys& keys, bool isScore) {
-    return (isScore ? u"select * from feedbackobjective where questionid="_s
-                    : u"select * from feedbackdescriptive where questionid="_s) +
-           keys.questionid + u" and respondentid=" + keys.respondentid + u" and surveydate=#" +
-           toSqlDate(keys.surveydate) + u"#";
-}
-
 AnswerState answerState(ado::Recordset& answer, bool isScore) {
     return {answer["surveyid"].Value(), answer["weightage"].Value(),
             answer[isScore ? "score" : "Description"].Value()};

@@ -33,7 +33,5 @@ struct AnswerState {
 /// Whether each question of the catalogue asks for a score, by its id.
 std::map<QString, bool> readQuestionTypes();
 
-/// The select of the stored answer to a Score or to a Descriptive question.
-QString selectAnswer(const AnswerKeys& keys, bool isScore);
 /// The state of the answer that the recordset stands on.
 AnswerState answerState(ado::Recordset& answer, bool isScore);

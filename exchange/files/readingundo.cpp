@@ -3,7 +3,9 @@
 
 #include "core/store/refusal.h"
 #include "core/store/store.h"
+#include "core/store/textlookup.h"
 #include "core/store/transaction.h"
+#include "exchange/files/answerrecords.h"
 #include "exchange/files/surveylog.h"
 
 #include <algorithm>
@@ -55,21 +57,53 @@ void requireUndoable(int readingid) {
         throw Refusal(u"This reading cannot be undone: what was stored before it has been thinned out."_s);
 }
 
+const QString laterReadings =
+    u"readingid>%1 and readingid in (select readingid from reading where undone is null)"_s;
+
+std::set<QString> respondentsOf(const std::vector<File>& files) {
+    std::set<QString> ids;
+    for (const File& file : files)
+        ids.insert(QString::number(file.respondentid));
+    return ids;
+}
+
+std::set<QDate> datesOf(const std::vector<File>& files) {
+    std::set<QDate> dates;
+    for (const File& file : files) {
+        if (file.surveydate.isValid())
+            dates.insert(file.surveydate);
+    }
+    return dates;
+}
+
+/// The names whose mark was set by the reading.
+QStringList namesToUnmark(const std::vector<File>& files) {
+    QStringList names;
+    for (const File& file : files) {
+        if (!file.registered.isEmpty() && !file.statusBefore)
+            names << file.registered;
+    }
+    return names;
+}
+
 class Planner {
 public:
-    explicit Planner(int readingid) { plan.readingid = readingid; }
-
-    void add(const File& file) {
-        if (file.surveydate.isValid()) {
-            const std::vector<int> later = laterFiles(file);
-            for (auto change = file.changes.rbegin(); change != file.changes.rend(); ++change)
-                add(file, *change, later);
-        }
-        if (!file.registered.isEmpty() && !file.statusBefore)
-            addToRegister(file);
+    Planner(int readingid, const std::vector<File>& undone)
+        : files(undone), scores(true, respondentsOf(undone), datesOf(undone)),
+          words(false, respondentsOf(undone), datesOf(undone)), registered(namesToUnmark(undone)),
+          laterMarks(u"readingfile"_s, {"registered"},
+                     laterReadings.arg(readingid) + u" order by readingfileid", "readingfileid") {
+        plan.readingid = readingid;
+        readLaterFiles();
+        std::vector<QStringList> names;
+        for (const QString& name : namesToUnmark(files))
+            names.push_back({name});
+        laterMarks.readAll(names);
     }
 
     ReadingUndo result() {
+        for (const File& file : files)
+            add(file);
         for (const auto& [key, states] : answers) {
             if (states.planned != states.stored)
                 plan.changed[key] = states.planned;
@@ -78,29 +112,44 @@ public:
     }
 
 private:
+    using Questionnaire = std::pair<int, QDate>; // respondent
     struct Answer {
         State stored;
         State planned;
     };
 
-    /// The files of later readings with answers of the same questionnaire, oldest first; their changes are
-    /// loaded.
-    std::vector<int> laterFiles(const File& file) {
-        std::vector<int> ids;
-        ado::Recordset records(
-            u"select * from readingfile where respondentid="_s + QString::number(file.respondentid) +
-                u" and surveydate=#" + toSqlDate(file.surveydate) + u"# and readingid>" +
-                QString::number(plan.readingid) +
-                u" and readingid in (select readingid from reading where undone is null) order by "
-                u"readingfileid",
-            *cnnMain);
+    /// The files of later readings with answers of the same questionnaires, oldest first.
+    void readLaterFiles() {
+        std::set<Questionnaire> undone;
+        for (const File& file : files)
+            undone.insert({file.respondentid, file.surveydate});
+        const std::set<QString> respondents = respondentsOf(files);
+        if (respondents.empty())
+            return;
+        ado::Recordset records(u"select * from readingfile where "_s + laterReadings.arg(plan.readingid) +
+                                   u" and respondentid in (" +
+                                   QStringList(respondents.begin(), respondents.end()).join(u',') +
+                                   u") order by readingfileid",
+                               *cnnMain);
         for (; !records.Eof(); records.MoveNext()) {
+            const Questionnaire of{records["respondentid"].Value().toInt(),
+                                   records["surveydate"].Value().toDate()};
+            if (!undone.contains(of))
+                continue;
             const int id = records["readingfileid"].Value().toInt();
-            ids.push_back(id);
-            if (!plan.later.contains(id))
-                plan.later[id].changes = changesFromJson(records["answers"].Text());
+            laterFiles[of].push_back(id);
+            plan.later[id].changes = changesFromJson(records["answers"].Text());
         }
-        return ids;
+    }
+
+    void add(const File& file) {
+        if (file.surveydate.isValid()) {
+            const std::vector<int>& later = laterFiles[Questionnaire(file.respondentid, file.surveydate)];
+            for (auto change = file.changes.rbegin(); change != file.changes.rend(); ++change)
+                add(file, *change, later);
+        }
+        if (!file.registered.isEmpty() && !file.statusBefore)
+            addToRegister(file);
     }
 
     void add(const File& file, const AnswerChange& change, const std::vector<int>& later) {
@@ -137,60 +186,95 @@ private:
         const auto found = answers.find(key);
         if (found != answers.end())
             return found->second;
-        ado::Recordset stored(selectAnswer(keysOf(key), key.isScore), *cnnMain);
-        const State state = stored.Eof() ? State() : answerState(stored, key.isScore);
+        AnswerRecords& stored = key.isScore ? scores : words;
+        const State state = stored.find(keysOf(key)) ? answerState(stored.answer(), key.isScore) : State();
         return answers.emplace(key, Answer{state, state}).first->second;
     }
 
     void addToRegister(const File& file) {
-        ado::Recordset later(u"select * from readingfile where registered='"_s + file.registered +
-                                 u"' and readingid>" + QString::number(plan.readingid) +
-                                 u" and readingid in (select readingid from reading where undone is null) "
-                                 u"order by readingfileid",
-                             *cnnMain);
-        if (!later.Eof())
-            plan.statusBefore[later["readingfileid"].Value().toInt()] = false;
-        else if (!plan.toBeReadAgain.contains(file.registered) && isMarkedReadIn(file.registered))
+        const QString later = laterMarks.find({file.registered});
+        if (!later.isEmpty())
+            plan.statusBefore[later.toInt()] = false;
+        else if (!plan.toBeReadAgain.contains(file.registered) && registered.isMarked(file.registered))
             plan.toBeReadAgain << file.registered;
     }
 
+    const std::vector<File>& files;
     ReadingUndo plan;
+    AnswerRecords scores;
+    AnswerRecords words;
+    RegisterRows registered;
+    TextLookup laterMarks;
+    std::map<Questionnaire, std::vector<int>> laterFiles; ///< readingfileid
     std::map<Key, Answer> answers;
 };
 
-void writeAnswer(const Key& key, const State& state) {
-    ado::Recordset answer(selectAnswer(keysOf(key), key.isScore), *cnnMain, Lock::Optimistic);
-    if (!state) {
-        cnnMain->Execute(key.isScore ? u"delete * from feedbackobjective where feedbackobjid="_s +
-                                           answer["feedbackobjid"].Text()
-                                     : u"delete * from feedbackdescriptive where feedbackdescid="_s +
-                                           answer["feedbackdescid"].Text());
-        return;
-    }
-    answer["surveyid"] = state->surveyid;
-    answer["weightage"] = state->weightage;
-    answer[key.isScore ? "score" : "Description"] = state->content;
-    answer.Update();
+void removeAnswers(bool isScore, const QStringList& ids) {
+    constexpr qsizetype mostTogether = 500;
+    for (qsizetype first = 0; first < ids.size(); first += mostTogether)
+        cnnMain->Execute((isScore ? u"delete * from feedbackobjective where feedbackobjid in ("_s
+                                  : u"delete * from feedbackdescriptive where feedbackdescid in ("_s) +
+                         ids.mid(first, mostTogether).join(u',') + u')');
 }
 
-void writeFile(int id, const char* field, const QVariant& value) {
-    ado::Recordset file(u"select * from readingfile where readingfileid="_s + QString::number(id), *cnnMain,
-                        Lock::Optimistic);
-    file[field] = value;
-    file.Update();
+void writeAnswers(const ReadingUndo& plan, bool isScore) {
+    std::set<QString> respondents;
+    std::set<QDate> dates;
+    for (const auto& [key, state] : plan.changed) {
+        if (key.isScore != isScore)
+            continue;
+        respondents.insert(QString::number(key.respondentid));
+        dates.insert(key.surveydate);
+    }
+    AnswerRecords stored(isScore, respondents, dates);
+    QStringList gone;
+    for (const auto& [key, state] : plan.changed) {
+        if (key.isScore != isScore || !stored.find(keysOf(key)))
+            continue;
+        ado::Recordset& answer = stored.answer();
+        if (!state) {
+            gone << answer[isScore ? "feedbackobjid" : "feedbackdescid"].Text();
+            continue;
+        }
+        answer["surveyid"] = state->surveyid;
+        answer["weightage"] = state->weightage;
+        answer[isScore ? "score" : "Description"] = state->content;
+        answer.Update();
+    }
+    removeAnswers(isScore, gone);
+}
+
+/// Files of readings that stay get what they would have met without the undone one.
+void writeFiles(const ReadingUndo& plan) {
+    QStringList ids;
+    for (const auto& [id, file] : plan.later) {
+        if (file.isTouched)
+            ids << QString::number(id);
+    }
+    for (const auto& [id, status] : plan.statusBefore)
+        ids << QString::number(id);
+    if (ids.isEmpty())
+        return;
+    ado::Recordset file(u"select * from readingfile where readingfileid in ("_s + ids.join(u',') + u')',
+                        *cnnMain, Lock::BatchOptimistic);
+    for (; !file.Eof(); file.MoveNext()) {
+        const int id = file["readingfileid"].Value().toInt();
+        const auto later = plan.later.find(id);
+        if (later != plan.later.end() && later->second.isTouched)
+            file["answers"] = toJson(later->second.changes);
+        if (const auto status = plan.statusBefore.find(id); status != plan.statusBefore.end())
+            file["statusbefore"] = status->second;
+        file.Update();
+    }
 }
 
 void carryOut(const ReadingUndo& plan, const QDateTime& now) {
-    for (const auto& [key, state] : plan.changed)
-        writeAnswer(key, state);
-    for (const auto& [id, file] : plan.later) {
-        if (file.isTouched)
-            writeFile(id, "answers", toJson(file.changes));
-    }
-    for (const auto& [id, status] : plan.statusBefore)
-        writeFile(id, "statusbefore", status);
+    for (const bool isScore : {true, false})
+        writeAnswers(plan, isScore);
+    writeFiles(plan);
+    RegisterRows registered(plan.toBeReadAgain);
     for (const QString& fileName : plan.toBeReadAgain)
-        takeLogStatus(fileName);
+        registered.mark(fileName, false);
     ado::Recordset reading(u"select * from reading where readingid="_s + QString::number(plan.readingid),
                            *cnnMain, Lock::Optimistic);
     reading["undone"] = now.toString(Qt::ISODate);
@@ -206,10 +290,8 @@ int ReadingUndo::removedCount() const {
 
 ReadingUndo planUndo(int readingid) {
     requireUndoable(readingid);
-    Planner planner(readingid);
-    for (const File& file : filesOf(readingid))
-        planner.add(file);
-    return planner.result();
+    const std::vector<File> files = filesOf(readingid);
+    return Planner(readingid, files).result();
 }
 
 ReadingUndo undoReading(int readingid, const QDateTime& now) {

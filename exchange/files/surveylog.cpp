@@ -54,15 +54,6 @@ std::optional<bool> setLogStatus(const QString& fileName) {
     return markLogRow(fileName, true);
 }
 
-bool isMarkedReadIn(const QString& fileName) {
-    ado::Recordset log(u"select * from log where "_s + conditionOfTitle(fileName), *cnnMain);
-    return !log.Eof() && log["Status"].Value().toBool();
-}
-
-void takeLogStatus(const QString& fileName) {
-    markLogRow(fileName, false);
-}
-
 void toDeleteLogRow(const QString& fileName) {
     cnnMain->Execute(u"delete * from log where "_s + conditionOfTitle(fileName));
 }
@@ -141,17 +132,28 @@ QString RegisterRows::registeredTitle(const QString& title) const {
     return title;
 }
 
-std::optional<bool> RegisterRows::mark(const QString& fileName) {
+std::optional<bool> RegisterRows::mark(const QString& fileName, bool isReadIn) {
     if (!isRead)
-        return setLogStatus(fileName);
+        return markLogRow(fileName, isReadIn);
     const auto place = places.find(toStoredText(fileName));
     if (place == places.end())
         return std::nullopt;
     rows.setBookmark(place->second.front());
     const bool before = rows["Status"].Value().toBool();
-    rows["Status"] = true;
+    rows["Status"] = isReadIn;
     rows.Update();
     return before;
+}
+
+bool RegisterRows::isMarked(const QString& fileName) {
+    if (isRead) {
+        const auto place = places.find(toStoredText(fileName));
+        if (place != places.end())
+            rows.setBookmark(place->second.front());
+        return place != places.end() && rows["Status"].Value().toBool();
+    }
+    ado::Recordset log(u"select * from log where "_s + conditionOfTitle(fileName), *cnnMain);
+    return !log.Eof() && log["Status"].Value().toBool();
 }
 
 std::vector<LogRow> RegisterRows::rowsOf(const QString& fileName) {

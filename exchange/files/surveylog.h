@@ -22,10 +22,6 @@ void writeLogRow(const SurveyContext& survey, const SurveyKey& key, const QStrin
 
 /// Marks the file as read in, if it is registered. Returns the mark before; nothing for another file.
 std::optional<bool> setLogStatus(const QString& fileName);
-/// The file's mark; false for one that is not registered.
-bool isMarkedReadIn(const QString& fileName);
-/// Takes that mark from the file.
-void takeLogStatus(const QString& fileName);
 
 /// Deletes the rows of that file title.
 void toDeleteLogRow(const QString& fileName);
@@ -53,8 +49,11 @@ public:
 
     /// As findRegisteredTitle.
     QString registeredTitle(const QString& title) const;
-    /// As setLogStatus.
-    std::optional<bool> mark(const QString& fileName);
+    /// Marks the file as read in or not, if it is registered. Returns the mark before; nothing for another
+    /// file.
+    std::optional<bool> mark(const QString& fileName, bool isReadIn = true);
+    /// The file's mark; false for one that is not registered.
+    bool isMarked(const QString& fileName);
     /// As findLogRows.
     std::vector<LogRow> rowsOf(const QString& fileName);
 
