@@ -179,10 +179,13 @@ void measureReading(const Measurement& measurement, const std::vector<ReturnedFi
     measurement.of("reading 500 files, new answers", 3, read, forget);
     read();
     measurement.of("reading 500 files, replacing", 3, read);
-    measurement.of("undoing that", 3, [] {
+    forget();
+    read();
+    const auto undo = [] {
         ado::Recordset last(u"select max(readingid) as latest from reading where undone is null"_s, *cnnMain);
         undoReading(last["latest"].Value().toInt(), QDateTime::currentDateTime());
-    });
+    };
+    measurement.of("undoing the reading of new answers", 3, undo, read);
     forget();
 }
 

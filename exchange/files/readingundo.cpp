@@ -210,7 +210,7 @@ private:
 };
 
 void removeAnswers(bool isScore, const QStringList& ids) {
-    constexpr qsizetype mostTogether = 500;
+    constexpr qsizetype mostTogether = 5000;
     for (qsizetype first = 0; first < ids.size(); first += mostTogether)
         cnnMain->Execute((isScore ? u"delete * from feedbackobjective where feedbackobjid in ("_s
                                   : u"delete * from feedbackdescriptive where feedbackdescid in ("_s) +
