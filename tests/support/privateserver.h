@@ -10,6 +10,7 @@
 #include <QTest>
 
 #include <arpa/inet.h>
+#include <sys/un.h>
 #include <unistd.h>
 
 /// A port of 127.0.0.1 that nothing listens at.
@@ -74,7 +75,15 @@ public:
         server.waitForFinished(30000);
         QFile::remove(socket());
     }
-    bool isRunning() const { return QFile::exists(socket()); }
+    /// Whether it takes connections; the socket's file is there a little earlier.
+    bool isRunning() const {
+        const int client = ::socket(AF_UNIX, SOCK_STREAM, 0);
+        sockaddr_un address{.sun_family = AF_UNIX, .sun_path = {}};
+        qstrncpy(address.sun_path, qPrintable(socket()), sizeof address.sun_path);
+        const bool isTaken = ::connect(client, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0;
+        close(client);
+        return isTaken;
+    }
     QString socket() const { return folder.filePath(QStringLiteral("socket")); }
     QString data() const { return folder.filePath(QStringLiteral("data")); }
     /// The connection string of a database.
