@@ -13,6 +13,7 @@
 #include "core/base/shell.h"
 #include "core/store/textlookup.h"
 #include "core/store/worktable.h"
+#include "platform/desktop/windowstate.h"
 #include "platform/forms/clock.h"
 #include "platform/forms/msgbox.h"
 #include "ui_frmSatisfactionIndex.h"
@@ -22,8 +23,10 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int helpContext = 11;
-constexpr int titleBar = 350;          // twips
-constexpr int roomForChart = 360;      // pixels; minimum for a readable chart
+constexpr int titleBar = 350;     // twips
+constexpr int roomForChart = 360; // pixels; minimum for a readable chart
+constexpr int roomForBasis = 150; // pixels
+constexpr auto basisSwitch = "frmSatisfactionIndex/chkBasis";
 constexpr QSize printedSize{690, 377}; // pixels
 
 /// Groups the answers by date. Keeps their order, because the index depends on it.
@@ -52,6 +55,7 @@ frmSatisfactionIndex::frmSatisfactionIndex()
     ui->mschart->setValueTitle(u"Satisfaction Index"_s);
     ui->mschart->setValueScale({.Minimum = 0, .Maximum = 11, .MajorDivision = 11, .MinorDivision = 1});
     addPictureMenu(*ui->mschart, printedSize);
+    ui->chkBasis->setChecked(desktop::isSwitchedOn(basisSwitch));
     connectEvents();
 }
 
@@ -75,6 +79,7 @@ void frmSatisfactionIndex::connectEvents() {
     connect(ui->cmdClose, &QPushButton::clicked, this, [this] { Unload(); });
     connect(ui->cmdHelp, &QPushButton::clicked, this, [] { showHelpTopic(helpContext); });
     connect(ui->mschart, &chart::MSChart::PointActivated, this, &This::mschart_PointActivated);
+    connect(ui->chkBasis, &QCheckBox::toggled, this, &This::chkBasis);
 }
 
 void frmSatisfactionIndex::onLoad() {
@@ -97,6 +102,7 @@ void frmSatisfactionIndex::onLoad() {
 void frmSatisfactionIndex::collapse() {
     ui->cmdPrint->hide();
     ui->mschart->hide();
+    ui->lsvBasis->hide();
     setHeight(forms::toTwips(ui->Frame1->sizeHint().height()) + titleBar);
 }
 
@@ -104,7 +110,9 @@ void frmSatisfactionIndex::expand() {
     const int frame = forms::toTwips(ui->Frame1->sizeHint().height());
     ui->cmdPrint->show();
     ui->mschart->show();
-    setHeight(qMax(2 * frame + 2000, frame + titleBar + forms::toTwips(roomForChart)));
+    ui->lsvBasis->setVisible(ui->chkBasis->isChecked());
+    const int list = ui->chkBasis->isChecked() ? forms::toTwips(roomForBasis) : 0;
+    setHeight(qMax(2 * frame + 2000, frame + titleBar + forms::toTwips(roomForChart)) + list);
 }
 
 QString frmSatisfactionIndex::customer() const {
@@ -152,6 +160,7 @@ void frmSatisfactionIndex::cmdView() {
         toFillSurveyDateOrder();
         toPrepareChartRows();
         toDrawChart();
+        showBasis();
         expand();
     } else {
         forms::msgBox(u"No record(s) present to evaluates Satisfaction Index"_s, forms::style::information,
@@ -178,7 +187,20 @@ void frmSatisfactionIndex::cmdPrint() {
 
 void frmSatisfactionIndex::mschart_PointActivated(int series, int point) {
     if (const std::optional<double> value = ui->mschart->GetData(point, series))
-        forms::msgBox(u"Satisfaction Index : "_s + ado::toText(static_cast<float>(*value)));
+        forms::msgBox(u"Satisfaction Index : "_s + ado::toText(static_cast<float>(*value)) +
+                      basis.textOf(series, point));
+}
+
+void frmSatisfactionIndex::chkBasis() {
+    desktop::rememberSwitch(basisSwitch, ui->chkBasis->isChecked());
+    if (ui->mschart->isVisible())
+        cmdView();
+}
+
+void frmSatisfactionIndex::showBasis() {
+    basis.clear();
+    if (ui->chkBasis->isChecked())
+        guarded([this] { basis.show(*ui->mschart, *ui->lsvBasis, customer(), points); });
 }
 
 void frmSatisfactionIndex::toFillTable() {
@@ -297,66 +319,34 @@ void frmSatisfactionIndex::toDrawChart() {
         const Busy busy(*this);
         ui->mschart->Refresh();
         chart::DataArray cells(ui->mschart->RowCount(), ui->lstParameter->SelCount());
-        int series = 1;
+        const QStringList parameters = selectedParameters();
         const std::map<QDate, int> places = dateOrder();
-        for (const std::vector<LinePoint>& line : linesOf(selectedParameters()))
-            drawSeries(line, places, series++, cells);
+        const std::vector<std::vector<LinePoint>> lines = linesOf(parameters);
+        points.clear();
+        for (int series = 1; series <= parameters.size(); ++series)
+            drawSeries(parameters[series - 1], lines[std::size_t(series - 1)], places, series, cells);
         ui->mschart->setChartData(cells);
         labelChart();
         setMarkers();
     });
 }
 
-/// The numbers of the dates in surveydateorder.
-std::map<QDate, int> frmSatisfactionIndex::dateOrder() {
-    std::map<QDate, int> places;
-    ado::Recordset order(u"select * from surveydateorder"_s, *cnnMain);
-    for (; !order.Eof(); order.MoveNext())
-        places.try_emplace(order["sdate"].Value().toDate(), order["roworder"].Value().toInt());
-    return places;
-}
-
-/// The points of each parameter from linetable, without those of no index.
-std::vector<std::vector<frmSatisfactionIndex::LinePoint>>
-frmSatisfactionIndex::linesOf(const QStringList& parameters) {
-    std::map<QString, std::vector<LinePoint>> points;
-    const auto read = [](const QString& condition, const auto& take) {
-        ado::Recordset line(
-            u"select * from linetable where "_s + condition + u"sindex <> 0 order by sdate asc", *cnnMain);
-        for (; !line.Eof(); line.MoveNext())
-            take(line["Parameter"].Text(),
-                 LinePoint{line["sdate"].Value().toDate(), line["sindex"].Value().toFloat()});
-    };
-    QStringList names = parameters;
-    read({}, [&](const QString& parameter, const LinePoint& point) {
-        points[parameter].push_back(point);
-        names << parameter;
-    });
-    const bool isClear = !areConfusable(names);
-    std::vector<std::vector<LinePoint>> lines;
-    for (const QString& parameter : parameters) {
-        lines.emplace_back();
-        if (isClear)
-            lines.back() = points[parameter];
-        else
-            read(u"parameter='"_s + parameter + u"' and ",
-                 [&](const QString&, const LinePoint& point) { lines.back().push_back(point); });
-    }
-    return lines;
-}
-
-void frmSatisfactionIndex::drawSeries(const std::vector<LinePoint>& line, const std::map<QDate, int>& places,
-                                      int series, chart::DataArray& cells) {
+void frmSatisfactionIndex::drawSeries(const QString& parameter, const std::vector<LinePoint>& line,
+                                      const std::map<QDate, int>& places, int series,
+                                      chart::DataArray& cells) {
     if (line.empty())
         return;
     ui->mschart->setColumnCount(series);
     chart::Series& drawn = ui->mschart->SeriesItem(series);
     drawn.ShowLine = true;
+    drawn.Whiskers.clear();
+    drawn.HollowRows.clear();
     drawn.SeriesMarker = {.Auto = false, .Show = true};
     for (const LinePoint& point : line) {
         const auto place = places.find(point.date);
         ui->mschart->setRow(place != places.end() ? place->second : 0);
         cells.at(ui->mschart->Row(), series) = point.index;
+        points.push_back({parameter, point.date, series, ui->mschart->Row(), point.index});
     }
 }
 

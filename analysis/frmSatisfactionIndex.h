@@ -2,6 +2,8 @@
 #pragma once
 
 #include "analysis/figures/satisfactionindex.h"
+#include "analysis/indexbasis.h"
+#include "analysis/linetable.h"
 #include "platform/forms/form.h"
 
 #include <QDate>
@@ -65,23 +67,21 @@ private:
     void cmdPrint();
     void mschart_PointActivated(int series, int point);
 
+    void chkBasis();
+    void showBasis();
     void collapse();
     void expand();
     QString customer() const;
     QStringList selectedParameters() const;
     bool fillLinesOfAll(const QStringList& parameters) const;
     void fillLines(const std::vector<DateGroup>& groups) const;
-    struct LinePoint {
-        QDate date;
-        float index;
-    };
-    static std::map<QDate, int> dateOrder();
-    static std::vector<std::vector<LinePoint>> linesOf(const QStringList& parameters);
-    void drawSeries(const std::vector<LinePoint>& line, const std::map<QDate, int>& places, int series,
-                    chart::DataArray& cells);
+    void drawSeries(const QString& parameter, const std::vector<LinePoint>& line,
+                    const std::map<QDate, int>& places, int series, chart::DataArray& cells);
     void labelChart();
     void setMarkers();
 
+    std::vector<IndexBasis::Point> points; ///< of the chart
+    IndexBasis basis;
     int filledOn = 0; ///< the connection of the work tables
     std::unique_ptr<Ui::frmSatisfactionIndex> ui;
 };

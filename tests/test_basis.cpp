@@ -66,6 +66,7 @@ TEST(BasisTest, aChangeIsThatOfTheRespondentsOfBothDates) {
     EXPECT_NEAR(same.value, -0.1666666667, 1e-6);
     EXPECT_NEAR(same.margin, 1.8455706, 1e-6);
     EXPECT_EQ(same.change, Change::WithinChance);
+    EXPECT_EQ(differenceOf(first, second, 4, index).change, Change::OfAll);
     EXPECT_EQ(differenceOf(answersOf({{1, {5, 5}}, {2, {5, 5}}}), second, 7, index).change, Change::TooFew);
 }
 

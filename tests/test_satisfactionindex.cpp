@@ -4,8 +4,10 @@
 #include "platform/chart/mschart.h"
 #include "platform/forms/dtpicker.h"
 #include "platform/forms/lists.h"
+#include "platform/forms/listview.h"
 #include "tests/support/reporttest.h"
 
+#include <QCheckBox>
 #include <QPushButton>
 
 using namespace Qt::StringLiterals;
@@ -140,6 +142,48 @@ TEST_F(SatisfactionIndexTest, datesAreInclusiveAndAPointShowsItsIndex) {
     view();
     EXPECT_FALSE(drawn->isVisible());
     EXPECT_EQ(lines(), QStringList());
+}
+
+TEST_F(SatisfactionIndexTest, theBasisStandsInTheListTheTipAndTheChart) {
+    const int price = value(u"select min(questionid) from questions"_s).toInt();
+    for (const int number : {3, 4, 5, 6, 7}) { // two of them do not answer
+        const int respondent = addRespondent(1, QString::number(number));
+        for (const int survey : {1, 2})
+            addQuestionnaire(respondent, survey, {price});
+        if (number > 5)
+            continue;
+        addScore(respondent, price, 1, spring, number, 6);
+        addScore(respondent, price, 2, summer, number, 9);
+    }
+    choose({"Price", "Service"});
+    view();
+    const QStringList linesWithout = lines();
+    QImage plain = drawn->Picture();
+    auto* basis = control<QCheckBox>(form(), "chkBasis");
+    EXPECT_FALSE(basis->isChecked() || control<QWidget>(form(), "lsvBasis")->isVisible());
+    QTest::keyClick(&form(), Qt::Key_B, Qt::AltModifier);
+    EXPECT_EQ(lines(), linesWithout);
+    const auto* list = control<forms::ListView>(form(), "lsvBasis");
+    QStringList listed;
+    for (int row = 0; row < list->ListCount(); ++row)
+        listed << list->Text(row, 1) + u' ' + list->Text(row, 3) + u' ' + list->Text(row, 4) + u' ' +
+                      list->Text(row, 5);
+    EXPECT_EQ(
+        listed,
+        (QStringList{u"01/03/2024 5.51 to 7.16 4 of 6 respondents, 5 of 7 questions rated "_s,
+                     u"01/06/2024 8.54 to 9.46 4 of 6 respondents, 4 of 7 questions rated +2.60, 4 "
+                     "respondents: more than chance"_s,
+                     u"01/09/2024 too few to say 1 of 1 respondent, 1 of 2 questions rated too few to say"_s,
+                     u"01/03/2024 too few to say 1 of 1 respondent, 1 of 1 question rated "_s,
+                     u"01/09/2024 too few to say 1 of 1 respondent, 1 of 1 question rated too few to "
+                     "say"_s}));
+    EXPECT_NE(drawn->Picture(), plain);
+    messages.expectBeginning(u"Satisfaction Index : "_s);
+    QTest::mouseClick(drawn, Qt::LeftButton, {}, drawn->PointPosition(1, 1));
+    frmSatisfactionIndex::unload();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    form().Show();
+    EXPECT_TRUE(control<QCheckBox>(form(), "chkBasis")->isChecked()) << "remembered";
 }
 
 TEST_F(SatisfactionIndexTest, changesOfTheChoiceCollapse) {

@@ -150,7 +150,11 @@ bool grabIndex() {
     form.Show();
     form.findChild<QListWidget*>(u"lstParameter"_s)->selectAll();
     form.findChild<QAbstractButton*>(u"cmdView"_s)->click();
-    const bool saved = save(MDIMain::instance(), u"frmSatisfactionIndex-chart"_s);
+    bool saved = save(MDIMain::instance(), u"frmSatisfactionIndex-chart"_s);
+    auto* basis = form.findChild<QAbstractButton*>(u"chkBasis"_s);
+    basis->click();
+    saved = save(MDIMain::instance(), u"frmSatisfactionIndex-basis"_s) && saved;
+    basis->click();
     frmSatisfactionIndex::unload();
     return saved;
 }

@@ -89,6 +89,9 @@ Difference differenceOf(const std::vector<RespondentAnswer>& earlier,
     Difference result{.value = difference(nobody), .respondents = static_cast<int>(both.size())};
     if (result.respondents < fewest)
         return result;
+    result.change = Change::OfAll;
+    if (result.respondents >= asked)
+        return result;
     std::vector<double> figures;
     for (const int leftOut : both)
         figures.push_back(difference(leftOut));

@@ -41,8 +41,9 @@ Basis basisOf(const std::vector<RespondentAnswer>& answers, int asked, int quest
 /// who were asked have rated. Needs at least two who rated.
 double marginOf(const std::vector<RespondentAnswer>& answers, int asked, const Figure& figure);
 
-/// What became of a figure between two dates.
-enum class Change { TooFew, WithinChance, MoreThanChance };
+/// What became of a figure between two dates. OfAll: everyone who was asked on both dates has rated on both,
+/// so that nothing is left to chance.
+enum class Change { TooFew, OfAll, WithinChance, MoreThanChance };
 
 /// A figure of the later date less that of the earlier one, of the respondents who rated on both.
 struct Difference {

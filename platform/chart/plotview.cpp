@@ -3,6 +3,7 @@
 
 #include "platform/chart/palette.h"
 
+#include <algorithm>
 #include <cmath>
 
 using namespace Qt::StringLiterals;
@@ -17,6 +18,7 @@ constexpr int legendSpacing = 2;
 constexpr int widestName = 190;
 constexpr int narrowestName = 90; // where names are in several columns
 constexpr double ringSize = 17;
+constexpr double whiskerWidth = 7;
 constexpr double slanted = 45;
 constexpr double upright = 90;
 constexpr double margin = 0.03; // of the scale, so that a point on its edge shows its whole marker
@@ -76,8 +78,8 @@ PlotView::PlotView(QWidget* parent) : QCustomPlot(parent), ring(addGraph()) {
 }
 
 void PlotView::setDrawing(const Drawing& drawing) {
-    for (int i = graphCount() - 1; i > 0; --i)
-        removeGraph(i); // all but the ring
+    for (int i = plottableCount() - 1; i > 0; --i)
+        removePlottable(i); // all but the ring
     xAxis->setLabel(drawing.acrossTitle);
     yAxis->setLabel(drawing.upTitle);
     for (QCPAxis* axis : {xAxis, yAxis}) {
@@ -121,6 +123,64 @@ void PlotView::drawSeries(const DrawnSeries& series, int number, const Drawing& 
         graph->setScatterStyle(seriesMarker(series.look, number));
     if (drawing.across)
         graph->removeFromLegend();
+    drawWhiskers(series, series.look.Whiskers, /*isAcross=*/false, graph->pen());
+    if (drawing.across)
+        drawWhiskers(series, series.look.AcrossWhiskers, /*isAcross=*/true, graph->pen());
+    if (series.look.showsMarkers())
+        drawHollow(series, graph->scatterStyle());
+}
+
+void PlotView::drawWhiskers(const DrawnSeries& series, const std::vector<Whisker>& whiskers, bool isAcross,
+                            const QPen& pen) {
+    if (whiskers.empty())
+        return;
+    struct Span {
+        double x, y, below, above;
+    };
+    std::vector<Span> spans;
+    for (const Whisker& whisker : whiskers) {
+        const double x = series.x.value(whisker.row - 1);
+        const double y = series.y.value(whisker.row - 1);
+        const double value = isAcross ? x : y;
+        spans.push_back({x, y, value - whisker.low, whisker.high - value});
+    }
+    // A graph keeps its points in this order, and error bars belong to points by their number.
+    std::stable_sort(spans.begin(), spans.end(), [](const Span& a, const Span& b) { return a.x < b.x; });
+    QVector<double> x, y, below, above;
+    for (const Span& span : spans) {
+        x << span.x;
+        y << span.y;
+        below << span.below;
+        above << span.above;
+    }
+    QCPGraph* points = addGraph();
+    points->removeFromLegend();
+    points->setLineStyle(QCPGraph::lsNone);
+    points->setData(x, y, true);
+    auto* bars = new QCPErrorBars(xAxis, yAxis);
+    bars->removeFromLegend();
+    bars->setDataPlottable(points);
+    bars->setErrorType(isAcross ? QCPErrorBars::etKeyError : QCPErrorBars::etValueError);
+    bars->setData(below, above);
+    bars->setPen(QPen(pen.color(), 1));
+    bars->setWhiskerWidth(whiskerWidth);
+    bars->setSymbolGap(0);
+}
+
+void PlotView::drawHollow(const DrawnSeries& series, const QCPScatterStyle& marker) {
+    if (series.look.HollowRows.empty())
+        return;
+    QCPScatterStyle hollow = marker;
+    hollow.setShape(QCPScatterStyle::ssCircle); // some shapes have nothing to fill
+    hollow.setBrush(Qt::white);
+    hollow.setPen(QPen(marker.brush().color(), 2));
+    QCPGraph* points = addGraph();
+    points->removeFromLegend();
+    points->setLineStyle(QCPGraph::lsNone);
+    points->setAdaptiveSampling(false);
+    points->setScatterStyle(hollow);
+    for (const int row : series.look.HollowRows)
+        points->addData(series.x.value(row - 1), series.y.value(row - 1));
 }
 
 /// The labels are horizontal where they fit, else slanted, else vertical, and where even that is too tight

@@ -31,6 +31,9 @@ protected:
 private:
     void setLegend(int entries);
     void drawSeries(const DrawnSeries& series, int number, const Drawing& drawing);
+    void drawWhiskers(const DrawnSeries& series, const std::vector<Whisker>& whiskers, bool isAcross,
+                      const QPen& pen);
+    void drawHollow(const DrawnSeries& series, const QCPScatterStyle& marker);
     void drawCategories(int count, const QStringList& labels);
     int entryHeight() const;
     int legendColumns(int entries) const;

@@ -3,10 +3,20 @@
 
 #include <QColor>
 
+#include <set>
+#include <vector>
+
 namespace chart {
 
 /// Shapes of markers. FilledMarker: filled, in a shape that distinguishes the series from the others.
 enum MarkerStyle { FilledMarker = 14 };
+
+/// A span on a scale around a point of a row.
+struct Whisker {
+    int row = 0;
+    double low = 0;
+    double high = 0;
+};
 
 /// How one series is drawn. Widths and sizes are in twips, 15 to a logical pixel.
 struct Series {
@@ -32,6 +42,10 @@ struct Series {
         int Style = FilledMarker;
         Fill FillColor;
     } Marker;
+
+    std::vector<Whisker> Whiskers;       ///< up and down from points
+    std::vector<Whisker> AcrossWhiskers; ///< to both sides; in an XY chart only
+    std::set<int> HollowRows;            ///< points with an empty marker
 
     bool showsMarkers() const { return Marker.Visible && (SeriesMarker.Auto || SeriesMarker.Show); }
 };

@@ -31,4 +31,12 @@ void rememberWindow(const QWidget& window) {
     windows.setValue(keyOf(window), window.saveGeometry());
 }
 
+bool isSwitchedOn(const char* name) {
+    return QSettings(windowsFile(), QSettings::IniFormat).value(QLatin1StringView(name)).toBool();
+}
+
+void rememberSwitch(const char* name, bool isOn) {
+    QSettings(windowsFile(), QSettings::IniFormat).setValue(QLatin1StringView(name), isOn);
+}
+
 } // namespace desktop

@@ -13,4 +13,9 @@ void restoreWindow(QWidget& window);
 /// cannot be written is not an error.
 void rememberWindow(const QWidget& window);
 
+/// A switch of a form that is on or off at its next opening as it was left, such as "frmX/chkY"; off at
+/// first. They stand in the same file.
+bool isSwitchedOn(const char* name);
+void rememberSwitch(const char* name, bool isOn);
+
 } // namespace desktop
