@@ -11,6 +11,7 @@
 #include "core/base/reports.h"
 #include "core/base/shell.h"
 #include "core/store/worktable.h"
+#include "platform/desktop/windowstate.h"
 #include "platform/forms/msgbox.h"
 #include "ui_frmPerformanceMatrix.h"
 
@@ -23,6 +24,8 @@ constexpr int designHeight = 7140; // twips, like tall and titleBar
 constexpr int tall = 7215;
 constexpr int titleBar = 350;
 constexpr int roomForChart = 340; // pixels; minimum for a readable chart
+constexpr int roomForBasis = 130; // pixels
+constexpr auto basisSwitch = "frmPerformanceMatrix/chkBasis";
 constexpr QSize printedSize{690, 436};
 constexpr QColor grey{0xC0, 0xC0, 0xC0};
 
@@ -60,6 +63,7 @@ frmPerformanceMatrix::frmPerformanceMatrix()
         return point <= ui->mschartHidden->RowCount() ? pointText(series, point) : QString();
     };
     addPictureMenu(*ui->mschart, printedSize);
+    ui->chkBasis->setChecked(desktop::isSwitchedOn(basisSwitch));
     connectEvents();
 }
 
@@ -74,6 +78,7 @@ void frmPerformanceMatrix::connectEvents() {
     connect(ui->cmdClose, &QPushButton::clicked, this, [this] { Unload(); });
     connect(ui->cmdHelp, &QPushButton::clicked, this, [] { showHelpTopic(helpContext); });
     connect(ui->mschart, &chart::MSChart::PointActivated, this, &This::mschart_PointActivated);
+    connect(ui->chkBasis, &QCheckBox::toggled, this, &This::chkBasis);
 }
 
 void frmPerformanceMatrix::onLoad() {
@@ -95,13 +100,16 @@ int frmPerformanceMatrix::frameHeight() const {
 void frmPerformanceMatrix::shorten(int twips) {
     ui->mschart->hide();
     ui->Frame3->hide();
+    ui->lsvBasis->hide();
     setHeight(qMax(twips, frameHeight() + titleBar));
 }
 
 void frmPerformanceMatrix::expand() {
     ui->mschart->show();
     ui->Frame3->show();
-    setHeight(qMax(tall, frameHeight() + titleBar + forms::toTwips(roomForChart)));
+    ui->lsvBasis->setVisible(ui->chkBasis->isChecked());
+    const int list = ui->chkBasis->isChecked() ? forms::toTwips(roomForBasis) : 0;
+    setHeight(qMax(tall, frameHeight() + titleBar + forms::toTwips(roomForChart)) + list);
 }
 
 QString frmPerformanceMatrix::customer() const {
@@ -139,6 +147,22 @@ void frmPerformanceMatrix::cmdView() {
     toFillTable();
     toDrawChart();
     toDrawOnHiddenChart();
+    toShowBasis();
+}
+
+void frmPerformanceMatrix::chkBasis() {
+    desktop::rememberSwitch(basisSwitch, ui->chkBasis->isChecked());
+    if (ui->mschart->isVisible())
+        cmdView();
+}
+
+void frmPerformanceMatrix::toShowBasis() {
+    basis.clear(*ui->mschart);
+    if (ui->chkBasis->isChecked() && ui->mschart->isVisible())
+        guarded([this] {
+            basis.show(*ui->mschart, *ui->mschartHidden, *ui->lsvBasis, customer(),
+                       toDate(ui->lstSurveyDates->Text()));
+        });
 }
 
 void frmPerformanceMatrix::toFillTable() {
@@ -304,7 +328,7 @@ QString frmPerformanceMatrix::pointText(int series, int point) const {
     const double score = figures.GetData(point, series).value_or(0);
     const double weightage = figures.GetData(point, series + 1).value_or(0);
     return u"Parameter  : "_s + figures.RowLabel() + u"\r\nWeightage : " + twoDecimals(weightage) +
-           u"\r\nScore         : " + twoDecimals(score);
+           u"\r\nScore         : " + twoDecimals(score) + basis.textOf(point);
 }
 
 void frmPerformanceMatrix::mschart_PointActivated(int series, int point) {

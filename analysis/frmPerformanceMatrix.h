@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "analysis/matrixbasis.h"
 #include "platform/forms/form.h"
 
 #include <memory>
@@ -33,6 +34,8 @@ public:
     /// Colours the figures of a row by the quadrant of a point. Rows are sorted by parameter but points by
     /// score, so the colour usually belongs to another parameter.
     void toColorGridRow(double score, double weightage, int row);
+    /// Shows what stands behind the points, when that is switched on.
+    void toShowBasis();
 
 private:
     friend class DefaultForm<frmPerformanceMatrix>;
@@ -46,6 +49,7 @@ private:
     void cmdPrint();
     void mschart_PointActivated(int series, int point);
 
+    void chkBasis();
     void shorten(int twips);
     void expand();
     QString customer() const;
@@ -54,6 +58,7 @@ private:
     void fillHiddenChart();
     QString pointText(int series, int point) const;
 
+    MatrixBasis basis;
     int filledOn = 0; ///< the connection of the work tables
     std::unique_ptr<Ui::frmPerformanceMatrix> ui;
 };

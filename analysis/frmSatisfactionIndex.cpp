@@ -3,7 +3,6 @@
 
 #include "analysis/chartmenu.h"
 #include "analysis/choices.h"
-#include "analysis/figures/ratings.h"
 #include "analysis/figures/satisfactionindex.h"
 #include "core/base/busy.h"
 #include "core/base/failure.h"
@@ -11,7 +10,6 @@
 #include "core/base/gblGlobal.h"
 #include "core/base/reports.h"
 #include "core/base/shell.h"
-#include "core/store/textlookup.h"
 #include "core/store/worktable.h"
 #include "platform/desktop/windowstate.h"
 #include "platform/forms/clock.h"
@@ -28,22 +26,6 @@ constexpr int roomForChart = 360; // pixels; minimum for a readable chart
 constexpr int roomForBasis = 150; // pixels
 constexpr auto basisSwitch = "frmSatisfactionIndex/chkBasis";
 constexpr QSize printedSize{690, 377}; // pixels
-
-/// Groups the answers by date. Keeps their order, because the index depends on it.
-class AnswerGroups {
-public:
-    void add(const QString& parameter, const QDate& date, RatedAnswer answer) {
-        const auto [place, isNew] = places.try_emplace(date, groups.size());
-        if (isNew)
-            groups.push_back({parameter, date, {}});
-        groups[place->second].answers.push_back(answer);
-    }
-    const std::vector<DateGroup>& all() const { return groups; }
-
-private:
-    std::vector<DateGroup> groups;
-    std::map<QDate, std::size_t> places;
-};
 
 } // namespace
 
@@ -160,7 +142,7 @@ void frmSatisfactionIndex::cmdView() {
         toFillSurveyDateOrder();
         toPrepareChartRows();
         toDrawChart();
-        showBasis();
+        toShowBasis();
         expand();
     } else {
         forms::msgBox(u"No record(s) present to evaluates Satisfaction Index"_s, forms::style::information,
@@ -197,10 +179,11 @@ void frmSatisfactionIndex::chkBasis() {
         cmdView();
 }
 
-void frmSatisfactionIndex::showBasis() {
+void frmSatisfactionIndex::toShowBasis() {
     basis.clear();
     if (ui->chkBasis->isChecked())
-        guarded([this] { basis.show(*ui->mschart, *ui->lsvBasis, customer(), points); });
+        guarded(
+            [this] { basis.show(*ui->mschart, *ui->lsvBasis, readPointBases(customer(), groups), points); });
 }
 
 void frmSatisfactionIndex::toFillTable() {
@@ -208,11 +191,11 @@ void frmSatisfactionIndex::toFillTable() {
         filledOn = connectionNumber;
         fillWorkTable([this] {
             cnnMain->Execute(u"delete * from linetable"_s);
-            const QStringList parameters = selectedParameters();
-            if (!fillLinesOfAll(parameters)) {
-                for (const QString& parameter : parameters)
-                    fillLinesOfAll({parameter});
-            }
+            groups.clear();
+            groups =
+                readDateGroups({customer(), selectedParameters(), ui->dtFrom->Value(), ui->dtTo->Value()},
+                               ui->chkBasis->isChecked());
+            fillLines();
         });
     });
 }
@@ -226,37 +209,7 @@ QStringList frmSatisfactionIndex::selectedParameters() const {
     return selected;
 }
 
-/// False, with nothing filled, when the store's way to compare texts makes it unclear to which of several
-/// parameters an answer belongs.
-bool frmSatisfactionIndex::fillLinesOfAll(const QStringList& parameters) const {
-    const bool isOne = parameters.size() == 1;
-    if (parameters.isEmpty() || areConfusable(parameters))
-        return parameters.isEmpty();
-    ado::Recordset answers(
-        u"select parametername,surveydate,weightage,score from scatterqry where parametername"_s +
-            (isOne ? u"='"_s + parameters[0] + u'\'' : u" in ("_s + toSqlTexts(parameters) + u')') +
-            u" and surveydate between #" + toSqlDate(ui->dtFrom->Value()) + u"# and #" +
-            toSqlDate(ui->dtTo->Value()) + u"# and custname='" + customer() + u'\'',
-        *cnnMain);
-    const ado::Field parametername = answers["parametername"];
-    const ado::Field surveydate = answers["surveydate"];
-    const ado::Field weightage = answers["weightage"];
-    const ado::Field score = answers["score"];
-    std::vector<AnswerGroups> groups(std::size_t(parameters.size()));
-    for (; !answers.Eof(); answers.MoveNext()) {
-        const QString parameter = parametername.Text();
-        const qsizetype place = isOne ? 0 : parameters.indexOf(parameter);
-        if (place < 0)
-            return false;
-        groups[std::size_t(place)].add(parameter, surveydate.Value().toDate(),
-                                       {toRating(weightage), toRating(score)});
-    }
-    for (const AnswerGroups& ofParameter : groups)
-        fillLines(ofParameter.all());
-    return true;
-}
-
-void frmSatisfactionIndex::fillLines(const std::vector<DateGroup>& groups) const {
+void frmSatisfactionIndex::fillLines() const {
     ado::Recordset line(u"select * from linetable"_s, *cnnMain, ado::Recordset::Lock::BatchOptimistic);
     for (const DateGroup& group : groups) {
         line.AddNew();

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "analysis/figures/satisfactionindex.h"
+#include "analysis/dategroups.h"
 #include "analysis/indexbasis.h"
 #include "analysis/linetable.h"
 #include "platform/forms/form.h"
@@ -19,13 +19,6 @@ class frmSatisfactionIndex;
 namespace chart {
 class DataArray;
 }
-
-/// The answers to one parameter's questions on one date.
-struct DateGroup {
-    QString parameter;
-    QDate surveydate;
-    std::vector<RatedAnswer> answers;
-};
 
 /// Computes the Satisfaction Index of the chosen parameters on each survey date of a customer and plots one
 /// line for each parameter. Changing the parameters or dates hides the chart, since it no longer matches the
@@ -54,6 +47,8 @@ public:
     void toPrepareChartRows();
     /// Fills the chart from linetable: one column for each chosen parameter, even if it has no index.
     void toDrawChart();
+    /// Shows what stands behind the points of the chart, when that is switched on.
+    void toShowBasis();
 
 private:
     friend class DefaultForm<frmSatisfactionIndex>;
@@ -68,18 +63,17 @@ private:
     void mschart_PointActivated(int series, int point);
 
     void chkBasis();
-    void showBasis();
     void collapse();
     void expand();
     QString customer() const;
     QStringList selectedParameters() const;
-    bool fillLinesOfAll(const QStringList& parameters) const;
-    void fillLines(const std::vector<DateGroup>& groups) const;
+    void fillLines() const;
     void drawSeries(const QString& parameter, const std::vector<LinePoint>& line,
                     const std::map<QDate, int>& places, int series, chart::DataArray& cells);
     void labelChart();
     void setMarkers();
 
+    std::vector<DateGroup> groups;         ///< of linetable
     std::vector<IndexBasis::Point> points; ///< of the chart
     IndexBasis basis;
     int filledOn = 0; ///< the connection of the work tables

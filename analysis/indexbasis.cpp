@@ -1,16 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/indexbasis.h"
 
-#include "analysis/pointbasis.h"
 #include "platform/ado/value.h"
 #include "platform/chart/mschart.h"
 #include "platform/forms/listview.h"
 
-#include <algorithm>
-
 using namespace Qt::StringLiterals;
 
-void IndexBasis::show(chart::MSChart& drawn, forms::ListView& list, const QString& customer,
+void IndexBasis::show(chart::MSChart& drawn, forms::ListView& list, PointBases bases,
                       const std::vector<Point>& points) {
     texts.clear();
     list.setColumns({{u"Parameter"_s, 0.14},
@@ -19,20 +16,11 @@ void IndexBasis::show(chart::MSChart& drawn, forms::ListView& list, const QStrin
                      {u"95 % interval"_s, 0.15},
                      {u"Basis"_s, 0.29},
                      {u"Change, respondents of both dates"_s, 0.27}});
-    if (points.empty())
-        return;
-    QStringList parameters;
-    for (const Point& point : points)
-        parameters << point.parameter;
-    parameters.removeDuplicates();
-    const auto [first, last] = std::minmax_element(
-        points.begin(), points.end(), [](const Point& a, const Point& b) { return a.date < b.date; });
-    PointBases all = readPointBases(customer, parameters, first->date, last->date);
     const Figure figure = [](const std::vector<RatedAnswer>& answers) { return satisfactionIndex(answers); };
     std::vector<QStringList> rows;
     const Point* before = nullptr;
     for (const Point& point : points) {
-        const PointBasis& basis = basisOf(all, point.parameter, point.date);
+        const PointBasis& basis = basisOf(bases, point.parameter, point.date);
         const Estimate estimate = estimateOf(basis, point.index, figure);
         chart::Series& series = drawn.SeriesItem(point.series);
         if (estimate.hasInterval())
@@ -40,10 +28,10 @@ void IndexBasis::show(chart::MSChart& drawn, forms::ListView& list, const QStrin
         if (estimate.basis.isTooFew())
             series.HollowRows.insert(point.row);
         const bool follows = before && before->series == point.series;
-        rows.push_back(
-            {point.parameter, ado::toText(point.date), QString::number(point.index, 'f', 2),
-             estimate.intervalText(), basisText(estimate.basis),
-             follows ? changeText(basisOf(all, before->parameter, before->date), basis, figure) : QString()});
+        rows.push_back({point.parameter, ado::toText(point.date), QString::number(point.index, 'f', 2),
+                        estimate.intervalText(), basisText(estimate.basis),
+                        follows ? changeText(basisOf(bases, before->parameter, before->date), basis, figure)
+                                : QString()});
         texts[{point.series, point.row}] =
             u"\r\n"_s + basisText(estimate.basis) + u"\r\n95 %: " + estimate.intervalText();
         before = &point;

@@ -1,11 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QDate>
-#include <QString>
-
-#include <map>
-#include <vector>
+#include "analysis/pointbasis.h"
 
 namespace chart {
 class MSChart;
@@ -26,8 +22,8 @@ public:
         double index = 0;
     };
 
-    /// The points of each series in order of their dates. Throws Failure.
-    void show(chart::MSChart& drawn, forms::ListView& list, const QString& customer,
+    /// The points of each series in order of their dates.
+    void show(chart::MSChart& drawn, forms::ListView& list, PointBases bases,
               const std::vector<Point>& points);
     /// The lines about a point, after its figure; empty for one that has not been shown.
     QString textOf(int series, int row) const;

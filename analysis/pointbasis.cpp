@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/pointbasis.h"
 
-#include "analysis/figures/ratings.h"
 #include "core/store/store.h"
 #include "core/store/textlookup.h"
 
@@ -32,32 +31,42 @@ PointBasis& basisOf(PointBases& all, const QString& parameter, const QDate& date
     return all[{parameter.toLower(), date}];
 }
 
-PointBases readPointBases(const QString& customer, const QStringList& parameters, const QDate& first,
-                          const QDate& last) {
+PointBases readPointBases(const QString& customer, const std::vector<DateGroup>& groups) {
     PointBases all;
-    const QString isMeant = u"custname='"_s + customer + u"' and parametername in (" +
-                            toSqlTexts(parameters) + u") and %1 between #" + toSqlDate(first) + u"# and #" +
-                            toSqlDate(last) + u'#';
-    ado::Recordset answers(
-        u"select parametername, feedbackobjective.respondentid, surveydate, weightage, score from customer "
-        "cross join parameter "
-        "cross join respondent on respondent.custid=customer.custid "
-        "cross join questions on questions.paramid=parameter.paramid "
-        "cross join feedbackobjective on feedbackobjective.respondentid=respondent.respondentid "
-        "and feedbackobjective.questionid=questions.questionid where questions.Type<>0 and "_s +
-            isMeant.arg(u"surveydate"_s),
+    if (groups.empty())
+        return all;
+    const auto [first, last] =
+        std::minmax_element(groups.begin(), groups.end(), [](const DateGroup& a, const DateGroup& b) {
+            return a.surveydate < b.surveydate;
+        });
+    QStringList parameters;
+    for (const DateGroup& group : groups) {
+        parameters << group.parameter;
+        std::vector<RespondentAnswer>& answers = basisOf(all, group.parameter, group.surveydate).answers;
+        for (std::size_t i = 0; i < group.answers.size(); ++i)
+            answers.push_back({group.respondentids[i], group.answers[i]});
+    }
+    parameters.removeDuplicates();
+    std::map<int, QString> names;
+    ado::Recordset named(
+        u"select * from parameter where parametername in ("_s + toSqlTexts(parameters) + u')', *cnnMain);
+    for (; !named.Eof(); named.MoveNext())
+        names[named["paramid"].Value().toInt()] = named["parametername"].Text();
+    ado::Recordset asked( // grouped by numbers alone, since comparing texts takes the store longer
+        u"select questions.paramid, sdate, responquesindex.respondentid, count(*) as questions from customer "
+        "cross join survey on survey.custid=customer.custid "
+        "cross join responquesindex on responquesindex.surveyid=survey.surveyid "
+        "cross join questions on questions.questionid=responquesindex.questionid "
+        "where questions.Type<>0 and custname='"_s +
+            customer + u"' and sdate between #" + toSqlDate(first->surveydate) + u"# and #" +
+            toSqlDate(last->surveydate) +
+            u"# group by survey.surveyid, responquesindex.respondentid, questions.paramid",
         *cnnMain);
-    const ado::Field weightage = answers["weightage"];
-    const ado::Field score = answers["score"];
-    for (; !answers.Eof(); answers.MoveNext())
-        basisOf(all, answers.FieldAt(0).Text(), answers.FieldAt(2).Value().toDate())
-            .answers.push_back({answers.FieldAt(1).Value().toInt(), {toRating(weightage), toRating(score)}});
-    ado::Recordset asked(u"select parametername, sdate, respondentid, count(*) as questions from responquery "
-                         "where Type<>0 and "_s +
-                             isMeant.arg(u"sdate"_s) + u" group by parametername, sdate, respondentid",
-                         *cnnMain);
     for (; !asked.Eof(); asked.MoveNext()) {
-        PointBasis& point = basisOf(all, asked.FieldAt(0).Text(), asked.FieldAt(1).Value().toDate());
+        const auto name = names.find(asked.FieldAt(0).Value().toInt());
+        if (name == names.end())
+            continue;
+        PointBasis& point = basisOf(all, name->second, asked.FieldAt(1).Value().toDate());
         point.asked.insert(asked.FieldAt(2).Value().toInt());
         point.questions += asked.FieldAt(3).Value().toInt();
     }

@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "analysis/dategroups.h"
 #include "analysis/figures/basis.h"
-
-#include <QDate>
-#include <QStringList>
 
 #include <map>
 #include <set>
@@ -21,10 +19,9 @@ struct PointBasis {
 /// By parameter, in small letters, and date.
 using PointBases = std::map<std::pair<QString, QDate>, PointBasis>;
 
-/// Reads what stands behind all points of a customer's parameters from the first date to the last. Throws
-/// Failure.
-PointBases readPointBases(const QString& customer, const QStringList& parameters, const QDate& first,
-                          const QDate& last);
+/// What stands behind the points of a customer's groups of answers, which have their respondents. Reads who
+/// was asked. Throws Failure.
+PointBases readPointBases(const QString& customer, const std::vector<DateGroup>& groups);
 PointBasis& basisOf(PointBases& all, const QString& parameter, const QDate& date);
 
 /// A figure of a point with its confidence interval.

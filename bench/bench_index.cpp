@@ -13,6 +13,7 @@
 #include "platform/forms/lists.h"
 #include "survey/questionnaires/questionnaire.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QFile>
@@ -171,9 +172,22 @@ void measure(int customers) {
         form.toPrepareChartRows();
         form.toDrawChart();
     });
+    form.Show();
+    chosen();
+    const auto click = [&] {
+        form.findChild<QAbstractButton*>(u"cmdView"_s)->click();
+        QCoreApplication::processEvents();
+    };
+    auto* basisSwitch = form.findChild<QAbstractButton*>(u"chkBasis"_s);
+    const double painted = timeOf(click);
+    basisSwitch->setChecked(true);
+    const double withBasis = timeOf(click);
+    basisSwitch->setChecked(false);
     const double names = timeOf([&] { form.toFillParameterName(); });
     std::printf("%9d %8s %8d %7.2f %7.2f %6.2f %7.2f %7.2f %7.2f\n", customers, qPrintable(storeSize()),
                 answers, pass, work, work / pass, fill, view, names);
+    std::printf("%9s %41.2f ms from View to the painted chart, with its basis %.2f times that\n", "painted",
+                painted, withBasis / painted);
     frmSatisfactionIndex::unload();
 
     Bound oneDate(path, answersOf + "= '2020-01-31'");

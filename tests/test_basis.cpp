@@ -2,6 +2,7 @@
 // What stands behind a figure. The margins were computed by the R package survey 4.1: svydesign(ids=~id,
 // fpc=~N), as.svrepdesign(type="JK1"), withReplicates, and qt(.975, degf) times the root of the variance.
 #include "analysis/figures/basis.h"
+#include "analysis/figures/performancematrix.h"
 
 #include <gtest/gtest.h>
 
@@ -30,16 +31,9 @@ const std::vector<RespondentAnswer> second = answersOf({{1, {9, 9, 8, 8, 8, 8}},
 const std::vector<RespondentAnswer> mixed = answersOf(
     {{1, {9, 9, 8, 8, 8, 8}}, {2, {6, 4, 6, 7, 9, 5}}, {3, {5, 8, 3, 8, 7, 6}}, {4, {7, 9, 8, 4, 6, 9}}});
 
-double meanOf(const std::vector<RatedAnswer>& answers, std::optional<std::int16_t> RatedAnswer::*mark) {
-    double sum = 0;
-    for (const RatedAnswer& answer : answers)
-        sum += (answer.*mark).value_or(0);
-    return sum / double(answers.size());
-}
-
 const Figure index = [](const std::vector<RatedAnswer>& answers) { return satisfactionIndex(answers); };
-const Figure weightage = [](const auto& answers) { return meanOf(answers, &RatedAnswer::weightage); };
-const Figure score = [](const auto& answers) { return meanOf(answers, &RatedAnswer::score); };
+const Figure weightage = meanWeightage;
+const Figure score = meanScore;
 
 TEST(BasisTest, marginsAreThoseOfASurveyPackage) {
     const struct {

@@ -163,7 +163,11 @@ bool grabMatrix() {
     frmPerformanceMatrix& form = frmPerformanceMatrix::instance();
     form.Show();
     form.findChild<forms::ListBox*>(u"lstSurveyDates"_s)->setListIndex(0);
-    const bool saved = save(MDIMain::instance(), u"frmPerformanceMatrix-chart"_s);
+    bool saved = save(MDIMain::instance(), u"frmPerformanceMatrix-chart"_s);
+    auto* basis = form.findChild<QAbstractButton*>(u"chkBasis"_s);
+    basis->click();
+    saved = save(MDIMain::instance(), u"frmPerformanceMatrix-basis"_s) && saved;
+    basis->click();
     frmPerformanceMatrix::unload();
     return saved;
 }

@@ -40,7 +40,22 @@ std::int16_t addWhole(std::int16_t total, std::int16_t score) {
     return static_cast<std::int16_t>(sum);
 }
 
+double meanOf(std::span<const RatedAnswer> answers, std::optional<std::int16_t> RatedAnswer::*mark) {
+    double sum = 0;
+    for (const RatedAnswer& answer : answers)
+        sum += (answer.*mark).value_or(0);
+    return answers.empty() ? 0 : sum / static_cast<double>(answers.size());
+}
+
 } // namespace
+
+double meanWeightage(std::span<const RatedAnswer> answers) {
+    return meanOf(answers, &RatedAnswer::weightage);
+}
+
+double meanScore(std::span<const RatedAnswer> answers) {
+    return meanOf(answers, &RatedAnswer::score);
+}
 
 std::optional<MatrixMeans> matrixMeans(std::span<const RatedAnswer> answers) {
     double weightages = 0;

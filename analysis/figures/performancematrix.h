@@ -19,6 +19,10 @@ struct MatrixMeans {
 /// for no answers. Throws Failure if a sum of the scores leaves -32768..32767.
 std::optional<MatrixMeans> matrixMeans(std::span<const RatedAnswer> answers);
 
+/// The means of the matrix before they are rounded; 0 for no answers.
+double meanWeightage(std::span<const RatedAnswer> answers);
+double meanScore(std::span<const RatedAnswer> answers);
+
 /// Moves equal points of a matrix apart so that they do not hide one another. Points are passed in order of
 /// their scores. A point equal to its predecessor is rounded to whole numbers, ties to even, and moved by the
 /// next of eight small shifts. Equal points with another one between them are not moved.

@@ -213,6 +213,8 @@ int PlotView::legendColumns(int entries) const {
 }
 
 void PlotView::mark(const std::optional<QPointF>& point) {
+    if (!point && ring->data()->isEmpty()) // each new drawing asks for it
+        return;
     ring->data()->clear();
     if (point)
         ring->addData(point->x(), point->y());
