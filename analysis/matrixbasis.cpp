@@ -28,7 +28,8 @@ void MatrixBasis::show(chart::MSChart& drawn, chart::MSChart& figures, forms::Li
                      {u"95 % interval"_s, 0.16},
                      {u"Basis"_s, 0.32}});
     AnswerChoice choice{customer, {}, date, date};
-    for (int row = 1; row <= figures.RowCount(); ++row) {
+    // After an error the chart still shows points of before.
+    for (int row = 1; row <= qMin(figures.RowCount(), drawn.RowCount()); ++row) {
         figures.setRow(row);
         choice.parameters << figures.RowLabel();
     }

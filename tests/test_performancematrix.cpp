@@ -5,6 +5,7 @@
 #include "platform/forms/commondialog.h"
 #include "platform/forms/flexgrid.h"
 #include "platform/forms/lists.h"
+#include "platform/forms/listview.h"
 #include "tests/support/reporttest.h"
 
 #include <QAction>
@@ -143,6 +144,41 @@ TEST_F(PerformanceMatrixTest, viewShowsChartAndGrid) {
 }
 
 /// There are eight shifts for coinciding points; the ninth stops the drawing silently, the chart stays.
+TEST_F(PerformanceMatrixTest, theBasisStandsInTheListTheTipAndTheChart) {
+    rate(u"Price"_s, 7, 3);
+    rate(u"Care"_s, 7, 3);
+    addQuestionnaire(1, 1, {1, 2});
+    for (const int mark : {4, 5, 0}) {
+        const int respondent = addRespondent(1, QString::number(mark));
+        addQuestionnaire(respondent, 1, {1});
+        addScore(respondent, 1, 1, spring, mark, 2 * mark);
+    }
+    addQuestionnaire(addRespondent(1, u"Silent"_s), 1, {1});
+    clickDate(0);
+    const QStringList rowsWithout = gridRows();
+    const QImage plain = drawn->Picture();
+    QTest::keyClick(&form(), Qt::Key_B, Qt::AltModifier);
+    EXPECT_EQ(gridRows(), rowsWithout);
+    EXPECT_NE(drawn->Picture(), plain);
+    const auto* list = control<forms::ListView>(form(), "lsvBasis");
+    QStringList listed;
+    for (int row = 0; row < list->ListCount(); ++row) {
+        listed << QString();
+        for (int column = 0; column < 6; ++column)
+            listed.last() += list->Text(row, column) + u'|';
+    }
+    EXPECT_EQ(listed,
+              (QStringList{u"Care|7.00|too few to say|3.00|too few to say|1 of 1 respondent, 1 of 1 "
+                           "question rated|"_s,
+                           u"Price|4.00|2.40 to 5.60|5.25|1.47 to 9.03|3 of 5 respondents, 3 of 5 questions "
+                           "rated|"_s}));
+    messages.expectBeginning(u"Parameter  : Care"_s, forms::style::information, titleWithVersion);
+    QTest::mouseClick(drawn, Qt::LeftButton, {}, drawn->PointPosition(1, 1));
+    QTest::keyClick(&form(), Qt::Key_B, Qt::AltModifier);
+    EXPECT_EQ(drawn->Picture().size(), plain.size());
+    EXPECT_EQ(drawn->Picture(), plain);
+}
+
 TEST_F(PerformanceMatrixTest, ninthCoincidenceEndsSilently) {
     for (int i = 0; i < 10; ++i)
         rate(u"Same %1"_s.arg(i), 6, 6);
