@@ -19,10 +19,10 @@ int main(int argc, char** argv) {
     const QStringList arguments = QCoreApplication::arguments();
     const Replaced<forms::todayHook> day{[] { return QDate(2024, 3, 5); }};
     const Replaced<forms::nowHook> time{[] { return QDateTime({2024, 3, 5}, {12, 0}); }};
-    desktop::uncaughtHook = [](const std::exception_ptr&) {
+    const Replaced<desktop::uncaughtHook> uncaught{[](const std::exception_ptr&) {
         std::cerr << "an exception has left an event handler\n";
         std::abort();
-    };
+    }};
     qputenv("XDG_CONFIG_HOME", (arguments[1] + u"/config").toUtf8());
     setHomeDirectory(arguments[1]);
     strDatabasePath = arguments[1] + u"/Tallywell.mdb";
