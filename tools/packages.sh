@@ -3,7 +3,7 @@
 # packages.sh GROUP...: installs the missing Debian packages of the groups. Needs root or sudo.
 set -euo pipefail
 
-build="g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools qt6-svg-dev libgl1-mesa-dev libsqlite3-dev libqcustomplot-dev pkg-config libzip-dev libmariadb-dev libssl-dev libsecret-1-dev libboost-dev"
+build="g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools qt6-svg-dev libgl1-mesa-dev libsqlite3-dev libqcustomplot-dev pkg-config libzip-dev libxlsxwriter-dev libmariadb-dev libssl-dev libsecret-1-dev libboost-dev"
 run="libqt6svg6 qt6-qpa-plugins fonts-dejavu-core xdg-utils"
 display="xvfb x11vnc openbox"
 tests="libgtest-dev libgmock-dev libqt6svg6 fonts-dejavu-core poppler-utils python3-xlrd python3-openpyxl python3-uno gnumeric libreoffice-calc-nogui xdg-utils mariadb-server-core mariadb-client-core galera-4 openssl"
