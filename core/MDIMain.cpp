@@ -159,8 +159,10 @@ void MDIMain::setMousePointer(int shape) {
     pointer = shape;
 }
 
-void MDIMain::PopupMenu(const QPoint& globalPosition) {
-    findChild<QMenu*>(u"mnuEdit"_s)->popup(globalPosition);
+void MDIMain::PopupMenu(const QPoint& globalPosition, const QList<QAction*>& further) {
+    auto* menu = findChild<QMenu*>(u"mnuEdit"_s);
+    menu->addActions(further); // those of the last time are still there, or gone with their form
+    menu->popup(globalPosition);
 }
 
 void MDIMain::showHit(const SearchHit& hit) {

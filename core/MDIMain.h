@@ -35,7 +35,7 @@ public:
     void setMousePointer(int shape) override;
     void showHelp(int command, int context) override;
     /// Opens the menu mnuEdit.
-    void PopupMenu(const QPoint& globalPosition) override;
+    void PopupMenu(const QPoint& globalPosition, const QList<QAction*>& further) override;
     void showHit(const SearchHit& hit) override;
     const std::optional<SearchHit>& hitToShow() const override { return currentHit; }
     crystal::CrystalReport& report() override { return crpReport; }

@@ -175,7 +175,7 @@ void frmImprovementPlan::lsvDtls_Click() {
 
 void frmImprovementPlan::lsvDtls_RightClick(const QPoint& globalPosition) {
     if (ui->lsvDtls->ListCount() > 0)
-        Shell::current()->PopupMenu(globalPosition);
+        Shell::current()->PopupMenu(globalPosition, ui->lsvDtls->actions());
 }
 
 void frmImprovementPlan::cmdSave_Click() {

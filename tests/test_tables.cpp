@@ -78,7 +78,7 @@ TEST_F(Tables, columnsOfNumbersOrDatesAreRecognised) {
     EXPECT_EQ(kinds, QList({Number, Date, Text, Text, Text}));
     EXPECT_EQ(tables::tabSeparated(table).toStdString(),
               "5\t05/03/2024\t007\t5\t31/02/2024\n\t01/12/2024\t8\t\"a\tb\"\t01/12/2024\n"
-              "-0.5\t\t9\t\"say \"\"x\"\"\"\t\n");
+              "-0.5\t\t9\t\"say \"\"x\"\"\"\t");
 }
 
 TEST_F(Tables, whatCannotBeWrittenLeavesTheOlderFile) {

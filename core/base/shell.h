@@ -8,6 +8,7 @@
 
 #include <optional>
 
+class QAction;
 class QPoint;
 
 /// A search hit, as needed by the form that shows it.
@@ -32,8 +33,8 @@ public:
     virtual void setMousePointer(int shape) = 0;
     /// command: a forms::HelpRequest; context: the number of the topic.
     virtual void showHelp(int command, int context) = 0;
-    /// Opens the pop-up menu for improvement actions at a screen position.
-    virtual void PopupMenu(const QPoint& globalPosition) = 0;
+    /// Opens the pop-up menu for improvement actions at a screen position; `further` entries follow its own.
+    virtual void PopupMenu(const QPoint& globalPosition, const QList<QAction*>& further) = 0;
     /// Opens the form that shows a hit. The form reads it from hitToShow when it becomes active.
     virtual void showHit(const SearchHit& hit) = 0;
     virtual const std::optional<SearchHit>& hitToShow() const = 0;

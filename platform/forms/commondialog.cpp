@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/forms/commondialog.h"
 
+#include "platform/forms/msgbox.h"
+
 #include <QApplication>
+#include <QFile>
 #include <QFileDialog>
 
 #include <algorithm>
@@ -65,6 +68,20 @@ void CommonDialog::ShowOpen() {
 
 void CommonDialog::ShowSave() {
     take(saveFileHook(*this));
+}
+
+QString CommonDialog::ShowSaveAs(const QStringList& suffixes) {
+    ShowSave();
+    const auto isItsEnd = [this](const QString& suffix) {
+        return FileName.endsWith(suffix, Qt::CaseInsensitive);
+    };
+    if (FileName.isEmpty() || std::any_of(suffixes.begin(), suffixes.end(), isItsEnd))
+        return FileName;
+    const QString path = FileName + suffixes.first();
+    const bool isRefused =
+        QFile::exists(path) && msgBox(path + u" already exists.\r\nDo you want to replace it?",
+                                      style::yesNo + style::secondButton) != Answer::Yes;
+    return isRefused ? QString() : path;
 }
 
 /// Paths may come from any platform, so either separator is accepted.

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QString>
+#include <QStringList>
 
 #include <exception>
 #include <functional>
@@ -43,6 +43,9 @@ public:
     void ShowOpen();
     /// Asks for a name to save under. The answer is put into FileName as typed: no suffix is added.
     void ShowSave();
+    /// Asks for a name like ShowSave and gives it the first of the suffixes, with dots, if it ends with none
+    /// of them; asks before that replaces a file. Returns the path; empty when cancelled.
+    QString ShowSaveAs(const QStringList& suffixes);
     void ShowHelp();
 
 private:

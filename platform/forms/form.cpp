@@ -2,6 +2,7 @@
 #include "platform/forms/form.h"
 
 #include "platform/forms/dtpicker.h"
+#include "platform/forms/tablemenu.h"
 
 #include <QAction>
 #include <QApplication>
@@ -52,6 +53,7 @@ void Form::loadInto() {
     }
     for (QPushButton* button : findChildren<QPushButton*>())
         button->setAutoDefault(true); // Enter presses the button that has the focus
+    addTableMenus(*this);
     onLoad();
 }
 

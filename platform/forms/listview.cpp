@@ -8,6 +8,7 @@
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QKeyEvent>
+#include <QMetaMethod>
 #include <QMouseEvent>
 
 #include <algorithm>
@@ -82,6 +83,10 @@ bool ListView::Selected(int row) const {
 void ListView::setSelected(int row, bool chosen) {
     const auto command = chosen ? QItemSelectionModel::Select : QItemSelectionModel::Deselect;
     selectionModel()->select(items->index(row, 0), command | QItemSelectionModel::Rows);
+}
+
+bool ListView::hasMenu() const {
+    return isSignalConnected(QMetaMethod::fromSignal(&ListView::RightClick));
 }
 
 void ListView::setCurrentRow(int row) {

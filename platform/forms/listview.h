@@ -44,6 +44,8 @@ public:
     void setSelected(int row, bool chosen);
     /// The row under the keyboard's cursor, chosen or not; -1 for none.
     int CurrentRow() const { return currentIndex().row(); }
+    /// Whether a right click is answered already.
+    bool hasMenu() const;
     /// Moves the cursor and chooses nothing.
     void setCurrentRow(int row);
 

@@ -104,18 +104,19 @@ void recogniseColumns(Table& table) {
 }
 
 QString tabSeparated(const Table& table) {
-    QString result;
+    QStringList lines;
     const auto add = [&](const auto& row) {
-        for (qsizetype i = 0; i < row.size(); ++i)
-            result += (i > 0 ? u"\t"_s : QString()) + tabbedCell(row[i]);
-        result += u'\n';
+        QStringList cells;
+        for (const auto& value : row)
+            cells << tabbedCell(value);
+        lines << cells.join(u'\t');
     };
     const auto isEmpty = [](const QString& text) { return text.isEmpty(); };
     if (!std::all_of(table.headings.begin(), table.headings.end(), isEmpty))
         add(table.headings);
     for (const QVariantList& row : table.rows)
         add(row);
-    return result;
+    return lines.join(u'\n');
 }
 
 QString inQuotes(const QString& text) {
