@@ -5,9 +5,9 @@
 #include "core/base/shell.h"
 #include "platform/chart/mschart.h"
 #include "platform/forms/msgbox.h"
+#include "platform/forms/tablemenu.h"
 
 #include <QAction>
-#include <QFile>
 
 using namespace Qt::StringLiterals;
 
@@ -20,24 +20,16 @@ void savePicture(chart::MSChart& drawn, const QString& kind, const QSize& size) 
     forms::CommonDialog& dialog = Shell::current()->fileDialog();
     dialog.CancelError = false;
     dialog.Filter = kind + u" picture|*"_s + suffix;
-    dialog.ShowSave();
-    QString path = dialog.FileName;
+    const QString path = dialog.ShowSaveAs({suffix});
     if (path.isEmpty())
         return;
-    if (!path.endsWith(suffix, Qt::CaseInsensitive)) {
-        path += suffix;
-        if (QFile::exists(path) &&
-            forms::msgBox(path + u" already exists.\r\nDo you want to replace it?",
-                          forms::style::yesNo + forms::style::secondButton) != forms::Answer::Yes)
-            return;
-    }
     if (!drawn.SavePicture(path, size, sharpness))
         forms::msgBox(u"The picture could not be saved as "_s + path, forms::style::critical);
 }
 
 } // namespace
 
-void addPictureMenu(chart::MSChart& drawn, const QSize& size) {
+void addChartMenu(chart::MSChart& drawn, const QSize& size, const std::function<tables::Table()>& points) {
     drawn.setContextMenuPolicy(Qt::ActionsContextMenu);
     const auto add = [&](const QString& text, const auto& step) {
         auto* action = new QAction(text, &drawn);
@@ -47,6 +39,7 @@ void addPictureMenu(chart::MSChart& drawn, const QSize& size) {
     add(u"&Copy picture"_s, [&drawn] { drawn.EditCopy(); });
     for (const QString& kind : {u"PNG"_s, u"SVG"_s, u"PDF"_s})
         add(u"Save picture as "_s + kind + u"...", [&drawn, kind, size] { savePicture(drawn, kind, size); });
+    forms::addTableActions(drawn, u"Copy &Table"_s, points, points);
 }
 
 void savePictureForReport(chart::MSChart& drawn, const QString& file, const QSize& size) {

@@ -1,16 +1,20 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/tables/table.h"
+
 #include <QSize>
 #include <QString>
+
+#include <functional>
 
 namespace chart {
 class MSChart;
 }
 
-/// Adds a context menu to a chart: copy the picture, save it as PNG, SVG or PDF. `size` is the layout size of
-/// saved pictures in logical pixels.
-void addPictureMenu(chart::MSChart& drawn, const QSize& size);
+/// Adds a context menu to a chart: copy the picture, save it as PNG, SVG or PDF, copy or save the table of
+/// its points. `size` is the layout size of saved pictures in logical pixels.
+void addChartMenu(chart::MSChart& drawn, const QSize& size, const std::function<tables::Table()>& points);
 
 /// Saves the chart to a file in the home directory for use in a report, in print resolution, and copies it to
 /// the clipboard. Throws Failure if the file cannot be written.

@@ -62,7 +62,7 @@ frmPerformanceMatrix::frmPerformanceMatrix()
     ui->mschart->tipText = [this](int series, int point) { // after an error mschart may have more points
         return point <= ui->mschartHidden->RowCount() ? pointText(series, point) : QString();
     };
-    addPictureMenu(*ui->mschart, printedSize);
+    addChartMenu(*ui->mschart, printedSize, [this] { return pointTable(); });
     ui->chkBasis->setChecked(desktop::isSwitchedOn(basisSwitch));
     connectEvents();
 }
@@ -329,6 +329,18 @@ QString frmPerformanceMatrix::pointText(int series, int point) const {
     const double weightage = figures.GetData(point, series + 1).value_or(0);
     return u"Parameter  : "_s + figures.RowLabel() + u"\r\nWeightage : " + twoDecimals(weightage) +
            u"\r\nScore         : " + twoDecimals(score) + basis.textOf(point);
+}
+
+/// Parameters and unmoved figures, as pointText.
+tables::Table frmPerformanceMatrix::pointTable() const {
+    tables::Table table{{u"Parameter"_s, u"Score"_s, u"Weightage"_s}, {}};
+    chart::MSChart& figures = *ui->mschartHidden;
+    for (int row = 1; row <= figures.RowCount(); ++row) {
+        figures.setRow(row);
+        if (figures.GetData(row, 1) && figures.GetData(row, 2))
+            table.rows.push_back({figures.RowLabel(), *figures.GetData(row, 1), *figures.GetData(row, 2)});
+    }
+    return table;
 }
 
 void frmPerformanceMatrix::mschart_PointActivated(int series, int point) {

@@ -3,6 +3,7 @@
 
 #include "analysis/matrixbasis.h"
 #include "platform/forms/form.h"
+#include "platform/tables/table.h"
 
 #include <memory>
 
@@ -57,6 +58,7 @@ private:
     void fillMeans();
     void fillHiddenChart();
     QString pointText(int series, int point) const;
+    tables::Table pointTable() const;
 
     MatrixBasis basis;
     int filledOn = 0; ///< the connection of the work tables

@@ -36,7 +36,7 @@ frmSatisfactionIndex::frmSatisfactionIndex()
     ui->mschart->setCategoryTitle(u"Survey Date"_s);
     ui->mschart->setValueTitle(u"Satisfaction Index"_s);
     ui->mschart->setValueScale({.Minimum = 0, .Maximum = 11, .MajorDivision = 11, .MinorDivision = 1});
-    addPictureMenu(*ui->mschart, printedSize);
+    addChartMenu(*ui->mschart, printedSize, [this] { return pointTable(); });
     ui->chkBasis->setChecked(desktop::isSwitchedOn(basisSwitch));
     connectEvents();
 }
@@ -79,6 +79,20 @@ void frmSatisfactionIndex::onLoad() {
         ui->dtFrom->setValue(toDate(ui->lstSurveyDates->List(0)));
     if (ui->lstParameter->ListCount() > 0)
         ui->lstParameter->setListIndex(0);
+}
+
+tables::Table frmSatisfactionIndex::pointTable() const {
+    tables::Table table{{u"Parameter"_s, u"Survey Date"_s, u"Satisfaction Index"_s}, {}};
+    chart::MSChart& drawn = *ui->mschart;
+    for (int series = 1; series <= drawn.ColumnCount(); ++series) {
+        drawn.setColumn(series);
+        for (int row = 1; row <= drawn.RowCount(); ++row) {
+            drawn.setRow(row);
+            if (const std::optional<double> index = drawn.GetData(row, series))
+                table.rows.push_back({drawn.ColumnLabel(), drawn.RowLabel(), *index});
+        }
+    }
+    return table;
 }
 
 void frmSatisfactionIndex::collapse() {

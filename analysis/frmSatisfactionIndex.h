@@ -5,6 +5,7 @@
 #include "analysis/indexbasis.h"
 #include "analysis/linetable.h"
 #include "platform/forms/form.h"
+#include "platform/tables/table.h"
 
 #include <QDate>
 
@@ -64,6 +65,7 @@ private:
 
     void chkBasis();
     void collapse();
+    tables::Table pointTable() const;
     void expand();
     QString customer() const;
     QStringList selectedParameters() const;

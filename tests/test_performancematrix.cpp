@@ -205,7 +205,9 @@ TEST_F(PerformanceMatrixTest, picturesAreSavedAndFailuresReported) {
     expectIdle();
 
     const QList<QAction*> actions = drawn->actions();
-    ASSERT_EQ(actions.size(), 4);
+    ASSERT_EQ(actions.size(), 6);
+    actions[4]->trigger();
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), u"Parameter\tScore\tWeightage\nPrice\t3\t7"_s);
     QString answer;
     const Replaced<forms::saveFileHook> dialog([&](const auto&) { return answer; });
     for (const int kind : {1, 2, 3}) {
