@@ -5,11 +5,13 @@
 #include "platform/crystal/output.h"
 #include "platform/crystal/pageview.h"
 #include "platform/crystal/previewwindow.h"
+#include "platform/crystal/reporttable.h"
 #include "tests/support/pdftext.h"
 #include "tests/support/replaced.h"
 
 #include <QAction>
 #include <QApplication>
+#include <QClipboard>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QPrinter>
@@ -156,6 +158,17 @@ TEST_F(CrystalTest, readsWithoutChangingTheDatabase) {
     EXPECT_EQ(QDir(directory.path()).entryList(QDir::Files), (QStringList{u"store.mdb"_s, u"visit.rpt"_s}));
 }
 
+TEST_F(CrystalTest, aTableHasTheGroupsAndTheValuesOfItsRows) {
+    writeLayout(
+        u"<group field='guest' label='Guest:'/><column field='day' format='date' width='1' heading='Day'/>"
+        "<column field='mark' format='number' decimals='2' zero='none' width='1' heading='Mark' mean='yes'/>"_s);
+    ASSERT_EQ(failure().toStdString(), "");
+    tables::Table table = crystal::tableOf(*run);
+    EXPECT_EQ(table.rows[0][1], QVariant(QDate(2002, 3, 15)));
+    EXPECT_EQ(tables::tabSeparated(table).toStdString(), "Guest\tDay\tMark\nAnn\t15/03/2002\t7\n"
+                                                         "Ann\t17/03/2002\t8.5\nZoë\t16/03/2002\tnone");
+}
+
 TEST_F(CrystalTest, thePreviewTurnsPagesPrintsAndSaves) {
     makeStore("insert into visit (guest) with recursive n(i) as (select 1 union all select i + 1 from n "
               "where i < 5000) select 'Guest' || i from n");
@@ -193,6 +206,8 @@ TEST_F(CrystalTest, thePreviewTurnsPagesPrintsAndSaves) {
     saved = directory.filePath(u"no/such.pdf"_s);
     press("save");
     EXPECT_TRUE(window->statusBar()->currentMessage().contains(u"no/such.pdf: The PDF cannot be written"_s));
+    press("copyTable");
+    EXPECT_TRUE(QApplication::clipboard()->text().startsWith(u"Guest\nGuest1\n"));
     press("close");
 }
 

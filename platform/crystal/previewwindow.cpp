@@ -5,6 +5,8 @@
 #include "platform/crystal/output.h"
 #include "platform/crystal/pageview.h"
 #include "platform/crystal/reportfailure.h"
+#include "platform/crystal/reporttable.h"
+#include "platform/forms/tablemenu.h"
 
 #include <QApplication>
 #include <QDir>
@@ -61,6 +63,8 @@ PreviewWindow::PreviewWindow(std::shared_ptr<const Report> shown, const QString&
     resize(960, 720);
     setCentralWidget(view);
     addActions();
+    const auto table = [this] { return tableOf(*report); };
+    forms::addTableMenu(*view, table, table);
     statusBar();
 }
 

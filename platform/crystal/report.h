@@ -18,6 +18,7 @@ public:
     Report(Layout layout, Records records, QString organisation, const QDate& printed = QDate::currentDate());
 
     const Layout& layout() const { return design; }
+    const std::vector<Block>& blocks() const { return content.blocks; }
     int pageCount() const { return static_cast<int>(pages.size()); }
     QSizeF paperSize() const { return look.paper.size(); } ///< in dots
     /// Draws page 0..pageCount()-1, the paper's corner at the origin and a dot a unit of the painter.
