@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
+#include <QContextMenuEvent>
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -84,7 +85,7 @@ void Walker::point() {
              .arg(local.y()));
     oracle.begin(target);
     if (gesture == u"click")
-        QTest::mouseClick(target, button, held, local);
+        click(target, button, held, local);
     else if (gesture == u"double")
         doubleClick(target, button, held, local);
     else if (gesture == u"drag")
@@ -94,6 +95,16 @@ void Walker::point() {
                            Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
         QApplication::sendEvent(target, &turned);
     }
+}
+
+/// A right click asks for a menu as well, as the window system does.
+void Walker::click(QWidget* target, Qt::MouseButton button, Qt::KeyboardModifiers held, const QPoint& at) {
+    const QPointer<QWidget> alive(target);
+    QTest::mouseClick(target, button, held, at);
+    if (button != Qt::RightButton || !alive || !alive->isVisible() || QApplication::activePopupWidget())
+        return;
+    QContextMenuEvent event(QContextMenuEvent::Mouse, at, target->mapToGlobal(at), held);
+    QApplication::sendEvent(target, &event);
 }
 
 void Walker::doubleClick(QWidget* target, Qt::MouseButton button, Qt::KeyboardModifiers held,

@@ -35,6 +35,7 @@ private:
     void lockSometimes();
     void openSomething();
     void point();
+    static void click(QWidget* target, Qt::MouseButton button, Qt::KeyboardModifiers held, const QPoint& at);
     static void doubleClick(QWidget* target, Qt::MouseButton button, Qt::KeyboardModifiers held,
                             const QPoint& at);
     void drag(QWidget* target, const QPoint& from, Qt::KeyboardModifiers held);
