@@ -80,8 +80,11 @@ void Oracle::watch(forms::Form& form) {
     const auto onCommand = [this](auto* control, auto signal) {
         QObject::connect(control, signal, &hooks, [this, control] { noteCommand(control->objectName()); });
     };
-    for (auto* button : form.findChildren<QAbstractButton*>())
+    for (auto* button : form.findChildren<QAbstractButton*>()) {
         onCommand(button, &QAbstractButton::pressed); // before the form's procedure, which may open a dialog
+        QObject::connect(button, &QAbstractButton::clicked, &hooks,
+                         [this, button] { noteCommand(u"clicked "_s + button->objectName()); });
+    }
     for (auto* grid : form.findChildren<MSHFlexGrid*>())
         onCommand(grid, &MSHFlexGrid::DblClick);
     for (auto* tree : form.findChildren<TreeView*>()) {

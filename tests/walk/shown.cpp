@@ -73,7 +73,7 @@ QStringList Oracle::newRowsOf(const QWidget& form) {
 
 /// A save without a message must have stored every new row.
 QString Oracle::faultOfNewRows() const {
-    if (messageShown || writers.hasOthers() || !commands.contains(u"cmdSaveRespondent") ||
+    if (messageShown || writers.hasOthers() || !commands.contains(u"clicked cmdSaveRespondent") ||
         owner.customers.contains(QString()))
         return {};
     for (const QString& texts : entered) {
