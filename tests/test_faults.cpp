@@ -7,6 +7,7 @@
 #include "feedback/frmFeedBackObj.h"
 #include "platform/ado/sqlitesession.h"
 #include "reference/frmCustomer.h"
+#include "tests/support/agreed.h"
 #include "tests/support/storecompare.h"
 #include "tests/support/surveyfile.h"
 #include "tests/support/surveytest.h"
@@ -25,8 +26,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QString copyFails = u"The copy of the database"_s;
-const QString exported = u"Survey File Exported...Do you want to view the file? "_s;
-
 /// Limits the size of this process's files, as on a full disk.
 void limitFiles(rlim_t bytes) {
     rlimit limit{};
@@ -56,25 +55,12 @@ protected:
         filled.saveAs(path("filled.xls"));
     }
     QString path(const char* name) const { return home() + u'/' + QLatin1StringView(name); }
-    /// Runs `work` and returns its messages. Answers yes to all but viewing a file.
-    static QStringList messagesDuring(const std::function<void()>& work) {
-        QStringList result;
-        const Replaced<forms::messageHook> agrees([&](const forms::Message& message) {
-            expectNoTransaction();
-            result << message.text;
-            return message.text == exported              ? forms::Answer::No
-                   : message.style & forms::style::yesNo ? forms::Answer::Yes
-                                                         : forms::Answer::Ok;
-        });
-        work();
-        return result;
-    }
     /// The same with the files opened as the user nobody if the test runs as root.
     static QStringList messagesWithoutRights(const std::function<void()>& work) {
         constexpr uid_t nobody = 65534;
         cnnMain->Close();
         setfsuid(nobody);
-        const QStringList result = messagesDuring(work);
+        const QStringList result = messagesAgreedTo(work);
         setfsuid(geteuid());
         cnnMain->Close();
         toOpenConnection();
@@ -114,14 +100,14 @@ protected:
 TEST_F(FaultsTest, aFullDiskIsReportedAndChangesNeitherStoreNorFiles) {
     showForms();
     std::signal(SIGXFSZ, SIG_IGN);
-    EXPECT_EQ(messagesDuring(readFile), QStringList()); // also makes the backup of this session
+    EXPECT_EQ(messagesAgreedTo(readFile), QStringList()); // also makes the backup of this session
     const QStringList before = storeRows(*cnnMain);
     fillStore();
-    EXPECT_EQ(messagesDuring(saveAnswers),
+    EXPECT_EQ(messagesAgreedTo(saveAnswers),
               QStringList{u"Error : 13\r\nThe disk is full. Nothing of this step has been saved."_s});
     runRaw(u"pragma max_page_count = 100000000"_s);
     EXPECT_EQ(storeRows(*cnnMain), before);
-    EXPECT_EQ(messagesDuring(saveAnswers), QStringList());
+    EXPECT_EQ(messagesAgreedTo(saveAnswers), QStringList());
     EXPECT_NE(storeRows(*cnnMain), before);
 
     // The survey file is the old one or none; its row is in the register already. There is no message.
@@ -129,12 +115,12 @@ TEST_F(FaultsTest, aFullDiskIsReportedAndChangesNeitherStoreNorFiles) {
     for (int round = 0; round < 2; ++round) {
         sqlite3* store = ado::databaseOf(*cnnMain);
         sqlite3_trace_v2(store, SQLITE_TRACE_PROFILE, fillAfterRegister, nullptr);
-        EXPECT_EQ(messagesDuring(exportSurvey).filter(exported), QStringList());
+        EXPECT_EQ(messagesAgreedTo(exportSurvey).filter(exported), QStringList());
         sqlite3_trace_v2(store, 0, nullptr, nullptr);
         limitFiles(RLIM_INFINITY);
         EXPECT_EQ(rows(u"select xlsfilename from log"_s), QStringList{u"111.xls"_s});
         EXPECT_EQ(QFile::exists(path("111.xls")) ? contentOf(path("111.xls")) : "none", file);
-        EXPECT_EQ(messagesDuring(exportSurvey).filter(exported).size(), 1);
+        EXPECT_EQ(messagesAgreedTo(exportSurvey).filter(exported).size(), 1);
         file = contentOf(path("111.xls"));
     }
     EXPECT_EQ(QDir(home()).entryList({u"111.xls*"_s}), QStringList{u"111.xls"_s});
@@ -143,14 +129,14 @@ TEST_F(FaultsTest, aFullDiskIsReportedAndChangesNeitherStoreNorFiles) {
     forgetBackup();
     ASSERT_TRUE(QDir(path("backup")).removeRecursively());
     limitFiles(40000);
-    const QStringList reported = messagesDuring(deleteRespondent);
+    const QStringList reported = messagesAgreedTo(deleteRespondent);
     limitFiles(RLIM_INFINITY);
     ASSERT_EQ(reported.size(), 1);
     EXPECT_TRUE(reported[0].contains(copyFails) && reported[0].contains(u"Nothing has been changed"))
         << reported[0].toStdString();
     EXPECT_EQ(value(u"select count(*) from respondent"_s), u"2"_s);
     EXPECT_EQ(QDir(path("backup")).entryList(QDir::Files), QStringList());
-    EXPECT_EQ(messagesDuring(deleteRespondent), QStringList());
+    EXPECT_EQ(messagesAgreedTo(deleteRespondent), QStringList());
     EXPECT_EQ(listBackups(strDatabasePath).size(), 1);
 }
 
@@ -177,13 +163,13 @@ TEST_F(FaultsTest, aLockedStoreIsReportedAfterAWait) {
     other.lock();
     QElapsedTimer waiting;
     waiting.start();
-    EXPECT_EQ(messagesDuring(saveAnswers), QStringList{messageOf(Locked)});
+    EXPECT_EQ(messagesAgreedTo(saveAnswers), QStringList{messageOf(Locked)});
     EXPECT_GT(waiting.elapsed(), 1500); // milliseconds; another program is usually done sooner
 }
 
 TEST_F(FaultsTest, anUnusableStoreIsReportedAtStartAndANewerOneRefused) {
     const auto reported = [](StoreState state) {
-        return messagesDuring([&] { EXPECT_EQ(checkStore(strDatabasePath), state); }).value(0);
+        return messagesAgreedTo([&] { EXPECT_EQ(checkStore(strDatabasePath), state); }).value(0);
     };
     const QString file = u"The file '"_s + strDatabasePath + u"' ";
     runRaw(u"pragma user_version = 3"_s);
@@ -231,8 +217,8 @@ TEST_F(FaultsTest, damageInsideTheStoreIsReportedMeanwhileAndNeverCopied) {
         u"' is damaged inside: what is saved now can be lost.\r\n\r\nTo go back to a copy "
         "of it, put one of these in its place, the newest first:\r\n"_s +
         copies[0]};
-    QStringList shown = messagesDuring([] { const StoreInspection ends(strDatabasePath); });
-    shown += messagesDuring([] {
+    QStringList shown = messagesAgreedTo([] { const StoreInspection ends(strDatabasePath); });
+    shown += messagesAgreedTo([] {
         const StoreInspection inspection(strDatabasePath);
         cnnMain->BeginTrans();
         QTest::qWait(500); // no message while a transaction is open
@@ -240,7 +226,7 @@ TEST_F(FaultsTest, damageInsideTheStoreIsReportedMeanwhileAndNeverCopied) {
         QTest::qWait(500);
     });
     EXPECT_EQ(shown, reported);
-    EXPECT_TRUE(messagesDuring(deleteRespondent)
+    EXPECT_TRUE(messagesAgreedTo(deleteRespondent)
                     .value(0)
                     .startsWith(u"Error : 11\r\nThe database is damaged, and so would be its copy '"_s));
     EXPECT_EQ(value(u"select count(*) from respondent"_s), u"2"_s);
@@ -253,13 +239,13 @@ TEST_F(FaultsTest, aMissingOrReplacedStoreIsReported) {
         ASSERT_TRUE(QFile::rename(strDatabasePath, path("away.mdb")));
         EXPECT_EQ(replaced && QFile::copy(path("away.mdb"), strDatabasePath), replaced);
         EXPECT_EQ(
-            messagesDuring(saveAnswers),
+            messagesAgreedTo(saveAnswers),
             QStringList{u"Error : 8\r\nThe database file has been moved, deleted or replaced meanwhile. "
                         "Close the program and start it again."_s});
         QFile::remove(strDatabasePath);
         ASSERT_TRUE(QFile::rename(path("away.mdb"), strDatabasePath));
     }
-    EXPECT_EQ(messagesDuring(saveAnswers), QStringList());
+    EXPECT_EQ(messagesAgreedTo(saveAnswers), QStringList());
 }
 
 /// The files before the one that does not fit share its transaction: all are rolled back and reported.
@@ -273,9 +259,9 @@ TEST_F(FaultsTest, readingManyFilesUntilTheDiskIsFull) {
         titles << QString::fromLatin1(name);
     }
     QStringList bad;
-    EXPECT_EQ(messagesDuring([&] { bad = readSurveyFiles({files.first()}).bad; }), QStringList());
+    EXPECT_EQ(messagesAgreedTo([&] { bad = readSurveyFiles({files.first()}).bad; }), QStringList());
     fillStore();
-    EXPECT_EQ(messagesDuring([&] {
+    EXPECT_EQ(messagesAgreedTo([&] {
                   bad += readSurveyFiles({files.begin() + 1, files.end()}).bad;
               }).size(),
               1);

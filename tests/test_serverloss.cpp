@@ -7,6 +7,7 @@
 #include "feedback/frmFeedBackObj.h"
 #include "platform/ado/datasources.h"
 #include "platform/forms/commondialog.h"
+#include "tests/support/agreed.h"
 #include "tests/support/certificates.h"
 #include "tests/support/enginestest.h"
 #include "tests/support/surveyfile.h"
@@ -48,8 +49,6 @@ extern "C" int STDCALL mysql_real_query(MYSQL* connection, const char* text, uns
 }
 
 namespace {
-
-const QString exported = u"Survey File Exported...Do you want to view the file? "_s;
 
 /// Ann has the questions 0 and 4 of the catalogue today; three files hold her answers. The data source leads
 /// to two hosts, of which one runs at a time on the same data.
@@ -103,17 +102,9 @@ protected:
     }
     /// Runs `work` and returns its messages; `fault` happens before its nth statement.
     static QStringList messagesDuring(const std::function<void()>& work, int statement = 0) {
-        QStringList result;
-        const Replaced<forms::messageHook> agrees([&](const forms::Message& message) {
-            expectNoTransaction();
-            result << message.text;
-            return message.text == exported              ? forms::Answer::No
-                   : message.style & forms::style::yesNo ? forms::Answer::Yes
-                                                         : forms::Answer::Ok;
-        });
         statementsSeen = 0;
         failingStatement = statement;
-        work();
+        QStringList result = messagesAgreedTo(work);
         failingStatement = 0;
         result.removeAll(exported);
         return result;
