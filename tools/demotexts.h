@@ -57,6 +57,32 @@ inline constexpr Customer customers[] = {
      -0.2},
 };
 
+/// A customer of many respondents, some of whom do not answer.
+struct LargeCustomer {
+    const char* name;
+    const char* address;
+    const char* phone;
+    const char* domain;
+    std::array<Respondent, 12> respondents;
+};
+
+inline constexpr LargeCustomer largeCustomer{"Westmoor Hospitals",
+                                             "Infirmary Road, Westmoor",
+                                             "+44 1632 960775",
+                                             "westmoor.example",
+                                             {{{"Agnes Holloway", "Head of Supply"},
+                                               {"Bashir Rahman", "Theatre Manager"},
+                                               {"Carla Novák", "Head of Pharmacy"},
+                                               {"Declan Byrne", "Facilities"},
+                                               {"Eszter Varga", "Ward Manager"},
+                                               {"Femi Adeyemi", "Procurement"},
+                                               {"Greta Lindholm", "Sterile Services"},
+                                               {"Henrik Dahl", "Finance"},
+                                               {"Ines Carvalho", "Laboratory"},
+                                               {"Jonas Weber", "Medical Engineering"},
+                                               {"Kirsty MacLeod", "Outpatients"},
+                                               {"Luca Moretti", "Catering"}}}};
+
 struct Parameter {
     const char* name;
     std::array<const char*, 4> scored;

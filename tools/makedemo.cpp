@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// makedemo: prints the SQL statements that fill a demonstration store: 5 customers with 3 respondents each, 8
-// parameters of 5 questions, 6 quarterly surveys with answers, and actions. The output is always the same.
+// makedemo: prints the SQL statements that fill a demonstration store: 5 customers with 3 respondents each
+// and one with 12, not all of whom answer, 8 parameters of 5 questions, 6 quarterly surveys with answers, and
+// actions. The output is always the same.
 #include "tools/demotexts.h"
 
 #include <QDate>
@@ -58,6 +59,7 @@ public:
             for (int customer = 0; customer < int(std::size(demo::customers)); ++customer)
                 addSurvey(customer, quarter);
         addActions();
+        addLargeCustomer();
         return script.toUtf8();
     }
 
@@ -80,7 +82,8 @@ private:
         }
     }
 
-    static QString emailOf(const demo::Respondent& respondent, const demo::Customer& customer) {
+    template <class Customer>
+    static QString emailOf(const demo::Respondent& respondent, const Customer& customer) {
         const QString surname = QString::fromUtf8(respondent.name).section(u' ', -1);
         QString plain;
         for (const QChar letter : surname.normalized(QString::NormalizationForm_D).toLower())
@@ -89,22 +92,44 @@ private:
         return plain + u"@" + QString::fromUtf8(customer.domain);
     }
 
+    template <class Customer> void addCustomer(const Customer& customer) {
+        const QString custid = QString::number(++lastCustomer);
+        insert(u"customer"_s,
+               {custid, quoted(customer.name), quoted(customer.address), quoted(customer.phone),
+                quoted(u"info@" + QString::fromUtf8(customer.domain))});
+        for (const demo::Respondent& respondent : customer.respondents)
+            insert(u"respondent"_s, {QString::number(++lastRespondent), custid, quoted(respondent.name),
+                                     quoted(respondent.designation), quoted(emailOf(respondent, customer))});
+        insert(
+            u"standardmessage"_s,
+            {custid, quoted(u"Dear customer,\n\nplease fill in the attached questionnaire and send it back "
+                            "within two weeks. Thank you for helping us to improve.\n\n"_s +
+                            QString::fromUtf8(demo::organisation))});
+    }
     void addCustomers() {
-        int custid = 0;
-        int respondentid = 0;
-        for (const demo::Customer& customer : demo::customers) {
-            insert(u"customer"_s,
-                   {QString::number(++custid), quoted(customer.name), quoted(customer.address),
-                    quoted(customer.phone), quoted(u"info@" + QString::fromUtf8(customer.domain))});
-            for (const demo::Respondent& respondent : customer.respondents)
-                insert(u"respondent"_s,
-                       {QString::number(++respondentid), QString::number(custid), quoted(respondent.name),
-                        quoted(respondent.designation), quoted(emailOf(respondent, customer))});
-            insert(u"standardmessage"_s,
-                   {QString::number(custid),
-                    quoted(u"Dear customer,\n\nplease fill in the attached questionnaire and send it back "
-                           "within two weeks. Thank you for helping us to improve.\n\n"_s +
-                           QString::fromUtf8(demo::organisation))});
+        for (const demo::Customer& customer : demo::customers)
+            addCustomer(customer);
+    }
+
+    /// From a half to three quarters of the respondents answer, and of them some not all questions.
+    void addLargeCustomer() {
+        const int first = lastRespondent + 1;
+        addCustomer(demo::largeCustomer);
+        for (int quarter = 1; quarter < quarters; ++quarter) {
+            const QString surveyid = QString::number(++lastSurvey);
+            insert(u"survey"_s, {surveyid, quoted(surveyDate(quarter)), QString::number(lastCustomer)});
+            for (int respondentid = first; respondentid <= lastRespondent; ++respondentid) {
+                const bool answered = chance.below(3) > 0;
+                int questionid = 0;
+                for (const demo::Parameter& parameter : demo::parameters)
+                    for (int i = 0; i < questionsOfParameter; ++i) {
+                        insert(u"responquesindex"_s,
+                               {QString::number(respondentid), QString::number(++questionid), surveyid,
+                                QString::number(questionid)});
+                        if (answered && chance.below(12) > 0)
+                            addAnswer(parameter, {-0.5, quarter, respondentid, questionid, i}, surveyid);
+                    }
+            }
         }
     }
 
@@ -122,13 +147,15 @@ private:
                            {QString::number(respondentid), QString::number(++questionid), surveyid,
                             QString::number(++order)});
                     if (answered)
-                        addAnswer(parameter, {customer, quarter, respondentid, questionid, i}, surveyid);
+                        addAnswer(parameter,
+                                  {demo::customers[customer].bias, quarter, respondentid, questionid, i},
+                                  surveyid);
                 }
         }
     }
 
     struct Asked {
-        int customer;
+        double bias; // added to the scores
         int quarter;
         int respondentid;
         int questionid;
@@ -144,8 +171,8 @@ private:
                               QString::number(asked.questionid), surveyid, quoted(surveyDate(asked.quarter))};
         const QString weightage = mark(parameter.weightage + 0.8 * chance.noise());
         if (asked.ofParameter < int(parameter.scored.size())) {
-            const double mean = parameter.level + parameter.trend * asked.quarter +
-                                demo::customers[asked.customer].bias + 0.3 * (asked.ofParameter - 1.5);
+            const double mean = parameter.level + parameter.trend * asked.quarter + asked.bias +
+                                0.3 * (asked.ofParameter - 1.5);
             insert(u"feedbackobjective"_s, key + QStringList{mark(mean + 0.9 * chance.noise()), weightage});
         } else {
             const char* reply = parameter.replies[std::size_t(chance.below(int(parameter.replies.size())))];
@@ -166,6 +193,8 @@ private:
 
     Chance chance;
     QString script;
+    int lastCustomer = 0;
+    int lastRespondent = 0;
     int lastSurvey = 0;
 };
 
