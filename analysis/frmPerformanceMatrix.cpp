@@ -4,7 +4,7 @@
 #include "analysis/chartmenu.h"
 #include "analysis/choices.h"
 #include "analysis/figures/performancematrix.h"
-#include "analysis/figures/ratings.h"
+#include "analysis/matrixgroups.h"
 #include "core/base/busy.h"
 #include "core/base/failure.h"
 #include "core/base/gblGlobal.h"
@@ -15,6 +15,8 @@
 #include "platform/forms/msgbox.h"
 #include "ui_frmPerformanceMatrix.h"
 
+#include <QAction>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -24,27 +26,13 @@ constexpr int designHeight = 7140; // twips, like tall and titleBar
 constexpr int tall = 7215;
 constexpr int titleBar = 350;
 constexpr int roomForChart = 340; // pixels; minimum for a readable chart
-constexpr int roomForBasis = 130; // pixels
+constexpr int roomForLists = 130; // pixels
 constexpr auto basisSwitch = "frmPerformanceMatrix/chkBasis";
 constexpr QSize printedSize{690, 436};
 constexpr QColor grey{0xC0, 0xC0, 0xC0};
 
 QString twoDecimals(double value) {
     return QString::number(value, 'f', 2);
-}
-
-/// One parameter and the answers to its questions.
-struct Group {
-    QString parameter;
-    std::vector<RatedAnswer> answers;
-};
-
-Group& groupOf(std::vector<Group>& groups, const QString& parameter) {
-    for (Group& group : groups) {
-        if (group.parameter.compare(parameter, Qt::CaseInsensitive) == 0)
-            return group;
-    }
-    return groups.emplace_back(Group{parameter, {}});
 }
 
 } // namespace
@@ -63,6 +51,7 @@ frmPerformanceMatrix::frmPerformanceMatrix()
         return point <= ui->mschartHidden->RowCount() ? pointText(series, point) : QString();
     };
     addChartMenu(*ui->mschart, printedSize, [this] { return pointTable(); });
+    addNewAction();
     ui->chkBasis->setChecked(desktop::isSwitchedOn(basisSwitch));
     connectEvents();
 }
@@ -79,6 +68,7 @@ void frmPerformanceMatrix::connectEvents() {
     connect(ui->cmdHelp, &QPushButton::clicked, this, [] { showHelpTopic(helpContext); });
     connect(ui->mschart, &chart::MSChart::PointActivated, this, &This::mschart_PointActivated);
     connect(ui->chkBasis, &QCheckBox::toggled, this, &This::chkBasis);
+    connect(ui->aids, &AidPanel::Changed, this, &This::toShowAids);
 }
 
 void frmPerformanceMatrix::onLoad() {
@@ -101,6 +91,7 @@ void frmPerformanceMatrix::shorten(int twips) {
     ui->mschart->hide();
     ui->Frame3->hide();
     ui->lsvBasis->hide();
+    ui->lsvGaps->hide();
     setHeight(qMax(twips, frameHeight() + titleBar));
 }
 
@@ -108,8 +99,10 @@ void frmPerformanceMatrix::expand() {
     ui->mschart->show();
     ui->Frame3->show();
     ui->lsvBasis->setVisible(ui->chkBasis->isChecked());
-    const int list = ui->chkBasis->isChecked() ? forms::toTwips(roomForBasis) : 0;
-    setHeight(qMax(tall, frameHeight() + titleBar + forms::toTwips(roomForChart)) + list);
+    ui->lsvGaps->setVisible(ui->aids->choice().hasGaps);
+    const bool hasList = ui->chkBasis->isChecked() || ui->aids->choice().hasGaps;
+    const int lists = hasList ? forms::toTwips(roomForLists) : 0;
+    setHeight(qMax(tall, frameHeight() + titleBar + forms::toTwips(roomForChart)) + lists);
 }
 
 QString frmPerformanceMatrix::customer() const {
@@ -147,6 +140,7 @@ void frmPerformanceMatrix::cmdView() {
     toFillTable();
     toDrawChart();
     toDrawOnHiddenChart();
+    toShowAids();
     toShowBasis();
 }
 
@@ -165,6 +159,23 @@ void frmPerformanceMatrix::toShowBasis() {
         });
 }
 
+void frmPerformanceMatrix::toShowAids() {
+    aids.clear(*ui->mschart);
+    if (!ui->mschart->isVisible())
+        return;
+    expand();
+    guarded([this] {
+        QStringList dates;
+        for (int i = 0; i < ui->lstSurveyDates->ListCount(); ++i)
+            dates << ui->lstSurveyDates->List(i);
+        ui->aids->setDates(dates, ui->lstSurveyDates->Text());
+        aids.show(*ui->mschart, *ui->mschartHidden, ui->aids->choice(), customer(),
+                  toDate(ui->lstSurveyDates->Text()));
+        if (ui->aids->choice().hasGaps)
+            aids.list(*ui->lsvGaps);
+    });
+}
+
 void frmPerformanceMatrix::toFillTable() {
     guarded([this] {
         filledOn = connectionNumber;
@@ -178,20 +189,10 @@ void frmPerformanceMatrix::toFillTable() {
     });
 }
 
-/// Reads the answers of the date in one pass; parameters are kept in order of their first answer.
 void frmPerformanceMatrix::fillMeans() {
-    ado::Recordset answers(u"select * from scatter where custname='"_s + customer() + u"' and sdate=#" +
-                               toSqlDate(toDate(ui->lstSurveyDates->Text())) + u"# ",
-                           *cnnMain);
-    const ado::Field parametername = answers["parametername"];
-    const ado::Field weightage = answers["weightage"];
-    const ado::Field score = answers["score"];
-    std::vector<Group> groups;
-    for (; !answers.Eof(); answers.MoveNext())
-        groupOf(groups, parametername.Text()).answers.push_back({toRating(weightage), toRating(score)});
-
+    const std::vector<MatrixGroup> groups = readMatrixGroups(customer(), toDate(ui->lstSurveyDates->Text()));
     ado::Recordset scatter(u"select * from scattertable"_s, *cnnMain, ado::Recordset::Lock::BatchOptimistic);
-    for (const Group& group : groups) {
+    for (const MatrixGroup& group : groups) {
         const std::optional<MatrixMeans> means = matrixMeans(group.answers);
         if (!means)
             continue;
@@ -347,6 +348,29 @@ void frmPerformanceMatrix::mschart_PointActivated(int series, int point) {
     guarded([&] { forms::msgBox(pointText(series, point), forms::style::information, titleWithVersion); });
 }
 
+/// In the menus of the chart and of the list by gap.
+void frmPerformanceMatrix::addNewAction() {
+    auto* ofPoint = new QAction(u"&New Action..."_s, ui->mschart);
+    ofPoint->setObjectName(u"newAction"_s);
+    ui->mschart->addAction(ofPoint);
+    connect(ui->mschart, &chart::MSChart::MenuAboutToOpen, ofPoint, [ofPoint](int, int point) {
+        ofPoint->setEnabled(point > 0);
+        ofPoint->setData(point);
+    });
+    connect(ofPoint, &QAction::triggered, this, [this, ofPoint] { newAction(ofPoint->data().toInt()); });
+    auto* ofRow = new QAction(u"&New Action..."_s, ui->lsvGaps);
+    ofRow->setObjectName(u"newAction"_s);
+    ui->lsvGaps->addAction(ofRow);
+    connect(ofRow, &QAction::triggered, this,
+            [this] { newAction(aids.chartRow(ui->lsvGaps->CurrentRow())); });
+}
+
+void frmPerformanceMatrix::newAction(int chartRow) {
+    const QString text = aids.actionText(chartRow);
+    if (!text.isEmpty())
+        Shell::current()->startAction({customer(), text});
+}
+
 void frmPerformanceMatrix::cmdPrint() {
     Busy busy(*this);
     if (!guarded([this] { requireFilledOn(filledOn); }))
@@ -356,6 +380,8 @@ void frmPerformanceMatrix::cmdPrint() {
             busy.say(u"Generating Report...."_s);
         savePictureForReport(*ui->mschart, u"perform.bmp"_s, printedSize);
         startReport(Shell::current()->report(), u"scatter.rpt"_s, u"companyname"_s,
-                    u"Performance Matrix Report"_s);
+                    u"Performance Matrix Report"_s, {},
+                    {u"SurveyDate='"_s + ui->lstSurveyDates->Text() + u'\'',
+                     u"CrossHair='"_s + aids.crossHairText() + u'\''});
     });
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "analysis/matrixaids.h"
 #include "analysis/matrixbasis.h"
 #include "platform/forms/form.h"
 #include "platform/tables/table.h"
@@ -37,6 +38,8 @@ public:
     void toColorGridRow(double score, double weightage, int row);
     /// Shows what stands behind the points, when that is switched on.
     void toShowBasis();
+    /// Draws the chosen reading aids, and lists the points by their gap when that is switched on.
+    void toShowAids();
 
 private:
     friend class DefaultForm<frmPerformanceMatrix>;
@@ -51,6 +54,8 @@ private:
     void mschart_PointActivated(int series, int point);
 
     void chkBasis();
+    void newAction(int chartRow);
+    void addNewAction();
     void shorten(int twips);
     void expand();
     QString customer() const;
@@ -60,6 +65,7 @@ private:
     QString pointText(int series, int point) const;
     tables::Table pointTable() const;
 
+    MatrixAids aids;
     MatrixBasis basis;
     int filledOn = 0; ///< the connection of the work tables
     std::unique_ptr<Ui::frmPerformanceMatrix> ui;

@@ -173,6 +173,11 @@ void MDIMain::showHit(const SearchHit& hit) {
         frmFeedBackObj::instance().Show();
 }
 
+void MDIMain::startAction(const ActionDraft& draft) {
+    frmImprovementPlan::instance().Show();
+    frmImprovementPlan::instance().toStartAction(draft);
+}
+
 void MDIMain::closeEvent(QCloseEvent* event) {
     showStatus({});
     area->closeAllSubWindows();

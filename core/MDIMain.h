@@ -38,6 +38,7 @@ public:
     void PopupMenu(const QPoint& globalPosition, const QList<QAction*>& further) override;
     void showHit(const SearchHit& hit) override;
     const std::optional<SearchHit>& hitToShow() const override { return currentHit; }
+    void startAction(const ActionDraft& draft) override;
     crystal::CrystalReport& report() override { return crpReport; }
     forms::CommonDialog& fileDialog() override { return CommonDialog1; }
 

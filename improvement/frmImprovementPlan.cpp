@@ -76,12 +76,8 @@ void frmImprovementPlan::onActivate() {
         return;
     showNoAction();
     forms::ListBox* customers = ui->lstCusName;
-    for (int i = 0; i < customers->ListCount(); ++i) {
-        if (customers->List(i) == hit->customer) {
-            customers->setSelected(i, true);
-            break;
-        }
-    }
+    if (const int row = customerRow(hit->customer); row >= 0)
+        customers->setSelected(row, true);
     if (customers->SelCount() == 1) {
         ui->dtdate->setValue(toDate(hit->date));
     } else {
@@ -89,6 +85,35 @@ void frmImprovementPlan::onActivate() {
         forms::msgBox(u"The customer of this hit is no longer there."_s, forms::style::information,
                       titleWithVersion);
     }
+}
+
+void frmImprovementPlan::toStartAction(const ActionDraft& draft) {
+    const bool isUnsaved =
+        ui->txtDescription->isModified() && !ui->txtDescription->text().trimmed().isEmpty();
+    if (isUnsaved && forms::msgBox(u"The description of an action has not been saved.\r\n"
+                                   "Do you want to replace it?"_s,
+                                   forms::style::yesNo + forms::style::secondButton,
+                                   titleWithVersion) != forms::Answer::Yes)
+        return;
+    if (!toFilllstCustomername()) // the customer may be newer than the list
+        return;
+    showNoAction();
+    guarded([&] {
+        const QDate free = firstDayWithoutAction(requireCustomers({draft.customer}).front());
+        ui->lstCusName->setSelected(customerRow(draft.customer), true);
+        ui->dtdate->setValue(free);
+        ui->txtDescription->setText(draft.description);
+        ui->txtDescription->setModified(true);
+        ui->txtDescription->setFocus();
+    });
+}
+
+int frmImprovementPlan::customerRow(const QString& name) const {
+    for (int i = 0; i < ui->lstCusName->ListCount(); ++i) {
+        if (ui->lstCusName->List(i) == name)
+            return i;
+    }
+    return -1;
 }
 
 bool frmImprovementPlan::toFilllstCustomername() {

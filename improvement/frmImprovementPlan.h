@@ -10,6 +10,8 @@
 #include <optional>
 #include <vector>
 
+struct ActionDraft;
+
 namespace Ui {
 class frmImprovementPlan;
 }
@@ -36,6 +38,9 @@ public:
     void toFillListView();
     /// Loads the action of currentCustomer() on the plan date into the boxes.
     void torefreshOnCustomerNameClick();
+    /// Fills the boxes for a new action of a customer, on the first day from today that has none. Asks before
+    /// it replaces a description that has not been saved.
+    void toStartAction(const ActionDraft& draft);
     /// Sets the status of every chosen customer's actions on the dates of the chosen rows.
     void toupdateStatus();
     /// Deletes every chosen customer's actions on the dates of the chosen rows.
@@ -59,6 +64,7 @@ private:
     PlannedAction entered() const;
     /// Remembers the stored action as the one that was read. Throws Failure.
     void noteAsRead(int custid, const QDate& date);
+    int customerRow(const QString& name) const; ///< -1: not listed
     void showNoAction();
     void showStatusOf(bool complete);
     /// The customer under the list's cursor if chosen, or if none is chosen; else the first chosen one.

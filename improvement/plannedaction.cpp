@@ -27,3 +27,15 @@ ChangedRow ReadAction::changedMeanwhile(const PlannedAction& stored, const Plann
     addIfChanged(changed, {statusField, texts.status, stored.status, mine.status});
     return changed;
 }
+
+QDate firstDayWithoutAction(int custid) {
+    ado::Recordset planned(u"select * from actionplan where customerid="_s + QString::number(custid) +
+                               u" and date>=#" + toSqlDate(forms::today()) + u"# order by date",
+                           *cnnMain);
+    QDate free = forms::today();
+    for (; !planned.Eof() && planned["Date"].Value().toDate() <= free; planned.MoveNext()) {
+        if (planned["Date"].Value().toDate() == free)
+            free = free.addDays(1);
+    }
+    return free;
+}

@@ -30,6 +30,9 @@ QString statusWord(bool isComplete);
 /// visible.
 QDate dateOrToday(const QDate& date);
 
+/// The first day from today on without an action of the customer. Throws Failure.
+QDate firstDayWithoutAction(int custid);
+
 /// The action in the boxes as it was read for one customer and plan date; without texts if there was none.
 struct ReadAction {
     int custid = 0;

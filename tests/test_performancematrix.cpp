@@ -205,7 +205,7 @@ TEST_F(PerformanceMatrixTest, picturesAreSavedAndFailuresReported) {
     expectIdle();
 
     const QList<QAction*> actions = drawn->actions();
-    ASSERT_EQ(actions.size(), 6);
+    ASSERT_EQ(actions.size(), 7);
     actions[4]->trigger();
     EXPECT_EQ(QGuiApplication::clipboard()->text(), u"Parameter\tScore\tWeightage\nPrice\t3\t7"_s);
     QString answer;

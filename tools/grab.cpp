@@ -145,12 +145,21 @@ bool grabEditor() {
     return saved;
 }
 
+/// The customer of many respondents, some of whom have not answered.
+void chooseLargeCustomer(forms::Form& form) {
+    auto* customers = form.findChild<forms::ComboBox*>(u"cmdCustomerName"_s);
+    customers->setListIndex(customers->ListCount() - 1);
+}
+
 bool grabIndex() {
     frmSatisfactionIndex& form = frmSatisfactionIndex::instance();
     form.Show();
     form.findChild<QListWidget*>(u"lstParameter"_s)->selectAll();
     form.findChild<QAbstractButton*>(u"cmdView"_s)->click();
     bool saved = save(MDIMain::instance(), u"frmSatisfactionIndex-chart"_s);
+    chooseLargeCustomer(form);
+    form.findChild<QListWidget*>(u"lstParameter"_s)->selectAll();
+    form.findChild<QAbstractButton*>(u"cmdView"_s)->click();
     auto* basis = form.findChild<QAbstractButton*>(u"chkBasis"_s);
     basis->click();
     saved = save(MDIMain::instance(), u"frmSatisfactionIndex-basis"_s) && saved;
@@ -159,15 +168,39 @@ bool grabIndex() {
     return saved;
 }
 
+/// The last survey with all reading aids.
+bool grabAids(frmPerformanceMatrix& form) {
+    const auto click = [&form] {
+        for (const auto* box : {"chkNames", "chkGaps", "chkDiagonal"})
+            form.findChild<QAbstractButton*>(QLatin1StringView(box))->click();
+    };
+    const auto choose = [&form](const char* box, int index) {
+        auto* list = form.findChild<QComboBox*>(QLatin1StringView(box));
+        list->setCurrentIndex(index);
+        Q_EMIT list->activated(index);
+    };
+    click();
+    choose("cmbCrossHair", 1);
+    choose("cmbCompared", 1);
+    const bool saved = save(MDIMain::instance(), u"frmPerformanceMatrix-aids"_s);
+    click(); // as at first
+    choose("cmbCrossHair", 0);
+    return saved;
+}
+
 bool grabMatrix() {
     frmPerformanceMatrix& form = frmPerformanceMatrix::instance();
     form.Show();
     form.findChild<forms::ListBox*>(u"lstSurveyDates"_s)->setListIndex(0);
     bool saved = save(MDIMain::instance(), u"frmPerformanceMatrix-chart"_s);
+    chooseLargeCustomer(form);
+    auto* dates = form.findChild<forms::ListBox*>(u"lstSurveyDates"_s);
+    dates->setListIndex(dates->ListCount() - 1);
     auto* basis = form.findChild<QAbstractButton*>(u"chkBasis"_s);
     basis->click();
     saved = save(MDIMain::instance(), u"frmPerformanceMatrix-basis"_s) && saved;
     basis->click();
+    saved = grabAids(form) && saved;
     frmPerformanceMatrix::unload();
     return saved;
 }

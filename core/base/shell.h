@@ -18,6 +18,12 @@ struct SearchHit {
     bool isAction; ///< an improvement action; else a survey question or answer
 };
 
+/// An improvement action to be written.
+struct ActionDraft {
+    QString customer;
+    QString description; ///< its beginning
+};
+
 /// The forms' interface to the main window.
 class Shell {
 public:
@@ -38,6 +44,8 @@ public:
     /// Opens the form that shows a hit. The form reads it from hitToShow when it becomes active.
     virtual void showHit(const SearchHit& hit) = 0;
     virtual const std::optional<SearchHit>& hitToShow() const = 0;
+    /// Opens the improvement plan with a new action.
+    virtual void startAction(const ActionDraft& draft) = 0;
     /// The report control shared by the analyses.
     virtual crystal::CrystalReport& report() = 0;
     /// The file dialog shared by all forms.

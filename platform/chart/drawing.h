@@ -35,6 +35,9 @@ struct Drawing {
     std::optional<Scale> across; ///< of an XY chart; a line chart has categories at 1, 2, 3 ...
     QStringList categories;
     std::vector<DrawnSeries> series;
+    QString title;
+    std::optional<QPointF> crossHair; ///< of an XY chart, instead of its emphasized lines
+    bool hasDiagonal = false;         ///< of an XY chart: where both values are equal
 };
 
 } // namespace chart

@@ -5,6 +5,7 @@
 #include "platform/chart/plotview.h"
 
 #include <QClipboard>
+#include <QContextMenuEvent>
 #include <QGuiApplication>
 #include <QHelpEvent>
 #include <QTextDocument>
@@ -62,6 +63,21 @@ void MSChart::setValueScale(const Scale& scale) {
 
 void MSChart::setCategoryScale(const Scale& scale) {
     acrossScale = scale;
+    Refresh();
+}
+
+void MSChart::setTitle(const QString& text) {
+    heading = text;
+    Refresh();
+}
+
+void MSChart::setCrossHair(const std::optional<QPointF>& place) {
+    crossHair = place;
+    Refresh();
+}
+
+void MSChart::setDiagonal(bool isShown) {
+    hasDiagonal = isShown;
     Refresh();
 }
 
@@ -140,9 +156,12 @@ void MSChart::drawIfChanged() {
 }
 
 Drawing MSChart::drawing() const {
-    Drawing result{acrossTitle, upTitle, upScale, std::nullopt, rowLabels, {}};
-    if (type == xy)
+    Drawing result{acrossTitle, upTitle, upScale, std::nullopt, rowLabels, {}, heading, std::nullopt, false};
+    if (type == xy) {
         result.across = acrossScale;
+        result.crossHair = crossHair;
+        result.hasDiagonal = hasDiagonal;
+    }
     for (int number = 1; number <= SeriesCount(); ++number) {
         DrawnSeries series;
         series.name = columnLabels.value(number - 1);
@@ -307,6 +326,12 @@ bool MSChart::event(QEvent* event) {
     if (event->type() == QEvent::ToolTip) {
         const Point point = pointAt(static_cast<QHelpEvent*>(event)->pos());
         setToolTip(point ? Qt::convertFromPlainText(tipOf(point)) : QString());
+    }
+    if (event->type() == QEvent::ContextMenu) {
+        const auto* menu = static_cast<QContextMenuEvent*>(event);
+        if (menu->reason() == QContextMenuEvent::Mouse)
+            moveTo(pointAt(menu->pos()));
+        Q_EMIT MenuAboutToOpen(current.series, current.row);
     }
     return QWidget::event(event);
 }

@@ -36,6 +36,14 @@ public:
     /// Of the horizontal axis of an XY chart.
     void setCategoryScale(const Scale& scale);
 
+    /// A line above the plot; an empty one takes no room.
+    void setTitle(const QString& title);
+    QString Title() const { return heading; }
+    /// Two lines that divide an XY chart in place of its emphasized ones.
+    void setCrossHair(const std::optional<QPointF>& place);
+    /// A line through the places of an XY chart where both values are equal.
+    void setDiagonal(bool isShown);
+
     int ChartType() const { return type; }
     /// line or xy.
     void setChartType(int chartType);
@@ -89,6 +97,8 @@ public:
 Q_SIGNALS:
     /// The user picked a point, numbered by its row, of a series.
     void PointActivated(int series, int point);
+    /// A context menu opens on a point; 0 and 0 beside all points.
+    void MenuAboutToOpen(int series, int point);
 
 protected:
     bool event(QEvent* event) override;
@@ -118,6 +128,9 @@ private:
 
     PlotView* view;
     int type = line;
+    QString heading;
+    std::optional<QPointF> crossHair;
+    bool hasDiagonal = false;
     QString acrossTitle;
     QString upTitle;
     Scale acrossScale;

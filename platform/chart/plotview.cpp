@@ -2,6 +2,7 @@
 #include "platform/chart/plotview.h"
 
 #include "platform/chart/palette.h"
+#include "platform/chart/readingaids.h"
 
 #include <algorithm>
 #include <cmath>
@@ -15,6 +16,7 @@ constexpr QRgb gridColor = 0xFFD9D9D9;
 constexpr QRgb borderColor = 0xFF808080; // of the lines that divide an XY chart
 constexpr int legendIconWidth = 34;
 constexpr int legendSpacing = 2;
+constexpr int titleMargin = 6;
 constexpr int widestName = 190;
 constexpr int narrowestName = 90; // where names are in several columns
 constexpr double ringSize = 17;
@@ -44,6 +46,13 @@ void setScale(QCPAxis& axis, const Scale& scale, double outside = 0) {
     axis.setTicker(QSharedPointer<ScaleTicker>::create(scale));
     axis.setSubTicks(scale.MinorDivision > 1);
     axis.setRange(scale.Minimum - beyond, scale.Maximum + beyond);
+}
+
+int labelCount(const Drawing& drawing) {
+    std::size_t count = 0;
+    for (const DrawnSeries& series : drawing.series)
+        count += series.look.PointLabels.size();
+    return static_cast<int>(count);
 }
 
 } // namespace
@@ -80,22 +89,29 @@ PlotView::PlotView(QWidget* parent) : QCustomPlot(parent), ring(addGraph()) {
 void PlotView::setDrawing(const Drawing& drawing) {
     for (int i = plottableCount() - 1; i > 0; --i)
         removePlottable(i); // all but the ring
+    clearItems();
+    setTitle(drawing.title);
     xAxis->setLabel(drawing.acrossTitle);
     yAxis->setLabel(drawing.upTitle);
     for (QCPAxis* axis : {xAxis, yAxis}) {
         axis->setTickLabelFont(font());
         axis->setLabelFont(font());
-        axis->grid()->setPen(drawing.across ? QPen(QColor(borderColor), 1) : QPen(QColor(gridColor), 0));
+        const bool isDividing = drawing.across && !drawing.crossHair;
+        axis->grid()->setPen(isDividing ? QPen(QColor(borderColor), 1) : QPen(QColor(gridColor), 0));
     }
     xAxis->grid()->setVisible(drawing.across.has_value());
     setScale(*yAxis, drawing.up, drawing.across ? margin : 0);
     const auto entries = static_cast<int>(drawing.series.size());
-    setLegend(drawing.across ? 0 : entries);
+    setLegend(drawing.across ? labelCount(drawing) : entries, drawing.across ? 0 : legendIconWidth);
     for (int number = 1; number <= entries; ++number)
         drawSeries(drawing.series[static_cast<std::size_t>(number - 1)], number, drawing);
     setBufferDevicePixelRatio(devicePixelRatioF());
     if (drawing.across) {
         setScale(*xAxis, *drawing.across, margin);
+        for (const DrawnSeries& series : drawing.series)
+            listLabels(series.look.PointLabels);
+        replot(rpQueuedRefresh); // determines the size of the plot, on which arrows and labels depend
+        drawReadingAids(*this, drawing);
     } else {
         replot(rpQueuedRefresh); // determines the size of the plot, on which the labels depend
         drawCategories(static_cast<int>(drawing.categories.size()), drawing.categories);
@@ -103,9 +119,37 @@ void PlotView::setDrawing(const Drawing& drawing) {
     replot(rpQueuedRefresh);
 }
 
-void PlotView::setLegend(int entries) {
+void PlotView::setTitle(const QString& text) {
+    if (text.isEmpty() && title) {
+        plotLayout()->remove(title);
+        plotLayout()->simplify();
+        title = nullptr;
+    }
+    if (text.isEmpty())
+        return;
+    if (!title) {
+        title = new QCPTextElement(this);
+        plotLayout()->insertRow(0);
+        plotLayout()->addElement(0, 0, title);
+        title->setMargins({0, titleMargin, 0, 0});
+        title->setTextColor(Qt::black);
+    }
+    title->setFont(font());
+    title->setText(text);
+}
+
+void PlotView::listLabels(const std::vector<PointLabel>& labels) {
+    for (const PointLabel& label : labels) {
+        QCPGraph* entry = addGraph(); // without points, for its name
+        entry->setPen(Qt::NoPen);
+        entry->setName(fontMetrics().elidedText(QString::number(label.number) + u"  " + label.name,
+                                                Qt::ElideRight, nameWidth));
+    }
+}
+
+void PlotView::setLegend(int entries, int iconWidth) {
     legend->setFont(font());
-    legend->setIconSize(legendIconWidth, entryHeight());
+    legend->setIconSize(iconWidth, entryHeight());
     const int columnsOfNames = legendColumns(entries);
     legend->setWrap((entries + columnsOfNames - 1) / columnsOfNames);
     legend->setVisible(entries > 0);

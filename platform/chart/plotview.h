@@ -9,7 +9,8 @@
 namespace chart {
 
 /// Draws the contents of an MSChart. The legend of a line chart is beside the plot and never covers a point;
-/// names too long for it are elided. An XY chart has no legend, and its labelled lines are emphasized.
+/// names too long for it are elided. The legend of an XY chart has the labels of its points, and its labelled
+/// lines are emphasized.
 class PlotView : public QCustomPlot {
     Q_OBJECT
 
@@ -29,7 +30,9 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    void setLegend(int entries);
+    void setTitle(const QString& text);
+    void setLegend(int entries, int iconWidth);
+    void listLabels(const std::vector<PointLabel>& labels);
     void drawSeries(const DrawnSeries& series, int number, const Drawing& drawing);
     void drawWhiskers(const DrawnSeries& series, const std::vector<Whisker>& whiskers, bool isAcross,
                       const QPen& pen);
@@ -39,7 +42,8 @@ private:
     int legendColumns(int entries) const;
 
     QCPGraph* ring;
-    int nameWidth = 0; ///< pixels of a name in the legend
+    QCPTextElement* title = nullptr; ///< null: the chart has none
+    int nameWidth = 0;               ///< pixels of a name in the legend
 };
 
 } // namespace chart

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <QColor>
+#include <QPointF>
+#include <QString>
 
 #include <set>
 #include <vector>
@@ -16,6 +18,21 @@ struct Whisker {
     int row = 0;
     double low = 0;
     double high = 0;
+};
+
+/// What a point of an XY chart is called: its number stands beside it, its name too where there is room, and
+/// both are in the legend.
+struct PointLabel {
+    int row = 0;
+    int number = 0;
+    QString name;
+};
+
+/// An arrow between another place and a point of an XY chart.
+struct PointArrow {
+    int row = 0;
+    QPointF other;
+    bool isFromPoint = false; ///< it points at the other place
 };
 
 /// How one series is drawn. Widths and sizes are in twips, 15 to a logical pixel.
@@ -46,6 +63,8 @@ struct Series {
     std::vector<Whisker> Whiskers;       ///< up and down from points
     std::vector<Whisker> AcrossWhiskers; ///< to both sides; in an XY chart only
     std::set<int> HollowRows;            ///< points with an empty marker
+    std::vector<PointLabel> PointLabels; ///< in the order of the legend
+    std::vector<PointArrow> PointArrows;
 
     bool showsMarkers() const { return Marker.Visible && (SeriesMarker.Auto || SeriesMarker.Show); }
 };

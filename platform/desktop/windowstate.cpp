@@ -39,4 +39,12 @@ void rememberSwitch(const char* name, bool isOn) {
     QSettings(windowsFile(), QSettings::IniFormat).setValue(QLatin1StringView(name), isOn);
 }
 
+QString rememberedChoice(const char* name) {
+    return QSettings(windowsFile(), QSettings::IniFormat).value(QLatin1StringView(name)).toString();
+}
+
+void rememberChoice(const char* name, const QString& choice) {
+    QSettings(windowsFile(), QSettings::IniFormat).setValue(QLatin1StringView(name), choice);
+}
+
 } // namespace desktop

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QString>
+
 class QWidget;
 
 namespace desktop {
@@ -17,5 +19,9 @@ void rememberWindow(const QWidget& window);
 /// first. They stand in the same file.
 bool isSwitchedOn(const char* name);
 void rememberSwitch(const char* name, bool isOn);
+
+/// A choice of a form as a text that is its own, empty at first; otherwise like a switch.
+QString rememberedChoice(const char* name);
+void rememberChoice(const char* name, const QString& choice);
 
 } // namespace desktop

@@ -1,0 +1,230 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "analysis/frmPerformanceMatrix.h"
+#include "core/store/transaction.h"
+#include "improvement/frmImprovementPlan.h"
+#include "platform/chart/labelplaces.h"
+#include "platform/chart/mschart.h"
+#include "platform/forms/dtpicker.h"
+#include "platform/forms/lists.h"
+#include "platform/forms/listview.h"
+#include "tests/support/reporttest.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QContextMenuEvent>
+#include <QDoubleSpinBox>
+#include <QImage>
+#include <QLineEdit>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+TEST(LabelPlaces, labelsCoverNeitherEachOtherNorMarkersNorTheOutside) {
+    const QRectF area(0, 0, 300, 200);
+    std::vector<QPointF> points{{2, 100}, {298, 100}, {150, 2}, {150, 198}};
+    for (int i = 0; i < 12; ++i) // a crowd without room for all full labels
+        points.emplace_back(100 + 15 * (i % 4), 80 + 15 * (i / 4));
+    const std::vector<chart::LabelSizes> sizes(points.size(), {{70, 14}, {8, 10}});
+    const std::vector<chart::LabelPlace> places = chart::placeLabels(points, sizes, area, 7);
+    int full = 0;
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        EXPECT_EQ(places[i].rect.size(), places[i].isFull ? sizes[i].full : sizes[i].brief);
+        full += places[i].isFull ? 1 : 0;
+        if (!places[i].isFull)
+            continue;
+        EXPECT_TRUE(area.contains(places[i].rect)) << i;
+        for (std::size_t other = 0; other < places.size(); ++other) {
+            EXPECT_TRUE(other == i || !places[i].rect.intersects(places[other].rect)) << i << ", " << other;
+            EXPECT_FALSE(places[i].rect.contains(points[other])) << i << " hides " << other;
+        }
+    }
+    EXPECT_GE(full, 4);
+    EXPECT_LT(full, 16);
+}
+
+const QDate spring{2024, 3, 1};
+const QDate autumn{2024, 9, 1};
+
+class MatrixAidsTest : public ReportTest {
+protected:
+    void SetUp() override {
+        ReportTest::SetUp();
+        addCustomer(u"Acme"_s);
+        addSurvey(1, spring);
+        addSurvey(1, autumn);
+    }
+    void showForm() {
+        form().Show();
+        drawn = control<chart::MSChart>(form(), "mschart");
+    }
+    static frmPerformanceMatrix& form() { return frmPerformanceMatrix::instance(); }
+    static void choose(const char* box, int downs) {
+        for (int i = 0; i < downs; ++i)
+            QTest::keyClick(control<QComboBox>(form(), box), Qt::Key_Down);
+    }
+    static QStringList listed(int columns, const QString& of = {}) {
+        const auto* list = control<forms::ListView>(form(), "lsvGaps");
+        QStringList result;
+        for (int row = 0; row < list->ListCount(); ++row) {
+            QStringList cells;
+            for (int column = of.isEmpty() ? 0 : 1; column < columns; ++column)
+                cells << list->Text(row, column);
+            result << cells.join(u'|');
+        }
+        return result;
+    }
+    static void rate(int question, int survey, int weightage, int score) {
+        addScore(1, question, survey, survey == 1 ? spring : autumn, weightage, score);
+    }
+    /// Two parameters that change places between the dates, and one in autumn only.
+    void rateTwoDates() {
+        addRespondent(1, u"Ann"_s);
+        for (const QString& name : {u"Speed"_s, u"Care"_s, u"Price"_s})
+            addQuestion(addParameter(name), name + u'?');
+        rate(1, 1, 8, 3);
+        rate(2, 1, 4, 9);
+        rate(1, 2, 9, 7);
+        rate(2, 2, 4, 8);
+        rate(3, 2, 2, 1);
+        showForm();
+    }
+
+    chart::MSChart* drawn = nullptr;
+};
+
+/// Means, gaps and quadrants of 30 respondents and 24 items as a statistics package has computed them.
+TEST_F(MatrixAidsTest, aSampleComesOutTheSame) {
+    QFile file(QStringLiteral(GAUGEWELL_SOURCE "/tests/data/quadrants30.csv"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    QStringList items = QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts).mid(1);
+    Transaction transaction;
+    for (int person = 0; person < 30; ++person)
+        addRespondent(1, QString::number(person));
+    for (const QString& item : items) {
+        const QStringList fields = item.split(u',');
+        const int question = addQuestion(addParameter(fields[0]), fields[0] + u'?');
+        for (int person = 0; person < 30; ++person)
+            addScore(person + 1, question, 1, spring, fields[1][person].digitValue(),
+                     fields[2][person].digitValue());
+    }
+    transaction.Commit();
+    showForm();
+    clickEntry(form(), "lstSurveyDates", 0);
+    QTest::keyClick(&form(), Qt::Key_G, Qt::AltModifier);
+    const auto expect = [&](int downs, int column, const QString& heading) {
+        choose("cmbCrossHair", downs);
+        QStringList expected;
+        for (const QString& item : items) {
+            const QStringList fields = item.split(u',');
+            expected << fields[0] + u'|' + fields.mid(3, 3).join(u'|') + u'|' + fields[column];
+        }
+        QStringList found = listed(6, u"without the number"_s);
+        std::sort(found.begin(), found.end());
+        EXPECT_EQ(found, expected);
+        EXPECT_EQ(drawn->Title(), heading);
+    };
+    expect(1, 6, u"Cross-hair at means: score 4.05, weightage 4.30"_s);
+    expect(1, 7, u"Cross-hair at medians: score 3.92, weightage 4.41"_s);
+    const QStringList gaps = listed(5);
+    for (int row = 1; row < gaps.size(); ++row)
+        EXPECT_GE(gaps[row - 1].section(u'|', 4).toDouble(), gaps[row].section(u'|', 4).toDouble());
+}
+
+TEST_F(MatrixAidsTest, aidsAreDrawnAndRememberedAndGoAgain) {
+    rateTwoDates();
+    clickEntry(form(), "lstSurveyDates", 1);
+    const QImage plain = drawn->Picture();
+    QImage before = plain;
+    const auto changes = [&](const auto& step) {
+        step();
+        const QImage now = drawn->Picture();
+        const bool isOther = now != before;
+        before = now;
+        return isOther;
+    };
+    const auto press = [](Qt::Key key) { QTest::keyClick(&form(), key, Qt::AltModifier); };
+    EXPECT_TRUE(changes([&] { press(Qt::Key_N); }));
+    EXPECT_TRUE(changes([&] { press(Qt::Key_W); }));
+    EXPECT_TRUE(changes([&] { choose("cmbCompared", 1); }));
+    EXPECT_EQ(drawn->Title(), u"Arrows from 01/03/2024 to 01/09/2024"_s);
+    press(Qt::Key_G);
+    const QStringList numbered{
+        u"3|Speed|9.00|7.00|+2.00|Keep up the good work|+1.00|+4.00|Concentrate here"_s,
+        u"2|Price|2.00|1.00|+1.00|Low priority|||"_s,
+        u"1|Care|4.00|8.00|-4.00|Possible overkill|0.00|-1.00|Possible overkill"_s};
+    EXPECT_EQ(listed(9), numbered);
+    before = drawn->Picture();
+    EXPECT_TRUE(changes([&] { choose("cmbCrossHair", 3); }));
+    EXPECT_TRUE(changes([&] { control<QDoubleSpinBox>(form(), "spnOwnScore")->setValue(7.5); }));
+    EXPECT_EQ(
+        drawn->Title(),
+        u"Cross-hair at own values: score 7.50, weightage 5.00\nArrows from 01/03/2024 to 01/09/2024"_s);
+    EXPECT_EQ(listed(6).value(0), u"3|Speed|9.00|7.00|+2.00|Concentrate here"_s);
+    const QString text = print(form(), u"Performance Matrix Report"_s);
+    for (const QString& word : {u"01/09/2024"_s, u"own values: score 7.50, weightage 5.00"_s})
+        EXPECT_TRUE(text.contains(word)) << text.toStdString();
+
+    frmPerformanceMatrix::unload();
+    showForm();
+    clickEntry(form(), "lstSurveyDates", 0); // the later date is one to compare with
+    EXPECT_EQ(drawn->Title(), u"Cross-hair at own values: score 7.50, weightage 5.00"_s);
+    choose("cmbCompared", 1);
+    EXPECT_EQ(listed(9).value(0), u"2|Speed|8.00|3.00|+5.00|Concentrate here|+1.00|+4.00|Concentrate here"_s);
+    for (const Qt::Key key : {Qt::Key_N, Qt::Key_W, Qt::Key_G})
+        press(key);
+    for (int i = 0; i < 3; ++i)
+        QTest::keyClick(control<QComboBox>(form(), "cmbCrossHair"), Qt::Key_Up);
+    clickEntry(form(), "lstSurveyDates", 1); // which ends the comparison with it
+    EXPECT_EQ(drawn->Picture().scaled(1, 1), plain.scaled(1, 1));
+    EXPECT_EQ(drawn->Picture(), plain);
+}
+
+TEST_F(MatrixAidsTest, aDotBecomesAnActionOfTheFirstFreeDay) {
+    rateTwoDates();
+    clickEntry(form(), "lstSurveyDates", 0);
+    add(u"actionplan"_s, {{"customerid", 1}, {"Date", today}, {"Action", u"Older"_s}, {"targetdate", today}});
+    const auto start = [&] { // by the keyboard
+        drawn->setFocus();
+        QTest::keyClick(drawn, Qt::Key_Right);
+        QContextMenuEvent event(QContextMenuEvent::Keyboard, {}, drawn->mapToGlobal(QPoint()));
+        QTimer::singleShot(0, drawn, [] {
+            if (QWidget* menu = QApplication::activePopupWidget())
+                menu->close();
+        });
+        QApplication::sendEvent(drawn, &event);
+        auto* action = drawn->findChild<QAction*>(u"newAction"_s);
+        EXPECT_TRUE(action->isEnabled());
+        action->trigger();
+    };
+    start();
+    EXPECT_EQ(activeForm(), u"frmImprovementPlan"_s);
+    frmImprovementPlan& plan = frmImprovementPlan::instance();
+    auto* description = control<QLineEdit>(plan, "txtDescription");
+    EXPECT_EQ(description->text(), u"Speed: Concentrate here (weightage 8.00, score 3.00 on 01/03/2024). "_s);
+    EXPECT_EQ(control<forms::DTPicker>(plan, "dtdate")->Value(), today.addDays(1));
+    QTest::keyClicks(description, u"Second carrier"_s);
+
+    form().Show();
+    const QString question =
+        u"The description of an action has not been saved.\r\nDo you want to replace it?"_s;
+    messages.expectTitled(question, forms::style::yesNo + forms::style::secondButton, forms::Answer::No);
+    start();
+    EXPECT_TRUE(description->text().endsWith(u"Second carrier"_s));
+    press(plan, "cmdSave");
+    EXPECT_EQ(rows(u"select Action from actionplan order by date"_s),
+              (QStringList{
+                  u"Older"_s,
+                  u"Speed: Concentrate here (weightage 8.00, score 3.00 on 01/03/2024). Second carrier"_s}));
+
+    form().Show();
+    run(u"delete from customer"_s);
+    messages.expectTitled(u"The customer Acme is no longer in the database. Nothing has been changed."_s,
+                          forms::style::critical);
+    start();
+    expectIdle();
+}
+
+} // namespace
