@@ -60,6 +60,8 @@ int labelCount(const Drawing& drawing) {
 PlotView::PlotView(QWidget* parent) : QCustomPlot(parent), ring(addGraph()) {
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setFocusPolicy(Qt::NoFocus);
+    // A replot that painted at once would call beforePaint within itself, whose own replot is ignored then.
+    setPlottingHint(QCP::phImmediateRefresh, false);
     setBackground(QBrush(Qt::white));
     for (QCPAxis* axis : {xAxis, yAxis}) {
         axis->setTickLabelColor(Qt::black);
