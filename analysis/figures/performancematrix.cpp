@@ -32,12 +32,26 @@ double toTwoDecimals(double value) {
     return rounded;
 }
 
-std::int16_t addWhole(std::int16_t total, std::int16_t score) {
-    const int sum = total + score;
-    using Range = std::numeric_limits<std::int16_t>;
+template <class Total> Total addWhole(Total total, std::int16_t score) {
+    const std::int64_t sum = std::int64_t{total} + score;
+    using Range = std::numeric_limits<Total>;
     if (sum < Range::min() || sum > Range::max())
         throw Failure::ofOverflow();
-    return static_cast<std::int16_t>(sum);
+    return static_cast<Total>(sum);
+}
+
+template <class Total> std::optional<MatrixMeans> meansOf(std::span<const RatedAnswer> answers) {
+    double weightages = 0;
+    Total scores = 0;
+    for (const RatedAnswer& answer : answers) {
+        weightages += answer.weightage.value_or(0);
+        scores = addWhole(scores, answer.score.value_or(0));
+    }
+    if (weightages == 0 && scores == 0)
+        return std::nullopt;
+    const auto count = static_cast<double>(answers.size());
+    return MatrixMeans{.weightage = toTwoDecimals(weightages / count),
+                       .score = toTwoDecimals(static_cast<double>(scores) / count)};
 }
 
 double meanOf(std::span<const RatedAnswer> answers, std::optional<std::int16_t> RatedAnswer::*mark) {
@@ -58,17 +72,11 @@ double meanScore(std::span<const RatedAnswer> answers) {
 }
 
 std::optional<MatrixMeans> matrixMeans(std::span<const RatedAnswer> answers) {
-    double weightages = 0;
-    std::int16_t scores = 0;
-    for (const RatedAnswer& answer : answers) {
-        weightages += answer.weightage.value_or(0);
-        scores = addWhole(scores, answer.score.value_or(0));
-    }
-    if (weightages == 0 && scores == 0)
-        return std::nullopt;
-    const auto count = static_cast<double>(answers.size());
-    return MatrixMeans{.weightage = toTwoDecimals(weightages / count),
-                       .score = toTwoDecimals(scores / count)};
+    return meansOf<std::int16_t>(answers);
+}
+
+std::optional<MatrixMeans> groupMeans(std::span<const RatedAnswer> answers) {
+    return meansOf<std::int64_t>(answers);
 }
 
 MatrixMeans MatrixPlaces::next(const MatrixMeans& point) {

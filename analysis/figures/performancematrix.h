@@ -19,6 +19,10 @@ struct MatrixMeans {
 /// for no answers. Throws Failure if a sum of the scores leaves -32768..32767.
 std::optional<MatrixMeans> matrixMeans(std::span<const RatedAnswer> answers);
 
+/// The same for the answers of many customers, with a sum of 64 bits: equal to matrixMeans wherever that
+/// returns.
+std::optional<MatrixMeans> groupMeans(std::span<const RatedAnswer> answers);
+
 /// The means of the matrix before they are rounded; 0 for no answers.
 double meanWeightage(std::span<const RatedAnswer> answers);
 double meanScore(std::span<const RatedAnswer> answers);

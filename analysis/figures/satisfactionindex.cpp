@@ -19,18 +19,16 @@ Rating ratingOf(const RatedAnswer& answer) {
     return weightage != 0 && score != 0 ? Rating{weightage, score} : Rating{};
 }
 
-std::int16_t addRounded(std::int16_t total, float weightedScore) {
-    using Range = std::numeric_limits<std::int16_t>;
+template <class Total> Total addRounded(Total total, float weightedScore) {
+    using Range = std::numeric_limits<Total>;
     const double sum =
         std::nearbyint(static_cast<double>(total) + static_cast<double>(weightedScore)); // ties to even
-    if (!(sum >= Range::min() && sum <= Range::max()))
+    if (!(sum >= static_cast<double>(Range::min()) && sum <= static_cast<double>(Range::max())))
         throw Failure::ofOverflow();
-    return static_cast<std::int16_t>(sum);
+    return static_cast<Total>(sum);
 }
 
-} // namespace
-
-float satisfactionIndex(std::span<const RatedAnswer> answers) {
+template <class Total> float indexOf(std::span<const RatedAnswer> answers) {
     if (answers.empty())
         return 0;
     const auto count = static_cast<double>(answers.size());
@@ -41,7 +39,7 @@ float satisfactionIndex(std::span<const RatedAnswer> answers) {
     if (average == 0)
         return 0;
 
-    std::int16_t total = 0;
+    Total total = 0;
     for (const RatedAnswer& answer : answers) {
         const Rating rating = ratingOf(answer);
         const float normalised = static_cast<float>(rating.weightage) / average;
@@ -49,4 +47,14 @@ float satisfactionIndex(std::span<const RatedAnswer> answers) {
         total = addRounded(total, weightedScore);
     }
     return static_cast<float>(static_cast<double>(total) / count);
+}
+
+} // namespace
+
+float satisfactionIndex(std::span<const RatedAnswer> answers) {
+    return indexOf<std::int16_t>(answers);
+}
+
+float groupIndex(std::span<const RatedAnswer> answers) {
+    return indexOf<std::int64_t>(answers);
 }

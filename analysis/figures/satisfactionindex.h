@@ -21,3 +21,7 @@ struct RatedAnswer {
 /// An answer without a weightage or score counts in n but adds nothing. A, w/A, v and the index are single
 /// precision. Returns 0 for no answers. Throws Failure if a T leaves -32768..32767.
 float satisfactionIndex(std::span<const RatedAnswer> answers);
+
+/// The same for the answers of many customers, with a T of 64 bits, which none leaves: equal to
+/// satisfactionIndex wherever that returns.
+float groupIndex(std::span<const RatedAnswer> answers);
