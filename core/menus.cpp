@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/menus.h"
 
+#include "analysis/frmCompareGroups.h"
 #include "analysis/frmDateToDate.h"
 #include "analysis/frmDtoDActionPlan.h"
 #include "analysis/frmDtoDSatisfactionOverview.h"
@@ -21,6 +22,7 @@
 #include "platform/forms/msgbox.h"
 #include "reference/frmCustomer.h"
 #include "reference/frmParameter.h"
+#include "reference/frmSegments.h"
 #include "search/frmSearch.h"
 #include "survey/frmEditExistingSurvey.h"
 #include "survey/frmSelectSurvey.h"
@@ -205,6 +207,14 @@ constexpr MenuEntry entries[]{
      .parent = "mnuTools",
      .caption = "&Readings...",
      .run = underHourglass<show<frmReadingRuns>>},
+    {.name = "mnuSegments",
+     .parent = "mnuTools",
+     .caption = "Se&gments...",
+     .run = underHourglass<show<frmSegments>>},
+    {.name = "mnuCompareGroups",
+     .parent = "mnuTools",
+     .caption = "&Compare Groups...",
+     .run = underHourglass<show<frmCompareGroups>>},
     {.name = "mnuStore", .parent = "mnuTools", .caption = "&Store...", .run = underHourglass<show<frmStore>>},
     {.name = "mnuHelp", .caption = "&Help", .state = Menu},
     {.name = "mnuGettingStarted", .parent = "mnuHelp", .caption = "&Getting Started", .run = showSlides},

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "analysis/frmCompareGroups.h"
 #include "analysis/frmDateToDate.h"
 #include "analysis/frmDtoDActionPlan.h"
 #include "analysis/frmDtoDSatisfactionOverview.h"
@@ -19,6 +20,7 @@
 #include "improvement/frmImprovementPlan.h"
 #include "reference/frmCustomer.h"
 #include "reference/frmParameter.h"
+#include "reference/frmSegments.h"
 #include "search/frmSearch.h"
 #include "survey/frmEditExistingSurvey.h"
 #include "survey/frmNewSurvey.h"
@@ -71,6 +73,8 @@ inline std::vector<AnyForm> allForms() {
             plainForm<frmReading>("frmReading"),
             plainForm<frmCheckFiles>("frmCheckFiles"),
             plainForm<frmReadingRuns>("frmReadingRuns"),
+            plainForm<frmSegments>("frmSegments"),
+            plainForm<frmCompareGroups>("frmCompareGroups"),
             plainForm<frmStore>("frmStore"),
             plainForm<frmLogDetails>("frmLogDetails"),
             ownedForm<frmMessage, frmLogDetails>("frmMessage"),

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // grab HOME FOLDER [dark]: saves pictures of every form, the main window and some help topics, with the store
 // in HOME, to FOLDER. Accepts QT_SCALE_FACTOR and -style like any Qt program.
+#include "analysis/frmCompareGroups.h"
 #include "analysis/frmDateToDate.h"
 #include "analysis/frmDtoDActionPlan.h"
 #include "analysis/frmDtoDSatisfactionOverview.h"
@@ -24,6 +25,8 @@
 #include "platform/forms/clock.h"
 #include "platform/forms/dtpicker.h"
 #include "platform/forms/lists.h"
+#include "platform/forms/msgbox.h"
+#include "reference/frmSegments.h"
 #include "tools/allforms.h"
 
 #include <QAbstractButton>
@@ -205,6 +208,33 @@ bool grabMatrix() {
     return saved;
 }
 
+/// Roles with a change that is not saved, and two regions compared.
+bool grabSegments() {
+    frmSegments& form = frmSegments::instance();
+    form.Show();
+    form.findChild<forms::ComboBox*>(u"cboKind"_s)->setListIndex(2);
+    auto* list = form.findChild<QTreeView*>(u"lsvRows"_s);
+    list->setCurrentIndex(list->model()->index(4, 0));
+    form.findChild<forms::ComboBox*>(u"cboGroup"_s)->setEditText(u"Management"_s);
+    form.findChild<QAbstractButton*>(u"cmdSet"_s)->click();
+    bool saved = save(MDIMain::instance(), u"frmSegments-changed"_s);
+    const auto asking =
+        std::exchange(forms::messageHook, [](const forms::Message&) { return forms::Answer::Yes; });
+    frmSegments::unload();
+    forms::messageHook = asking;
+
+    frmCompareGroups& compare = frmCompareGroups::instance();
+    compare.Show();
+    auto* view = compare.findChild<QAbstractButton*>(u"cmdView"_s);
+    view->click();
+    saved = save(MDIMain::instance(), u"frmCompareGroups-index"_s) && saved;
+    compare.findChild<forms::ComboBox*>(u"cboView"_s)->setListIndex(1);
+    view->click();
+    saved = save(MDIMain::instance(), u"frmCompareGroups-matrix"_s) && saved;
+    frmCompareGroups::unload();
+    return saved;
+}
+
 bool grabSearch() {
     frmSearch& form = frmSearch::instance();
     form.Show();
@@ -257,6 +287,7 @@ int main(int argc, char** argv) {
     saved = grabCheck() && saved;
     saved = grabChanged() && saved;
     saved = grabServer() && saved;
+    saved = grabSegments() && saved;
     saved = grabSearch() && saved;
     saved = grabEditor() && saved;
     saved = grabIndex() && saved;

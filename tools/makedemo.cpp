@@ -60,6 +60,7 @@ public:
                 addSurvey(customer, quarter);
         addActions();
         addLargeCustomer();
+        addSegments();
         return script.toUtf8();
     }
 
@@ -189,6 +190,17 @@ private:
                     quoted(action.text), quoted(date.addDays(action.daysToTarget)),
                     action.complete ? u"-1"_s : u"0"_s});
         }
+    }
+
+    /// Regions of all customers, and roles of the respondents of the small ones by their place.
+    void addSegments() {
+        int custid = 0;
+        for (const char* region : {"Islands", "Continent", "Continent", "Islands", "Islands", "Islands"})
+            insert(u"segment"_s, {QString::number(++custid), u"NULL"_s, quoted("Region"), quoted(region)});
+        const char* roles[] = {"Purchasing", "Operations", "Support"};
+        for (int respondent = 0; respondent < 3 * int(std::size(demo::customers)); ++respondent)
+            insert(u"segment"_s, {QString::number(respondent / 3 + 1), QString::number(respondent + 1),
+                                  quoted("Role"), quoted(roles[respondent % 3])});
     }
 
     Chance chance;

@@ -54,6 +54,7 @@ const std::map<QString, OwnedTable> ownedTables{
     {u"readingfile"_s,
      {{u"frmFeedBackObj"_s, u"frmReading"_s, u"frmCheckFiles"_s, u"frmReadingRuns"_s}, {1}, {1, 2, 3, 4, 6}}},
     {u"standardmessage"_s, {{u"frmMessage"_s}, {0}}},
+    {u"segment"_s, {{u"frmSegments"_s}, {0}, {}, {0, 1, 2}}},
     {u"setting"_s, {{u"frmSetting"_s}, {}}}};
 
 } // namespace

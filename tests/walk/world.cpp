@@ -33,6 +33,9 @@ void World::SetUp() {
     runRaw(u"insert into actionplan (customerid, Date, Action, targetdate, Status) "
            "select custid, planned, 'Call', '2024-03-05', 0 from customer, "
            "(select '2024-01-10' as planned union select '2024-02-10') as days where custname <> 'Empty'"_s);
+    for (const char* group : {"null, 'Region', 'North'", "2, 'Role', 'Buyer'"})
+        runRaw(u"insert into segment (custid, respondentid, kind, name) values (1, "_s +
+               QLatin1StringView(group) + u')');
     for (const int respondent : {ann, bob}) {
         SurveyFile{.respondentid = respondent,
                    .date = today,
