@@ -214,7 +214,8 @@ void frmCompareGroups::view() {
         points = readGroupPoints(chosen, [&](int done, int all) {
             if (!progress)
                 progress.emplace(*this, all / done + 1);
-            return progress->step(u"Respondent %1 of %2"_s.arg(done).arg(all));
+            return progress->step(done > all ? u"Questionnaires"_s
+                                             : u"Respondent %1 of %2"_s.arg(done).arg(all));
         });
     });
     if (!isRead || !points)

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // How often a command waits for a server: as often for ten times as many rows.
+#include "analysis/frmCompareGroups.h"
 #include "analysis/frmPerformanceMatrix.h"
 #include "analysis/frmSatisfactionIndex.h"
 #include "exchange/files/readingundo.h"
@@ -11,10 +12,13 @@
 #include "platform/forms/lists.h"
 #include "reference/frmCustomer.h"
 #include "reference/frmParameter.h"
+#include "reference/frmSegments.h"
 #include "survey/frmEditExistingSurvey.h"
 #include "tests/support/gridform.h"
 #include "tests/support/relay.h"
 #include "tests/support/surveyfile.h"
+
+#include <QTreeView>
 
 using namespace Qt::StringLiterals;
 
@@ -113,6 +117,8 @@ void unloadAll() {
     frmFeedBackObj::unload();
     frmSatisfactionIndex::unload();
     frmPerformanceMatrix::unload();
+    frmSegments::unload();
+    frmCompareGroups::unload();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
@@ -180,6 +186,15 @@ TEST_F(RoundTripsTest, doNotGrowWithTheRows) {
              control<forms::ListBox>(form, "lstSurveyDates")->setListIndex(0);
              press(form, "cmdView");
          }},
+        {"open and save groups", 26,
+         [&] {
+             auto& form = reload(frmSegments::instance());
+             control<QTreeView>(form, "lsvRows")->selectAll();
+             control<QComboBox>(form, "cboGroup")->setEditText(u"Group %1"_s.arg(++turn));
+             press(form, "cmdSet");
+             press(form, "cmdSave");
+         }},
+        {"compare groups", 14, [&] { press(reload(frmCompareGroups::instance()), "cmdView"); }},
     };
     constexpr int few = 5;
     std::vector<long> tripsOfFew;

@@ -154,7 +154,8 @@ public:
             return group;
         const auto member = members.find(respondentid);
         group = member == members.end() ? -1 : member->second;
-        isCancelled = ++done % respondentsAStep == 0 && !step(done, int(members.size()));
+        if (group >= 0 && ++done % respondentsAStep == 0)
+            isCancelled = !step(done, int(members.size()));
         return group;
     }
     bool hasBeenCancelled() const { return isCancelled; }

@@ -32,7 +32,8 @@ struct GroupPoint {
     Basis basis; ///< without who was asked, unless that was wanted
 };
 
-/// Called once in a while with the number of respondents read and of all; false cancels.
+/// Called now and then with the number of respondents read, in a second pass once more, and of all. False
+/// cancels.
 using GroupStep = std::function<bool(int done, int all)>;
 
 /// Reads them by one pass over the answers of the groups' customers; ordered by group, parameter as chosen
