@@ -54,7 +54,7 @@ bool refill(forms::ListBox& list, const QStringList& texts) {
 
 /// The first survey in the store.
 QDate firstSurvey() {
-    ado::Recordset first(u"select sdate from survey order by sdate"_s, *cnnMain);
+    ado::Recordset first(u"select * from survey where sdate=(select min(sdate) from survey)"_s, *cnnMain);
     return first.Eof() ? QDate() : first["sdate"].Value().toDate();
 }
 
@@ -170,7 +170,8 @@ void frmCompareGroups::fillParameters() {
 }
 
 void frmCompareGroups::cboView_Click() {
-    ui->cboPeriod->setEnabled(ui->cboView->ListIndex() == 0);
+    for (QWidget* widget : {static_cast<QWidget*>(ui->lblPeriod), static_cast<QWidget*>(ui->cboPeriod)})
+        widget->setVisible(ui->cboView->ListIndex() == 0);
     setResultVisible(false);
 }
 
@@ -242,6 +243,7 @@ void frmCompareGroups::setResultVisible(bool isVisible) {
 /// The groups in the list have the markers of their points, since a matrix has no legend.
 void frmCompareGroups::markGroups(bool areDrawn) {
     const int side = fontMetrics().height();
+    ui->lstGroups->setIconSize({side, side});
     int number = 0;
     for (int i = 0; i < ui->lstGroups->ListCount(); ++i) {
         QIcon marker;

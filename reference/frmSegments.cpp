@@ -39,8 +39,10 @@ frmSegments::frmSegments()
     using This = frmSegments;
     ui->setupUi(this);
     setUpList();
-    for (QComboBox* box : {ui->cboKind, ui->cboGroup})
+    for (QComboBox* box : {ui->cboKind, ui->cboGroup}) {
+        box->setCompleter(nullptr); // it would turn the new name "North" into the known "North East"
         box->lineEdit()->setMaxLength(longestSegmentText);
+    }
     connect(ui->cboKind, &forms::ComboBox::Click, this, &This::takeKind);
     connect(ui->cboKind->lineEdit(), &QLineEdit::editingFinished, this, &This::takeKind);
     connect(ui->txtFind, &QLineEdit::textChanged, this, [this](const QString& text) {
@@ -132,7 +134,6 @@ void frmSegments::takeKind() {
 void frmSegments::showChanges() {
     fill(*ui->cboGroup, rows->groups(), ui->cboGroup->currentText());
     ui->lblSummary->setText(rows->summary());
-    ui->cmdSave->setEnabled(!edits.isEmpty());
 }
 
 std::vector<int> frmSegments::chosenRows() const {
@@ -150,6 +151,7 @@ QString frmSegments::typedGroup() const {
 }
 
 void frmSegments::cmdSet_Click() {
+    takeKind(); // a press of an access key leaves it in its box
     if (chosenRows().empty()) {
         forms::msgBox(u"Choose customers or respondents first."_s, style::information, titleWithVersion);
         return;
@@ -159,11 +161,13 @@ void frmSegments::cmdSet_Click() {
 }
 
 void frmSegments::cmdTakeOut_Click() {
+    takeKind();
     rows->setGroup(chosenRows(), {});
     showChanges();
 }
 
 void frmSegments::cmdRename_Click() {
+    takeKind();
     const std::vector<int> chosen = chosenRows();
     const QString from = chosen.empty() ? QString() : rows->groupAt(chosen.front());
     if (from.isEmpty() || typedGroup().isEmpty()) {

@@ -231,6 +231,10 @@ bool grabSegments() {
     compare.findChild<forms::ComboBox*>(u"cboView"_s)->setListIndex(1);
     view->click();
     saved = save(MDIMain::instance(), u"frmCompareGroups-matrix"_s) && saved;
+    auto* basis = compare.findChild<QAbstractButton*>(u"chkBasis"_s);
+    basis->click();
+    saved = save(MDIMain::instance(), u"frmCompareGroups-basis"_s) && saved;
+    basis->click();
     frmCompareGroups::unload();
     return saved;
 }

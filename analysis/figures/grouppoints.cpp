@@ -7,8 +7,8 @@
 #include "platform/ado/session.h"
 
 #include <algorithm>
-#include <compare>
 #include <map>
+#include <tuple>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -106,26 +106,21 @@ public:
     std::vector<GroupPoint> take() {
         std::vector<GroupPoint> result;
         for (auto& [place, growing] : points) {
+            const auto& [group, parameter, begin] = place;
             Basis basis = growing.basis;
             if (choice.isWithAsked) { // those who answered without having been asked count as asked
                 basis.asked = std::max(int(growing.asked.size()), basis.respondents);
                 basis.questions = std::max(basis.questions, basis.ratings);
             }
-            result.push_back({place.group,
-                              choice.isPerParameter ? choice.paramids[std::size_t(place.parameter)] : 0,
-                              QDate::fromJulianDay(place.begin), std::move(growing.answers), basis});
+            result.push_back({group, choice.isPerParameter ? choice.paramids[std::size_t(parameter)] : 0,
+                              QDate::fromJulianDay(begin), std::move(growing.answers), basis});
         }
         return result;
     }
 
 private:
-    /// In the order of the points.
-    struct Place {
-        int group = 0;
-        int parameter = 0; ///< as chosen
-        qint64 begin = 0;  ///< of the period, Julian day
-        auto operator<=>(const Place&) const = default;
-    };
+    /// Group, parameter as chosen, and the Julian day at which the period begins: the order of the points.
+    using Place = std::tuple<int, int, qint64>;
     struct Growing {
         std::vector<RatedAnswer> answers;
         Basis basis;
