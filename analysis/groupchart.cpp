@@ -55,9 +55,10 @@ bool GroupChart::show(chart::MSChart& drawn, forms::ListView& list, View view, c
     figures.rows.clear();
     figures.headings = isIndex ? QStringList{u"Group"_s, u"Period"_s, u"Satisfaction Index"_s}
                                : QStringList{u"Group"_s, u"Parameter"_s, u"Weightage"_s, u"Score"_s};
-    figures.headings += {u"Respondents"_s, u"Ratings"_s};
-    if (choice.isWithAsked)
-        figures.headings << u"Basis"_s;
+    figures.headings += choice.isWithAsked
+                            ? QStringList{u"Respondents"_s, u"Asked"_s, u"Ratings"_s, u"Questions"_s}
+                            : QStringList{u"Respondents"_s, u"Ratings"_s};
+    QStringList bases; // in words, for the list
     const std::vector<QDate> periods = periodsOf(points);
     for (const GroupPoint& point : points) {
         const std::optional<Figures> values = isIndex ? indexOf(point) : meansOf(point);
@@ -71,9 +72,12 @@ bool GroupChart::show(chart::MSChart& drawn, forms::ListView& list, View view, c
             << (isIndex ? nameOf(choice.period, point.begin) : parameters.at(point.paramid));
         for (const double value : *values)
             row << value;
-        row << point.basis.respondents << point.basis.ratings;
+        const Basis& basis = point.basis;
+        row += choice.isWithAsked
+                   ? QVariantList{basis.respondents, basis.asked, basis.ratings, basis.questions}
+                   : QVariantList{basis.respondents, basis.ratings};
         if (choice.isWithAsked)
-            row << basisText(point.basis);
+            bases << basisText(basis);
     }
     QStringList rowLabels;
     for (const QDate& begin : periods)
@@ -84,11 +88,15 @@ bool GroupChart::show(chart::MSChart& drawn, forms::ListView& list, View view, c
             rowLabels << parameters.at(paramid);
     }
     draw(drawn, isIndex, choice, rowLabels);
-    fill(list);
+    fill(list, bases);
     return !places.empty();
 }
 
-void GroupChart::fill(forms::ListView& list) const {
+void GroupChart::fill(forms::ListView& list, const QStringList& bases) const {
+    constexpr int numbersOfBasis = 4; // columns that the words stand for
+    QStringList headings = figures.headings;
+    if (!bases.isEmpty())
+        headings = headings.mid(0, headings.size() - numbersOfBasis) << u"Basis"_s;
     const std::map<QString, double> wide{// in narrow columns
                                          {u"Group"_s, 2},
                                          {u"Parameter"_s, 2},
@@ -99,17 +107,20 @@ void GroupChart::fill(forms::ListView& list) const {
         return found == wide.end() ? 1 : found->second;
     };
     double all = 0;
-    for (const QString& heading : figures.headings)
+    for (const QString& heading : headings)
         all += widthOf(heading);
     std::vector<forms::ListView::Column> columns;
-    for (const QString& heading : figures.headings)
+    for (const QString& heading : headings)
         columns.push_back({heading, 0.98 * widthOf(heading) / all});
     list.setColumns(columns);
     std::vector<QStringList> texts;
     for (const QVariantList& row : figures.rows) {
-        QStringList& shown = texts.emplace_back();
+        QStringList shown;
         for (const QVariant& value : row)
             shown << shownText(value);
+        if (!bases.isEmpty())
+            shown = shown.mid(0, shown.size() - numbersOfBasis) << bases[qsizetype(texts.size())];
+        texts.push_back(shown);
     }
     list.setItems(std::move(texts));
 }

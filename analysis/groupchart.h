@@ -13,7 +13,8 @@ namespace forms {
 class ListView;
 }
 
-/// Shows the points of groups in a chart, with one series for each group, and in a list below it.
+/// Shows the points of groups in a chart, with one series for each group, and in a list below it. When it was
+/// counted who was asked, the list tells the basis of each point in words.
 class GroupChart {
 public:
     enum class View { Index, Matrix };
@@ -23,7 +24,7 @@ public:
               const std::vector<GroupPoint>& points, const std::map<int, QString>& parameters);
     /// The row of the list of a point of the chart, numbered from 0; -1 for none.
     int listRow(int series, int row) const;
-    /// The figures as numbers, with the headings of the list.
+    /// The figures as numbers.
     const tables::Table& table() const { return figures; }
 
 private:
@@ -33,7 +34,7 @@ private:
         std::vector<double> values; ///< the index, or weightage and score
     };
 
-    void fill(forms::ListView& list) const;
+    void fill(forms::ListView& list, const QStringList& bases) const;
     void draw(chart::MSChart& drawn, bool isIndex, const GroupChoice& choice, const QStringList& rowLabels);
     QString tipOf(int series, int row) const;
 

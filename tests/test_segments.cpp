@@ -310,9 +310,8 @@ TEST_F(SegmentsTest, groupsAreComparedInLinesAndPoints) {
     addQuestionnaire(bob, 1, {fair, clear});
     key(Qt::Key_B, Qt::AltModifier);
     key(Qt::Key_V, Qt::AltModifier);
-    EXPECT_EQ(listed(),
-              (QStringList{u"North|Price|5.00|8.00|1|1|1 of 2 respondents, 1 of 3 questions rated"_s,
-                           u"South|Service|4.00|6.00|1|1|1 of 1 respondent, 1 of 1 question rated"_s}));
+    EXPECT_EQ(listed(), (QStringList{u"North|Price|5.00|8.00|1 of 2 respondents, 1 of 3 questions rated"_s,
+                                     u"South|Service|4.00|6.00|1 of 1 respondent, 1 of 1 question rated"_s}));
     EXPECT_EQ(std::pair(drawn->GetData(2, 3), drawn->GetData(2, 4)),
               (std::pair(std::optional(6.0), std::optional(4.0))));
     messages.expectTitled(u"There are no rated answers of these groups between these dates."_s,
