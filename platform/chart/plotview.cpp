@@ -48,11 +48,13 @@ void setScale(QCPAxis& axis, const Scale& scale, double outside = 0) {
     axis.setRange(scale.Minimum - beyond, scale.Maximum + beyond);
 }
 
+bool hasLegendOfSeries(const Drawing& drawing) {
+    return !drawing.across || drawing.series.size() > 1;
+}
+
+/// In the legend of an XY chart with one series.
 int labelCount(const Drawing& drawing) {
-    std::size_t count = 0;
-    for (const DrawnSeries& series : drawing.series)
-        count += series.look.PointLabels.size();
-    return static_cast<int>(count);
+    return drawing.series.empty() ? 0 : static_cast<int>(drawing.series.front().look.PointLabels.size());
 }
 
 } // namespace
@@ -104,14 +106,17 @@ void PlotView::setDrawing(const Drawing& drawing) {
     xAxis->grid()->setVisible(drawing.across.has_value());
     setScale(*yAxis, drawing.up, drawing.across ? margin : 0);
     const auto entries = static_cast<int>(drawing.series.size());
-    setLegend(drawing.across ? labelCount(drawing) : entries, drawing.across ? 0 : legendIconWidth);
+    if (hasLegendOfSeries(drawing))
+        setLegend(entries, legendIconWidth);
+    else
+        setLegend(labelCount(drawing), 0);
     for (int number = 1; number <= entries; ++number)
         drawSeries(drawing.series[static_cast<std::size_t>(number - 1)], number, drawing);
     setBufferDevicePixelRatio(devicePixelRatioF());
     if (drawing.across) {
         setScale(*xAxis, *drawing.across, margin);
-        for (const DrawnSeries& series : drawing.series)
-            listLabels(series.look.PointLabels);
+        if (!hasLegendOfSeries(drawing) && !drawing.series.empty())
+            listLabels(drawing.series.front().look.PointLabels);
         replot(rpQueuedRefresh); // determines the size of the plot, on which arrows and labels depend
         drawReadingAids(*this, drawing);
     } else {
@@ -167,7 +172,7 @@ void PlotView::drawSeries(const DrawnSeries& series, int number, const Drawing& 
     graph->setPen(seriesPen(series.look, number));
     if (series.look.showsMarkers())
         graph->setScatterStyle(seriesMarker(series.look, number));
-    if (drawing.across)
+    if (!hasLegendOfSeries(drawing))
         graph->removeFromLegend();
     drawWhiskers(series, series.look.Whiskers, /*isAcross=*/false, graph->pen());
     if (drawing.across)

@@ -9,8 +9,8 @@
 namespace chart {
 
 /// Draws the contents of an MSChart. The legend of a line chart is beside the plot and never covers a point;
-/// names too long for it are elided. The legend of an XY chart has the labels of its points, and its labelled
-/// lines are emphasized.
+/// names too long for it are elided. The legend of an XY chart with one series has the labels of its points;
+/// its labelled lines are emphasized.
 class PlotView : public QCustomPlot {
     Q_OBJECT
 
