@@ -36,12 +36,9 @@ QString wordOf(CrossHair crossHair) {
         return u"means"_s;
     case CrossHair::Medians:
         return u"medians"_s;
-    case CrossHair::Own:
+    default:
         return u"own values"_s;
-    case CrossHair::Middle:
-        break;
     }
-    return u"middle of the scale"_s;
 }
 
 } // namespace
@@ -115,6 +112,8 @@ void MatrixAids::draw(chart::MSChart& drawn) const {
 }
 
 QString MatrixAids::crossHairText() const {
+    if (choice.crossHair == CrossHair::Middle)
+        return {};
     return wordOf(choice.crossHair) + u": score " + twoDecimals(crossHair.score) + u", weightage " +
            twoDecimals(crossHair.weightage);
 }
@@ -122,8 +121,8 @@ QString MatrixAids::crossHairText() const {
 /// Empty as long as the chart is as it always was.
 QString MatrixAids::titleText() const {
     QStringList parts;
-    if (choice.crossHair != CrossHair::Middle)
-        parts << u"Cross-hair at "_s + crossHairText();
+    if (const QString place = crossHairText(); !place.isEmpty())
+        parts << u"Cross-hair at "_s + place;
     if (choice.compared.isValid()) {
         const auto& [first, last] = std::minmax(choice.compared, date);
         parts << u"Arrows from "_s + first.toString(ado::dateTextFormat) + u" to " +

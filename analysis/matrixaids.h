@@ -41,7 +41,7 @@ public:
     /// The row of the chart in a row of the list; 0 for none.
     int chartRow(int listRow) const;
 
-    /// "means: score 4.05, weightage 4.30".
+    /// "means: score 4.05, weightage 4.30"; empty in the middle of the scale.
     QString crossHairText() const;
     /// How an improvement action on a point begins; empty for a point that is not there.
     QString actionText(int chartRow) const;
