@@ -10,6 +10,8 @@
 namespace ado {
 namespace {
 
+constexpr unsigned long usualText = 1020; // bytes; 255 characters
+
 /// Of statements that can return rows and still write.
 constexpr QStringView writingWords[] = {u"insert", u"replace", u"delete"};
 
@@ -157,7 +159,37 @@ bool MariaStatement::step() {
     const int code = mysql_stmt_fetch(handle);
     if (code == 1)
         fail();
+    if (isInPieces && code != MYSQL_NO_DATA)
+        takeCutTexts();
     return code != MYSQL_NO_DATA;
+}
+
+void MariaStatement::takeInPieces() {
+    constexpr unsigned long piece = 1000; // rows
+    constexpr unsigned long cursor = CURSOR_TYPE_READ_ONLY;
+    isInPieces = true;
+    if (mysql_stmt_attr_set(handle, STMT_ATTR_CURSOR_TYPE, &cursor) ||
+        mysql_stmt_attr_set(handle, STMT_ATTR_PREFETCH_ROWS, &piece))
+        fail();
+}
+
+/// The texts of the current row that are longer than their buffers, which grow.
+void MariaStatement::takeCutTexts() {
+    bool hasGrown = false;
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+        Cell& cell = cells[i];
+        MYSQL_BIND& bind = binds[i];
+        if (bind.buffer_type != MYSQL_TYPE_STRING || cell.isNull || cell.length <= bind.buffer_length)
+            continue;
+        cell.text.resize(static_cast<qsizetype>(cell.length));
+        bind.buffer = cell.text.data();
+        bind.buffer_length = cell.length;
+        if (mysql_stmt_fetch_column(handle, &bind, static_cast<unsigned>(i), 0))
+            fail();
+        hasGrown = true;
+    }
+    if (hasGrown && mysql_stmt_bind_result(handle, binds.data()))
+        fail();
 }
 
 void MariaStatement::run() {
@@ -171,18 +203,22 @@ void MariaStatement::run() {
 }
 
 void MariaStatement::takeRows() {
-    if (mysql_stmt_store_result(handle))
+    if (!isInPieces && mysql_stmt_store_result(handle))
         fail();
     const Result result = resultOf(handle); // again, for the lengths of this run
     const unsigned count = mysql_num_fields(result.get());
     cells.assign(count, {});
-    for (unsigned i = 0; i < count; ++i)
-        binds.push_back(receiving(cells[i], *mysql_fetch_field_direct(result.get(), i)));
+    for (unsigned i = 0; i < count; ++i) {
+        const MYSQL_FIELD& field = *mysql_fetch_field_direct(result.get(), i);
+        // How long the longest text is, is not known before all rows are here.
+        binds.push_back(receiving(cells[i], field, isInPieces ? usualText : field.max_length));
+    }
     if (mysql_stmt_bind_result(handle, binds.data()))
         fail();
 }
 
-MYSQL_BIND MariaStatement::receiving(Cell& cell, const MYSQL_FIELD& field) {
+/// size: of the buffer of a text, in bytes.
+MYSQL_BIND MariaStatement::receiving(Cell& cell, const MYSQL_FIELD& field, unsigned long size) {
     MYSQL_BIND bind{};
     bind.is_null = &cell.isNull;
     bind.length = &cell.length;
@@ -210,10 +246,10 @@ MYSQL_BIND MariaStatement::receiving(Cell& cell, const MYSQL_FIELD& field) {
     default:
         cell.kind = field.type == MYSQL_TYPE_NEWDECIMAL ? Kind::Decimal : Kind::Text;
         cell.hasFraction = field.decimals > 0;
-        cell.text.resize(static_cast<qsizetype>(field.max_length));
+        cell.text.resize(static_cast<qsizetype>(size));
         bind.buffer_type = MYSQL_TYPE_STRING;
         bind.buffer = cell.text.data();
-        bind.buffer_length = field.max_length;
+        bind.buffer_length = size;
     }
     return bind;
 }
@@ -259,7 +295,11 @@ bool MariaStatement::isReading() const {
 void MariaStatement::reset() {
     if (hasRun && !binds.empty())
         mysql_stmt_free_result(handle);
-    hasRun = false;
+    if (isInPieces) {
+        constexpr unsigned long none = CURSOR_TYPE_NO_CURSOR;
+        mysql_stmt_attr_set(handle, STMT_ATTR_CURSOR_TYPE, &none);
+    }
+    hasRun = isInPieces = false;
     binds.clear();
     cells.clear();
     parameters.clear();

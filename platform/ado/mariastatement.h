@@ -11,7 +11,7 @@ class MariaSession;
 
 /// A statement compiled by a MariaDB server. Its first step runs it and takes all its rows: a connection does
 /// nothing else while rows are under way, but the program writes while it reads. Memory is bounded by the
-/// result, which a recordset keeps as well.
+/// result, which a recordset keeps as well; for a result of any size see takeInPieces.
 class MariaStatement final : public Compiled {
 public:
     /// Takes over the compiled handle.
@@ -27,6 +27,8 @@ public:
     void reset() override;
     /// Runs it once for each list of values, in one message to the server.
     void runForEach(const std::vector<const QVariantList*>& rows);
+    /// The next run leaves its rows with the server, which hands over a thousand at a time.
+    void takeInPieces();
 
 private:
     enum class Kind { Whole, Real, Decimal, Date, Text };
@@ -44,9 +46,10 @@ private:
     };
 
     static MYSQL_BIND bound(Cell& cell, const QVariant& value);
-    static MYSQL_BIND receiving(Cell& cell, const MYSQL_FIELD& field);
+    static MYSQL_BIND receiving(Cell& cell, const MYSQL_FIELD& field, unsigned long size);
     void run();
     void takeRows();
+    void takeCutTexts();
     [[noreturn]] void fail();
 
     MariaSession& session;
@@ -56,6 +59,7 @@ private:
     std::vector<Cell> cells; ///< of the current row
     std::vector<MYSQL_BIND> binds;
     bool hasRun = false;
+    bool isInPieces = false;
 };
 
 } // namespace ado
