@@ -33,6 +33,8 @@ QByteArray xmlText(QString text) {
 }
 
 qsizetype longestLine(const QString& text) {
+    if (!text.contains(u'\n'))
+        return text.size();
     qsizetype longest = 0;
     for (const QStringView line : QStringView(text).split(u'\n'))
         longest = std::max(longest, line.size());
@@ -72,7 +74,6 @@ void XlsxFile::addRow(const QVariantList& values) {
 
 void XlsxFile::addCell(int column, const QVariant& value) {
     const auto place = static_cast<lxw_col_t>(column);
-    const QDate day = value.toDate();
     qsizetype& width = widths[static_cast<std::size_t>(column)];
     switch (kindOf(value)) {
     case Kind::Nothing:
@@ -84,17 +85,25 @@ void XlsxFile::addCell(int column, const QVariant& value) {
         worksheet_write_number(sheet, row, place, value.toDouble(), number);
         break;
     case Kind::Date:
-        if (day < firstDay) {
-            addText(column, shownText(value), wrapped);
-            return;
-        }
-        worksheet_write_number(sheet, row, place, static_cast<double>(dayZero.daysTo(day)), date);
-        break;
+        addDate(column, value.toDate());
+        return;
     case Kind::Text:
         addText(column, value.toString(), wrapped);
         return;
     }
     width = std::max(width, shownText(value).size());
+}
+
+void XlsxFile::addDate(int column, const QDate& day) {
+    constexpr qsizetype digits = 10;
+    if (day < firstDay) {
+        addText(column, shownText(day), wrapped);
+        return;
+    }
+    worksheet_write_number(sheet, row, static_cast<lxw_col_t>(column),
+                           static_cast<double>(dayZero.daysTo(day)), date);
+    qsizetype& width = widths[static_cast<std::size_t>(column)];
+    width = std::max(width, digits);
 }
 
 void XlsxFile::addText(int column, const QString& text, lxw_format* textFormat) {

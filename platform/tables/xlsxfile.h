@@ -24,6 +24,7 @@ protected:
 
 private:
     void addCell(int column, const QVariant& value);
+    void addDate(int column, const QDate& day);
     void addText(int column, const QString& text, lxw_format* textFormat);
     int closeBook();
 
