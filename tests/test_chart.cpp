@@ -108,6 +108,32 @@ TEST_F(ChartTest, xyChart) {
 }
 
 /// Twelve series with long names leave room for the plot, and all look different.
+TEST_F(ChartTest, referencesAndMarks) {
+    fill({{5, 6, 7}, {3, 0, 8}});
+    const QImage plain = shown.Picture();
+    const QPoint marked = shown.PointPosition(1, 1);
+    shown.SeriesItem(1).ComparedWith = {6.5, u"6.50"_s, u"Goal: 6.50"_s};
+    shown.SeriesItem(2).ComparedWith = {6.5, u"6.50"_s, {}};
+    shown.SeriesItem(1).MarkedRows = {1};
+    const QImage compared = shown.Picture();
+    EXPECT_LT(shown.PointPosition(1, 3).x(), plain.width());
+    const int y = (shown.PointPosition(1, 2).y() + shown.PointPosition(1, 3).y()) / 2;
+    std::set<QRgb> inks;
+    for (int x = shown.PointPosition(1, 1).x() - 40; x < shown.PointPosition(1, 2).x(); ++x) {
+        for (const int off : {-1, 0, 1}) {
+            if (isInked(compared, {double(x), double(y + off)}))
+                inks.insert(compared.pixel(x, y + off));
+        }
+    }
+    EXPECT_GE(inks.size(), 2U) << "two lines on one value";
+    const QColor ring = compared.pixelColor(shown.PointPosition(1, 1) + QPoint(6, 0));
+    EXPECT_TRUE(ring.red() > 150 && ring.green() < 120) << ring.name().toStdString();
+    for (int series : {1, 2})
+        shown.SeriesItem(series) = {};
+    EXPECT_EQ(shown.Picture(), plain);
+    EXPECT_EQ(shown.PointPosition(1, 1), marked);
+}
+
 TEST_F(ChartTest, manySeries) {
     fill(std::vector<std::vector<double>>(12, {5, 6}));
     for (int column = 1; column <= 12; ++column) {

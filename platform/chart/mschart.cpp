@@ -237,9 +237,13 @@ QString MSChart::tipOf(const Point& point) const {
     QStringList lines;
     const std::optional<double> value = GetData(point.row, point.series);
     for (int series = 1; series <= SeriesCount(); ++series) {
-        if (GetData(point.row, series) == value)
-            lines << columnLabels[series - 1] + u", " + rowLabels[point.row - 1] + u": " +
-                         QString::number(*value, 'g', 7);
+        if (GetData(point.row, series) != value)
+            continue;
+        lines << columnLabels[series - 1] + u", " + rowLabels[point.row - 1] + u": " +
+                     QString::number(*value, 'g', 7);
+        const Series& look = seriesList[static_cast<std::size_t>(series - 1)];
+        if (look.ComparedWith)
+            lines.last() += u", "_s + look.ComparedWith->tip;
     }
     return lines.join(u'\n');
 }

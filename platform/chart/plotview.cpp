@@ -3,6 +3,7 @@
 
 #include "platform/chart/palette.h"
 #include "platform/chart/readingaids.h"
+#include "platform/chart/references.h"
 
 #include <algorithm>
 #include <cmath>
@@ -110,6 +111,7 @@ void PlotView::setDrawing(const Drawing& drawing) {
         setLegend(entries, legendIconWidth);
     else
         setLegend(labelCount(drawing), 0);
+    drawReferences(*this, drawing);
     for (int number = 1; number <= entries; ++number)
         drawSeries(drawing.series[static_cast<std::size_t>(number - 1)], number, drawing);
     setBufferDevicePixelRatio(devicePixelRatioF());
@@ -177,8 +179,10 @@ void PlotView::drawSeries(const DrawnSeries& series, int number, const Drawing& 
     drawWhiskers(series, series.look.Whiskers, /*isAcross=*/false, graph->pen());
     if (drawing.across)
         drawWhiskers(series, series.look.AcrossWhiskers, /*isAcross=*/true, graph->pen());
-    if (series.look.showsMarkers())
+    if (series.look.showsMarkers()) {
+        drawMarked(*this, series, graph->scatterStyle());
         drawHollow(series, graph->scatterStyle());
+    }
 }
 
 void PlotView::drawWhiskers(const DrawnSeries& series, const std::vector<Whisker>& whiskers, bool isAcross,

@@ -5,6 +5,7 @@
 #include <QPointF>
 #include <QString>
 
+#include <optional>
 #include <set>
 #include <vector>
 
@@ -33,6 +34,13 @@ struct PointArrow {
     int row = 0;
     QPointF other;
     bool isFromPoint = false; ///< it points at the other place
+};
+
+/// A value that a series is compared with.
+struct Reference {
+    double value = 0;
+    QString label; ///< at the end of its line
+    QString tip;   ///< added to the tool tip of the points
 };
 
 /// How one series is drawn. Widths and sizes are in twips, 15 to a logical pixel.
@@ -65,6 +73,8 @@ struct Series {
     std::set<int> HollowRows;            ///< points with an empty marker
     std::vector<PointLabel> PointLabels; ///< in the order of the legend
     std::vector<PointArrow> PointArrows;
+    std::optional<Reference> ComparedWith; ///< a line from side to side; in a line chart only
+    std::set<int> MarkedRows;              ///< points in red, each in a ring
 
     bool showsMarkers() const { return Marker.Visible && (SeriesMarker.Auto || SeriesMarker.Show); }
 };
