@@ -12,6 +12,7 @@
 #include "core/base/gblGlobal.h"
 #include "core/frmAboutUs.h"
 #include "core/frmStore.h"
+#include "exchange/frmExportAnswers.h"
 #include "exchange/frmLogDetails.h"
 #include "exchange/frmReading.h"
 #include "exchange/frmReadingRuns.h"
@@ -207,6 +208,10 @@ constexpr MenuEntry entries[]{
      .parent = "mnuTools",
      .caption = "&Readings...",
      .run = underHourglass<show<frmReadingRuns>>},
+    {.name = "mnuExportAnswers",
+     .parent = "mnuTools",
+     .caption = "Export &Answers...",
+     .run = underHourglass<show<frmExportAnswers>>},
     {.name = "mnuSegments",
      .parent = "mnuTools",
      .caption = "Se&gments...",

@@ -11,6 +11,7 @@
 #include "core/frmAboutUs.h"
 #include "core/frmStore.h"
 #include "exchange/frmCheckFiles.h"
+#include "exchange/frmExportAnswers.h"
 #include "exchange/frmLogDetails.h"
 #include "exchange/frmMessage.h"
 #include "exchange/frmReading.h"
@@ -73,6 +74,7 @@ inline std::vector<AnyForm> allForms() {
             plainForm<frmReading>("frmReading"),
             plainForm<frmCheckFiles>("frmCheckFiles"),
             plainForm<frmReadingRuns>("frmReadingRuns"),
+            plainForm<frmExportAnswers>("frmExportAnswers"),
             plainForm<frmSegments>("frmSegments"),
             plainForm<frmCompareGroups>("frmCompareGroups"),
             plainForm<frmStore>("frmStore"),

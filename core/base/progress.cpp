@@ -27,10 +27,14 @@ Progress::Progress(forms::Form& form, int total)
 
 bool Progress::step(const QString& name) {
     constexpr int margins = 40; // pixels beside the name
-    if (!dialog.isVisible() && !dialog.wasCanceled() && clock.elapsed() >= delay)
-        dialog.show();
     label->setText(label->fontMetrics().elidedText(name, Qt::ElideMiddle, dialog.minimumWidth() - margins));
     dialog.setValue(done++);
+    return goOn();
+}
+
+bool Progress::goOn() {
+    if (!dialog.isVisible() && !dialog.wasCanceled() && clock.elapsed() >= delay)
+        dialog.show();
     if (dialog.isVisible())
         QCoreApplication::processEvents();
     return !dialog.wasCanceled();

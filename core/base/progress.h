@@ -17,6 +17,8 @@ public:
 
     /// Before each step, with its name. False once the user has cancelled.
     bool step(const QString& name);
+    /// Within a long step. False once the user has cancelled.
+    bool goOn();
 
     inline static int delay = 500; ///< milliseconds
 
