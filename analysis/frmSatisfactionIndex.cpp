@@ -25,6 +25,7 @@ constexpr int titleBar = 350;     // twips
 constexpr int roomForChart = 360; // pixels; minimum for a readable chart
 constexpr int roomForBasis = 150; // pixels
 constexpr auto basisSwitch = "frmSatisfactionIndex/chkBasis";
+constexpr auto targetSwitch = "frmSatisfactionIndex/chkTargets";
 constexpr QSize printedSize{690, 377}; // pixels
 
 } // namespace
@@ -38,6 +39,7 @@ frmSatisfactionIndex::frmSatisfactionIndex()
     ui->mschart->setValueScale({.Minimum = 0, .Maximum = 11, .MajorDivision = 11, .MinorDivision = 1});
     addChartMenu(*ui->mschart, printedSize, [this] { return pointTable(); });
     ui->chkBasis->setChecked(desktop::isSwitchedOn(basisSwitch));
+    ui->chkTargets->setChecked(desktop::isSwitchedOn(targetSwitch));
     connectEvents();
 }
 
@@ -62,6 +64,7 @@ void frmSatisfactionIndex::connectEvents() {
     connect(ui->cmdHelp, &QPushButton::clicked, this, [] { showHelpTopic(helpContext); });
     connect(ui->mschart, &chart::MSChart::PointActivated, this, &This::mschart_PointActivated);
     connect(ui->chkBasis, &QCheckBox::toggled, this, &This::chkBasis);
+    connect(ui->chkTargets, &QCheckBox::toggled, this, &This::chkTargets);
 }
 
 void frmSatisfactionIndex::onLoad() {
@@ -157,6 +160,7 @@ void frmSatisfactionIndex::cmdView() {
         toPrepareChartRows();
         toDrawChart();
         toShowBasis();
+        toShowTargets();
         expand();
     } else {
         forms::msgBox(u"No record(s) present to evaluates Satisfaction Index"_s, forms::style::information,
@@ -176,15 +180,22 @@ void frmSatisfactionIndex::cmdPrint() {
         if (ui->cmdCustomerName->ListCount() == 0)
             return;
         savePictureForReport(*ui->mschart, u"satis.bmp"_s, printedSize);
-        startReport(Shell::current()->report(), u"satisfactionindex.rpt"_s, u"companyname"_s,
-                    u"Survey Report"_s);
+        if (ui->chkTargets->isChecked()) {
+            targets.fillReport();
+            startReport(Shell::current()->report(), u"indextargets.rpt"_s, u"companyname"_s,
+                        u"Survey Report"_s, {},
+                        {u"Marks='Dashed: target. Red, in a ring: below its target.'"_s});
+        } else {
+            startReport(Shell::current()->report(), u"satisfactionindex.rpt"_s, u"companyname"_s,
+                        u"Survey Report"_s);
+        }
     });
 }
 
 void frmSatisfactionIndex::mschart_PointActivated(int series, int point) {
     if (const std::optional<double> value = ui->mschart->GetData(point, series))
         forms::msgBox(u"Satisfaction Index : "_s + ado::toText(static_cast<float>(*value)) +
-                      basis.textOf(series, point));
+                      basis.textOf(series, point) + targets.textOf(series));
 }
 
 void frmSatisfactionIndex::chkBasis() {
@@ -198,6 +209,21 @@ void frmSatisfactionIndex::toShowBasis() {
     if (ui->chkBasis->isChecked())
         guarded(
             [this] { basis.show(*ui->mschart, *ui->lsvBasis, readPointBases(customer(), groups), points); });
+}
+
+void frmSatisfactionIndex::chkTargets() {
+    desktop::rememberSwitch(targetSwitch, ui->chkTargets->isChecked());
+    if (ui->mschart->isVisible())
+        toShowTargets();
+}
+
+void frmSatisfactionIndex::toShowTargets() {
+    targets.clear(*ui->mschart);
+    if (ui->chkTargets->isChecked())
+        guarded([this] {
+            targets.show(*ui->mschart, targetsThatHold(customer(), selectedParameters()),
+                         selectedParameters(), points);
+        });
 }
 
 void frmSatisfactionIndex::toFillTable() {

@@ -3,6 +3,7 @@
 
 #include "analysis/dategroups.h"
 #include "analysis/indexbasis.h"
+#include "analysis/indextargets.h"
 #include "analysis/linetable.h"
 #include "platform/forms/form.h"
 #include "platform/tables/table.h"
@@ -50,6 +51,8 @@ public:
     void toDrawChart();
     /// Shows what stands behind the points of the chart, when that is switched on.
     void toShowBasis();
+    /// Shows the targets in the chart, when that is switched on.
+    void toShowTargets();
 
 private:
     friend class DefaultForm<frmSatisfactionIndex>;
@@ -64,6 +67,7 @@ private:
     void mschart_PointActivated(int series, int point);
 
     void chkBasis();
+    void chkTargets();
     void collapse();
     tables::Table pointTable() const;
     void expand();
@@ -78,6 +82,7 @@ private:
     std::vector<DateGroup> groups;         ///< of linetable
     std::vector<IndexBasis::Point> points; ///< of the chart
     IndexBasis basis;
+    IndexTargets targets;
     int filledOn = 0; ///< the connection of the work tables
     std::unique_ptr<Ui::frmSatisfactionIndex> ui;
 };

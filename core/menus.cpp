@@ -7,6 +7,7 @@
 #include "analysis/frmDtoDSatisfactionOverview.h"
 #include "analysis/frmPerformanceMatrix.h"
 #include "analysis/frmSatisfactionIndex.h"
+#include "analysis/frmTargets.h"
 #include "core/MDIMain.h"
 #include "core/base/busy.h"
 #include "core/base/gblGlobal.h"
@@ -212,6 +213,10 @@ constexpr MenuEntry entries[]{
      .parent = "mnuTools",
      .caption = "Export &Answers...",
      .run = underHourglass<show<frmExportAnswers>>},
+    {.name = "mnuTargets",
+     .parent = "mnuTools",
+     .caption = "&Targets...",
+     .run = underHourglass<show<frmTargets>>},
     {.name = "mnuSegments",
      .parent = "mnuTools",
      .caption = "Se&gments...",

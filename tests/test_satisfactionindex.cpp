@@ -186,6 +186,40 @@ TEST_F(SatisfactionIndexTest, theBasisStandsInTheListTheTipAndTheChart) {
     EXPECT_TRUE(control<QCheckBox>(form(), "chkBasis")->isChecked()) << "remembered";
 }
 
+/// The customer's own target goes before the one for all, whatever the case of the names.
+TEST_F(SatisfactionIndexTest, targetsStandInTheChartTheTipAndTheReport) {
+    run(u"insert into target (paramid, custid, target) values (1, null, 9), (1, 1, 7.35), (1, 2, 2), "
+        "(2, null, 10), (99, 1, 5)"_s);
+    run(u"update parameter set parametername='PRICE' where paramid=1"_s);
+    choose({"Price", "Quality", "Service"});
+    view();
+    const QImage plain = drawn->Picture();
+    expectTip(1, u"7.3333335"_s);
+    const QString withoutTargets = print(form(), u"Survey Report"_s);
+    EXPECT_FALSE(withoutTargets.contains(u"arget")) << withoutTargets.toStdString();
+    QTest::keyClick(&form(), Qt::Key_T, Qt::AltModifier);
+    EXPECT_NE(drawn->Picture(), plain);
+    expectTip(1, u"7.3333335\r\nTarget: 7.35"_s);
+    expectInOrder(print(form(), u"Survey Report"_s),
+                  {u"below its target"_s, u"Customer Acme"_s, u"PRICE 01/03/2024 7.33 7.35 below target"_s,
+                   u"01/06/2024 9.00 7.35 target met"_s, u"01/09/2024 7.00 7.35 below target"_s,
+                   u"Service 01/03/2024 4.00 10.00 below target"_s, u"01/06/2024 not rated 10.00"_s,
+                   u"01/09/2024 10.00 10.00 target met"_s});
+    for (int series = 1; series <= 3; ++series)
+        EXPECT_EQ(drawn->SeriesItem(series).ComparedWith.has_value(),
+                  parameters->List(series - 1) != u"Quality");
+    frmSatisfactionIndex::unload();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    form().Show();
+    auto* targets = control<QCheckBox>(form(), "chkTargets");
+    EXPECT_TRUE(targets->isChecked()) << "remembered";
+    drawn = control<chart::MSChart>(form(), "mschart");
+    parameters = control<forms::ListBox>(form(), "lstParameter");
+    view();
+    targets->click();
+    EXPECT_FALSE(drawn->SeriesItem(1).ComparedWith || !drawn->SeriesItem(1).MarkedRows.empty());
+}
+
 TEST_F(SatisfactionIndexTest, changesOfTheChoiceCollapse) {
     const std::pair<const char*, std::function<void()>> changes[] = {
         {"one more parameter", [] { clickEntry(form(), "lstParameter", 2, Qt::ControlModifier); }},

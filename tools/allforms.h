@@ -7,6 +7,7 @@
 #include "analysis/frmDtoDSatisfactionOverview.h"
 #include "analysis/frmPerformanceMatrix.h"
 #include "analysis/frmSatisfactionIndex.h"
+#include "analysis/frmTargets.h"
 #include "core/base/gblGlobal.h"
 #include "core/frmAboutUs.h"
 #include "core/frmStore.h"
@@ -75,6 +76,7 @@ inline std::vector<AnyForm> allForms() {
             plainForm<frmCheckFiles>("frmCheckFiles"),
             plainForm<frmReadingRuns>("frmReadingRuns"),
             plainForm<frmExportAnswers>("frmExportAnswers"),
+            plainForm<frmTargets>("frmTargets"),
             plainForm<frmSegments>("frmSegments"),
             plainForm<frmCompareGroups>("frmCompareGroups"),
             plainForm<frmStore>("frmStore"),

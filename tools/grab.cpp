@@ -7,6 +7,7 @@
 #include "analysis/frmDtoDSatisfactionOverview.h"
 #include "analysis/frmPerformanceMatrix.h"
 #include "analysis/frmSatisfactionIndex.h"
+#include "analysis/frmTargets.h"
 #include "core/MDIMain.h"
 #include "core/Main.h"
 #include "core/base/frmChangedMeanwhile.h"
@@ -166,8 +167,22 @@ bool grabIndex() {
     auto* basis = form.findChild<QAbstractButton*>(u"chkBasis"_s);
     basis->click();
     saved = save(MDIMain::instance(), u"frmSatisfactionIndex-basis"_s) && saved;
+    auto* targets = form.findChild<QAbstractButton*>(u"chkTargets"_s);
+    targets->click();
+    saved = save(MDIMain::instance(), u"frmSatisfactionIndex-basis-targets"_s) && saved;
     basis->click();
+    saved = save(MDIMain::instance(), u"frmSatisfactionIndex-targets"_s) && saved;
+    targets->click();
     frmSatisfactionIndex::unload();
+    return saved;
+}
+
+bool grabTargets() {
+    frmTargets& form = frmTargets::instance();
+    form.Show();
+    form.findChild<forms::ComboBox*>(u"cmbCustomer"_s)->setListIndex(1);
+    const bool saved = save(MDIMain::instance(), u"frmTargets-customer"_s);
+    frmTargets::unload();
     return saved;
 }
 
@@ -295,8 +310,9 @@ int main(int argc, char** argv) {
     saved = grabSearch() && saved;
     saved = grabEditor() && saved;
     saved = grabIndex() && saved;
+    saved = grabTargets() && saved;
     saved = grabMatrix() && saved;
-    for (const int context : {0, 201, 12}) // the contents, a long topic, one with a table
+    for (const int context : {0, 201, 12, 217, 218}) // the contents, a long topic, some with tables
         saved = grabHelp(context) && saved;
     MDIMain::destroy();
     return saved ? 0 : 1;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // makedemo: prints the SQL statements that fill a demonstration store: 5 customers with 3 respondents each
-// and one with 12, not all of whom answer, 8 parameters of 5 questions, 6 quarterly surveys with answers, and
-// actions. The output is always the same.
+// and one with 12, not all of whom answer, 8 parameters of 5 questions, 6 quarterly surveys with answers,
+// actions and targets. The output is always the same.
 #include "tools/demotexts.h"
 
 #include <QDate>
@@ -61,6 +61,7 @@ public:
         addActions();
         addLargeCustomer();
         addSegments();
+        addTargets();
         return script.toUtf8();
     }
 
@@ -201,6 +202,17 @@ private:
         for (int respondent = 0; respondent < 3 * int(std::size(demo::customers)); ++respondent)
             insert(u"segment"_s, {QString::number(respondent / 3 + 1), QString::number(respondent + 1),
                                   quoted("Role"), quoted(roles[respondent % 3])});
+    }
+
+    /// For all customers, and other ones for the first.
+    void addTargets() {
+        constexpr double targets[] = {7.5, 7, 8, 7.25, 7.5, 6.5};
+        for (int paramid = 1; const double target : targets) {
+            insert(u"target"_s, {QString::number(paramid), u"NULL"_s, QString::number(target)});
+            if (paramid % 3 == 0)
+                insert(u"target"_s, {QString::number(paramid), u"1"_s, QString::number(target + 1)});
+            ++paramid;
+        }
     }
 
     Chance chance;

@@ -55,7 +55,8 @@ const std::map<QString, OwnedTable> ownedTables{
      {{u"frmFeedBackObj"_s, u"frmReading"_s, u"frmCheckFiles"_s, u"frmReadingRuns"_s}, {1}, {1, 2, 3, 4, 6}}},
     {u"standardmessage"_s, {{u"frmMessage"_s}, {0}}},
     {u"segment"_s, {{u"frmSegments"_s}, {0}, {}, {0, 1, 2}}},
-    {u"setting"_s, {{u"frmSetting"_s}, {}}}};
+    {u"setting"_s, {{u"frmSetting"_s}, {}}},
+    {u"target"_s, {{u"frmTargets"_s}, {0}, {0, 1}, {0, 1}}}};
 
 } // namespace
 
@@ -259,6 +260,8 @@ QString Oracle::faultOfChange(const QString& table, const QStringList& row, cons
         owned = owner.respondents.contains(row[0]);
     else if (table == u"actionplan")
         owned = owner.customers.contains(row[1]);
+    else if (table == u"target")
+        owned = row[1].isEmpty() ? owner.customers.isEmpty() : owner.customers.contains(row[1]);
     else if (table.startsWith(u"feedback") && !commands.contains(u"cmdImport") &&
              !commands.contains(u"cmdImportTicked") && !commands.contains(u"cmdRead"))
         owned =

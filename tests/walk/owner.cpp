@@ -48,7 +48,11 @@ Owner Oracle::ownerOf(const QWidget* form, Names names) const {
         survey("cmbCusName", "lstRespname");
     else if (result.form == u"frmEditExistingSurvey")
         survey("cmbCustomer", "lstRespondent");
-    else if (result.form == u"frmImprovementPlan") {
+    else if (result.form == u"frmTargets") { // keeps the key of a customer who is renamed
+        const QString key = child<forms::ComboBox>(*form, "cmbCustomer")->currentData().toString();
+        if (key != u"0")
+            result.customers << key;
+    } else if (result.form == u"frmImprovementPlan") {
         for (const QListWidgetItem* item : child<forms::ListBox>(*form, "lstCusName")->selectedItems())
             result.customers += idsOf(u"customer"_s, customerName, item->text(), names);
     }

@@ -1,0 +1,190 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "analysis/frmTargets.h"
+
+#include "core/base/busy.h"
+#include "core/base/failure.h"
+#include "core/base/gblGlobal.h"
+#include "core/base/shell.h"
+#include "platform/forms/msgbox.h"
+#include "ui_frmTargets.h"
+
+#include <QApplication>
+#include <QHeaderView>
+
+using namespace Qt::StringLiterals;
+namespace style = forms::style;
+
+namespace {
+
+constexpr int helpContext = 218;
+constexpr int narrowest = 90; // pixels of a column
+enum Column { ParameterColumn, TargetColumn, ForAllColumn };
+
+QTableWidgetItem* fixedItem(const QString& text) {
+    auto* item = new QTableWidgetItem(text);
+    item->setFlags(Qt::ItemIsSelectable | Qt::ItemIsEnabled);
+    return item;
+}
+
+} // namespace
+
+frmTargets::frmTargets() : DefaultForm(Kind::SubWindow), ui(std::make_unique<Ui::frmTargets>()) {
+    ui->setupUi(this);
+    QHeaderView* head = ui->grdTargets->horizontalHeader();
+    head->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    head->setHighlightSections(false);
+    head->setMinimumSectionSize(narrowest);
+    head->setSectionResizeMode(QHeaderView::ResizeToContents);
+    head->setSectionResizeMode(ParameterColumn, QHeaderView::Stretch);
+    connect(ui->cmbCustomer, &forms::ComboBox::Click, this, &frmTargets::cmbCustomer_Click);
+    connect(ui->cmdSave, &QPushButton::clicked, this, &frmTargets::cmdSave_Click);
+    connect(ui->cmdHelp, &QPushButton::clicked, this, [] { showHelpTopic(helpContext); });
+    connect(ui->cmdClose, &QPushButton::clicked, this, [this] { Unload(); });
+}
+
+frmTargets::~frmTargets() = default;
+
+void frmTargets::onLoad() {
+    toCenterForm(*this);
+    guarded([this] {
+        if (!hasTargetTable())
+            throw Refusal(u"This database could not be updated to this version of the program: it takes no "
+                          "targets. See the help, topic Targets."_s);
+        const auto addChoice = [this](const QString& name, const QVariant& key) {
+            ui->cmbCustomer->AddItem(name);
+            ui->cmbCustomer->setItemData(ui->cmbCustomer->ListCount() - 1, key);
+        };
+        addChoice(u"All customers"_s, allCustomers);
+        ado::Recordset customers(u"select * from customer"_s, *cnnMain);
+        for (; !customers.Eof(); customers.MoveNext())
+            addChoice(customers["custname"].Text(), customers["custid"].Value());
+        ui->cmbCustomer->setListIndex(0);
+    });
+}
+
+/// Another form may have added parameters.
+void frmTargets::onActivate() {
+    if (!isTyping() && !isChanged())
+        fill();
+}
+
+/// While a target is typed, Esc takes it back and Enter ends it.
+bool frmTargets::onKeyDown(int key) {
+    return !isTyping() && DefaultForm::onKeyDown(key);
+}
+
+void frmTargets::onQueryUnload(bool& cancel) {
+    cancel = !mayLose();
+}
+
+bool frmTargets::isTyping() const {
+    const QWidget* focused = QApplication::focusWidget();
+    return focused && ui->grdTargets->viewport()->isAncestorOf(focused);
+}
+
+void frmTargets::endTyping() {
+    if (isTyping())
+        ui->grdTargets->setFocus();
+}
+
+void frmTargets::cmbCustomer_Click() {
+    const int index = ui->cmbCustomer->ListIndex();
+    if (index == shownIndex)
+        return;
+    if (!mayLose()) {
+        ui->cmbCustomer->setListIndex(shownIndex);
+        return;
+    }
+    shownIndex = index;
+    custid = ui->cmbCustomer->itemData(index).toInt();
+    fill();
+}
+
+void frmTargets::fill() {
+    if (shownIndex < 0)
+        return;
+    const Busy busy(*this);
+    guarded([this] {
+        const int kept = ui->grdTargets->currentRow();
+        const std::map<int, double> own = readTargets(custid);
+        const std::map<int, double> forAll =
+            custid == allCustomers ? std::map<int, double>() : readTargets(allCustomers);
+        const auto in = [](const std::map<int, double>& targets, int paramid) {
+            const auto found = targets.find(paramid);
+            return found == targets.end() ? Target() : found->second;
+        };
+        ado::Recordset parameters(u"select * from parameter order by parametername, paramid"_s, *cnnMain);
+        rows.clear();
+        ui->grdTargets->setRowCount(0);
+        ui->grdTargets->setColumnHidden(ForAllColumn, custid == allCustomers);
+        for (; !parameters.Eof(); parameters.MoveNext()) {
+            const int paramid = parameters["paramid"].Value().toInt();
+            const Target target = in(own, paramid);
+            addRow({paramid, parameters["parametername"].Text(), target, target}, in(forAll, paramid));
+        }
+        ui->grdTargets->setCurrentCell(qMax(0, kept), TargetColumn);
+    });
+}
+
+void frmTargets::addRow(const TargetChange& target, const Target& forAll) {
+    const int row = ui->grdTargets->rowCount();
+    ui->grdTargets->insertRow(row);
+    ui->grdTargets->setItem(row, ParameterColumn, fixedItem(target.parameter));
+    auto* typed = new QTableWidgetItem(targetText(target.before));
+    typed->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    ui->grdTargets->setItem(row, TargetColumn, typed);
+    auto* other = fixedItem(targetText(forAll));
+    other->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    ui->grdTargets->setItem(row, ForAllColumn, other);
+    rows.push_back(target);
+}
+
+bool frmTargets::isChanged() const {
+    for (int row = 0; row < ui->grdTargets->rowCount(); ++row) {
+        const std::optional<Target> typed = targetOf(ui->grdTargets->item(row, TargetColumn)->text());
+        if (!typed || *typed != rows[std::size_t(row)].before)
+            return true;
+    }
+    return false;
+}
+
+std::optional<std::vector<TargetChange>> frmTargets::changes() {
+    std::vector<TargetChange> changed;
+    for (int row = 0; row < ui->grdTargets->rowCount(); ++row) {
+        TargetChange target = rows[std::size_t(row)];
+        const QString text = ui->grdTargets->item(row, TargetColumn)->text();
+        const std::optional<Target> typed = targetOf(text);
+        if (!typed) {
+            forms::msgBox(u"“%1” is no target of %2: a target is a number from 0 to 10 with two decimals at "
+                          "most. Nothing has been saved."_s.arg(text, target.parameter),
+                          style::critical, titleWithVersion);
+            ui->grdTargets->setCurrentCell(row, TargetColumn);
+            ui->grdTargets->setFocus();
+            return std::nullopt;
+        }
+        target.mine = *typed;
+        if (target.mine != target.before)
+            changed.push_back(target);
+    }
+    return changed;
+}
+
+bool frmTargets::mayLose() {
+    endTyping();
+    return !isChanged() || forms::msgBox(u"Targets have been changed and not saved. Give up these changes?"_s,
+                                         style::yesNo + style::information + style::secondButton,
+                                         titleWithVersion) == forms::Answer::Yes;
+}
+
+void frmTargets::cmdSave_Click() {
+    endTyping();
+    const std::optional<std::vector<TargetChange>> changed = changes();
+    if (!changed || changed->empty())
+        return;
+    const Busy busy(*this, u"Saving......"_s);
+    Settlement settlement;
+    if (!guarded([&] { findChangedTargets(custid, *changed, settlement); }) || !settlement.ask())
+        return;
+    if (guarded([&] { saveTargets(custid, *changed, settlement); }))
+        fill();
+}
