@@ -36,6 +36,8 @@ frmTargets::frmTargets() : DefaultForm(Kind::SubWindow), ui(std::make_unique<Ui:
     head->setMinimumSectionSize(narrowest);
     head->setSectionResizeMode(QHeaderView::ResizeToContents);
     head->setSectionResizeMode(ParameterColumn, QHeaderView::Stretch);
+    for (const int column : {TargetColumn, ForAllColumn})
+        ui->grdTargets->horizontalHeaderItem(column)->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
     connect(ui->cmbCustomer, &forms::ComboBox::Click, this, &frmTargets::cmbCustomer_Click);
     connect(ui->cmdSave, &QPushButton::clicked, this, &frmTargets::cmdSave_Click);
     connect(ui->cmdHelp, &QPushButton::clicked, this, [] { showHelpTopic(helpContext); });

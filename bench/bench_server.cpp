@@ -10,6 +10,7 @@
 #include "core/base/backup.h"
 #include "core/base/gblGlobal.h"
 #include "core/store/storecopy.h"
+#include "exchange/files/answerexport.h"
 #include "exchange/files/readingundo.h"
 #include "exchange/reading.h"
 #include "feedback/frmFeedBackObj.h"
@@ -19,6 +20,7 @@
 #include "platform/forms/flexgrid.h"
 #include "platform/forms/lists.h"
 #include "platform/forms/msgbox.h"
+#include "platform/tables/tablefile.h"
 #include "reference/frmCustomer.h"
 #include "survey/frmEditExistingSurvey.h"
 #include "tests/support/privateserver.h"
@@ -31,6 +33,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <numeric>
 
 using namespace Qt::StringLiterals;
 
@@ -189,6 +192,16 @@ void measureReading(const Measurement& measurement, const std::vector<ReturnedFi
     forget();
 }
 
+void measureExport(const Measurement& measurement) {
+    ExportChoice choice{std::vector<int>(200), {2020, 1, 1}, {2029, 12, 31}};
+    std::iota(choice.custids.begin(), choice.custids.end(), measured + 1);
+    measurement.of("exporting 100,000 answers, .csv", 3, [&] {
+        const auto file = tables::openTableFile(homeDirectory() + u"/answers.csv", exportHeadings());
+        exportAnswers(choice, *file, [](const QString&, bool) { return true; });
+        file->finish();
+    });
+}
+
 void measure(const char* name, const Relay* relay, const std::vector<ReturnedFile>& files) {
     toOpenConnection();
     if (cnnMain->IsFile())
@@ -197,6 +210,7 @@ void measure(const char* name, const Relay* relay, const std::vector<ReturnedFil
     const Measurement measurement(relay);
     measurement.of("one question to the store", 101, [] { run(u"select 1"_s); });
     measureForms(measurement);
+    measureExport(measurement);
     measureReading(measurement, files);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     cnnMain.reset();

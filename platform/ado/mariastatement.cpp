@@ -165,7 +165,7 @@ bool MariaStatement::step() {
 }
 
 void MariaStatement::takeInPieces() {
-    constexpr unsigned long piece = 1000; // rows
+    constexpr unsigned long piece = 4000; // rows
     constexpr unsigned long cursor = CURSOR_TYPE_READ_ONLY;
     isInPieces = true;
     if (mysql_stmt_attr_set(handle, STMT_ATTR_CURSOR_TYPE, &cursor) ||

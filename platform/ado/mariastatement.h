@@ -27,7 +27,7 @@ public:
     void reset() override;
     /// Runs it once for each list of values, in one message to the server.
     void runForEach(const std::vector<const QVariantList*>& rows);
-    /// The next run leaves its rows with the server, which hands over a thousand at a time.
+    /// The next run leaves its rows with the server, which hands over some thousands at a time.
     void takeInPieces();
 
 private:
