@@ -221,8 +221,8 @@ void frmSatisfactionIndex::toShowTargets() {
     targets.clear(*ui->mschart);
     if (ui->chkTargets->isChecked())
         guarded([this] {
-            targets.show(*ui->mschart, targetsThatHold(customer(), selectedParameters()),
-                         selectedParameters(), points);
+            targets.show(*ui->mschart, targetsThatHold(shown.customer, shown.parameters), shown.parameters,
+                         points);
         });
 }
 
@@ -232,9 +232,8 @@ void frmSatisfactionIndex::toFillTable() {
         fillWorkTable([this] {
             cnnMain->Execute(u"delete * from linetable"_s);
             groups.clear();
-            groups =
-                readDateGroups({customer(), selectedParameters(), ui->dtFrom->Value(), ui->dtTo->Value()},
-                               ui->chkBasis->isChecked());
+            shown = {customer(), selectedParameters(), ui->dtFrom->Value(), ui->dtTo->Value()};
+            groups = readDateGroups(shown, ui->chkBasis->isChecked());
             fillLines();
         });
     });

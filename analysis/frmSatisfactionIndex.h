@@ -79,6 +79,7 @@ private:
     void labelChart();
     void setMarkers();
 
+    AnswerChoice shown;                    ///< what linetable was filled for
     std::vector<DateGroup> groups;         ///< of linetable
     std::vector<IndexBasis::Point> points; ///< of the chart
     IndexBasis basis;
