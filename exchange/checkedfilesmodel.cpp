@@ -68,18 +68,6 @@ std::vector<CheckedFile> CheckedFilesModel::ticked() const {
     return result;
 }
 
-void CheckedFilesModel::toggle(const std::vector<int>& rows) {
-    std::vector<std::size_t> faultless;
-    for (const int row : rows) {
-        if (isFaultless(file(row).verdict))
-            faultless.push_back(std::size_t(row));
-    }
-    const bool areAllTicked =
-        std::all_of(faultless.begin(), faultless.end(), [this](std::size_t row) { return ticks[row]; });
-    for (const std::size_t row : faultless)
-        setData(index(int(row), Tick), areAllTicked ? Qt::Unchecked : Qt::Checked, Qt::CheckStateRole);
-}
-
 QString CheckedFilesModel::summary() const {
     const auto count = [this](const auto& has) { return std::count_if(files.begin(), files.end(), has); };
     const auto are = [&](Verdict verdict) {

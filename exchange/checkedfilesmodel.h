@@ -23,8 +23,6 @@ public:
     void remove(const std::vector<int>& rows);
     const CheckedFile& file(int row) const { return files.at(std::size_t(row)); }
     std::vector<CheckedFile> ticked() const;
-    /// Ticks the faultless ones of the rows, or takes their ticks away when all of them are ticked.
-    void toggle(const std::vector<int>& rows);
     /// How many files there are of each kind, and how many are ticked.
     QString summary() const;
 
