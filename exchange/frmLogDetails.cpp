@@ -175,10 +175,12 @@ void frmLogDetails::cmdmail_Click() {
 }
 
 void frmLogDetails::sendmail() {
+    constexpr int dateColumn = 1;
     constexpr int respondentColumn = 2;
     std::vector<RegisteredFile> files;
     for (const int row : ui->lsvDtls->SelectedRows())
-        files.push_back({ui->lsvDtls->Text(row), ui->lsvDtls->Text(row, respondentColumn)});
+        files.push_back({ui->lsvDtls->Text(row), ui->lsvDtls->Text(row, respondentColumn),
+                         ui->lsvDtls->Text(row, dateColumn)});
     mailer.mail(chosenCustomer(), files);
 }
 

@@ -3,7 +3,9 @@
 
 #include "core/base/failure.h"
 #include "core/base/gblGlobal.h"
+#include "exchange/files/dispatch.h"
 #include "exchange/files/homefile.h"
+#include "platform/forms/clock.h"
 #include "platform/forms/msgbox.h"
 #include "platform/mapi/client.h"
 
@@ -69,6 +71,14 @@ void Mailer::signOff() {
     MAPISession1.setAction(mapi::SignOff);
 }
 
+void Mailer::noteHandOver(const SurveyContext& survey, const QString& fileName) {
+    try {
+        ::noteHandOver(survey, fileName, forms::today());
+    } catch (const Failure&) {
+        cnnMain->Errors().Clear();
+    }
+}
+
 void Mailer::sendmail(const ExportedFile& file) {
     guardedWithDescription([&] {
         if (!toTestMailKey())
@@ -78,6 +88,7 @@ void Mailer::sendmail(const ExportedFile& file) {
         attach(file.strGenerateXLSFile, surveyFilePath(file.strGenerateXLSFile));
         setRecipient(toGetEmailId(file.respondentName, toGetCustID(file.customerName)));
         handOver();
+        noteHandOver({file.customerName, file.respondentName, file.surveyDate}, file.strGenerateXLSFile);
         signOff();
         strFound = false;
     });

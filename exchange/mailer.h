@@ -3,12 +3,14 @@
 
 #include "platform/mapi/mapimessages.h"
 #include "platform/mapi/mapisession.h"
+#include "survey/questionnaires/surveykey.h"
 
 /// The survey file just exported, and for whom.
 struct ExportedFile {
     QString customerName;
     QString respondentName;
     QString strGenerateXLSFile; ///< bare name of a file in the home directory
+    QString surveyDate = {};    ///< dd/mm/yyyy; empty: the hand-over is not noted
 };
 
 /// Hands survey files to the user's mail client, each with the customer's standard message. Each form that
@@ -41,4 +43,9 @@ public:
     /// Hands the message to the mail client.
     void handOver();
     void signOff();
+
+protected:
+    /// Notes in table dispatch what has been handed to the mail client. The mail is on its way then, so a
+    /// failure is not shown: the user can enter the hand-over by hand.
+    static void noteHandOver(const SurveyContext& survey, const QString& fileName);
 };

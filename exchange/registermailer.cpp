@@ -37,7 +37,10 @@ bool RegisterMailer::mailFile(const QString& customer, const RegisteredFile& fil
     attach(file.fileName, *path);
     const QString address = toGetEmailId(file.respondentName, toGetCustID(customer));
     setRecipient(address.isEmpty() ? u"No email address found"_s : address);
-    runStep(skipsFailedSteps, [this] { handOver(); });
+    runStep(skipsFailedSteps, [&] {
+        handOver();
+        noteHandOver({customer, file.respondentName, file.surveyDate}, file.fileName);
+    });
     runStep(skipsFailedSteps, [this] { signOff(); });
     return true;
 }

@@ -11,6 +11,7 @@
 struct RegisteredFile {
     QString fileName;
     QString respondentName;
+    QString surveyDate; ///< dd/mm/yyyy
 };
 
 /// Mails files of the register, wherever they are now.

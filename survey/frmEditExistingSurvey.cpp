@@ -6,6 +6,7 @@
 #include "core/base/failure.h"
 #include "core/base/gblGlobal.h"
 #include "core/store/transaction.h"
+#include "exchange/files/dispatch.h"
 #include "platform/forms/msgbox.h"
 #include "survey/frmPasteSurvey.h"
 #include "ui_frmEditExistingSurvey.h"
@@ -162,6 +163,7 @@ void frmEditExistingSurvey::deleteQuestionnaire(const SurveyKey& survey, const Q
     cnnMain->Execute(u"delete * from feedbackobjective"_s + ofAnswers);
     cnnMain->Execute(u"delete * from feedbackdescriptive"_s + ofAnswers);
     cnnMain->Execute(u"delete * from log where surveyid="_s + surveyid + u" and respid=" + respondentid);
+    deleteDispatch(surveyid, respondentid);
 }
 
 /// For a date without questions: deletes all surveys of the customer if none has questions any more. A

@@ -44,7 +44,7 @@ QString SurveyForm::toGetRespondentID(const QString& respondent) const {
 
 void SurveyForm::sendmail() {
     const SurveyContext survey = context();
-    mailer.sendmail({survey.customer, survey.respondent, strGenerateXLSFile});
+    mailer.sendmail({survey.customer, survey.respondent, strGenerateXLSFile, survey.date});
 }
 
 QString SurveyForm::toGetStandardMessage(const QString& customer) const {
