@@ -17,6 +17,7 @@
 #include "exchange/frmLogDetails.h"
 #include "exchange/frmReading.h"
 #include "exchange/frmReadingRuns.h"
+#include "exchange/frmResponses.h"
 #include "exchange/frmSetting.h"
 #include "feedback/frmFeedBackObj.h"
 #include "improvement/frmImprovementPlan.h"
@@ -209,6 +210,10 @@ constexpr MenuEntry entries[]{
      .parent = "mnuTools",
      .caption = "&Readings...",
      .run = underHourglass<show<frmReadingRuns>>},
+    {.name = "mnuResponses",
+     .parent = "mnuTools",
+     .caption = "R&esponses...",
+     .run = underHourglass<show<frmResponses>>},
     {.name = "mnuExportAnswers",
      .parent = "mnuTools",
      .caption = "Export &Answers...",

@@ -13,10 +13,13 @@
 #include "core/frmStore.h"
 #include "exchange/frmCheckFiles.h"
 #include "exchange/frmExportAnswers.h"
+#include "exchange/frmHandOver.h"
 #include "exchange/frmLogDetails.h"
 #include "exchange/frmMessage.h"
 #include "exchange/frmReading.h"
 #include "exchange/frmReadingRuns.h"
+#include "exchange/frmResponseSettings.h"
+#include "exchange/frmResponses.h"
 #include "exchange/frmSetting.h"
 #include "feedback/frmFeedBackObj.h"
 #include "improvement/frmImprovementPlan.h"
@@ -77,6 +80,9 @@ inline std::vector<AnyForm> allForms() {
             plainForm<frmReadingRuns>("frmReadingRuns"),
             plainForm<frmExportAnswers>("frmExportAnswers"),
             plainForm<frmTargets>("frmTargets"),
+            plainForm<frmResponses>("frmResponses"),
+            ownedForm<frmHandOver, frmResponses>("frmHandOver"),
+            ownedForm<frmResponseSettings, frmResponses>("frmResponseSettings"),
             plainForm<frmSegments>("frmSegments"),
             plainForm<frmCompareGroups>("frmCompareGroups"),
             plainForm<frmStore>("frmStore"),

@@ -254,6 +254,29 @@ bool grabSegments() {
     return saved;
 }
 
+/// The responses, and the dialogs of their buttons.
+bool grabResponses() {
+    frmResponses& form = frmResponses::instance();
+    form.Show();
+    auto* list = form.findChild<QTreeView*>(u"lsvResponses"_s);
+    constexpr int state = 6; // the column; those who are late come first
+    list->sortByColumn(state, Qt::DescendingOrder);
+    list->model()->setData(list->model()->index(0, 0), Qt::Checked, Qt::CheckStateRole);
+    bool saved = save(MDIMain::instance(), u"frmResponses"_s);
+    const auto grabDialog = [&](const char* button, auto& dialog, const QString& name) {
+        QTimer::singleShot(0, &form, [&dialog, &saved, name] {
+            saved = save(dialog(), name) && saved;
+            dialog().Unload();
+        });
+        form.findChild<QAbstractButton*>(QLatin1StringView(button))->click();
+    };
+    grabDialog("cmdHandedOver", frmHandOver::instance, u"frmHandOver"_s);
+    grabDialog("cmdDue", frmHandOver::instance, u"frmHandOver-due"_s);
+    grabDialog("cmdSettings", frmResponseSettings::instance, u"frmResponseSettings"_s);
+    frmResponses::unload();
+    return saved;
+}
+
 bool grabSearch() {
     frmSearch& form = frmSearch::instance();
     form.Show();
@@ -307,12 +330,13 @@ int main(int argc, char** argv) {
     saved = grabChanged() && saved;
     saved = grabServer() && saved;
     saved = grabSegments() && saved;
+    saved = grabResponses() && saved;
     saved = grabSearch() && saved;
     saved = grabEditor() && saved;
     saved = grabIndex() && saved;
     saved = grabTargets() && saved;
     saved = grabMatrix() && saved;
-    for (const int context : {0, 201, 12, 217, 218}) // the contents, a long topic, some with tables
+    for (const int context : {0, 201, 12, 217, 218, 219}) // the contents, a long topic, some with tables
         saved = grabHelp(context) && saved;
     MDIMain::destroy();
     return saved ? 0 : 1;

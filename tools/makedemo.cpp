@@ -62,6 +62,7 @@ public:
         addLargeCustomer();
         addSegments();
         addTargets();
+        addDispatches();
         return script.toUtf8();
     }
 
@@ -213,6 +214,22 @@ private:
                 insert(u"target"_s, {QString::number(paramid), u"1"_s, QString::number(target + 1)});
             ++paramid;
         }
+    }
+
+    /// Of the last survey, one questionnaire has not been handed over, and those of two customers are due
+    /// on the day of the survey.
+    void addDispatches() {
+        const QString last = quoted(surveyDate(quarters - 1));
+        script +=
+            u"INSERT INTO dispatch (custid, respondentid, surveyid, handedover, due) "
+            "SELECT custid, respondentid, surveyid, handedover, date(handedover, '+14 days') FROM ("
+            "SELECT existingsurvey.*, date(sdate, CASE WHEN custid % 3 = 2 THEN '-14 days' ELSE '-4 days' "
+            "END) AS handedover FROM existingsurvey) WHERE respondentid <> 3 OR sdate <> "_s +
+            last + u";\n";
+        script += u"INSERT INTO reminder SELECT dispatchid, date(due, '+1 day') FROM dispatch "
+                  "JOIN survey ON survey.surveyid = dispatch.surveyid WHERE respondentid = 6 AND sdate = "_s +
+                  last + u";\n";
+        insert(u"programsetting"_s, {u"'ResponseTarget'"_s, u"'80'"_s});
     }
 
     Chance chance;

@@ -53,6 +53,14 @@ const std::map<QString, OwnedTable> ownedTables{
      {{u"frmFeedBackObj"_s, u"frmReading"_s, u"frmCheckFiles"_s, u"frmReadingRuns"_s}, {}, {1, 2}}},
     {u"readingfile"_s,
      {{u"frmFeedBackObj"_s, u"frmReading"_s, u"frmCheckFiles"_s, u"frmReadingRuns"_s}, {1}, {1, 2, 3, 4, 6}}},
+    {u"dispatch"_s,
+     {{u"frmNewSurvey"_s, u"frmEditExistingSurvey"_s, u"frmLogDetails"_s, u"frmResponses"_s,
+       u"frmHandOver"_s},
+      {1, 2, 3},
+      {1, 2, 3},
+      {2, 3}}},
+    {u"reminder"_s, {{u"frmEditExistingSurvey"_s, u"frmResponses"_s}, {0}, {0, 1}}},
+    {u"programsetting"_s, {{u"frmResponses"_s, u"frmResponseSettings"_s, u"frmStore"_s}, {}, {0}, {0}}},
     {u"standardmessage"_s, {{u"frmMessage"_s}, {0}}},
     {u"segment"_s, {{u"frmSegments"_s}, {0}, {}, {0, 1, 2}}},
     {u"setting"_s, {{u"frmSetting"_s}, {}}},
@@ -258,6 +266,8 @@ QString Oracle::faultOfChange(const QString& table, const QStringList& row, cons
         owned = owner.customers.contains(row[2]);
     else if (table == u"responquesindex")
         owned = owner.respondents.contains(row[0]);
+    else if (table == u"dispatch" && owner.form.endsWith(u"Survey")) // its mail, or the deletion
+        owned = owner.respondents.contains(row[2]);
     else if (table == u"actionplan")
         owned = owner.customers.contains(row[1]);
     else if (table == u"target")

@@ -178,13 +178,13 @@ void Walker::openSomething() {
             !action->menu() && !onPopup.contains(action->objectName()))
             actions << action;
     }
-    static const QStringList writing{u"mnuObjective"_s,  u"mnuObjective"_s,       u"mnuObjective"_s,
-                                     u"mnuEditSurvey"_s, u"mnuEditSurvey"_s,      u"mnuNewSurvey"_s,
-                                     u"mnuNewSurvey"_s,  u"mnuImprovementPlan"_s, u"mnuImprovementPlan"_s,
-                                     u"mnuPrameter"_s,   u"mnuCusAndResp"_s,      u"mnuReadMultipleFiles"_s,
-                                     u"mnuSearch"_s,     u"mnuEmailSurveys"_s,    u"mnuReadMultipleFiles"_s,
-                                     u"mnuReadings"_s,   u"mnuReadings"_s,        u"mnuSegments"_s,
-                                     u"mnuSegments"_s,   u"mnuCompareGroups"_s,   u"mnuTargets"_s};
+    static const QStringList writing{
+        u"mnuObjective"_s,       u"mnuObjective"_s,    u"mnuObjective"_s,         u"mnuEditSurvey"_s,
+        u"mnuEditSurvey"_s,      u"mnuNewSurvey"_s,    u"mnuNewSurvey"_s,         u"mnuImprovementPlan"_s,
+        u"mnuImprovementPlan"_s, u"mnuPrameter"_s,     u"mnuCusAndResp"_s,        u"mnuReadMultipleFiles"_s,
+        u"mnuSearch"_s,          u"mnuEmailSurveys"_s, u"mnuReadMultipleFiles"_s, u"mnuReadings"_s,
+        u"mnuReadings"_s,        u"mnuSegments"_s,     u"mnuSegments"_s,          u"mnuCompareGroups"_s,
+        u"mnuTargets"_s,         u"mnuResponses"_s,    u"mnuResponses"_s};
     QAction* action = anyOf(actions);
     if (!oneIn(3))
         action = MDIMain::instance().findChild<QAction*>(anyOf(writing));

@@ -1,0 +1,401 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Who was asked, who has answered and who is late; handing over, by mail and by hand, and reminding.
+#include "core/base/changedrow.h"
+#include "exchange/files/dispatch.h"
+#include "exchange/frmHandOver.h"
+#include "exchange/frmLogDetails.h"
+#include "exchange/frmResponseSettings.h"
+#include "exchange/frmResponses.h"
+#include "platform/forms/listview.h"
+#include "platform/forms/viewtable.h"
+#include "platform/mapi/client.h"
+#include "survey/frmEditExistingSurvey.h"
+#include "tests/support/surveytest.h"
+
+#include <QHeaderView>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QSpinBox>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
+namespace style = forms::style;
+using forms::Answer;
+
+namespace {
+
+/// Ann and Bob are asked the questions 0 and 4 today, Cora of Brown on 1 February.
+class ResponsesTest : public SurveyTest {
+protected:
+    enum Column { Tick, Customer, Respondent, Date, HandedOver, Due, State };
+
+    void SetUp() override {
+        SurveyTest::SetUp();
+        addStored(ann, today, {0, 4});
+        addStored(bob, today, {0, 4});
+        const int brown = addCustomer(u"Brown"_s);
+        cora = addRespondent(brown, u"Cora"_s);
+        addQuestionnaire(cora, addSurvey(brown, {2024, 2, 1}), {question[0]});
+    }
+    static frmResponses& form() {
+        frmResponses::instance().Show();
+        return frmResponses::instance();
+    }
+    static QTreeView& list() { return *control<QTreeView>(form(), "lsvResponses"); }
+    /// The rows of the list in its order, their texts joined by a bar.
+    static QStringList shown() {
+        QStringList lines;
+        for (const QVariantList& row : forms::tableOf(list()).rows) {
+            QStringList texts;
+            for (const QVariant& cell : row.mid(1))
+                texts << cell.toString();
+            lines << texts.join(u'|');
+        }
+        return lines;
+    }
+    static void click(int row, int column) {
+        QTest::mouseClick(list().viewport(), Qt::LeftButton, {},
+                          list().visualRect(list().model()->index(row, column)).center());
+    }
+    static void clickHead(int column) {
+        QHeaderView* head = list().header();
+        QTest::mouseClick(head->viewport(), Qt::LeftButton, {},
+                          {head->sectionViewportPosition(column) + 5, head->height() / 2});
+    }
+    static void tickAll() {
+        list().setFocus();
+        shortcut(Qt::Key_A);
+        key(Qt::Key_Space);
+    }
+    static QString foot() { return control<QLabel>(form(), "lblFoot")->text(); }
+    /// Presses a button that opens a dialog, and does the steps there.
+    template <class Dialog> void inDialog(const char* button, const std::function<void(Dialog&)>& steps) {
+        QTimer::singleShot(0, &form(), [steps] {
+            Dialog& dialog = Dialog::instance();
+            EXPECT_TRUE(QTest::qWaitFor([&] { return dialog.isActiveWindow(); }));
+            steps(dialog);
+        });
+        press(form(), button);
+        expectIdle();
+    }
+    /// Enters a date in a dialog and presses Enter.
+    void enterDate(const char* button, const char* picker, const QString& date) {
+        inDialog<frmHandOver>(button, [=](frmHandOver& dialog) {
+            control<forms::DTPicker>(dialog, picker)->setFocus();
+            type(date);
+            key(Qt::Key_Return);
+        });
+    }
+    void expectTitled(const QString& text) { messages.expectTitled(text, style::information); }
+    static QStringList dispatches() {
+        return rows(
+            u"select respondentid, surveyid, filename, handedover, due from dispatch order by 1, 2"_s);
+    }
+    void addWords(int respondent, const QString& words) const {
+        add(u"feedbackdescriptive"_s, {{"respondentid", respondent},
+                                       {"questionid", question[4]},
+                                       {"surveyid", 1},
+                                       {"surveydate", today},
+                                       {"Description", words}});
+    }
+    void handOver(int respondent, const QDate& due) const {
+        add(u"dispatch"_s, {{"custid", acme},
+                            {"respondentid", respondent},
+                            {"surveyid", 1},
+                            {"handedover", QDate(2024, 2, 20)},
+                            {"due", due}});
+    }
+    void registerFile(const QString& name, const QString& respondent, int id) const {
+        copyHomeFile(u"template.xls"_s, name);
+        run(u"insert into log (custname, respname, respid, xlsfilename, sdate, surveyid) values "
+            "('Acme', '%1', %2, '%3', '2024-03-05', 1)"_s.arg(respondent, QString::number(id), name));
+    }
+
+    int cora = 0;
+    QStringList mails;
+    QString failsOn = u"nobody"_s; ///< the recipient whose mail is cancelled
+    Replaced<mapi::hasClientHook> client{[] { return true; }};
+    Replaced<mapi::composeHook> composer{[this](const mapi::Mail& mail) {
+        if (mail.recipient == failsOn)
+            throw Failure(u"The client was cancelled."_s);
+        mails << QStringList{mail.recipient, mail.subject, mail.text, mail.attachmentPath}.join(u'|');
+    }};
+};
+
+TEST_F(ResponsesTest, theStateFollowsFromAnswersAndDueDate) {
+    const QDate yesterday = today.addDays(-1), never;
+    const struct {
+        const char* about;
+        int weightage, score; ///< of question 0; -1: no answer
+        const char* words;    ///< of question 4
+        QDate due;            ///< invalid: not handed over
+        const char* state;
+        const char* foot;
+    } cases[] = {
+        {"nothing", -1, -1, "", never, "composed", "asked 1, answered 0, 0 %"},
+        {"not rated", 0, 5, " ", never, "composed", "asked 1, answered 0, 0 %"},
+        {"one of two", 5, 5, "", never, "partly answered", "asked 1, answered 0, 0 %"},
+        {"the other", 5, 0, "Fine", never, "partly answered", "asked 1, answered 0, 0 %"},
+        {"all", 5, 5, "Fine", never, "answered", "asked 1, answered 1, 100 %"},
+        {"handed over, due today", -1, -1, "", today, "handed over", "asked 1, answered 0, 0 %"},
+        {"due yesterday", -1, -1, "", yesterday, "overdue", "asked 1, answered 0, 0 %"},
+        {"due yesterday, one of two", 5, 5, "", yesterday, "overdue", "asked 1, answered 0, 0 %"},
+        {"due yesterday, all", 5, 5, "Fine", yesterday, "answered", "asked 1, answered 1, 100 %"},
+    };
+    run(u"delete * from respondent where respondentid<>%1"_s.arg(ann)); // others' rows stay, hidden
+    handOver(bob, yesterday);
+    addScore(ann, question[1], 1, today, 9, 9);            // not asked
+    addScore(ann, question[0], 1, today.addDays(1), 9, 9); // on another date
+    run(u"insert into responquesindex (respondentid, questionid, surveyid) values (%1, 999, 1)"_s.arg(ann));
+    for (const auto& given : cases) {
+        SCOPED_TRACE(given.about);
+        run(u"delete * from feedbackobjective where questionid=%1 and surveydate=#03/05/2024#"_s.arg(
+            question[0]));
+        run(u"delete * from feedbackdescriptive"_s);
+        run(u"delete * from dispatch where respondentid=%1"_s.arg(ann));
+        if (given.score >= 0)
+            addScore(ann, question[0], 1, today, given.weightage, given.score);
+        if (*given.words != 0)
+            addWords(ann, QLatin1StringView(given.words));
+        if (given.due.isValid())
+            handOver(ann, given.due);
+        form();
+        ASSERT_EQ(shown().size(), 1);
+        EXPECT_EQ(shown()[0].section(u'|', State - 1, State - 1), QLatin1StringView(given.state));
+        EXPECT_EQ(foot(), QLatin1StringView(given.foot));
+        frmResponses::unload();
+    }
+}
+
+TEST_F(ResponsesTest, bothMailDoorsNoteTheFirstHandOver) {
+    copyHomeFile(u"template.xls"_s);
+    QDate day = today;
+    const Replaced<forms::todayHook> clock([&] { return day; });
+    open();
+    press(frmNewSurvey::instance(), "cmdmail");
+    const QString file = value(u"select xlsfilename from log"_s);
+    const QString noted = u"%1|1|%2|05/03/2024|19/03/2024"_s.arg(QString::number(ann), file);
+    EXPECT_EQ(dispatches(), QStringList(noted));
+
+    day = today.addDays(3);
+    run(u"insert into programsetting (name, content) values ('ResponseDays', '30')"_s);
+    registerFile(u"again.xls"_s, u"Ann"_s, ann);
+    registerFile(u"bob.xls"_s, u"Robert"_s, bob); // renamed since
+    frmLogDetails::instance().Show();
+    shortcut(Qt::Key_A);
+    auto* files = control<forms::ListView>(frmLogDetails::instance(), "lsvDtls");
+    for (int row = 0; row < files->ListCount(); ++row)
+        files->setSelected(row, true);
+    failsOn = u"No email address found"_s;
+    messages.expect(u"The client was cancelled."_s);
+    press(frmLogDetails::instance(), "cmdmail");
+    EXPECT_EQ(dispatches(), QStringList(noted)) << "not handed over";
+    failsOn = u"nobody"_s;
+    press(frmLogDetails::instance(), "cmdmail");
+    EXPECT_EQ(mails.size(), 4);
+    const QStringList both{u"%1|1|again.xls|05/03/2024|19/03/2024"_s.arg(ann),
+                           u"%1|1|bob.xls|08/03/2024|07/04/2024"_s.arg(bob)};
+    EXPECT_EQ(dispatches(), both);
+
+    // A store that refuses the row, or could not be upgraded, lets the mail go without a word.
+    OtherProgram::endWaiting();
+    refuse(u"update on dispatch"_s);
+    press(frmLogDetails::instance(), "cmdmail");
+    allow();
+    EXPECT_EQ(mails.size(), 7);
+    if (!cnnMain->IsFile())
+        return;
+    run(u"drop table dispatch"_s);
+    press(frmLogDetails::instance(), "cmdmail");
+    EXPECT_EQ(mails.size(), 10);
+    messages.expectCritical(
+        u"This database could not be updated to this version of the program: it cannot keep what has been "
+        "handed over and reminded. See the help, topic Responses."_s);
+    form();
+    EXPECT_EQ(shown().size(), 3);
+}
+
+TEST_F(ResponsesTest, filtersAndHeadingsKeepTheTicks) {
+    addQuestionnaire(cora, addSurvey(2, {2023, 3, 5}), {question[0]}); // a year before
+    handOver(bob, today.addDays(-1));
+    addReminders({1}, {2024, 3, 1});
+    addReminders({1, 99}, {2024, 3, 3});
+    const QString anns = u"Acme|Ann|05/03/2024|||composed||"_s;
+    const QString bobs = u"Acme|Bob|05/03/2024|20/02/2024|04/03/2024|overdue|2|03/03/2024"_s;
+    const QString coras = u"Brown|Cora|01/02/2024|||composed||"_s;
+    EXPECT_EQ(shown(), QStringList({anns, bobs, coras}));
+    EXPECT_EQ(foot(), u"asked 3, answered 0, 0 %"_s);
+    const auto pick = [](const char* name, int entry) {
+        control<forms::ComboBox>(form(), name)->setFocus();
+        key(entry > 0 ? Qt::Key_End : Qt::Key_Home);
+    };
+    click(1, Tick);
+    clickHead(Date);
+    EXPECT_EQ(shown(), QStringList({coras, anns, bobs}));
+    clickHead(Due);
+    clickHead(Due);
+    EXPECT_EQ(shown()[0], bobs);
+    pick("cmbCustomer", 1);
+    EXPECT_EQ(shown(), QStringList(coras));
+    pick("cmbCustomer", 0);
+    pick("cmbState", 1);
+    EXPECT_EQ(shown(), QStringList(bobs));
+    EXPECT_EQ(foot(), u"asked 1, answered 0, 0 %"_s);
+    pick("cmbState", 0);
+    control<forms::DTPicker>(form(), "dtFrom")->setFocus();
+    type(u"05032023"_s);
+    key(Qt::Key_Return);
+    EXPECT_EQ(shown().size(), 4);
+    messages.expectTitled(u"Tick one or more respondents first."_s, style::information);
+    press(form(), "cmdHandedOver"); // a row that was not shown has lost its tick
+}
+
+TEST_F(ResponsesTest, handsOverAndMovesDueDatesByHand) {
+    form();
+    tickAll();
+    enterDate("cmdHandedOver", "dtHandedOver", u"01032024"_s);
+    const auto all = [&](const QString& due) {
+        QStringList lines;
+        for (const auto& [respondent, survey] : {std::pair(ann, 1), {bob, 1}, {cora, 2}})
+            lines << u"%1|%2||01/03/2024|%3"_s.arg(respondent).arg(survey).arg(due);
+        return lines;
+    };
+    EXPECT_EQ(dispatches(), all(u"15/03/2024"_s)) << "due 14 days later";
+    enterDate("cmdDue", "dtDue", u"04032024"_s);
+    EXPECT_EQ(dispatches(), all(u"04/03/2024"_s));
+    EXPECT_EQ(shown()[2], u"Brown|Cora|01/02/2024|01/03/2024|04/03/2024|overdue||"_s);
+
+    std::vector<ChangedRow> asked;
+    Keep answer = Keep::Both;
+    const Replaced<changedHook> hook([&](const ChangedRow& row) {
+        asked.push_back(row);
+        return answer;
+    });
+    const auto meanwhile = [&](const QString& sql) {
+        inDialog<frmHandOver>("cmdDue", [&](frmHandOver& dialog) {
+            run(sql);
+            control<forms::DTPicker>(dialog, "dtDue")->setFocus();
+            type(u"20032024"_s);
+            press(dialog, "cmdOK");
+        });
+    };
+    const QString moved = u"update dispatch set due='2024-03-31' where respondentid=%1"_s.arg(bob);
+    meanwhile(moved);
+    ASSERT_EQ(asked.size(), 1U);
+    EXPECT_EQ(asked[0].fields,
+              std::vector<ChangedField>({{u"Due"_s, u"04/03/2024"_s, u"31/03/2024"_s, u"20/03/2024"_s}}));
+    answer = Keep::Stored;
+    run(u"update dispatch set due='2024-03-04'"_s);
+    meanwhile(moved);
+    EXPECT_EQ(rows(u"select due from dispatch order by respondentid"_s),
+              QStringList({u"20/03/2024"_s, u"31/03/2024"_s, u"20/03/2024"_s}));
+
+    const QStringList before = dispatches();
+    messages.expectCritical(
+        u"The questionnaire of Bob of Acme, 05/03/2024 is no longer in the database. Nothing "
+        "has been changed."_s);
+    meanwhile(u"delete * from respondent where respondentid=%1"_s.arg(bob));
+    EXPECT_EQ(dispatches(), before);
+}
+
+TEST_F(ResponsesTest, remindsThoseWhoHaveNotAnswered) {
+    strCompanyName = u"Larkmoor"_s;
+    run(u"update respondent set emailid='ann@example.com' where respondentname='Ann'"_s);
+    const int dora = addRespondent(acme, u"Dora {due}"_s);
+    const int eve = addRespondent(acme, u"Eve"_s);
+    for (const int respondent : {dora, eve})
+        addStored(respondent, today, {0});
+    for (const auto& [name, id] :
+         {std::pair(u"Ann"_s, ann), {u"Bob"_s, bob}, {u"Dora"_s, dora}, {u"Eve"_s, eve}}) {
+        handOver(id, {2024, 3, 4});
+        registerFile(name + u".xls", name, id);
+    }
+    addScore(bob, question[0], 1, today, 5, 5);
+    addWords(bob, u"Fine"_s);
+    ASSERT_TRUE(QFile::remove(path(u"Eve.xls"_s)));
+    run(u"insert into programsetting (name, content) values ('ReminderSubject', '{survey date}: {nothing}'), "
+        "('ReminderText', '{respondent} {customer} {due} {company}')"_s);
+    form();
+    tickAll();
+    const auto remind = [&](const QString& last, const QString& asked, Answer answer) {
+        expectTitled(u"These have been left out:\r\nBob of Acme, 05/03/2024: has answered\r\n"_s + last);
+        messages.expectTitled(asked, style::yesNo + style::information + style::secondButton, answer);
+        press(form(), "cmdRemind");
+        EXPECT_EQ(messages.left(), 0);
+        expectIdle();
+        return std::exchange(mails, {});
+    };
+    const QString missing = u"Eve of Acme, 05/03/2024: the file Eve.xls is missing\r\n"
+                            "Cora of Brown, 01/02/2024: has not been handed a survey file"_s;
+    const QStringList both{
+        u"ann@example.com|05/03/2024: {nothing}|Ann Acme 04/03/2024 Larkmoor|"_s + path(u"Ann.xls"_s),
+        u"No email address found|05/03/2024: {nothing}|Dora {due} Acme 04/03/2024 Larkmoor|"_s +
+            path(u"Dora.xls"_s)};
+    EXPECT_EQ(remind(missing, u"Do the 2 respondents count as reminded?"_s, Answer::No), both);
+    EXPECT_EQ(rows(u"select * from reminder"_s), QStringList());
+    remind(missing, u"Do the 2 respondents count as reminded?"_s, Answer::Yes);
+    EXPECT_EQ(rows(u"select * from reminder"_s), QStringList({u"1|05/03/2024"_s, u"3|05/03/2024"_s}));
+    EXPECT_EQ(shown()[2], u"Acme|Dora {due}|05/03/2024|20/02/2024|04/03/2024|overdue|1|05/03/2024"_s);
+
+    failsOn = u"No email address found"_s;
+    remind(missing + u"\r\nDora {due} of Acme, 05/03/2024: The client was cancelled.",
+           u"Does the respondent count as reminded?"_s, Answer::Yes);
+    EXPECT_EQ(shown()[0].section(u'|', 6), u"2|05/03/2024"_s);
+
+    // The deletion of Ann's questionnaire, while others have one on that date, leaves nothing for a later
+    // one.
+    frmResponses::unload();
+    deleteDispatch(u"1"_s, QString::number(ann));
+    EXPECT_EQ(
+        rows(u"select dispatchid from reminder union select dispatchid from dispatch where respondentid=%1"_s
+                 .arg(ann)),
+        QStringList(u"3"_s));
+}
+
+TEST_F(ResponsesTest, theStoresSettingsAreEditedAndKeptApartFromDefaults) {
+    const auto edit = [&](const std::function<void(frmResponseSettings&)>& steps) {
+        inDialog<frmResponseSettings>("cmdSettings", [&](frmResponseSettings& dialog) {
+            steps(dialog);
+            press(dialog, "cmdOK");
+        });
+        return rows(u"select name, content from programsetting order by name"_s);
+    };
+    const auto enter = [](frmResponseSettings& dialog, const char* name, const QString& text) {
+        auto* box = control<QWidget>(dialog, name);
+        box->setFocus();
+        shortcut(Qt::Key_A);
+        type(text);
+    };
+    EXPECT_EQ(edit([](auto&) {}), QStringList());
+    EXPECT_EQ(edit([&](frmResponseSettings& dialog) {
+                  enter(dialog, "spnDays", u"21"_s);
+                  enter(dialog, "spnTarget", u"60"_s);
+                  enter(dialog, "txtText", u"It's {due}"_s);
+              }),
+              QStringList({u"ReminderText|It's {due}"_s, u"ResponseDays|21"_s, u"ResponseTarget|60"_s}));
+    EXPECT_EQ(foot(), u"asked 3, answered 0, 0 %, target 60 %"_s);
+
+    std::vector<ChangedRow> asked;
+    const Replaced<changedHook> hook([&](const ChangedRow& row) {
+        asked.push_back(row);
+        return Keep::Stored;
+    });
+    EXPECT_EQ(edit([&](frmResponseSettings& dialog) {
+                  run(u"update programsetting set content='70' where name='ResponseTarget'"_s);
+                  enter(dialog, "spnDays", u"7"_s);
+                  press(dialog, "cmdRestore");
+              }),
+              QStringList({u"ResponseDays|7"_s, u"ResponseTarget|70"_s}))
+        << "another's change of what is not edited here stays";
+    EXPECT_EQ(asked.size(), 0U);
+    edit([&](frmResponseSettings& dialog) {
+        run(u"update programsetting set content='80' where name='ResponseTarget'"_s);
+        enter(dialog, "spnTarget", u"50"_s);
+    });
+    ASSERT_EQ(asked.size(), 1U);
+    EXPECT_EQ(asked[0].fields,
+              std::vector<ChangedField>({{u"Target of answers"_s, u"70"_s, u"80"_s, u"50"_s}}));
+    EXPECT_EQ(foot(), u"asked 3, answered 0, 0 %, target 80 %"_s);
+}
+
+} // namespace
