@@ -31,8 +31,7 @@ std::vector<SettingText> textsOf(const ResponseSettings& settings) {
         return value.trimmed().isEmpty() || value == standard ? QString() : value;
     };
     return {{responsesetting::days.toString(), u"Due"_s, number(settings.days, defaults.days)},
-            {responsesetting::target.toString(), u"Target of answers"_s,
-             number(settings.target, defaults.target)},
+            {responsesetting::target.toString(), u"Target"_s, number(settings.target, defaults.target)},
             {responsesetting::subject.toString(), u"Subject of reminders"_s,
              text(settings.subject, defaults.subject)},
             {responsesetting::text.toString(), u"Text of reminders"_s, text(settings.text, defaults.text)}};

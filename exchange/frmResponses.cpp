@@ -160,7 +160,13 @@ void frmResponses::showRows() {
     else
         rows = found;
     ui->lblFoot->setText(responseSummary(rows, settings.target));
-    model->put(std::move(rows), today);
+    const int row = ui->lsvResponses->currentIndex().row();
+    if (!model->put(std::move(rows), today))
+        return;
+    const int last = model->rowCount() - 1;
+    const QModelIndex kept = model->index(std::min(row, last), ResponsesModel::Customer);
+    ui->lsvResponses->selectionModel()->setCurrentIndex(kept, QItemSelectionModel::NoUpdate);
+    ui->lsvResponses->scrollTo(kept);
 }
 
 std::vector<Response> frmResponses::ticked() {

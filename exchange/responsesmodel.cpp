@@ -28,18 +28,21 @@ template <class Value> int compareValues(const Value& one, const Value& other) {
 
 } // namespace
 
-void ResponsesModel::put(std::vector<Response> shown, const QDate& day) {
+bool ResponsesModel::put(std::vector<Response> shown, const QDate& day) {
+    const bool isSameDay = std::exchange(today, day) == day;
+    sortRows(shown);
+    if (shown == responses && isSameDay)
+        return false;
     beginResetModel();
     responses = std::move(shown);
-    today = day;
     std::set<std::pair<int, int>> kept;
     for (const Response& response : responses) {
         if (ticks.contains(keyOf(response)))
             kept.insert(keyOf(response));
     }
     ticks = std::move(kept);
-    sortRows();
     endResetModel();
+    return true;
 }
 
 std::vector<Response> ResponsesModel::ticked() const {
@@ -136,7 +139,7 @@ void ResponsesModel::sort(int column, Qt::SortOrder order) {
     std::vector<std::pair<int, int>> chosen; // the rows that the view has marked, by their keys
     for (const QModelIndex& index : before)
         chosen.push_back(keyOf(responses[std::size_t(index.row())]));
-    sortRows();
+    sortRows(responses);
     std::map<std::pair<int, int>, int> places;
     for (int row = 0; row < rowCount(); ++row)
         places[keyOf(responses[std::size_t(row)])] = row;
@@ -145,10 +148,10 @@ void ResponsesModel::sort(int column, Qt::SortOrder order) {
     Q_EMIT layoutChanged();
 }
 
-void ResponsesModel::sortRows() {
+void ResponsesModel::sortRows(std::vector<Response>& rows) const {
     if (sortColumn < 0)
         return;
-    std::stable_sort(responses.begin(), responses.end(), [this](const Response& one, const Response& other) {
+    std::stable_sort(rows.begin(), rows.end(), [this](const Response& one, const Response& other) {
         const int compared = compare(one, other);
         return sortOrder == Qt::AscendingOrder ? compared < 0 : compared > 0;
     });

@@ -18,9 +18,9 @@ public:
 
     using QAbstractTableModel::QAbstractTableModel;
 
-    /// Replaces the rows, in the order of the last sort. Those that were ticked before stay so.
-    void put(std::vector<Response> shown, const QDate& day);
-    const std::vector<Response>& rows() const { return responses; }
+    /// Replaces the rows, in the order of the last sort. Those that were ticked before stay so. False when
+    /// they are the same rows again: nothing changes then, and the list is not scrolled back.
+    bool put(std::vector<Response> shown, const QDate& day);
     std::vector<Response> ticked() const;
 
     int rowCount(const QModelIndex& parent = {}) const override;
@@ -33,7 +33,7 @@ public:
     void sort(int column, Qt::SortOrder order) override;
 
 private:
-    void sortRows();
+    void sortRows(std::vector<Response>& rows) const;
     int compare(const Response& one, const Response& other) const;
     QString textOf(const Response& response, int column) const;
 

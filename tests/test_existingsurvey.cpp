@@ -227,6 +227,8 @@ TEST_F(ExistingTest, deletingAndCopyingTouchOnlyTheIntendedRows) {
         run(u"insert into "_s + table + u" (respondentid, questionid, surveyid, surveydate)" + each);
     run(u"insert into log (respid, xlsfilename, surveyid, sdate)"_s + each);
     run(u"insert into reportlinktable (respondentid, questionid, custid, sdate)"_s + each);
+    run(u"insert into dispatch (respondentid, surveyid, due) select respondentid, surveyid, sdate from existingsurvey"_s);
+    run(u"insert into reminder select dispatchid, due from dispatch"_s);
 
     const QString customer = u"Customer 3"_s;
     const QString annId = QString::number(findRespondent(u"Ann"_s, findCustomer(customer)));
@@ -238,8 +240,12 @@ TEST_F(ExistingTest, deletingAndCopyingTouchOnlyTheIntendedRows) {
         pressDelete(date, Answer::No);
         const QString ofSurvey = u"surveyid=%1"_s.arg(surveyOf(customer, toDate(date)));
         QStringList meant = alone ? storeRows(*cnnMain, u"survey"_s, ofSurvey) : QStringList();
-        for (const char* name :
-             {"responquesindex", "reportlinktable", "feedbackobjective", "feedbackdescriptive", "log"}) {
+        meant +=
+            storeRows(*cnnMain, u"reminder"_s,
+                      u"dispatchid in (select dispatchid from dispatch where %1 and respondentid=%2)"_s.arg(
+                          ofSurvey, annId));
+        for (const char* name : {"responquesindex", "reportlinktable", "feedbackobjective",
+                                 "feedbackdescriptive", "log", "dispatch"}) {
             const QString table = QString::fromLatin1(name);
             meant += storeRows(*cnnMain, table,
                                (table == u"reportlinktable" ? u"custid"_s + ofSurvey.mid(8) : ofSurvey) +
@@ -257,7 +263,7 @@ TEST_F(ExistingTest, deletingAndCopyingTouchOnlyTheIntendedRows) {
         const QStringList after = storeRows(*cnnMain);
         EXPECT_EQ(removedRows(before, after), meant);
         EXPECT_EQ(removedRows(after, before), QStringList());
-        EXPECT_EQ(meant.size(), 15 + alone);
+        EXPECT_EQ(meant.size(), 17 + alone);
     }
 
     const QStringList before = storeRows(*cnnMain);

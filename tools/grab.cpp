@@ -258,6 +258,7 @@ bool grabSegments() {
 bool grabResponses() {
     frmResponses& form = frmResponses::instance();
     form.Show();
+    form.findChild<forms::DTPicker*>(u"dtFrom"_s)->setValue({2026, 6, 30});
     auto* list = form.findChild<QTreeView*>(u"lsvResponses"_s);
     constexpr int state = 6; // the column; those who are late come first
     list->sortByColumn(state, Qt::DescendingOrder);

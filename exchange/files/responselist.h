@@ -39,6 +39,7 @@ struct Response {
     ResponseState state(const QDate& today) const;
     /// "Ann of Acme, 05/03/2024"
     QString name() const;
+    bool operator==(const Response&) const = default;
 };
 
 struct ResponseFilter {
