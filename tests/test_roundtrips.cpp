@@ -4,6 +4,8 @@
 #include "analysis/frmPerformanceMatrix.h"
 #include "analysis/frmSatisfactionIndex.h"
 #include "exchange/files/readingundo.h"
+#include "exchange/frmResponses.h"
+#include "exchange/handover.h"
 #include "exchange/reading.h"
 #include "feedback/frmFeedBackObj.h"
 #include "platform/ado/datasources.h"
@@ -54,7 +56,7 @@ protected:
             int asked = addQuestion(1, u"Question "_s + number);
             if (rowsNow > 1) {
                 addCustomer(u"Customer "_s + number);
-                addRespondent(1, u"Respondent "_s + number);
+                addQuestionnaire(addRespondent(1, u"Respondent "_s + number), 1, {1});
                 const bool isScore = rowsNow % 2 != 0;
                 asked = addQuestion(addParameter(u"Parameter "_s + number), u"Other "_s + number, isScore);
                 if (isScore)
@@ -115,6 +117,7 @@ void unloadAll() {
     frmParameter::unload();
     frmEditExistingSurvey::unload();
     frmFeedBackObj::unload();
+    frmResponses::unload();
     frmSatisfactionIndex::unload();
     frmPerformanceMatrix::unload();
     frmSegments::unload();
@@ -171,6 +174,13 @@ TEST_F(RoundTripsTest, doNotGrowWithTheRows) {
          [&] {
              undoReading(value(u"select max(readingid) from reading where undone is null"_s).toInt(),
                          QDateTime(day, {12, 0}));
+         }},
+        {"open responses", 9, [&] { reload(frmResponses::instance()); }},
+        {"hand over", 11,
+         [&] {
+             const std::vector<Response> all = findResponses({.from = day, .to = day});
+             EXPECT_EQ(int(all.size()), rowsNow);
+             EXPECT_TRUE(writeHandOver(all, {day, day.addDays(++turn)}));
          }},
         {"index", 20,
          [&] {
