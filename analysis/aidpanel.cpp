@@ -18,6 +18,7 @@ constexpr auto crossHairChoice = "frmPerformanceMatrix/cmbCrossHair"; // kind, o
 
 AidPanel::AidPanel(QWidget* parent) : QGroupBox(parent), ui(std::make_unique<Ui::AidPanel>()) {
     ui->setupUi(this);
+    setFocusProxy(ui->chkNames); // so that the tab order of the form keeps that of the boxes
     restore();
     ui->cmbCompared->addItem(u"(no other date)"_s);
     for (QCheckBox* box : {ui->chkNames, ui->chkGaps, ui->chkDiagonal})

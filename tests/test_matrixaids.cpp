@@ -146,6 +146,12 @@ TEST_F(MatrixAidsTest, aidsAreDrawnAndRememberedAndGoAgain) {
         return isOther;
     };
     const auto press = [](Qt::Key key) { QTest::keyClick(&form(), key, Qt::AltModifier); };
+    control<QCheckBox>(form(), "chkBasis")->setFocus();
+    for (const auto* next :
+         {"chkNames", "chkGaps", "chkDiagonal", "cmbCrossHair", "cmbCompared", "mschart"}) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        EXPECT_EQ(QApplication::focusWidget()->objectName(), QLatin1StringView(next));
+    }
     EXPECT_TRUE(changes([&] { press(Qt::Key_N); }));
     EXPECT_TRUE(changes([&] { press(Qt::Key_W); }));
     EXPECT_TRUE(changes([&] { choose("cmbCompared", 1); }));
