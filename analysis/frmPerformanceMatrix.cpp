@@ -379,9 +379,13 @@ void frmPerformanceMatrix::cmdPrint() {
         if (ui->cmdCustomerName->ListCount() > 0)
             busy.say(u"Generating Report...."_s);
         savePictureForReport(*ui->mschart, u"perform.bmp"_s, printedSize);
-        startReport(Shell::current()->report(), u"scatter.rpt"_s, u"companyname"_s,
-                    u"Performance Matrix Report"_s, {},
-                    {u"SurveyDate='"_s + ui->lstSurveyDates->Text() + u'\'',
+        const bool hasGaps = ui->aids->choice().hasGaps;
+        if (hasGaps)
+            aids.fillReport();
+        startReport(Shell::current()->report(), hasGaps ? u"matrixgaps.rpt"_s : u"scatter.rpt"_s,
+                    u"companyname"_s, u"Performance Matrix Report"_s, {},
+                    {u"Customer='"_s + customer() + u'\'',
+                     u"SurveyDate='"_s + ui->lstSurveyDates->Text() + u'\'',
                      u"CrossHair='"_s + aids.crossHairText() + u'\''});
     });
 }

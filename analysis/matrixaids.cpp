@@ -3,6 +3,7 @@
 
 #include "analysis/matrixgroups.h"
 #include "core/store/store.h"
+#include "core/store/worktable.h"
 #include "platform/ado/recordset.h"
 #include "platform/chart/mschart.h"
 #include "platform/forms/listview.h"
@@ -147,6 +148,24 @@ void MatrixAids::list(forms::ListView& view) const {
     for (const Point& point : points)
         rows.push_back(listed(point));
     view.setItems(std::move(rows));
+}
+
+void MatrixAids::fillReport() const {
+    fillWorkTable([this] {
+        cnnMain->Execute(u"delete * from reporttable"_s);
+        ado::Recordset rows(u"select * from reporttable"_s, *cnnMain, ado::Recordset::Lock::BatchOptimistic);
+        for (int place = 1; const Point& point : points) {
+            const QStringList texts = listed(point);
+            rows.AddNew();
+            rows["wt"] = place++;
+            rows["Parameter"] = texts[0] + u"  " + texts[1];
+            rows["responname"] = texts[2];
+            rows["question"] = texts[3];
+            rows["tablename"] = texts[4];
+            rows["Type"] = texts[5];
+            rows.Update();
+        }
+    });
 }
 
 QStringList MatrixAids::listed(const Point& point) const {

@@ -38,6 +38,10 @@ public:
 
     /// The points by their gap, the widest first, with the quadrants in words.
     void list(forms::ListView& view) const;
+    /// Rebuilds reporttable with the same list, in order of wt: the number and name of the parameter, the
+    /// weightage in responname, the score in question, the gap in tablename and the quadrant in Type. Throws
+    /// Failure.
+    void fillReport() const;
     /// The row of the chart in a row of the list; 0 for none.
     int chartRow(int listRow) const;
 

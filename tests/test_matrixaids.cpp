@@ -170,8 +170,12 @@ TEST_F(MatrixAidsTest, aidsAreDrawnAndRememberedAndGoAgain) {
         u"Cross-hair at own values: score 7.50, weightage 5.00\nArrows from 01/03/2024 to 01/09/2024"_s);
     EXPECT_EQ(listed(6).value(0), u"3|Speed|9.00|7.00|+2.00|Concentrate here"_s);
     const QString text = print(form(), u"Performance Matrix Report"_s);
-    for (const QString& word : {u"01/09/2024"_s, u"own values: score 7.50, weightage 5.00"_s})
+    for (const QString& word : {u"Acme"_s, u"01/09/2024"_s, u"own values: score 7.50, weightage 5.00"_s,
+                                u"Weightage Score"_s, u"3 Speed"_s, u"+2.00"_s, u"Concentrate here"_s})
         EXPECT_TRUE(text.contains(word)) << text.toStdString();
+    press(Qt::Key_G);
+    EXPECT_FALSE(print(form(), u"Performance Matrix Report"_s).contains(u"Concentrate here"));
+    press(Qt::Key_G);
 
     frmPerformanceMatrix::unload();
     showForm();
