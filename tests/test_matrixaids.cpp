@@ -22,20 +22,21 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-TEST(LabelPlaces, labelsCoverNeitherEachOtherNorMarkersNorTheOutside) {
+TEST(LabelPlaces, labelsCoverNeitherEachOtherNorMarkersNorObstaclesNorTheOutside) {
     const QRectF area(0, 0, 300, 200);
     std::vector<QPointF> points{{2, 100}, {298, 100}, {150, 2}, {150, 198}};
     for (int i = 0; i < 12; ++i) // a crowd without room for all full labels
         points.emplace_back(100 + 15 * (i % 4), 80 + 15 * (i / 4));
     const std::vector<chart::LabelSizes> sizes(points.size(), {{70, 14}, {8, 10}});
-    const std::vector<chart::LabelPlace> places = chart::placeLabels(points, sizes, area, 7);
+    const QRectF arrow(160, 0, 60, 4);
+    const std::vector<chart::LabelPlace> places = chart::placeLabels(points, sizes, area, 7, {arrow});
     int full = 0;
     for (std::size_t i = 0; i < places.size(); ++i) {
         EXPECT_EQ(places[i].rect.size(), places[i].isFull ? sizes[i].full : sizes[i].brief);
         full += places[i].isFull ? 1 : 0;
         if (!places[i].isFull)
             continue;
-        EXPECT_TRUE(area.contains(places[i].rect)) << i;
+        EXPECT_TRUE(area.contains(places[i].rect) && !arrow.intersects(places[i].rect)) << i;
         for (std::size_t other = 0; other < places.size(); ++other) {
             EXPECT_TRUE(other == i || !places[i].rect.intersects(places[other].rect)) << i << ", " << other;
             EXPECT_FALSE(places[i].rect.contains(points[other])) << i << " hides " << other;

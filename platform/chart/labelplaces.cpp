@@ -26,10 +26,11 @@ double areaOf(const QRectF& rect) {
 
 class Placing {
 public:
-    Placing(const std::vector<QPointF>& ofPoints, const QRectF& within, double distance)
-        : points(ofPoints), area(within), away(distance), places(ofPoints.size()) {
+    Placing(const std::vector<QPointF>& ofPoints, const QRectF& within, double distance,
+            const std::vector<QRectF>& obstacles)
+        : points(ofPoints), area(within), away(distance), taken(obstacles), places(ofPoints.size()) {
         for (const QPointF& point : points)
-            markers.emplace_back(point.x() - away / 2, point.y() - away / 2, away, away);
+            taken.emplace_back(point.x() - away / 2, point.y() - away / 2, away, away);
     }
 
     void placeBrief(std::size_t number, const QSizeF& size) {
@@ -57,11 +58,12 @@ public:
     const std::vector<LabelPlace>& result() const { return places; }
 
 private:
-    /// What a label would cover of others, of markers, and of the outside, in square pixels.
+    /// What a label would cover of others, of what is taken, and of the outside, in square pixels.
     double coveredBy(const QRectF& rect, std::size_t number) const {
         double covered = areaOf(rect) - areaOf(rect & area);
+        for (const QRectF& other : taken)
+            covered += areaOf(rect & other);
         for (std::size_t other = 0; other < places.size(); ++other) {
-            covered += areaOf(rect & markers[other]);
             if (other != number)
                 covered += areaOf(rect & places[other].rect);
         }
@@ -71,15 +73,15 @@ private:
     const std::vector<QPointF>& points;
     QRectF area;
     double away;
-    std::vector<QRectF> markers;
+    std::vector<QRectF> taken; // obstacles and markers
     std::vector<LabelPlace> places;
 };
 
 } // namespace
 
 std::vector<LabelPlace> placeLabels(const std::vector<QPointF>& points, const std::vector<LabelSizes>& sizes,
-                                    const QRectF& area, double away) {
-    Placing placing(points, area, away);
+                                    const QRectF& area, double away, const std::vector<QRectF>& obstacles) {
+    Placing placing(points, area, away, obstacles);
     for (std::size_t number = 0; number < points.size(); ++number)
         placing.placeBrief(number, sizes[number].brief);
     for (std::size_t number = 0; number < points.size(); ++number)

@@ -54,6 +54,20 @@ void drawArrowOf(QCustomPlot& plot, const DrawnSeries& series, const PointArrow&
         drawArrow(plot, other, edge);
 }
 
+/// Small squares along the arrows.
+std::vector<QRectF> placesOfArrows(const QCustomPlot& plot, const DrawnSeries& series) {
+    std::vector<QRectF> places;
+    for (const PointArrow& arrow : series.look.PointArrows) {
+        const QPointF point = pixelsOf(plot, {series.x.value(arrow.row - 1), series.y.value(arrow.row - 1)});
+        const QPointF way = pixelsOf(plot, arrow.other) - point;
+        const int steps = qMax(1, static_cast<int>(std::hypot(way.x(), way.y()) / headWidth));
+        for (int step = 0; step <= steps; ++step)
+            places.emplace_back(point + way * step / steps - QPointF(headWidth, headWidth) / 2,
+                                QSizeF(headWidth, headWidth));
+    }
+    return places;
+}
+
 void drawLabels(QCustomPlot& plot, const DrawnSeries& series) {
     const QFontMetricsF metrics(plot.font());
     const auto sizeOf = [&](const QString& text) {
@@ -70,7 +84,7 @@ void drawLabels(QCustomPlot& plot, const DrawnSeries& series) {
         sizes.push_back({sizeOf(textOf(label)), sizeOf(numberOf(label))});
     }
     const std::vector<LabelPlace> places =
-        placeLabels(points, sizes, plot.axisRect()->rect(), markerRadius + 1);
+        placeLabels(points, sizes, plot.axisRect()->rect(), markerRadius + 1, placesOfArrows(plot, series));
     for (std::size_t i = 0; i < places.size(); ++i) {
         const PointLabel& label = series.look.PointLabels[i];
         auto* text = new QCPItemText(&plot);
