@@ -9,6 +9,7 @@
 #include "reference/frmCustomer.h"
 #include "reference/frmParameter.h"
 #include "survey/frmEditExistingSurvey.h"
+#include "tests/support/changedrows.h"
 #include "tests/support/gridform.h"
 
 #include <QRadioButton>
@@ -19,18 +20,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-class ChangedMeanwhileTest : public StoreTest {
+class ChangedMeanwhileTest : public StoreTest, protected ChangedRows {
 protected:
     void SetUp() override {
         StoreTest::SetUp();
         add(u"customer"_s, {{"custname", u"Acme"_s}, {"Address", u"Hill 1"_s}, {"telno", u"12"_s}});
-        addCustomer(u"Brown"_s);
         addRespondent(1, u"Ann"_s);
         addQuestion(addParameter(u"Delivery"_s), u"On time?"_s);
-    }
-    static EditedGrid customers() { return {frmCustomer::instance(), "grdCustomerDtls", "txtCustomerDtls"}; }
-    static QString acme() {
-        return rows(u"select custname || '|' || Address || '|' || telno from customer where custid=1"_s)[0];
     }
     /// As another program does.
     static void other(const QString& sql) {
@@ -40,57 +36,59 @@ protected:
         elsewhere.Execute(sql);
     }
 
-    std::vector<ChangedRow> asked;
-    Keep answer = Keep::Both;
-    Replaced<changedHook> hook{[this](const ChangedRow& row) {
-        asked.push_back(row);
-        return answer;
-    }};
+    struct Case {
+        QString mine;   ///< entered; empty: nothing
+        QString others; ///< assignments of the other program; empty: none
+        Keep answer;
+        bool isAsked;
+        QString stored; ///< in the end
+        QString shown;
+    };
+    /// Saves the one row that the form shows after both have changed it, case by case.
+    template <class Form>
+    void expectKept(const char* button, const QString& table, const QString& fields,
+                    const std::function<void(const QString&)>& enter, const std::function<QString()>& shown,
+                    const std::vector<Case>& cases) {
+        for (const Case& given : cases) {
+            SCOPED_TRACE(testing::Message() << given.others.toStdString() << int(given.answer));
+            enter(given.mine);
+            if (!given.others.isEmpty())
+                other(u"update %1 set "_s.arg(table) + given.others);
+            asked.clear();
+            answer = given.answer;
+            press(Form::instance(), button);
+            ASSERT_EQ(asked.size(), given.isAsked ? 1U : 0U);
+            EXPECT_EQ(rows(u"select %1 from %2"_s.arg(fields, table)), QStringList(given.stored));
+            EXPECT_EQ(shown(), given.shown);
+            expectIdle();
+        }
+    }
 };
 
 TEST_F(ChangedMeanwhileTest, onlyTheSameFieldOfARowConflicts) {
-    const QString othersName = u"update customer set custname='Acme Ltd', telno='99' where custid=1"_s;
-    const struct {
-        const char* about;
-        QString mine; ///< the telephone number entered; empty: none
-        QString others;
-        Keep answer;
-        bool isAsked;
-        QString stored;
-    } cases[] = {
-        {"nobody else", u"34"_s, {}, Keep::Both, false, u"Acme|Hill 1|34"_s},
-        {"untouched here", {}, othersName, Keep::Both, false, u"Acme Ltd|Hill 1|99"_s},
-        {"another field", u"34"_s, u"update customer set Address='Dale 2' where custid=1"_s, Keep::Both,
-         false, u"Acme|Dale 2|34"_s},
-        {"the same text", u"99"_s, othersName, Keep::Both, false, u"Acme Ltd|Hill 1|99"_s},
-        {"back to editing", u"34"_s, othersName, Keep::Both, true, u"Acme Ltd|Hill 1|99"_s},
-        {"stored", u"34"_s, othersName, Keep::Stored, true, u"Acme Ltd|Hill 1|99"_s},
-        {"mine", u"34"_s, othersName, Keep::Mine, true, u"Acme Ltd|Hill 1|34"_s},
+    const auto grid = [] {
+        return EditedGrid(frmCustomer::instance(), "grdCustomerDtls", "txtCustomerDtls");
     };
-    for (const auto& given : cases) {
-        SCOPED_TRACE(given.about);
-        run(u"update customer set custname='Acme', Address='Hill 1', telno='12' where custid=1"_s);
-        frmCustomer& form = frmCustomer::instance();
-        form.Show();
-        if (!given.mine.isEmpty())
-            customers().enter(1, 3, given.mine);
-        if (!given.others.isEmpty())
-            other(given.others);
-        asked.clear();
-        answer = given.answer;
-        press(form, "cmdSaveCustomer");
-        ASSERT_EQ(asked.size(), given.isAsked ? 1U : 0U);
-        if (given.isAsked) {
-            const ChangedRow expected{u"Customer Name: Acme"_s, {{u"Tel.No"_s, u"12"_s, u"99"_s, u"34"_s}}};
-            EXPECT_EQ(asked[0], expected);
-        }
-        EXPECT_EQ(acme(), given.stored);
-        if (given.isAsked && given.answer == Keep::Both) {
-            EXPECT_EQ(customers().text(1, 3), u"34"_s) << "what was typed stays";
-        }
-        expectIdle();
+    const auto enter = [&](const QString& number) {
         frmCustomer::unload();
-    }
+        run(u"update customer set custname='Acme', Address='Hill 1', telno='12'"_s);
+        frmCustomer::instance().Show();
+        if (!number.isEmpty())
+            grid().enter(1, 3, number);
+    };
+    const QString both = u"custname='Acme Ltd', telno='99'"_s;
+    const QString others = u"Acme Ltd|Hill 1|99"_s;
+    expectKept<frmCustomer>(
+        "cmdSaveCustomer", u"customer"_s, u"custname || '|' || Address || '|' || telno"_s, enter,
+        [&] { return grid().text(1, 3); },
+        {{u"34"_s, {}, Keep::Both, false, u"Acme|Hill 1|34"_s, u"34"_s},
+         {{}, both, Keep::Both, false, others, u"99"_s},
+         {u"34"_s, u"Address='Dale 2'"_s, Keep::Both, false, u"Acme|Dale 2|34"_s, u"34"_s},
+         {u"99"_s, both, Keep::Both, false, others, u"99"_s},
+         {u"34"_s, both, Keep::Both, true, others, u"34"_s}, // what was typed stays
+         {u"34"_s, both, Keep::Stored, true, others, u"99"_s},
+         {u"34"_s, both, Keep::Mine, true, u"Acme Ltd|Hill 1|34"_s, u"34"_s}});
+    EXPECT_EQ(asked[0], (ChangedRow{u"Customer Name: Acme"_s, {{u"Tel.No"_s, u"12"_s, u"99"_s, u"34"_s}}}));
 }
 
 TEST_F(ChangedMeanwhileTest, respondentsParametersAndQuestionsAreComparedToo) {
@@ -127,32 +125,13 @@ TEST_F(ChangedMeanwhileTest, theMarksOfAnAnswerAreCompared) {
     form.Show();
     const EditedGrid marks{form, "grdDtls", "txtDtls"};
     ASSERT_EQ(marks.row(1), u"On time?|4|5|"_s);
-    const struct {
-        QString score; // entered
-        QString others;
-        Keep answer;
-        bool isAsked;
-        QString shown;
-        QString stored;
-    } cases[] = {
-        {u"7"_s, u"weightage=9"_s, Keep::Both, false, u"On time?|4|7|"_s, u"9 7"_s},
-        {u"8"_s, u"score=2"_s, Keep::Both, true, u"On time?|4|8|"_s, u"9 2"_s},
-        {u"8"_s, u"score=3"_s, Keep::Stored, true, u"On time?|9|3|"_s, u"9 3"_s},
-        {u"8"_s, u"score=1"_s, Keep::Mine, true, u"On time?|9|8|"_s, u"9 8"_s},
-    };
-    for (const auto& given : cases) {
-        SCOPED_TRACE(qPrintable(given.others));
-        marks.enter(1, 3, given.score);
-        other(u"update feedbackobjective set "_s + given.others);
-        asked.clear();
-        answer = given.answer;
-        press(form, "cmdSave");
-        EXPECT_EQ(asked.size(), given.isAsked ? 1U : 0U);
-        EXPECT_EQ(marks.row(1), given.shown);
-        EXPECT_EQ(rows(u"select weightage || ' ' || score from feedbackobjective"_s),
-                  QStringList(given.stored));
-        expectIdle();
-    }
+    expectKept<frmFeedBackObj>(
+        "cmdSave", u"feedbackobjective"_s, u"weightage || ' ' || score"_s,
+        [&](const QString& score) { marks.enter(1, 3, score); }, [&] { return marks.row(1); },
+        {{u"7"_s, u"weightage=9"_s, Keep::Both, false, u"9 7"_s, u"On time?|4|7|"_s},
+         {u"8"_s, u"score=2"_s, Keep::Both, true, u"9 2"_s, u"On time?|4|8|"_s},
+         {u"8"_s, u"score=3"_s, Keep::Stored, true, u"9 3"_s, u"On time?|9|3|"_s},
+         {u"8"_s, u"score=1"_s, Keep::Mine, true, u"9 8"_s, u"On time?|9|8|"_s}});
 }
 
 TEST_F(ChangedMeanwhileTest, theFieldsOfAnActionAreCompared) {
@@ -162,41 +141,24 @@ TEST_F(ChangedMeanwhileTest, theFieldsOfAnActionAreCompared) {
     frmImprovementPlan& form = frmImprovementPlan::instance();
     form.Show();
     auto* words = control<QLineEdit>(form, "txtDescription");
-    const struct {
-        QString mine; ///< entered; empty: nothing
-        QString others;
-        Keep answer;
-        bool isAsked;
-        QString stored;
-        QString shown;
-    } cases[] = {
-        {u"Ring"_s, u"Status=True"_s, Keep::Both, false, u"Ring -1"_s, u"Ring"_s},
-        {u"Visit"_s, u"Action='Write'"_s, Keep::Both, true, u"Write -1"_s, u"Visit"_s},
-        {u"Visit"_s, u"Action='Fax', Status=False"_s, Keep::Stored, true, u"Fax 0"_s, u"Fax"_s},
-        {{}, u"Action='Meet'"_s, Keep::Both, false, u"Meet 0"_s, u"Meet"_s},
-        {u"Visit"_s, u"Action='Post'"_s, Keep::Mine, true, u"Visit 0"_s, u"Visit"_s},
-        {u"Don't"_s, u"Action='Don’t'"_s, Keep::Both, false, u"Don’t 0"_s, u"Don't"_s},
+    const auto enter = [words](const QString& text) {
+        if (text.isEmpty())
+            return;
+        words->setFocus();
+        words->selectAll();
+        type(text);
     };
     ASSERT_EQ(words->text(), u"Call"_s);
-    for (const auto& given : cases) {
-        SCOPED_TRACE(qPrintable(given.others));
-        if (!given.mine.isEmpty()) {
-            words->setFocus();
-            words->selectAll();
-            type(given.mine);
-        }
-        other(u"update actionplan set "_s + given.others);
-        asked.clear();
-        answer = given.answer;
-        press(form, "cmdSave");
-        EXPECT_EQ(asked.size(), given.isAsked ? 1U : 0U);
-        EXPECT_EQ(rows(u"select Action || ' ' || Status from actionplan"_s), QStringList(given.stored));
-        EXPECT_EQ(words->text(), given.shown);
-        expectIdle();
-    }
+    expectKept<frmImprovementPlan>(
+        "cmdSave", u"actionplan"_s, u"Action || ' ' || Status"_s, enter, [words] { return words->text(); },
+        {{u"Ring"_s, u"Status=True"_s, Keep::Both, false, u"Ring -1"_s, u"Ring"_s},
+         {u"Visit"_s, u"Action='Write'"_s, Keep::Both, true, u"Write -1"_s, u"Visit"_s},
+         {u"Visit"_s, u"Action='Fax', Status=False"_s, Keep::Stored, true, u"Fax 0"_s, u"Fax"_s},
+         {{}, u"Action='Meet'"_s, Keep::Both, false, u"Meet 0"_s, u"Meet"_s},
+         {u"Visit"_s, u"Action='Post'"_s, Keep::Mine, true, u"Visit 0"_s, u"Visit"_s},
+         {u"Don't"_s, u"Action='Don’t'"_s, Keep::Both, false, u"Don’t 0"_s, u"Don't"_s}});
     control<forms::DTPicker>(form, "dtdate")->setValue({2024, 3, 6}); // a day without an action
-    words->setFocus();
-    type(u"Mine"_s);
+    enter(u"Mine"_s);
     run(u"insert into actionplan (customerid, Date, Action) values (1, '2024-03-06', 'Theirs')"_s);
     asked.clear();
     answer = Keep::Both;
