@@ -3,8 +3,13 @@
 // fpc=~N), as.svrepdesign(type="JK1"), withReplicates, and qt(.975, degf) times the root of the variance.
 #include "analysis/figures/basis.h"
 #include "analysis/figures/performancematrix.h"
+#include "analysis/figures/period.h"
+#include "analysis/figures/satisfactionindex.h"
+#include "platform/failure/failure.h"
 
 #include <gtest/gtest.h>
+
+#include <random>
 
 namespace {
 
@@ -74,6 +79,36 @@ TEST(BasisTest, respondentsAndRatingsAreCounted) {
     const Basis none = basisOf(answersOf({{1, {0, 5}}, {2, {5, 5}}}), 1, 1);
     EXPECT_EQ(none.respondents, 1);
     EXPECT_TRUE(none.isTooFew() && none.isOfAll());
+}
+
+TEST(GroupFigures, areThoseOfOneCustomerWithoutTheirLimit) {
+    std::mt19937 chance(7);
+    const auto mark = [&] { return std::int16_t(chance() % 11); };
+    for (std::vector<RatedAnswer> answers; answers.size() < 300; answers.push_back({mark(), mark()})) {
+        EXPECT_EQ(groupIndex(answers), satisfactionIndex(answers)) << answers.size();
+        const auto means = groupMeans(answers);
+        const auto given = matrixMeans(answers);
+        ASSERT_EQ(means.has_value(), given.has_value());
+        EXPECT_TRUE(!means || (means->score == given->score && means->weightage == given->weightage));
+    }
+    std::vector<RatedAnswer> many(10'000, {4, 9});
+    many[0] = {4, 8};
+    EXPECT_THROW(satisfactionIndex(many), Failure);
+    EXPECT_EQ(groupIndex(many), float(89'999 / 10'000.0));
+    EXPECT_EQ(groupMeans(many)->score, 9);
+}
+
+TEST(Period, beginsAndIsNamed) {
+    const std::tuple<Period, QDate, QDate, const char*> cases[] = {
+        {Period::SurveyDate, {2024, 12, 31}, {2024, 12, 31}, "31/12/2024"},
+        {Period::Month, {2024, 2, 29}, {2024, 2, 1}, "02/2024"},
+        {Period::Quarter, {2024, 3, 31}, {2024, 1, 1}, "Q1 2024"},
+        {Period::Quarter, {2024, 10, 1}, {2024, 10, 1}, "Q4 2024"},
+        {Period::Year, {2024, 7, 1}, {2024, 1, 1}, "2024"}};
+    for (const auto& [period, date, begin, name] : cases) {
+        EXPECT_EQ(beginOf(period, date), begin) << name;
+        EXPECT_EQ(nameOf(period, begin), QLatin1StringView(name));
+    }
 }
 
 } // namespace

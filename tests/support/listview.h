@@ -4,13 +4,13 @@
 #include "platform/forms/listview.h"
 #include "tests/support/storetest.h"
 
-/// The rows of a list in report view, each as its texts joined by a bar.
-inline QStringList listed(const forms::ListView& list) {
+/// The rows of a list in report view or of a table, each as its texts joined by a bar.
+inline QStringList listed(const QAbstractItemView& list) {
     QStringList rows;
-    for (int row = 0; row < list.ListCount(); ++row) {
+    for (int row = 0; row < list.model()->rowCount(); ++row) {
         QStringList texts;
         for (int column = 0; column < list.model()->columnCount(); ++column)
-            texts << list.Text(row, column);
+            texts << list.model()->index(row, column).data().toString();
         rows << texts.join(u'|');
     }
     return rows;
