@@ -9,7 +9,6 @@
 #include "reference/frmCustomer.h"
 #include "tests/support/agreed.h"
 #include "tests/support/storecompare.h"
-#include "tests/support/surveyfile.h"
 #include "tests/support/surveytest.h"
 
 #include <QDir>
@@ -49,10 +48,11 @@ protected:
         SurveyTest::SetUp();
         addStored(ann, today, {0, 4});
         copyHomeFile(u"template.xls"_s);
-        filled.respondentid = ann;
-        filled.questions = {{question[0], true}, {question[4], false}};
-        filled.entered = {{u"C14"_s, 7}, {u"D14"_s, 9}, {u"D16"_s, 3}, {u"B17"_s, QString(30000, u'w')}};
-        filled.saveAs(path("filled.xls"));
+        fill("filled.xls", 30000);
+    }
+    void fill(const char* name, int letters) const {
+        saveFile(QString::fromLatin1(name), ann,
+                 {{"C14", 7}, {"D14", 9}, {"D16", 3}, {"B17", QString(letters, u'w')}});
     }
     QString path(const char* name) const { return home() + u'/' + QLatin1StringView(name); }
     /// The same with the files opened as the user nobody if the test runs as root.
@@ -92,7 +92,6 @@ protected:
         frmCustomer::instance().Show();
     }
 
-    SurveyFile filled;
     // Answers that were read from a file while Feedback was not active have changed under it.
     Replaced<changedHook> mine{[](const ChangedRow&) { return Keep::Mine; }};
 };
@@ -252,9 +251,8 @@ TEST_F(FaultsTest, aMissingOrReplacedStoreIsReported) {
 TEST_F(FaultsTest, readingManyFilesUntilTheDiskIsFull) {
     QStringList files, titles;
     for (const char* name : {"1.xls", "2.xls", "3.xls", "4.xls"}) {
-        filled.entered[u"B17"_s] = QString(files.size() == 2 ? 30000 : 5, u'w');
-        filled.saveAs(path(name));
-        add(u"log"_s, {{"custname", u"Acme"_s}, {"respid", ann}, {"xlsfilename", QString::fromLatin1(name)}});
+        fill(name, files.size() == 2 ? 30000 : 5);
+        addToRegister(QString::fromLatin1(name));
         files << path(name);
         titles << QString::fromLatin1(name);
     }

@@ -3,7 +3,6 @@
 #include "feedback/frmFeedBackObj.h"
 #include "platform/forms/lists.h"
 #include "tests/support/gridform.h"
-#include "tests/support/surveyfile.h"
 #include "tests/support/surveytest.h"
 
 #include <QDir>
@@ -17,28 +16,15 @@ const QString overflow = u"Overflow"_s;
 const QString mismatch = u"Type mismatch"_s;
 const QString remarksHead = u"Read as it stands, but worth a look:\r\n"_s;
 
-using Cells = std::vector<std::pair<const char*, excel::Value>>; // address and content
-
 /// Ann has the questions 0 and 4 of the catalogue in the survey of today, exported under the name ann.xls.
 class ReadingTest : public SurveyTest {
 protected:
     void SetUp() override {
         SurveyTest::SetUp();
         addStored(ann, today, {0, 4});
-        addToRegister(ann, u"ann.xls"_s);
+        addToRegister(u"ann.xls"_s);
     }
-    static void addToRegister(int respondentid, const QString& name) {
-        run(u"insert into log (custname, respname, respid, xlsfilename, sdate, surveyid) "
-            "values ('Acme', 'Ann', %1, '%2', '2024-03-05', 1)"_s.arg(QString::number(respondentid), name));
-    }
-    /// A file of Ann's two questions with these cells entered.
-    void fill(const Cells& cells, const QString& name = u"ann.xls"_s, int respondentid = 0) const {
-        SurveyFile file{.respondentid = respondentid > 0 ? respondentid : ann,
-                        .questions = {{question[0], true}, {question[4], false}}};
-        for (const auto& [address, value] : cells)
-            file.entered[QString::fromLatin1(address)] = value;
-        file.saveAs(path(name));
-    }
+    void fill(const Cells& cells, const QString& name = u"ann.xls"_s) const { saveFile(name, ann, cells); }
     static QString failureAt(const char* cell, const QString& why = mismatch,
                              const QString& file = u"ann.xls"_s) {
         return why + u"\r\n%1 was not read beyond cell %2."_s.arg(file, QLatin1StringView(cell));
@@ -154,9 +140,10 @@ TEST_F(ReadingTest, manyFilesOfWhichSomeAreBad) {
     QStringList files;
     for (int i = 1; i <= 6; ++i) {
         files << u"Anné %1 o'k.xls"_s.arg(i);
-        addToRegister(100 + i, i % 2 == 0 ? toStoredText(files.back())
-                                          : QString(files.back()).replace(u'\'', u"''"_s));
-        fill({{"C14", i}, {"D16", i == 2 ? excel::Value(u"two"_s) : excel::Value()}}, files.back(), 100 + i);
+        const QString doubled = QString(files.back()).replace(u'\'', u"''"_s);
+        addToRegister(i % 2 == 0 ? toStoredText(files.back()) : doubled, 100 + i);
+        saveFile(files.back(), 100 + i,
+                 {{"C14", i}, {"D16", i == 2 ? excel::Value(u"two"_s) : excel::Value()}});
     }
     QFile::resize(path(files[3]), 700);
     QFile::remove(path(files[5]));
@@ -217,8 +204,6 @@ TEST_F(ReadingTest, aStoreFailureEndsTheReadAndIsReported) {
 }
 
 TEST_F(ReadingTest, remarksAreShownByBothForms) {
-    const QString asksForScore = u"update questions set Type=%2 where questionid=%1"_s;
-    const QString second = QString::number(question[4]);
     const auto lost = [](const QString& by) -> QString {
         return u"I16: question 5 was not read, it lies within the rows of question "_s + by;
     };
@@ -226,27 +211,25 @@ TEST_F(ReadingTest, remarksAreShownByBothForms) {
         Cells entered;
         QStringList reported;
         QString expected;
-        QString change = {}; // in the store since the export
+        QString type = {}; // of a question in the store since the export
     } cases[] = {
         {{{"C14", 10}, {"I15", 77}}, {}, u"1:0,10 5:0 -/"_s}, // a key left by an earlier export
         {{{"I14", 999}, {"D16", 3}},
          {u"I14: question 999 is not in the catalogue"_s, lost(u"999"_s)},
          u"999:0 /"_s},
-        {{{"B16", u"What else?"_s}}, {lost(u"1"_s)}, u"1:0 /"_s, asksForScore.arg(u"1"_s, u"False"_s)},
+        {{{"B16", u"What else?"_s}}, {lost(u"1"_s)}, u"1:0 /"_s, u"False where questionid=1"_s},
         {{{"B17", u"Good"_s}},
          {u"B17: the words were not read, question 5 asks for a score"_s},
          u"1:0,0 5:0,0/"_s,
-         asksForScore.arg(second, u"True"_s)},
+         u"True where questionid=5"_s},
         {{{"I2", bob}, {"I3", QDate(2024, 3, 4)}, {"I5", 2}},
          {u"I2: respondent 2, in the register 1"_s, u"I3: date 04/03/2024, in the register 05/03/2024"_s,
           u"I5: survey 2, in the register 1"_s},
          u"/1:0,0 of another survey 5:0 - of another survey"_s},
     };
-    for (const auto& [entered, reported, expected, change] : cases) {
-        run(asksForScore.arg(u"1"_s, u"True"_s));
-        run(asksForScore.arg(second, u"False"_s));
-        if (!change.isEmpty())
-            run(change);
+    for (const auto& [entered, reported, expected, type] : cases) {
+        for (const QString& now : {u"True where questionid=1"_s, u"False where questionid=5"_s, type})
+            run(u"update questions set Type="_s + (now.isEmpty() ? u"Type"_s : now));
         expectRead(entered, reported, expected);
     }
 }
@@ -281,11 +264,7 @@ TEST_F(ReadingTest, aFileOpenInASpreadsheetIsAskedFor) {
     for (const QString& lock : {u".~lock.ann.xls#"_s, u"~$ann.xls"_s}) {
         const bool goesOn = lock.startsWith(u'~');
         copyHomeFile(u"template.xls"_s, lock);
-        messages.expectTitled(
-            u"ann.xls seems to be open in a spreadsheet program. What has been typed there and not been "
-            u"saved is missing in it. Go on all the same?"_s,
-            style::yesNo + style::information + style::secondButton,
-            goesOn ? forms::Answer::Yes : forms::Answer::No);
+        messages.expectOpenElsewhere(u"ann.xls"_s, goesOn ? forms::Answer::Yes : forms::Answer::No);
         goesOn ? readSelected() : importFiles();
         EXPECT_EQ(answers(ann).isEmpty(), !goesOn);
         QFile::remove(path(lock));

@@ -10,7 +10,6 @@
 #include "platform/desktop/loginname.h"
 #include "tests/support/killed.h"
 #include "tests/support/listview.h"
-#include "tests/support/surveyfile.h"
 #include "tests/support/surveytest.h"
 
 #include <QCryptographicHash>
@@ -28,16 +27,11 @@ protected:
         SurveyTest::SetUp();
         addStored(ann, today, {0, 4});
         addStored(bob, today, {0, 4});
-        run(u"insert into log (custname, respname, respid, xlsfilename, sdate, surveyid) "
-            "values ('Acme', 'Ann', 1, 'ann.xls', '2024-03-05', 1)"_s);
+        addToRegister(u"ann.xls"_s);
     }
     /// A filled file with a mark for question 0 and words for question 4.
     QString filled(const QString& name, int respondent, int score, const QString& words = u"Fine"_s) const {
-        SurveyFile file{.respondentid = respondent, .questions = {{question[0], true}, {question[4], false}}};
-        file.entered[u"C14"_s] = score;
-        file.entered[u"B17"_s] = words;
-        file.saveAs(path(name));
-        return path(name);
+        return saveFile(name, respondent, {{"C14", score}, {"B17", words}});
     }
     void read(const QString& name, int respondent, int score, const QString& words = u"Fine"_s) const {
         ASSERT_EQ(readSurveyFiles({filled(name, respondent, score, words)}).bad, QStringList());
@@ -63,10 +57,9 @@ protected:
         frmReadingRuns::instance().Show();
         return frmReadingRuns::instance();
     }
-    static void choose(const forms::ListView& view, int row) { ::clickRow(view, row); }
     static const forms::ListView& list(const char* name) { return *control<forms::ListView>(form(), name); }
     void undo(int row, const QString& effects, Answer answer = Answer::Yes) {
-        choose(list("lsvRuns"), row);
+        ::clickRow(list("lsvRuns"), row);
         const QString reading = list("lsvRuns").Text(row, 0);
         const QString files = list("lsvRuns").Text(row, 2);
         messages.expectTitled(u"Undo the reading of %1, %2?\r\n\r\n"_s.arg(
@@ -106,7 +99,7 @@ TEST_F(ReadingsTest, bothDoorsRecordWhoReadWhatAndUndoTakesItBack) {
     ASSERT_NE(login, QString());
     EXPECT_EQ(listed(list("lsvRuns")), QStringList({u"05/03/2024 10:30|%1|1|0|1|1|"_s.arg(login),
                                                     u"05/03/2024 10:30|%1|2|4|0|0|"_s.arg(login)}));
-    choose(list("lsvRuns"), 0);
+    ::clickRow(list("lsvRuns"), 0);
     const QString hash = QString::fromLatin1(
         QCryptographicHash::hash(contentOf(path(u"ann.xls"_s)), QCryptographicHash::Sha256).toHex());
     EXPECT_EQ(listed(list("lsvFiles")), QStringList(u"ann.xls|Acme|Ann|05/03/2024|0|1|1|"_s + hash));
@@ -129,54 +122,40 @@ TEST_F(ReadingsTest, bothDoorsRecordWhoReadWhatAndUndoTakesItBack) {
     EXPECT_EQ(readIn(), QStringList(u"ann.xls"_s));
 }
 
-/// What happened to Ann's mark, from 0 to 9: the mark before the reading of the mark 5, what came after it,
-/// and the mark after the reading and then a later one are undone; empty: no answer.
+/// What happened to Ann's mark: typed (t) or read from a file (r); and the mark after the first reading and
+/// then the later one are undone, empty: no answer.
 TEST_F(ReadingsTest, anAnswerChangedSinceStaysAndIsNamed) {
-    const struct {
-        const char* about;
-        int before;     // -1: none
-        int typedSince; // -1: nothing
-        int readSince;
-        int typedLast;
-        const char* afterFirst;
-        const char* afterBoth;
-    } cases[] = {{"untouched", -1, -1, -1, -1, "", ""},
-                 {"overwritten", 3, -1, -1, -1, "3", "3"},
-                 {"typed since", -1, 6, -1, -1, "6", "6"},
-                 {"read again", -1, -1, 8, -1, "8", ""},
-                 {"read again over an older mark", 3, -1, 8, -1, "8", "3"},
-                 {"the same read again", -1, -1, 5, -1, "5", ""},
-                 {"typed, then read again", -1, 6, 8, -1, "8", "6"},
-                 {"read again, then typed", 3, -1, 8, 9, "9", "9"}};
+    const std::tuple<QString, QString, QString> cases[] = {{u"r5"_s, {}, {}},
+                                                           {u"t3 r5"_s, u"3"_s, u"3"_s},
+                                                           {u"r5 t6"_s, u"6"_s, u"6"_s},
+                                                           {u"r5 r8"_s, u"8"_s, {}},
+                                                           {u"t3 r5 r8"_s, u"8"_s, u"3"_s},
+                                                           {u"r5 r5"_s, u"5"_s, {}},
+                                                           {u"r5 t6 r8"_s, u"8"_s, u"6"_s},
+                                                           {u"t3 r5 r8 t9"_s, u"9"_s, u"9"_s}};
     for (const bool isFirstFirst : {true, false}) {
-        for (const auto& given : cases) {
-            SCOPED_TRACE(given.about);
+        for (const auto& [steps, afterFirst, afterBoth] : cases) {
+            SCOPED_TRACE(steps.toStdString());
             for (const char* table : {"feedbackobjective", "feedbackdescriptive", "reading", "readingfile"})
                 run(u"delete * from "_s + QLatin1StringView(table));
-            if (given.before >= 0)
-                typeScore(given.before);
-            read(u"ann.xls"_s, ann, 5);
-            if (given.typedSince >= 0)
-                typeScore(given.typedSince);
-            if (given.readSince >= 0)
-                read(u"ann.xls"_s, ann, given.readSince);
-            if (given.typedLast >= 0)
-                typeScore(given.typedLast);
+            for (const QString& step : steps.split(u' ')) {
+                const int mark = step.sliced(1).toInt();
+                step[0] == u't' ? typeScore(mark) : read(u"ann.xls"_s, ann, mark);
+            }
+            const bool isReadAgain = steps.count(u'r') == 2;
             const int first = value(u"select min(readingid) from reading"_s).toInt();
-            if (given.readSince >= 0 && !isFirstFirst)
+            if (isReadAgain && !isFirstFirst)
                 undoReading(first + 1, now);
             const ReadingUndo done = undoReading(first, now);
             if (isFirstFirst) {
-                const bool isKept = given.typedSince >= 0 || given.readSince >= 0;
-                EXPECT_EQ(done.kept.contains({ann, today, question[0], true}), isKept);
-                EXPECT_EQ(value(u"select score from feedbackobjective"_s),
-                          QLatin1StringView(given.afterFirst));
-                EXPECT_EQ(readIn().size(), given.readSince >= 0 ? 1 : 0);
+                EXPECT_EQ(done.kept.contains({ann, today, question[0], true}), steps.contains(u"r5 "));
+                EXPECT_EQ(value(u"select score from feedbackobjective"_s), afterFirst);
+                EXPECT_EQ(readIn().size(), isReadAgain ? 1 : 0);
             }
             EXPECT_THROW(undoReading(first, now), Failure);
-            if (given.readSince >= 0 && isFirstFirst)
+            if (isReadAgain && isFirstFirst)
                 undoReading(first + 1, now);
-            EXPECT_EQ(value(u"select score from feedbackobjective"_s), QLatin1StringView(given.afterBoth));
+            EXPECT_EQ(value(u"select score from feedbackobjective"_s), afterBoth);
             EXPECT_EQ(rows(u"select questionid from feedbackdescriptive"_s), QStringList());
             EXPECT_EQ(readIn(), QStringList());
         }
@@ -186,7 +165,7 @@ TEST_F(ReadingsTest, anAnswerChangedSinceStaysAndIsNamed) {
 TEST_F(ReadingsTest, theQuestionNamesWhatStays) {
     read(u"ann.xls"_s, ann, 5);
     typeScore(6);
-    choose(list("lsvRuns"), 0);
+    ::clickRow(list("lsvRuns"), 0);
     undo(0, u"1 answer that it added is taken out.\r\n"_s + unmarked +
                 u"\r\n\r\nThese have been changed since, or read again, and stay as they are:\r\n"
                 "ann.xls: Ann, 05/03/2024, On time?");
@@ -210,7 +189,7 @@ TEST_F(ReadingsTest, killedOrLockedTheUndoIsWholeOrNotAtAll) {
     read(u"ann.xls"_s, ann, 5);
     const QStringList after = answersAndRegister();
     form();
-    choose(list("lsvRuns"), 0);
+    ::clickRow(list("lsvRuns"), 0);
     whileLocked([] { press(form(), "cmdUndo"); });
     EXPECT_EQ(answersAndRegister(), after);
     if (!cnnMain->IsFile())
@@ -250,7 +229,7 @@ TEST_F(ReadingsTest, readingsOlderThanAYearAreThinnedOutByChoice) {
         press(form(), "cmdThin");
         EXPECT_EQ(list("lsvRuns").Text(1, 6), answer == Answer::Yes ? u"Thinned out"_s : QString());
     }
-    choose(list("lsvRuns"), 1);
+    ::clickRow(list("lsvRuns"), 1);
     EXPECT_FALSE(control<QPushButton>(form(), "cmdUndo")->isEnabled());
     EXPECT_THROW(undoReading(1, now), Failure);
     undo(0, removed);

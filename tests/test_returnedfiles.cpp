@@ -21,16 +21,8 @@ protected:
         addToRegister(u"ann.xls"_s);
         ASSERT_TRUE(QDir(home()).mkdir(u"returned"_s));
     }
-    static void addToRegister(const QString& name) {
-        run(u"insert into log (custname, respname, respid, xlsfilename, sdate, surveyid) "
-            "values ('Acme', 'Ann', 1, '%1', '2024-03-05', 1)"_s.arg(name));
-    }
     QString returned(const QString& name, int score) const {
-        SurveyFile file{.respondentid = ann, .questions = {{question[0], true}, {question[4], false}}};
-        file.entered[u"C14"_s] = score;
-        const QString path = home() + u"/returned/"_s + name;
-        file.saveAs(path);
-        return path;
+        return saveFile(u"returned/"_s + name, ann, {{"C14", score}});
     }
     static QString score() { return value(u"select score from feedbackobjective"_s); }
     static QStringList readIn() { return rows(u"select xlsfilename from log where Status=True"_s); }

@@ -14,6 +14,8 @@ struct ShownFiles {
     QStringList paths;
 };
 
+using Cells = std::vector<std::pair<const char*, excel::Value>>; // address and content
+
 /// A survey file: the cells that the reader uses, and the respondent's entries.
 struct SurveyFile {
     int respondentid = 1;

@@ -10,6 +10,7 @@
 #include "tests/support/otherprogram.h"
 #include "tests/support/storecompare.h"
 #include "tests/support/storetest.h"
+#include "tests/support/surveyfile.h"
 
 /// A customer with two respondents and a catalogue of five questions, numbered from 0: 0 and 1 under
 /// Delivery, 2 to 4 under Quality. Today is 5 March 2024.
@@ -44,6 +45,22 @@ protected:
         for (int& number : questions)
             number = question.at(static_cast<std::size_t>(number));
         addQuestionnaire(respondentid, surveyid, questions);
+    }
+
+    /// Saves a survey file of the questions 0 and 4 of today with these cells entered; returns its path.
+    QString saveFile(const QString& name, int respondentid, const Cells& cells) const {
+        SurveyFile file{.respondentid = respondentid,
+                        .questions = {{question[0], true}, {question[4], false}}};
+        for (const auto& [address, value] : cells)
+            file.entered[QString::fromLatin1(address)] = value;
+        file.saveAs(path(name));
+        return path(name);
+    }
+    /// Adds a file of today's survey to the register.
+    static void addToRegister(const QString& name, int respondentid = 1) {
+        run(QStringLiteral("insert into log (custname, respname, respid, xlsfilename, sdate, surveyid) "
+                           "values ('Acme', 'Ann', %1, '%2', '2024-03-05', 1)")
+                .arg(QString::number(respondentid), name));
     }
 
     /// The questionnaires of a respondent: "05/03 1:4 2:0" are the questions 4 and 0 in positions 1 and 2.

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/walk/world.h"
 
-#include "tests/support/surveyfile.h"
-
 #include <QDir>
 #include <QHashFunctions>
 
@@ -36,13 +34,8 @@ void World::SetUp() {
     for (const char* group : {"null, 'Region', 'North'", "2, 'Role', 'Buyer'"})
         runRaw(u"insert into segment (custid, respondentid, kind, name) values (1, "_s +
                QLatin1StringView(group) + u')');
-    for (const int respondent : {ann, bob}) {
-        SurveyFile{.respondentid = respondent,
-                   .date = today,
-                   .questions = {{question[0], true}, {question[4], false}},
-                   .entered = {{u"C14"_s, 7}, {u"D14"_s, 9}}}
-            .saveAs(path(u"file%1.xls"_s.arg(respondent)));
-    }
+    for (const int respondent : {ann, bob})
+        saveFile(u"file%1.xls"_s.arg(respondent), respondent, {{"C14", 7}, {"D14", 9}});
     runRaw(u"insert into log (custname, respname, respid, xlsfilename, sdate, surveyid) "
            "select 'Acme', respondentname, respondentid, 'file' || respondentid || '.xls', '2024-03-05', 1 "
            "from respondent where custid = 1"_s);
