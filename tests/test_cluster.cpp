@@ -31,37 +31,26 @@ fi
 )sh";
 
 QString library() {
-    for (const QString& path :
-         {u"/usr/lib/galera/libgalera_smm.so"_s, u"/usr/lib64/galera-4/libgalera_smm.so"_s}) {
-        if (QFile::exists(path))
-            return path;
-    }
-    return {};
-} // namespace
+    const QString usual = u"/usr/lib/galera/libgalera_smm.so"_s;
+    return QFile::exists(usual) ? usual : u"/usr/lib64/galera-4/libgalera_smm.so"_s;
+}
 
 class ClusterTest : public ::testing::Test {
 protected:
     static void SetUpTestSuite() {
-        if (library().isEmpty())
+        if (!QFile::exists(library()))
             return;
         folder = std::make_unique<QTemporaryDir>();
-        QFile script(folder->filePath(u"wsrep_sst_positions"_s));
-        ASSERT_TRUE(script.open(QIODevice::WriteOnly));
-        script.write(transfer);
-        script.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
-        script.close();
+        const QString script = folder->filePath(u"wsrep_sst_positions"_s);
+        writeFile(script, transfer);
+        QFile::setPermissions(script, QFileDevice::ReadOwner | QFileDevice::ExeOwner);
         qputenv("PATH", folder->path().toUtf8() + ':' + qgetenv("PATH"));
         certificates = std::make_unique<Certificates>();
         for (auto& [client, group, writes] : ports)
             client = freePort(), group = freePort(), writes = freePort();
         PrivateServer first(optionsOf(0, true));
         ado::Connection store;
-        store.ConnectionString = first.connection({});
-        store.Open();
-        store.Execute(u"create database tally"_s);
-        store.ConnectionString = first.connection(u"tally"_s);
-        store.Open();
-        ado::runScript(store, homeScript(u"schema"_s) + homeScript(u"version2"_s) + homeScript(u"queries"_s));
+        makeStore(store, first);
         store.Close();
         first.end();
         for (const QString& left : {u"/galera.cache"_s, u"/gvwstate.dat"_s})
@@ -80,7 +69,7 @@ protected:
             nodes[i].reset();
         }
     }
-    void SetUp() override { ASSERT_FALSE(library().isEmpty()) << "the package galera-4 is not installed"; }
+    void SetUp() override { ASSERT_TRUE(QFile::exists(library())) << "the package galera-4 is missing"; }
     static QStringList optionsOf(std::size_t i, bool isFirst) {
         const auto& [client, group, writes] = ports[i];
         QStringList peers;
@@ -90,14 +79,10 @@ protected:
         const QString times = u"evs.suspect_timeout=PT2S;evs.inactive_timeout=PT4S;evs.install_timeout=PT4S;"
                               "evs.keepalive_period=PT0.5S;pc.announce_timeout=PT1S"_s;
         return certificates->options(client) +
-               QStringList{u"--innodb-flush-log-at-trx-commit=2"_s,
-                           u"--binlog-format=ROW"_s,
-                           u"--innodb-autoinc-lock-mode=2"_s,
-                           u"--wsrep-on=ON"_s,
-                           u"--wsrep-provider="_s + library(),
-                           u"--wsrep-cluster-name=tally"_s,
-                           u"--wsrep-node-address=127.0.0.1"_s,
-                           u"--wsrep-sst-method=positions"_s,
+               u"--innodb-flush-log-at-trx-commit=2 --binlog-format=ROW --innodb-autoinc-lock-mode=2 "
+               "--wsrep-on=ON --wsrep-cluster-name=tally --wsrep-node-address=127.0.0.1 "
+               "--wsrep-sst-method=positions"_s.split(u' ') +
+               QStringList{u"--wsrep-provider="_s + library(),
                            u"--wsrep-cluster-address=gcomm://"_s + (isFirst ? QString() : peers.join(u',')),
                            u"--wsrep-provider-options=base_port=%1;gmcast.listen_addr=tcp://127.0.0.1:%1;"
                            "ist.recv_addr=127.0.0.1:%2;gcache.size=16M;%3"_s.arg(
@@ -140,13 +125,9 @@ protected:
     /// Saves a customer with two respondents.
     static void save(ado::Connection& store, const QString& name) {
         store.BeginTrans();
-        ado::Recordset customer(u"select * from customer"_s, store, ado::Recordset::Lock::Optimistic);
-        customer.AddNew();
-        customer["custname"] = name;
-        customer.Update();
+        const QVariant custid = add(store, u"customer"_s, {{"custname", name}});
         for (const QString& respondent : {u"Ann"_s, u"Bob"_s})
-            add(store, u"respondent"_s,
-                {{"custid", customer["custid"].Value()}, {"respondentname", respondent}});
+            add(store, u"respondent"_s, {{"custid", custid}, {"respondentname", respondent}});
         store.CommitTrans();
     }
 

@@ -10,7 +10,6 @@
 #include "tests/support/agreed.h"
 #include "tests/support/certificates.h"
 #include "tests/support/enginestest.h"
-#include "tests/support/surveyfile.h"
 #include "tests/support/surveytest.h"
 
 #include <dlfcn.h>
@@ -68,31 +67,20 @@ protected:
         addStored(ann, today, {0, 4});
         addScore(ann, question[0], surveyOf(u"Acme"_s, today), today, 5, 6);
         copyHomeFile(u"template.xls"_s);
-        SurveyFile filled{.respondentid = ann, .questions = {{question[0], true}, {question[4], false}}};
-        for (const int number : {1, 2, 3}) {
-            filled.entered = {
-                {u"C14"_s, 7}, {u"D14"_s, 9}, {u"D16"_s, 3}, {u"B17"_s, u"word %1"_s.arg(number)}};
-            filled.saveAs(path(u"%1.xls"_s.arg(number)));
-            add(u"log"_s,
-                {{"custname", u"Acme"_s}, {"respid", ann}, {"xlsfilename", u"%1.xls"_s.arg(number)}});
+        for (const QString& name : {u"1.xls"_s, u"2.xls"_s, u"3.xls"_s}) {
+            files.emplace_back(saveFile(
+                name, ann, {{"C14", 7}, {"D14", 9}, {"D16", 3}, {"B17", QString(u"word "_s + name)}}));
+            add(u"log"_s, {{"custname", u"Acme"_s}, {"respid", ann}, {"xlsfilename", name}});
         }
         ASSERT_TRUE(host->isRunning()) << host->log().toStdString();
-        root.ConnectionString = host->connection({});
-        root.Open();
-        root.Execute(u"drop database if exists tally"_s);
-        root.Execute(u"create database tally"_s);
-        root.ConnectionString = host->connection(u"tally"_s);
-        root.Open();
-        ado::runScript(root, homeScript(u"schema"_s) + homeScript(u"version2"_s) + homeScript(u"queries"_s));
+        makeStore(root, *host);
         copyAllRows(*cnnMain, root);
-        const QStringList source{u"DSN=gwl"_s,
-                                 u"SERVER=127.0.0.1:%1,127.0.0.1:%2"_s.arg(ports[0]).arg(ports[1]),
-                                 u"SSLCA="_s + certificates->file(u"authority"_s),
-                                 u"DATABASE=tally"_s,
-                                 u"UID=member"_s,
-                                 {}};
-        ASSERT_EQ(ado::SQLConfigDataSource(ado::AddSystemSource, u"server"_s + QChar(), source.join(QChar())),
-                  1);
+        const QString source =
+            u"DSN=gwl;SERVER=127.0.0.1:%1,127.0.0.1:%2;SSLCA=%3;DATABASE=tally;UID=member;"_s.arg(ports[0])
+                .arg(ports[1])
+                .arg(certificates->file(u"authority"_s))
+                .replace(u';', QChar());
+        ASSERT_EQ(ado::SQLConfigDataSource(ado::AddSystemSource, u"server"_s + QChar(), source), 1);
         toOpenConnection();
         ASSERT_FALSE(cnnMain->IsFile());
     }
@@ -139,15 +127,22 @@ protected:
     }
     void readFiles() {
         unread.clear();
-        unread = readSurveyFiles({path(u"1.xls"_s), path(u"2.xls"_s), path(u"3.xls"_s)}).bad;
+        unread = readSurveyFiles(files).bad;
     }
     void exportSurvey() const {
         QFile::remove(path(u"111.xls"_s));
         press(frmNewSurvey::instance(), "cmdExport");
     }
 
-    /// Makes the fault happen at statements of the command until it survives; expects each time that it is
-    /// told and that the store is as before or as after the whole command.
+    /// Ends the connection, and then the server, at every nth statement of the command until it survives;
+    /// expects each time that it is told and that the check finds the store as it may be.
+    void loseDuring(const std::function<void()>& command, int endEach, int killEach,
+                    const std::function<void(const QStringList& before)>& check) {
+        loseDuring(
+            command, [this] { endConnection(); }, endEach, check);
+        loseDuring(
+            command, [this] { killServer(); }, killEach, check);
+    }
     void loseDuring(const std::function<void()>& command, const std::function<void()>& loss, int step,
                     const std::function<void(const QStringList& before)>& check) {
         const QString copy = path(u"before.mdb"_s);
@@ -182,6 +177,7 @@ protected:
     inline static std::array<int, 2> ports;
     inline static std::unique_ptr<PrivateServer> host;
     ado::Connection root;
+    std::vector<ReturnedFile> files;
     QStringList unread; ///< files that a reading has named
     const Replaced<forms::saveFileHook> unnamed{[](const forms::CommonDialog&) { return QString(); }};
     Replaced<changedHook> mine{[](const ChangedRow&) { return Keep::Mine; }};
@@ -206,53 +202,44 @@ TEST_F(ServerLossTest, anIdleConnectionThatHasEndedIsOpenedAgainSilently) {
 
     const Transaction step;
     host->kill();
-    EXPECT_THROW(guarded([] { cnnMain->Execute(u"delete * from customer"_s); }), Failure);
+    const auto deletion = [] { guarded([] { cnnMain->Execute(u"delete * from customer"_s); }); };
+    EXPECT_THROW(deletion(), Failure);
     host->start(options(0));
-    EXPECT_THROW(guarded([] { cnnMain->Execute(u"delete * from customer"_s); }), Failure)
-        << "not alone on another connection";
+    EXPECT_THROW(deletion(), Failure) << "not alone on another connection";
     root.Open();
     EXPECT_EQ(::rows(root, u"select custname from customer"_s).size(), 1);
 }
 
 TEST_F(ServerLossTest, aSaveIsWholeOrNotAtAll) {
     frmFeedBackObj::instance().Show();
-    const auto unchanged = [this](const QStringList& before) { EXPECT_EQ(storeRows(root), before); };
-    loseDuring(
-        saveAnswers, [this] { endConnection(); }, 1, unchanged);
-    loseDuring(
-        saveAnswers, [this] { killServer(); }, 5, unchanged);
+    loseDuring(saveAnswers, 1, 5, [this](const QStringList& before) { EXPECT_EQ(storeRows(root), before); });
 }
 
 TEST_F(ServerLossTest, filesAreReadWhollyOrNamed) {
-    const auto whole = [this](const QStringList&) {
-        const QStringList read = ::rows(root, u"select xlsfilename from log where status=true"_s);
-        EXPECT_EQ(read.size() + unread.size(), 3) << unread.join(u' ').toStdString();
-        EXPECT_EQ(::rows(root, u"select * from readingfile"_s).size(), read.size());
-        EXPECT_EQ(::rows(root, u"select * from feedbackdescriptive"_s).size(), read.isEmpty() ? 0 : 1);
-    };
-    loseDuring([this] { readFiles(); }, [this] { endConnection(); }, 3, whole);
-    loseDuring([this] { readFiles(); }, [this] { killServer(); }, 20, whole);
+    loseDuring([this] { readFiles(); }, 3, 20,
+               [this](const QStringList&) {
+                   const QStringList read = ::rows(root, u"select xlsfilename from log where status=true"_s);
+                   EXPECT_EQ(read.size() + unread.size(), 3) << unread.join(u' ').toStdString();
+                   EXPECT_EQ(::rows(root, u"select * from readingfile"_s).size(), read.size());
+                   EXPECT_EQ(::rows(root, u"select * from feedbackdescriptive"_s).size(),
+                             read.isEmpty() ? 0 : 1);
+               });
 }
 
 TEST_F(ServerLossTest, anExportLeavesNoFileWithoutQuestions) {
     open();
-    const auto complete = [this](const QStringList& before) {
-        EXPECT_EQ(removedRows(before, storeRows(root)).filter(u"log|"_s).size(),
-                  removedRows(before, storeRows(root)).size())
-            << "only the register is written";
-        if (QFile::exists(path(u"111.xls"_s))) {
-            const excel::Application application;
-            EXPECT_EQ(application.Workbooks()
-                          .Open(path(u"111.xls"_s))
-                          .Worksheets(cellmap::sheetName.toString())
-                          .Range(u"B14"_s)
-                          .Value()
-                          .text(),
-                      u"On time?"_s);
-        }
-    };
-    loseDuring([this] { exportSurvey(); }, [this] { endConnection(); }, 2, complete);
-    loseDuring([this] { exportSurvey(); }, [this] { killServer(); }, 15, complete);
+    loseDuring([this] { exportSurvey(); }, 2, 15,
+               [this](const QStringList& before) {
+                   const QStringList removed = removedRows(before, storeRows(root));
+                   EXPECT_EQ(removed.filter(u"log|"_s), removed) << "only the register is written";
+                   if (QFile::exists(path(u"111.xls"_s))) {
+                       const excel::Application application;
+                       const excel::Workbook exported = application.Workbooks().Open(path(u"111.xls"_s));
+                       EXPECT_EQ(
+                           exported.Worksheets(cellmap::sheetName.toString()).Range(u"B14"_s).Value().text(),
+                           u"On time?"_s);
+                   }
+               });
 }
 
 } // namespace

@@ -1,18 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "platform/ado/connection.h"
 #include "platform/ado/recordset.h"
-#include "platform/ado/store.h"
-#include "tests/support/privateserver.h"
-
-#include <gtest/gtest.h>
-
-inline QByteArray homeScript(const QString& name) {
-    QFile file(QStringLiteral(GAUGEWELL_SOURCE) + u"/home/" + name + u".sql");
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-    return file.readAll();
-}
+#include "tests/support/serverstore.h"
 
 /// The message of the failure that `step` throws; empty for none.
 template <class Step> QString failureOf(Step step) {
@@ -40,13 +30,15 @@ inline QStringList rows(ado::Connection& store, const QString& sql) {
     return result;
 }
 
-inline void add(ado::Connection& store, const QString& table,
-                const std::vector<std::pair<const char*, QVariant>>& fields) {
+/// Adds a record and returns its first field.
+inline QVariant add(ado::Connection& store, const QString& table,
+                    const std::vector<std::pair<const char*, QVariant>>& fields) {
     ado::Recordset record(QStringLiteral("select * from ") + table, store, ado::Recordset::Lock::Optimistic);
     record.AddNew();
     for (const auto& [name, value] : fields)
         record[name] = value;
     record.Update();
+    return record.FieldAt(0).Value();
 }
 
 /// A new store of the program in a file and one on a server.
@@ -56,18 +48,9 @@ protected:
     static void TearDownTestSuite() { host.reset(); }
     void SetUp() override {
         ASSERT_TRUE(host->isRunning()) << host->log().toStdString();
-        server.ConnectionString = host->connection({});
-        server.Open();
-        server.Execute(QStringLiteral("drop database if exists tally"));
-        server.Execute(QStringLiteral("create database tally"));
-        server.ConnectionString = host->connection(QStringLiteral("tally"));
-        server.Open();
-        const QByteArray scripts = homeScript(QStringLiteral("schema")) +
-                                   homeScript(QStringLiteral("version2")) +
-                                   homeScript(QStringLiteral("queries"));
-        ado::runScript(server, scripts);
+        makeStore(server, *host);
         const QString path = folder.filePath(QStringLiteral("tally.mdb"));
-        ado::createStore(path, scripts, QStringLiteral("secret"));
+        ado::createStore(path, storeScripts(), QStringLiteral("secret"));
         file.ConnectionString = QStringLiteral("DBQ=") + path + u";PWD=secret";
         file.Open();
     }

@@ -6,8 +6,7 @@
 #include "core/base/backup.h"
 #include "core/store/transaction.h"
 #include "platform/ado/datasources.h"
-#include "platform/ado/store.h"
-#include "tests/support/privateserver.h"
+#include "tests/support/serverstore.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -61,27 +60,11 @@ public:
 
 const auto* const serverOfTests = ::testing::AddGlobalTestEnvironment(new ServerOfTests);
 
-QByteArray scripts() {
-    QByteArray all;
-    for (const QString& name : {u"schema"_s, u"version2"_s, u"queries"_s}) {
-        QFile script(QStringLiteral(GAUGEWELL_SOURCE) + u"/home/" + name + u".sql");
-        EXPECT_TRUE(script.open(QIODevice::ReadOnly));
-        all += script.readAll() + '\n';
-    }
-    return all;
-}
-
 /// Makes a new store on the server and the data source that leads to it.
 void useServer(const PrivateServer& host) {
     ASSERT_TRUE(host.isRunning());
     ado::Connection server;
-    server.ConnectionString = host.connection({});
-    server.Open();
-    server.Execute(u"drop database if exists tally"_s);
-    server.Execute(u"create database tally"_s);
-    server.ConnectionString = host.connection(u"tally"_s);
-    server.Open();
-    ado::runScript(server, scripts());
+    makeStore(server, host);
     ASSERT_EQ(
         ado::SQLConfigDataSource(
             ado::AddSystemSource, u"server"_s + QChar(),
