@@ -21,40 +21,31 @@ TEST_F(EnginesTest, theScriptsMakeTheSameTables) {
         SCOPED_TRACE(name.toStdString());
         names << name;
         onBoth([&](ado::Connection& store) {
-            QStringList columns;
-            for (const ado::Column& column : store.session()->columnsOf(name))
-                columns << column.name + u' ' + QString::number(static_cast<int>(column.type));
-            return columns;
-        });
-        onBoth([&](ado::Connection& store) {
             const ado::Recordset records(u"select * from [" + name + u']', store);
-            return QStringList(QString::number(records.FieldCount()));
+            QStringList found{QString::number(records.FieldCount()),
+                              QString::number(store.session()->isTable(name))};
+            for (const ado::Column& column : store.session()->columnsOf(name))
+                found << column.name + u' ' + QString::number(static_cast<int>(column.type));
+            return found;
         });
-        EXPECT_EQ(file.session()->isTable(name), server.session()->isTable(name));
     }
     EXPECT_EQ(names.size(), 38);
-    EXPECT_EQ(server.SchemaVersion(), 2);
-    EXPECT_EQ(server.SchemaVersion(), file.SchemaVersion());
+    for (ado::Connection* store : {&file, &server})
+        EXPECT_EQ(store->SchemaVersion(), 2);
 }
 
 TEST_F(EnginesTest, fieldsKeepWhatIsWritten) {
-    const QString texts[] = {u""_s,
-                             u" "_s,
-                             u"trailing  "_s,
-                             u"O'Hara said \"no\" \\ %_"_s,
-                             u"Zoë, Ærø, Straße, ΣΊΣΥΦΟΣ, İstanbul"_s,
-                             u"e\u0301 is not composed"_s,
-                             u"Grüße 😀 👩‍🔧"_s,
-                             u"a\r\nb\tc\x01\x1f\x7f"_s,
-                             QString(100000, u'ß')};
+    QStringList texts = u" |trailing  |O'Hara said \"no\" \\ %_|Zoë, Ærø, Straße, ΣΊΣΥΦΟΣ, İstanbul|Grüße 😀 "
+                        u"👩‍🔧|"
+                        "e\u0301 is not composed|a\r\nb\tc\x01\x1f\x7f|"_s.split(u'|');
+    texts << QString(100000, u'ß'); // after the empty one
     for (const QString& text : texts) {
         for (ado::Connection* store : {&file, &server})
             add(*store, u"standardmessage"_s, {{"customerid", 7}, {"standardmessage", text}});
     }
     const QStringList kept = found(u"select standardmessage from standardmessage where customerid=7"_s);
-    for (qsizetype i = 0; i < kept.size(); ++i)
-        EXPECT_EQ(kept[i], u"QString "_s + texts[i]);
     EXPECT_EQ(kept.size(), 9);
+    EXPECT_EQ(kept, texts.replaceInStrings(QRegularExpression(u"^"_s), u"QString "_s));
     for (ado::Connection* store : {&file, &server}) {
         add(*store, u"reportlinktable"_s, {{"sdate", QDate(1000, 1, 1)}, {"Type", true}, {"score", -32768}});
         add(*store, u"reportlinktable"_s,
@@ -256,10 +247,9 @@ TEST_F(EnginesTest, recordsOfABatchAreWrittenInOrder) {
             return steps.replaceInStrings(QRegularExpression(u"^(UNIQUE|Duplicate).*"_s), u"twice"_s);
         });
     };
-    EXPECT_EQ(run({u"a"_s, u"b1"_s, u"c"_s, u"d1"_s, u"e1"_s, u"f"_s}),
-              (QStringList{u"qlonglong 6"_s, u""_s, u"QString a|-"_s, u"QString b1|qlonglong 300000"_s,
-                           u"QString c|-"_s, u"QString d1|qlonglong 300000"_s,
-                           u"QString e1|qlonglong 300000"_s, u"QString f|-"_s}));
+    EXPECT_EQ(run(u"a b1 c d1 e1 f"_s.split(u' ')).join(u' '),
+              u"qlonglong 6  QString a|- QString b1|qlonglong 300000 QString c|- QString d1|qlonglong 300000 "
+              "QString e1|qlonglong 300000 QString f|-"_s);
     EXPECT_EQ(run({u"x"_s, u"y1"_s, u"A"_s, u"z"_s}).filter(u"twice"_s).size(), 1);
     EXPECT_EQ(rows(server, u"select name from programsetting where name>'e2'"_s),
               (QStringList{u"QString f"_s, u"QString x"_s, u"QString y1"_s}));
