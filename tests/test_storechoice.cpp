@@ -20,10 +20,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString moved = u"The server has as many rows as the file, table by table, and is in use from now on. "
-                      "The file '%1' stays as it is. Survey files are not moved."_s;
-const QString noKeyring =
-    u"This desktop has no service that keeps passwords. The password will be asked for at each start."_s;
+const QString notAccepted = u"The database server does not accept the user 'ann' or the password."_s;
 
 class StoreChoiceTest : public StoreTest {
 protected:
@@ -105,7 +102,10 @@ TEST_F(StoreChoiceTest, aStoreMovesToTheServerAndBackIntoAFile) {
     const QString password = makeDatabase(u"tally"_s);
     addRespondent(addCustomer(u"Zoë"_s), u"Ann"_s);
     enter(choiceOf(u"tally"_s), password);
-    messages.expectTitled(moved.arg(path(u"Tallywell.mdb"_s)), forms::style::information);
+    const QString copy = path(u"Tallywell.mdb"_s);
+    messages.expectTitled(u"The server has as many rows as the file, table by table, and is in use from now "
+                          "on. The file '%1' stays as it is. Survey files are not moved."_s.arg(copy),
+                          forms::style::information);
     press(frmStore::instance(), "cmdMove");
     EXPECT_FALSE(cnnMain->IsFile());
     EXPECT_EQ(readStoreChoice(), choiceOf(u"tally"_s));
@@ -120,7 +120,6 @@ TEST_F(StoreChoiceTest, aStoreMovesToTheServerAndBackIntoAFile) {
     }
 
     enter(choiceOf(u"tally"_s), {}); // the password in use
-    const QString copy = path(u"Tallywell.mdb"_s);
     const Replaced<forms::saveFileHook> name{[&](const forms::CommonDialog&) { return copy; }};
     messages.expectTitled(u"The store has been copied into the file '"_s + copy + u"'.",
                           forms::style::information);
@@ -147,47 +146,39 @@ TEST_F(StoreChoiceTest, aStoreMovesToTheServerAndBackIntoAFile) {
 TEST_F(StoreChoiceTest, badInputSaysOneSentenceAndChangesNothing) {
     makeDatabase(u"newer"_s);
     const QString password = makeDatabase(u"tally"_s); // the account is made anew
-    runAsAdministrator({u"create or replace view newer.database_version as select 9 as version"_s,
-                        u"create database if not exists older"_s,
-                        u"create or replace view older.database_version as select 1 as version"_s,
-                        u"create database if not exists blank"_s});
     for (const QString& database : {u"newer"_s, u"older"_s, u"blank"_s})
-        runAsAdministrator({u"grant all on "_s + database + u".* to ann@localhost"});
+        runAsAdministrator({u"create database if not exists "_s + database,
+                            u"grant all on "_s + database + u".* to ann@localhost"});
+    runAsAdministrator({u"create or replace view newer.database_version as select 9 as version"_s,
+                        u"create or replace view older.database_version as select 1 as version"_s});
     addCustomer(u"Mine"_s);
     const StoreChoice good = choiceOf(u"tally"_s);
-    const auto with = [&](QString StoreChoice::*field, const QString& text) {
-        StoreChoice choice = good;
-        choice.*field = text;
-        return choice;
-    };
-    const struct {
-        StoreChoice choice;
-        QString password;
-        QString message;
-    } cases[] = {
+    StoreChoice noServer = good, noUser = good, unknown = good;
+    noServer.server = u" "_s;
+    noUser.user.clear();
+    unknown.server = u"/nowhere"_s;
+    const std::tuple<StoreChoice, QString, QString> cases[] = {
+        // with the password entered
         {{}, {}, u"Enter the server."_s},
-        {with(&StoreChoice::server, u" "_s), password, u"Enter the server."_s},
-        {with(&StoreChoice::user, {}), password, u"Enter the user."_s},
-        {good, u"wrong"_s, u"The database server does not accept the user 'ann' or the password."_s},
-        {good, {}, u"The database server does not accept the user 'ann' or the password."_s},
-        {with(&StoreChoice::database, u"nowhere"_s), password,
-         u"The user 'ann' may not use the database 'nowhere'."_s},
-        {with(&StoreChoice::database, u"blank"_s), password,
+        {noServer, password, u"Enter the server."_s},
+        {noUser, password, u"Enter the user."_s},
+        {good, u"wrong"_s, notAccepted},
+        {good, {}, notAccepted},
+        {choiceOf(u"nowhere"_s), password, u"The user 'ann' may not use the database 'nowhere'."_s},
+        {choiceOf(u"blank"_s), password,
          u"The database on the server is not prepared for this program. Its administrator does that."_s},
-        {with(&StoreChoice::database, u"newer"_s), password,
+        {choiceOf(u"newer"_s), password,
          u"The database on the server was made by a newer version of this program and needs that version."_s},
-        {with(&StoreChoice::database, u"older"_s), password,
+        {choiceOf(u"older"_s), password,
          u"The database on the server is of an older version of this program. Its administrator has to bring "
-         u"it up "
-         "to date."_s},
-        {with(&StoreChoice::server, u"/nowhere"_s), password,
-         u"The database server '/nowhere' cannot be reached."_s},
+         "it up to date."_s},
+        {unknown, password, u"The database server '/nowhere' cannot be reached."_s},
     };
-    for (const auto& given : cases) {
+    for (const auto& [choice, entered, message] : cases) {
         for (const char* button : {"cmdOK", "cmdMove"}) {
-            SCOPED_TRACE(given.message.toStdString() + button);
-            enter(given.choice, given.password);
-            messages.expectCritical(given.message);
+            SCOPED_TRACE(message.toStdString() + button);
+            enter(choice, entered);
+            messages.expectCritical(message);
             press(frmStore::instance(), button);
             EXPECT_EQ(readStoreChoice(), StoreChoice());
             EXPECT_EQ(customers(), QStringList(u"Mine"_s));
@@ -231,20 +222,21 @@ TEST_F(StoreChoiceTest, aStartAsksUntilThePasswordIsRight) {
         signIn(choiceOf(u"tally"_s));
         return shown;
     };
-    const QString refused = u"The database server does not accept the user 'ann' or the password."_s;
-    EXPECT_EQ(start(), (QStringList{{}, refused}));
+    EXPECT_EQ(start(), (QStringList{{}, notAccepted}));
     EXPECT_EQ(start(), QStringList()) << "the desktop keeps the password";
     toOpenConnection();
     EXPECT_EQ(customers(), QStringList());
     keyring[u"tally"_s] = u"old"_s;
-    EXPECT_EQ(start(), QStringList(refused)) << "cancelled";
-    messages.expect(u"Error :1045\r\n"_s + refused);
+    EXPECT_EQ(start(), QStringList(notAccepted)) << "cancelled";
+    messages.expect(u"Error :1045\r\n"_s + notAccepted);
     toOpenConnection();
 
     hasKeyring = false;
     keyring.clear();
     answers << password;
-    messages.expectTitled(noKeyring, forms::style::information);
+    messages.expectTitled(
+        u"This desktop has no service that keeps passwords. The password will be asked for at each start."_s,
+        forms::style::information);
     EXPECT_EQ(start(), QStringList(QString()));
     toOpenConnection();
     EXPECT_EQ(customers(), QStringList());
