@@ -33,9 +33,13 @@ namespace {
 class MainWindowTest : public StoreTest {
 protected:
     void removeStore() { ASSERT_TRUE(QFile::rename(path(u"Tallywell.mdb"_s), path(u"moved.mdb"_s))); }
-    void expectNotFound(Answer answer) {
+    /// Whether the program goes on when it has found no store and the user answers so.
+    bool locate(Answer answer, const QString& message = {}) {
         messages.expect(u"Database not found in the current directory,...Locate the database to connect"_s,
                         forms::style::okCancel, u"Brackwell"_s, answer);
+        if (!message.isEmpty())
+            messages.expect(message);
+        return toCreateDSN(u"gwl"_s, found);
     }
 
     QString located; // in the open dialog
@@ -48,14 +52,10 @@ TEST_F(MainWindowTest, theStoreInTheHomeIsUsedElseOneIsLocatedOrTheProgramEnds) 
     EXPECT_TRUE(toCreateDSN(u"gwl"_s, found));
     EXPECT_EQ(ado::dataSource(u"gwl"_s).value(u"DBQ"_s), path(u"Tallywell.mdb"_s));
     removeStore();
-    expectNotFound(Answer::Cancel);
-    EXPECT_FALSE(toCreateDSN(u"gwl"_s, found));
-    expectNotFound(Answer::Ok);
-    messages.expect(u"Must choose the database"_s);
-    EXPECT_FALSE(toCreateDSN(u"gwl"_s, found));
+    EXPECT_FALSE(locate(Answer::Cancel));
+    EXPECT_FALSE(locate(Answer::Ok, u"Must choose the database"_s));
     located = path(u"moved.mdb"_s);
-    expectNotFound(Answer::Ok);
-    EXPECT_TRUE(toCreateDSN(u"gwl"_s, found));
+    EXPECT_TRUE(locate(Answer::Ok));
     EXPECT_EQ(found, located);
     toOpenConnection();
     EXPECT_EQ(cnnMain->State(), ado::StateOpen);
@@ -129,9 +129,7 @@ TEST_F(MainWindowTest, anUnwritableRegistryIsReportedOnlyForALocatedStore) {
     EXPECT_EQ(cnnMain->State(), ado::StateClosed);
     removeStore();
     located = path(u"moved.mdb"_s);
-    expectNotFound(Answer::Ok);
-    messages.expect(u"DSN Creation Failed"_s);
-    EXPECT_TRUE(toCreateDSN(u"gwl"_s, found)) << "the program continues";
+    EXPECT_TRUE(locate(Answer::Ok, u"DSN Creation Failed"_s)) << "the program continues";
 }
 
 TEST_F(MainWindowTest, theTimerClosesTheSplashForm) {
