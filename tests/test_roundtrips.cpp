@@ -62,13 +62,10 @@ protected:
                 if (isScore)
                     addScore(1, asked, 1, day, 5, 7);
             }
-            addToQuestionnaire(asked);
+            add(u"responquesindex"_s,
+                {{"respondentid", 1}, {"questionid", asked}, {"surveyid", 1}, {"Order", rowsNow}});
         }
         cnnMain->CommitTrans();
-    }
-    void addToQuestionnaire(int questionid) const {
-        add(u"responquesindex"_s,
-            {{"respondentid", 1}, {"questionid", questionid}, {"surveyid", 1}, {"Order", rowsNow}});
     }
     /// Of the third run: in the first two the server compiles the statements, those that add and those that
     /// change.
@@ -111,25 +108,15 @@ protected:
     int turn = 0;
 };
 
-/// A form that is left becomes active again, and then asks the store as well.
-void unloadAll() {
-    frmCustomer::unload();
-    frmParameter::unload();
-    frmEditExistingSurvey::unload();
-    frmFeedBackObj::unload();
-    frmResponses::unload();
-    frmSatisfactionIndex::unload();
-    frmPerformanceMatrix::unload();
-    frmSegments::unload();
-    frmCompareGroups::unload();
+template <class... Forms> void unload() {
+    (Forms::unload(), ...);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
 TEST_F(RoundTripsTest, doNotGrowWithTheRows) {
     const auto reload = [](auto& form) -> auto& {
         using Form = std::remove_reference_t<decltype(form)>;
-        Form::unload();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        unload<Form>();
         Form::instance().Show();
         return Form::instance();
     };
@@ -210,7 +197,9 @@ TEST_F(RoundTripsTest, doNotGrowWithTheRows) {
     std::vector<long> tripsOfFew;
     for (const int count : {few, 10 * few}) {
         growTo(count);
-        unloadAll();
+        // A form that is left becomes active again, and then asks the store as well.
+        unload<frmCustomer, frmParameter, frmEditExistingSurvey, frmFeedBackObj, frmResponses,
+               frmSatisfactionIndex, frmPerformanceMatrix, frmSegments, frmCompareGroups>();
         for (std::size_t i = 0; i < std::size(commands); ++i) {
             SCOPED_TRACE(commands[i].command);
             const long trips = tripsOf(commands[i].run);
