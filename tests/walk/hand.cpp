@@ -11,8 +11,6 @@
 #include <QComboBox>
 #include <QContextMenuEvent>
 #include <QLineEdit>
-#include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QMenu>
 #include <QRegularExpression>
 #include <QWheelEvent>
@@ -24,10 +22,7 @@ namespace {
 
 /// The active form, a dialog or the main window.
 QWidget* activeWindow(QWidget* on) {
-    if (on != &MDIMain::instance())
-        return on;
-    const QMdiSubWindow* active = on->findChild<QMdiArea*>()->activeSubWindow();
-    return active && active->widget() ? active->widget() : on;
+    return on == &MDIMain::instance() && activeForm() ? activeForm() : on;
 }
 
 /// The visible controls of the active window, repeated by weight.
@@ -66,9 +61,7 @@ void Walker::point() {
         const QWidget* aim = anyOf(controls);
         at = aim->mapTo(on, QPoint(below(qMax(1, aim->width())), below(qMax(1, aim->height()))));
     }
-    QWidget* target = on->childAt(at);
-    if (!target)
-        target = on;
+    QWidget* target = on->childAt(at) ? on->childAt(at) : on;
     if (!target->isEnabled())
         return;
     const QPoint local = target->mapFrom(on, at);

@@ -8,7 +8,6 @@
 
 #include <QAbstractButton>
 #include <QApplication>
-#include <QMdiArea>
 #include <QMdiSubWindow>
 
 using namespace Qt::StringLiterals;
@@ -18,53 +17,43 @@ namespace {
 
 /// A table whose rows have owners.
 struct OwnedTable {
-    QStringList writers;  ///< forms whose commands may write it
+    QString writers;      ///< forms whose commands may write it
     QList<int> owners;    ///< indexes of owner fields: neither empty nor 0
     QList<int> kept = {}; ///< indexes of fields that never change
     QList<int> once = {}; ///< indexes of fields that no two rows have in common
 };
 
+const OwnedTable answers{u"frmFeedBackObj frmReading frmReadingRuns frmCheckFiles frmEditExistingSurvey"_s,
+                         {1, 2, 3},
+                         {1, 2, 4},
+                         {1, 2, 4}};
+const QString editors = u"frmNewSurvey frmEditExistingSurvey frmPasteSurvey"_s;
+const QString readers = u"frmFeedBackObj frmReading frmCheckFiles frmReadingRuns"_s;
+
 const std::map<QString, OwnedTable> ownedTables{
-    {u"customer"_s, {{u"frmCustomer"_s}, {}}},
-    {u"respondent"_s, {{u"frmCustomer"_s}, {1}, {1}}},
-    {u"parameter"_s, {{u"frmParameter"_s}, {}}},
-    {u"questions"_s, {{u"frmParameter"_s}, {3}, {3}}},
-    {u"survey"_s,
-     {{u"frmNewSurvey"_s, u"frmEditExistingSurvey"_s, u"frmPasteSurvey"_s}, {2}, {1, 2}, {1, 2}}},
-    {u"responquesindex"_s, {{u"frmNewSurvey"_s, u"frmEditExistingSurvey"_s, u"frmPasteSurvey"_s}, {0, 1, 2}}},
-    {u"feedbackobjective"_s,
-     {{u"frmFeedBackObj"_s, u"frmReading"_s, u"frmReadingRuns"_s, u"frmCheckFiles"_s,
-       u"frmEditExistingSurvey"_s},
-      {1, 2, 3},
-      {1, 2, 4},
-      {1, 2, 4}}},
-    {u"feedbackdescriptive"_s,
-     {{u"frmFeedBackObj"_s, u"frmReading"_s, u"frmReadingRuns"_s, u"frmCheckFiles"_s,
-       u"frmEditExistingSurvey"_s},
-      {1, 2, 3},
-      {1, 2, 4},
-      {1, 2, 4}}},
-    {u"actionplan"_s, {{u"frmImprovementPlan"_s}, {1}, {1}}},
-    {u"log"_s,
-     {{u"frmNewSurvey"_s, u"frmEditExistingSurvey"_s, u"frmFeedBackObj"_s, u"frmReading"_s,
-       u"frmReadingRuns"_s, u"frmCheckFiles"_s, u"frmLogDetails"_s},
-      {}}},
-    {u"reading"_s,
-     {{u"frmFeedBackObj"_s, u"frmReading"_s, u"frmCheckFiles"_s, u"frmReadingRuns"_s}, {}, {1, 2}}},
-    {u"readingfile"_s,
-     {{u"frmFeedBackObj"_s, u"frmReading"_s, u"frmCheckFiles"_s, u"frmReadingRuns"_s}, {1}, {1, 2, 3, 4, 6}}},
+    {u"customer"_s, {u"frmCustomer"_s, {}}},
+    {u"respondent"_s, {u"frmCustomer"_s, {1}, {1}}},
+    {u"parameter"_s, {u"frmParameter"_s, {}}},
+    {u"questions"_s, {u"frmParameter"_s, {3}, {3}}},
+    {u"survey"_s, {editors, {2}, {1, 2}, {1, 2}}},
+    {u"responquesindex"_s, {editors, {0, 1, 2}}},
+    {u"feedbackobjective"_s, answers},
+    {u"feedbackdescriptive"_s, answers},
+    {u"actionplan"_s, {u"frmImprovementPlan"_s, {1}, {1}}},
+    {u"log"_s, {readers + u" frmNewSurvey frmEditExistingSurvey frmLogDetails"_s, {}}},
+    {u"reading"_s, {readers, {}, {1, 2}}},
+    {u"readingfile"_s, {readers, {1}, {1, 2, 3, 4, 6}}},
     {u"dispatch"_s,
-     {{u"frmNewSurvey"_s, u"frmEditExistingSurvey"_s, u"frmLogDetails"_s, u"frmResponses"_s,
-       u"frmHandOver"_s},
+     {u"frmNewSurvey frmEditExistingSurvey frmLogDetails frmResponses frmHandOver"_s,
       {1, 2, 3},
       {1, 2, 3},
       {2, 3}}},
-    {u"reminder"_s, {{u"frmEditExistingSurvey"_s, u"frmResponses"_s}, {0}, {0, 1}}},
-    {u"programsetting"_s, {{u"frmResponses"_s, u"frmResponseSettings"_s, u"frmStore"_s}, {}, {0}, {0}}},
-    {u"standardmessage"_s, {{u"frmMessage"_s}, {0}}},
-    {u"segment"_s, {{u"frmSegments"_s}, {0}, {}, {0, 1, 2}}},
-    {u"setting"_s, {{u"frmSetting"_s}, {}}},
-    {u"target"_s, {{u"frmTargets"_s}, {0}, {0, 1}, {0, 1}}}};
+    {u"reminder"_s, {u"frmEditExistingSurvey frmResponses"_s, {0}, {0, 1}}},
+    {u"programsetting"_s, {u"frmResponses frmResponseSettings frmStore"_s, {}, {0}, {0}}},
+    {u"standardmessage"_s, {u"frmMessage"_s, {0}}},
+    {u"segment"_s, {u"frmSegments"_s, {0}, {}, {0, 1, 2}}},
+    {u"setting"_s, {u"frmSetting"_s, {}}},
+    {u"target"_s, {u"frmTargets"_s, {0}, {0, 1}, {0, 1}}}};
 
 } // namespace
 
@@ -126,10 +115,8 @@ void Oracle::begin(const QWidget* target) {
         const auto* window = qobject_cast<const QMdiSubWindow*>(form);
         form = window ? window->widget() : form->parentWidget();
     }
-    if (!form) { // a menu or a popup belongs to the active form
-        const QMdiSubWindow* active = MDIMain::instance().findChild<QMdiArea*>()->activeSubWindow();
-        form = active ? active->widget() : nullptr;
-    }
+    if (!form) // a menu or a popup belongs to the active form
+        form = activeForm();
     if (form && form->objectName() == u"frmChangedMeanwhile")
         return; // its answer ends the command of the form behind it
     owner = ownerOf(form, Names::Ever);
@@ -252,7 +239,7 @@ bool Oracle::isOfUndoneReading(const QStringList& answer, const Rows& now) const
 QString Oracle::faultOfChange(const QString& table, const QStringList& row, const Rows& now) const {
     if (commands.isEmpty())
         return u"the store has changed without a command"_s;
-    if (!ownedTables.at(table).writers.contains(owner.form))
+    if (!ownedTables.at(table).writers.split(u' ').contains(owner.form))
         return u"%1 has written %2"_s.arg(owner.form, table);
     const auto gone = [&](const QString& ownerTable, const QString& id) { // deletes cascade
         return !now.contains(ownerTable + u'|' + id);

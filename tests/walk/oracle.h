@@ -20,6 +20,8 @@ template <class Control> const Control* child(const QWidget& form, const char* n
 QString textOf(const QWidget& form, const char* name);
 /// A cell of the grid's current row.
 QString currentCell(const QWidget& form, const char* grid, int column);
+/// The form in front; null if none.
+QWidget* activeForm();
 /// The visible forms.
 QWidgetList loadedForms();
 

@@ -36,6 +36,11 @@ QString currentCell(const QWidget& form, const char* grid, int column) {
     return found->TextMatrix(found->Row(), column);
 }
 
+QWidget* activeForm() {
+    const QMdiSubWindow* active = MDIMain::instance().findChild<QMdiArea*>()->activeSubWindow();
+    return active ? active->widget() : nullptr;
+}
+
 QWidgetList loadedForms() {
     QWidgetList result;
     for (QWidget* widget : QApplication::allWidgets()) {
@@ -127,8 +132,7 @@ QString Oracle::faultOfForms() const {
 
 /// The active form must show the stored rows of its owner.
 QString Oracle::faultOfActiveForm() {
-    const QMdiSubWindow* active = MDIMain::instance().findChild<QMdiArea*>()->activeSubWindow();
-    const QWidget* form = active ? active->widget() : nullptr;
+    const QWidget* form = activeForm();
     if (!form)
         return {};
     const Owner shown = ownerOf(form, Names::Stored);
