@@ -102,68 +102,6 @@ TEST_F(EnginesTest, textsCompareWithoutCaseAndWithAccents) {
         5);
 }
 
-TEST_F(EnginesTest, theProgramsLookUpsFindTheSameRows) {
-    for (
-        const QString& content :
-        {u"insert into customer (custname, address) values ('Alpha', 'x'), ('beta', 'y')"_s,
-         u"insert into respondent (custid, respondentname) values (1,'Ann'), (1,'Bob'), (2,'Cid')"_s,
-         u"insert into parameter (parametername) values ('Speed'), ('Care')"_s,
-         u"insert into questions (question, type, paramid) values ('How fast?', True, 1), ('Why?', False, 1),"
-         u" ('How kind?', True, 2)"_s,
-         u"insert into survey (sdate, custid) values (#03/05/2002#, 1), (# 05/03/2002#, 1), (#05/03/2002#, 2)"_s,
-         u"insert into responquesindex values (1,1,1,2), (1,2,1,1), (1,3,1,3), (2,1,1,1), (3,1,3,1)"_s,
-         u"insert into feedbackobjective (respondentid, questionid, surveyid, surveydate, score, weightage)"
-         u" values (1,1,1,#03/05/2002#,7,5), (1,3,1,#03/05/2002#,0,5), (2,1,2,#05/03/2002#,9,2)"_s,
-         u"insert into feedbackdescriptive (respondentid, questionid, surveyid, surveydate, description)"
-         u" values (1,2,1,#03/05/2002#,'Because 50% are late')"_s,
-         u"insert into actionplan (customerid, [Date], [Action]) values (1, #03/06/2002#, 'Hurry')"_s,
-         u"insert into reading (started, undone) values ('2026-01-01T10:00:00', null), ('2026-01-02T10:00:00', 'x')"_s,
-         u"insert into readingfile (readingid, filename, answers) values (1, 'a.xls', '[]'), (2, 'b.xls', null)"_s,
-         u"insert into log (custname, respid, xlsfilename, sdate) values ('Alpha', 1, '1.xls', #03/05/2002#)"_s})
-        runOnBoth(content);
-    const std::pair<int, QString> table[] = {
-        {1, u"select * from Customer where CustName='ALPHA'"_s},
-        {3, u"select * from responquery where respondentid=1 and surveyid=1 order by responquery.order"_s},
-        {3, u"select * from existingsurvey"_s},
-        {1,
-         u"select * from existingsurvey where sdate=#03/05/2002# and custname='alpha' and respondentname='ANN'"_s},
-        {2,
-         u"select distinct(parametername) from responquery where custname='Alpha' order by parametername"_s},
-        {3, u"select distinct(question),type from param order by question"_s},
-        {2,
-         u"select * from objquery where custid=1 and weightage <>0 and score <>0 order by surveydate desc"_s},
-        {1,
-         u"select * from scatterqry where custname='Alpha' and surveydate between #03/06/2002# and #05/03/2002#"_s},
-        {2, u"select * from scatter where sdate=#03/05/2002#"_s},
-        {1, u"select * from descquery where( question like '%zz%' or description like '%50%% LATE')"_s},
-        {1, u"select * from action where custname='Alpha' and date>=#03/06/2002# order by date"_s},
-        {1, u"select custid as [a \"b] from customer where custid == 2;"_s},
-        {1, u"select 1 from customer union all select 1 from parameter limit 1"_s},
-        {2, u"select reading.readingid, started, count(*) as files from reading join readingfile on"
-            u" readingfile.readingid=reading.readingid group by reading.readingid order by started desc"_s},
-        {1,
-         u"select readingfile.*, started from readingfile join reading on reading.readingid="
-         u"readingfile.readingid where readingfile.readingid in (select readingid from reading where undone is null)"_s},
-        {1, u"select count(*) from reading where started<'2026-01-02T00:00:00'"_s},
-        {1, u"select max(surveydate), min(score), sum(weightage) from feedbackobjective where surveyid=1"_s}};
-    for (const auto& [count, sql] : table)
-        EXPECT_EQ(found(sql).size(), count) << sql.toStdString();
-    runOnBoth(
-        u"insert into search (sdate, [Desc], Id, custname) select surveydate, 'It''s', 2+1, custname from"
-        u" (select * from objquery where( question like '%FAST%')) as hits"_s);
-    EXPECT_EQ(found(u"select * from search where ID=3 and search.desc='IT''S'"_s).size(), 2);
-    runOnBoth(
-        u"update readingfile set answers=null where readingid in (select readingid from reading where undone is null)"_s);
-    runOnBoth(u"delete * from Survey where sdate=#05/03/2002# and custid=1"_s);
-    runOnBoth(u"delete * from customer where custid=1"_s);
-    for (const QString& left : {u"survey"_s, u"respondent"_s, u"objquery"_s, u"readingfile"_s, u"log"_s})
-        found(u"select * from "_s + left);
-    runOnBoth(u"delete * from customer"_s);
-    runOnBoth(u"insert into customer (custname) values ('new')"_s);
-    EXPECT_EQ(found(u"select custid from customer"_s), QStringList{u"qlonglong 3"_s})
-        << "a number is given once";
-}
-
 TEST_F(EnginesTest, recordsAreWrittenWhileOthersAreRead) {
     const auto numbered = [](ado::Connection& store) {
         QStringList steps;
