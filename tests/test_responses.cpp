@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Who was asked, who has answered and who is late; handing over, by mail and by hand, and reminding.
-#include "core/base/changedrow.h"
 #include "exchange/files/dispatch.h"
 #include "exchange/frmHandOver.h"
 #include "exchange/frmLogDetails.h"
@@ -9,6 +8,7 @@
 #include "platform/forms/listview.h"
 #include "platform/forms/viewtable.h"
 #include "platform/mapi/client.h"
+#include "tests/support/changedrows.h"
 #include "tests/support/surveytest.h"
 
 #include <QHeaderView>
@@ -90,13 +90,6 @@ protected:
         return rows(
             u"select respondentid, surveyid, filename, handedover, due from dispatch order by 1, 2"_s);
     }
-    void addWords(int respondent, const QString& words) const {
-        add(u"feedbackdescriptive"_s, {{"respondentid", respondent},
-                                       {"questionid", question[4]},
-                                       {"surveyid", 1},
-                                       {"surveydate", today},
-                                       {"Description", words}});
-    }
     void handOver(int respondent, const QDate& due) const {
         add(u"dispatch"_s, {{"custid", acme},
                             {"respondentid", respondent},
@@ -155,7 +148,7 @@ TEST_F(ResponsesTest, theStateFollowsFromAnswersAndDueDate) {
         if (given.score >= 0)
             addScore(ann, question[0], 1, today, given.weightage, given.score);
         if (*given.words != 0)
-            addWords(ann, QLatin1StringView(given.words));
+            addWords(ann, question[4], 1, today, QLatin1StringView(given.words));
         if (given.due.isValid())
             handOver(ann, given.due);
         form();
@@ -264,12 +257,7 @@ TEST_F(ResponsesTest, handsOverAndMovesDueDatesByHand) {
     EXPECT_EQ(dispatches(), all(u"04/03/2024"_s));
     EXPECT_EQ(shown()[2], u"Brown|Cora|01/02/2024|01/03/2024|04/03/2024|overdue||"_s);
 
-    std::vector<ChangedRow> asked;
-    Keep answer = Keep::Both;
-    const Replaced<changedHook> hook([&](const ChangedRow& row) {
-        asked.push_back(row);
-        return answer;
-    });
+    ChangedRows changed;
     const auto meanwhile = [&](const QString& sql) {
         inDialog<frmHandOver>("cmdDue", [&](frmHandOver& dialog) {
             run(sql);
@@ -280,10 +268,10 @@ TEST_F(ResponsesTest, handsOverAndMovesDueDatesByHand) {
     };
     const QString moved = u"update dispatch set due='2024-03-31' where respondentid=%1"_s.arg(bob);
     meanwhile(moved);
-    ASSERT_EQ(asked.size(), 1U);
-    EXPECT_EQ(asked[0].fields,
+    ASSERT_EQ(changed.asked.size(), 1U);
+    EXPECT_EQ(changed.asked[0].fields,
               std::vector<ChangedField>({{u"Due"_s, u"04/03/2024"_s, u"31/03/2024"_s, u"20/03/2024"_s}}));
-    answer = Keep::Stored;
+    changed.answer = Keep::Stored;
     run(u"update dispatch set due='2024-03-04'"_s);
     meanwhile(moved);
     EXPECT_EQ(rows(u"select due from dispatch order by respondentid"_s),
@@ -310,7 +298,7 @@ TEST_F(ResponsesTest, remindsThoseWhoHaveNotAnswered) {
         registerFile(name + u".xls", name, id);
     }
     addScore(bob, question[0], 1, today, 5, 5);
-    addWords(bob, u"Fine"_s);
+    addWords(bob, question[4], 1, today, u"Fine"_s);
     ASSERT_TRUE(QFile::remove(path(u"Eve.xls"_s)));
     run(u"insert into programsetting (name, content) values ('ReminderSubject', '{survey date}: {nothing}'), "
         "('ReminderText', '{respondent} {customer} {due} {company}')"_s);
@@ -365,11 +353,8 @@ TEST_F(ResponsesTest, theStoresSettingsAreEditedAndKeptApartFromDefaults) {
               QStringList({u"ReminderText|It's {due}"_s, u"ResponseDays|21"_s, u"ResponseTarget|60"_s}));
     EXPECT_EQ(foot(), u"asked 3, answered 0, 0 %, target 60 %"_s);
 
-    std::vector<ChangedRow> asked;
-    const Replaced<changedHook> hook([&](const ChangedRow& row) {
-        asked.push_back(row);
-        return Keep::Stored;
-    });
+    ChangedRows changed;
+    changed.answer = Keep::Stored;
     EXPECT_EQ(edit([&](frmResponseSettings& dialog) {
                   run(u"update programsetting set content='70' where name='ResponseTarget'"_s);
                   enter(dialog, "spnDays", u"7"_s);
@@ -377,13 +362,13 @@ TEST_F(ResponsesTest, theStoresSettingsAreEditedAndKeptApartFromDefaults) {
               }),
               QStringList({u"ResponseDays|7"_s, u"ResponseTarget|70"_s}))
         << "another's change of what is not edited here stays";
-    EXPECT_EQ(asked.size(), 0U);
+    EXPECT_EQ(changed.asked.size(), 0U);
     edit([&](frmResponseSettings& dialog) {
         run(u"update programsetting set content='80' where name='ResponseTarget'"_s);
         enter(dialog, "spnTarget", u"50"_s);
     });
-    ASSERT_EQ(asked.size(), 1U);
-    EXPECT_EQ(asked[0].fields, std::vector<ChangedField>({{u"Target"_s, u"70"_s, u"80"_s, u"50"_s}}));
+    ASSERT_EQ(changed.asked.size(), 1U);
+    EXPECT_EQ(changed.asked[0].fields, std::vector<ChangedField>({{u"Target"_s, u"70"_s, u"80"_s, u"50"_s}}));
     EXPECT_EQ(foot(), u"asked 3, answered 0, 0 %, target 80 %"_s);
 }
 

@@ -40,17 +40,15 @@ protected:
     int scoreOf(int i) const { return 1 + i % 9; }
 
     /// The exported and filled file of a respondent, moved to the folder of returned files; its name.
-    QString fill(int i, const std::map<QString, excel::Value>& changed = {}) {
+    QString fill(int i, const Cells& changed = {}) {
         const QString name =
             exportSurvey({.survey = {u"Acme"_s, u"Person %1"_s.arg(i), ado::toText(today)}}).fileName;
         const excel::Workbook book = excel::Application().Workbooks().Open(path(name));
         const excel::Worksheet sheet = book.Worksheets(u"Sheet1"_s);
         sheet.Unprotect(u"kvtwpa"_s);
-        std::map<QString, excel::Value> cells{{u"C14"_s, scoreOf(i)}, {u"D14"_s, 5}, {u"B19"_s, wordsOf(i)}};
-        for (const auto& [address, value] : changed)
-            cells[address] = value;
-        for (const auto& [address, value] : cells)
-            sheet.Range(address).setValue(value);
+        for (const Cells& cells : {Cells{{"C14", scoreOf(i)}, {"D14", 5}, {"B19", wordsOf(i)}}, changed})
+            for (const auto& [address, value] : cells)
+                sheet.Range(QString::fromLatin1(address)).setValue(value);
         sheet.Protect(u"kvtwpa"_s);
         book.Save();
         EXPECT_TRUE(QFile::rename(path(name), returned(name)));
@@ -58,15 +56,10 @@ protected:
     }
     /// Lets LibreOffice save files in another format in place of the former.
     void resave(const QStringList& names, const QString& type) {
-        QStringList arguments{u"-env:UserInstallation=file://"_s + path(u"profile"_s),
-                              u"--headless"_s,
-                              u"--convert-to"_s,
-                              type,
-                              u"--outdir"_s,
-                              path(u"saved"_s)};
+        QStringList files;
         for (const QString& name : names)
-            arguments << returned(name);
-        outputOf(u"soffice"_s, arguments);
+            files << returned(name);
+        convertByOffice(type, files, path(u"saved"_s));
         for (const QString& name : names) {
             const QString saved = name.chopped(3) + type;
             EXPECT_TRUE(QFile::remove(returned(name)) &&
@@ -165,10 +158,10 @@ void ReturnBatch::makeOtherFiles() {
     expected = {{u"page.xls"_s, u"unreadable"_s},
                 {u"list.xls"_s, u"unreadable"_s},
                 {u"accounts.xls"_s, u"no survey file"_s},
-                {fill(20, {{u"I5"_s, 99}}), u"unknown survey"_s},
-                {fill(21, {{u"B14"_s, u"In time?"_s}}), u"foreign"_s},
-                {fill(22, {{u"I2"_s, respondents[23]}}), u"foreign"_s},
-                {fill(24, {{u"C14"_s, 11}}), u"mark outside 0 to 10"_s},
+                {fill(20, {{"I5", 99}}), u"unknown survey"_s},
+                {fill(21, {{"B14", u"In time?"_s}}), u"foreign"_s},
+                {fill(22, {{"I2", respondents[23]}}), u"foreign"_s},
+                {fill(24, {{"C14", 11}}), u"mark outside 0 to 10"_s},
                 {twice, u"twice in this list"_s},
                 {u"again.xls"_s, u"twice in this list"_s}};
     addScore(respondents[changing], question[0], 1, today, 4, 2);
@@ -176,12 +169,7 @@ void ReturnBatch::makeOtherFiles() {
     for (const int number : {0, 1})
         addScore(respondents[identical], question[std::size_t(number)], 1, today, number == 0 ? 5 : 0,
                  number == 0 ? scoreOf(identical) : 0);
-    add(u"feedbackdescriptive"_s, {{"respondentid", respondents[identical]},
-                                   {"questionid", question[4]},
-                                   {"surveyid", 1},
-                                   {"surveydate", today},
-                                   {"Description", wordsOf(identical)},
-                                   {"weightage", 0}});
+    addWords(respondents[identical], question[4], 1, today, wordsOf(identical));
     expected[fill(identical)] = u"read already, identical"_s;
 }
 

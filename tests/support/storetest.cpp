@@ -185,6 +185,16 @@ void StoreTest::addScore(int respondentid, int questionid, int surveyid, const Q
                                  {"score", score}});
 }
 
+void StoreTest::addWords(int respondentid, int questionid, int surveyid, const QDate& date,
+                         const QString& words, int weightage) {
+    add(u"feedbackdescriptive"_s, {{"respondentid", respondentid},
+                                   {"questionid", questionid},
+                                   {"surveyid", surveyid},
+                                   {"surveydate", date},
+                                   {"weightage", weightage},
+                                   {"Description", words}});
+}
+
 void press(QWidget& form, const char* button) {
     auto* found = control<QAbstractButton>(form, button);
     ASSERT_TRUE(found && found->isVisible() && found->isEnabled()) << button;

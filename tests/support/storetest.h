@@ -113,6 +113,8 @@ protected:
     static void addQuestionnaire(int respondentid, int surveyid, const std::vector<int>& questions);
     static void addScore(int respondentid, int questionid, int surveyid, const QDate& date,
                          const QVariant& weightage, const QVariant& score);
+    static void addWords(int respondentid, int questionid, int surveyid, const QDate& date,
+                         const QString& words, int weightage = 0);
 
     /// The connection string of everybody's master on the server of the tests, if they run on one.
     static QString masterConnection();
