@@ -7,6 +7,7 @@
 #include "platform/forms/dtpicker.h"
 #include "platform/forms/lists.h"
 #include "platform/forms/listview.h"
+#include "tests/support/listview.h"
 #include "tests/support/reporttest.h"
 
 #include <QAction>
@@ -66,15 +67,11 @@ protected:
         for (int i = 0; i < downs; ++i)
             QTest::keyClick(control<QComboBox>(form(), box), Qt::Key_Down);
     }
-    static QStringList listed(int columns, const QString& of = {}) {
-        const auto* list = control<forms::ListView>(form(), "lsvGaps");
+    /// The first columns of the list.
+    static QStringList gaps(int columns) {
         QStringList result;
-        for (int row = 0; row < list->ListCount(); ++row) {
-            QStringList cells;
-            for (int column = of.isEmpty() ? 0 : 1; column < columns; ++column)
-                cells << list->Text(row, column);
-            result << cells.join(u'|');
-        }
+        for (const QString& row : listed(*control<forms::ListView>(form(), "lsvGaps")))
+            result << row.section(u'|', 0, columns - 1);
         return result;
     }
     static void rate(int question, int survey, int weightage, int score) {
@@ -122,16 +119,16 @@ TEST_F(MatrixAidsTest, aSampleComesOutTheSame) {
             const QStringList fields = item.split(u',');
             expected << fields[0] + u'|' + fields.mid(3, 3).join(u'|') + u'|' + fields[column];
         }
-        QStringList found = listed(6, u"without the number"_s);
-        std::sort(found.begin(), found.end());
+        QStringList found = gaps(6).replaceInStrings(QRegularExpression(u"^\\d+\\|"_s), {});
+        found.sort();
         EXPECT_EQ(found, expected);
         EXPECT_EQ(drawn->Title(), heading);
     };
     expect(1, 6, u"Cross-hair at means: score 4.05, weightage 4.30"_s);
     expect(1, 7, u"Cross-hair at medians: score 3.92, weightage 4.41"_s);
-    const QStringList gaps = listed(5);
-    for (int row = 1; row < gaps.size(); ++row)
-        EXPECT_GE(gaps[row - 1].section(u'|', 4).toDouble(), gaps[row].section(u'|', 4).toDouble());
+    const QStringList byGap = gaps(5);
+    for (int row = 1; row < byGap.size(); ++row)
+        EXPECT_GE(byGap[row - 1].section(u'|', 4).toDouble(), byGap[row].section(u'|', 4).toDouble());
 }
 
 TEST_F(MatrixAidsTest, aidsAreDrawnAndRememberedAndGoAgain) {
@@ -162,14 +159,14 @@ TEST_F(MatrixAidsTest, aidsAreDrawnAndRememberedAndGoAgain) {
         u"3|Speed|9.00|7.00|+2.00|Keep up the good work|+1.00|+4.00|Concentrate here"_s,
         u"2|Price|2.00|1.00|+1.00|Low priority|||"_s,
         u"1|Care|4.00|8.00|-4.00|Possible overkill|0.00|-1.00|Possible overkill"_s};
-    EXPECT_EQ(listed(9), numbered);
+    EXPECT_EQ(gaps(9), numbered);
     before = drawn->Picture();
     EXPECT_TRUE(changes([&] { choose("cmbCrossHair", 3); }));
     EXPECT_TRUE(changes([&] { control<QDoubleSpinBox>(form(), "spnOwnScore")->setValue(7.5); }));
     EXPECT_EQ(
         drawn->Title(),
         u"Cross-hair at own values: score 7.50, weightage 5.00\nArrows from 01/03/2024 to 01/09/2024"_s);
-    EXPECT_EQ(listed(6).value(0), u"3|Speed|9.00|7.00|+2.00|Concentrate here"_s);
+    EXPECT_EQ(gaps(6).value(0), u"3|Speed|9.00|7.00|+2.00|Concentrate here"_s);
     const QString text = print(form(), u"Performance Matrix Report"_s);
     for (const QString& word : {u"Acme"_s, u"01/09/2024"_s, u"own values: score 7.50, weightage 5.00"_s,
                                 u"Weightage Score"_s, u"3 Speed"_s, u"+2.00"_s, u"Concentrate here"_s})
@@ -183,7 +180,7 @@ TEST_F(MatrixAidsTest, aidsAreDrawnAndRememberedAndGoAgain) {
     clickEntry(form(), "lstSurveyDates", 0); // the later date is one to compare with
     EXPECT_EQ(drawn->Title(), u"Cross-hair at own values: score 7.50, weightage 5.00"_s);
     choose("cmbCompared", 1);
-    EXPECT_EQ(listed(9).value(0), u"2|Speed|8.00|3.00|+5.00|Concentrate here|+1.00|+4.00|Concentrate here"_s);
+    EXPECT_EQ(gaps(9).value(0), u"2|Speed|8.00|3.00|+5.00|Concentrate here|+1.00|+4.00|Concentrate here"_s);
     for (const Qt::Key key : {Qt::Key_N, Qt::Key_W, Qt::Key_G})
         press(key);
     for (int i = 0; i < 3; ++i)

@@ -5,6 +5,7 @@
 #include "platform/forms/dtpicker.h"
 #include "platform/forms/lists.h"
 #include "platform/forms/listview.h"
+#include "tests/support/listview.h"
 #include "tests/support/reporttest.h"
 
 #include <QCheckBox>
@@ -163,13 +164,11 @@ TEST_F(SatisfactionIndexTest, theBasisStandsInTheListTheTipAndTheChart) {
     EXPECT_FALSE(basis->isChecked() || control<QWidget>(form(), "lsvBasis")->isVisible());
     QTest::keyClick(&form(), Qt::Key_B, Qt::AltModifier);
     EXPECT_EQ(lines(), linesWithout);
-    const auto* list = control<forms::ListView>(form(), "lsvBasis");
-    QStringList listed;
-    for (int row = 0; row < list->ListCount(); ++row)
-        listed << list->Text(row, 1) + u' ' + list->Text(row, 3) + u' ' + list->Text(row, 4) + u' ' +
-                      list->Text(row, 5);
+    QStringList basisRows;
+    for (const QString& row : listed(*control<forms::ListView>(form(), "lsvBasis")))
+        basisRows << row.section(u'|', 1, 1) + u' ' + row.section(u'|', 3, 5).replace(u'|', u' ');
     EXPECT_EQ(
-        listed,
+        basisRows,
         (QStringList{u"01/03/2024 5.51 to 7.16 4 of 6 respondents, 5 of 7 questions rated "_s,
                      u"01/06/2024 8.54 to 9.46 4 of 6 respondents, 4 of 7 questions rated +2.60, 4 "
                      "respondents: more than chance"_s,
