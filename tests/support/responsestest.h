@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "exchange/files/dispatch.h"
+#include "exchange/frmHandOver.h"
+#include "exchange/frmLogDetails.h"
+#include "exchange/frmResponseSettings.h"
+#include "exchange/frmResponses.h"
+#include "platform/forms/listview.h"
+#include "platform/forms/viewtable.h"
+#include "platform/mapi/client.h"
+#include "tests/support/changedrows.h"
+#include "tests/support/surveytest.h"
+
+#include <QHeaderView>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QSpinBox>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
+namespace style = forms::style;
+using forms::Answer;
+
+/// Ann and Bob are asked the questions 0 and 4 today, Cora of Brown on 1 February.
+class ResponsesTest : public SurveyTest {
+protected:
+    enum Column { Tick, Customer, Respondent, Date, HandedOver, Due, State };
+
+    void SetUp() override {
+        SurveyTest::SetUp();
+        addStored(ann, today, {0, 4});
+        addStored(bob, today, {0, 4});
+        const int brown = addCustomer(u"Brown"_s);
+        cora = addRespondent(brown, u"Cora"_s);
+        addQuestionnaire(cora, addSurvey(brown, {2024, 2, 1}), {question[0]});
+    }
+    static frmResponses& form() {
+        frmResponses::instance().Show();
+        return frmResponses::instance();
+    }
+    static QTreeView& list() { return *control<QTreeView>(form(), "lsvResponses"); }
+    /// The rows of the list in its order, their texts joined by a bar.
+    static QStringList shown() {
+        QStringList lines;
+        for (const QVariantList& row : forms::tableOf(list()).rows) {
+            QStringList texts;
+            for (const QVariant& cell : row.mid(1))
+                texts << cell.toString();
+            lines << texts.join(u'|');
+        }
+        return lines;
+    }
+    static void click(int row, int column) {
+        QTest::mouseClick(list().viewport(), Qt::LeftButton, {},
+                          list().visualRect(list().model()->index(row, column)).center());
+    }
+    static void clickHead(int column) {
+        QHeaderView* head = list().header();
+        QTest::mouseClick(head->viewport(), Qt::LeftButton, {},
+                          {head->sectionViewportPosition(column) + 5, head->height() / 2});
+    }
+    static void tickAll() {
+        list().setFocus();
+        shortcut(Qt::Key_A);
+        key(Qt::Key_Space);
+    }
+    static QString foot() { return control<QLabel>(form(), "lblFoot")->text(); }
+    /// Presses a button that opens a dialog, and does the steps there.
+    template <class Dialog> void inDialog(const char* button, const std::function<void(Dialog&)>& steps) {
+        QTimer::singleShot(0, &form(), [steps] {
+            Dialog& dialog = Dialog::instance();
+            EXPECT_TRUE(QTest::qWaitFor([&] { return dialog.isActiveWindow(); }));
+            steps(dialog);
+        });
+        press(form(), button);
+        expectIdle();
+    }
+    /// Enters a date in a dialog and presses Enter.
+    void enterDate(const char* button, const char* picker, const QString& date) {
+        inDialog<frmHandOver>(button, [=](frmHandOver& dialog) {
+            control<forms::DTPicker>(dialog, picker)->setFocus();
+            type(date);
+            key(Qt::Key_Return);
+        });
+    }
+    void expectTitled(const QString& text) { messages.expectTitled(text, style::information); }
+    static QStringList dispatches() {
+        return rows(
+            u"select respondentid, surveyid, filename, handedover, due from dispatch order by 1, 2"_s);
+    }
+    void handOver(int respondent, const QDate& due) const {
+        add(u"dispatch"_s, {{"custid", acme},
+                            {"respondentid", respondent},
+                            {"surveyid", 1},
+                            {"handedover", QDate(2024, 2, 20)},
+                            {"due", due}});
+    }
+    void registerFile(const QString& name, const QString& respondent, int id) const {
+        copyHomeFile(u"template.xls"_s, name);
+        run(u"insert into log (custname, respname, respid, xlsfilename, sdate, surveyid) values "
+            "('Acme', '%1', %2, '%3', '2024-03-05', 1)"_s.arg(respondent, QString::number(id), name));
+    }
+
+    int cora = 0;
+    QStringList mails;
+    QString failsOn = u"nobody"_s; ///< the recipient whose mail is cancelled
+    Replaced<mapi::hasClientHook> client{[] { return true; }};
+    Replaced<mapi::composeHook> composer{[this](const mapi::Mail& mail) {
+        if (mail.recipient == failsOn)
+            throw Failure(u"The client was cancelled."_s);
+        mails << QStringList{mail.recipient, mail.subject, mail.text, mail.attachmentPath}.join(u'|');
+    }};
+};
