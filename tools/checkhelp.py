@@ -57,6 +57,8 @@ for part in re.split(r"(?=<h2 )", source)[1:]:
 links = re.findall(r'href="([^"]*)"', source)
 faults = [f"the link {link} leads to no topic" for link in links if not (link[:2] == "#c" and int(link[2:]) in topics)]
 faults += [f"the contents do not list c{n}" for n in topics if n and f'"#c{n}"' not in topics[0][1]]
+faults += [f"c{n} does not close each <{tag}>" for n, (_, text) in topics.items() for tag in ("table", "ul", "ol", "li", "tr", "td")
+           if len(re.findall(f"<{tag}[ >]", text)) != text.count(f"</{tag}>")]
 
 checked, forms, shared = 0, {}, {}
 for path in files(".h"):  # the forms that share a class have its controls too
