@@ -161,10 +161,12 @@ void frmPerformanceMatrix::toShowBasis() {
 
 void frmPerformanceMatrix::toShowAids() {
     aids.clear(*ui->mschart);
-    if (!ui->mschart->isVisible())
+    ui->lsvGaps->Clear();
+    if (!ui->mschart->isVisible() || !isDrawn)
         return;
     expand();
-    guarded([this] {
+    const bool isShown = guarded([this] {
+        requireFilledOn(filledOn);
         QStringList dates;
         for (int i = 0; i < ui->lstSurveyDates->ListCount(); ++i)
             dates << ui->lstSurveyDates->List(i);
@@ -174,6 +176,8 @@ void frmPerformanceMatrix::toShowAids() {
         if (ui->aids->choice().hasGaps)
             aids.list(*ui->lsvGaps);
     });
+    if (!isShown)
+        aids.clear(*ui->mschart);
 }
 
 void frmPerformanceMatrix::toFillTable() {
@@ -206,7 +210,7 @@ void frmPerformanceMatrix::fillMeans() {
 }
 
 void frmPerformanceMatrix::toDrawChart() {
-    guarded([this] {
+    isDrawn = guarded([this] {
         ado::Recordset scatter(u"select * from scattertable order by sc"_s, *cnnMain);
         if (scatter.Eof()) {
             forms::msgBox(u"No record(s) present to view Performance Matrix"_s, forms::style::information,
@@ -250,7 +254,7 @@ void frmPerformanceMatrix::toSetPoint() {
 
 /// A database error is shown twice: here, and by guarded.
 void frmPerformanceMatrix::toDrawOnHiddenChart() {
-    guarded([this] {
+    const bool isFilled = guarded([this] {
         try {
             fillHiddenChart();
         } catch (const Failure& failure) {
@@ -258,6 +262,7 @@ void frmPerformanceMatrix::toDrawOnHiddenChart() {
             throw;
         }
     });
+    isDrawn = isDrawn && isFilled;
 }
 
 void frmPerformanceMatrix::fillHiddenChart() {

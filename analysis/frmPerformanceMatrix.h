@@ -67,6 +67,7 @@ private:
 
     MatrixAids aids;
     MatrixBasis basis;
-    int filledOn = 0; ///< the connection of the work tables
+    bool isDrawn = false; ///< both charts show the same points
+    int filledOn = 0;     ///< the connection of the work tables
     std::unique_ptr<Ui::frmPerformanceMatrix> ui;
 };

@@ -9,6 +9,7 @@
 #include "platform/forms/listview.h"
 
 #include <algorithm>
+#include <cmath>
 
 using namespace Qt::StringLiterals;
 
@@ -19,7 +20,13 @@ QString twoDecimals(double value) {
 }
 
 QString withSign(double value) {
-    return (value > 0 ? u"+"_s : QString()) + twoDecimals(value);
+    return value > 0 ? u"+"_s + twoDecimals(value) : twoDecimals(qFuzzyIsNull(value) ? 0 : value);
+}
+
+/// A mean as it was stored: the chart keeps weightages in single precision.
+double asStored(const std::optional<double>& mean) {
+    constexpr double hundred = 100;
+    return std::round(mean.value_or(0) * hundred) / hundred;
 }
 
 /// The numbers of the parameters in small letters, in the order of the details.
@@ -74,8 +81,8 @@ void MatrixAids::takePoints(chart::MSChart& figures, int rows) {
         figures.setRow(row);
         const QString parameter = figures.RowLabel();
         const auto number = known.find(parameter.toLower());
-        const MatrixMeans means{.weightage = figures.GetData(row, 2).value_or(0),
-                                .score = figures.GetData(row, 1).value_or(0)};
+        const MatrixMeans means{.weightage = asStored(figures.GetData(row, 2)),
+                                .score = asStored(figures.GetData(row, 1))};
         points.push_back({row, number != known.end() ? number->second : row, parameter, means, std::nullopt});
         places.push_back(means);
     }
@@ -104,9 +111,13 @@ void MatrixAids::draw(chart::MSChart& drawn) const {
     for (const Point& point : points) {
         if (choice.hasNames)
             series.PointLabels.push_back({point.row, point.number, point.parameter});
-        if (point.compared)
-            series.PointArrows.push_back(
-                {point.row, {point.compared->score, point.compared->weightage}, !isComparedEarlier()});
+        if (!point.compared)
+            continue;
+        const QPointF moved(drawn.GetData(point.row, 1).value_or(0) - point.means.score, // from equal ones
+                            drawn.GetData(point.row, 2).value_or(0) - point.means.weightage);
+        series.PointArrows.push_back({point.row,
+                                      QPointF(point.compared->score, point.compared->weightage) + moved,
+                                      !isComparedEarlier()});
     }
     std::sort(series.PointLabels.begin(), series.PointLabels.end(),
               [](const auto& a, const auto& b) { return a.number < b.number; });

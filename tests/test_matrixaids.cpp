@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "analysis/figures/quadrants.h"
 #include "analysis/frmPerformanceMatrix.h"
 #include "core/store/transaction.h"
 #include "improvement/frmImprovementPlan.h"
@@ -45,6 +46,14 @@ TEST(LabelPlaces, labelsCoverNeitherEachOtherNorMarkersNorObstaclesNorTheOutside
     }
     EXPECT_GE(full, 4);
     EXPECT_LT(full, 16);
+}
+
+TEST(Quadrants, aPointOnTheMeanIsAboveIt) {
+    for (const auto& [value, count] : {std::pair(4.1, 6), {3.7, 3}, {4.2, 24}, {8.2, 10}}) {
+        const std::vector<MatrixMeans> points(std::size_t(count), {.weightage = value, .score = value});
+        for (const CrossHair kind : {CrossHair::Means, CrossHair::Medians})
+            EXPECT_EQ(quadrantOf(points[0], crossHairPlace(kind, points, {})), Quadrant::KeepUp) << value;
+    }
 }
 
 const QDate spring{2024, 3, 1};
@@ -125,7 +134,7 @@ TEST_F(MatrixAidsTest, aSampleComesOutTheSame) {
         EXPECT_EQ(drawn->Title(), heading);
     };
     expect(1, 6, u"Cross-hair at means: score 4.05, weightage 4.30"_s);
-    expect(1, 7, u"Cross-hair at medians: score 3.92, weightage 4.41"_s);
+    expect(1, 7, u"Cross-hair at medians: score 3.92, weightage 4.42"_s);
     const QStringList byGap = gaps(5);
     for (int row = 1; row < byGap.size(); ++row)
         EXPECT_GE(byGap[row - 1].section(u'|', 4).toDouble(), byGap[row].section(u'|', 4).toDouble());

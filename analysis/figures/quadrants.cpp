@@ -2,6 +2,7 @@
 #include "analysis/figures/quadrants.h"
 
 #include <algorithm>
+#include <cmath>
 #include <numeric>
 
 using namespace Qt::StringLiterals;
@@ -16,6 +17,12 @@ std::vector<double> valuesOf(const std::vector<MatrixMeans>& points, double Matr
     for (const MatrixMeans& point : points)
         values.push_back(point.*axis);
     return values;
+}
+
+/// As the points are, so that one on the line is not beside it.
+double toTwoDecimals(double value) {
+    constexpr double hundred = 100;
+    return std::round(value * hundred) / hundred;
 }
 
 double meanOf(const std::vector<double>& values) {
@@ -38,7 +45,7 @@ MatrixMeans crossHairPlace(CrossHair crossHair, const std::vector<MatrixMeans>& 
         return middle;
     const auto place = [&](double MatrixMeans::*axis) {
         const std::vector<double> values = valuesOf(points, axis);
-        return crossHair == CrossHair::Means ? meanOf(values) : medianOf(values);
+        return toTwoDecimals(crossHair == CrossHair::Means ? meanOf(values) : medianOf(values));
     };
     return {.weightage = place(&MatrixMeans::weightage), .score = place(&MatrixMeans::score)};
 }

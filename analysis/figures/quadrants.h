@@ -12,7 +12,8 @@
 enum class CrossHair { Middle, Means, Medians, Own };
 
 /// The place of the cross-hair for the points of a matrix, before equal ones are moved apart. The median of
-/// an even number is the mean of the two in the middle. Without points it is the middle; own: for
+/// an even number is the mean of the two in the middle. Both are rounded to two decimals, as the points are.
+/// Without points it is the middle; own: for
 /// CrossHair::Own.
 MatrixMeans crossHairPlace(CrossHair crossHair, const std::vector<MatrixMeans>& points,
                            const MatrixMeans& own);
