@@ -87,7 +87,10 @@ void frmCompareGroups::setUpPeriods() {
 void frmCompareGroups::connectEvents() {
     using This = frmCompareGroups;
     const auto hide = [this] { setResultVisible(false); };
-    connect(ui->cboKind, &forms::ComboBox::Click, this, &This::fillGroups);
+    connect(ui->cboKind, &forms::ComboBox::Click, this, [this] {
+        setResultVisible(false); // two kinds may have groups of the same names
+        fillGroups();
+    });
     connect(ui->cboView, &forms::ComboBox::Click, this, &This::cboView_Click);
     connect(ui->cboPeriod, &forms::ComboBox::Click, this, hide);
     for (forms::ListBox* list : {ui->lstGroups, ui->lstParameters}) {
@@ -158,13 +161,14 @@ void frmCompareGroups::fillGroups() {
 }
 
 void frmCompareGroups::fillParameters() {
-    parameters.clear();
     QStringList names;
+    decltype(parameters) read; // taken as a whole, since the list on show has as many
     ado::Recordset stored(u"select * from parameter order by paramid"_s, *cnnMain);
     for (; !stored.Eof(); stored.MoveNext()) {
         names << stored["parametername"].Text();
-        parameters.emplace_back(names.last(), stored["paramid"].Value().toInt());
+        read.emplace_back(names.last(), stored["paramid"].Value().toInt());
     }
+    parameters = std::move(read);
     if (refill(*ui->lstParameters, names))
         setResultVisible(false);
 }

@@ -101,10 +101,12 @@ ResponseSettings frmResponseSettings::shownSettings() const {
 void frmResponseSettings::cmdOK_Click() {
     const ResponseSettings mine = shownSettings();
     Settlement settlement;
-    const bool isCompared =
-        isRead && guarded([&] { settlement.note(rowName, changedMeanwhile(asRead, mine)); });
-    if (isCompared && !settlement.ask())
+    if (!isRead) {
+        Unload();
         return;
-    if (!isCompared || guarded([&] { write(asRead, mine, settlement); }))
+    }
+    if (!guarded([&] { settlement.note(rowName, changedMeanwhile(asRead, mine)); }) || !settlement.ask())
+        return;
+    if (guarded([&] { write(asRead, mine, settlement); }))
         Unload();
 }

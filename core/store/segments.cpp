@@ -60,7 +60,9 @@ QStringList sortedOnce(QStringList texts) {
 QStringList readSegmentKinds() {
     QStringList kinds;
     ado::Recordset stored(u"select distinct kind from segment where exists "
-                          "(select 1 from customer where customer.custid=segment.custid)"_s,
+                          "(select 1 from customer where customer.custid=segment.custid) and "
+                          "(respondentid is null or exists (select 1 from respondent "
+                          "where respondent.respondentid=segment.respondentid))"_s,
                           *cnnMain);
     for (; !stored.Eof(); stored.MoveNext())
         kinds << stored["kind"].Text();

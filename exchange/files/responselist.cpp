@@ -126,7 +126,9 @@ std::vector<Response> findResponses(const ResponseFilter& filter) {
 }
 
 QDate latestSurveyDate() {
-    ado::Recordset latest(u"select max(sdate) as latest from survey"_s, *cnnMain);
+    ado::Recordset latest(u"select max(sdate) as latest from survey where exists "
+                          "(select 1 from customer where customer.custid=survey.custid)"_s,
+                          *cnnMain);
     return latest["latest"].Value().toDate();
 }
 
