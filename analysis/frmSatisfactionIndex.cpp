@@ -109,6 +109,8 @@ void frmSatisfactionIndex::expand() {
     const int frame = forms::toTwips(ui->Frame1->sizeHint().height());
     ui->cmdPrint->show();
     ui->mschart->show();
+    if (!desktop::isSwitchedOn("start/chart"))
+        desktop::rememberSwitch("start/chart", true); // a first step of the main window
     ui->lsvBasis->setVisible(ui->chkBasis->isChecked());
     const int list = ui->chkBasis->isChecked() ? forms::toTwips(roomForBasis) : 0;
     setHeight(qMax(2 * frame + 2000, frame + titleBar + forms::toTwips(roomForChart)) + list);

@@ -10,7 +10,7 @@ install(FILES ${CMAKE_BINARY_DIR}/home/Tallywell.mdb ${CMAKE_BINARY_DIR}/home/se
   DESTINATION share/gaugewell ${packaged})
 install(PROGRAMS tools/makeserverstore.sh DESTINATION share/gaugewell ${packaged})
 install(DIRECTORY home/ DESTINATION share/gaugewell ${packaged}
-  FILES_MATCHING PATTERN *.rpt PATTERN template.xls PATTERN *.HLP PATTERN *.pps)
+  FILES_MATCHING PATTERN *.rpt PATTERN template.xls PATTERN *.HLP PATTERN *.pps PATTERN slides/*.png)
 install(FILES desktop/gaugewell.svg DESTINATION share/icons/hicolor/scalable/apps ${packaged})
 install(FILES desktop/gaugewell.desktop DESTINATION share/applications ${packaged})
 install(FILES desktop/io.github.gaugewell.Gaugewell.metainfo.xml DESTINATION share/metainfo ${packaged})

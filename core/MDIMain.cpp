@@ -5,16 +5,22 @@
 #include "core/base/gblGlobal.h"
 #include "core/base/pictures.h"
 #include "core/menus.h"
+#include "core/startpage.h"
 #include "exchange/droppedfiles.h"
 #include "exchange/frmCheckFiles.h"
+#include "exchange/surveyexport.h"
 #include "feedback/frmFeedBackObj.h"
 #include "improvement/frmImprovementPlan.h"
+#include "platform/desktop/opener.h"
 #include "platform/desktop/windowstate.h"
 #include "platform/forms/form.h"
+#include "platform/forms/msgbox.h"
+#include "platform/forms/tablemenu.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QFileInfo>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenuBar>
@@ -36,7 +42,7 @@ QString text(const char* ascii) {
 }
 
 QAction* makeAction(const MenuEntry& entry, QObject* owner) {
-    auto* action = new QAction(text(entry.caption), owner);
+    auto* action = new QAction(entry.run ? text(entry.caption) : QString(), owner);
     action->setObjectName(text(entry.name));
     action->setShortcut(QKeySequence(text(entry.shortcut)));
     action->setSeparator(!entry.run);
@@ -90,12 +96,21 @@ MDIMain::MDIMain() : stsBar(new forms::StatusBar(this)), area(new QMdiArea(this)
     QApplication::setWindowIcon(picture(u"logo"_s));
     stsBar->setObjectName(u"stsBar"_s);
     setStatusBar(stsBar);
+    connect(stsBar, &forms::StatusBar::folderAsked, this, [](const QString& folder) {
+        if (desktop::openFile(folder) < desktop::SmallestSuccess)
+            forms::msgBox(u"There is no program that opens the folder '"_s + folder + u"'.");
+    });
+    forms::tableSavedHook = [](const QString& path) {
+        ::showDone(QFileInfo(path).fileName() + u" written", path);
+    };
     setCentralWidget(area);
     area->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     area->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     forms::Form::setHost(area);
     makeMenus();
     makeToolbar();
+    makeWindowList();
+    makeStartPage();
     new DropTarget(*this, [](const QStringList& paths) {
         frmCheckFiles::instance().Show();
         frmCheckFiles::instance().checkFiles(paths);
@@ -127,6 +142,29 @@ void MDIMain::makeMenus() {
     }
 }
 
+/// The list is made when it is opened.
+void MDIMain::makeWindowList() {
+    auto* menu = findChild<QMenu*>(u"mnuWindows"_s);
+    connect(menu, &QMenu::aboutToShow, this, [this, menu] {
+        menu->clear();
+        for (QMdiSubWindow* window : area->subWindowList()) {
+            if (!window->isVisible())
+                continue;
+            const QString number = QString::number(menu->actions().size() + 1);
+            QAction* entry = menu->addAction(u"&"_s + number + u' ' + window->windowTitle());
+            entry->setCheckable(true);
+            entry->setChecked(window == area->activeSubWindow());
+            connect(entry, &QAction::triggered, window, [this, window] {
+                if (window->isMinimized())
+                    window->showNormal();
+                area->setActiveSubWindow(window);
+            });
+        }
+        if (menu->isEmpty())
+            menu->addAction(u"No window is open"_s)->setEnabled(false);
+    });
+}
+
 void MDIMain::makeToolbar() {
     auto* tlbHold = addToolBar(u"Toolbar"_s);
     tlbHold->setObjectName(u"tlbHold"_s);
@@ -147,6 +185,17 @@ void MDIMain::makeToolbar() {
             button->menu()->addAction(makeAction(below, button->menu()));
         tlbHold->addWidget(button);
     }
+}
+
+void MDIMain::makeStartPage() {
+    auto* page = new StartPage(area);
+    connect(page, &StartPage::entryAsked, this,
+            [this](const QString& entry) { findChild<QAction*>(entry)->trigger(); });
+    connect(page, &StartPage::surveyAsked, this, [this](const FirstSteps::Survey& survey) {
+        blnSearchToFeedback = true;
+        showHit({survey.customer, survey.date.toString(ado::dateTextFormat), false});
+    });
+    connect(page, &StartPage::fileAsked, this, [](const QString& fileName) { viewSurveyFile(fileName); });
 }
 
 void MDIMain::setMousePointer(int shape) {
@@ -193,6 +242,10 @@ void MDIMain::closeEvent(QCloseEvent* event) {
 
 void MDIMain::showStatus(const QString& word) {
     stsBar->Panels(1).setText(word);
+}
+
+void MDIMain::showDone(const QString& text, const QString& file) {
+    stsBar->showDone(text, file);
 }
 
 void MDIMain::showHelp(int command, int context) {

@@ -27,10 +27,11 @@ public:
     forms::CommonDialog CommonDialog1;
     /// The report control shared by the analyses.
     crystal::CrystalReport crpReport;
-    /// Panel 1 shows the progress of all forms.
+    /// Panel 1 shows the progress of all forms, panel 2 what they did last.
     forms::StatusBar* stsBar;
 
     void showStatus(const QString& word) override;
+    void showDone(const QString& text, const QString& file) override;
     int MousePointer() const override { return pointer; }
     void setMousePointer(int shape) override;
     void showHelp(int command, int context) override;
@@ -49,6 +50,8 @@ private:
     MDIMain();
     void makeMenus();
     void makeToolbar();
+    void makeStartPage();
+    void makeWindowList();
 
     QMdiArea* area;
     int pointer = 0;

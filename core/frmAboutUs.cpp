@@ -22,4 +22,5 @@ void frmAboutUs::onLoad() {
     setLeft((ScreenWidth() - Width()) / 2);
     setTop((ScreenHeight() - Height()) / 2);
     ui->lblCompanyname->setText(strCompanyName);
+    ui->lblCompanyname->setVisible(!strCompanyName.isEmpty());
 }

@@ -28,6 +28,7 @@ void frmSplash::onLoad() {
     setLeft((ScreenWidth() - Width()) / 2);
     setTop((ScreenHeight() - Height()) / 2);
     ui->lblCompanyName->setText(strCompanyName);
+    ui->lblCompanyName->setVisible(!strCompanyName.isEmpty());
     Timer1->start();
 }
 

@@ -5,10 +5,12 @@
 #include "core/base/gblGlobal.h"
 #include "platform/ado/datasources.h"
 #include "platform/desktop/ownerfile.h"
+#include "platform/failure/failure.h"
 #include "platform/forms/msgbox.h"
 
 #include <QFile>
 #include <QFileInfo>
+#include <QSaveFile>
 
 using namespace Qt::StringLiterals;
 
@@ -32,6 +34,12 @@ QString readCompanyName() {
     if (line.startsWith(QChar::ByteOrderMark))
         line.remove(0, 1);
     return line.left(longestName);
+}
+
+void writeCompanyName(const QString& name) {
+    QSaveFile file(homeDirectory() + u"/company.txt");
+    if (!file.open(QIODevice::WriteOnly) || file.write(name.toUtf8() + '\n') < 0 || !file.commit())
+        throw Failure(u"%1: %2"_s.arg(file.fileName(), file.errorString()));
 }
 
 bool toCreateDSN(const QString& dataSourceName, QString& databasePath) {

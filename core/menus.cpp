@@ -12,6 +12,7 @@
 #include "core/base/busy.h"
 #include "core/base/gblGlobal.h"
 #include "core/frmAboutUs.h"
+#include "core/frmCompanyName.h"
 #include "core/frmStore.h"
 #include "exchange/frmExportAnswers.h"
 #include "exchange/frmLogDetails.h"
@@ -230,7 +231,12 @@ constexpr MenuEntry entries[]{
      .parent = "mnuTools",
      .caption = "&Compare Groups...",
      .run = underHourglass<show<frmCompareGroups>>},
+    {.name = "mnuCompanyName",
+     .parent = "mnuTools",
+     .caption = "Company &Name...",
+     .run = underHourglass<show<frmCompanyName>>},
     {.name = "mnuStore", .parent = "mnuTools", .caption = "&Store...", .run = underHourglass<show<frmStore>>},
+    {.name = "mnuWindows", .parent = "mnuTools", .caption = "&Windows", .state = Menu},
     {.name = "mnuHelp", .caption = "&Help", .state = Menu},
     {.name = "mnuGettingStarted", .parent = "mnuHelp", .caption = "&Getting Started", .run = showSlides},
     {.name = "mnuGWLHelp",

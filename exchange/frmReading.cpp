@@ -100,10 +100,22 @@ void frmReading::toreadFromXlsFile() {
         if (ui->lstXlsFiles->Selected(line))
             files.emplace_back(ui->lstXlsFiles->List(line));
     }
-    readChosenFiles(files, [](const QString& title, qsizetype left) {
-        showStatus(u"Importing Survey File(s)......"_s + title + u", %1 left"_s.arg(left));
-        return true;
-    });
+    const std::map<QString, QString> reasons =
+        readChosenFiles(files, [](const QString& title, qsizetype left) {
+            showStatus(u"Importing Survey File(s)......"_s + title + u", %1 left"_s.arg(left));
+            return true;
+        });
+    noteReasons(reasons);
+}
+
+/// At the files that were to be read.
+void frmReading::noteReasons(const std::map<QString, QString>& reasons) {
+    for (int line = 0; line < ui->lstXlsFiles->ListCount(); ++line) {
+        if (!ui->lstXlsFiles->Selected(line))
+            continue;
+        const auto reason = reasons.find(ui->lstXlsFiles->List(line));
+        ui->lstXlsFiles->setNote(line, reason == reasons.end() ? QString() : reason->second.simplified());
+    }
 }
 
 void frmReading::cmdCheck_Click() {

@@ -4,6 +4,7 @@
 #include "platform/forms/commondialog.h"
 #include "platform/forms/form.h"
 
+#include <map>
 #include <memory>
 
 namespace Ui {
@@ -34,6 +35,7 @@ private:
     /// Adds dropped files to the list and chooses them.
     void addFiles(const QStringList& paths);
     void blankLabels();
+    void noteReasons(const std::map<QString, QString>& reasons);
 
     std::unique_ptr<Ui::frmReading> ui;
 };

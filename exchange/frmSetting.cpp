@@ -3,6 +3,7 @@
 
 #include "core/base/failure.h"
 #include "core/base/gblGlobal.h"
+#include "core/base/shell.h"
 #include "exchange/setting.h"
 #include "ui_frmSetting.h"
 
@@ -34,5 +35,6 @@ void frmSetting::toSaveSetting() {
                                ado::Recordset::Lock::Optimistic);
         setting["checkeduser"] = ui->opnUserDefined->isChecked();
         setting.Update();
+        showDone(u"Setting saved"_s);
     });
 }

@@ -4,6 +4,7 @@
 #include "core/base/backup.h"
 #include "core/base/failure.h"
 #include "core/base/gblGlobal.h"
+#include "core/base/shell.h"
 #include "exchange/openelsewhere.h"
 #include "platform/desktop/loginname.h"
 #include "platform/forms/clock.h"
@@ -28,14 +29,20 @@ Reading readAfterCopy(SurveyReader& reader, const std::vector<ReturnedFile>& fil
         QStringList titles;
         for (const ReturnedFile& file : files)
             titles << file.title();
-        return {.bad = titles, .remarks = {}, .hasStoreFailed = true};
+        return {.bad = titles, .remarks = {}, .reasons = {}, .hasStoreFailed = true};
     }
     reader.onFailure = showWithDescription;
     reader.onStored = [](const SurveyReader::Questionnaires& stored) {
         Q_EMIT ReadReport::instance().answersStored(stored);
     };
     const QStringList bad = read();
-    return {bad, reader.remarks(), reader.hasWritten(), reader.hasStoreFailed()};
+    const qsizetype complete = files.size() - bad.size();
+    QString done = complete == 1 && files.size() == 1 ? files.front().title() : counted(complete, u"file"_s);
+    done += u" read"_s;
+    if (!bad.isEmpty())
+        done += u", %1 not to the end"_s.arg(bad.size());
+    showDone(done);
+    return {bad, reader.remarks(), reader.reasons(), reader.hasWritten(), reader.hasStoreFailed()};
 }
 
 } // namespace
@@ -54,20 +61,26 @@ Reading readSurveyFiles(const std::vector<ReturnedFile>& files,
     return readAfterCopy(reader, files, [&] { return reader.readAll(files); });
 }
 
-void readChosenFiles(const std::vector<ReturnedFile>& chosen,
-                     const std::function<bool(const QString& title, qsizetype left)>& onFile) {
+std::map<QString, QString>
+readChosenFiles(const std::vector<ReturnedFile>& chosen,
+                const std::function<bool(const QString& title, qsizetype left)>& onFile) {
     std::vector<ReturnedFile> files;
     QStringList bad;
+    std::map<QString, QString> reasons;
     for (const ReturnedFile& file : chosen) {
-        if (mayUseFile(file.path))
+        if (mayUseFile(file.path)) {
             files.push_back(file);
-        else
+        } else {
             bad << file.title();
+            reasons[file.path] = u"Open in another program, not read"_s;
+        }
     }
     const Reading reading = readSurveyFiles(files, onFile);
     // The failure of a single file has named it, unless it was the store's.
     nameAfterReading(chosen.size() > 1 || reading.hasStoreFailed ? bad + reading.bad : QStringList(),
                      reading.remarks);
+    reasons.insert(reading.reasons.begin(), reading.reasons.end());
+    return reasons;
 }
 
 ReadReport& ReadReport::instance() {

@@ -8,9 +8,10 @@
 /// How the reading of survey files went.
 struct Reading {
     QStringList bad; ///< titles of the files that were not read to their end, with the cell if one ended it
-    QStringList remarks;         ///< remarks on the files that were read
-    bool hasWritten = false;     ///< answers have been stored
-    bool hasStoreFailed = false; ///< the store ended the reading
+    QStringList remarks;                ///< remarks on the files that were read
+    std::map<QString, QString> reasons; ///< why files were not read to their end, by path
+    bool hasWritten = false;            ///< answers have been stored
+    bool hasStoreFailed = false;        ///< the store ended the reading
 };
 
 // Both copy the database first and show each failure as it occurs.
@@ -24,9 +25,10 @@ Reading readSurveyFiles(const std::vector<ReturnedFile>& files,
 /// Reads the files that the user has chosen; a file that is open in a spreadsheet program only after a
 /// question. A file that cannot be read is reported at once and the next ones are read, unless the store
 /// failed. Of several files, those not read to their end are listed afterwards, with remarks on the files
-/// that were read.
-void readChosenFiles(const std::vector<ReturnedFile>& chosen,
-                     const std::function<bool(const QString& title, qsizetype left)>& onFile);
+/// that were read. Returns why files were not read to their end, by path.
+std::map<QString, QString>
+readChosenFiles(const std::vector<ReturnedFile>& chosen,
+                const std::function<bool(const QString& title, qsizetype left)>& onFile);
 
 /// Emits which questionnaires have got answers from survey files, after each commit.
 class ReadReport : public QObject {

@@ -3,6 +3,7 @@
 
 #include "core/base/failure.h"
 #include "core/base/gblGlobal.h"
+#include "core/base/shell.h"
 #include "core/store/programsetting.h"
 #include "exchange/files/filenames.h"
 #include "exchange/files/homefile.h"
@@ -165,6 +166,8 @@ void SurveyExport::save(const excel::Workbook& workbook, const excel::Worksheet&
         saved = true;
     });
     runStep(skipsFailedSteps, [&] { workbook.Close(saved); });
+    if (saved)
+        showDone(result.fileName + u" written", path());
     if (saved && surveyFolder() == homeDirectory()) // elsewhere others read it too
         desktop::keepToOwner(path());
 }
@@ -179,4 +182,8 @@ void offerToView(const QString& fileName) {
     if (forms::msgBox(u"Survey File Exported...Do you want to view the file? "_s,
                       style::yesNo + style::information, titleWithVersion) == forms::Answer::Yes)
         guarded([&] { viewWorkbook(surveyFilePath(fileName)); });
+}
+
+void viewSurveyFile(const QString& fileName) {
+    guardedWithDescription([&] { viewWorkbook(surveyFilePath(fileName)); });
 }

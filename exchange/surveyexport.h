@@ -25,3 +25,6 @@ ExportResult exportSurvey(const ExportRequest& request);
 
 /// Asks whether the exported file is to be opened, and opens it.
 void offerToView(const QString& fileName);
+
+/// Opens a survey file in the desktop's spreadsheet program. A failure is shown.
+void viewSurveyFile(const QString& fileName);

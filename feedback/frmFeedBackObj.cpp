@@ -216,8 +216,9 @@ void frmFeedBackObj::toSaveDtls() {
         answers->requireFor(findSurveyKey(chosen()));
         answers->findChanges();
     });
-    if (isCompared && answers->settle())
-        guarded([this] { writeTogether([this] { answers->save(); }); });
+    if (isCompared && answers->settle() &&
+        guarded([this] { writeTogether([this] { answers->save(); }); }))
+        showDone(u"Answers of "_s + chosen().respondent + u" saved");
 }
 
 void frmFeedBackObj::toShowFileName() {

@@ -252,6 +252,7 @@ void frmImprovementPlan::toSaveActionDtls() {
     });
     if (!saved)
         return;
+    showDone(counted(chosenCustomers().size(), u"action"_s) + u" saved");
     ui->txtDescription->setModified(false);
     toFillListView();
     bool showsStored = true;

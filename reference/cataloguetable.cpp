@@ -5,6 +5,7 @@
 #include "core/base/busy.h"
 #include "core/base/failure.h"
 #include "core/base/gblGlobal.h"
+#include "core/base/shell.h"
 #include "core/store/textlookup.h"
 #include "core/store/transaction.h"
 #include "platform/forms/flexgrid.h"
@@ -14,6 +15,7 @@
 #include <set>
 #include <utility>
 
+using namespace Qt::StringLiterals;
 using Lock = ado::Recordset::Lock;
 
 /// The stored records of the rows that a save is to write: those found by their keys are read by one select,
@@ -47,14 +49,14 @@ CatalogueTable::Stored::Stored(const CatalogueTable& shown) : owner(shown) {
         if (!owner.key(row).isEmpty() && owner.isTouched(row) && owner.selectFor(row).isEmpty())
             keys << owner.key(row);
     }
-    const QString all = QStringLiteral("select * from ") + owner.table;
+    const QString all = u"select * from "_s + owner.table;
     newRecords.Open(all, *cnnMain, Lock::BatchOptimistic);
     if (keys.isEmpty())
         return;
     const char* key = owner.fields.back();
     QString condition = u'=' + keys[0];
     if (keys.size() > 1)
-        condition = QStringLiteral(" in (") + keys.join(u',') + u')';
+        condition = u" in ("_s + keys.join(u',') + u')';
     records.Open(all + u" where " + QLatin1StringView(key) + condition, *cnnMain, Lock::BatchOptimistic);
     for (; !records.Eof(); records.MoveNext())
         places[records[key].Text()] = records.Bookmark();
@@ -86,13 +88,13 @@ void CatalogueTable::Stored::findDuplicates() {
         if (!owner.key(row).isEmpty())
             continue;
         selects << owner.selectFor(row);
-        parts << QStringLiteral("select %1 as place from (").arg(row) + selects.last() + u") as found";
+        parts << u"select %1 as place from ("_s.arg(row) + selects.last() + u") as found";
     }
     if (selects.size() == 1 || selects.removeDuplicates() > 0 || areConfusable(selects))
         return;
     duplicates.emplace();
     for (qsizetype first = 0; first < parts.size(); first += mostTogether) {
-        ado::Recordset found(parts.mid(first, mostTogether).join(QStringLiteral(" union all ")), *cnnMain);
+        ado::Recordset found(parts.mid(first, mostTogether).join(u" union all "_s), *cnnMain);
         for (; !found.Eof(); found.MoveNext())
             duplicates->insert(found["place"].Value().toInt());
     }
@@ -101,7 +103,9 @@ void CatalogueTable::Stored::findDuplicates() {
 CatalogueTable::CatalogueTable(forms::Form& window, const GridEditorRules& rules, forms::MSHFlexGrid* edited,
                                QLineEdit* editor, const char* tableName, std::vector<const char*> columns)
     : GridEditor(rules, edited, editor), form(window), table(QLatin1StringView(tableName)),
-      fields(std::move(columns)) {}
+      fields(std::move(columns)) {
+    grid->setMarksRow(true);
+}
 
 QString CatalogueTable::cell(int row, int col) const {
     return grid->TextMatrix(row, col);
@@ -187,8 +191,8 @@ void CatalogueTable::showNone() {
 }
 
 void CatalogueTable::readOf(const QString& newOwner, const QString& sql) {
-    if (owner != newOwner) { // even if the read below fails
-        owner.reset();
+    if (shownOwner != newOwner) { // even if the read below fails
+        setOwner({});
         showNone();
     }
     const bool read = guarded([&] {
@@ -198,7 +202,13 @@ void CatalogueTable::readOf(const QString& newOwner, const QString& sql) {
             showNone();
     });
     if (read)
-        owner = newOwner;
+        setOwner(newOwner);
+}
+
+void CatalogueTable::setOwner(const std::optional<QString>& newOwner) {
+    shownOwner = newOwner;
+    if (unsavedHint)
+        unsavedHint->setVisible(shownOwner == QString());
 }
 
 bool CatalogueTable::save() {
@@ -206,6 +216,7 @@ bool CatalogueTable::save() {
     if (!settleChanges())
         return false;
     QString currentKey;
+    written = skipped = 0;
     const bool saved = guarded([&] {
         Transaction transaction;
         Stored stored(*this);
@@ -218,16 +229,24 @@ bool CatalogueTable::save() {
     });
     if (!saved)
         return false;
-    if (lower && key().isEmpty() && lower->owner == QString())
-        lower->owner = currentKey; // its rows were typed for the new record
+    if (lower && key().isEmpty() && lower->owner() == QString())
+        lower->setOwner(currentKey); // its rows were typed for the new record
     grid->setTextMatrix(grid->Row(), keyColumn(), currentKey);
     refresh();
     if (lower) {
-        if (lower->owner != key())
+        if (lower->owner() != key())
             refreshLower(); // the current row was skipped
         editCurrent();
     }
+    showSaved();
     return true;
+}
+
+void CatalogueTable::showSaved() const {
+    QString text = written > 0 ? counted(written, noun) + u" saved" : u"Nothing to save"_s;
+    if (skipped > 0)
+        text += u", %1 already there"_s.arg(skipped);
+    showDone(text);
 }
 
 /// Whether the user has changed the cell of a stored row since the row was read.
@@ -252,7 +271,7 @@ ChangedRow CatalogueTable::changedMeanwhile(int row, ado::Recordset& record) con
     for (int col = 1; col < keyColumn(); ++col)
         addIfChanged(changed, {grid->TextMatrix(0, col), read->second[col - 1], shownText(col, record),
                                cell(row, col)});
-    changed.name = grid->TextMatrix(0, 1) + QStringLiteral(": ") + read->second[0];
+    changed.name = grid->TextMatrix(0, 1) + u": " + read->second[0];
     return changed;
 }
 
@@ -274,14 +293,18 @@ bool CatalogueTable::settleChanges() {
 /// Returns the key of the stored row. Skipped rows keep their key, new ones other than the current one are
 /// given theirs by the reload.
 QString CatalogueTable::saveRow(int row, Stored& stored) {
-    if (key(row).isEmpty())
-        return stored.hasDuplicate(row) ? QString() : addRow(row, stored);
+    if (key(row).isEmpty()) {
+        const bool isDuplicate = stored.hasDuplicate(row);
+        ++(isDuplicate ? skipped : written);
+        return isDuplicate ? QString() : addRow(row, stored);
+    }
     ado::Recordset* record = isTouched(row) ? stored.find(row) : nullptr;
     if (record) {
         settlement.require(key(row), changedMeanwhile(row, *record));
         write(row, *record);
         keepUntouched(row, *record);
         record->Update();
+        ++written;
     }
     return key(row);
 }
@@ -296,7 +319,7 @@ QString CatalogueTable::addRow(int row, Stored& stored) {
         add(stored.added());
         return {};
     }
-    ado::Recordset record(QStringLiteral("select * from ") + table, *cnnMain, Lock::Optimistic);
+    ado::Recordset record(u"select * from "_s + table, *cnnMain, Lock::Optimistic);
     add(record);
     return record[fields.back()].Text();
 }

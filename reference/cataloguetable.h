@@ -36,12 +36,16 @@ public:
     std::function<QString(int col, const QString& text)> displayText;
     /// The linked lower table; null if there is none.
     CatalogueTable* lower = nullptr;
-    /// Lower table only: the key of the upper row whose records are shown; empty if that row is not stored,
-    /// nullopt if they could not be read.
-    std::optional<QString> owner;
+    /// What a record is called in the status bar.
+    QString noun;
+    /// Lower table only: says that the upper row must be stored first; visible while it is not.
+    QWidget* unsavedHint = nullptr;
     /// A hidden box stays hidden when the grid is emptied.
     bool keepsBoxHidden = false;
 
+    /// Lower table only: the key of the upper row whose records are shown; empty if that row is not stored,
+    /// nullopt if they could not be read.
+    const std::optional<QString>& owner() const { return shownOwner; }
     QString cell(int row, int col) const;
     QString key(int row) const { return cell(row, keyColumn()); }
     /// The key of the current row.
@@ -73,19 +77,24 @@ private:
     int keyColumn() const { return static_cast<int>(fields.size()); }
     bool fill(const QString& sql);
     void showNone();
+    void setOwner(const std::optional<QString>& newOwner);
     QString shownText(int col, ado::Recordset& record) const;
     bool isTouched(int row, int col) const;
     bool isTouched(int row) const;
     ChangedRow changedMeanwhile(int row, ado::Recordset& record) const;
     bool settleChanges();
     class Stored;
+    void showSaved() const;
     QString saveRow(int row, Stored& stored);
     QString addRow(int row, Stored& stored);
     void keepUntouched(int row, ado::Recordset& record) const;
 
     forms::Form& form;
+    std::optional<QString> shownOwner;
     const QString table;
     const std::vector<const char*> fields;
     std::map<QString, QStringList> asRead; ///< the texts of the stored rows by key, from column 1 on
     Settlement settlement;                 ///< of the save that is going on
+    int written = 0;                       ///< rows that it has written
+    int skipped = 0;                       ///< new rows that it has not, since they have a duplicate
 };

@@ -32,6 +32,9 @@ frmCustomer::frmCustomer() : DefaultForm(Kind::SubWindow), ui(std::make_unique<U
                                      ui->txtRespondentDtls, "respondent",
                                      {"respondentname", "respondentdesignation", "emailid", "respondentid"});
     customers->lower = respondents;
+    customers->noun = u"customer"_s;
+    respondents->noun = u"respondent"_s;
+    respondents->unsavedHint = ui->lblUnsaved;
     respondents->keepsBoxHidden = true;
     connectEvents();
 }
@@ -92,7 +95,7 @@ void frmCustomer::onLoad() {
 void frmCustomer::toSetWidthForCusGrid() {
     setHeadsAndWidths(ui->grdCustomerDtls,
                       {u"Customer Name"_s, u"Customer Address"_s, u"Tel.No"_s, u"Email"_s},
-                      {0.05, 0.25, 0.35, 0.1, 0.2, 0});
+                      {0.05, 0.25, 0.35, 0.14, 0.2, 0});
 }
 
 void frmCustomer::toSetWidthForResGrid() {
@@ -166,7 +169,7 @@ QString frmCustomer::duplicateTest(int row) const {
 }
 
 void frmCustomer::toSaveRespondentDetails() {
-    if (respondents->owner == customers->key()) {
+    if (respondents->owner() == customers->key()) {
         respondents->save();
         return;
     }

@@ -38,6 +38,9 @@ frmParameter::frmParameter() : DefaultForm(Kind::SubWindow), ui(std::make_unique
     questions = new CatalogueTable(*this, gridrules::question, ui->grdQuestionDtls, ui->txtQuestionDtls,
                                    "questions", {"question", "Type", "questionid"});
     parameters->lower = questions;
+    parameters->noun = u"parameter"_s;
+    questions->noun = u"question"_s;
+    questions->unsavedHint = ui->lblUnsaved;
     connectEvents();
 }
 
@@ -146,7 +149,7 @@ QString frmParameter::parameterSelect(int row) const {
 }
 
 void frmParameter::toSaveQuestionDetails() {
-    if (questions->owner == parameters->key()) {
+    if (questions->owner() == parameters->key()) {
         questions->save();
         return;
     }
@@ -182,9 +185,9 @@ void frmParameter::toDeleteparameter() {
     guarded([this] {
         forms::MSHFlexGrid* grid = ui->grdParameterDtls;
         const QString paramid = parameters->key();
-        if (questions->owner != paramid)
+        if (questions->owner() != paramid)
             toRefreshQuestionDtls();
-        if (questions->owner != paramid) // still unknown whether it has questions
+        if (questions->owner() != paramid) // still unknown whether it has questions
             return;
         if (!paramid.isEmpty() && confirmDeletion(paramid))
             parameters->remove(u"delete * from parameter where paramid="_s + paramid);

@@ -110,6 +110,7 @@ void frmSearch::toFillListView() {
             for (const ado::Field& field : fields)
                 hit << field.Text();
         }
+        showDone(counted(qsizetype(hits.size()), u"hit"_s));
         ui->lsvDtls->setItems(std::move(hits));
     });
 }

@@ -81,6 +81,7 @@ void SurveyEditor::setUp(QWidget* head) {
     editor->cmdDownward->setIcon(picture(u"down"_s));
     connectTree();
     connectButtons();
+    editor->grdParamAndQuest->setMarksRow(true);
     connect(editor->grdParamAndQuest, &forms::MSHFlexGrid::DblClick, this,
             &SurveyEditor::grdParamAndQuest_DblClick);
     connect(editor->grdParamAndQuest, &forms::MSHFlexGrid::DragDrop, this, [this] {
@@ -277,6 +278,7 @@ void SurveyEditor::toSaveParamAndQuest() {
         return;
     }
     toRefreshGrid();
+    showDone(u"Questionnaire saved with "_s + counted(qsizetype(grid().questions().size()), u"question"_s));
     if (leftOut.empty())
         return;
     QString sentence = u"No longer in the catalogue and not added:"_s;

@@ -82,11 +82,19 @@ protected:
         fill(cells);
         for (const bool many : {true, false}) {
             clearAnswers();
-            if (reported.contains(overflow) || reported.contains(mismatch))
-                messages.expect(failureAt(cells.back().first, reported[0]));
-            else if (!reported.isEmpty())
+            QString listed = path(u"ann.xls"_s);
+            if (reported.contains(overflow) || reported.contains(mismatch)) {
+                const QString failure = failureAt(cells.back().first, reported[0]);
+                messages.expect(failure);
+                listed += u"  \u2013  "_s + failure.simplified();
+            } else if (!reported.isEmpty()) {
                 messages.expect(remarks(reported), style::information);
+            }
             many ? importFiles() : readSelected();
+            if (many) {
+                EXPECT_EQ(control<forms::ListBox>(frmReading::instance(), "lstXlsFiles")->item(0)->text(),
+                          listed);
+            }
             EXPECT_EQ(answers(ann) + u'/' + answers(bob), expected);
             EXPECT_EQ(rows(u"select xlsfilename, Status from log"_s).value(0), u"ann.xls|True");
         }

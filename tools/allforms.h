@@ -10,6 +10,7 @@
 #include "analysis/frmTargets.h"
 #include "core/base/gblGlobal.h"
 #include "core/frmAboutUs.h"
+#include "core/frmCompanyName.h"
 #include "core/frmStore.h"
 #include "exchange/frmCheckFiles.h"
 #include "exchange/frmExportAnswers.h"
@@ -85,6 +86,7 @@ inline std::vector<AnyForm> allForms() {
             ownedForm<frmResponseSettings, frmResponses>("frmResponseSettings"),
             plainForm<frmSegments>("frmSegments"),
             plainForm<frmCompareGroups>("frmCompareGroups"),
+            plainForm<frmCompanyName>("frmCompanyName"),
             plainForm<frmStore>("frmStore"),
             plainForm<frmLogDetails>("frmLogDetails"),
             ownedForm<frmMessage, frmLogDetails>("frmMessage"),

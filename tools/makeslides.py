@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""makeslides.py: makes home/gettingstarted.pps, a PowerPoint 97-2003 slide show, from docs/gettingstarted.md.
+"""makeslides.py: makes home/gettingstarted.pps, a PowerPoint 97-2003 slide show, and the topic of the help that shows the same
+slides from docs/gettingstarted.md.
 makeslides.py GRABS: first updates the pictures of the slides from a folder that tools/grab has filled, cropped to the form
 and with few colours. Needs the packages of the group "slides"."""
 import base64, re, subprocess, sys, tempfile
@@ -19,6 +20,7 @@ EDGE, TOP, GAP = 1.0, 2.6, 0.4
 INSET = 0.25  # of text in its box
 PICTURE_WIDTH, PICTURE_HEIGHT = 17.6, 12.2
 LARGEST_PIXEL = 0.022
+HELP_WIDTH = 560  # pixels
 
 HEAD = """<?xml version="1.0" encoding="UTF-8"?>
 <office:document xmlns:office="urn:oasis:names:tc:opendocument:xmlns:office:1.0"
@@ -99,14 +101,36 @@ def take_pictures(grabs):
     for name, grabbed in GRABBED.items():
         window = Image.open(grabs / f"{grabbed}.png").convert("RGB")
         empty = window.getpixel((window.width - 20, window.height - 40))  # background of the main window
-        area = window.crop((0, 58, window.width, window.height - 22))  # without menus and status bar
+        area = window.crop((0, 58, window.width, window.height - 30))  # without menus and status bar
         edges = ImageChops.difference(area, Image.new("RGB", area.size, empty)).getbbox()
-        area.crop(edges).quantize(COLOURS, dither=Image.Dither.NONE).save(DOCS / f"pictures/{name}.png", optimize=True)
+        area.crop(edges).quantize(COLOURS, dither=Image.Dither.NONE).save(HOME / f"slides/{name}.png", optimize=True)
+
+
+def topic(sources):
+    """The slides as the text of a topic; a slide is a heading, a picture if it has one, and its points."""
+    lines = []
+    for source in sources:
+        heading, _, body = source.partition("\n")
+        lines.append(f"<h3>{escape(heading)}</h3>")
+        if image := re.search(r"^!\[(.*)\]\(\.\./home/(.*)\)$", body, re.MULTILINE):
+            lines.append(f'<p><img src="{image[2]}" alt="{escape(image[1])}" width="{HELP_WIDTH}"></p>')
+        points = [escape(point) for point in re.findall(r"^- (.*)$", body, re.MULTILINE)]
+        marked = [re.sub(r"\*\*(.*?)\*\*", r"<b>\1</b>", point) for point in points]
+        lines += ["<ul>", *(f"<li>{point}</li>" for point in marked), "</ul>"]
+    return "\n".join(lines)
+
+
+def write_topic(sources):
+    file = HOME / "GWL HELP 2.1.HLP"
+    head = '<h2 id="c225"><a name="c225">Getting started in pictures</a></h2>\n'
+    before, _, rest = file.read_text(encoding="utf-8").partition(head)
+    file.write_text(before + head + topic(sources) + "\n\n" + rest[rest.index("<h2 "):], encoding="utf-8")
 
 
 if len(sys.argv) > 1:
     take_pictures(Path(sys.argv[1]))
 slides = re.split(r"^# ", (DOCS / "gettingstarted.md").read_text(encoding="utf-8"), flags=re.MULTILINE)[1:]
+write_topic(slides[1:])
 pages = "".join(slide(number, len(slides), source) for number, source in enumerate(slides, 1))
 with tempfile.TemporaryDirectory() as work:
     show = Path(work) / "gettingstarted.fodp"

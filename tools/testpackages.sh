@@ -60,7 +60,7 @@ check_home() { # check_home LAUNCHER INSTALL...: starts, installs again and star
   local launcher=$1 home="$HOME/Gaugewell"
   shift
   run_once "$launcher"
-  for file in Tallywell.mdb template.xls log.rpt scatter.rpt "GWL HELP 2.1.HLP" installed.txt; do
+  for file in Tallywell.mdb template.xls log.rpt scatter.rpt "GWL HELP 2.1.HLP" slides/index.png installed.txt; do
     [ -s "$home/$file" ] || fail "missing in a fresh home: $file"
   done
   grep -qx "DBQ=$home/Tallywell.mdb" "$HOME/.config/gaugewell/datasources.ini" || fail "another database is in use"

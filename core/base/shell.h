@@ -35,6 +35,8 @@ public:
 
     /// Shows a text in panel 1 of the status bar; an empty text clears it.
     virtual void showStatus(const QString& word) = 0;
+    /// Shows in panel 2 of the status bar what was done; its button opens the folder of a file.
+    virtual void showDone(const QString& text, const QString& file) = 0;
     virtual int MousePointer() const = 0;
     virtual void setMousePointer(int shape) = 0;
     /// command: a forms::HelpRequest; context: the number of the topic.
@@ -61,6 +63,13 @@ private:
 
 /// Shows a text in the status bar; an empty text clears it. Does nothing without a main window.
 void showStatus(const QString& word);
+
+/// Shows beside it what a command has done, with the time: "6 questions saved 14:03". The folder of a file can
+/// be opened there. Does nothing without a main window.
+void showDone(const QString& text, const QString& file = {});
+
+/// "1 question", "6 questions".
+QString counted(qsizetype number, const QString& noun);
 
 /// Opens the help at a form's topic. Does nothing without a main window.
 void showHelpTopic(int helpContext);

@@ -15,6 +15,16 @@ namespace {
 constexpr qint64 longestTransaction = 250; // milliseconds; the current file is read to its end
 constexpr std::size_t mostTogether = 64;   // files that wait to be stored, for their memory
 
+QString sentenceOf(const std::exception_ptr& failure) {
+    try {
+        std::rethrow_exception(failure);
+    } catch (const Failure& known) {
+        return known.text();
+    } catch (const std::exception& other) {
+        return QString::fromUtf8(other.what());
+    }
+}
+
 } // namespace
 
 bool SurveyReader::read(const ReturnedFile& file, std::optional<bool> statusBefore) {
@@ -51,13 +61,23 @@ QStringList SurveyReader::readAll(const std::vector<ReturnedFile>& files) {
         if (!good && committed) {
             if (failedAt) // those read after it have not been stored
                 next = *failedAt + 1;
+            noteBad(files, next - 1, 1);
             bad << titles[next - 1] + (failing ? u" (cell %1)"_s.arg(cellmap::nameOf(*failing)) : QString());
         } else if (!good) {
+            noteBad(files, first, next - first);
             bad += titles.sliced(first, next - first);
         }
         going = going && !failedStore;
     }
+    if (!failedStore)
+        lastFailure = u"Cancelled, not read"_s;
+    noteBad(files, next, titles.size() - next);
     return bad + titles.sliced(next);
+}
+
+void SurveyReader::noteBad(const std::vector<ReturnedFile>& files, qsizetype first, qsizetype number) {
+    for (qsizetype file = first; file < first + number; ++file)
+        allReasons[files[std::size_t(file)].path] = lastFailure;
 }
 
 bool SurveyReader::readTogether(const std::function<void()>& files) {
@@ -97,8 +117,11 @@ bool SurveyReader::readTogether(const std::function<void()>& files) {
         return true;
     failedStore =
         cnnMain->State() == ado::StateClosed || cnnMain->Errors().Count() > 0; // else a cell's conversion
+    if (!failedStore && failing)
+        failure = withStop(failure);
+    lastFailure = sentenceOf(failure);
     if (onFailure)
-        onFailure(failedStore || !failing ? failure : withStop(failure));
+        onFailure(failure);
     return false;
 }
 

@@ -45,6 +45,8 @@ public:
     bool hasWritten() const { return written; }
     /// The store ended the last reading; the next file would fail too.
     bool hasStoreFailed() const { return failedStore; }
+    /// Why files were not read to their end, by path.
+    const std::map<QString, QString>& reasons() const { return allReasons; }
     /// Remarks on the files that were read, each with file and cell.
     const QStringList& remarks() const { return allRemarks; }
 
@@ -74,6 +76,7 @@ private:
     void compareWithRegister(const ReadFile& file, const QString& registered,
                              const std::vector<LogRow>& rows);
     std::optional<bool> questionType(const QString& questionid);
+    void noteBad(const std::vector<ReturnedFile>& files, qsizetype first, qsizetype number);
     std::exception_ptr withStop(const std::exception_ptr& failure) const;
     /// Keeps the findings of the transaction that was just committed.
     void keepFindings();
@@ -85,6 +88,8 @@ private:
     bool failedStore = false;
     bool written = false;
     QStringList allRemarks;
+    QString lastFailure; // of the last transaction
+    std::map<QString, QString> allReasons;
     ReadingRecord record;
 
     // Of the open transaction.

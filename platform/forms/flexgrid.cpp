@@ -10,11 +10,34 @@
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QScrollBar>
+#include <QStyledItemDelegate>
 
 #include <cmath>
 #include <utility>
 
 namespace forms {
+namespace {
+
+class RowTint : public QStyledItemDelegate {
+public:
+    explicit RowTint(MSHFlexGrid* owner) : QStyledItemDelegate(owner), grid(owner) {}
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        constexpr int strength = 40; // of 255
+        QStyledItemDelegate::initStyleOption(option, index);
+        if (!grid->isMarked(index) || option->backgroundBrush.style() != Qt::NoBrush)
+            return;
+        QColor tint = grid->palette().color(QPalette::Highlight);
+        tint.setAlpha(strength);
+        option->backgroundBrush = tint;
+    }
+
+private:
+    MSHFlexGrid* grid;
+};
+
+} // namespace
 
 MSHFlexGrid::MSHFlexGrid(QWidget* parent) : QTableView(parent), cells(new FlexGridModel(this)) {
     setModel(cells);
@@ -26,6 +49,8 @@ MSHFlexGrid::MSHFlexGrid(QWidget* parent) : QTableView(parent), cells(new FlexGr
     setWordWrap(false);
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setMinimumSectionSize(1);
+    horizontalHeader()->setStretchLastSection(true);
+    setItemDelegate(new RowTint(this));
     verticalHeader()->setMinimumWidth(1);
     verticalHeader()->setHighlightSections(false);
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
@@ -138,6 +163,8 @@ void MSHFlexGrid::showCell() {
 
 void MSHFlexGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
     QTableView::currentChanged(current, previous);
+    if (marksRow)
+        viewport()->update();
     if (movingCursor || !current.isValid())
         return;
     row = current.row() + 1;

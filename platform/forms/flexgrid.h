@@ -10,7 +10,8 @@ namespace forms {
 
 /// A grid of texts with a cursor (Row, Col); it cannot be typed into. Row 0 is the head row, column 0 the
 /// fixed column. Rows and columns count from 0, widths and positions are twips. The cell under the cursor is
-/// the marked one. However the user moves the cursor, MouseDown and Click follow.
+/// the marked one. The last column fills the grid. However the user moves the cursor, MouseDown and Click
+/// follow.
 class MSHFlexGrid : public QTableView {
     Q_OBJECT
 
@@ -49,6 +50,10 @@ public:
     int ColWidth(int column) const;
     /// The column keeps its share of the grid's width when the grid is resized; 0 hides it.
     void setColWidth(int column, int twips);
+
+    /// The cursor's row gets a tint: for a grid whose commands concern a row.
+    void setMarksRow(bool marks) { marksRow = marks; }
+    bool isMarked(const QModelIndex& index) const { return marksRow && index.row() == row - 1; }
 
     /// The rectangle of the cursor's cell in the viewport; empty when it is fixed or hidden.
     QRect cellRect() const;
@@ -96,6 +101,7 @@ private:
     QModelIndex pressed;
     QPersistentModelIndex firstPressed; ///< cell of the last press, the first of a double click
     bool movingCursor = false;
+    bool marksRow = false;
     QHash<int, double> shares; ///< of the grid's width, by column
 };
 

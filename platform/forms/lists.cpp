@@ -3,6 +3,7 @@
 
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QTextDocument>
 #include <QWheelEvent>
 
 #include <utility>
@@ -45,7 +46,17 @@ void ListBox::Clear() {
 
 QString ListBox::List(int index) const {
     const QListWidgetItem* entry = item(index);
-    return entry ? entry->text() : QString();
+    if (!entry)
+        return {};
+    const QVariant withoutNote = entry->data(Qt::UserRole);
+    return withoutNote.isValid() ? withoutNote.toString() : entry->text();
+}
+
+void ListBox::setNote(int index, const QString& note) {
+    const QString text = List(index);
+    item(index)->setData(Qt::UserRole, note.isEmpty() ? QVariant() : text);
+    item(index)->setText(note.isEmpty() ? text : text + QStringLiteral("  \u2013  ") + note);
+    item(index)->setToolTip(note.isEmpty() ? QString() : Qt::convertFromPlainText(item(index)->text()));
 }
 
 int ListBox::ListIndex() const {

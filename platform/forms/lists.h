@@ -46,6 +46,9 @@ public:
     void AddItem(const QString& text) { addItem(text); }
     int ListCount() const { return count(); }
     QString List(int index) const;
+    /// Shows a note behind an entry's text and as its tool tip; an empty one removes it. List and Text do not
+    /// have it.
+    void setNote(int index, const QString& note);
     /// The first chosen entry from 0, or -1.
     int ListIndex() const;
     void setListIndex(int index) { setSelected(index, true); }

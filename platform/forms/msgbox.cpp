@@ -2,6 +2,8 @@
 #include "platform/forms/msgbox.h"
 
 #include <QApplication>
+#include <QGridLayout>
+#include <QLabel>
 #include <QMessageBox>
 
 namespace forms {
@@ -18,14 +20,25 @@ QMessageBox::Icon iconOf(int messageStyle) {
     }
 }
 
+/// A message box is as wide as its text; a longer title would be cut.
+void widenForTitle(QMessageBox& box) {
+    constexpr int frame = 120; // pixels: icon and buttons of a title bar
+    const int title =
+        QFontMetrics(QApplication::font("QMdiSubWindowTitleBar")).horizontalAdvance(box.windowTitle());
+    if (auto* layout = qobject_cast<QGridLayout*>(box.layout()))
+        layout->addItem(new QSpacerItem(title + frame, 0), layout->rowCount(), 0, 1, layout->columnCount());
+}
+
 Answer showMessage(const Message& message) {
     QMessageBox box(QApplication::activeWindow());
     box.setWindowTitle(message.title.isEmpty() ? applicationTitle : message.title);
     box.setTextFormat(Qt::PlainText);
     box.setText(QString(message.text).replace(QLatin1StringView("\r\n"), QLatin1StringView("\n")));
     box.setIcon(iconOf(message.style));
-    if (message.style & style::rightAligned)
-        box.setLayoutDirection(Qt::RightToLeft);
+    if (message.style & style::rightAligned) {
+        if (auto* label = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label")))
+            label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    }
     switch (message.style & 0xF) {
     case style::okCancel:
         box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
@@ -44,6 +57,7 @@ Answer showMessage(const Message& message) {
     default:
         box.setStandardButtons(QMessageBox::Ok);
     }
+    widenForTitle(box);
     // The form's hourglass must not stay over the question.
     QGuiApplication::setOverrideCursor(Qt::ArrowCursor);
     const int pressed = box.exec();

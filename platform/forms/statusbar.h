@@ -4,6 +4,8 @@
 #include <QLabel>
 #include <QStatusBar>
 
+class QToolButton;
+
 namespace forms {
 
 /// A text field of a status bar. A new text is painted at once, since long steps run without the event loop.
@@ -19,20 +21,27 @@ public:
     }
 };
 
-/// A status bar with one panel, numbered 1.
+/// A status bar with two panels. Panel 1 says what is being done, panel 2 what was done last.
 class StatusBar : public QStatusBar {
     Q_OBJECT
 
 public:
-    explicit StatusBar(QWidget* parent = nullptr) : QStatusBar(parent), panel(new Panel(this)) {
-        panel->setObjectName(QStringLiteral("panel1"));
-        panel->setTextFormat(Qt::PlainText);
-        addWidget(panel, 1);
-    }
-    Panel& Panels(int) { return *panel; }
+    explicit StatusBar(QWidget* parent = nullptr);
+    /// index: 1 or 2.
+    Panel& Panels(int index) { return *(index == 2 ? done : work); }
+    /// Shows a text in panel 2, until the next one. The folder of a file can be opened by the button beside
+    /// it; without a file there is no button.
+    void showDone(const QString& text, const QString& file);
+
+Q_SIGNALS:
+    void folderAsked(const QString& folder);
 
 private:
-    Panel* panel;
+    Panel* makePanel(const QString& name);
+
+    Panel* work;
+    Panel* done;
+    QToolButton* openFolder;
 };
 
 } // namespace forms

@@ -34,6 +34,7 @@ void saveTable(tables::Table table) {
     tables::recogniseColumns(table);
     try {
         tables::save(table, path);
+        tableSavedHook(path);
     } catch (const Failure& failure) {
         msgBox(failure.text(), style::critical);
     }
@@ -65,6 +66,8 @@ bool isPartOfControl(const QAbstractItemView& view, const QWidget& window) {
 }
 
 } // namespace
+
+std::function<void(const QString&)> tableSavedHook = [](const QString&) {};
 
 void addTableActions(QWidget& widget, const QString& copyText, const TableSource& copied,
                      const TableSource& saved) {
