@@ -86,7 +86,7 @@ bool frmCheckFiles::onKeyDown(int key) {
         return DefaultForm::onKeyDown(key);
     switch (key) {
     case Qt::Key_Space:
-        toggleTicks(*files, chosenRows(), CheckedFilesModel::Tick);
+        toggleTicks(*ui->lsvFiles, CheckedFilesModel::Tick);
         return true;
     case Qt::Key_Delete:
         cmdRemove_Click();

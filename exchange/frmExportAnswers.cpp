@@ -7,6 +7,7 @@
 #include "core/base/progress.h"
 #include "core/base/shell.h"
 #include "exchange/files/answerexport.h"
+#include "exchange/files/responselist.h"
 #include "platform/forms/clock.h"
 #include "platform/forms/commondialog.h"
 #include "platform/forms/msgbox.h"
@@ -44,6 +45,7 @@ void frmExportAnswers::onLoad() {
     ui->dtFrom->setValue(forms::today());
     ui->dtTo->setValue(forms::today());
     guarded([this] {
+        ui->dtTo->setValue(std::max(forms::today(), latestSurveyDate()));
         ado::Recordset customers(u"select * from customer order by custname, custid"_s, *cnnMain);
         for (; !customers.Eof(); customers.MoveNext()) {
             ui->lstCustomers->AddItem(customers["custname"].Text());

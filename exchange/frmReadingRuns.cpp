@@ -6,6 +6,7 @@
 #include "core/base/failure.h"
 #include "core/base/gblGlobal.h"
 #include "core/base/shell.h"
+#include "exchange/fewlines.h"
 #include "exchange/files/readingrecord.h"
 #include "exchange/files/readingundo.h"
 #include "exchange/reading.h"
@@ -40,18 +41,13 @@ QString counted(int number, const QString& one, const QString& many) {
 
 /// The answers that stay as they are, the first ones if there are many; empty for none.
 QString keptText(const ReadingUndo& plan) {
-    constexpr std::size_t mostNamed = 15;
     if (plan.kept.empty())
         return {};
-    QStringList lines{u"These have been changed since, or read again, and stay as they are:"_s};
-    for (const auto& [answer, fileName] : plan.kept) {
-        if (std::size_t(lines.size()) > mostNamed) {
-            lines << u"and %1 more"_s.arg(plan.kept.size() - mostNamed);
-            break;
-        }
+    QStringList lines;
+    for (const auto& [answer, fileName] : plan.kept)
         lines << fileName + u": "_s + nameOf(answer);
-    }
-    return u"\r\n\r\n"_s + lines.join(u"\r\n"_s);
+    return u"\r\n\r\nThese have been changed since, or read again, and stay as they are:\r\n"_s +
+           fewOf(lines);
 }
 
 QString planText(const ReadingUndo& plan) {
@@ -116,7 +112,10 @@ void frmReadingRuns::onActivate() {
 void frmReadingRuns::fillRuns() {
     const RecordedReading* before = chosen();
     const int kept = before ? before->readingid : 0;
-    readings = lookedUp([] { return hasReadingTables() ? findReadings() : std::vector<RecordedReading>(); });
+    std::vector<RecordedReading> read;
+    if (!guarded([&] { read = hasReadingTables() ? findReadings() : read; }))
+        return;
+    readings = std::move(read);
     std::vector<QStringList> rows;
     int row = 0; // the newest
     for (const RecordedReading& reading : readings) {

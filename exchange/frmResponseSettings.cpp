@@ -75,7 +75,7 @@ frmResponseSettings::~frmResponseSettings() = default;
 
 void frmResponseSettings::onLoad() {
     toCenterForm(*this);
-    isRead = guarded([this] { asRead = readResponseSettings(); });
+    ui->cmdOK->setEnabled(guarded([this] { asRead = readResponseSettings(); }));
     ui->spnDays->setValue(asRead.days);
     ui->spnTarget->setValue(asRead.target);
     ui->txtSubject->setText(asRead.subject);
@@ -101,10 +101,6 @@ ResponseSettings frmResponseSettings::shownSettings() const {
 void frmResponseSettings::cmdOK_Click() {
     const ResponseSettings mine = shownSettings();
     Settlement settlement;
-    if (!isRead) {
-        Unload();
-        return;
-    }
     if (!guarded([&] { settlement.note(rowName, changedMeanwhile(asRead, mine)); }) || !settlement.ask())
         return;
     if (guarded([&] { write(asRead, mine, settlement); }))

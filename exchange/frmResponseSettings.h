@@ -29,5 +29,4 @@ private:
 
     std::unique_ptr<Ui::frmResponseSettings> ui;
     ResponseSettings asRead;
-    bool isRead = false;
 };

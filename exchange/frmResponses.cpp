@@ -4,6 +4,7 @@
 #include "core/base/busy.h"
 #include "core/base/gblGlobal.h"
 #include "core/base/shell.h"
+#include "exchange/fewlines.h"
 #include "exchange/files/dispatch.h"
 #include "exchange/frmHandOver.h"
 #include "exchange/frmResponseSettings.h"
@@ -21,13 +22,20 @@ namespace {
 
 constexpr int helpContext = 219;
 
-/// The first lines of many.
-QString fewOf(const QStringList& lines) {
-    constexpr qsizetype most = 15;
-    QString text = lines.mid(0, most).join(u"\r\n"_s);
-    if (lines.size() > most)
-        text += u"\r\nand %1 more"_s.arg(lines.size() - most);
-    return text;
+/// Takes out those who have been handed a survey file, as a mail notes, unless the user replaces their dates.
+/// Those of a single respondent are corrected without a question.
+void askAboutNoted(std::vector<Response>& rows) {
+    const auto noted = std::stable_partition(
+        rows.begin(), rows.end(), [](const Response& response) { return !response.handedOver.isValid(); });
+    const auto count = rows.end() - noted;
+    if (rows.size() > 1 && count > 0 &&
+        forms::msgBox(u"%1 of the %2 respondents %3 been handed a survey file already. Replace the dates "
+                      "that are noted? No keeps them."_s.arg(count)
+                          .arg(rows.size())
+                          .arg(count == 1 ? u"has"_s : u"have"_s),
+                      style::yesNo + style::information + style::secondButton,
+                      titleWithVersion) != forms::Answer::Yes)
+        rows.erase(noted, rows.end());
 }
 
 } // namespace
@@ -68,16 +76,12 @@ void frmResponses::onLoad() {
     toCenterForm(*this);
     setUpFilters();
     connectEvents();
-    bool hasTables = false;
-    guarded([&] {
-        hasTables = hasDispatchTables();
-        if (!hasTables)
+    guarded([] {
+        if (!hasDispatchTables())
             throw Refusal(
                 u"This database could not be updated to this version of the program: it cannot keep "
                 "what has been handed over and reminded. See the help, topic Responses."_s);
     });
-    for (QPushButton* button : {ui->cmdHandedOver, ui->cmdDue, ui->cmdRemind, ui->cmdSettings})
-        button->setEnabled(hasTables);
 }
 
 void frmResponses::setUpFilters() {
@@ -108,23 +112,20 @@ void frmResponses::connectEvents() {
 }
 
 void frmResponses::onActivate() {
-    fillCustomers();
-    fillRows();
+    if (fillCustomers())
+        fillRows();
 }
 
 bool frmResponses::onKeyDown(int key) {
     if (key != Qt::Key_Space || !ui->lsvResponses->hasFocus())
         return DefaultForm::onKeyDown(key);
-    std::vector<int> rows;
-    for (const QModelIndex& index : ui->lsvResponses->selectionModel()->selectedRows())
-        rows.push_back(index.row());
-    toggleTicks(*model, rows, ResponsesModel::Tick);
+    toggleTicks(*ui->lsvResponses, ResponsesModel::Tick);
     return true;
 }
 
 /// Keeps the chosen customer if it still exists.
-void frmResponses::fillCustomers() {
-    guarded([this] {
+bool frmResponses::fillCustomers() {
+    return guarded([this] {
         std::vector<std::pair<QString, int>> customers{{u"All customers"_s, 0}};
         ado::Recordset records(u"select custid, custname from customer order by custname"_s, *cnnMain);
         for (; !records.Eof(); records.MoveNext())
@@ -138,16 +139,33 @@ void frmResponses::fillCustomers() {
     });
 }
 
-void frmResponses::fillRows() {
+bool frmResponses::fillRows() {
     const Busy busy(*this);
-    found.clear();
-    guarded([this] {
+    const ResponseFilter wanted{.custid = ui->cmbCustomer->currentData().toInt(),
+                                .from = ui->dtFrom->Value(),
+                                .to = ui->dtTo->Value()};
+    bool hasTables = false;
+    const bool isRead = guarded([&] {
+        hasTables = hasDispatchTables();
         settings = readResponseSettings();
-        found = findResponses({.custid = ui->cmbCustomer->currentData().toInt(),
-                               .from = ui->dtFrom->Value(),
-                               .to = ui->dtTo->Value()});
+        found = findResponses(wanted);
     });
+    if (!isRead) {
+        chooseListed();
+        return false;
+    }
+    listed = wanted;
+    for (QPushButton* button : {ui->cmdHandedOver, ui->cmdDue, ui->cmdRemind, ui->cmdSettings})
+        button->setEnabled(hasTables);
     showRows();
+    return true;
+}
+
+void frmResponses::chooseListed() {
+    const QSignalBlocker customer(ui->cmbCustomer), from(ui->dtFrom), to(ui->dtTo);
+    ui->cmbCustomer->setListIndex(std::max(0, ui->cmbCustomer->findData(listed.custid)));
+    ui->dtFrom->setValue(listed.from);
+    ui->dtTo->setValue(listed.to);
 }
 
 void frmResponses::showRows() {
@@ -177,10 +195,11 @@ std::vector<Response> frmResponses::ticked() {
 }
 
 void frmResponses::cmdHandedOver_Click() {
-    const std::vector<Response> rows = ticked();
+    std::vector<Response> rows = ticked();
+    askAboutNoted(rows);
     if (rows.empty())
         return;
-    const std::optional<HandOverDates> dates = frmHandOver::ask(rows.size(), settings.days);
+    const std::optional<HandOverDates> dates = frmHandOver::ask(rows, settings.days);
     if (dates && writeHandOver(rows, *dates))
         fillRows();
 }
@@ -199,13 +218,14 @@ void frmResponses::cmdDue_Click() {
                       style::information, titleWithVersion);
     if (handedOver.empty())
         return;
-    const std::optional<HandOverDates> dates = frmHandOver::askDue(handedOver.size(), handedOver.front().due);
+    const std::optional<HandOverDates> dates = frmHandOver::askDue(handedOver, settings.days);
     if (dates && writeHandOver(handedOver, *dates))
         fillRows();
 }
 
 void frmResponses::cmdRemind_Click() {
-    fillRows(); // someone may have answered meanwhile
+    if (!fillRows()) // someone may have answered meanwhile
+        return;
     const std::vector<Response> rows = ticked();
     if (rows.empty())
         return;
@@ -218,9 +238,11 @@ void frmResponses::cmdRemind_Click() {
     const QString question = done.dispatchids.size() == 1
                                  ? u"Does the respondent count as reminded?"_s
                                  : u"Do the %1 respondents count as reminded?"_s.arg(done.dispatchids.size());
-    if (forms::msgBox(question, style::yesNo + style::information + style::secondButton, titleWithVersion) ==
-        forms::Answer::Yes) {
-        guarded([&] { addReminders(done.dispatchids, forms::today()); });
+    bool isCounted = false;
+    while (!isCounted && // after a failure the question comes again: the mails are out
+           forms::msgBox(question, style::yesNo + style::information + style::secondButton,
+                         titleWithVersion) == forms::Answer::Yes)
+        isCounted = guarded([&] { addReminders(done.dispatchids, forms::today()); });
+    if (isCounted)
         fillRows();
-    }
 }

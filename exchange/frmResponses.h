@@ -31,8 +31,11 @@ private:
     void setUpList();
     void setUpFilters();
     void connectEvents();
-    void fillCustomers();
-    void fillRows();
+    /// These return false after a failure, which is shown; what is shown, and its ticks, stay then.
+    bool fillCustomers();
+    bool fillRows();
+    /// Sets the filters to those of the rows that are shown.
+    void chooseListed();
     void showRows();
     /// The ticked rows; empty, after a message, without any.
     std::vector<Response> ticked();
@@ -43,5 +46,6 @@ private:
     std::unique_ptr<Ui::frmResponses> ui;
     ResponsesModel* model;
     std::vector<Response> found; ///< of all states
+    ResponseFilter listed;       ///< by which they were found
     ResponseSettings settings;
 };

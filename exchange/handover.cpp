@@ -57,21 +57,23 @@ public:
         return changed;
     }
 
-    void write(const Response& response, const HandOverDates& dates, const Settlement& settlement,
+    void write(const Response& read, const HandOverDates& dates, const Settlement& settlement,
                const QString& key) {
-        if (!go(response)) {
-            if (!dates.handedOver.isValid())
-                throw Refusal(response.name() +
-                              u" is no longer in the database as handed over. Nothing has been changed.");
-            records.AddNew();
-            records["custid"] = response.custid;
-            records["respondentid"] = response.respondentid;
-            records["surveyid"] = response.surveyid;
-        }
-        if (dates.handedOver.isValid() && !settlement.isLeft(key, handedOverField))
-            records["handedover"] = dates.handedOver;
-        if (!settlement.isLeft(key, dueField))
-            records["due"] = dates.due;
+        const bool isStored = go(read);
+        if (!isStored)
+            addRow(read, dates);
+        const auto set = [&](const char* column, const QString& field, const QDate& before,
+                             const QDate& mine) {
+            if ((mine != before || !isStored) && !settlement.isLeft(key, field))
+                records[column] = mine;
+        };
+        if (dates.handedOver.isValid())
+            set("handedover", handedOverField, read.handedOver, dates.handedOver);
+        set("due", dueField, read.due, dates.due);
+        const QDate handedOver = records["handedover"].Value().toDate();
+        if (records["due"].Value().toDate() < handedOver)
+            throw Refusal(read.name() + u" was handed over on " + ado::toText(handedOver) +
+                          u", after the due date. Nothing has been changed.");
         records.Update();
     }
 
@@ -81,6 +83,16 @@ private:
         if (place != places.end())
             records.setBookmark(place->second);
         return place != places.end();
+    }
+
+    void addRow(const Response& response, const HandOverDates& dates) {
+        if (!dates.handedOver.isValid())
+            throw Refusal(response.name() +
+                          u" is no longer in the database as handed over. Nothing has been changed.");
+        records.AddNew();
+        records["custid"] = response.custid;
+        records["respondentid"] = response.respondentid;
+        records["surveyid"] = response.surveyid;
     }
 
     ado::Recordset records;

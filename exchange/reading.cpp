@@ -5,6 +5,7 @@
 #include "core/base/failure.h"
 #include "core/base/gblGlobal.h"
 #include "core/base/shell.h"
+#include "exchange/fewlines.h"
 #include "exchange/openelsewhere.h"
 #include "platform/desktop/loginname.h"
 #include "platform/forms/clock.h"
@@ -89,16 +90,10 @@ ReadReport& ReadReport::instance() {
 }
 
 void nameAfterReading(const QStringList& bad, const QStringList& remarks) {
-    constexpr qsizetype mostNamed = 15;
     QStringList paragraphs;
     const auto name = [&](const QString& head, const QStringList& list) {
-        if (list.isEmpty())
-            return;
-        QStringList lines = list.first(qMin(list.size(), mostNamed));
-        lines.prepend(head);
-        if (list.size() > mostNamed)
-            lines << u"and %1 more"_s.arg(list.size() - mostNamed);
-        paragraphs << lines.join(u"\r\n"_s);
+        if (!list.isEmpty())
+            paragraphs << head + u"\r\n" + fewOf(list);
     };
     name(u"Not read to the end:"_s, bad);
     name(u"Read as it stands, but worth a look:"_s, remarks);

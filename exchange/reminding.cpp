@@ -28,11 +28,13 @@ FileNames registeredFiles(const std::vector<Response>& responses) {
 }
 
 /// Empty for a respondent who can be reminded.
-QString reasonAgainst(const Response& response, const QString& fileName) {
+QString reasonAgainst(const Response& response, const QString& fileName, const ResponseSettings& settings) {
     if (response.isAnswered())
         return u"has answered"_s;
     if (response.dispatchid == 0)
         return u"has not been handed a survey file"_s;
+    if (!response.due.isValid() && QString(settings.subject + settings.text).contains(u"{due}"))
+        return u"has no due date"_s;
     if (fileName.isEmpty())
         return u"the register has no survey file"_s;
     return toCheckFileExists(fileName) ? QString() : u"the file %1 is missing"_s.arg(fileName);
@@ -64,7 +66,7 @@ public:
         for (const Response& response : responses) {
             const auto name = names.find({response.respondentid, response.surveyDate});
             const QString fileName = name == names.end() ? QString() : name->second;
-            const QString reason = reasonAgainst(response, fileName);
+            const QString reason = reasonAgainst(response, fileName, settings);
             if (reason.isEmpty())
                 wanted.emplace_back(response, fileName);
             else

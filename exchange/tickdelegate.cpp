@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "exchange/tickdelegate.h"
 
+#include <QAbstractItemView>
+
 #include <algorithm>
 
 void TickDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
@@ -13,16 +15,18 @@ void TickDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInd
                                     (text.blue() + ground.blue()) / 2));
 }
 
-void toggleTicks(QAbstractItemModel& model, const std::vector<int>& rows, int column) {
-    std::vector<QModelIndex> boxes;
-    for (const int row : rows) {
-        const QModelIndex index = model.index(row, column);
-        if (model.flags(index) & Qt::ItemIsUserCheckable)
-            boxes.push_back(index);
+void toggleTicks(const QAbstractItemView& list, int column) {
+    QModelIndexList rows = list.selectionModel()->selectedRows(column);
+    if (rows.isEmpty())
+        rows << list.currentIndex().siblingAtColumn(column);
+    QList<QPersistentModelIndex> boxes; // a list that is sorted by its ticks moves the rows
+    for (const QModelIndex& index : rows) {
+        if (index.flags() & Qt::ItemIsUserCheckable)
+            boxes << index;
     }
-    const bool areAllTicked = std::all_of(boxes.begin(), boxes.end(), [](const QModelIndex& box) {
+    const bool areAllTicked = std::all_of(boxes.begin(), boxes.end(), [](const QPersistentModelIndex& box) {
         return box.data(Qt::CheckStateRole).toInt() == Qt::Checked;
     });
-    for (const QModelIndex& box : boxes)
-        model.setData(box, areAllTicked ? Qt::Unchecked : Qt::Checked, Qt::CheckStateRole);
+    for (const QPersistentModelIndex& box : boxes)
+        list.model()->setData(box, areAllTicked ? Qt::Unchecked : Qt::Checked, Qt::CheckStateRole);
 }

@@ -3,7 +3,7 @@
 
 #include <QStyledItemDelegate>
 
-#include <vector>
+class QAbstractItemView;
 
 /// Draws the boxes of a column of ticks with a frame that is seen in a dark window too.
 class TickDelegate : public QStyledItemDelegate {
@@ -16,6 +16,6 @@ protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
 };
 
-/// Ticks those of the rows that have a box in a column, or takes their ticks away when all of them are
-/// ticked.
-void toggleTicks(QAbstractItemModel& model, const std::vector<int>& rows, int column);
+/// For the space bar: ticks those of the chosen rows that have a box in a column, or takes their ticks away
+/// when all of them are ticked. Without a chosen row it is the current one.
+void toggleTicks(const QAbstractItemView& list, int column);

@@ -7,11 +7,11 @@
 #include "exchange/frmReading.h"
 #include "platform/forms/lists.h"
 #include "tests/support/checktest.h"
+#include "tests/support/listview.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QDropEvent>
-#include <QHeaderView>
 #include <QLabel>
 #include <QMimeData>
 #include <QPushButton>
@@ -62,16 +62,8 @@ protected:
         return rows;
     }
     static QString summary() { return control<QLabel>(form(), "lblSummary")->text(); }
-    static QPoint placeOf(int row, int column) {
-        return list().visualRect(list().model()->index(row, column)).center();
-    }
-    static void click(int row, int column = File) {
-        QTest::mouseClick(list().viewport(), Qt::LeftButton, {}, placeOf(row, column));
-    }
-    static void clickHead(int column) {
-        QHeaderView* head = list().header();
-        QTest::mouseClick(head->viewport(), Qt::LeftButton, {},
-                          {head->sectionViewportPosition(column) + 5, head->height() / 2});
+    static void click(int row, int column = File, Qt::KeyboardModifiers modifiers = {}) {
+        ::clickRow(list(), row, Qt::LeftButton, modifiers, column);
     }
     void add(const QStringList& paths) {
         picked = paths.join(u'\n');
@@ -106,9 +98,9 @@ TEST_F(CheckFormTest, filesAreTickedSortedAndJudgedAnew) {
     messages.expect(u"Tick one or more files to import"_s, style::information);
     press(form(), "cmdImportTicked");
 
-    clickHead(Date);
+    clickHead(list(), Date);
     EXPECT_EQ(cell(3, File), u"bob.xls"_s) << "April is after March";
-    clickHead(File);
+    clickHead(list(), File);
     click(0); // again.xls
     key(Qt::Key_Delete);
     EXPECT_EQ(shown(), (QStringList{u"x ann.xls ready"_s, bad, u"o bob.xls changes stored answers"_s}));
@@ -117,7 +109,9 @@ TEST_F(CheckFormTest, filesAreTickedSortedAndJudgedAnew) {
     EXPECT_EQ(summary(), u"3 files: 1 ready, 0 identical, 1 changing, 1 faulty. 2 ticked."_s);
     key(Qt::Key_Space);
     click(1, Tick); // has no box
-    click(2, Tick);
+    click(2);
+    click(2, File, Qt::ControlModifier);
+    key(Qt::Key_Space); // the row is current and not chosen
     EXPECT_EQ(shown(), (QStringList{u"o ann.xls ready"_s, bad, u"x bob.xls changes stored answers"_s}));
 }
 
@@ -154,15 +148,13 @@ TEST_F(CheckFormTest, aDoubleClickComparesTheAnswers) {
         frmCompareAnswers* dialog = frmCompareAnswers::loaded();
         if (!dialog || !dialog->isActiveWindow())
             return;
-        const auto* grid = control<QTableWidget>(*dialog, "grdAnswers");
-        for (int row = 0; row < grid->rowCount(); ++row)
-            compared << grid->item(row, 0)->text() + u'|' + grid->item(row, 1)->text() + u'|' +
-                            grid->item(row, 2)->text() + u'|' + grid->item(row, 3)->text();
+        compared = listed(*control<QTableWidget>(*dialog, "grdAnswers"));
         key(Qt::Key_Escape);
     });
     watch.start();
     click(0, Customer);
-    QTest::mouseDClick(list().viewport(), Qt::LeftButton, {}, placeOf(0, Customer));
+    QTest::mouseDClick(list().viewport(), Qt::LeftButton, {},
+                       list().visualRect(list().model()->index(0, Customer)).center());
     watch.stop();
     const QStringList expected{u"On time?|Score 8, Weightage 9|Score 7, Weightage 9|changed"_s,
                                u"What else?|-|Good\nWeightage 2|new"_s};

@@ -35,6 +35,7 @@ protected:
         addScore(ann, dropped, 1, today, 1, 1);
         addWords(ann, question[4], u"=A,\nbut"_s + QString(3000, u'ö'));
         addWords(bob, question[4], {});
+        addSurvey(brown, today.addDays(30));
         run(u"delete * from customer where custname='Gone'"_s);
         run(u"delete * from parameter where parametername='Dropped'"_s);
         frmExportAnswers::instance().Show();
@@ -67,6 +68,7 @@ const QString coras = u"\"Ärger, \"\"Brown\"\"\",Cora,,25/02/2024,Delivery,On t
 TEST_F(ExportAnswers, aRowForEachAnswerInOrder) {
     frmExportAnswers& form = frmExportAnswers::instance();
     auto* customers = control<forms::ListBox>(form, "lstCustomers");
+    EXPECT_EQ(control<forms::DTPicker>(form, "dtTo")->Value(), today.addDays(30)) << "the latest survey";
     const struct {
         const char* about;
         int entry; ///< in the list; -1: all

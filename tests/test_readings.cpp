@@ -240,6 +240,7 @@ TEST_F(ReadingsTest, aStoreThatCouldNotBeUpgradedIsReadWithoutARecord) {
     if (!cnnMain->IsFile())
         return; // a server's store is made with all tables
     run(u"drop table readingfile"_s);
+    toOpenConnection();
     read(u"ann.xls"_s, ann, 5);
     EXPECT_EQ(scores(), u"1:5"_s);
     messages.expectTitled(u"This database could not be updated to this version of the program: readings are "

@@ -23,8 +23,13 @@ TEST_F(ResponsesTest, remindsThoseWhoHaveNotAnswered) {
         "('ReminderText', '{respondent} {customer} {due} {company}')"_s);
     form();
     tickAll();
-    const auto remind = [&](const QString& last, const QString& asked, Answer answer) {
+    const auto remind = [&](const QString& last, const QString& asked, Answer answer, bool fails = false) {
         expectTitled(u"These have been left out:\r\nBob of Acme, 05/03/2024: has answered\r\n"_s + last);
+        if (fails) {
+            messages.expectTitled(asked, style::yesNo + style::information + style::secondButton,
+                                  Answer::Yes);
+            expectFault(Refused);
+        }
         messages.expectTitled(asked, style::yesNo + style::information + style::secondButton, answer);
         press(form(), "cmdRemind");
         EXPECT_EQ(messages.left(), 0);
@@ -47,6 +52,12 @@ TEST_F(ResponsesTest, remindsThoseWhoHaveNotAnswered) {
     remind(missing + u"\r\nDora {due} of Acme, 05/03/2024: The client was cancelled.",
            u"Does the respondent count as reminded?"_s, Answer::Yes);
     EXPECT_EQ(shown()[0].section(u'|', 6), u"2|05/03/2024"_s);
+
+    run(u"update dispatch set due=null where respondentid=%1"_s.arg(dora));
+    refuse(u"insert on reminder"_s);
+    EXPECT_EQ(remind(u"Dora {due} of Acme, 05/03/2024: has no due date\r\n"_s + missing,
+                     u"Does the respondent count as reminded?"_s, Answer::No, true),
+              both.first(1));
 }
 
 TEST_F(ResponsesTest, theStoresSettingsAreEditedAndKeptApartFromDefaults) {
@@ -89,6 +100,9 @@ TEST_F(ResponsesTest, theStoresSettingsAreEditedAndKeptApartFromDefaults) {
     ASSERT_EQ(changed.asked.size(), 1U);
     EXPECT_EQ(changed.asked[0].fields, std::vector<ChangedField>({{u"Target"_s, u"70"_s, u"80"_s, u"50"_s}}));
     EXPECT_EQ(foot(), u"asked 3, answered 0, 0 %, target 80 %"_s);
+    run(u"update programsetting set content='soon'"_s);
+    edit([&](auto& dialog) { EXPECT_EQ(control<QSpinBox>(dialog, "spnDays")->value(), 14); });
+    EXPECT_EQ(foot(), u"asked 3, answered 0, 0 %"_s);
 }
 
 } // namespace

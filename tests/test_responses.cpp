@@ -88,6 +88,7 @@ TEST_F(ResponsesTest, bothMailDoorsNoteTheFirstHandOver) {
     if (!cnnMain->IsFile())
         return;
     run(u"drop table dispatch"_s);
+    toOpenConnection();
     press(frmLogDetails::instance(), "cmdmail");
     EXPECT_EQ(mails.size(), 10);
     messages.expectCritical(
@@ -111,11 +112,18 @@ TEST_F(ResponsesTest, filtersAndHeadingsKeepTheTicks) {
         control<forms::ComboBox>(form(), name)->setFocus();
         key(entry > 0 ? Qt::Key_End : Qt::Key_Home);
     };
-    click(1, Tick);
-    clickHead(Date);
-    EXPECT_EQ(shown(), QStringList({coras, anns, bobs}));
-    clickHead(Due);
-    clickHead(Due);
+    list().setFocus();
+    key(Qt::Key_Space); // the first row is current and not chosen
+    whileLocked([&] { pick("cmbCustomer", 1); });
+    EXPECT_EQ(shown(), QStringList({anns, bobs, coras}));
+    EXPECT_EQ(control<forms::ComboBox>(form(), "cmbCustomer")->ListIndex(), 0);
+    clickHead(list(), Tick);
+    clickHead(list(), Tick);
+    EXPECT_EQ(shown()[2], anns) << "ticked still";
+    clickHead(list(), Date);
+    EXPECT_EQ(shown(), QStringList({coras, bobs, anns}));
+    clickHead(list(), Due);
+    clickHead(list(), Due);
     EXPECT_EQ(shown()[0], bobs);
     pick("cmbCustomer", 1);
     EXPECT_EQ(shown(), QStringList(coras));
@@ -135,7 +143,7 @@ TEST_F(ResponsesTest, filtersAndHeadingsKeepTheTicks) {
 TEST_F(ResponsesTest, handsOverAndMovesDueDatesByHand) {
     form();
     tickAll();
-    enterDate("cmdHandedOver", "dtHandedOver", u"01032024"_s);
+    enterDate("cmdHandedOver", "dtHandedOver", {u"01032024"_s});
     const auto all = [&](const QString& due) {
         QStringList lines;
         for (const auto& [respondent, survey] : {std::pair(ann, 1), {bob, 1}, {cora, 2}})
@@ -143,36 +151,55 @@ TEST_F(ResponsesTest, handsOverAndMovesDueDatesByHand) {
         return lines;
     };
     EXPECT_EQ(dispatches(), all(u"15/03/2024"_s)) << "due 14 days later";
-    enterDate("cmdDue", "dtDue", u"04032024"_s);
+    const QString tooEarly = u": handed over on 01/03/2024"_s;
+    expectTitled(u"The due date is before the day of handing over of:\r\nAnn of Acme, 05/03/2024"_s +
+                 tooEarly + u"\r\nBob of Acme, 05/03/2024" + tooEarly + u"\r\nCora of Brown, 01/02/2024" +
+                 tooEarly);
+    enterDate("cmdDue", "dtDue", {u"29022024"_s, u"04032024"_s});
     EXPECT_EQ(dispatches(), all(u"04/03/2024"_s));
     EXPECT_EQ(shown()[2], u"Brown|Cora|01/02/2024|01/03/2024|04/03/2024|overdue||"_s);
 
     ChangedRows changed;
-    const auto meanwhile = [&](const QString& sql) {
-        inDialog<frmHandOver>("cmdDue", [&](frmHandOver& dialog) {
-            run(sql);
-            control<forms::DTPicker>(dialog, "dtDue")->setFocus();
-            type(u"20032024"_s);
-            press(dialog, "cmdOK");
-        });
-    };
     const QString moved = u"update dispatch set due='2024-03-31' where respondentid=%1"_s.arg(bob);
-    meanwhile(moved);
+    enterDate("cmdDue", "dtDue", {u"20032024"_s}, moved);
     ASSERT_EQ(changed.asked.size(), 1U);
     EXPECT_EQ(changed.asked[0].fields,
               std::vector<ChangedField>({{u"Due"_s, u"04/03/2024"_s, u"31/03/2024"_s, u"20/03/2024"_s}}));
     changed.answer = Keep::Stored;
     run(u"update dispatch set due='2024-03-04'"_s);
-    meanwhile(moved);
+    enterDate("cmdDue", "dtDue", {u"20032024"_s}, moved);
     EXPECT_EQ(rows(u"select due from dispatch order by respondentid"_s),
               QStringList({u"20/03/2024"_s, u"31/03/2024"_s, u"20/03/2024"_s}));
 
     const QStringList before = dispatches();
+    const QString replacing =
+        u"%1 of the 3 respondents %2 been handed a survey file already. Replace the dates "
+        "that are noted? No keeps them."_s;
+    const int ask = style::yesNo + style::information + style::secondButton;
+    messages.expectTitled(replacing.arg(u"3"_s, u"have"_s), ask, Answer::No);
+    press(form(), "cmdHandedOver");
+    messages.expectCritical(u"Bob of Acme, 05/03/2024 was handed over on 22/03/2024, after the due date. "
+                            "Nothing has been changed."_s);
+    enterDate("cmdDue", "dtDue", {u"21032024"_s},
+              u"update dispatch set handedover='2024-03-22' where respondentid=%1"_s.arg(bob));
     messages.expectCritical(
         u"The questionnaire of Bob of Acme, 05/03/2024 is no longer in the database. Nothing "
         "has been changed."_s);
-    meanwhile(u"delete * from respondent where respondentid=%1"_s.arg(bob));
-    EXPECT_EQ(dispatches(), before);
+    enterDate("cmdDue", "dtDue", {u"24032024"_s},
+              u"delete * from respondent where respondentid=%1"_s.arg(bob));
+    EXPECT_EQ(dispatches().replaceInStrings(u"22/03"_s, u"01/03"_s), before);
+
+    run(u"delete * from dispatch where respondentid=%1"_s.arg(ann));
+    control<forms::DTPicker>(form(), "dtFrom")->setValue({2024, 1, 1}); // reads the rows again
+    messages.expectTitled(replacing.arg(u"1"_s, u"has"_s).replace(u'3', u'2'), ask, Answer::No);
+    enterDate("cmdHandedOver", "dtHandedOver", {u"02032024"_s});
+    ::clickRow(list(), 0, Qt::LeftButton, {}, Tick);
+    enterDate("cmdHandedOver", "dtHandedOver", {u"03032024"_s},
+              u"update dispatch set due='2024-04-01' where respondentid=%1"_s.arg(cora));
+    EXPECT_EQ(dispatches(), QStringList({u"%1|1||02/03/2024|16/03/2024"_s.arg(ann),
+                                         u"%1|1||22/03/2024|31/03/2024"_s.arg(bob),
+                                         u"%1|2||03/03/2024|01/04/2024"_s.arg(cora)}))
+        << "another's change of what is not edited here stays";
 }
 
 } // namespace

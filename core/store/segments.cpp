@@ -2,6 +2,7 @@
 #include "core/store/segments.h"
 
 #include "core/store/store.h"
+#include "platform/ado/session.h"
 
 #include <algorithm>
 
@@ -44,7 +45,7 @@ QString SegmentRow::name() const {
 }
 
 bool hasSegmentTable() {
-    return cnnMain->Tables().contains(u"segment"_s);
+    return cnnMain->session()->isTable(u"segment"_s);
 }
 
 QStringList sortedOnce(QStringList texts) {

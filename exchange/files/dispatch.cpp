@@ -5,12 +5,13 @@
 #include "core/store/transaction.h"
 #include "exchange/files/filenames.h"
 #include "exchange/files/responsesettings.h"
+#include "platform/ado/session.h"
 
 using namespace Qt::StringLiterals;
 using Lock = ado::Recordset::Lock;
 
 bool hasDispatchTables() {
-    return cnnMain->Tables().contains(u"dispatch"_s);
+    return cnnMain->session()->isTable(u"dispatch"_s);
 }
 
 void noteHandOver(const SurveyContext& survey, const QString& fileName, const QDate& today) {

@@ -2,6 +2,7 @@
 #include "exchange/files/readingrecord.h"
 
 #include "core/store/store.h"
+#include "platform/ado/session.h"
 
 #include <algorithm>
 
@@ -9,7 +10,7 @@ using namespace Qt::StringLiterals;
 using Lock = ado::Recordset::Lock;
 
 bool hasReadingTables() {
-    return cnnMain->Tables().contains(u"readingfile"_s);
+    return cnnMain->session()->isTable(u"readingfile"_s);
 }
 
 void ReadingRecord::beginFile(const QString& title, const QString& registered,

@@ -22,6 +22,17 @@ QString ResponseSettings::defaultText() {
            "{company}"_s;
 }
 
+namespace {
+
+/// The default for what is no number, as an entry by hand can be.
+int numberOf(const QString& content, int least, int most, int standard) {
+    bool isNumber = false;
+    const int number = content.toInt(&isNumber);
+    return isNumber ? qBound(least, number, most) : standard;
+}
+
+} // namespace
+
 ResponseSettings readResponseSettings() {
     using namespace responsesetting;
     ResponseSettings settings;
@@ -35,10 +46,10 @@ ResponseSettings readResponseSettings() {
         const QString name = stored["name"].Text();
         const QString content = stored["content"].Text();
         if (name == days)
-            settings.days = qBound(1, content.toInt(), 365);
+            settings.days = numberOf(content, 1, 365, settings.days);
         else if (name == target)
-            settings.target = qBound(0, content.toInt(), 100);
-        else
+            settings.target = numberOf(content, 0, 100, settings.target);
+        else if (!content.trimmed().isEmpty())
             (name == subject ? settings.subject : settings.text) = content;
     }
     return settings;

@@ -4,6 +4,8 @@
 #include "platform/forms/listview.h"
 #include "tests/support/storetest.h"
 
+#include <QHeaderView>
+
 /// The rows of a list in report view or of a table, each as its texts joined by a bar.
 inline QStringList listed(const QAbstractItemView& list) {
     QStringList rows;
@@ -16,8 +18,14 @@ inline QStringList listed(const QAbstractItemView& list) {
     return rows;
 }
 
-inline void clickRow(const forms::ListView& list, int row, Qt::MouseButton button = Qt::LeftButton,
-                     Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-    const QPoint at = list.visualRect(list.model()->index(row, 0)).center();
+inline void clickRow(const QAbstractItemView& list, int row, Qt::MouseButton button = Qt::LeftButton,
+                     Qt::KeyboardModifiers modifiers = Qt::NoModifier, int column = 0) {
+    const QPoint at = list.visualRect(list.model()->index(row, column)).center();
     QTest::mouseClick(list.viewport(), button, modifiers, at);
+}
+
+inline void clickHead(const QTreeView& list, int column) {
+    const QHeaderView* head = list.header();
+    QTest::mouseClick(head->viewport(), Qt::LeftButton, {},
+                      {head->sectionViewportPosition(column) + 5, head->height() / 2});
 }

@@ -6,13 +6,11 @@
 #include "exchange/frmLogDetails.h"
 #include "exchange/frmResponseSettings.h"
 #include "exchange/frmResponses.h"
-#include "platform/forms/listview.h"
-#include "platform/forms/viewtable.h"
 #include "platform/mapi/client.h"
 #include "tests/support/changedrows.h"
+#include "tests/support/listview.h"
 #include "tests/support/surveytest.h"
 
-#include <QHeaderView>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QSpinBox>
@@ -41,25 +39,7 @@ protected:
     }
     static QTreeView& list() { return *control<QTreeView>(form(), "lsvResponses"); }
     /// The rows of the list in its order, their texts joined by a bar.
-    static QStringList shown() {
-        QStringList lines;
-        for (const QVariantList& row : forms::tableOf(list()).rows) {
-            QStringList texts;
-            for (const QVariant& cell : row.mid(1))
-                texts << cell.toString();
-            lines << texts.join(u'|');
-        }
-        return lines;
-    }
-    static void click(int row, int column) {
-        QTest::mouseClick(list().viewport(), Qt::LeftButton, {},
-                          list().visualRect(list().model()->index(row, column)).center());
-    }
-    static void clickHead(int column) {
-        QHeaderView* head = list().header();
-        QTest::mouseClick(head->viewport(), Qt::LeftButton, {},
-                          {head->sectionViewportPosition(column) + 5, head->height() / 2});
-    }
+    static QStringList shown() { return listed(list()).replaceInStrings(QRegularExpression(u"^\\|"_s), {}); }
     static void tickAll() {
         list().setFocus();
         shortcut(Qt::Key_A);
@@ -76,12 +56,17 @@ protected:
         press(form(), button);
         expectIdle();
     }
-    /// Enters a date in a dialog and presses Enter.
-    void enterDate(const char* button, const char* picker, const QString& date) {
+    /// Enters dates in a dialog, each with Enter, while someone else runs a statement.
+    void enterDate(const char* button, const char* picker, const QStringList& dates,
+                   const QString& meanwhile = {}) {
         inDialog<frmHandOver>(button, [=](frmHandOver& dialog) {
-            control<forms::DTPicker>(dialog, picker)->setFocus();
-            type(date);
-            key(Qt::Key_Return);
+            if (!meanwhile.isEmpty())
+                run(meanwhile);
+            for (const QString& date : dates) {
+                control<forms::DTPicker>(dialog, picker)->setFocus();
+                type(date);
+                key(Qt::Key_Return);
+            }
         });
     }
     void expectTitled(const QString& text) { messages.expectTitled(text, style::information); }
