@@ -26,11 +26,10 @@ TEST_F(ResponsesTest, remindsThoseWhoHaveNotAnswered) {
     const auto remind = [&](const QString& last, const QString& asked, Answer answer, bool fails = false) {
         expectTitled(u"These have been left out:\r\nBob of Acme, 05/03/2024: has answered\r\n"_s + last);
         if (fails) {
-            messages.expectTitled(asked, style::yesNo + style::information + style::secondButton,
-                                  Answer::Yes);
+            expectAsked(asked, Answer::Yes);
             expectFault(Refused);
         }
-        messages.expectTitled(asked, style::yesNo + style::information + style::secondButton, answer);
+        expectAsked(asked, answer);
         press(form(), "cmdRemind");
         EXPECT_EQ(messages.left(), 0);
         expectIdle();

@@ -175,8 +175,7 @@ TEST_F(ResponsesTest, handsOverAndMovesDueDatesByHand) {
     const QString replacing =
         u"%1 of the 3 respondents %2 been handed a survey file already. Replace the dates "
         "that are noted? No keeps them."_s;
-    const int ask = style::yesNo + style::information + style::secondButton;
-    messages.expectTitled(replacing.arg(u"3"_s, u"have"_s), ask, Answer::No);
+    expectAsked(replacing.arg(u"3"_s, u"have"_s), Answer::No);
     press(form(), "cmdHandedOver");
     messages.expectCritical(u"Bob of Acme, 05/03/2024 was handed over on 22/03/2024, after the due date. "
                             "Nothing has been changed."_s);
@@ -191,7 +190,7 @@ TEST_F(ResponsesTest, handsOverAndMovesDueDatesByHand) {
 
     run(u"delete * from dispatch where respondentid=%1"_s.arg(ann));
     control<forms::DTPicker>(form(), "dtFrom")->setValue({2024, 1, 1}); // reads the rows again
-    messages.expectTitled(replacing.arg(u"1"_s, u"has"_s).replace(u'3', u'2'), ask, Answer::No);
+    expectAsked(replacing.arg(u"1"_s, u"has"_s).replace(u'3', u'2'), Answer::No);
     enterDate("cmdHandedOver", "dtHandedOver", {u"02032024"_s});
     ::clickRow(list(), 0, Qt::LeftButton, {}, Tick);
     enterDate("cmdHandedOver", "dtHandedOver", {u"03032024"_s},

@@ -69,6 +69,9 @@ protected:
             }
         });
     }
+    void expectAsked(const QString& text, Answer answer) {
+        messages.expectTitled(text, style::yesNo + style::information + style::secondButton, answer);
+    }
     void expectTitled(const QString& text) { messages.expectTitled(text, style::information); }
     static QStringList dispatches() {
         return rows(
