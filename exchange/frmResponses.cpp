@@ -179,10 +179,12 @@ void frmResponses::showRows() {
         rows = found;
     ui->lblFoot->setText(responseSummary(rows, settings.target));
     const int row = ui->lsvResponses->currentIndex().row();
+    const auto key = model->keyAt(row);
     if (!model->put(std::move(rows), today))
         return;
-    const int last = model->rowCount() - 1;
-    const QModelIndex kept = model->index(std::min(row, last), ResponsesModel::Customer);
+    const int same = model->rowOf(key);
+    const int next = same < 0 ? std::min(row, model->rowCount() - 1) : same;
+    const QModelIndex kept = model->index(next, ResponsesModel::Customer);
     ui->lsvResponses->selectionModel()->setCurrentIndex(kept, QItemSelectionModel::NoUpdate);
     ui->lsvResponses->scrollTo(kept);
 }

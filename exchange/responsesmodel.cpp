@@ -52,6 +52,16 @@ std::vector<Response> ResponsesModel::ticked() const {
     return result;
 }
 
+std::pair<int, int> ResponsesModel::keyAt(int row) const {
+    return row < 0 || row >= rowCount() ? std::pair(0, 0) : keyOf(responses[std::size_t(row)]);
+}
+
+int ResponsesModel::rowOf(const std::pair<int, int>& key) const {
+    const auto found = std::find_if(responses.begin(), responses.end(),
+                                    [&](const Response& response) { return keyOf(response) == key; });
+    return found == responses.end() ? -1 : int(found - responses.begin());
+}
+
 int ResponsesModel::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : static_cast<int>(responses.size());
 }

@@ -22,6 +22,9 @@ public:
     /// they are the same rows again: nothing changes then, and the list is not scrolled back.
     bool put(std::vector<Response> shown, const QDate& day);
     std::vector<Response> ticked() const;
+    /// The survey and the respondent of a row, and the row of these; none is {0, 0} and -1.
+    std::pair<int, int> keyAt(int row) const;
+    int rowOf(const std::pair<int, int>& key) const;
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;

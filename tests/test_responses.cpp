@@ -128,6 +128,7 @@ TEST_F(ResponsesTest, filtersAndHeadingsKeepTheTicks) {
     pick("cmbCustomer", 1);
     EXPECT_EQ(shown(), QStringList(coras));
     pick("cmbCustomer", 0);
+    EXPECT_EQ(list().currentIndex().row(), shown().indexOf(coras)) << "not the one that is in its place";
     pick("cmbState", 1);
     EXPECT_EQ(shown(), QStringList(bobs));
     EXPECT_EQ(foot(), u"asked 1, answered 0, 0 %"_s);
