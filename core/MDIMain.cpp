@@ -13,6 +13,7 @@
 #include "improvement/frmImprovementPlan.h"
 #include "platform/desktop/opener.h"
 #include "platform/desktop/windowstate.h"
+#include "platform/forms/columnwidths.h"
 #include "platform/forms/form.h"
 #include "platform/forms/msgbox.h"
 #include "platform/forms/tablemenu.h"
@@ -102,6 +103,12 @@ MDIMain::MDIMain() : stsBar(new forms::StatusBar(this)), area(new QMdiArea(this)
     });
     forms::tableSavedHook = [](const QString& path) {
         ::showDone(QFileInfo(path).fileName() + u" written", path);
+    };
+    forms::rememberHook = [](const QString& key, const QString& text) {
+        desktop::rememberChoice(key.toLatin1().constData(), text);
+    };
+    forms::recallHook = [](const QString& key) {
+        return desktop::rememberedChoice(key.toLatin1().constData());
     };
     setCentralWidget(area);
     area->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);

@@ -5,9 +5,11 @@
 #include "platform/forms/lists.h"
 #include "platform/forms/listview.h"
 #include "reference/gridpaste.h"
+#include "tests/support/replaced.h"
 
 #include <QApplication>
 #include <QCalendarWidget>
+#include <QHeaderView>
 #include <QPushButton>
 #include <QTest>
 #include <QVBoxLayout>
@@ -75,6 +77,57 @@ TEST_F(Controls, aRightClickOnAReportListSelectsTheRow) {
     QTest::keyClick(list, Qt::Key_Space);
     EXPECT_EQ(list->SelectedRows(), std::vector<int>{1});
     EXPECT_EQ(emitted.last(), u"click"_s);
+}
+
+TEST_F(Controls, aClickOnAHeadingSortsAReportListAndRowsKeepTheirNumbers) {
+    auto* list = new forms::ListView;
+    list->setColumns({{u"Date"_s, 0.3}, {u"Marks"_s, 0.3}, {u"Name"_s, 0.4}});
+    list->setItems(
+        {{u"31/03/2026"_s, u"9"_s, u"b"_s}, {u"30/06/2025"_s, u"10"_s, u"A"_s}, {u""_s, u"-2.5"_s, u"c"_s}});
+    showWindow({list});
+    const auto names = [&] {
+        QString shown;
+        for (int place = 0; place < list->ListCount(); ++place)
+            shown += list->model()->index(place, 2).data().toString();
+        return shown;
+    };
+    const auto click = [&](int column) {
+        const int x = list->header()->sectionViewportPosition(column) + 10;
+        QTest::mouseClick(list->header()->viewport(), Qt::LeftButton, {}, {x, list->header()->height() / 2});
+    };
+    list->setSelected(1, true);
+    const std::pair<int, const char*> clicks[] = {{0, "Abc"}, {0, "bAc"}, {0, "bAc"}, {1, "cbA"}, {2, "Abc"}};
+    for (const auto& [column, expected] : clicks) {
+        click(column);
+        EXPECT_EQ(names(), QLatin1StringView(expected));
+        EXPECT_EQ(list->SelectedRows(), std::vector<int>{1});
+        EXPECT_EQ(list->Text(1, 2), u"A"_s);
+    }
+    list->setItems({{u""_s, u""_s, u"z"_s}, {u""_s, u""_s, u"y"_s}});
+    EXPECT_EQ(names(), u"yz"_s) << "new rows are sorted as well";
+    list->setCurrentRow(0);
+    EXPECT_EQ(list->currentIndex().row(), 1);
+    EXPECT_EQ(list->CurrentRow(), 0);
+}
+
+TEST_F(Controls, aDraggedColumnHasItsWidthAtTheNextOpening) {
+    QString kept;
+    const Replaced<forms::rememberHook> remembers(
+        [&](const QString& key, const QString& text) { kept = key + u'=' + text; });
+    const Replaced<forms::recallHook> recalls([&](const QString&) { return kept.section(u'=', 1); });
+    auto* list = new forms::ListView;
+    list->setObjectName(u"list"_s);
+    list->setColumns({{u"A"_s, 0.5}, {u"B"_s, 0.5}});
+    showWindow({list});
+    list->header()->setAttribute(Qt::WA_UnderMouse);
+    list->header()->resizeSection(0, list->viewport()->width() / 4);
+    EXPECT_EQ(kept.section(u'/', 1, 1), u"list"_s);
+    forms::ListView again;
+    again.setColumns({{u"A"_s, 0.5}, {u"B"_s, 0.5}});
+    again.resize(400, 100);
+    again.show();
+    EXPECT_NEAR(again.columnWidth(0), again.viewport()->width() / 4, 2);
+    EXPECT_NEAR(again.columnWidth(1), again.viewport()->width() / 2, 2);
 }
 
 TEST_F(Controls, datesAreTypedAsAWhole) {

@@ -63,7 +63,7 @@ MSHFlexGrid::MSHFlexGrid(QWidget* parent) : QTableView(parent), cells(new FlexGr
     // A column that the user drags wider keeps its new share.
     connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int section, int, int size) {
         if (!movingCursor && horizontalHeader()->underMouse() && width() > 0)
-            shares[section + cells->fixedColumns()] = double(size) / width();
+            rememberWidth(section + cells->fixedColumns(), double(size) / width());
     });
 }
 
@@ -132,8 +132,13 @@ int MSHFlexGrid::ColWidth(int column) const {
 }
 
 void MSHFlexGrid::setColWidth(int column, int twips) {
-    shares[column] = gridWidth() > 0 ? double(twips) / gridWidth() : 0;
+    shares[column] = widths.share(column, gridWidth() > 0 ? double(twips) / gridWidth() : 0);
     applyWidths();
+}
+
+void MSHFlexGrid::rememberWidth(int column, double share) {
+    shares[column] = share;
+    widths.remember(column, share);
 }
 
 void MSHFlexGrid::applyWidths() {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/forms/columnwidths.h"
 #include "platform/forms/flexgridmodel.h"
 #include "platform/forms/screen.h"
 
@@ -92,6 +93,7 @@ protected:
 
 private:
     void applyWidths();
+    void rememberWidth(int column, double share);
     void showCursor();
 
     FlexGridModel* cells;
@@ -103,6 +105,7 @@ private:
     bool movingCursor = false;
     bool marksRow = false;
     QHash<int, double> shares; ///< of the grid's width, by column
+    ColumnWidths widths{*this};
 };
 
 } // namespace forms

@@ -29,10 +29,13 @@ ListView::ListView(QWidget* parent) : QTreeView(parent), items(new ListViewModel
     header()->setStretchLastSection(false);
     header()->setSectionsMovable(false);
     header()->setMinimumSectionSize(20);
+    header()->setSortIndicator(-1, Qt::AscendingOrder);
+    header()->setSortIndicatorClearable(true);
+    setSortingEnabled(true);
     // A column that the user drags wider keeps its new share.
     connect(header(), &QHeaderView::sectionResized, this, [this](int column, int, int size) {
         if (!applyingWidths && header()->underMouse() && viewport()->width() > 0)
-            shares[static_cast<std::size_t>(column)] = double(size) / viewport()->width();
+            rememberWidth(column, double(size) / viewport()->width());
     });
 }
 
@@ -41,12 +44,17 @@ void ListView::setColumns(const std::vector<Column>& columns) {
     shares.clear();
     for (const Column& column : columns) {
         heads << column.head;
-        shares.push_back(column.share);
+        shares.push_back(widths.share(int(shares.size()), column.share));
     }
     applyingWidths = true;
     items->setHeads(heads);
     applyingWidths = false;
     applyWidths();
+}
+
+void ListView::rememberWidth(int column, double share) {
+    shares[static_cast<std::size_t>(column)] = share;
+    widths.remember(column, share);
 }
 
 void ListView::setItems(std::vector<QStringList> rows) {
@@ -71,18 +79,22 @@ QString ListView::Text(int row, int column) const {
 std::vector<int> ListView::SelectedRows() const {
     std::vector<int> rows;
     for (const QModelIndex& index : selectionModel()->selectedRows())
-        rows.push_back(index.row());
+        rows.push_back(items->rowAt(index.row()));
     std::sort(rows.begin(), rows.end());
     return rows;
 }
 
 bool ListView::Selected(int row) const {
-    return selectionModel()->isSelected(items->index(row, 0));
+    return selectionModel()->isSelected(items->indexOfRow(row));
 }
 
 void ListView::setSelected(int row, bool chosen) {
     const auto command = chosen ? QItemSelectionModel::Select : QItemSelectionModel::Deselect;
-    selectionModel()->select(items->index(row, 0), command | QItemSelectionModel::Rows);
+    selectionModel()->select(items->indexOfRow(row), command | QItemSelectionModel::Rows);
+}
+
+int ListView::CurrentRow() const {
+    return items->rowAt(currentIndex().row());
 }
 
 bool ListView::hasMenu() const {
@@ -90,7 +102,7 @@ bool ListView::hasMenu() const {
 }
 
 void ListView::setCurrentRow(int row) {
-    selectionModel()->setCurrentIndex(items->index(row, 0), QItemSelectionModel::NoUpdate);
+    selectionModel()->setCurrentIndex(items->indexOfRow(row), QItemSelectionModel::NoUpdate);
 }
 
 void ListView::mousePressEvent(QMouseEvent* event) {

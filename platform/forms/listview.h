@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/forms/columnwidths.h"
+
 #include <QStringList>
 #include <QTreeView>
 
@@ -11,9 +13,10 @@ namespace forms {
 class ListViewModel;
 
 /// A list of items in report view: each item is a row of texts, the item's own text in column 0 and its
-/// sub-items in the columns after it. The texts are read-only. Rows and columns count from 0. The cost of
-/// filling does not depend on the number of rows. Several rows can be chosen (as in a list box of extended
-/// selection) unless the form sets SingleSelection.
+/// sub-items in the columns after it. The texts are read-only. Rows and columns count from 0. The user sorts
+/// the list by a click on a heading, a third one restores its order; rows keep their numbers. The cost of
+/// filling does not depend on the number of rows, unless they are sorted. Several rows can be chosen (as in a
+/// list box of extended selection) unless the form sets SingleSelection.
 class ListView : public QTreeView {
     Q_OBJECT
 
@@ -38,12 +41,12 @@ public:
     /// Empty outside the list.
     QString Text(int row, int column = 0) const;
 
-    /// The chosen rows in the order of the list.
+    /// The chosen rows in ascending order.
     std::vector<int> SelectedRows() const;
     bool Selected(int row) const;
     void setSelected(int row, bool chosen);
     /// The row under the keyboard's cursor, chosen or not; -1 for none.
-    int CurrentRow() const { return currentIndex().row(); }
+    int CurrentRow() const;
     /// Whether a right click is answered already.
     bool hasMenu() const;
     /// Moves the cursor and chooses nothing.
@@ -72,9 +75,11 @@ protected:
 
 private:
     void applyWidths();
+    void rememberWidth(int column, double share);
 
     ListViewModel* items;
     std::vector<double> shares; ///< by column
+    ColumnWidths widths{*this};
     bool applyingWidths = false;
     bool pressedOnRow = false;
     std::vector<int> chosenAtPress;
