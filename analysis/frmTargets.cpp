@@ -11,6 +11,8 @@
 #include <QApplication>
 #include <QHeaderView>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 namespace style = forms::style;
 
@@ -52,22 +54,35 @@ void frmTargets::onLoad() {
         if (!hasTargetTable())
             throw Refusal(u"This database could not be updated to this version of the program: it takes no "
                           "targets. See the help, topic Targets."_s);
-        const auto addChoice = [this](const QString& name, const QVariant& key) {
-            ui->cmbCustomer->AddItem(name);
-            ui->cmbCustomer->setItemData(ui->cmbCustomer->ListCount() - 1, key);
-        };
-        addChoice(u"All customers"_s, allCustomers);
-        ado::Recordset customers(u"select * from customer"_s, *cnnMain);
-        for (; !customers.Eof(); customers.MoveNext())
-            addChoice(customers["custname"].Text(), customers["custid"].Value());
-        ui->cmbCustomer->setListIndex(0);
     });
 }
 
-/// Another form may have added parameters.
+/// Another form may have added customers and parameters.
 void frmTargets::onActivate() {
-    if (!isTyping() && !isChanged())
-        fill();
+    const bool isKept = isTyping() || isChanged();
+    if (fillCustomers(isKept) && !isKept && ui->cmbCustomer->ListCount() > 0) {
+        fill(ui->cmbCustomer->currentData().toInt());
+        showCustomer();
+    }
+}
+
+bool frmTargets::fillCustomers(bool isKept) {
+    return guarded([&] {
+        if (!hasTargetTable())
+            return;
+        std::vector<std::pair<QString, int>> customers{{u"All customers"_s, allCustomers}};
+        ado::Recordset stored(u"select * from customer"_s, *cnnMain);
+        for (; !stored.Eof(); stored.MoveNext())
+            customers.emplace_back(stored["custname"].Text(), stored["custid"].Value().toInt());
+        const QSignalBlocker quiet(ui->cmbCustomer);
+        if (isKept && std::none_of(customers.begin(), customers.end(),
+                                   [this](const auto& customer) { return customer.second == custid; }))
+            customers.emplace_back(ui->cmbCustomer->Text(), custid);
+        ui->cmbCustomer->Clear();
+        for (const auto& [name, key] : customers)
+            ui->cmbCustomer->addItem(name, key);
+        ui->cmbCustomer->setListIndex(qMax(0, ui->cmbCustomer->findData(custid)));
+    });
 }
 
 /// While a target is typed, Esc takes it back and Enter ends it.
@@ -90,32 +105,30 @@ void frmTargets::endTyping() {
 }
 
 void frmTargets::cmbCustomer_Click() {
-    const int index = ui->cmbCustomer->ListIndex();
-    if (index == shownIndex)
-        return;
-    if (!mayLose()) {
-        ui->cmbCustomer->setListIndex(shownIndex);
-        return;
-    }
-    shownIndex = index;
-    custid = ui->cmbCustomer->itemData(index).toInt();
-    fill();
+    const int wanted = ui->cmbCustomer->currentData().toInt();
+    if (wanted != custid && mayLose())
+        fill(wanted);
+    showCustomer();
 }
 
-void frmTargets::fill() {
-    if (shownIndex < 0)
-        return;
+void frmTargets::showCustomer() {
+    const QSignalBlocker quiet(ui->cmbCustomer);
+    ui->cmbCustomer->setListIndex(ui->cmbCustomer->findData(custid));
+}
+
+void frmTargets::fill(int wanted) {
     const Busy busy(*this);
-    guarded([this] {
+    guarded([this, wanted] {
         const int kept = ui->grdTargets->currentRow();
-        const std::map<int, double> own = readTargets(custid);
+        const std::map<int, double> own = readTargets(wanted);
         const std::map<int, double> forAll =
-            custid == allCustomers ? std::map<int, double>() : readTargets(allCustomers);
+            wanted == allCustomers ? std::map<int, double>() : readTargets(allCustomers);
         const auto in = [](const std::map<int, double>& targets, int paramid) {
             const auto found = targets.find(paramid);
             return found == targets.end() ? Target() : found->second;
         };
         ado::Recordset parameters(u"select * from parameter order by parametername, paramid"_s, *cnnMain);
+        custid = wanted;
         rows.clear();
         ui->grdTargets->setRowCount(0);
         ui->grdTargets->setColumnHidden(ForAllColumn, custid == allCustomers);
@@ -188,5 +201,5 @@ void frmTargets::cmdSave_Click() {
     if (!guarded([&] { findChangedTargets(custid, *changed, settlement); }) || !settlement.ask())
         return;
     if (guarded([&] { saveTargets(custid, *changed, settlement); }))
-        fill();
+        fill(custid);
 }

@@ -28,7 +28,12 @@ private:
 
     void cmbCustomer_Click();
     void cmdSave_Click();
-    void fill();
+    /// Reads the list anew. Of a customer that is gone, what has been typed is kept on demand.
+    bool fillCustomers(bool isKept);
+    /// Shows the targets of a customer; after an error, which is shown, those on show stay.
+    void fill(int wanted);
+    /// Chooses the customer on show in the list; nothing when it is gone.
+    void showCustomer();
     void addRow(const TargetChange& target, const Target& forAll);
     bool isTyping() const;
     /// Takes what is being typed into the grid.
@@ -40,7 +45,6 @@ private:
     bool mayLose();
 
     std::vector<TargetChange> rows; ///< as they were read
-    int shownIndex = -1;            ///< of the customer in the list
     int custid = allCustomers;      ///< of the targets on show
     std::unique_ptr<Ui::frmTargets> ui;
 };

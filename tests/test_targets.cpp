@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/frmTargets.h"
 #include "platform/forms/lists.h"
+#include "reference/frmCustomer.h"
 #include "tests/support/storetest.h"
 
 #include <QTableWidget>
@@ -101,6 +102,26 @@ TEST_F(TargetsTest, changesAreNotLostUnasked) {
     press(form(), "cmdClose");
     EXPECT_EQ(frmTargets::loaded(), nullptr);
     EXPECT_EQ(stored().size(), 3);
+}
+
+TEST_F(TargetsTest, theListHasTheCustomersAndTheOneOnShow) {
+    runRaw(u"alter table target rename to elsewhere"_s);
+    expectFault(NoTable);
+    customers().setListIndex(1);
+    runRaw(u"alter table elsewhere rename to target"_s);
+    EXPECT_EQ(customers().Text() + shown()[0], u"All customers7.35"_s) << "the choice without its targets";
+    customers().setListIndex(1);
+    enter(2, u"4"_s);
+    const auto activate = [](const QString& change) -> QString {
+        frmCustomer::instance().Show();
+        run(change);
+        form().Show();
+        return customers().Text() + u'|' + shown().last() + u'|' + QString::number(customers().ListCount());
+    };
+    EXPECT_EQ(activate(u"insert into customer (custname) values ('Clark')"_s), u"Acme|4|4"_s);
+    EXPECT_EQ(activate(u"delete * from customer where custid=1"_s), u"Acme|4|4"_s);
+    enter(2, {});
+    EXPECT_EQ(activate(u"delete * from customer where custid=2"_s), u"All customers||2"_s);
 }
 
 TEST_F(TargetsTest, aFileThatCouldNotBeUpgradedHasNone) {
