@@ -102,33 +102,32 @@ bool frmSegments::onKeyDown(int key) {
     return true;
 }
 
-void frmSegments::showKind(const QString& wanted) {
+/// Without a kind yet, the first in use is shown.
+bool frmSegments::showKind(const QString& wanted) {
     const Busy busy(*this);
-    guarded([&] {
+    const bool isShown = guarded([&] {
         if (!hasSegmentTable())
             return;
-        fillKinds(wanted);
-        rows->put(ui->cboKind->currentText(), readSegmentRows(ui->cboKind->currentText()));
+        const QStringList used = readSegmentKinds();
+        const QString shown = !wanted.isEmpty() ? wanted : used.value(0, u"Region"_s);
+        rows->put(shown, readSegmentRows(shown));
+        fillKinds(used, shown);
     });
     showChanges();
+    return isShown;
 }
 
-/// Without a kind yet, the first in use is shown.
-void frmSegments::fillKinds(const QString& wanted) {
-    const QStringList used = readSegmentKinds();
-    const QString shown = !wanted.isEmpty() ? wanted : used.value(0, u"Region"_s);
+void frmSegments::fillKinds(const QStringList& used, const QString& shown) {
     QStringList kinds = used + edits.kinds() + QStringList{u"Region"_s, u"Branch"_s, u"Role"_s};
     fill(*ui->cboKind, sortedOnce(kinds << shown), shown);
 }
 
-void frmSegments::takeKind() {
+bool frmSegments::takeKind() {
     const QString typed = nameOf(*ui->cboKind);
     const int known = ui->cboKind->findText(typed, Qt::MatchFixedString);
     const QString chosen = known >= 0 ? ui->cboKind->itemText(known) : typed;
-    if (chosen.isEmpty() || chosen == rows->kind())
-        ui->cboKind->setEditText(rows->kind());
-    else
-        showKind(chosen);
+    ui->cboKind->setEditText(rows->kind()); // before a message takes the focus and the box is taken again
+    return chosen.isEmpty() || chosen == rows->kind() || showKind(chosen);
 }
 
 void frmSegments::showChanges() {
@@ -151,7 +150,8 @@ QString frmSegments::typedGroup() const {
 }
 
 void frmSegments::cmdSet_Click() {
-    takeKind(); // a press of an access key leaves it in its box
+    if (!takeKind()) // a press of an access key leaves it in its box
+        return;
     if (chosenRows().empty()) {
         forms::msgBox(u"Choose customers or respondents first."_s, style::information, titleWithVersion);
         return;
@@ -161,13 +161,15 @@ void frmSegments::cmdSet_Click() {
 }
 
 void frmSegments::cmdTakeOut_Click() {
-    takeKind();
+    if (!takeKind())
+        return;
     rows->setGroup(chosenRows(), {});
     showChanges();
 }
 
 void frmSegments::cmdRename_Click() {
-    takeKind();
+    if (!takeKind())
+        return;
     const std::vector<int> chosen = chosenRows();
     const QString from = chosen.empty() ? QString() : rows->groupAt(chosen.front());
     if (from.isEmpty() || typedGroup().isEmpty()) {

@@ -33,10 +33,12 @@ private:
     void cmdTakeOut_Click();
     void cmdRename_Click();
     void cmdSave_Click();
-    /// Reads what is stored of a kind; changes that are not saved stay.
-    void showKind(const QString& wanted);
-    void takeKind();
-    void fillKinds(const QString& wanted);
+    /// Reads what is stored of a kind; changes that are not saved stay. After an error, which is shown, the
+    /// former kind stays.
+    bool showKind(const QString& wanted);
+    /// Shows the kind in its box; false when it cannot be read.
+    bool takeKind();
+    void fillKinds(const QStringList& used, const QString& shown);
     void showChanges();
     std::vector<int> chosenRows() const; ///< of the rows shown
     QString typedGroup() const;

@@ -50,12 +50,12 @@ QStringList SegmentEdits::kinds() const {
     return kinds;
 }
 
-/// The groups that someone else has changed too. Throws Refusal for rows that are gone.
-ChangedRow SegmentEdits::compare(OfKind& ofKind) {
-    std::map<std::pair<int, int>, QString> stored;
+/// Throws Refusal for rows that are gone.
+SegmentEdits::Compared SegmentEdits::compare(OfKind& ofKind) {
+    std::map<Place, QString> stored;
     for (const SegmentRow& row : readSegmentRows(ofKind.kind))
         stored[{row.custid, row.respondentid}] = row.group;
-    ChangedRow changed{u"Kind: "_s + ofKind.kind, {}};
+    Compared changed{{u"Kind: "_s + ofKind.kind, {}}, {}};
     QStringList gone;
     std::erase_if(ofKind.edits, [&](const auto& entry) {
         if (stored.contains(entry.first))
@@ -65,15 +65,20 @@ ChangedRow SegmentEdits::compare(OfKind& ofKind) {
     });
     if (!gone.isEmpty())
         refuse(gone);
-    for (const auto& [place, edit] : ofKind.edits)
-        addIfChanged(changed, {edit.read.name(), edit.read.group, stored.at(place), edit.group});
+    for (const auto& [place, edit] : ofKind.edits) {
+        const std::size_t before = changed.row.fields.size();
+        addIfChanged(changed.row, {edit.read.name(), edit.read.group, stored.at(place), edit.group});
+        if (changed.row.fields.size() > before)
+            changed.both.insert(place);
+    }
     return changed;
 }
 
-std::vector<SegmentChange> SegmentEdits::changesOf(const QString& key, const OfKind& ofKind) const {
+std::vector<SegmentChange> SegmentEdits::changesOf(const QString& key, const OfKind& ofKind,
+                                                   const std::set<Place>& both) const {
     std::vector<SegmentChange> changes;
     for (const auto& [place, edit] : ofKind.edits) {
-        if (!settlement.isLeft(key, edit.read.name()))
+        if (!both.contains(place) || !settlement.isLeft(key, edit.read.name()))
             changes.push_back({place.first, place.second, edit.group});
     }
     return changes;
@@ -82,13 +87,14 @@ std::vector<SegmentChange> SegmentEdits::changesOf(const QString& key, const OfK
 bool SegmentEdits::save() {
     settlement.clear();
     for (auto& [key, ofKind] : byKind)
-        settlement.note(key, compare(ofKind));
+        settlement.note(key, compare(ofKind).row);
     if (!settlement.ask())
         return false;
     Transaction transaction;
     for (auto& [key, ofKind] : byKind) {
-        settlement.require(key, compare(ofKind));
-        writeSegments(ofKind.kind, changesOf(key, ofKind));
+        const Compared compared = compare(ofKind);
+        settlement.require(key, compared.row);
+        writeSegments(ofKind.kind, changesOf(key, ofKind, compared.both));
     }
     transaction.Commit();
     byKind.clear();

@@ -4,6 +4,8 @@
 #include "core/base/changedrow.h"
 #include "core/store/segments.h"
 
+#include <set>
+
 /// What the user has changed in the groups of any kind and not saved.
 class SegmentEdits {
 public:
@@ -25,14 +27,21 @@ private:
         SegmentRow read; ///< as it was before the change
         QString group;
     };
+    using Place = std::pair<int, int>; ///< customer and respondent
     struct OfKind {
         QString kind;
-        std::map<std::pair<int, int>, Edit> edits; ///< by customer and respondent
+        std::map<Place, Edit> edits;
+    };
+    /// The groups that someone else has changed too, and whose they are: two rows may have the same name.
+    struct Compared {
+        ChangedRow row;
+        std::set<Place> both;
     };
 
     const Edit* find(const QString& kind, const SegmentRow& row) const;
-    static ChangedRow compare(OfKind& ofKind);
-    std::vector<SegmentChange> changesOf(const QString& key, const OfKind& ofKind) const;
+    static Compared compare(OfKind& ofKind);
+    std::vector<SegmentChange> changesOf(const QString& key, const OfKind& ofKind,
+                                         const std::set<Place>& both) const;
 
     std::map<QString, OfKind> byKind; ///< by the kind without regard to case
     Settlement settlement;

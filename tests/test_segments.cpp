@@ -192,6 +192,7 @@ TEST_F(SegmentsTest, groupsAreGivenByKeysAndSaved) {
 }
 
 TEST_F(SegmentsTest, onlyMyChangesAreWritten) {
+    addRespondent(brown, u"Cora"_s);
     ChangedRows changed;
     form().Show();
     give({0, 3}, u"Mine"_s);
@@ -206,14 +207,26 @@ TEST_F(SegmentsTest, onlyMyChangesAreWritten) {
     press(form(), "cmdSave");
     EXPECT_EQ(groups(), (QStringList{u"Region Acme: Mine"_s, u"Region Bob of Acme: Theirs"_s,
                                      u"Region Brown: Theirs"_s}));
+    runRaw(u"alter table respondent rename to elsewhere"_s);
+    list()->selectAll();
+    typeInto("cboKind", u"Size"_s);
+    expectFault(NoTable);
+    key(Qt::Key_E, Qt::AltModifier); // is not done to the former kind
+    runRaw(u"alter table elsewhere rename to respondent"_s);
+    EXPECT_EQ(control<QComboBox>(form(), "cboKind")->currentText(), u"Region"_s);
+    EXPECT_EQ(control<QLabel>(form(), "lblSummary")->text(), u"2 customers and 4 respondents"_s);
+    give({4, 5}, u"Twins"_s);
+    put(brown, cora, u"Theirs"_s);
+    press(form(), "cmdSave");
+    EXPECT_EQ(text(4) + text(5), u"Brown|Cora|TheirsBrown|Cora|Twins"_s) << "two of one name";
     give({1, 4}, u"New"_s);
     run(u"delete * from customer where custname='Acme'"_s);
     messages.expectCritical(
         u"No longer in the database: Ann of Acme. Nothing has been saved; save again for the others."_s);
     press(form(), "cmdSave");
-    EXPECT_EQ(groups(), QStringList{u"Region Brown: Theirs"_s});
+    EXPECT_EQ(groups()[1], u"Region Cora of Brown: Theirs"_s);
     press(form(), "cmdSave");
-    EXPECT_EQ(groups().last(), u"Region Cora of Brown: New"_s);
+    EXPECT_EQ(groups()[1], u"Region Cora of Brown: New"_s);
 }
 
 TEST_F(SegmentsTest, groupsAreComparedInLinesAndPoints) {
@@ -239,8 +252,12 @@ TEST_F(SegmentsTest, groupsAreComparedInLinesAndPoints) {
     EXPECT_FALSE(drawn->GetData(1, 2));
     QTest::mouseClick(drawn, Qt::LeftButton, {}, drawn->PointPosition(2, 2));
     EXPECT_EQ(figures->SelectedRows(), std::vector<int>{1});
+    SegmentsTest::form().Show();
+    put(acme, bob, u"South"_s);
+    form.Show();
+    EXPECT_FALSE(drawn->isVisible()) << "other members of the same groups";
+    put(acme, bob, {});
     control<forms::ComboBox>(form, "cboView")->setListIndex(1);
-    EXPECT_FALSE(drawn->isVisible());
     addStored(ann, march, {0});
     addStored(bob, march, {0, 1});
     key(Qt::Key_B, Qt::AltModifier);
