@@ -152,7 +152,8 @@ void frmPerformanceMatrix::chkBasis() {
 
 void frmPerformanceMatrix::toShowBasis() {
     basis.clear(*ui->mschart);
-    if (ui->chkBasis->isChecked() && ui->mschart->isVisible())
+    ui->lsvBasis->Clear();
+    if (ui->chkBasis->isChecked() && ui->mschart->isVisible() && isDrawn)
         guarded([this] {
             basis.show(*ui->mschart, *ui->mschartHidden, *ui->lsvBasis, customer(),
                        toDate(ui->lstSurveyDates->Text()));
@@ -164,7 +165,8 @@ void frmPerformanceMatrix::toShowAids() {
     ui->lsvGaps->Clear();
     if (!ui->mschart->isVisible() || !isDrawn)
         return;
-    expand();
+    if (ui->lsvGaps->isHidden() == ui->aids->choice().hasGaps)
+        expand();
     const bool isShown = guarded([this] {
         requireFilledOn(filledOn);
         QStringList dates;
@@ -384,7 +386,7 @@ void frmPerformanceMatrix::cmdPrint() {
         if (ui->cmdCustomerName->ListCount() > 0)
             busy.say(u"Generating Report...."_s);
         savePictureForReport(*ui->mschart, u"perform.bmp"_s, printedSize);
-        const bool hasGaps = ui->aids->choice().hasGaps;
+        const bool hasGaps = ui->lsvGaps->ListCount() > 0;
         if (hasGaps)
             aids.fillReport();
         startReport(Shell::current()->report(), hasGaps ? u"matrixgaps.rpt"_s : u"scatter.rpt"_s,

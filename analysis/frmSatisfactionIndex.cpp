@@ -208,6 +208,7 @@ void frmSatisfactionIndex::chkBasis() {
 
 void frmSatisfactionIndex::toShowBasis() {
     basis.clear();
+    ui->lsvBasis->Clear();
     if (ui->chkBasis->isChecked())
         guarded(
             [this] { basis.show(*ui->mschart, *ui->lsvBasis, readPointBases(customer(), groups), points); });

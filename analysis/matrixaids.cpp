@@ -62,6 +62,7 @@ void MatrixAids::show(chart::MSChart& drawn, chart::MSChart& figures, const AidC
 }
 
 void MatrixAids::clear(chart::MSChart& drawn) {
+    choice = {};
     points.clear();
     drawn.setTitle({});
     drawn.setCrossHair(std::nullopt);

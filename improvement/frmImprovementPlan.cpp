@@ -98,6 +98,7 @@ void frmImprovementPlan::toStartAction(const ActionDraft& draft) {
     if (!toFilllstCustomername()) // the customer may be newer than the list
         return;
     showNoAction();
+    ui->lsvDtls->Clear();
     guarded([&] {
         const QDate free = firstDayWithoutAction(requireCustomers({draft.customer}).front());
         ui->lstCusName->setSelected(customerRow(draft.customer), true);

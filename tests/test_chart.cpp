@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/chart/mschart.h"
 
+#include <QApplication>
+#include <QContextMenuEvent>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -76,11 +78,20 @@ TEST_F(ChartTest, keysSelectPoints) {
     press({Qt::Key_Right, Qt::Key_Right}); // across the gap, then stops at the end
     press({Qt::Key_Down});                 // past the empty series to the nearest row
     press({Qt::Key_Left, Qt::Key_Left});
-    EXPECT_EQ(picked, (Picked{{1, 2}, {1, 4}, {3, 3}, {3, 1}}));
+    Picked meant;
+    QObject::connect(&shown, &MSChart::MenuAboutToOpen, &shown,
+                     [&](int series, int row) { meant.emplace_back(series, row); });
+    for (const auto reason : {QContextMenuEvent::Mouse, QContextMenuEvent::Keyboard}) {
+        QContextMenuEvent menu(reason, {1, 1}, {}, {}); // beside all points
+        QApplication::sendEvent(&shown, &menu);
+    }
+    press({});
+    EXPECT_EQ(meant, (Picked{{0, 0}, {3, 1}}));
+    EXPECT_EQ(picked, (Picked{{1, 2}, {1, 4}, {3, 3}, {3, 1}, {3, 1}}));
     shown.tipText = [](int series, int) -> QString { throw Failure(QString::number(series)); };
     fill({{0, 0}});
     press({Qt::Key_Right, Qt::Key_Down, Qt::Key_Left});
-    EXPECT_EQ(picked.size(), 4u) << "no point, no move";
+    EXPECT_EQ(picked.size(), 5u) << "no point, no move";
 }
 
 /// Two columns per series, in any order of x; markers at the edge of the scale are drawn whole.

@@ -159,7 +159,10 @@ TEST_F(MatrixAidsTest, aidsAreDrawnAndRememberedAndGoAgain) {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
         EXPECT_EQ(QApplication::focusWidget()->objectName(), QLatin1StringView(next));
     }
+    form().setHeight(form().Height() + 900);
+    const int dragged = form().Height();
     EXPECT_TRUE(changes([&] { press(Qt::Key_N); }));
+    EXPECT_EQ(form().Height(), dragged);
     EXPECT_TRUE(changes([&] { press(Qt::Key_W); }));
     EXPECT_TRUE(changes([&] { choose("cmbCompared", 1); }));
     EXPECT_EQ(drawn->Title(), u"Arrows from 01/03/2024 to 01/09/2024"_s);
@@ -197,6 +200,29 @@ TEST_F(MatrixAidsTest, aidsAreDrawnAndRememberedAndGoAgain) {
     clickEntry(form(), "lstSurveyDates", 1); // which ends the comparison with it
     EXPECT_EQ(drawn->Picture().scaled(1, 1), plain.scaled(1, 1));
     EXPECT_EQ(drawn->Picture(), plain);
+}
+
+TEST_F(MatrixAidsTest, arrowsMoveWithTheirDotsAndAidsGoAfterAnError) {
+    rateTwoDates();
+    rate(addQuestion(addParameter(u"Twin"_s), u"Twin?"_s), 1, 5, 6);
+    rate(4, 2, 4, 8);
+    clickEntry(form(), "lstSurveyDates", 1);
+    QTest::keyClick(&form(), Qt::Key_N, Qt::AltModifier);
+    choose("cmbCompared", 1);
+    QStringList ends; // of the arrows: where the dots come from
+    for (const chart::PointArrow& arrow : drawn->SeriesItem(1).PointArrows)
+        ends << u"%1|%2 to %3|%4"_s.arg(arrow.other.x())
+                    .arg(arrow.other.y())
+                    .arg(*drawn->GetData(arrow.row, 1))
+                    .arg(*drawn->GetData(arrow.row, 2));
+    EXPECT_EQ(ends, (QStringList{u"3|8 to 7|9"_s, u"9|4 to 8|4"_s, u"6.1|4.9 to 8.1|3.9"_s}));
+
+    for (int more = 0; more < 9; ++more) // too many on one spot to be drawn
+        rate(addQuestion(addParameter(QString::number(more)), u"?"_s), 1, 5, 6);
+    clickEntry(form(), "lstSurveyDates", 1);
+    EXPECT_EQ(drawn->SeriesItem(1).PointLabels.size(), 4U);
+    clickEntry(form(), "lstSurveyDates", 0);
+    EXPECT_TRUE(drawn->SeriesItem(1).PointLabels.empty());
 }
 
 TEST_F(MatrixAidsTest, aDotBecomesAnActionOfTheFirstFreeDay) {
@@ -241,6 +267,7 @@ TEST_F(MatrixAidsTest, aDotBecomesAnActionOfTheFirstFreeDay) {
     messages.expectTitled(u"The customer Acme is no longer in the database. Nothing has been changed."_s,
                           forms::style::critical);
     start();
+    EXPECT_EQ(control<forms::ListView>(plan, "lsvDtls")->ListCount(), 0) << "of the former customer";
     expectIdle();
 }
 

@@ -333,9 +333,11 @@ bool MSChart::event(QEvent* event) {
     }
     if (event->type() == QEvent::ContextMenu) {
         const auto* menu = static_cast<QContextMenuEvent*>(event);
-        if (menu->reason() == QContextMenuEvent::Mouse)
-            moveTo(pointAt(menu->pos()));
-        Q_EMIT MenuAboutToOpen(current.series, current.row);
+        const bool isByMouse = menu->reason() == QContextMenuEvent::Mouse;
+        const Point meant = isByMouse ? pointAt(menu->pos()) : current;
+        if (meant)
+            moveTo(meant);
+        Q_EMIT MenuAboutToOpen(meant.series, meant.row);
     }
     return QWidget::event(event);
 }
