@@ -6,6 +6,7 @@
 #include "core/base/failure.h"
 #include "core/base/gblGlobal.h"
 #include "core/base/progress.h"
+#include "core/base/reports.h"
 #include "core/base/shell.h"
 #include "core/store/segments.h"
 #include "platform/chart/markerpicture.h"
@@ -16,6 +17,7 @@
 #include "ui_frmCompareGroups.h"
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 namespace style = forms::style;
@@ -110,6 +112,7 @@ void frmCompareGroups::connectEvents() {
             cmdView_Click();
     });
     connect(ui->cmdView, &QPushButton::clicked, this, &This::cmdView_Click);
+    connect(ui->cmdPrint, &QPushButton::clicked, this, &This::cmdPrint);
     connect(ui->cmdHelp, &QPushButton::clicked, this, [] { showHelpTopic(helpContext); });
     connect(ui->cmdClose, &QPushButton::clicked, this, [this] { Unload(); });
 }
@@ -151,13 +154,17 @@ void frmCompareGroups::fillKinds() {
 
 void frmCompareGroups::fillGroups() {
     guarded([this] {
+        const QString chosen = ui->cboKind->currentText();
+        std::map<int, QString> read = groupsOfRespondents(readSegmentRows(chosen));
         QStringList groups;
-        for (const auto& [respondentid, group] :
-             groupsOfRespondents(readSegmentRows(ui->cboKind->currentText())))
+        for (const auto& [respondentid, group] : read)
             groups << group;
-        if (refill(*ui->lstGroups, sortedOnce(groups)))
+        listedKind = chosen;
+        const bool hasOthers = std::exchange(members, std::move(read)) != members;
+        if (refill(*ui->lstGroups, sortedOnce(groups)) || hasOthers)
             setResultVisible(false);
     });
+    ui->cboKind->setCurrentIndex(ui->cboKind->findText(listedKind));
 }
 
 void frmCompareGroups::fillParameters() {
@@ -168,26 +175,29 @@ void frmCompareGroups::fillParameters() {
         names << stored["parametername"].Text();
         read.emplace_back(names.last(), stored["paramid"].Value().toInt());
     }
-    parameters = std::move(read);
-    if (refill(*ui->lstParameters, names))
+    const bool hasOthers = std::exchange(parameters, std::move(read)) != parameters;
+    if (refill(*ui->lstParameters, names) || hasOthers)
         setResultVisible(false);
 }
 
 void frmCompareGroups::cboView_Click() {
     for (QWidget* widget : {static_cast<QWidget*>(ui->lblPeriod), static_cast<QWidget*>(ui->cboPeriod)})
-        widget->setVisible(ui->cboView->ListIndex() == 0);
+        widget->setVisible(!isMatrix());
     setResultVisible(false);
 }
 
+bool frmCompareGroups::isMatrix() const {
+    return ui->cboView->ListIndex() == 1;
+}
+
 GroupChoice frmCompareGroups::choice() const {
-    const bool isMatrix = ui->cboView->ListIndex() == 1;
-    GroupChoice choice{.kind = ui->cboKind->currentText(),
+    GroupChoice choice{.kind = listedKind,
                        .groups = chosenTexts(*ui->lstGroups),
                        .paramids = {},
                        .first = ui->dtFrom->Value(),
                        .last = ui->dtTo->Value(),
-                       .period = isMatrix ? Period::Whole : Period(ui->cboPeriod->currentData().toInt()),
-                       .isPerParameter = isMatrix,
+                       .period = isMatrix() ? Period::Whole : Period(ui->cboPeriod->currentData().toInt()),
+                       .isPerParameter = isMatrix(),
                        .isWithAsked = ui->chkBasis->isChecked()};
     for (int i = 0; i < ui->lstParameters->ListCount(); ++i) {
         if (ui->lstParameters->Selected(i))
@@ -228,7 +238,7 @@ void frmCompareGroups::view() {
     std::map<int, QString> names;
     for (const auto& [name, paramid] : parameters)
         names[paramid] = name;
-    const auto view = ui->cboView->ListIndex() == 1 ? GroupChart::View::Matrix : GroupChart::View::Index;
+    const auto view = isMatrix() ? GroupChart::View::Matrix : GroupChart::View::Index;
     if (shown.show(*ui->mschart, *ui->lsvFigures, view, chosen, *points, names))
         setResultVisible(true);
     else
@@ -236,11 +246,29 @@ void frmCompareGroups::view() {
                       style::information, titleWithVersion);
 }
 
+void frmCompareGroups::cmdPrint() {
+    const Busy busy(*this, u"Generating Report...."_s);
+    if (!guarded([this] { shown.fillReport(); }))
+        return;
+    guardedWithNumber(u":"_s, [this] {
+        savePictureForReport(*ui->mschart, u"groups.bmp"_s, printedSize);
+        const QStringList chosen = chosenTexts(*ui->lstParameters);
+        const bool areAll = chosen.size() == ui->lstParameters->ListCount();
+        startReport(Shell::current()->report(), isMatrix() ? u"groupmatrix.rpt"_s : u"groupindex.rpt"_s,
+                    u"companyname"_s, u"Compare Groups Report"_s, {},
+                    {u"Kind='"_s + listedKind + u'\'',
+                     u"Dates='"_s + ado::toText(ui->dtFrom->Value()) + u" to " +
+                         ado::toText(ui->dtTo->Value()) + u'\'',
+                     u"Parameters='"_s + (areAll ? u"all"_s : chosen.join(u", "_s)) + u'\''});
+    });
+}
+
 void frmCompareGroups::setResultVisible(bool isVisible) {
     ui->lblHint->setVisible(!isVisible);
     ui->mschart->setVisible(isVisible);
     ui->lblFigures->setVisible(isVisible);
     ui->lsvFigures->setVisible(isVisible);
+    ui->cmdPrint->setVisible(isVisible);
     markGroups(isVisible);
 }
 

@@ -29,16 +29,21 @@ private:
     void connectEvents();
     void setUpPeriods();
     void cmdView_Click();
+    void cmdPrint();
     void cboView_Click();
     void fillKinds();
+    /// Lists the groups of the chosen kind; after an error, which is shown, the former kind stays.
     void fillGroups();
     void fillParameters();
+    bool isMatrix() const;
     GroupChoice choice() const;
     void view();
     void setResultVisible(bool isVisible);
     void markGroups(bool areDrawn);
 
     std::unique_ptr<Ui::frmCompareGroups> ui;
+    QString listedKind;                              ///< of the groups in the list
+    std::map<int, QString> members;                  ///< the groups of the respondents, as read for the list
     std::vector<std::pair<QString, int>> parameters; ///< names and paramids, as listed
     GroupChart shown;
 };

@@ -3,6 +3,8 @@
 
 #include "analysis/figures/performancematrix.h"
 #include "analysis/pointbasis.h"
+#include "core/store/store.h"
+#include "core/store/worktable.h"
 #include "platform/chart/mschart.h"
 #include "platform/forms/listview.h"
 
@@ -58,7 +60,7 @@ bool GroupChart::show(chart::MSChart& drawn, forms::ListView& list, View view, c
     figures.headings += choice.isWithAsked
                             ? QStringList{u"Respondents"_s, u"Asked"_s, u"Ratings"_s, u"Questions"_s}
                             : QStringList{u"Respondents"_s, u"Ratings"_s};
-    QStringList bases; // in words, for the list
+    bases.clear();
     const std::vector<QDate> periods = periodsOf(points);
     for (const GroupPoint& point : points) {
         const std::optional<Figures> values = isIndex ? indexOf(point) : meansOf(point);
@@ -76,8 +78,7 @@ bool GroupChart::show(chart::MSChart& drawn, forms::ListView& list, View view, c
         row += choice.isWithAsked
                    ? QVariantList{basis.respondents, basis.asked, basis.ratings, basis.questions}
                    : QVariantList{basis.respondents, basis.ratings};
-        if (choice.isWithAsked)
-            bases << basisText(basis);
+        bases << (choice.isWithAsked ? basisText(basis) : answersText(basis));
     }
     QStringList rowLabels;
     for (const QDate& begin : periods)
@@ -88,14 +89,14 @@ bool GroupChart::show(chart::MSChart& drawn, forms::ListView& list, View view, c
             rowLabels << parameters.at(paramid);
     }
     draw(drawn, isIndex, choice, rowLabels);
-    fill(list, bases);
+    fill(list, choice.isWithAsked);
     return !places.empty();
 }
 
-void GroupChart::fill(forms::ListView& list, const QStringList& bases) const {
+void GroupChart::fill(forms::ListView& list, bool isWithAsked) const {
     constexpr int numbersOfBasis = 4; // columns that the words stand for
     QStringList headings = figures.headings;
-    if (!bases.isEmpty())
+    if (isWithAsked)
         headings = headings.mid(0, headings.size() - numbersOfBasis) << u"Basis"_s;
     const std::map<QString, double> wide{// in narrow columns
                                          {u"Group"_s, 2},
@@ -118,11 +119,31 @@ void GroupChart::fill(forms::ListView& list, const QStringList& bases) const {
         QStringList shown;
         for (const QVariant& value : row)
             shown << shownText(value);
-        if (!bases.isEmpty())
+        if (isWithAsked)
             shown = shown.mid(0, shown.size() - numbersOfBasis) << bases[qsizetype(texts.size())];
         texts.push_back(shown);
     }
     list.setItems(std::move(texts));
+}
+
+void GroupChart::fillReport() const {
+    fillWorkTable([this] {
+        cnnMain->Execute(u"delete * from reporttable"_s);
+        ado::Recordset rows(u"select * from reporttable"_s, *cnnMain, ado::Recordset::Lock::BatchOptimistic);
+        for (std::size_t i = 0; i < places.size(); ++i) {
+            const QVariantList& figure = figures.rows[i];
+            const bool isIndex = places[i].values.size() == 1;
+            rows.AddNew();
+            rows["wt"] = int(i) + 1;
+            rows["responname"] = figure[0];
+            rows["Parameter"] = figure[1];
+            rows["tablename"] = shownText(figure[2]);
+            if (!isIndex)
+                rows["question"] = shownText(figure[3]);
+            rows["Type"] = bases[qsizetype(i)];
+            rows.Update();
+        }
+    });
 }
 
 void GroupChart::draw(chart::MSChart& drawn, bool isIndex, const GroupChoice& choice,

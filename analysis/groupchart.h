@@ -26,6 +26,10 @@ public:
     int listRow(int series, int row) const;
     /// The figures as numbers.
     const tables::Table& table() const { return figures; }
+    /// Rebuilds reporttable with the list, in order of wt: the group in responname, the period or parameter
+    /// in Parameter, the index or weightage in tablename, the score of a matrix in question and the basis in
+    /// Type. Throws Failure.
+    void fillReport() const;
 
 private:
     struct Place {
@@ -34,10 +38,11 @@ private:
         std::vector<double> values; ///< the index, or weightage and score
     };
 
-    void fill(forms::ListView& list, const QStringList& bases) const;
+    void fill(forms::ListView& list, bool isWithAsked) const;
     void draw(chart::MSChart& drawn, bool isIndex, const GroupChoice& choice, const QStringList& rowLabels);
     QString tipOf(int series, int row) const;
 
     std::vector<Place> places; ///< of each row of the list
     tables::Table figures;
+    QStringList bases; ///< in words, of each row
 };

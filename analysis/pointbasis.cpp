@@ -92,6 +92,10 @@ QString basisText(const Basis& basis) {
         QString::number(basis.ratings), plural(basis.questions, u"question"_s));
 }
 
+QString answersText(const Basis& basis) {
+    return plural(basis.respondents, u"respondent"_s) + u", "_s + plural(basis.ratings, u"rating"_s);
+}
+
 QString changeText(const PointBasis& earlier, const PointBasis& later, const Figure& figure) {
     std::vector<int> asked;
     std::set_intersection(earlier.asked.begin(), earlier.asked.end(), later.asked.begin(), later.asked.end(),

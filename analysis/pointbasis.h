@@ -40,5 +40,7 @@ Estimate estimateOf(const PointBasis& point, double value, const Figure& figure)
 
 /// "5 of 8 respondents, 23 of 40 questions rated".
 QString basisText(const Basis& basis);
+/// "5 respondents, 23 ratings", where it is not known who was asked.
+QString answersText(const Basis& basis);
 /// "+0.92, 4 respondents: more than chance".
 QString changeText(const PointBasis& earlier, const PointBasis& later, const Figure& figure);

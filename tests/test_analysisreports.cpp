@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "analysis/frmCompareGroups.h"
 #include "analysis/frmDateToDate.h"
 #include "analysis/frmDtoDActionPlan.h"
 #include "analysis/frmDtoDSatisfactionOverview.h"
@@ -7,6 +8,9 @@
 #include "platform/forms/dtpicker.h"
 #include "platform/forms/lists.h"
 #include "tests/support/reporttest.h"
+
+#include <QCheckBox>
+#include <QPushButton>
 
 using namespace Qt::StringLiterals;
 
@@ -111,6 +115,28 @@ TEST_F(AnalysisReportsTest, improvementPlan) {
     messages.expectBeginning(u"Error : 20500\r\n"_s + home() + u"/actionplan.rpt"_s);
     print(form, {});
     EXPECT_EQ(MDIMain::instance().crpReport.SelectionFormula, QString());
+}
+
+TEST_F(AnalysisReportsTest, compareGroups) {
+    addAcme();
+    run(u"insert into segment (custid, kind, name) values (1, 'Region', 'North')"_s);
+    frmCompareGroups& form = frmCompareGroups::instance();
+    form.Show();
+    control<forms::ListBox>(form, "lstParameters")->setSelected(1, false);
+    const auto printed = [&] {
+        press(form, "cmdView");
+        return print(form, u"Compare Groups Report"_s);
+    };
+    expectInOrder(printed(), {u"Larkmoor Ltd"_s, u"Region"_s, u"01/03/2024 to 31/12/2024"_s,
+                              u"Parameters Price"_s, u"North Q1 2024 7.25 2 respondents, 2 ratings"_s,
+                              u"Q3 2024 2.00 1 respondent, 1 rating"_s});
+    control<QCheckBox>(form, "chkBasis")->setChecked(true);
+    control<forms::ComboBox>(form, "cboView")->setListIndex(1);
+    expectInOrder(printed(), {u"Parameter Weightage Score"_s,
+                              u"North Price 2.60 5.00 2 of 2 respondents, 3 of 3 questions rated"_s});
+    form.Show();
+    control<forms::ListBox>(form, "lstGroups")->setSelected(0, false);
+    EXPECT_FALSE(control<QPushButton>(form, "cmdPrint")->isVisible());
 }
 
 TEST_F(AnalysisReportsTest, registerAndQuestionnaireShowTheirOwnRecordsInOrder) {

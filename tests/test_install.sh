@@ -9,7 +9,7 @@ install() { cmake --install "$build" --prefix "$home" >/dev/null; }
 fail() { echo "$1" >&2; exit 1; }
 
 install
-for file in gaugewell Tallywell.mdb "GWL HELP 2.1.HLP" gettingstarted.pps slides/index.png actionplan.rpt indextargets.rpt log.rpt matrixgaps.rpt rptrating.rpt \
+for file in gaugewell Tallywell.mdb "GWL HELP 2.1.HLP" gettingstarted.pps slides/index.png actionplan.rpt groupindex.rpt groupmatrix.rpt indextargets.rpt log.rpt matrixgaps.rpt rptrating.rpt \
   satisfaction.rpt satisfactionindex.rpt scatter.rpt surveyresponse.rpt template.xls; do
   [ -s "$home/$file" ] || fail "missing in a fresh home: $file"
 done

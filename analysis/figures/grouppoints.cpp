@@ -4,7 +4,7 @@
 #include "core/store/segments.h"
 #include "core/store/store.h"
 #include "core/store/textlookup.h"
-#include "platform/ado/session.h"
+#include "platform/ado/forwardrows.h"
 
 #include <algorithm>
 #include <map>
@@ -46,30 +46,23 @@ QString conditionOf(const GroupChoice& choice, const QString& date) {
            u"# and questions.Type<>0 and questions.paramid in (" + numbers(choice.paramids) + u')';
 }
 
-/// Row by row, since a recordset would keep them all.
-ado::Prepared rowsOf(const QString& sql) {
-    const std::shared_ptr<ado::Session>& session = cnnMain->session();
-    return session->prepare(ado::translate(sql, session->target()));
-}
-
 /// The order is that of the indexes, so that a file does not sort.
-ado::Prepared answersOf(const GroupChoice& choice) {
-    return rowsOf(u"select feedbackobjective.respondentid, questions.paramid, surveydate, weightage, score "
-                  "from customer "
-                  "cross join respondent on respondent.custid=customer.custid "
-                  "cross join feedbackobjective on feedbackobjective.respondentid=respondent.respondentid "
-                  "cross join questions on questions.questionid=feedbackobjective.questionid where "_s +
-                  conditionOf(choice, u"surveydate"_s) +
-                  u" order by customer.custid, respondent.respondentid, feedbackobjective.questionid, "
-                  "surveydate");
+QString answersOf(const GroupChoice& choice) {
+    return u"select feedbackobjective.respondentid, questions.paramid, surveydate, weightage, score "
+           "from customer "
+           "cross join respondent on respondent.custid=customer.custid "
+           "cross join feedbackobjective on feedbackobjective.respondentid=respondent.respondentid "
+           "cross join questions on questions.questionid=feedbackobjective.questionid where "_s +
+           conditionOf(choice, u"surveydate"_s) +
+           u" order by customer.custid, respondent.respondentid, feedbackobjective.questionid, surveydate";
 }
 
-ado::Prepared questionsAskedBy(const GroupChoice& choice) {
-    return rowsOf(u"select responquesindex.respondentid, questions.paramid, sdate from customer "
-                  "cross join survey on survey.custid=customer.custid "
-                  "cross join responquesindex on responquesindex.surveyid=survey.surveyid "
-                  "cross join questions on questions.questionid=responquesindex.questionid where "_s +
-                  conditionOf(choice, u"sdate"_s));
+QString questionsAskedBy(const GroupChoice& choice) {
+    return u"select responquesindex.respondentid, questions.paramid, sdate from customer "
+           "cross join survey on survey.custid=customer.custid "
+           "cross join responquesindex on responquesindex.surveyid=survey.surveyid "
+           "cross join questions on questions.questionid=responquesindex.questionid where "_s +
+           conditionOf(choice, u"sdate"_s);
 }
 
 std::optional<std::int16_t> ratingOf(const QVariant& value) {
@@ -166,6 +159,19 @@ private:
     bool isCancelled = false;
 };
 
+/// Hands over the rows of the groups' respondents; false when cancelled.
+template <class Take> bool readRows(const QString& sql, Reading& reading, const Take& take) {
+    ado::ForwardRows row(sql, *cnnMain);
+    while (row.next()) {
+        const int group = reading.groupOf(row.number(0));
+        if (reading.hasBeenCancelled())
+            return false;
+        if (group >= 0)
+            take(row, group);
+    }
+    return true;
+}
+
 } // namespace
 
 std::optional<std::vector<GroupPoint>> readGroupPoints(const GroupChoice& choice, const GroupStep& step) {
@@ -173,28 +179,14 @@ std::optional<std::vector<GroupPoint>> readGroupPoints(const GroupChoice& choice
         return std::vector<GroupPoint>();
     Points points(choice);
     Reading reading(choice, step);
-    const auto dateOf = [](const ado::Prepared& row) {
-        return row.column(2, ado::ColumnType::Date).toDate();
+    const bool isRead = readRows(answersOf(choice), reading, [&](const ado::ForwardRows& row, int group) {
+        points.add(group, row.number(0), row.number(1), row.date(2),
+                   {ratingOf(row.value(3)), ratingOf(row.value(4))});
+    });
+    const auto addAsked = [&](const ado::ForwardRows& row, int group) {
+        points.addAsked(group, row.number(0), row.number(1), row.date(2));
     };
-    ado::Prepared row = answersOf(choice);
-    while (row.step()) {
-        const int respondentid = row.column(0).toInt();
-        const int group = reading.groupOf(respondentid);
-        if (reading.hasBeenCancelled())
-            return std::nullopt;
-        if (group >= 0)
-            points.add(group, respondentid, row.column(1).toInt(), dateOf(row),
-                       {ratingOf(row.column(3)), ratingOf(row.column(4))});
-    }
-    if (choice.isWithAsked)
-        row = questionsAskedBy(choice);
-    while (choice.isWithAsked && row.step()) {
-        const int respondentid = row.column(0).toInt();
-        const int group = reading.groupOf(respondentid);
-        if (reading.hasBeenCancelled())
-            return std::nullopt;
-        if (group >= 0)
-            points.addAsked(group, respondentid, row.column(1).toInt(), dateOf(row));
-    }
+    if (!isRead || (choice.isWithAsked && !readRows(questionsAskedBy(choice), reading, addAsked)))
+        return std::nullopt;
     return points.take();
 }

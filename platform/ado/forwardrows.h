@@ -19,6 +19,8 @@ public:
     /// Moves to the next row, the first one to begin with; false at the end.
     bool next() { return source.step(); }
     bool isNull(int column) const { return !source.column(column).isValid(); }
+    /// As it is stored; invalid for Null.
+    QVariant value(int column) const { return source.column(column); }
     QString text(int column) const { return source.column(column, ColumnType::Text).toString(); }
     int number(int column) const { return source.column(column, ColumnType::Integer).toInt(); }
     QDate date(int column) const { return source.column(column, ColumnType::Date).toDate(); }
