@@ -211,18 +211,17 @@ TEST_F(MatrixAidsTest, arrowsMoveWithTheirDotsAndAidsGoAfterAnError) {
     choose("cmbCompared", 1);
     QStringList ends; // of the arrows: where the dots come from
     for (const chart::PointArrow& arrow : drawn->SeriesItem(1).PointArrows)
-        ends << u"%1|%2 to %3|%4"_s.arg(arrow.other.x())
-                    .arg(arrow.other.y())
-                    .arg(*drawn->GetData(arrow.row, 1))
-                    .arg(*drawn->GetData(arrow.row, 2));
-    EXPECT_EQ(ends, (QStringList{u"3|8 to 7|9"_s, u"9|4 to 8|4"_s, u"6.1|4.9 to 8.1|3.9"_s}));
+        ends << u"%1|%2 of %3"_s.arg(arrow.other.x()).arg(arrow.other.y()).arg(*drawn->GetData(arrow.row, 1));
+    EXPECT_EQ(ends, (QStringList{u"3|8 of 7"_s, u"9|4 of 8"_s, u"6.1|4.9 of 8.1"_s}));
+    QTest::keyClick(&form(), Qt::Key_B, Qt::AltModifier);
+    EXPECT_EQ(drawn->SeriesItem(1).HollowRows.size(), 4U);
 
     for (int more = 0; more < 9; ++more) // too many on one spot to be drawn
         rate(addQuestion(addParameter(QString::number(more)), u"?"_s), 1, 5, 6);
     clickEntry(form(), "lstSurveyDates", 1);
     EXPECT_EQ(drawn->SeriesItem(1).PointLabels.size(), 4U);
     clickEntry(form(), "lstSurveyDates", 0);
-    EXPECT_TRUE(drawn->SeriesItem(1).PointLabels.empty());
+    EXPECT_TRUE(drawn->SeriesItem(1).PointLabels.empty() && drawn->SeriesItem(1).HollowRows.empty());
 }
 
 TEST_F(MatrixAidsTest, aDotBecomesAnActionOfTheFirstFreeDay) {
