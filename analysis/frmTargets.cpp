@@ -200,6 +200,8 @@ void frmTargets::cmdSave_Click() {
     Settlement settlement;
     if (!guarded([&] { findChangedTargets(custid, *changed, settlement); }) || !settlement.ask())
         return;
-    if (guarded([&] { saveTargets(custid, *changed, settlement); }))
-        fill(custid);
+    if (!guarded([&] { saveTargets(custid, *changed, settlement); }))
+        return;
+    showDone(u"Targets saved"_s);
+    fill(custid);
 }

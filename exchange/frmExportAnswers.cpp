@@ -100,10 +100,11 @@ void frmExportAnswers::cmdExport_Click() {
                       style::information, titleWithVersion);
     else if (isDone && written < 0)
         ui->lblDone->setText(u"Cancelled. Nothing has been written."_s);
-    else if (isDone)
-        ui->lblDone->setText(u"%1 written to %2"_s.arg(
-            written == 1 ? u"1 answer"_s : QLocale::c().toString(written) + u" answers",
-            path.section(u'/', -1)));
+    if (!isDone || written <= 0)
+        return;
+    showDone(path.section(u'/', -1) + u" written", path);
+    ui->lblDone->setText(u"%1 written to %2"_s.arg(
+        written == 1 ? u"1 answer"_s : QLocale::c().toString(written) + u" answers", path.section(u'/', -1)));
 }
 
 int frmExportAnswers::exportTo(const QString& path) {

@@ -180,6 +180,7 @@ void frmReadingRuns::undo(int readingid) {
         for (const auto& [answer, state] : undoReading(readingid, forms::nowHook()).changed)
             changed.emplace(QString::number(answer.respondentid), answer.surveydate);
         Q_EMIT ReadReport::instance().answersStored(changed);
+        showDone(u"Reading undone"_s);
     });
     fillRuns();
 }

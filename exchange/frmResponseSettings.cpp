@@ -103,6 +103,8 @@ void frmResponseSettings::cmdOK_Click() {
     Settlement settlement;
     if (!guarded([&] { settlement.note(rowName, changedMeanwhile(asRead, mine)); }) || !settlement.ask())
         return;
-    if (guarded([&] { write(asRead, mine, settlement); }))
-        Unload();
+    if (!guarded([&] { write(asRead, mine, settlement); }))
+        return;
+    showDone(u"Settings saved"_s);
+    Unload();
 }

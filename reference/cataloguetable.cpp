@@ -337,4 +337,5 @@ void CatalogueTable::remove(const QString& deletion) {
         return;
     backUpBeforeLoss();
     cnnMain->Execute(deletion);
+    showDone(u"1 "_s + noun + u" deleted");
 }

@@ -183,10 +183,12 @@ void frmSegments::cmdRename_Click() {
 
 void frmSegments::cmdSave_Click() {
     bool isSettled = true;
-    guarded([&] {
+    const bool isSaved = guarded([&] {
         const Busy busy(*this, u"Saving the groups......"_s);
         isSettled = edits.save();
     });
+    if (isSaved && isSettled)
+        showDone(u"Groups saved"_s);
     if (isSettled)
         showKind(rows->kind());
 }

@@ -5,6 +5,7 @@
 #include "core/base/busy.h"
 #include "core/base/failure.h"
 #include "core/base/gblGlobal.h"
+#include "core/base/shell.h"
 #include "core/store/transaction.h"
 #include "exchange/files/dispatch.h"
 #include "platform/forms/msgbox.h"
@@ -142,6 +143,7 @@ void frmEditExistingSurvey::toDeleteSurvey() {
             deleteQuestionnaire(survey, responquery["surveyid"].Text(),
                                 responquery.RecordCount() == grid().count());
         transaction.Commit();
+        showDone(u"Survey of "_s + context().respondent + u" deleted");
         toFillSurveyDateList();
     });
 }

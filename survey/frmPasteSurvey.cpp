@@ -4,6 +4,7 @@
 #include "core/base/busy.h"
 #include "core/base/failure.h"
 #include "core/base/gblGlobal.h"
+#include "core/base/shell.h"
 #include "core/store/transaction.h"
 #include "core/store/worktable.h"
 #include "platform/forms/msgbox.h"
@@ -147,6 +148,7 @@ void frmPasteSurvey::toPasteCopyDetails() {
             return;
         copydetails.Close();
         writeTogether([this] { copyQuestionnaire(lists.picked(), target()); });
+        showDone(u"Questionnaire copied"_s);
     });
 }
 

@@ -10,8 +10,10 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QScrollBar>
 #include <QShortcut>
 #include <QSplitter>
+#include <QTextBlock>
 #include <QTextBrowser>
 #include <QTextDocumentFragment>
 #include <QVBoxLayout>
@@ -37,7 +39,8 @@ bool HelpWindow::show(const QString& helpFile, int context) {
 }
 
 HelpWindow::HelpWindow()
-    : contents(new QListWidget(this)), text(new QTextBrowser(this)), sought(new QLineEdit(this)) {
+    : contents(new QListWidget(this)), text(new QTextBrowser(this)), sought(new QLineEdit(this)),
+      found(new QLabel(this)) {
     setObjectName(u"HelpWindow"_s);
     setWindowTitle(tr("Help"));
     setAttribute(Qt::WA_DeleteOnClose);
@@ -52,7 +55,7 @@ HelpWindow::HelpWindow()
     auto* next = new QPushButton(tr("&Next"), this);
     auto* bar = new QHBoxLayout;
     bar->addWidget(back);
-    bar->addStretch();
+    bar->addWidget(found, 1);
     bar->addWidget(label);
     bar->addWidget(sought);
     bar->addWidget(next);
@@ -65,6 +68,8 @@ HelpWindow::HelpWindow()
     layout->addLayout(bar);
     layout->addWidget(split);
 
+    found->setObjectName(u"found"_s);
+    found->setTextFormat(Qt::PlainText);
     connect(back, &QPushButton::clicked, text, &QTextBrowser::backward);
     connect(next, &QPushButton::clicked, this, &HelpWindow::find);
     connect(sought, &QLineEdit::returnPressed, this, &HelpWindow::find);
@@ -74,6 +79,7 @@ HelpWindow::HelpWindow()
     });
     connect(contents, &QListWidget::itemClicked, this, // also for the current topic, to return to its heading
             [this](const QListWidgetItem* item) { showTopic(item->data(Qt::UserRole).toString()); });
+    connect(text->verticalScrollBar(), &QScrollBar::valueChanged, this, &HelpWindow::followText);
     auto* close = new QShortcut(Qt::Key_Escape, this);
     connect(close, &QShortcut::activated, this, &QWidget::close);
 }
@@ -86,6 +92,7 @@ bool HelpWindow::open(const QString& helpFile) {
         return false;
     file = helpFile;
     const QString html = QString::fromUtf8(source.readAll());
+    topicPositions.clear();
     contents->clear();
     static const QRegularExpression topic(u"<h2 id=\"(c[0-9]+)\">(.*?)</h2>"_s);
     for (auto matches = topic.globalMatch(html); matches.hasNext();) {
@@ -100,7 +107,41 @@ bool HelpWindow::open(const QString& helpFile) {
 void HelpWindow::showTopic(const QString& anchor) {
     QUrl topic = QUrl::fromLocalFile(file);
     topic.setFragment(anchor);
+    const bool isNew = topicPositions.empty();
     text->setSource(topic, QTextDocument::HtmlResource);
+    if (isNew)
+        findTopics();
+}
+
+void HelpWindow::findTopics() {
+    topicPositions.assign(std::size_t(contents->count()), 0);
+    for (QTextBlock block = text->document()->begin(); block.isValid(); block = block.next()) {
+        for (auto part = block.begin(); !part.atEnd(); ++part) {
+            for (const QString& anchor : part.fragment().charFormat().anchorNames()) {
+                for (int row = 0; row < contents->count(); ++row) {
+                    if (contents->item(row)->data(Qt::UserRole).toString() == anchor)
+                        topicPositions[std::size_t(row)] = part.fragment().position();
+                }
+            }
+        }
+    }
+}
+
+/// The last topic that begins at or before a position of the text.
+int HelpWindow::topicAt(int position) const {
+    int topic = 0;
+    for (std::size_t row = 0; row < topicPositions.size(); ++row) {
+        if (topicPositions[row] <= position && topicPositions[row] >= topicPositions[std::size_t(topic)])
+            topic = int(row);
+    }
+    return topic;
+}
+
+/// Marks the topic at the top of the window, without going to its heading.
+void HelpWindow::followText() {
+    constexpr int belowEdge = 30; // pixels; a heading that just came into sight counts
+    const QSignalBlocker quiet(contents);
+    contents->setCurrentRow(topicAt(text->cursorForPosition({0, belowEdge}).position()));
 }
 
 void HelpWindow::goTo(const QString& anchor) {
@@ -117,10 +158,32 @@ void HelpWindow::goTo(const QString& anchor) {
 }
 
 void HelpWindow::find() {
-    if (sought->text().isEmpty() || text->find(sought->text()))
+    if (sought->text().isEmpty()) {
+        found->clear();
         return;
-    text->moveCursor(QTextCursor::Start); // wraps around
-    text->find(sought->text());
+    }
+    bool isFound = text->find(sought->text());
+    if (!isFound) {
+        text->moveCursor(QTextCursor::Start); // wraps around
+        isFound = text->find(sought->text());
+    }
+    found->setText(isFound ? foundText(text->textCursor())
+                           : tr("\u201c%1\u201d is not in the help").arg(sought->text()));
+}
+
+QString HelpWindow::foundText(const QTextCursor& hit) const {
+    int all = 0;
+    int number = 0;
+    for (QTextCursor other = text->document()->find(sought->text()); !other.isNull();
+         other = text->document()->find(sought->text(), other)) {
+        ++all;
+        if (other.selectionStart() == hit.selectionStart())
+            number = all;
+    }
+    return tr("%1 of %2, in %3")
+        .arg(number)
+        .arg(all)
+        .arg(contents->item(topicAt(hit.selectionStart()))->text());
 }
 
 } // namespace desktop
