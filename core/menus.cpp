@@ -13,6 +13,7 @@
 #include "core/base/gblGlobal.h"
 #include "core/frmAboutUs.h"
 #include "core/frmCompanyName.h"
+#include "core/frmPerson.h"
 #include "core/frmStore.h"
 #include "exchange/frmExportAnswers.h"
 #include "exchange/frmLogDetails.h"
@@ -235,6 +236,10 @@ constexpr MenuEntry entries[]{
      .parent = "mnuTools",
      .caption = "Company &Name...",
      .run = underHourglass<show<frmCompanyName>>},
+    {.name = "mnuPerson",
+     .parent = "mnuTools",
+     .caption = "&Person...",
+     .run = underHourglass<show<frmPerson>>},
     {.name = "mnuStore", .parent = "mnuTools", .caption = "&Store...", .run = underHourglass<show<frmStore>>},
     {.name = "mnuWindows", .parent = "mnuTools", .caption = "&Windows", .state = Menu},
     {.name = "mnuHelp", .caption = "&Help", .state = Menu},

@@ -11,6 +11,8 @@
 #include "core/base/gblGlobal.h"
 #include "core/frmAboutUs.h"
 #include "core/frmCompanyName.h"
+#include "core/frmErase.h"
+#include "core/frmPerson.h"
 #include "core/frmStore.h"
 #include "exchange/frmCheckFiles.h"
 #include "exchange/frmExportAnswers.h"
@@ -87,6 +89,8 @@ inline std::vector<AnyForm> allForms() {
             plainForm<frmSegments>("frmSegments"),
             plainForm<frmCompareGroups>("frmCompareGroups"),
             plainForm<frmCompanyName>("frmCompanyName"),
+            plainForm<frmPerson>("frmPerson"),
+            ownedForm<frmErase, frmPerson>("frmErase"),
             plainForm<frmStore>("frmStore"),
             plainForm<frmLogDetails>("frmLogDetails"),
             ownedForm<frmMessage, frmLogDetails>("frmMessage"),

@@ -278,6 +278,21 @@ bool grabResponses() {
     return saved;
 }
 
+/// What is stored about a respondent, and the dialog that erases it.
+bool grabPerson() {
+    frmPerson& form = frmPerson::instance();
+    form.Show();
+    form.findChild<forms::ComboBox*>(u"cmbRespondent"_s)->setListIndex(0);
+    bool saved = save(MDIMain::instance(), u"frmPerson"_s);
+    QTimer::singleShot(0, &form, [&saved] {
+        saved = save(frmErase::instance(), u"frmErase"_s) && saved;
+        frmErase::unload();
+    });
+    form.findChild<QAbstractButton*>(u"cmdErase"_s)->click();
+    frmPerson::unload();
+    return saved;
+}
+
 bool grabSearch() {
     frmSearch& form = frmSearch::instance();
     form.Show();
@@ -332,6 +347,7 @@ int main(int argc, char** argv) {
     saved = grabServer() && saved;
     saved = grabSegments() && saved;
     saved = grabResponses() && saved;
+    saved = grabPerson() && saved;
     saved = grabSearch() && saved;
     saved = grabEditor() && saved;
     saved = grabIndex() && saved;

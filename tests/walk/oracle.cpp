@@ -23,35 +23,36 @@ struct OwnedTable {
     QList<int> once = {}; ///< indexes of fields that no two rows have in common
 };
 
-const OwnedTable answers{u"frmFeedBackObj frmReading frmReadingRuns frmCheckFiles frmEditExistingSurvey"_s,
-                         {1, 2, 3},
-                         {1, 2, 4},
-                         {1, 2, 4}};
+const OwnedTable answers{
+    u"frmFeedBackObj frmReading frmReadingRuns frmCheckFiles frmEditExistingSurvey frmErase"_s,
+    {1, 2, 3},
+    {1, 2, 4},
+    {1, 2, 4}};
 const QString editors = u"frmNewSurvey frmEditExistingSurvey frmPasteSurvey"_s;
 const QString readers = u"frmFeedBackObj frmReading frmCheckFiles frmReadingRuns"_s;
 
 const std::map<QString, OwnedTable> ownedTables{
     {u"customer"_s, {u"frmCustomer"_s, {}}},
-    {u"respondent"_s, {u"frmCustomer"_s, {1}, {1}}},
+    {u"respondent"_s, {u"frmCustomer frmErase"_s, {1}, {1}}},
     {u"parameter"_s, {u"frmParameter"_s, {}}},
     {u"questions"_s, {u"frmParameter"_s, {3}, {3}}},
     {u"survey"_s, {editors, {2}, {1, 2}, {1, 2}}},
-    {u"responquesindex"_s, {editors, {0, 1, 2}}},
+    {u"responquesindex"_s, {editors + u" frmErase", {0, 1, 2}}},
     {u"feedbackobjective"_s, answers},
     {u"feedbackdescriptive"_s, answers},
-    {u"actionplan"_s, {u"frmImprovementPlan"_s, {1}, {1}}},
-    {u"log"_s, {readers + u" frmNewSurvey frmEditExistingSurvey frmLogDetails"_s, {}}},
+    {u"actionplan"_s, {u"frmImprovementPlan frmErase"_s, {1}, {1}}},
+    {u"log"_s, {readers + u" frmNewSurvey frmEditExistingSurvey frmLogDetails frmErase"_s, {}}},
     {u"reading"_s, {readers, {}, {1, 2}}},
-    {u"readingfile"_s, {readers, {1}, {1, 2, 3, 4, 6}}},
+    {u"readingfile"_s, {readers + u" frmErase", {1}, {1, 4, 6}}},
     {u"dispatch"_s,
-     {u"frmNewSurvey frmEditExistingSurvey frmLogDetails frmResponses frmHandOver"_s,
+     {u"frmNewSurvey frmEditExistingSurvey frmLogDetails frmResponses frmHandOver frmErase"_s,
       {1, 2, 3},
       {1, 2, 3},
       {2, 3}}},
-    {u"reminder"_s, {u"frmEditExistingSurvey frmResponses"_s, {0}, {0, 1}}},
+    {u"reminder"_s, {u"frmEditExistingSurvey frmResponses frmErase"_s, {0}, {0, 1}}},
     {u"programsetting"_s, {u"frmResponses frmResponseSettings frmStore"_s, {}, {0}, {0}}},
-    {u"standardmessage"_s, {u"frmMessage"_s, {0}}},
-    {u"segment"_s, {u"frmSegments"_s, {0}, {}, {0, 1, 2}}},
+    {u"standardmessage"_s, {u"frmMessage frmErase"_s, {0}}},
+    {u"segment"_s, {u"frmSegments frmErase"_s, {0}, {}, {0, 1, 2}}},
     {u"setting"_s, {u"frmSetting"_s, {}}},
     {u"target"_s, {u"frmTargets"_s, {0}, {0, 1}, {0, 1}}}};
 
@@ -235,6 +236,25 @@ bool Oracle::isOfUndoneReading(const QStringList& answer, const Rows& now) const
     });
 }
 
+/// Rows of the person are changed or gone; of others only the texts of the same customer that name the
+/// person.
+QString Oracle::faultOfErasure(const QString& table, const QStringList& row, const Rows& now) const {
+    const std::map<QString, int> respondentFields{{u"respondent"_s, 0},  {u"responquesindex"_s, 0},
+                                                  {u"segment"_s, 1},     {u"feedbackobjective"_s, 1},
+                                                  {u"log"_s, 2},         {u"dispatch"_s, 2},
+                                                  {u"readingfile"_s, 4}, {u"feedbackdescriptive"_s, 1}};
+    const auto field = respondentFields.find(table);
+    if (field == respondentFields.end())
+        return {};
+    const QString respondent = row[field->second];
+    const auto other = now.find(u"respondent|"_s + respondent);
+    const bool mayBeNamed = (table == u"feedbackdescriptive" || table == u"readingfile") &&
+                            other != now.end() && owner.customers.contains(other->second[1]);
+    return owner.respondents.contains(respondent) || mayBeNamed
+               ? QString()
+               : u"an erasure has changed another person's "_s + table;
+}
+
 /// What is wrong with the insertion, deletion or change of a row; empty if nothing.
 QString Oracle::faultOfChange(const QString& table, const QStringList& row, const Rows& now) const {
     if (commands.isEmpty())
@@ -244,6 +264,8 @@ QString Oracle::faultOfChange(const QString& table, const QStringList& row, cons
     const auto gone = [&](const QString& ownerTable, const QString& id) { // deletes cascade
         return !now.contains(ownerTable + u'|' + id);
     };
+    if (owner.form == u"frmErase")
+        return faultOfErasure(table, row, now);
     bool owned = true;
     if (table == u"respondent")
         owned = owner.customers.contains(row[1]) || gone(u"customer"_s, row[1]);

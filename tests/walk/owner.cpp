@@ -52,6 +52,13 @@ Owner Oracle::ownerOf(const QWidget* form, Names names) const {
         const QString key = child<forms::ComboBox>(*form, "cmbCustomer")->currentData().toString();
         if (key != u"0")
             result.customers << key;
+    } else if (result.form == u"frmErase") {
+        for (const QWidget* behind : loadedForms()) {
+            if (behind->objectName() != u"frmPerson")
+                continue;
+            result.customers << child<forms::ComboBox>(*behind, "cmbCustomer")->currentData().toString();
+            result.respondents << child<forms::ComboBox>(*behind, "cmbRespondent")->currentData().toString();
+        }
     } else if (result.form == u"frmImprovementPlan") {
         for (const QListWidgetItem* item : child<forms::ListBox>(*form, "lstCusName")->selectedItems())
             result.customers += idsOf(u"customer"_s, customerName, item->text(), names);
