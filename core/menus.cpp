@@ -13,6 +13,7 @@
 #include "core/base/gblGlobal.h"
 #include "core/frmAboutUs.h"
 #include "core/frmCompanyName.h"
+#include "core/frmCleanUp.h"
 #include "core/frmPerson.h"
 #include "core/frmStore.h"
 #include "exchange/frmExportAnswers.h"
@@ -240,6 +241,10 @@ constexpr MenuEntry entries[]{
      .parent = "mnuTools",
      .caption = "&Person...",
      .run = underHourglass<show<frmPerson>>},
+    {.name = "mnuCleanUp",
+     .parent = "mnuTools",
+     .caption = "Clean &Up...",
+     .run = underHourglass<show<frmCleanUp>>},
     {.name = "mnuStore", .parent = "mnuTools", .caption = "&Store...", .run = underHourglass<show<frmStore>>},
     {.name = "mnuWindows", .parent = "mnuTools", .caption = "&Windows", .state = Menu},
     {.name = "mnuHelp", .caption = "&Help", .state = Menu},

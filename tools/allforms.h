@@ -11,6 +11,7 @@
 #include "core/base/gblGlobal.h"
 #include "core/frmAboutUs.h"
 #include "core/frmCompanyName.h"
+#include "core/frmCleanUp.h"
 #include "core/frmErase.h"
 #include "core/frmPerson.h"
 #include "core/frmStore.h"
@@ -91,6 +92,7 @@ inline std::vector<AnyForm> allForms() {
             plainForm<frmCompanyName>("frmCompanyName"),
             plainForm<frmPerson>("frmPerson"),
             ownedForm<frmErase, frmPerson>("frmErase"),
+            plainForm<frmCleanUp>("frmCleanUp"),
             plainForm<frmStore>("frmStore"),
             plainForm<frmLogDetails>("frmLogDetails"),
             ownedForm<frmMessage, frmLogDetails>("frmMessage"),

@@ -279,6 +279,10 @@ void rewriteStore() {
         return;
     ado::Connection file; // of a connection with own tables, SQLite cannot vacuum the store
     file.ConnectionString = connectionText();
-    file.Open();
-    file.Execute(u"vacuum"_s);
+    try {
+        file.Open();
+        file.Execute(u"vacuum"_s);
+    } catch (const Failure& failure) {
+        throw Refusal(failure.text()); // cnnMain has no record of it
+    }
 }

@@ -24,7 +24,7 @@ struct OwnedTable {
 };
 
 const OwnedTable answers{
-    u"frmFeedBackObj frmReading frmReadingRuns frmCheckFiles frmEditExistingSurvey frmErase"_s,
+    u"frmFeedBackObj frmReading frmReadingRuns frmCheckFiles frmEditExistingSurvey frmErase frmCleanUp"_s,
     {1, 2, 3},
     {1, 2, 4},
     {1, 2, 4}};
@@ -36,25 +36,25 @@ const std::map<QString, OwnedTable> ownedTables{
     {u"respondent"_s, {u"frmCustomer frmErase"_s, {1}, {1}}},
     {u"parameter"_s, {u"frmParameter"_s, {}}},
     {u"questions"_s, {u"frmParameter"_s, {3}, {3}}},
-    {u"survey"_s, {editors, {2}, {1, 2}, {1, 2}}},
-    {u"responquesindex"_s, {editors + u" frmErase", {0, 1, 2}}},
+    {u"survey"_s, {editors + u" frmCleanUp", {2}, {1, 2}, {1, 2}}},
+    {u"responquesindex"_s, {editors + u" frmErase frmCleanUp", {0, 1, 2}}},
     {u"feedbackobjective"_s, answers},
     {u"feedbackdescriptive"_s, answers},
-    {u"actionplan"_s, {u"frmImprovementPlan frmErase"_s, {1}, {1}}},
-    {u"log"_s, {readers + u" frmNewSurvey frmEditExistingSurvey frmLogDetails frmErase"_s, {}}},
-    {u"reading"_s, {readers, {}, {1, 2}}},
-    {u"readingfile"_s, {readers + u" frmErase", {1}, {1, 4, 6}}},
+    {u"actionplan"_s, {u"frmImprovementPlan frmErase frmCleanUp"_s, {1}, {1}}},
+    {u"log"_s, {readers + u" frmNewSurvey frmEditExistingSurvey frmLogDetails frmErase frmCleanUp"_s, {}}},
+    {u"reading"_s, {readers + u" frmCleanUp", {}, {1, 2}}},
+    {u"readingfile"_s, {readers + u" frmErase frmCleanUp", {1}, {1, 4, 6}}},
     {u"dispatch"_s,
-     {u"frmNewSurvey frmEditExistingSurvey frmLogDetails frmResponses frmHandOver frmErase"_s,
+     {u"frmNewSurvey frmEditExistingSurvey frmLogDetails frmResponses frmHandOver frmErase frmCleanUp"_s,
       {1, 2, 3},
       {1, 2, 3},
       {2, 3}}},
-    {u"reminder"_s, {u"frmEditExistingSurvey frmResponses frmErase"_s, {0}, {0, 1}}},
+    {u"reminder"_s, {u"frmEditExistingSurvey frmResponses frmErase frmCleanUp"_s, {0}, {0, 1}}},
     {u"programsetting"_s, {u"frmResponses frmResponseSettings frmStore"_s, {}, {0}, {0}}},
-    {u"standardmessage"_s, {u"frmMessage frmErase"_s, {0}}},
-    {u"segment"_s, {u"frmSegments frmErase"_s, {0}, {}, {0, 1, 2}}},
+    {u"standardmessage"_s, {u"frmMessage frmErase frmCleanUp"_s, {0}}},
+    {u"segment"_s, {u"frmSegments frmErase frmCleanUp"_s, {0}, {}, {0, 1, 2}}},
     {u"setting"_s, {u"frmSetting"_s, {}}},
-    {u"target"_s, {u"frmTargets"_s, {0}, {0, 1}, {0, 1}}}};
+    {u"target"_s, {u"frmTargets frmCleanUp"_s, {0}, {0, 1}, {0, 1}}}};
 
 } // namespace
 
@@ -255,6 +255,20 @@ QString Oracle::faultOfErasure(const QString& table, const QStringList& row, con
                : u"an erasure has changed another person's "_s + table;
 }
 
+/// A respondent and a customer that are stored lose nothing.
+QString Oracle::faultOfCleanUp(const QString& table, const QStringList& row) const {
+    const auto isStored = [this](const QString& owners, const QString& id) {
+        return rows.contains(owners + u'|' + id);
+    };
+    const bool isKept =
+        (table.startsWith(u"feedback") && isStored(u"respondent"_s, row[1]) &&
+         isStored(u"questions"_s, row[2])) ||
+        (table == u"readingfile" && isStored(u"respondent"_s, row[4])) ||
+        (table == u"actionplan" && isStored(u"customer"_s, row[1])) ||
+        (table == u"dispatch" && isStored(u"respondent"_s, row[2]) && isStored(u"survey"_s, row[3]));
+    return isKept ? u"a clean-up has removed what is seen: "_s + table : QString();
+}
+
 /// What is wrong with the insertion, deletion or change of a row; empty if nothing.
 QString Oracle::faultOfChange(const QString& table, const QStringList& row, const Rows& now) const {
     if (commands.isEmpty())
@@ -264,6 +278,8 @@ QString Oracle::faultOfChange(const QString& table, const QStringList& row, cons
     const auto gone = [&](const QString& ownerTable, const QString& id) { // deletes cascade
         return !now.contains(ownerTable + u'|' + id);
     };
+    if (owner.form == u"frmCleanUp")
+        return faultOfCleanUp(table, row);
     if (owner.form == u"frmErase")
         return faultOfErasure(table, row, now);
     bool owned = true;

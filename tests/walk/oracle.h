@@ -72,6 +72,7 @@ private:
     QString faultOfStore(const Rows& now) const;
     static QString faultOfTwins(const Rows& now);
     bool isOfUndoneReading(const QStringList& answer, const Rows& now) const;
+    QString faultOfCleanUp(const QString& table, const QStringList& row) const;
     QString faultOfErasure(const QString& table, const QStringList& row, const Rows& now) const;
     QString faultOfChange(const QString& table, const QStringList& row, const Rows& now) const;
     QString faultOfForms() const;

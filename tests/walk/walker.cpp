@@ -184,7 +184,8 @@ void Walker::openSomething() {
         u"mnuImprovementPlan"_s, u"mnuPrameter"_s,     u"mnuCusAndResp"_s,        u"mnuReadMultipleFiles"_s,
         u"mnuSearch"_s,          u"mnuEmailSurveys"_s, u"mnuReadMultipleFiles"_s, u"mnuReadings"_s,
         u"mnuReadings"_s,        u"mnuSegments"_s,     u"mnuSegments"_s,          u"mnuCompareGroups"_s,
-        u"mnuTargets"_s,         u"mnuResponses"_s,    u"mnuResponses"_s};
+        u"mnuTargets"_s,         u"mnuResponses"_s,    u"mnuResponses"_s,         u"mnuPerson"_s,
+        u"mnuCleanUp"_s};
     QAction* action = anyOf(actions);
     if (!oneIn(3))
         action = MDIMain::instance().findChild<QAction*>(anyOf(writing));
