@@ -5,6 +5,7 @@
 #include "core/base/gblGlobal.h"
 #include "core/frmSplash.h"
 #include "core/onehome.h"
+#include "core/restart.h"
 #include "core/signin.h"
 #include "core/storecheck.h"
 #include "core/storeupgrade.h"
@@ -50,8 +51,8 @@ int Main(int argc, char** argv) {
 
     if (const QString home = qEnvironmentVariable("GAUGEWELL_HOME"); !home.isEmpty())
         setHomeDirectory(QFileInfo(home).absoluteFilePath());
-    desktop::FolderClaim claim(homeDirectory());
-    if (!claimHome(claim))
+    std::optional<desktop::FolderClaim> claim(homeDirectory());
+    if (!claimHome(*claim))
         return 0;
     strCompanyName = readCompanyName();
     const StoreChoice choice = readStoreChoice();
@@ -73,5 +74,7 @@ int Main(int argc, char** argv) {
     inspection.reset();
     MDIMain::destroy();
     cnnMain.reset();
+    claim.reset();
+    startAgainIfWanted();
     return result;
 }

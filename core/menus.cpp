@@ -13,6 +13,7 @@
 #include "core/base/gblGlobal.h"
 #include "core/frmAboutUs.h"
 #include "core/frmCompanyName.h"
+#include "core/frmBackups.h"
 #include "core/frmCleanUp.h"
 #include "core/frmPerson.h"
 #include "core/frmStore.h"
@@ -245,6 +246,10 @@ constexpr MenuEntry entries[]{
      .parent = "mnuTools",
      .caption = "Clean &Up...",
      .run = underHourglass<show<frmCleanUp>>},
+    {.name = "mnuBackups",
+     .parent = "mnuTools",
+     .caption = "&Backups...",
+     .run = underHourglass<show<frmBackups>>},
     {.name = "mnuStore", .parent = "mnuTools", .caption = "&Store...", .run = underHourglass<show<frmStore>>},
     {.name = "mnuWindows", .parent = "mnuTools", .caption = "&Windows", .state = Menu},
     {.name = "mnuHelp", .caption = "&Help", .state = Menu},

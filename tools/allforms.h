@@ -11,6 +11,7 @@
 #include "core/base/gblGlobal.h"
 #include "core/frmAboutUs.h"
 #include "core/frmCompanyName.h"
+#include "core/frmBackups.h"
 #include "core/frmCleanUp.h"
 #include "core/frmErase.h"
 #include "core/frmPerson.h"
@@ -93,6 +94,7 @@ inline std::vector<AnyForm> allForms() {
             plainForm<frmPerson>("frmPerson"),
             ownedForm<frmErase, frmPerson>("frmErase"),
             plainForm<frmCleanUp>("frmCleanUp"),
+            plainForm<frmBackups>("frmBackups"),
             plainForm<frmStore>("frmStore"),
             plainForm<frmLogDetails>("frmLogDetails"),
             ownedForm<frmMessage, frmLogDetails>("frmMessage"),

@@ -11,9 +11,11 @@
 namespace ado {
 namespace {
 
-bool reportsDamage(sqlite3* database) {
+bool reportsDamage(sqlite3* database, QuickCheck::Depth depth) {
     sqlite3_stmt* check = nullptr;
-    int code = sqlite3_prepare_v2(database, "pragma quick_check(1)", -1, &check, nullptr);
+    const char* sql =
+        depth == QuickCheck::Depth::Full ? "pragma integrity_check(1)" : "pragma quick_check(1)";
+    int code = sqlite3_prepare_v2(database, sql, -1, &check, nullptr);
     bool damaged = false;
     if (code == SQLITE_OK) {
         code = sqlite3_step(check);
@@ -45,7 +47,7 @@ bool QuickCheck::findsDamage(const QByteArray& uri) {
             const std::lock_guard lock(handleInUse);
             running = stopped ? nullptr : database;
         }
-        damaged = running && reportsDamage(database);
+        damaged = running && reportsDamage(database, depth);
         const std::lock_guard lock(handleInUse);
         running = nullptr;
         damaged = damaged && !stopped;

@@ -12,7 +12,9 @@ namespace ado {
 /// Checks a database file for damage, on a read-only connection of its own.
 class QuickCheck {
 public:
-    explicit QuickCheck(QString path) : file(std::move(path)) {}
+    /// Full: also whether each index has the rows of its table.
+    enum class Depth { Quick, Full };
+    explicit QuickCheck(QString path, Depth wanted = Depth::Quick) : file(std::move(path)), depth(wanted) {}
 
     /// Runs in any thread and does not block writers of an intact file. False for an intact file, for one
     /// that cannot be opened, and when stopped.
@@ -24,6 +26,7 @@ private:
     bool findsDamage(const QByteArray& uri);
 
     QString file;
+    Depth depth;
     std::mutex handleInUse;
     sqlite3* running = nullptr;
     bool stopped = false;

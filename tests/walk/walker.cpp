@@ -171,11 +171,12 @@ void Walker::lockSometimes() {
 void Walker::openSomething() {
     if (eventTarget() != &MDIMain::instance())
         return;
-    static const QStringList onPopup{u"mnuDelete"_s, u"mnucomplete"_s, u"mnunotcomplete"_s};
+    // Going back to a copy replaces the store at once, which the oracle cannot follow.
+    static const QStringList leftOut{u"mnuDelete"_s, u"mnucomplete"_s, u"mnunotcomplete"_s, u"mnuBackups"_s};
     QList<QAction*> actions;
     for (QAction* action : MDIMain::instance().findChildren<QAction*>()) {
         if (action->objectName().startsWith(u"mnu") && action->isVisible() && action->isEnabled() &&
-            !action->menu() && !onPopup.contains(action->objectName()))
+            !action->menu() && !leftOut.contains(action->objectName()))
             actions << action;
     }
     static const QStringList writing{

@@ -1,0 +1,153 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/base/backup.h"
+#include "core/frmBackups.h"
+#include "core/restart.h"
+#include "tests/support/listview.h"
+#include "tests/support/surveytest.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QLabel>
+#include <QPushButton>
+
+using namespace Qt::StringLiterals;
+namespace style = forms::style;
+using forms::Answer;
+
+namespace {
+
+class BackupsTest : public SurveyTest {
+protected:
+    static frmBackups& form() {
+        frmBackups::instance().Show();
+        return frmBackups::instance();
+    }
+    static const forms::ListView& list() { return *control<forms::ListView>(form(), "lsvCopies"); }
+    /// Makes a copy, a minute after the last one.
+    void backUp() {
+        now = now.addSecs(60);
+        press(form(), "cmdBackUp");
+    }
+    /// The customers that the copies hold; the newest copy first.
+    static QStringList customersInCopies() {
+        QStringList found;
+        for (const QString& path : listBackups(strDatabasePath)) {
+            ado::Connection copy;
+            copy.OpenReadOnly(path, storePassword());
+            found << ado::Recordset(u"select count(*) from customer"_s, copy).FieldAt(0).Text();
+        }
+        return found;
+    }
+    void expectQuestion(const QString& end = {}, Answer answer = Answer::Yes) {
+        messages.expectTitled(
+            u"Go back to the copy of %1? What has been saved since is not in it. The present "
+            "store is copied before. Then the program ends and starts again."_s.arg(
+                list().Text(list().SelectedRows().front())) +
+                end,
+            style::yesNo + style::critical + style::secondButton, answer);
+    }
+    /// Restores the chosen copy; the program has then been started again.
+    void restore(int expectedStarts) {
+        press(form(), "cmdRestore");
+        EXPECT_EQ(messages.left(), 0);
+        startAgainIfWanted();
+        EXPECT_EQ(starts, expectedStarts);
+        if (!cnnMain)
+            toOpenConnection();
+    }
+
+    int starts = 0;
+    QDateTime now{{2024, 3, 5}, {10, 0}};
+    Replaced<forms::nowHook> clock{[this] { return now; }};
+    Replaced<endHook> ending{[] {}};
+    Replaced<startHook> starting{[this] { return ++starts > 0; }};
+};
+
+TEST_F(BackupsTest, goesBackToTheOldestCopyAndStartsAgain) {
+    if (!cnnMain->IsFile())
+        GTEST_SKIP();
+    backUp();
+    const QStringList before = storeRows(*cnnMain);
+    for (int i = 1; i < 10; ++i) { // all that are kept
+        addCustomer(u"C%1"_s.arg(i));
+        backUp();
+    }
+    run(u"insert into protocol values ('2024-03-05T10:30:00', 'Respondent 7 erased: all')"_s);
+    EXPECT_EQ(list().ListCount(), 10);
+    ::clickRow(list(), 9);
+    const QString erasures = u"\r\n\r\nPersons erased since then: 1. They come back and have to be erased "
+                             u"again; the folder protocols "
+                             "has their numbers."_s;
+    expectQuestion(erasures, Answer::No);
+    restore(0);
+    EXPECT_EQ(listed(list()).at(9), u"05/03/2024 10:01:00|0.3 MB|good|Tallywell-2024-03-05-100100-1.mdb"_s);
+    expectQuestion(erasures);
+    restore(1);
+    EXPECT_EQ(storeRows(*cnnMain), before);
+    EXPECT_EQ(customersInCopies().first(), u"10"_s); // of the moment before
+    EXPECT_EQ(QDir(home()).entryList({u"*.restore"_s}), QStringList());
+}
+
+TEST_F(BackupsTest, staysWithTheStoreWhenThatFails) {
+    if (!cnnMain->IsFile())
+        GTEST_SKIP();
+    backUp();
+    addCustomer(u"New"_s);
+    const QStringList before = storeRows(*cnnMain);
+    ado::Connection reader; // the copy before can be made, the store cannot be replaced
+    reader.ConnectionString = connectionText();
+    reader.Open();
+    {
+        const ado::Recordset reading(u"select * from respondent"_s, reader);
+        expectQuestion();
+        messages.expectCritical(
+            u"The database is in use by another program. Close that program and try again."_s);
+        restore(0);
+    }
+    EXPECT_EQ(storeRows(*cnnMain), before);
+}
+
+TEST_F(BackupsTest, checksCopies) {
+    for (int i = 0; i < 3; ++i)
+        backUp();
+    const QStringList paths = listBackups(strDatabasePath);
+    writeFile(paths[0], "no database at all");
+    QByteArray content = contentOf(paths[1]);
+    writeFile(paths[1], content.fill('x', 20'000).append(contentOf(paths[1]).sliced(20'000)));
+    const QStringList expected{u"damaged"_s, u"damaged"_s, u"good"_s};
+    for (int row = 0; row < 3; ++row) {
+        ::clickRow(list(), row);
+        press(form(), "cmdCheck");
+        EXPECT_EQ(list().Text(row, 2), expected[row]) << row;
+    }
+    ::clickRow(list(), 0);
+    if (cnnMain->IsFile()) {
+        messages.expectTitled(u"This copy cannot be used: damaged."_s, style::critical);
+        restore(0);
+    } else {
+        EXPECT_FALSE(control<QPushButton>(form(), "cmdRestore")->isEnabled());
+        EXPECT_TRUE(control<QLabel>(form(), "lblServer")->isVisible());
+    }
+}
+
+TEST_F(BackupsTest, takesTheCopyInPlaceOfADamagedStore) {
+    if (!cnnMain->IsFile())
+        GTEST_SKIP();
+    backUp();
+    const QStringList before = storeRows(*cnnMain);
+    cnnMain.reset();
+    QByteArray content = contentOf(strDatabasePath);
+    writeFile(strDatabasePath, content.replace(4096, 60'000, QByteArray(60'000, 'x')));
+    toOpenConnection();
+    expectQuestion();
+    messages.expectBeginning(u"The present store is damaged and cannot be copied."_s,
+                             style::yesNo + style::critical + style::secondButton, u"Gaugewell v2.1"_s,
+                             Answer::Yes);
+    restore(1);
+    EXPECT_EQ(storeRows(*cnnMain), before);
+    EXPECT_EQ(contentOf(home() + u"/backup/damaged-2024-03-05-100100.mdb"), content);
+    EXPECT_EQ(QFile::permissions(strDatabasePath) & (QFile::ReadGroup | QFile::ReadOther),
+              QFile::Permissions());
+}
+
+} // namespace
