@@ -12,9 +12,9 @@
 #include "core/base/busy.h"
 #include "core/base/gblGlobal.h"
 #include "core/frmAboutUs.h"
-#include "core/frmCompanyName.h"
 #include "core/frmBackups.h"
 #include "core/frmCleanUp.h"
+#include "core/frmCompanyName.h"
 #include "core/frmPerson.h"
 #include "core/frmStore.h"
 #include "exchange/frmExportAnswers.h"
@@ -234,10 +234,6 @@ constexpr MenuEntry entries[]{
      .parent = "mnuTools",
      .caption = "&Compare Groups...",
      .run = underHourglass<show<frmCompareGroups>>},
-    {.name = "mnuCompanyName",
-     .parent = "mnuTools",
-     .caption = "Company &Name...",
-     .run = underHourglass<show<frmCompanyName>>},
     {.name = "mnuPerson",
      .parent = "mnuTools",
      .caption = "&Person...",
@@ -250,6 +246,10 @@ constexpr MenuEntry entries[]{
      .parent = "mnuTools",
      .caption = "&Backups...",
      .run = underHourglass<show<frmBackups>>},
+    {.name = "mnuCompanyName",
+     .parent = "mnuTools",
+     .caption = "Company &Name...",
+     .run = underHourglass<show<frmCompanyName>>},
     {.name = "mnuStore", .parent = "mnuTools", .caption = "&Store...", .run = underHourglass<show<frmStore>>},
     {.name = "mnuWindows", .parent = "mnuTools", .caption = "&Windows", .state = Menu},
     {.name = "mnuHelp", .caption = "&Help", .state = Menu},
