@@ -243,13 +243,13 @@ TEST_F(MainWindowTest, theHelpWindowShowsTheTopic) {
     auto* contents = window->findChild<QListWidget*>();
     EXPECT_EQ(contents->currentItem()->text(), u"Satisfaction Index"_s);
     auto* sought = window->findChild<QLineEdit*>();
-    const auto found = [&](const QString& word) {
+    const auto answerTo = [&](const QString& word) {
         sought->setText(word);
         QTest::keyClick(sought, Qt::Key_Return);
         return control<QLabel>(*window, "found")->text();
     };
-    EXPECT_EQ(found(u"no such word"_s), u"\u201cno such word\u201d is not in the help"_s);
-    EXPECT_EQ(found(u"sha-256"_s), u"1 of 1, in Readings"_s);
+    EXPECT_EQ(answerTo(u"no such word"_s), u"\u201cno such word\u201d is not in the help"_s);
+    EXPECT_EQ(answerTo(u"sha-256"_s), u"1 of 1, in Readings"_s);
     EXPECT_EQ(contents->currentItem()->text(), u"Readings"_s) << "the contents follow the text";
     window->close();
 }

@@ -191,7 +191,7 @@ TEST_F(RoundTripsTest, doNotGrowWithTheRows) {
              press(form, "cmdSet");
              press(form, "cmdSave");
          }},
-        {"compare groups", 10, [&] { press(reload(frmCompareGroups::instance()), "cmdView"); }},
+        {"compare groups", 11, [&] { press(reload(frmCompareGroups::instance()), "cmdView"); }},
     };
     constexpr int few = 5;
     std::vector<long> tripsOfFew;

@@ -167,6 +167,10 @@ void HelpWindow::find() {
         text->moveCursor(QTextCursor::Start); // wraps around
         isFound = text->find(sought->text());
     }
+    if (isFound) {
+        const QSignalBlocker quiet(contents);
+        contents->setCurrentRow(topicAt(text->textCursor().selectionStart()));
+    }
     found->setText(isFound ? foundText(text->textCursor())
                            : tr("\u201c%1\u201d is not in the help").arg(sought->text()));
 }
