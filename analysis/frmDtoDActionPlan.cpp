@@ -49,6 +49,8 @@ void frmDtoDActionPlan::cmdPrint() {
                                   u"' and {action.date}>=" + toFormulaDate(ado::toText(ui->dtFrom->Value())) +
                                   u"and {action.date}<=" + toFormulaDate(ado::toText(ui->dtTo->Value()));
         startReport(Shell::current()->report(), u"actionplan.rpt"_s, u"CompanyName"_s,
-                    u"Analysis on Improvement Plan"_s, selection);
+                    u"Analysis on Improvement Plan"_s, selection,
+                    {u"Customer='"_s + ui->cmbCustomer->Text() + u"'",
+                     u"Period='"_s + ui->dtFrom->text() + u" to " + ui->dtTo->text() + u"'"});
     });
 }

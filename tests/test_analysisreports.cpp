@@ -5,6 +5,7 @@
 #include "analysis/frmDtoDSatisfactionOverview.h"
 #include "core/MDIMain.h"
 #include "core/base/reports.h"
+#include "platform/ado/value.h"
 #include "platform/forms/dtpicker.h"
 #include "platform/forms/lists.h"
 #include "tests/support/reporttest.h"
@@ -49,7 +50,8 @@ protected:
         addScore(ann, fair, second, autumn, 1, 2);
         addCustomer(u"Brown"_s);
         run(u"insert into actionplan (customerid, Date, Action, targetdate, Status) values "
-            "(1, '2024-03-01', 'Ring', '2024-03-31', True), (1, '2024-09-01', 'Visit', '2024-10-01', False), "
+            "(1, '2024-03-01', 'Ring', '2024-03-31', True), (1, '2024-09-01', 'Ask again', '2024-10-01', "
+            "False), "
             "(1, '2024-02-29', 'Too early', null, False), (1, '2025-01-01', 'Too late', null, False), "
             "(2, '2024-03-01', 'Somebody else''s', null, False)"_s);
     }
@@ -71,10 +73,11 @@ TEST_F(AnalysisReportsTest, surveyResponse) {
     auto* dates = control<forms::ListBox>(form, "lstSurveyDate");
     EXPECT_EQ(dates->ListCount(), 2);
     EXPECT_EQ(dates->Text(), u"01/03/2024");
+    run(u"update questions set paramid=1"_s);
     const QString text = print(form, u"Survey Report"_s);
     expectInOrder(text, {u"Larkmoor Ltd"_s, u"Customer Acme"_s, u"Survey date 01/03/2024"_s, u"Price"_s,
-                         u"2 answers"_s, u"Fair? Ann 5 8"_s, u"Émile 4 6"_s, u"Mean 4.50 7.00"_s,
-                         u"Service"_s, u"1 answer"_s, u"Why? Ann 2 Très bien"_s});
+                         u"3 answers"_s, u"Fair? Ann 5 8"_s, u"Émile 4 6"_s, u"Why? Ann 2 Très bien"_s,
+                         u"Mean 4.50 7.00"_s}); // of the Score questions only
     dates->setListIndex(1);
     expectInOrder(print(form, u"Survey Report"_s), {u"Fair? Ann 1 2"_s});
     control<forms::ComboBox>(form, "cmbCustomer")->setListIndex(1);
@@ -96,7 +99,7 @@ TEST_F(AnalysisReportsTest, satisfactionOverview) {
                    u"Émile 3"_s, u"Fair? 01/03/2024 Ann 5 8"_s, u"Émile 4 6"_s, u"01/09/2024 Ann 1 2"_s,
                    u"Survey Descriptive"_s, u"2 entries"_s, u"Service"_s,
                    u"Why? 01/03/2024 Ann 2 Très bien"_s, u"Émile No idea"_s, u"Planned Actions"_s,
-                   u"2 entries"_s, u"Ring 01/03/2024 Completed"_s, u"Visit 01/09/2024 Not Completed"_s});
+                   u"2 entries"_s, u"Ring 01/03/2024 Completed"_s, u"Ask again 01/09/2024 Not Completed"_s});
     from->setValue(today.addDays(1)); // later than the end of the range
     EXPECT_TRUE(print(form, u"Satisfaction Overview"_s).contains(u"no answers and no actions"));
 }
@@ -107,10 +110,15 @@ TEST_F(AnalysisReportsTest, improvementPlan) {
     form.Show();
     control<forms::DTPicker>(form, "dtFrom")->setValue(spring);
     const QString text = print(form, u"Analysis on Improvement Plan"_s);
-    expectInOrder(text, {u"Acme"_s, u"Not completed"_s, u"1 action"_s, u"01/09/2024 Visit 01/10/2024"_s,
+    expectInOrder(text, {u"Customer Acme"_s, u"Period 01/03/2024 to "_s + ado::toText(today),
+                         u"Not completed"_s, u"1 action"_s, u"01/09/2024 Ask again 01/10/2024"_s,
                          u"Completed"_s, u"01/03/2024 Ring 31/03/2024"_s});
     for (const QString& absent : {u"Too early"_s, u"Too late"_s, u"Somebody"_s})
         EXPECT_FALSE(text.contains(absent)) << absent.toStdString();
+    const QString later = ado::toText(today.addDays(1));
+    control<forms::DTPicker>(form, "dtFrom")->setValue(today.addDays(1));
+    expectInOrder(print(form, u"Analysis on Improvement Plan"_s),
+                  {u"Customer Acme"_s, u"Period "_s + later + u" to ", u"There are no actions"_s});
     ASSERT_TRUE(QFile::remove(home() + u"/actionplan.rpt"_s));
     messages.expectBeginning(u"Error : 20500\r\n"_s + home() + u"/actionplan.rpt"_s);
     print(form, {});
@@ -154,7 +162,7 @@ TEST_F(AnalysisReportsTest, registerAndQuestionnaireShowTheirOwnRecordsInOrder) 
                           u"15/03/2002 Jörg a.xls Read in"_s});
     const QString asked = pages(u"rptrating.rpt"_s, ofRespondent);
     expectInOrder(asked, {customer, u"Jörg"_s, u"15/03/2002"_s, u"Parameter 0"_s, u"5 questions"_s,
-                          u"Question 0. In words 4"_s, u"Question 8. Score 4 8"_s, u"Parameter 1"_s});
+                          u"Question 0. Descriptive 4"_s, u"Question 8. Score 4 8"_s, u"Parameter 1"_s});
     EXPECT_FALSE(files.contains(u"Ana"_s) || asked.contains(u"Ana"_s));
 }
 

@@ -126,6 +126,7 @@ Column columnOf(Attributes& attributes) {
     result.mean = attributes.oneOf(u"mean"_s, {u"no"_s, u"yes"_s}) == 1;
     if (result.mean && result.field.format != ShownField::Format::Number)
         attributes.refuse(u"Only a column with format=\"number\" has a mean."_s);
+    result.meanOf = attributes.text(u"meanof"_s, {});
     return result;
 }
 
@@ -192,8 +193,14 @@ private:
         } else if (name == u"column") {
             layout.columns.push_back(columnOf(attributes));
         } else if (name == u"order") {
-            layout.orders.push_back(
-                {attributes.text(u"field"_s), descending(attributes), attributes.lineNumber()});
+            Order order{attributes.text(u"field"_s),
+                        descending(attributes),
+                        attributes.lineNumber(),
+                        attributes.text(u"where"_s, {}),
+                        {}};
+            if (!order.where.isEmpty())
+                order.is = attributes.text(u"is"_s);
+            layout.orders.push_back(order);
         } else {
             attributes.refuse(u"A layout has no element <%1>."_s.arg(name));
         }

@@ -48,6 +48,7 @@ struct Column {
     double share = 0; ///< of the page's width; the shares of all columns make up the whole
     Qt::Alignment align = Qt::AlignLeft;
     bool mean = false;   ///< the mean of a number is shown below each innermost group
+    QString meanOf;      ///< a yes/no: the mean leaves records out where it is no; empty: none
     bool repeats = true; ///< false: an equal value in the row below is left out
 };
 
@@ -55,6 +56,7 @@ struct Order {
     QString field;
     bool descending = false;
     qint64 line = 0;
+    QString where, is; ///< sorts only the records whose text `where` is `is`; empty: all
 };
 
 struct Picture {

@@ -54,6 +54,7 @@ public:
     Body(const Layout& source, std::vector<Block>& target)
         : layout(source), blocks(target), current(source.groups.size()), means(source.columns.size()) {}
 
+    /// values: of the columns, then for each column with `meanOf` whether its mean takes the record in.
     void add(const QStringList& groupTexts, const std::vector<QVariant>& values) {
         qsizetype level = 0;
         // Case-insensitive, as the store sorts.
@@ -69,8 +70,10 @@ public:
         for (OpenGroup& group : current)
             ++group.rows;
         QStringList texts;
+        std::size_t taken = layout.columns.size();
         for (std::size_t i = 0; i < layout.columns.size(); ++i) {
-            means[i].add(layout.columns[i].field, values[i]);
+            if (layout.columns[i].meanOf.isEmpty() || values[taken++].toBool())
+                means[i].add(layout.columns[i].field, values[i]);
             texts << shared(toText(layout.columns[i].field, values[i]));
         }
         blocks.push_back({Block::Kind::Row, 0, texts});
@@ -150,6 +153,14 @@ public:
             take(group.field);
         for (const Column& column : layout.columns)
             take(column.field);
+        for (const Column& column : layout.columns) {
+            ShownField counted;
+            counted.name = column.meanOf;
+            counted.format = Format::YesNo;
+            counted.line = column.field.line;
+            if (!counted.name.isEmpty())
+                take(counted);
+        }
         ado::Statement statement;
         statement.sql = u"select "_s + expressions.join(u", "_s) + u" from " + ado::quoted(layout.table);
         addConditions(statement, selection);
@@ -214,13 +225,19 @@ private:
     /// The groups first, then the layout's own order, then the order of entry.
     void addOrder(ado::Statement& statement) const {
         QStringList keys;
-        const auto add = [&](const QString& field, bool descending, qint64 line) {
-            keys << expression(field, line) + (descending ? u" desc"_s : QString());
+        const auto add = [&](const QString& key, bool descending) {
+            keys << key + (descending ? u" desc"_s : QString());
         };
         for (const Group& group : layout.groups)
-            add(group.field.name, group.descending, group.field.line);
-        for (const Order& order : layout.orders)
-            add(order.field, order.descending, order.line);
+            add(expression(group.field.name, group.field.line), group.descending);
+        for (const Order& order : layout.orders) {
+            QString key = expression(order.field, order.line);
+            if (!order.where.isEmpty()) {
+                key = u"case when "_s + expression(order.where, order.line) + u" = ? then " + key + u" end";
+                statement.parameters << order.is;
+            }
+            add(key, order.descending);
+        }
         if (const QString key = session.keyOf(layout.table); !key.isEmpty())
             keys << ado::quoted(key);
         if (!keys.isEmpty())
