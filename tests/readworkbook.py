@@ -3,7 +3,7 @@
 """Prints the first sheet of a workbook, as read by xlrd, as JSON.
 
 readworkbook.py FILE: {"A1": {...}}. A cell has its value, whether it is locked and wrapped, the colours of
-its thin borders (left, right, top, bottom; None for no line) and its font colour.
+its thin borders (left, right, top, bottom; None for no line), its font colour and the colour that fills it.
 """
 import json
 import sys
@@ -31,6 +31,7 @@ def describe(book, cell):
         "locked": bool(xf.protection.cell_locked),
         "wrapped": bool(xf.alignment.text_wrapped),
         "borders": [rgb(book, colour) if style == 1 else None for style, colour in edges],
+        "fill": rgb(book, xf.background.pattern_colour_index) if xf.background.fill_pattern == 1 else None,
         "font": rgb(book, book.font_list[xf.font_index].colour_index),
     }
 

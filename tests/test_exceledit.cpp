@@ -218,6 +218,20 @@ TEST_F(ExcelEdit, sharedFormulasStayIntact) {
     editor.setValue({2, 0}, 5); // now not shared any more
 }
 
+// B1 =A1, B2 =A2 and B3 =A1+A1; A2 is a text.
+TEST_F(ExcelEdit, theResultOfAFormulaThatRepeatsACellFollowsIt) {
+    Book book(bookStream(
+        {}, records("0006 0000 0100 0f00 000000000000f03f 0000 00000000 0500 44 0000 00c0;"
+                    "0006 0100 0100 0f00 000000000000f03f 0000 00000000 0500 44 0100 00c0;"
+                    "0006 0200 0100 0f00 000000000000f03f 0000 00000000 0b00 44 0000 00c0 44 0000 00c0 03")));
+    Editor editor(book, 0);
+    editor.setValue({0, 0}, 7);
+    editor.setValue({1, 0}, u"seven"_s);
+    Book saved(book.stream());
+    for (const auto& [row, result] : {std::pair(0, 7), {1, 1}, {2, 1}})
+        EXPECT_EQ(Editor(saved, 0).value({row, 1}).number(), result) << row;
+}
+
 TEST_F(ExcelEdit, datesFollowTheWorkbooksDateSystem) {
     Book book(bookStream(records("0022 0100; 01C1 c1010000 12345678"),
                          records("0203 0000 0000 0f00 0000000000000000")));

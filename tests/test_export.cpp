@@ -100,7 +100,8 @@ TEST_F(ExportTest, theExportedFileAsReadByXlrd) {
     EXPECT_EQ(seen[u"B19"][u"font"].toString(), u"000080"_s);
     const QString expected[] = {
         u"A1 locked wrapped 'Larkmoor'"_s, u"B3 locked 'Customer Satisfaction Survey'"_s,
-        u"B8 locked 'Customer Name : Acme'"_s, u"B9 locked 'Respondent Name : Ann'"_s,
+        u"B8 locked wrapped 'Customer Name : Acme'"_s, u"B9 locked wrapped 'Respondent Name : Ann'"_s,
+        u"B10 locked '2024-03-05 00:00:00'"_s, // the template's formula
         u"H1 locked '2024-03-09 00:00:00'"_s, u"I1 locked '1'"_s, u"I2 locked '3'"_s,
         u"I3 locked '2024-03-05 00:00:00'"_s, u"I4 locked '3'"_s, u"I5 open '7'"_s,
         // Score questions, the second without previous marks
@@ -116,6 +117,9 @@ TEST_F(ExportTest, theExportedFileAsReadByXlrd) {
         const QString address = cell.section(u' ', 0, 0);
         EXPECT_EQ(shownCell(address, seen[address].toObject()), cell);
     }
+    for (const QString& address : u"A14 B14 C14 D14 E14 F14 B18 C18 D18 F18 B19"_s.split(u' '))
+        EXPECT_EQ(seen[address][u"fill"] == u"C0C0C0"_s, seen[address][u"locked"].toBool())
+            << address.toStdString();
 }
 
 TEST_F(ExportTest, anExistingFileIsOverwrittenInPlace) {

@@ -3,7 +3,8 @@
 """maketemplate.py FILE: makes the template of survey files, home/template.xls (needs python3-xlwt).
 
 Rows 1 to 13 are laid out here. The program writes A1, B3, B8, B9, the hidden columns H and I, and the questions from
-row 14 on; those have the format of the default cell and the default row height, which are set here too.
+row 14 on; those have the format of the default cell and the default row height, which are set here too. B10 repeats
+the survey date of I3. The rows of names have no height of their own, so that they grow with a name that wraps.
 The palette must be the standard one: the program uses its colour indexes for the frames of the boxes.
 """
 import struct
@@ -13,17 +14,19 @@ import xlwt
 from xlwt import BIFFRecords
 
 PASSWORD = "kvtwpa"
-BLACK, RED, DARK_BLUE, BLUE, GREY, PALE_BLUE, WHITE = 8, 10, 32, 39, 23, 44, 9
+BLACK, RED, DARK_BLUE, BLUE, GREY, SHADE, WHITE = 8, 10, 32, 39, 23, 22, 9
 TITLE_ROWS = (11, 12)  # counted from 0: the headings, repeated on each printed page
-WIDTHS = {"A": 17, "B": 54, "C": 10, "D": 12, "E": 10, "F": 12, "G": 2}  # in characters
+# In characters. Together they fit the width of A4 paper without being shrunk.
+WIDTHS = {"A": 14, "B": 43, "C": 7, "D": 11, "E": 10, "F": 11, "G": 1}
 ROW_HEIGHT = 25.5  # points, by default: two lines
 
 MARKS = ("A question in a red frame asks for marks. Score: how satisfied you are, from 1 (not at all) to 10 (fully). "
          "Weightage: how much the matter means to you, from 1 (little) to 10 (very much).")
 WORDS = "A question in a dark blue frame asks for an answer in words, and for its Weightage."
 BOX = "The answer in words goes into the blue box below its question: type over the text that stands there."
-INTRODUCTION = ("Please fill in the framed white boxes, save the file and send it back by e-mail. Leave a box empty "
-                "where you have no opinion. All other cells are locked.")
+INTRODUCTION = ("Please fill in the framed white boxes below the headings, save the file and send it back by e-mail. "
+                "Leave a box empty where you have no opinion. All other cells, such as the shaded ones, are locked.")
+SURVEY_DATE = '"Survey Date : "dd/mm/yyyy;;'  # nothing while there is no date
 
 
 class Name(BIFFRecords.BiffRecord):
@@ -44,7 +47,8 @@ class TemplateWorkbook(xlwt.Workbook):
                 Name(Name.PRINT_TITLES, *TITLE_ROWS).get())
 
 
-def style(size=10, bold=False, italic=False, colour=BLACK, fill=None, border=None, across="left", wrap=False):
+def style(size=10, bold=False, italic=False, colour=BLACK, fill=None, border=None, across="left", wrap=False,
+          number_format=None):
     result = xlwt.XFStyle()
     result.font.name = "Arial"
     result.font.height = int(size * 20)
@@ -57,6 +61,8 @@ def style(size=10, bold=False, italic=False, colour=BLACK, fill=None, border=Non
     if fill is not None:
         result.pattern.pattern = xlwt.Pattern.SOLID_PATTERN
         result.pattern.pattern_fore_colour = fill
+    if number_format is not None:
+        result.num_format_str = number_format
     if border is not None:
         for side in ("left", "right", "top", "bottom"):
             setattr(result.borders, side, xlwt.Borders.THIN)
@@ -76,13 +82,13 @@ def draw_head(sheet):
     sheet.write_merge(3, 3, 1, 5, INTRODUCTION, style(10, wrap=True))
     for row, colour, sample, text in ((5, RED, "Question", MARKS), (6, DARK_BLUE, "Question", WORDS),
                                       (7, BLUE, "Answer in words", BOX)):
-        sheet.write(row - 1, 0, sample, style(9, border=colour, across="center",
+        sheet.write(row - 1, 0, sample, style(9, border=colour, across="center", fill=None if colour == BLUE else SHADE,
                                               colour=DARK_BLUE if colour == BLUE else BLACK))
         sheet.write_merge(row - 1, row - 1, 1, 5, text, style(9, wrap=True))
     for row in (8, 9):
-        sheet.write(row - 1, 1, "", style(11, bold=True))
-    for row, points in ((1, 30), (2, 6), (3, 33), (4, 30), (5, 28.5), (6, 20), (7, 20), (8, 27), (9, 18), (10, 6),
-                        (11, 6), (12, 30), (13, 15)):
+        sheet.write(row - 1, 1, "", style(11, bold=True, wrap=True))
+    sheet.write(9, 1, xlwt.Formula("I3"), style(11, bold=True, number_format=SURVEY_DATE))
+    for row, points in ((1, 40), (2, 6), (3, 33), (4, 39), (5, 28.5), (6, 20), (7, 20), (11, 6), (12, 30), (13, 15)):
         set_height(sheet, row, points)
 
 
@@ -102,7 +108,7 @@ def set_up_page(sheet):
     sheet.fit_width_to_pages = 1
     sheet.fit_height_to_pages = 0  # as many pages as needed
     sheet.print_centered_horz = True
-    sheet.left_margin = sheet.right_margin = 0.5  # inches
+    sheet.left_margin = sheet.right_margin = 0.4  # inches
     sheet.top_margin = 0.6
     sheet.bottom_margin = 0.7
     sheet.header_str = b""

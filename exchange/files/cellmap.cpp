@@ -14,9 +14,12 @@ excel::Value dateValue(const QDate& date) {
     return date.isValid() ? excel::Value(date) : excel::Value();
 }
 
+/// Of the cells of a block that the respondent cannot fill in: what is framed and white can be.
+constexpr Colour shade = Colour::Grey;
+
 /// A mark given last; the frame stays around a cell without one.
 Cell lastMark(int row, int column, int mark) {
-    Cell cell{.place = {row, column}, .border = Colour::Black};
+    Cell cell{.place = {row, column}, .border = Colour::Black, .fill = shade};
     if (mark != 0)
         cell.value = excel::Value(mark);
     return cell;
@@ -56,12 +59,14 @@ std::vector<Cell> blockCells(int row, const Question& question) {
     cells.push_back({.place = {row, column::question},
                      .value = question.text,
                      .border = question.isScore ? Colour::Red : Colour::DarkBlue,
-                     .wrapped = true});
+                     .wrapped = true,
+                     .fill = shade});
     if (question.startsParameter)
         cells.push_back({.place = {row, column::parameter},
                          .value = question.parameter,
                          .border = Colour::Black,
-                         .wrapped = true});
+                         .wrapped = true,
+                         .fill = shade});
     cells.push_back({.place = {row, column::key}, .value = question.questionid});
     if (question.isScore) {
         cells.push_back(openBox(row, column::score));
@@ -70,7 +75,7 @@ std::vector<Cell> blockCells(int row, const Question& question) {
         cells.push_back(lastMark(row, column::lastWeightage, question.lastWeightage));
         cells.push_back({.place = {row + 1, column::question}});
     } else {
-        cells.push_back({.place = {row, column::score}});
+        cells.push_back({.place = {row, column::score}, .fill = shade});
         cells.push_back(openBox(row, column::weightage));
         cells.push_back(lastMark(row, column::lastWeightage, question.lastWeightage));
         cells.push_back({.place = answerPlace(row),

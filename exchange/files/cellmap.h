@@ -61,7 +61,7 @@ inline constexpr QStringView respondentNameWords = u"Respondent Name : ";
 inline constexpr QStringView presetAnswer = u"Type your Answer here";
 
 /// Colour indexes of the standard palette.
-enum class Colour { None = 0, Black = 1, Red = 3, DarkBlue = 25, Blue = 32 };
+enum class Colour { None = 0, Black = 1, Red = 3, Grey = 15, DarkBlue = 25, Blue = 32 };
 
 enum class Lock { Untouched, Locked, Unlocked };
 
@@ -73,6 +73,7 @@ struct Cell {
     Colour border = Colour::None; ///< of a thin line around the cell
     bool wrapped = false;         ///< otherwise not touched
     Colour font = Colour::None;   ///< none: not touched
+    Colour fill = Colour::None;   ///< none: not touched
 };
 
 /// For whom a survey file is.

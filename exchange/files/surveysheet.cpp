@@ -13,6 +13,8 @@ void writeCell(const excel::Worksheet& sheet, const cellmap::Cell& cell) {
     const excel::Range range = sheet.Cells(cell.place.row, cell.place.column);
     if (cell.border != Colour::None)
         range.BorderAround(excel::BorderWeight::Thin, static_cast<int>(cell.border));
+    if (cell.fill != Colour::None)
+        range.setInteriorColorIndex(static_cast<int>(cell.fill));
     if (cell.font != Colour::None)
         range.Font().setColorIndex(static_cast<int>(cell.font));
     if (cell.wrapped)

@@ -3,6 +3,7 @@
 
 #include "platform/excel/bytes.h"
 #include "platform/excel/refusal.h"
+#include "platform/excel/repeats.h"
 #include "platform/excel/rowheight.h"
 #include "platform/excel/text.h"
 
@@ -124,8 +125,10 @@ Records Book::globals() const {
 
 QByteArray Book::stream() {
     for (SheetEntry& entry : sheets)
-        if (entry.taken)
+        if (entry.taken) {
             fitRowHeights(*entry.taken, *formatLists, *texts);
+            refreshRepeats(*entry.taken, *texts);
+        }
     std::vector<Records> parts{globals()};
     for (size_t i = 1; i < substreams.size(); ++i)
         parts.push_back(withoutIndexes(substreams[i].records));

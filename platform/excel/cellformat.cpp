@@ -11,6 +11,7 @@ enum UsedGroup : quint8 {
     FontGroup = 0x08,
     AlignmentGroup = 0x10,
     BorderGroup = 0x20,
+    PatternGroup = 0x40,
     ProtectionGroup = 0x80
 };
 
@@ -83,6 +84,13 @@ void CellFormat::setEdge(Edge edge, LineStyle style, quint8 colour) {
     if (!sideways)
         put32(raw, 14, withBits(get32(raw, 14), shift, 7, colour));
     markUsed(BorderGroup);
+}
+
+void CellFormat::setFill(quint8 colour) {
+    constexpr quint32 solid = 1;
+    put32(raw, 14, withBits(get32(raw, 14), 26, 6, solid));
+    put16(raw, 18, quint16(withBits(get16(raw, 18), 0, 7, colour)));
+    markUsed(PatternGroup);
 }
 
 CellFormat CellFormat::cellClone(quint16 ownIndex) const {

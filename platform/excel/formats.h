@@ -35,6 +35,7 @@ public:
     void setWrapped(bool wrapped);
     /// colour is the colour number of the file: palette index + 7.
     void setEdge(Edge edge, LineStyle style, quint8 colour);
+    void setFill(quint8 colour); ///< of the whole cell
     /// A cell's format derived from this one: never a style, without extended properties.
     CellFormat cellClone(quint16 ownIndex) const;
 

@@ -21,7 +21,7 @@ constexpr int maxCellsAtOnce = 100'000;
 constexpr int paletteOffset = 7; // colour numbers of the file begin with eight fixed colours
 constexpr int lastColorIndex = 56;
 constexpr quint16 automaticFontColour = 0x7FFF;
-constexpr quint8 automaticLineColour = 64;
+constexpr quint8 automaticLineColour = 64; // and of a fill
 
 quint16 fileColour(int colorIndex, quint16 automatic) {
     if (colorIndex == automaticColorIndex)
@@ -91,6 +91,13 @@ bool Range::WrapText() const {
 void Range::setWrapText(bool wrap) const {
     forEachCell(sheet, area, [=](Editor& editor, Place place) {
         editor.changeFormat(place, [=](CellFormat& format) { format.setWrapped(wrap); });
+    });
+}
+
+void Range::setInteriorColorIndex(int index) const {
+    forEachCell(sheet, area, [&](Editor& editor, Place place) {
+        const auto colour = quint8(fileColour(index, automaticLineColour));
+        editor.changeFormat(place, [=](CellFormat& format) { format.setFill(colour); });
     });
 }
 

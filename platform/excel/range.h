@@ -47,6 +47,8 @@ public:
     void setWrapText(bool wrap) const;
     excel::Font Font() const;
 
+    /// Fills the cells with a colour. Colour indexes as for fonts.
+    void setInteriorColorIndex(int index) const;
     /// A line around the whole range. Colour indexes as for fonts.
     void BorderAround(BorderWeight weight, int colorIndex) const;
 
