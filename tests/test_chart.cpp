@@ -3,6 +3,8 @@
 
 #include <QApplication>
 #include <QContextMenuEvent>
+#include <QFile>
+#include <QTemporaryDir>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -152,6 +154,17 @@ TEST_F(ChartTest, manySeries) {
         shown.setColumnLabel(u"A parameter with a name longer than any legend can hold %1"_s.arg(column));
     }
     EXPECT_GT(shown.PointPosition(1, 2).x() - shown.PointPosition(1, 1).x(), shown.width() / 4);
+    const QTemporaryDir folder;
+    ASSERT_TRUE(shown.SavePicture(folder.filePath(u"paper.svg"_s), {690, 377}));
+    ASSERT_TRUE(shown.SavePicture(folder.filePath(u"paper.png"_s), {690, 377}, 2));
+    QFile drawing(folder.filePath(u"paper.svg"_s));
+    ASSERT_TRUE(drawing.open(QIODevice::ReadOnly));
+    EXPECT_EQ(drawing.readAll().count("parameter"), 12) << "names on paper are whole";
+    const QImage paper(folder.filePath(u"paper.png"_s));
+    EXPECT_EQ(paper.width(), 1380);
+    EXPECT_NEAR(paper.height(), 754, 3);
+    for (int y = 0; y < paper.height(); ++y)
+        ASSERT_EQ(paper.pixelColor(paper.width() - 1, y), QColor(Qt::white)) << "cut at the edge";
     std::set<std::vector<uchar>> looks;
     for (int series = 1; series <= 12; ++series) {
         std::vector<std::vector<double>> one(12, {0, 0});

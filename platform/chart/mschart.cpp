@@ -19,7 +19,9 @@ using namespace Qt::StringLiterals;
 namespace chart {
 namespace {
 
-constexpr double reach = 9; // pixels around a point that still pick it
+constexpr double reach = 9;    // pixels around a point that still pick it
+constexpr double growth = 1.2; // of a picture whose legend has no room
+constexpr double largestGrowth = 3;
 
 void requireNumber(int number, int count) {
     if (number < 1 || number > count)
@@ -199,10 +201,15 @@ QImage MSChart::Picture() {
 bool MSChart::SavePicture(const QString& path, const QSize& size, double sharpness) {
     PlotView page;
     page.setFont(font());
-    page.resize(size);
-    page.setViewport(QRect({}, size));
-    page.setDrawing(drawing());
-    return savePlot(page, path, sharpness);
+    page.setOnPaper();
+    QSize drawn = size;
+    do {
+        page.resize(drawn);
+        page.setViewport(QRect({}, drawn));
+        page.setDrawing(drawing());
+        drawn = drawn * growth;
+    } while (!page.hasRoomForLegend() && drawn.width() < size.width() * largestGrowth);
+    return savePlot(page, path, sharpness * size.width() / page.width());
 }
 
 QPoint MSChart::PointPosition(int series, int point) {

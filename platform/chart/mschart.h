@@ -84,8 +84,8 @@ public:
     void EditCopy();
     QImage Picture();
     /// Writes the chart, laid out for a size in logical pixels, over an older file: as a drawing when the
-    /// suffix is svg or pdf, else as a picture of that format with `sharpness` dots a pixel. False when that
-    /// fails.
+    /// suffix is svg or pdf, else as a picture of that format with `sharpness` dots a pixel. Names are whole;
+    /// a legend that finds no room makes everything smaller. False when that fails.
     bool SavePicture(const QString& path, const QSize& size, double sharpness = 1);
 
     /// The widget position of a point.

@@ -5,8 +5,11 @@
 #include "platform/chart/readingaids.h"
 #include "platform/chart/references.h"
 
+#include <QTextLayout>
+
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
 using namespace Qt::StringLiterals;
 
@@ -19,7 +22,8 @@ constexpr int legendIconWidth = 34;
 constexpr int legendSpacing = 2;
 constexpr int titleMargin = 6;
 constexpr int widestName = 190;
-constexpr int narrowestName = 90; // where names are in several columns
+constexpr int narrowestName = 90;     // where names are in several columns
+constexpr double largestLegend = 0.4; // of the width
 constexpr double ringSize = 17;
 constexpr double whiskerWidth = 7;
 constexpr double slanted = 45;
@@ -53,9 +57,32 @@ bool hasLegendOfSeries(const Drawing& drawing) {
     return !drawing.across || drawing.series.size() > 1;
 }
 
-/// In the legend of an XY chart with one series.
-int labelCount(const Drawing& drawing) {
-    return drawing.series.empty() ? 0 : static_cast<int>(drawing.series.front().look.PointLabels.size());
+/// In the legend: the series, or the labels of an XY chart with one series.
+QStringList namesOf(const Drawing& drawing) {
+    QStringList names;
+    if (hasLegendOfSeries(drawing)) {
+        for (const DrawnSeries& series : drawing.series)
+            names << series.name;
+    } else if (!drawing.series.empty()) {
+        for (const PointLabel& label : drawing.series.front().look.PointLabels)
+            names << QString::number(label.number) + u"  " + label.name;
+    }
+    return names;
+}
+
+/// In lines of at most a width, parted between words where that is possible.
+QString parted(const QString& text, const QFont& font, int width) {
+    QTextOption wrapping;
+    wrapping.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    QTextLayout layout(text, font);
+    layout.setTextOption(wrapping);
+    layout.beginLayout();
+    QStringList lines;
+    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+        line.setLineWidth(width);
+        lines << text.mid(line.textStart(), line.textLength()).trimmed();
+    }
+    return lines.join(u'\n');
 }
 
 } // namespace
@@ -107,18 +134,16 @@ void PlotView::setDrawing(const Drawing& drawing) {
     xAxis->grid()->setVisible(drawing.across.has_value());
     setScale(*yAxis, drawing.up, drawing.across ? margin : 0);
     const auto entries = static_cast<int>(drawing.series.size());
-    if (hasLegendOfSeries(drawing))
-        setLegend(entries, legendIconWidth);
-    else
-        setLegend(labelCount(drawing), 0);
+    const QStringList names = namesOf(drawing);
+    setLegend(names, hasLegendOfSeries(drawing) ? legendIconWidth : 0);
     drawReferences(*this, drawing);
     for (int number = 1; number <= entries; ++number)
         drawSeries(drawing.series[static_cast<std::size_t>(number - 1)], number, drawing);
     setBufferDevicePixelRatio(devicePixelRatioF());
     if (drawing.across) {
         setScale(*xAxis, *drawing.across, margin);
-        if (!hasLegendOfSeries(drawing) && !drawing.series.empty())
-            listLabels(drawing.series.front().look.PointLabels);
+        if (!hasLegendOfSeries(drawing))
+            listLabels(names);
         replot(rpQueuedRefresh); // determines the size of the plot, on which arrows and labels depend
         drawReadingAids(*this, drawing);
     } else {
@@ -147,27 +172,55 @@ void PlotView::setTitle(const QString& text) {
     title->setText(text);
 }
 
-void PlotView::listLabels(const std::vector<PointLabel>& labels) {
-    for (const PointLabel& label : labels) {
+void PlotView::listLabels(const QStringList& labels) {
+    for (const QString& label : labels) {
         QCPGraph* entry = addGraph(); // without points, for its name
         entry->setPen(Qt::NoPen);
-        entry->setName(fontMetrics().elidedText(QString::number(label.number) + u"  " + label.name,
-                                                Qt::ElideRight, nameWidth));
+        entry->setName(fitted(label));
     }
 }
 
-void PlotView::setLegend(int entries, int iconWidth) {
+/// As few columns as are not higher than the plot.
+void PlotView::setLegend(const QStringList& names, int iconWidth) {
     legend->setFont(font());
     legend->setIconSize(iconWidth, entryHeight());
-    const int columnsOfNames = legendColumns(entries);
-    legend->setWrap((entries + columnsOfNames - 1) / columnsOfNames);
+    const int entries = static_cast<int>(names.size());
+    const int room = viewport().height() - 2 * (entryHeight() + legendSpacing);
+    int rows = entries;
+    for (int columns = 1; columns <= qMax(1, entries); ++columns) {
+        rows = (entries + columns - 1) / columns;
+        nameWidth = qBound(narrowestName, viewport().width() / 4 / columns, widestName);
+        if (legendHeight(names, rows) <= room)
+            break;
+    }
+    legend->setWrap(rows);
     legend->setVisible(entries > 0);
-    nameWidth = qBound(narrowestName, viewport().width() / 4 / columnsOfNames, widestName);
+}
+
+/// The entries beside each other are as high as the highest of them.
+int PlotView::legendHeight(const QStringList& names, int rows) const {
+    std::vector<int> heights(static_cast<std::size_t>(rows), entryHeight());
+    for (int entry = 0; entry < names.size(); ++entry) {
+        int& height = heights[static_cast<std::size_t>(entry % rows)];
+        const auto lines = static_cast<int>(fitted(names[entry]).count(u'\n')) + 1;
+        height = qMax(height, lines * fontMetrics().lineSpacing());
+    }
+    return std::accumulate(heights.begin(), heights.end(), rows * legendSpacing);
+}
+
+bool PlotView::hasRoomForLegend() const {
+    const QSize needed = legend->visible() ? legend->minimumOuterSizeHint() : QSize();
+    return needed.height() <= viewport().height() && needed.width() <= viewport().width() * largestLegend;
+}
+
+QString PlotView::fitted(const QString& name) const {
+    return onPaper ? parted(name, font(), nameWidth)
+                   : fontMetrics().elidedText(name, Qt::ElideRight, nameWidth);
 }
 
 void PlotView::drawSeries(const DrawnSeries& series, int number, const Drawing& drawing) {
     QCPGraph* graph = addGraph();
-    graph->setName(fontMetrics().elidedText(series.name, Qt::ElideRight, nameWidth));
+    graph->setName(fitted(series.name));
     graph->setData(series.x, series.y, !drawing.across);
     graph->setAdaptiveSampling(false);
     graph->setLineStyle(series.look.ShowLine ? QCPGraph::lsLine : QCPGraph::lsNone);
@@ -259,12 +312,6 @@ void PlotView::drawCategories(int count, const QStringList& labels) {
 /// An entry is as high as its icon, and clips what is higher.
 int PlotView::entryHeight() const {
     return fontMetrics().height() + 2;
-}
-
-int PlotView::legendColumns(int entries) const {
-    const int step = entryHeight() + legendSpacing;
-    const int fitting = qMax(1, (viewport().height() - 2 * step) / step);
-    return qMax(1, (entries + fitting - 1) / fitting);
 }
 
 void PlotView::mark(const std::optional<QPointF>& point) {
