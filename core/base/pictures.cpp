@@ -2,6 +2,7 @@
 #include "core/base/pictures.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QIconEngine>
 #include <QPainter>
 #include <QStyle>
@@ -26,7 +27,7 @@ public:
     QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State) override {
         QPixmap drawn(size);
         drawn.fill(Qt::transparent);
-        QSvgRenderer picture(file);
+        QSvgRenderer picture(content());
         picture.setAspectRatioMode(Qt::KeepAspectRatio);
         QPainter painter(&drawn);
         picture.render(&painter);
@@ -39,6 +40,16 @@ public:
     QIconEngine* clone() const override { return new SvgIcon(file); }
 
 private:
+    /// The arrows stand on the ground of the theme, and in a dark one they are light.
+    QByteArray content() const {
+        QFile source(file);
+        QByteArray drawing = source.open(QIODevice::ReadOnly) ? source.readAll() : QByteArray();
+        const bool isDark = QGuiApplication::palette().color(QPalette::Window).lightness() < 128;
+        if (isDark && drawing.contains("class=\"arrow\""))
+            drawing.replace("#12507b", "#9cc9e8");
+        return drawing;
+    }
+
     QString file;
 };
 
