@@ -104,7 +104,6 @@ CatalogueTable::CatalogueTable(forms::Form& window, const GridEditorRules& rules
                                QLineEdit* editor, const char* tableName, std::vector<const char*> columns)
     : GridEditor(rules, edited, editor), form(window), table(QLatin1StringView(tableName)),
       fields(std::move(columns)) {
-    grid->setMarksRow(true);
 }
 
 QString CatalogueTable::cell(int row, int col) const {

@@ -42,6 +42,7 @@ bool isModifier(int key) {
 
 GridEditor::GridEditor(const GridEditorRules& rules, forms::MSHFlexGrid* edited, QLineEdit* editor)
     : QObject(edited), grid(edited), box(editor), rule(rules) {
+    grid->setMarksRow(true);
     box->setParent(grid->viewport());
     QWidget::setTabOrder(grid, box);
     box->setFrame(false);
@@ -133,8 +134,10 @@ void GridEditor::mouseDown() {
 }
 
 bool GridEditor::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::Resize && watched == grid->viewport())
+    if (event->type() == QEvent::Resize && watched == grid->viewport()) {
         placeBox();
+        QMetaObject::invokeMethod(this, &GridEditor::placeBox, Qt::QueuedConnection); // the last column follows
+    }
     if (watched == box)
         return boxEvent(event);
     if (watched != grid || event->type() != QEvent::KeyPress)
