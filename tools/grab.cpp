@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// grab HOME FOLDER [dark]: saves pictures of every form, the main window and some help topics, with the store
-// in HOME, to FOLDER. Accepts QT_SCALE_FACTOR and -style like any Qt program.
+// grab HOME FOLDER [dark] [WIDTHxHEIGHT]: saves pictures of every form, the main window of that size and some
+// help topics, with the store in HOME, to FOLDER. Accepts QT_SCALE_FACTOR and -style like any Qt program.
 #include "analysis/frmCompareGroups.h"
 #include "analysis/frmDateToDate.h"
 #include "analysis/frmDtoDActionPlan.h"
@@ -132,6 +132,29 @@ bool grabServer() {
     saved = save(MDIMain::instance(), u"frmStore-server"_s) && saved;
     frmStore::unload();
     useStore({});
+    return saved;
+}
+
+/// A message with a title that is longer than its text, one whose text is aligned to the right, and a
+/// calendar.
+bool grabPopups() {
+    bool saved = true;
+    int number = 0;
+    for (const int style : {forms::style::information, forms::style::okCancel | forms::style::rightAligned}) {
+        QTimer::singleShot(0, &MDIMain::instance(), [&] {
+            QWidget* box = QApplication::activeModalWidget();
+            saved = save(*box, u"message-%1"_s.arg(++number)) && saved;
+            box->close();
+        });
+        forms::msgBox(u"Nothing was found.\r\nTwo lines."_s, style,
+                      u"Customer Satisfaction Survey of Larkmoor Quality Services"_s);
+    }
+    frmSatisfactionIndex& form = frmSatisfactionIndex::instance();
+    form.Show();
+    form.findChild<forms::DTPicker*>(u"dtFrom"_s)->showPopup();
+    saved = save(*QApplication::activePopupWidget(), u"calendar"_s) && saved;
+    QApplication::activePopupWidget()->close();
+    frmSatisfactionIndex::unload();
     return saved;
 }
 
@@ -319,10 +342,10 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     const QStringList arguments = QApplication::arguments();
     if (arguments.size() < 3 || !QDir().mkpath(arguments[2])) {
-        std::fputs("usage: grab HOME FOLDER [dark]\n", stderr);
+        std::fputs("usage: grab HOME FOLDER [dark] [WIDTHxHEIGHT]\n", stderr);
         return 2;
     }
-    if (arguments.value(3) == u"dark")
+    if (arguments.contains(u"dark"_s))
         QApplication::setPalette(darkPalette());
     qputenv("XDG_CONFIG_HOME", (arguments[1] + u"/config"_s).toUtf8()); // not the user's own
     forms::todayHook = [] { return QDate(2026, 7, 2); };                // the same pictures in every run
@@ -335,7 +358,9 @@ int main(int argc, char** argv) {
     frmSplash::instance().Show();
     bool saved = save(frmSplash::instance(), u"frmSplash"_s);
     frmSplash::unload();
-    MDIMain::instance().resize(1280, 690);
+    const QStringList size = arguments.mid(3).value(arguments.size() - 4).split(u'x');
+    MDIMain::instance().resize(size.value(1).toInt() > 0 ? QSize(size[0].toInt(), size[1].toInt())
+                                                         : QSize(1280, 690));
     MDIMain::instance().show();
     saved = save(MDIMain::instance(), u"MDIMain"_s) && saved;
     for (const AnyForm& form : allForms())
@@ -344,6 +369,7 @@ int main(int argc, char** argv) {
     saved = grabReading() && saved;
     saved = grabCheck() && saved;
     saved = grabChanged() && saved;
+    saved = grabPopups() && saved;
     saved = grabServer() && saved;
     saved = grabSegments() && saved;
     saved = grabResponses() && saved;
