@@ -47,3 +47,9 @@ void savePictureForReport(chart::MSChart& drawn, const QString& file, const QSiz
     if (!drawn.SavePicture(homeDirectory() + u'/' + file, size, sharpness))
         throw Failure(Failure::fileAccess, u"Path/File access error"_s);
 }
+
+void keepRoom(QWidget& button) {
+    QSizePolicy policy = button.sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    button.setSizePolicy(policy);
+}

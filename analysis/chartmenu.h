@@ -8,6 +8,8 @@
 
 #include <functional>
 
+class QWidget;
+
 namespace chart {
 class MSChart;
 }
@@ -19,3 +21,6 @@ void addChartMenu(chart::MSChart& drawn, const QSize& size, const std::function<
 /// Saves the chart to a file in the home directory for use in a report, in print resolution, and copies it to
 /// the clipboard. Throws Failure if the file cannot be written.
 void savePictureForReport(chart::MSChart& drawn, const QString& file, const QSize& size);
+
+/// The button keeps its room while it is hidden, so that those after it stay where they are.
+void keepRoom(QWidget& button);

@@ -66,6 +66,7 @@ frmCompareGroups::frmCompareGroups()
     : DefaultForm(Kind::SubWindow), ui(std::make_unique<Ui::frmCompareGroups>()) {
     ui->setupUi(this);
     setUpPeriods();
+    keepRoom(*ui->cmdPrint);
     addChartMenu(*ui->mschart, printedSize, [this] { return shown.table(); });
     ui->chkBasis->setChecked(desktop::isSwitchedOn(basisSwitch));
     setResultVisible(false);

@@ -50,6 +50,7 @@ frmPerformanceMatrix::frmPerformanceMatrix()
     ui->mschart->tipText = [this](int series, int point) { // after an error mschart may have more points
         return point <= ui->mschartHidden->RowCount() ? pointText(series, point) : QString();
     };
+    keepRoom(*ui->cmdPrint);
     addChartMenu(*ui->mschart, printedSize, [this] { return pointTable(); });
     addNewAction();
     ui->chkBasis->setChecked(desktop::isSwitchedOn(basisSwitch));

@@ -37,6 +37,7 @@ frmSatisfactionIndex::frmSatisfactionIndex()
     ui->mschart->setCategoryTitle(u"Survey Date"_s);
     ui->mschart->setValueTitle(u"Satisfaction Index"_s);
     ui->mschart->setValueScale({.Minimum = 0, .Maximum = 11, .MajorDivision = 11, .MinorDivision = 1});
+    keepRoom(*ui->cmdPrint);
     addChartMenu(*ui->mschart, printedSize, [this] { return pointTable(); });
     ui->chkBasis->setChecked(desktop::isSwitchedOn(basisSwitch));
     ui->chkTargets->setChecked(desktop::isSwitchedOn(targetSwitch));
