@@ -150,7 +150,7 @@ void undoAll(int readings) {
 } // namespace
 
 int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" GAUGEWELL_SOURCE "/tests/data/screen.json");
     const QApplication application(argc, argv);
     const QTemporaryDir home;
     const QStringList paths = makeFiles(home);

@@ -125,7 +125,7 @@ void measure(Bound& bound, const char* what, const QDate& from, const QDate& to)
 } // namespace
 
 int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" GAUGEWELL_SOURCE "/tests/data/screen.json");
     const QApplication application(argc, argv);
     const QTemporaryDir home;
     const QString path = home.filePath(u"Tallywell.mdb"_s);

@@ -243,7 +243,7 @@ void copyTo(const PrivateServer& host, const QString& socket) {
 } // namespace
 
 int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" GAUGEWELL_SOURCE "/tests/data/screen.json");
     const QApplication application(argc, argv);
     forms::messageHook = [](const forms::Message& message) {
         std::printf("message: %s\n", qPrintable(message.text));

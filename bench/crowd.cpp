@@ -289,7 +289,7 @@ void copyTo(const PrivateServer& host) {
 } // namespace
 
 int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" GAUGEWELL_SOURCE "/tests/data/screen.json");
     qputenv("QT_LOGGING_RULES", "*.warning=false"); // what the offscreen platform cannot do
     const QApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();

@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 int main(int argc, char** argv) {
+    if (qgetenv("QT_QPA_PLATFORM") == "offscreen") // has a small square screen by itself
+        qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" GAUGEWELL_SOURCE "/tests/data/screen.json");
     const desktop::Application application(argc, argv);
     desktop::uncaughtHook = [](const std::exception_ptr&) {
         ADD_FAILURE() << "an exception has left an event handler";

@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Every form can be used by keyboard alone and is deleted when it is closed.
 #include "core/MDIMain.h"
+#include "platform/forms/lists.h"
+#include "platform/forms/msgbox.h"
 #include "tests/support/surveytest.h"
 #include "tools/allforms.h"
 
 #include <QApplication>
 #include <QLabel>
 #include <QPushButton>
+#include <QScrollArea>
 
 using namespace Qt::StringLiterals;
 
@@ -96,6 +99,35 @@ TEST_F(KeyboardTest, everyFormWorksByKeyboard) {
         key(Qt::Key_Escape);
         deleteClosedForms();
         EXPECT_TRUE(open.isNull()) << any.name << ": Esc";
+        any.close();
+        deleteClosedForms();
+    }
+}
+
+TEST_F(KeyboardTest, everyFormFitsASmallScreen) {
+    const QSize small(960, 510); // 1920 x 1080 at 200 %, without the title bar
+    MDIMain::instance().resize(small);
+    const Replaced<forms::messageHook> ignored([](const forms::Message&) { return forms::Answer::Ok; });
+    for (const AnyForm& any : allForms()) {
+        forms::Form& form = any.open();
+        if (auto* dates = form.findChild<forms::ListBox*>(u"lstSurveyDates"_s))
+            dates->setListIndex(0);
+        for (const char* growing : {"cmdView", "chkBasis", "chkGaps"}) {
+            if (auto* button = form.findChild<QAbstractButton*>(QLatin1StringView(growing)))
+                button->click();
+        }
+        QCoreApplication::processEvents(); // layouts
+        const QWidget& window = form.isWindow() ? form : *form.parentWidget();
+        const QRect place = form.isWindow() ? QRect({}, window.minimumSizeHint()) : window.geometry();
+        EXPECT_TRUE(QRect({}, form.isWindow() ? small : window.parentWidget()->size()).contains(place))
+            << any.name << ' ' << place.right() + 1 << " x " << place.bottom() + 1;
+        auto* scrolled = form.findChild<QScrollArea*>();
+        for (QPushButton* button : form.findChildren<QPushButton*>()) {
+            if (scrolled)
+                scrolled->ensureWidgetVisible(button);
+            EXPECT_TRUE(button->isHidden() || button->visibleRegion().boundingRect() == button->rect())
+                << any.name;
+        }
         any.close();
         deleteClosedForms();
     }

@@ -10,6 +10,7 @@
 #include "platform/ado/datasources.h"
 #include "platform/desktop/helpwindow.h"
 #include "platform/desktop/opener.h"
+#include "platform/desktop/windowstate.h"
 #include "platform/forms/commondialog.h"
 #include "reference/frmCustomer.h"
 #include "reference/frmParameter.h"
@@ -23,6 +24,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QStyle>
 #include <QSysInfo>
 #include <QTimer>
 #include <sys/stat.h>
@@ -229,9 +231,20 @@ TEST_F(MainWindowTest, sizePositionAndMaximisedStateAreRestoredOnScreen) {
     EXPECT_TRUE(MDIMain::instance().isMaximized());
     EXPECT_EQ(MDIMain::instance().normalGeometry(), chosen);
     MDIMain::instance().showNormal();
-    MDIMain::instance().setGeometry(chosen.translated(9000, 9000));
-    reopenWindow();
-    EXPECT_TRUE(MDIMain::instance().screen()->geometry().contains(MDIMain::instance().geometry()));
+    const auto isInSight = [](const QWidget& window) {
+        return window.screen()->geometry().contains(
+            window.geometry().adjusted(0, -window.style()->pixelMetric(QStyle::PM_TitleBarHeight), 0, 0));
+    };
+    for (const QRect& lost :
+         {chosen.translated(9000, 9000), chosen.translated(-600, -60), QRect(0, 0, 5000, 4000)}) {
+        MDIMain::instance().setGeometry(lost);
+        reopenWindow();
+        EXPECT_TRUE(isInSight(MDIMain::instance())) << lost.x();
+    }
+    QWidget neverRemembered;
+    neverRemembered.resize(5000, 4000);
+    desktop::restoreWindow(neverRemembered);
+    EXPECT_LT(neverRemembered.height(), neverRemembered.screen()->geometry().height());
 }
 
 TEST_F(MainWindowTest, theHelpWindowShowsTheTopic) {

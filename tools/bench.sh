@@ -9,7 +9,7 @@ cmake --preset release -DGAUGEWELL_BENCH=ON >/dev/null
 benches=(bench_index bench_segments bench_search bench_reading bench_start bench_surveyexport bench_answerexport bench_responses
   bench_server crowd)
 cmake --build --preset release --target "${benches[@]}"
-export QT_QPA_PLATFORM=offscreen
+export QT_QPA_PLATFORM=offscreen:configfile=$PWD/tests/data/screen.json
 for name in index segments search reading start answerexport responses; do
   echo "== $name =="
   "build/release/bench/bench_$name"

@@ -6,6 +6,7 @@
 #include "platform/crystal/pageview.h"
 #include "platform/crystal/reportfailure.h"
 #include "platform/crystal/reporttable.h"
+#include "platform/desktop/windowstate.h"
 #include "platform/forms/tablemenu.h"
 
 #include <QApplication>
@@ -61,6 +62,7 @@ PreviewWindow::PreviewWindow(std::shared_ptr<const Report> shown, const QString&
     setWindowTitle(title);
     setContextMenuPolicy(Qt::NoContextMenu); // otherwise its tool bar could be hidden permanently
     resize(960, 720);
+    desktop::keepOnScreen(*this);
     setCentralWidget(view);
     addActions();
     const auto table = [this] { return tableOf(*report); };

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/desktop/helpwindow.h"
 
+#include "platform/desktop/windowstate.h"
+
 #include <QFile>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -45,6 +47,7 @@ HelpWindow::HelpWindow()
     setWindowTitle(tr("Help"));
     setAttribute(Qt::WA_DeleteOnClose);
     resize(860, 600);
+    keepOnScreen(*this);
     contents->setAccessibleName(tr("Topics"));
     sought->setPlaceholderText(tr("Find in help"));
     sought->setClearButtonEnabled(true);

@@ -7,9 +7,12 @@ class QWidget;
 
 namespace desktop {
 
-/// Restores a window's last remembered size, position and maximized state, moved onto the present screens. A
-/// window that was never remembered is left unchanged.
+/// Restores a window's last remembered size, position and maximized state, kept on the present screens. A
+/// window that was never remembered keeps its own size and place as far as they fit.
 void restoreWindow(QWidget& window);
+
+/// Shrinks and moves a window until it is on its screen with its title bar.
+void keepOnScreen(QWidget& window);
 
 /// Stores them under the window's object name in an ini file in the user's configuration folder. A file that
 /// cannot be written is not an error.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/forms/commondialog.h"
 
+#include "platform/forms/form.h"
 #include "platform/forms/msgbox.h"
 
 #include <QApplication>
@@ -23,7 +24,7 @@ QStringList chosenIn(QFileDialog& box) {
 }
 
 QString askForFile(const CommonDialog& dialog) {
-    QFileDialog box(QApplication::activeWindow());
+    QFileDialog box(Form::owner());
     box.setFileMode(dialog.Flags & AllowMultiselect ? QFileDialog::ExistingFiles : QFileDialog::ExistingFile);
     box.setNameFilter(qtFilter(dialog.Filter));
     return chosenIn(box).join(u'\n');
@@ -31,7 +32,7 @@ QString askForFile(const CommonDialog& dialog) {
 
 /// Asks before an existing file is replaced.
 QString askForNewFile(const CommonDialog& dialog) {
-    QFileDialog box(QApplication::activeWindow());
+    QFileDialog box(Form::owner());
     box.setAcceptMode(QFileDialog::AcceptSave);
     box.setNameFilter(qtFilter(dialog.Filter));
     if (!dialog.InitDir.isEmpty())
@@ -40,7 +41,7 @@ QString askForNewFile(const CommonDialog& dialog) {
 }
 
 QString askForFolder() {
-    QFileDialog box(QApplication::activeWindow());
+    QFileDialog box(Form::owner());
     box.setFileMode(QFileDialog::Directory);
     box.setOption(QFileDialog::ShowDirsOnly);
     return chosenIn(box).value(0);

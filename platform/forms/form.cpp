@@ -13,7 +13,9 @@
 #include <QMdiSubWindow>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollArea>
 #include <QToolButton>
+#include <QVBoxLayout>
 
 namespace forms {
 namespace {
@@ -28,6 +30,14 @@ Qt::CursorShape cursorOf(int pointer) {
 
 void Form::setHost(QMdiArea* area) {
     host = area;
+}
+
+QWidget* Form::owner() {
+    if (QWidget* active = QApplication::activeWindow())
+        return active;
+    if (QWidget* modal = QApplication::activeModalWidget())
+        return modal;
+    return host && host->isVisible() ? host->window() : nullptr;
 }
 
 Form::Form(Kind windowKind) : kind(windowKind) {
@@ -48,7 +58,7 @@ void Form::loadInto() {
                         onActivate();
                 });
     } else if (kind == Kind::Dialog) {
-        setParent(QApplication::activeWindow(), Qt::Dialog);
+        setParent(owner(), Qt::Dialog);
         setWindowModality(Qt::ApplicationModal);
     }
     for (QPushButton* button : findChildren<QPushButton*>())
@@ -64,7 +74,7 @@ QWidget* Form::frame() const {
 QRect Form::area() const {
     if (subWindow)
         return subWindow->mdiArea()->viewport()->rect();
-    return screen()->availableGeometry();
+    return parentWidget() ? parentWidget()->geometry() : screen()->availableGeometry();
 }
 
 void Form::setCaption(const QString& caption) {
@@ -75,12 +85,12 @@ void Form::setCaption(const QString& caption) {
 
 void Form::setLeft(int twips) {
     if (!frame()->isMaximized())
-        frame()->move(toPixels(twips), frame()->y());
+        frame()->move(area().x() + toPixels(twips), frame()->y());
 }
 
 void Form::setTop(int twips) {
     if (!frame()->isMaximized())
-        frame()->move(frame()->x(), toPixels(twips));
+        frame()->move(frame()->x(), area().y() + toPixels(twips));
 }
 
 void Form::setHeight(int twips) {
@@ -91,10 +101,18 @@ void Form::setHeight(int twips) {
         keepInSight();
 }
 
-/// Moves and, if necessary, shrinks the window to fit into its area.
+/// Moves and, if necessary, shrinks the window to fit into the main window, a dialog with its title bar into
+/// the screen. Contents that are larger scroll from then on.
 void Form::keepInSight() {
-    const QRect within = area();
+    QRect within = area();
+    if (!subWindow) {
+        within = screen()->availableGeometry();
+        within.setHeight(within.height() - style()->pixelMetric(QStyle::PM_TitleBarHeight));
+    }
     QWidget* window = frame();
+    const QSize least = window->minimumSizeHint();
+    if (layout() && (least.width() > within.width() || least.height() > within.height()))
+        scrollContents();
     const QSize fitting = window->size().boundedTo(within.size()).expandedTo(window->minimumSizeHint());
     if (fitting != window->size())
         window->resize(fitting);
@@ -103,6 +121,26 @@ void Form::keepInSight() {
     const int y =
         qBound(within.top(), window->y(), qMax(within.top(), within.bottom() + 1 - window->height()));
     window->move(x, y);
+}
+
+void Form::scrollContents() {
+    if (isScrolled)
+        return;
+    isScrolled = true;
+    QWidget* focused = focusWidget();
+    auto* contents = new QWidget;
+    contents->setLayout(layout()); // with its controls
+    auto* scrolled = new QScrollArea(this);
+    scrolled->setFrameShape(QFrame::NoFrame);
+    scrolled->setFocusPolicy(Qt::NoFocus);
+    scrolled->setWidgetResizable(true);
+    scrolled->setWidget(contents);
+    auto* around = new QVBoxLayout(this);
+    around->setContentsMargins({});
+    around->addWidget(scrolled);
+    scrolled->show();
+    if (focused)
+        focused->setFocus();
 }
 
 void Form::Show() {

@@ -15,7 +15,8 @@ namespace forms {
 
 /// A window of the program. It is loaded at its first use, shown, unloaded; its events are the virtual
 /// functions. Positions and sizes are twips, of the whole window with its frame, within the area that the
-/// window lives in: the client area of the main window for a sub-window, the screen for a dialog.
+/// window lives in: the client area of the main window for a sub-window, the window that it was opened from
+/// for a dialog, the screen for a dialog without one. It is kept in sight wherever it is put.
 class Form : public QWidget {
     Q_OBJECT
 
@@ -24,6 +25,9 @@ public:
 
     /// The area of the sub-windows; without one they are top-level windows.
     static void setHost(QMdiArea* area);
+    /// The window that a dialog or a message opened now belongs to: the active one; while another program is
+    /// in front, the one that waits for an answer, else the main window. Null before there is any.
+    static QWidget* owner();
 
     ~Form() override;
 
@@ -37,8 +41,8 @@ public:
     QString Caption() const { return windowTitle(); }
     void setCaption(const QString& caption);
 
-    int Left() const { return toTwips(frame()->x()); }
-    int Top() const { return toTwips(frame()->y()); }
+    int Left() const { return toTwips(frame()->x() - area().x()); }
+    int Top() const { return toTwips(frame()->y() - area().y()); }
     int Width() const { return toTwips(frame()->width()); }
     int Height() const { return toTwips(frame()->height()); }
     void setLeft(int twips);
@@ -81,11 +85,13 @@ private:
     QWidget* frame() const;
     QRect area() const;
     void keepInSight();
+    void scrollContents();
 
     Kind kind;
     QPointer<QMdiSubWindow> subWindow;
     int pointer = DefaultPointer;
     bool unloading = false;
+    bool isScrolled = false;
 };
 
 /// A form with one default instance, accessible through the form's class. Base is Form, or a common base of

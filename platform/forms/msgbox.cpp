@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/forms/msgbox.h"
 
+#include "platform/forms/form.h"
+
 #include <QApplication>
 #include <QGridLayout>
 #include <QLabel>
@@ -30,7 +32,7 @@ void widenForTitle(QMessageBox& box) {
 }
 
 Answer showMessage(const Message& message) {
-    QMessageBox box(QApplication::activeWindow());
+    QMessageBox box(Form::owner());
     box.setWindowTitle(message.title.isEmpty() ? applicationTitle : message.title);
     box.setTextFormat(Qt::PlainText);
     box.setText(QString(message.text).replace(QLatin1StringView("\r\n"), QLatin1StringView("\n")));
