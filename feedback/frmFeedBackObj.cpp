@@ -216,8 +216,7 @@ void frmFeedBackObj::toSaveDtls() {
         answers->requireFor(findSurveyKey(chosen()));
         answers->findChanges();
     });
-    if (isCompared && answers->settle() &&
-        guarded([this] { writeTogether([this] { answers->save(); }); }))
+    if (isCompared && answers->settle() && guarded([this] { writeTogether([this] { answers->save(); }); }))
         showDone(u"Answers of "_s + chosen().respondent + u" saved");
 }
 

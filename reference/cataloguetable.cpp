@@ -103,8 +103,7 @@ void CatalogueTable::Stored::findDuplicates() {
 CatalogueTable::CatalogueTable(forms::Form& window, const GridEditorRules& rules, forms::MSHFlexGrid* edited,
                                QLineEdit* editor, const char* tableName, std::vector<const char*> columns)
     : GridEditor(rules, edited, editor), form(window), table(QLatin1StringView(tableName)),
-      fields(std::move(columns)) {
-}
+      fields(std::move(columns)) {}
 
 QString CatalogueTable::cell(int row, int col) const {
     return grid->TextMatrix(row, col);

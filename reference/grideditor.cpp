@@ -136,7 +136,8 @@ void GridEditor::mouseDown() {
 bool GridEditor::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::Resize && watched == grid->viewport()) {
         placeBox();
-        QMetaObject::invokeMethod(this, &GridEditor::placeBox, Qt::QueuedConnection); // the last column follows
+        QMetaObject::invokeMethod(this, &GridEditor::placeBox,
+                                  Qt::QueuedConnection); // the last column follows
     }
     if (watched == box)
         return boxEvent(event);

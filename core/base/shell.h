@@ -64,8 +64,8 @@ private:
 /// Shows a text in the status bar; an empty text clears it. Does nothing without a main window.
 void showStatus(const QString& word);
 
-/// Shows beside it what a command has done, with the time: "6 questions saved 14:03". The folder of a file can
-/// be opened there. Does nothing without a main window.
+/// Shows beside it what a command has done, with the time: "6 questions saved 14:03". The folder of a file
+/// can be opened there. Does nothing without a main window.
 void showDone(const QString& text, const QString& file = {});
 
 /// "1 question", "6 questions".
