@@ -120,7 +120,7 @@ QString replaceDamagedStore(const QString& path) {
     const Staged staged(path);
     if (cnnMain)
         cnnMain->Close();
-    const QString kept = QFileInfo(path).absoluteDir().filePath(
+    QString kept = QFileInfo(path).absoluteDir().filePath(
         forms::nowHook().toString(u"'damaged-'yyyy-MM-dd-HHmmss'.mdb'"_s));
     const QString journal = u"-journal"_s;
     if (!QFile::rename(strDatabasePath, kept) || (QFile::exists(strDatabasePath + journal) &&

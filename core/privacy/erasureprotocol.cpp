@@ -74,7 +74,7 @@ QString saveProtocol(const QString& text, const QString& kind, const QDateTime& 
     const QDir folder(homeDirectory() + u"/protocols"_s);
     if (!folder.exists())
         QDir().mkdir(folder.path(), QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
-    const QString path = folder.filePath(kind + when.toString(u" yyyy-MM-dd HHmmss"_s) + u".txt");
+    QString path = folder.filePath(kind + when.toString(u" yyyy-MM-dd HHmmss"_s) + u".txt");
     saveOwnersText(text, path);
     return path;
 }
