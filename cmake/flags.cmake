@@ -12,6 +12,10 @@ if(GAUGEWELL_SANITIZE)
   target_compile_options(gaugewell_flags INTERFACE
     -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
   target_link_options(gaugewell_flags INTERFACE -fsanitize=address,undefined)
+  find_program(GAUGEWELL_MOLD mold) # links these large programs several times as fast
+  if(GAUGEWELL_MOLD)
+    target_link_options(gaugewell_flags INTERFACE -fuse-ld=mold)
+  endif()
 endif()
 
 # gaugewell_platform_library(NAME): adds a static library of the sources in the current folder.

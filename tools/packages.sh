@@ -10,7 +10,7 @@ tests="libgtest-dev libgmock-dev libqt6svg6 fonts-dejavu-core poppler-utils pyth
 slides="libreoffice-impress-nogui python3-pil" # for tools/makeslides.py only
 peers="python3-xlwt" # for tools/bench.sh only
 packaging="dpkg-dev file desktop-file-utils appstream xvfb openbox xdotool python3"
-checks="clang clang-format clang-tidy libclang-rt-14-dev python3"
+checks="mold clang clang-format clang-tidy libclang-rt-14-dev python3"
 
 wanted=""
 for group in "$@"; do
