@@ -5,6 +5,7 @@
 #include "core/base/busy.h"
 #include "core/base/gblGlobal.h"
 #include "core/base/shell.h"
+#include "exchange/fewlines.h"
 #include "platform/forms/clock.h"
 #include "platform/forms/msgbox.h"
 #include "ui_frmErase.h"
@@ -18,15 +19,6 @@ namespace style = forms::style;
 namespace {
 
 constexpr int helpContext = 222;
-
-/// The first lines of many.
-QString fewOf(const QStringList& lines) {
-    constexpr qsizetype most = 20;
-    QString text = lines.mid(0, most).join(u"\r\n"_s);
-    if (lines.size() > most)
-        text += u"\r\nand %1 more"_s.arg(lines.size() - most);
-    return text;
-}
 
 } // namespace
 
