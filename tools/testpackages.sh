@@ -1,9 +1,11 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: GPL-3.0-or-later
 # testpackages.sh BUILD: makes both packages of a build directory. Installs each, starts it on a virtual display with an
-# empty home, installs it again over the used home, and removes it. Without root the .deb is only unpacked.
+# empty home, installs it again over the used home, and removes it. The Debian package also takes the place of a package of
+# version 2.1.0, whose home has a store of the version before. Without root the .deb is only unpacked, and nothing upgraded.
 set -euo pipefail
 build=$(cd "$1" && pwd)
+source=$(cd "$(dirname "$0")/.." && pwd)
 work=$(mktemp -d)
 installed=""
 finish() {
@@ -109,6 +111,33 @@ check_desktop "${launcher%/bin/gaugewell}"
 check_refusal "$launcher"
 check_home "$launcher" unpack
 
+# make_last_version: makes $last, a package of version 2.1.0, which brings an empty store of version 1.
+make_last_version() {
+  local tree="$work/last version"
+  last="$work/gaugewell_2.1.0.deb"
+  dpkg-deb -R "$deb" "$tree"
+  sed -i 's/^Version: .*/Version: 2.1.0/' "$tree/DEBIAN/control"
+  rm "$tree/usr/share/gaugewell/Tallywell.mdb"
+  "$build/tools/makestore" "$tree/usr/share/gaugewell/Tallywell.mdb" kvtwpa "$source/tests/data/schema1.sql"
+  dpkg-deb --root-owner-group -b "$tree" "$last" >/dev/null
+}
+
+check_upgrade() { # the last version's home keeps its rows, gets the present store and can be gone back to by its copy
+  export HOME="$work/home of the last version"
+  mkdir "$HOME"
+  install "$last"
+  [ "$(dpkg-query -W -f='${Version}' gaugewell)" = 2.1.0 ] || fail "the last version is not installed"
+  /usr/lib/gaugewell/updatehome "$HOME/Gaugewell" /usr/share/gaugewell
+  sql "insert into survey (sdate, custid) values ('2026-01-31', 7)" >/dev/null
+  [ "$(sql "pragma user_version")" = "(1,)" ] || fail "the last version's store is not of version 1"
+  install "$deb"
+  run_once /usr/bin/gaugewell
+  [ "$(dpkg-query -W -f='${Version}' gaugewell)" != 2.1.0 ] || fail "the new version is not installed"
+  [ "$(sql "pragma user_version")" = "(2,)" ] || fail "the store has not been upgraded"
+  [ "$(sql "select sdate, custid from survey")" = "('2026-01-31', 7)" ] || fail "the upgrade has lost a survey"
+  [ "$(find "$HOME/Gaugewell/backup" -name 'Tallywell-*.mdb' | wc -l)" = 1 ] || fail "no copy before the upgrade"
+}
+
 echo "Debian package..."
 export HOME="$work/home"
 mkdir "$HOME"
@@ -116,7 +145,7 @@ if [ "$(id -u)" -eq 0 ]; then
   dpkg-query -W gaugewell >/dev/null 2>&1 && fail "gaugewell is installed here: remove it first"
   export DEBIAN_FRONTEND=noninteractive
   installed=yes
-  install() { apt-get install -y -q --no-install-recommends --reinstall "$deb" >"$work/log" 2>&1 || { cat "$work/log" >&2; fail "install"; }; }
+  install() { apt-get install -y -q --no-install-recommends --reinstall "${1:-$deb}" >"$work/log" 2>&1 || { cat "$work/log" >&2; fail "install"; }; }
   prefix=/usr
 else
   install() { dpkg -x "$deb" "$work/root"; }
@@ -126,6 +155,9 @@ install
 check_desktop "$prefix"
 check_home "$prefix/bin/gaugewell" install
 if [ -n "$installed" ]; then
+  dpkg --purge gaugewell >/dev/null
+  make_last_version
+  check_upgrade
   dpkg --purge gaugewell >/dev/null
   installed=""
   for path in /usr/bin/gaugewell /usr/lib/gaugewell /usr/share/gaugewell; do
