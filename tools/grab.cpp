@@ -374,11 +374,11 @@ int main(int argc, char** argv) {
     saved = grabSegments() && saved;
     saved = grabResponses() && saved;
     saved = grabPerson() && saved;
-    saved = grabSearch() && saved;
     saved = grabEditor() && saved;
     saved = grabIndex() && saved;
     saved = grabTargets() && saved;
     saved = grabMatrix() && saved;
+    saved = grabSearch() && saved; // after the charts: its note in the status bar stays
     for (const int context : {0, 201, 12, 217, 218, 219}) // the contents, a long topic, some with tables
         saved = grabHelp(context) && saved;
     MDIMain::destroy();
