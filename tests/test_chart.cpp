@@ -120,7 +120,6 @@ TEST_F(ChartTest, xyChart) {
     EXPECT_EQ(picked, (Picked{{1, 1}, {1, 2}, {1, 3}, {1, 2}}));
 }
 
-/// Twelve series with long names leave room for the plot, and all look different.
 TEST_F(ChartTest, referencesAndMarks) {
     fill({{5, 6, 7}, {3, 0, 8}});
     const QImage plain = shown.Picture();
@@ -147,6 +146,7 @@ TEST_F(ChartTest, referencesAndMarks) {
     EXPECT_EQ(shown.PointPosition(1, 1), marked);
 }
 
+/// Twelve series with long names leave room for the plot, and all look different.
 TEST_F(ChartTest, manySeries) {
     fill(std::vector<std::vector<double>>(12, {5, 6}));
     for (int column = 1; column <= 12; ++column) {

@@ -144,7 +144,6 @@ TEST_F(PerformanceMatrixTest, viewShowsChartAndGrid) {
     expectIdle();
 }
 
-/// There are eight shifts for coinciding points; the ninth stops the drawing silently, the chart stays.
 TEST_F(PerformanceMatrixTest, theBasisStandsInTheListTheTipAndTheChart) {
     rate(u"Price"_s, 7, 3);
     rate(u"Care"_s, 7, 3);
@@ -173,6 +172,7 @@ TEST_F(PerformanceMatrixTest, theBasisStandsInTheListTheTipAndTheChart) {
     EXPECT_EQ(drawn->Picture(), plain);
 }
 
+/// There are eight shifts for coinciding points; the ninth stops the drawing silently, the chart stays.
 TEST_F(PerformanceMatrixTest, ninthCoincidenceEndsSilently) {
     for (int i = 0; i < 10; ++i)
         rate(u"Same %1"_s.arg(i), 6, 6);
@@ -190,7 +190,8 @@ TEST_F(PerformanceMatrixTest, ninthCoincidenceEndsSilently) {
 TEST_F(PerformanceMatrixTest, picturesAreSavedAndFailuresReported) {
     rate(u"Price"_s, 7, 3);
     clickDate(0);
-    press(form(), "cmdPrint");
+    expectInOrder(print(form(), u"Performance Matrix Report"_s),
+                  {u"Customer Acme"_s, u"Survey date 01/03/2024"_s, u"Price 7.00 3.00"_s});
     EXPECT_FALSE(QGuiApplication::clipboard()->image().isNull());
     EXPECT_GT(QImage(home() + u"/perform.bmp"_s).width(), 2000) << "too coarse for a page";
     ASSERT_TRUE(QFile::remove(home() + u"/perform.bmp"_s) && QDir().mkdir(home() + u"/perform.bmp"_s));

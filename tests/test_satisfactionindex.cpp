@@ -200,7 +200,7 @@ TEST_F(SatisfactionIndexTest, targetsStandInTheChartTheTipAndTheReport) {
     EXPECT_NE(drawn->Picture(), plain);
     expectTip(1, u"7.3333335\r\nTarget: 7.35"_s);
     expectInOrder(print(form(), u"Survey Report"_s),
-                  {u"below its target"_s, u"Customer Acme"_s, u"PRICE 01/03/2024 7.33 7.35 below target"_s,
+                  {u"Customer Acme"_s, u"below its target"_s, u"PRICE 01/03/2024 7.33 7.35 below target"_s,
                    u"01/06/2024 9.00 7.35 target met"_s, u"01/09/2024 7.00 7.35 below target"_s,
                    u"Service 01/03/2024 4.00 10.00 below target"_s, u"01/06/2024 not rated 10.00"_s,
                    u"01/09/2024 10.00 10.00 target met"_s});

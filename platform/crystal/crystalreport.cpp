@@ -17,19 +17,21 @@ void CrystalReport::setAction(int action) {
     Layout layout = readLayout(ReportFileName);
     const QString name =
         layout.organisation.isEmpty() ? QString() : formulaText(layout.organisation, layout.line);
-    std::vector<HeadValue> headFormulas;
     QStringList headTexts;
-    for (const HeadFormula& formula : layout.formulas) {
-        headFormulas.emplace_back().field.words = formula.label;
+    for (const HeadFormula& formula : layout.formulas)
         headTexts << formulaText(formula.name, formula.line);
-    }
     if (!Password.startsWith(u'\n'))
         throw reportFailure(ReportFileName, 0, u"The password does not begin with a line feed."_s);
     const std::vector<Condition> selection = parseSelection(SelectionFormula, ReportFileName);
     Records records = Connection ? readRecords(layout, selection, *Connection)
                                  : readRecords(layout, selection, DataFiles(0), Password.mid(1));
-    layout.values.insert(layout.values.begin(), headFormulas.begin(), headFormulas.end());
-    records.values = headTexts + records.values;
+    for (qsizetype i = 0; i < headTexts.size(); ++i) {
+        const HeadFormula& formula = layout.formulas[std::size_t(i)];
+        HeadValue line;
+        line.field.words = formula.label;
+        layout.values.insert(layout.values.begin() + formula.place + i, line);
+        records.values.insert(formula.place + i, headTexts[i]);
+    }
     previewHook(std::make_shared<const Report>(std::move(layout), std::move(records), name), WindowTitle,
                 WindowState);
 }

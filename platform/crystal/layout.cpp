@@ -176,8 +176,8 @@ private:
             layout.page = pageOf(attributes);
             layout.fontSize = attributes.number(u"size"_s, 9, 6, 20);
         } else if (name == u"formula") {
-            layout.formulas.push_back(
-                {attributes.text(u"name"_s), attributes.text(u"label"_s, {}), attributes.lineNumber()});
+            layout.formulas.push_back({attributes.text(u"name"_s), attributes.text(u"label"_s, {}),
+                                       attributes.lineNumber(), qsizetype(layout.values.size())});
         } else if (name == u"value") {
             HeadValue value;
             value.field = shownField(attributes, u"label"_s);

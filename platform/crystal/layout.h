@@ -34,6 +34,7 @@ struct HeadFormula {
     QString name;
     QString label;
     qint64 line = 0;
+    qsizetype place = 0; ///< how many values are above it
 };
 
 /// Records collected under a heading. Groups are nested in the order of the layout.
@@ -75,8 +76,8 @@ struct Layout {
     QString empty;        ///< text in place of the rows when there are none
     QPageLayout page{QPageSize(QPageSize::A4), QPageLayout::Portrait, QMarginsF(15, 15, 15, 15),
                      QPageLayout::Millimeter};
-    double fontSize = 9;               ///< points, of the rows
-    std::vector<HeadFormula> formulas; ///< above the values
+    double fontSize = 9; ///< points, of the rows
+    std::vector<HeadFormula> formulas;
     std::vector<HeadValue> values;
     std::vector<Picture> pictures;
     std::vector<Group> groups;
