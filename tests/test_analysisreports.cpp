@@ -111,7 +111,7 @@ TEST_F(AnalysisReportsTest, improvementPlan) {
     control<forms::DTPicker>(form, "dtFrom")->setValue(spring);
     const QString text = print(form, u"Analysis on Improvement Plan"_s);
     expectInOrder(text, {u"Customer Acme"_s, u"Period 01/03/2024 to "_s + ado::toText(today),
-                         u"Not completed"_s, u"1 action"_s, u"01/09/2024 Ask again 01/10/2024"_s,
+                         u"Not Completed"_s, u"1 action"_s, u"01/09/2024 Ask again 01/10/2024"_s,
                          u"Completed"_s, u"01/03/2024 Ring 31/03/2024"_s});
     for (const QString& absent : {u"Too early"_s, u"Too late"_s, u"Somebody"_s})
         EXPECT_FALSE(text.contains(absent)) << absent.toStdString();
