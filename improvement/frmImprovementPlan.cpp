@@ -253,8 +253,10 @@ void frmImprovementPlan::toSaveActionDtls() {
     });
     if (!saved)
         return;
-    showDone(counted(chosenCustomers().size(), u"action"_s) + u" saved");
-    ui->txtDescription->setModified(false);
+    if (const int count = ui->lstCusName->SelCount(); count > 0) {
+        showDone(counted(count, u"action"_s) + u" saved");
+        ui->txtDescription->setModified(false);
+    }
     toFillListView();
     bool showsStored = true;
     guarded([&] {

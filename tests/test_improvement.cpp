@@ -111,6 +111,11 @@ TEST_F(ImprovementTest, savingWritesEachChosenCustomerAndOverwritesWithoutAWarni
     expectFault(Refused); // at the second customer
     press(form(), "cmdSave");
     EXPECT_EQ(rows(stored), expected) << "the first customer's action went back";
+    for (const int customer : {0, 2})
+        clickCustomer(customer, Qt::ControlModifier);
+    enter(u"Kept"_s);
+    press(form(), "cmdSave"); // for no customer
+    EXPECT_TRUE(box().isModified());
 }
 
 TEST_F(ImprovementTest, whatIsTypedGoesToTheDateTypedAfterIt) {
