@@ -9,14 +9,12 @@
 
 #include <QTemporaryDir>
 
-/// Example workbooks: t_xlwt.xls was made by xlwt (two sheets protected with "kvtwpa"), filled_by_lo.xls is
-/// the same filled in and saved by LibreOffice, lo_native.xls was made in LibreOffice, gn.xls saved by
-/// Gnumeric.
-inline const QStringList sampleNames{QStringLiteral("t_xlwt.xls"), QStringLiteral("filled_by_lo.xls"),
-                                     QStringLiteral("lo_native.xls"), QStringLiteral("gn.xls")};
+/// Example workbooks: made by xlwt (two sheets protected with "kvtwpa"), the same filled in and saved by
+/// LibreOffice, made in LibreOffice, saved by Gnumeric.
+inline const QStringList sampleNames{u"t_xlwt.xls"_s, u"filled_by_lo.xls"_s, u"lo_native.xls"_s, u"gn.xls"_s};
 
 inline QString firstSheet(const QString& sample) {
-    return sample == sampleNames[2] ? QStringLiteral("Nat") : QStringLiteral("Form");
+    return sample == sampleNames[2] ? u"Nat"_s : u"Form"_s;
 }
 
 inline QString samplePath(const QString& name) {
@@ -31,13 +29,8 @@ inline void putName(QByteArray& container, qsizetype entry, QStringView name) {
     excel::biff::put16(container, entry + 64, quint16(2 * name.size() + 2));
 }
 
-inline void PrintTo(const QString& text, std::ostream* out) {
-    *out << '"' << qPrintable(text) << '"';
-}
-
 // Gives each test a folder for copies of the examples.
-class ExcelFiles : public ::testing::Test {
-protected:
+struct ExcelFiles : ::testing::Test {
     QString path(const QString& name) const { return folder.filePath(name); }
     QString copyOf(const QString& sample) const {
         QFile::copy(samplePath(sample), path(sample));
@@ -46,13 +39,10 @@ protected:
     // The text of the Error or Refusal that `work` throws; empty if none.
     template <typename Work> static QString errorOf(Work&& work) {
         try {
-            work();
-        } catch (const Failure& error) {
-            return error.text();
+            return failureOf(work);
         } catch (const excel::biff::Refusal& refusal) {
             return refusal.reason();
         }
-        return {};
     }
 
     QTemporaryDir folder;

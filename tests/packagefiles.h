@@ -43,19 +43,18 @@ inline Parts xlsxParts(const QByteArray& rows, const QByteArray& strings = {},
                        const QByteArray& properties = {}) {
     const QByteArray type = "http://schemas.openxmlformats.org/officeDocument/2006/relationships/";
     return {
-        {QStringLiteral("_rels/.rels"), "<Relationships><Relationship Id='r1' Type='" + type +
-                                            "officeDocument' Target='/xl/workbook.xml'/></Relationships>"},
-        {QStringLiteral("xl/workbook.xml"),
-         "<workbook xmlns:r='r'>" + properties +
-             "<sheets><sheet name='Answers' r:id='r1'/></sheets></workbook>"},
-        {QStringLiteral("xl/_rels/workbook.xml.rels"),
+        {u"_rels/.rels"_s, "<Relationships><Relationship Id='r1' Type='" + type +
+                               "officeDocument' Target='/xl/workbook.xml'/></Relationships>"},
+        {u"xl/workbook.xml"_s, "<workbook xmlns:r='r'>" + properties +
+                                   "<sheets><sheet name='Answers' r:id='r1'/></sheets></workbook>"},
+        {u"xl/_rels/workbook.xml.rels"_s,
          "<Relationships><Relationship Id='r1' Type='" + type +
              "worksheet' Target='worksheets/a.xml'/><Relationship Id='r2' Type='" + type +
              "sharedStrings' Target='strings.xml'/><Relationship Id='r3' Type='" + type +
              "styles' Target='styles.xml'/></Relationships>"},
-        {QStringLiteral("xl/worksheets/a.xml"), "<worksheet><sheetData>" + rows + "</sheetData></worksheet>"},
-        {QStringLiteral("xl/strings.xml"), "<sst count='4000000000'>" + strings + "</sst>"},
-        {QStringLiteral("xl/styles.xml"),
+        {u"xl/worksheets/a.xml"_s, "<worksheet><sheetData>" + rows + "</sheetData></worksheet>"},
+        {u"xl/strings.xml"_s, "<sst count='4000000000'>" + strings + "</sst>"},
+        {u"xl/styles.xml"_s,
          "<styleSheet><numFmts><numFmt numFmtId='170' formatCode='0.0&quot; d&quot;\\m[Red]'/><numFmt "
          "numFmtId='171' formatCode='[$-409]d\\-mmm'/><numFmt numFmtId='172' formatCode='[h]:mm'/></numFmts>"
          "<cellStyleXfs><xf numFmtId='14'/></cellStyleXfs><cellXfs><xf numFmtId='0'/><xf numFmtId='14'/>"
@@ -65,22 +64,21 @@ inline Parts xlsxParts(const QByteArray& rows, const QByteArray& strings = {},
 
 /// The parts of an OpenDocument spreadsheet with one sheet, "Answers", of these row elements.
 inline Parts odsParts(const QByteArray& rows) {
-    return {{QStringLiteral("mimetype"), "application/vnd.oasis.opendocument.spreadsheet"},
-            {QStringLiteral("content.xml"),
+    return {{u"mimetype"_s, "application/vnd.oasis.opendocument.spreadsheet"},
+            {u"content.xml"_s,
              "<office:document-content xmlns:office='o' xmlns:table='t' xmlns:text='x'><office:body>"
              "<office:spreadsheet><table:table table:name='Answers'>" +
                  rows + "</table:table></office:spreadsheet></office:body></office:document-content>"}};
 }
 
 /// Fixture of the tests on workbooks that are zip files.
-class PackageFiles : public ExcelFiles {
-protected:
-    QString written(const Parts& parts, const QString& name = QStringLiteral("a.xls")) const {
+struct PackageFiles : ExcelFiles {
+    QString written(const Parts& parts, const QString& name = u"a.xls"_s) const {
         writeParts(path(name), parts);
         return path(name);
     }
     excel::Worksheet answersOf(const Parts& parts) const {
-        return application.Workbooks().Open(written(parts)).Worksheets(QStringLiteral("Answers"));
+        return application.Workbooks().Open(written(parts)).Worksheets(u"Answers"_s);
     }
     QString refusalOf(const Parts& parts) const {
         return errorOf([&] { application.Workbooks().Open(written(parts)); });

@@ -6,15 +6,14 @@
 #include "platform/ado/recordset.h"
 #include "platform/ado/store.h"
 #include "platform/ado/value.h"
+#include "tests/support/text.h"
 
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
-using namespace Qt::StringLiterals;
 using Lock = ado::Recordset::Lock;
 
 namespace {
-
 /// The number of the failure that `step` throws; 0 if none.
 template <class Step> int failureNumber(Step step) {
     try {
@@ -30,7 +29,7 @@ TEST(Dialect, refusesAnythingButOneWholeStatement) {
                                 u"1 -- 2"_s, u"1 /* all */"_s, u"[a"_s})
         EXPECT_EQ(failureNumber([&] { ado::translate(u"select * from t where "_s + text); }),
                   ado::number::syntax)
-            << text.toStdString();
+            << text;
     EXPECT_EQ(failureNumber([] { ado::translate(u"select * from t where custid=5;drop table t"_s); }),
               ado::number::afterEnd);
 }
@@ -56,18 +55,17 @@ TEST(Values, wholeNumbersRoundHalfEvenAndOverflowIsRefused) {
     const std::pair<QVariant, int> fits[] = {{u"2.5"_s, 2},    {u"3.5"_s, 4}, {u" 7 "_s, 7},        {-0.5, 0},
                                              {32767.4, 32767}, {true, -1},    {u"-32768"_s, -32768}};
     for (const auto& [value, whole] : fits)
-        EXPECT_EQ(ado::toWhole(value), whole) << value.toString().toStdString();
+        EXPECT_EQ(ado::toWhole(value), whole) << value.toString();
     const std::pair<QVariant, int> refused[] = {
         {32767.5, Failure::overflow},      {u"1e9"_s, Failure::overflow},
         {u"ten"_s, Failure::typeMismatch}, {u""_s, Failure::typeMismatch},
         {u"nan"_s, Failure::typeMismatch}, {u"5 apples"_s, Failure::typeMismatch}};
     for (const auto& [value, number] : refused)
-        EXPECT_EQ(failureNumber([&] { ado::toWhole(value); }), number) << value.toString().toStdString();
+        EXPECT_EQ(failureNumber([&] { ado::toWhole(value); }), number) << value.toString();
 }
 
 /// A store of two tables and a view, registered as data source "test".
-class AdoTest : public ::testing::Test {
-protected:
+struct AdoTest : ::testing::Test {
     void SetUp() override {
         qputenv("XDG_CONFIG_HOME", directory.filePath(u"config"_s).toUtf8());
         path = directory.filePath(u"store.mdb"_s);
@@ -119,8 +117,7 @@ TEST_F(AdoTest, onlyTheRecordsOfOneTableAreWritten) {
     ado::Recordset records;
     for (const QString& text : {u"select name from person"_s, u"select * from person, note"_s,
                                 u"select * from people"_s, u"select count(*) from person"_s})
-        EXPECT_NE(failureNumber([&] { records.Open(text, connection, Lock::Optimistic); }), 0)
-            << text.toStdString();
+        EXPECT_NE(failureNumber([&] { records.Open(text, connection, Lock::Optimistic); }), 0) << text;
     EXPECT_NE(failureNumber([&] { records.Open(u"delete * from person"_s, connection); }), 0);
     records.Open(u"select * from person"_s, connection);
     EXPECT_EQ(failureNumber([&] { records["name"] = u"x"_s; }), ado::number::notWritable);
@@ -134,8 +131,7 @@ TEST_F(AdoTest, aValueInBracesHoldsAnyCharacter) {
     for (const QString& password : {u"a;b}c"_s, u"}"_s, u"{x}=;;'\""_s, u" "_s}) {
         ado::createStore(path, "create table note (a INTEGER);", password);
         connection.ConnectionString = u";PWD="_s + ado::braced(password) + u"; DBQ =" + path;
-        EXPECT_EQ(failureNumber([&] { connection.Open(); }), 0) << password.toStdString();
+        EXPECT_EQ(failureNumber([&] { connection.Open(); }), 0) << password;
     }
 }
-
 } // namespace

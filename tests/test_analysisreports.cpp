@@ -3,31 +3,18 @@
 #include "analysis/frmDateToDate.h"
 #include "analysis/frmDtoDActionPlan.h"
 #include "analysis/frmDtoDSatisfactionOverview.h"
-#include "core/MDIMain.h"
 #include "core/base/reports.h"
 #include "platform/ado/value.h"
-#include "platform/forms/dtpicker.h"
-#include "platform/forms/lists.h"
 #include "tests/support/reporttest.h"
 
-#include <QCheckBox>
-#include <QPushButton>
-
-using namespace Qt::StringLiterals;
-
 namespace {
-
 const QString customer = u"Bäckerei Müller"_s;
 const QString ofCustomer = u"{log.custname}='"_s + customer + u"'"_s;
 const QString ofRespondent =
     u"{reportlinktable.respondentname} = ['Jörg'] and {reportlinktable.custname}=['"_s + customer +
     u"'] and {reportlinktable.sdate}=date(2002,03,15)"_s;
 
-const QDate spring{2024, 3, 1};
-const QDate autumn{2024, 9, 1};
-
-class AnalysisReportsTest : public ReportTest {
-protected:
+struct AnalysisReportsTest : ReportTest {
     /// Two respondents, two dates, unrated answers of both kinds, actions on, between and outside the dates.
     static void addAcme() {
         const int acme = addCustomer(u"Acme"_s);
@@ -45,15 +32,14 @@ protected:
         addScore(bob, fair, first, spring, 4, 6);
         addScore(ann, clear, first, spring, 0, 9);
         addScore(bob, clear, first, spring, 3, 0);
-        run(u"insert into feedbackdescriptive (respondentid, questionid, surveydate, weightage, Description) "
-            "values (1, 3, '2024-03-01', 2, 'Très bien'), (2, 3, '2024-03-01', 0, 'No idea')"_s);
+        addWords(ann, 3, first, spring, u"Très bien"_s, 2);
+        addWords(bob, 3, first, spring, u"No idea"_s);
         addScore(ann, fair, second, autumn, 1, 2);
         addCustomer(u"Brown"_s);
-        run(u"insert into actionplan (customerid, Date, Action, targetdate, Status) values "
-            "(1, '2024-03-01', 'Ring', '2024-03-31', True), (1, '2024-09-01', 'Ask again', '2024-10-01', "
-            "False), "
-            "(1, '2024-02-29', 'Too early', null, False), (1, '2025-01-01', 'Too late', null, False), "
-            "(2, '2024-03-01', 'Somebody else''s', null, False)"_s);
+        run(u"insert into actionplan values (1, 1, '2024-03-01', 'Ring', '2024-03-31', True), "
+            "(2, 1, '2024-09-01', 'Ask again', '2024-10-01', False), "
+            "(3, 1, '2024-02-29', 'Too early', null, 0), (4, 1, '2025-01-01', 'Too late', null, 0), "
+            "(5, 2, '2024-03-01', 'Somebody else''s', null, 0)"_s);
     }
     /// The text of a report's PDF.
     QString pages(const QString& file, const QString& selection) {
@@ -68,16 +54,15 @@ protected:
 
 TEST_F(AnalysisReportsTest, surveyResponse) {
     addAcme();
-    frmDateToDate& form = frmDateToDate::instance();
-    form.Show();
+    frmDateToDate& form = show<frmDateToDate>();
     auto* dates = control<forms::ListBox>(form, "lstSurveyDate");
     EXPECT_EQ(dates->ListCount(), 2);
     EXPECT_EQ(dates->Text(), u"01/03/2024");
     run(u"update questions set paramid=1"_s);
-    const QString text = print(form, u"Survey Report"_s);
-    expectInOrder(text, {u"Larkmoor Ltd"_s, u"Customer Acme"_s, u"Survey date 01/03/2024"_s, u"Price"_s,
-                         u"3 answers"_s, u"Fair? Ann 5 8"_s, u"Émile 4 6"_s, u"Why? Ann 2 Très bien"_s,
-                         u"Mean 4.50 7.00"_s}); // of the Score questions only
+    expectInOrder(print(form, u"Survey Report"_s),
+                  {u"Larkmoor Ltd"_s, u"Customer Acme"_s, u"Survey date 01/03/2024"_s, u"Price"_s,
+                   u"3 answers"_s, u"Fair? Ann 5 8"_s, u"Émile 4 6"_s, u"Why? Ann 2 Très bien"_s,
+                   u"Mean 4.50 7.00"_s}); // of the Score questions only
     dates->setListIndex(1);
     expectInOrder(print(form, u"Survey Report"_s), {u"Fair? Ann 1 2"_s});
     control<forms::ComboBox>(form, "cmbCustomer")->setListIndex(1);
@@ -88,13 +73,11 @@ TEST_F(AnalysisReportsTest, surveyResponse) {
 
 TEST_F(AnalysisReportsTest, satisfactionOverview) {
     addAcme();
-    frmDtoDSatisfactionOverview& form = frmDtoDSatisfactionOverview::instance();
-    form.Show();
+    auto& form = show<frmDtoDSatisfactionOverview>();
     auto* from = control<forms::DTPicker>(form, "dtFrom");
     EXPECT_EQ(from->Value(), today);
     from->setValue(spring);
-    const QString text = print(form, u"Satisfaction Overview"_s);
-    expectInOrder(text,
+    expectInOrder(print(form, u"Satisfaction Overview"_s),
                   {u"Survey Objective"_s, u"5 entries"_s, u"Price"_s, u"Clear? 01/03/2024 Ann 9"_s,
                    u"Émile 3"_s, u"Fair? 01/03/2024 Ann 5 8"_s, u"Émile 4 6"_s, u"01/09/2024 Ann 1 2"_s,
                    u"Survey Descriptive"_s, u"2 entries"_s, u"Service"_s,
@@ -106,15 +89,14 @@ TEST_F(AnalysisReportsTest, satisfactionOverview) {
 
 TEST_F(AnalysisReportsTest, improvementPlan) {
     addAcme();
-    frmDtoDActionPlan& form = frmDtoDActionPlan::instance();
-    form.Show();
+    auto& form = show<frmDtoDActionPlan>();
     control<forms::DTPicker>(form, "dtFrom")->setValue(spring);
     const QString text = print(form, u"Analysis on Improvement Plan"_s);
     expectInOrder(text, {u"Customer Acme"_s, u"Period 01/03/2024 to "_s + ado::toText(today),
                          u"Not Completed"_s, u"1 action"_s, u"01/09/2024 Ask again 01/10/2024"_s,
                          u"Completed"_s, u"01/03/2024 Ring 31/03/2024"_s});
     for (const QString& absent : {u"Too early"_s, u"Too late"_s, u"Somebody"_s})
-        EXPECT_FALSE(text.contains(absent)) << absent.toStdString();
+        EXPECT_FALSE(text.contains(absent)) << absent;
     const QString later = ado::toText(today.addDays(1));
     control<forms::DTPicker>(form, "dtFrom")->setValue(today.addDays(1));
     expectInOrder(print(form, u"Analysis on Improvement Plan"_s),
@@ -128,8 +110,7 @@ TEST_F(AnalysisReportsTest, improvementPlan) {
 TEST_F(AnalysisReportsTest, compareGroups) {
     addAcme();
     run(u"insert into segment (custid, kind, name) values (1, 'Region', 'North')"_s);
-    frmCompareGroups& form = frmCompareGroups::instance();
-    form.Show();
+    frmCompareGroups& form = show<frmCompareGroups>();
     control<forms::ListBox>(form, "lstParameters")->setSelected(1, false);
     const auto printed = [&] {
         press(form, "cmdView");
@@ -165,5 +146,4 @@ TEST_F(AnalysisReportsTest, registerAndQuestionnaireShowTheirOwnRecordsInOrder) 
                           u"Question 0. Descriptive 4"_s, u"Question 8. Score 4 8"_s, u"Parameter 1"_s});
     EXPECT_FALSE(files.contains(u"Ana"_s) || asked.contains(u"Ana"_s));
 }
-
 } // namespace

@@ -1,25 +1,19 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// A survey file that a spreadsheet program has saved in another format or with another name of its sheet, and
-// damaged ones. These never hang or crash the program, and change no answers but their own survey's.
-#include "core/store/store.h"
+// A survey file in another format or with a renamed sheet, and damaged ones. These never hang or crash the
+// program, and change no answers but their own survey's.
+
 #include "exchange/files/cellmap.h"
 #include "exchange/files/readingundo.h"
 #include "exchange/files/sheetchoice.h"
 #include "exchange/reading.h"
 #include "platform/excel/compoundfile.h"
-#include "tests/support/surveyfile.h"
 #include "tests/support/surveytest.h"
 
-#include <QDir>
 #include <QRandomGenerator>
 #include <unistd.h>
 
-using namespace Qt::StringLiterals;
-
 namespace {
-
-class AnswerFormats : public SurveyTest {
-protected:
+struct AnswerFormats : SurveyTest {
     void SetUp() override {
         SurveyTest::SetUp();
         strCompanyName = u"Larkmoor"_s;
@@ -41,8 +35,7 @@ protected:
         book.Save();
         return file;
     }
-    /// The stored answers after reading the file, which must be read to its end. The only remark is that it
-    /// has come back in another format.
+    /// The stored answers after the file was read to its end; its other format is the only remark.
     QStringList read(const QString& file) {
         run(u"update feedbackobjective set weightage=0, score=0"_s);
         run(u"update feedbackdescriptive set weightage=0, description=null"_s);
@@ -79,7 +72,7 @@ TEST_F(AnswerFormats, eachFormatGivesTheSameAnswers) {
     EXPECT_TRUE(answers.join(u' ').contains(words));
     for (const auto& [type, byGnumeric] :
          {std::pair(u"xlsx"_s, false), {u"ods"_s, false}, {u"xlsx"_s, true}, {u"ods"_s, true}}) {
-        SCOPED_TRACE(qPrintable(type));
+        SCOPED_TRACE(type);
         const QString converted = file.chopped(3) + type;
         if (byGnumeric)
             outputOf(u"ssconvert"_s, {original, converted});
@@ -123,13 +116,10 @@ QByteArray damagedCopy(int round, const QByteArray& whole, QRandomGenerator& ran
 }
 
 TEST_F(SurveyTest, damagedSurveyFilesWriteTheirOwnAnswersOrNothing) {
-    const QString file = path(u"filled.xls"_s);
     addStored(ann, today, {0, 4});
-    SurveyFile{.respondentid = ann,
-               .questions = {{question[0], true}, {question[4], false}},
-               .entered = {{u"C14"_s, 7}, {u"D14"_s, 9}, {u"D16"_s, 3}, {u"B17"_s, u"Good words"_s}}}
-        .saveAs(file);
-    add(u"log"_s, {{"custname", u"Acme"_s}, {"respid", ann}, {"xlsfilename", u"filled.xls"_s}});
+    const QString file =
+        saveFile(u"filled.xls"_s, ann, {{"C14", 7}, {"D14", 9}, {"D16", 3}, {"B17", u"Good words"_s}});
+    addToRegister(u"filled.xls"_s);
     const QByteArray whole = contentOf(file);
     const auto otherRows = [] {
         return storeRows(*cnnMain).filter(QRegularExpression(u"^(?!feedback|log|reading)"_s)) +
@@ -139,7 +129,7 @@ TEST_F(SurveyTest, damagedSurveyFilesWriteTheirOwnAnswersOrNothing) {
     int shown = 0, good = 0, foreign = 0;
     const Replaced<forms::messageHook> agrees([&](const forms::Message& message) {
         ++shown;
-        return message.style & forms::style::yesNo ? forms::Answer::Yes : forms::Answer::Ok;
+        return message.style & style::yesNo ? Answer::Yes : Answer::Ok;
     });
     runRaw(u"pragma synchronous = off"_s);
     QRandomGenerator random(20240305);
@@ -172,5 +162,4 @@ TEST_F(SurveyTest, damagedSurveyFilesWriteTheirOwnAnswersOrNothing) {
     EXPECT_TRUE(good > 300 && good < 1900 && foreign > 3)
         << good << " read, " << foreign << " under other keys";
 }
-
 } // namespace

@@ -5,23 +5,9 @@
 #include "tests/support/listview.h"
 #include "tests/support/surveytest.h"
 
-#include <QDir>
-#include <QFileInfo>
-#include <QLabel>
-#include <QPushButton>
-
-using namespace Qt::StringLiterals;
-namespace style = forms::style;
-using forms::Answer;
-
 namespace {
-
-class BackupsTest : public SurveyTest {
-protected:
-    static frmBackups& form() {
-        frmBackups::instance().Show();
-        return frmBackups::instance();
-    }
+struct BackupsTest : SurveyTest {
+    static frmBackups& form() { return show<frmBackups>(); }
     static const forms::ListView& list() { return *control<forms::ListView>(form(), "lsvCopies"); }
     /// Makes a copy, a minute after the last one.
     void backUp() {
@@ -76,8 +62,7 @@ TEST_F(BackupsTest, goesBackToTheOldestCopyAndStartsAgain) {
     EXPECT_EQ(list().ListCount(), 10);
     ::clickRow(list(), 9);
     const QString erasures = u"\r\n\r\nPersons erased since then: 1. They come back and have to be erased "
-                             u"again; the folder protocols "
-                             "has their numbers."_s;
+                             "again; the folder protocols has their numbers."_s;
     expectQuestion(erasures, Answer::No);
     restore(0);
     EXPECT_EQ(listed(list()).at(9), u"05/03/2024 10:01:00|0.3 MB|good|Tallywell-2024-03-05-100100-1.mdb"_s);
@@ -122,7 +107,7 @@ TEST_F(BackupsTest, checksCopies) {
     }
     ::clickRow(list(), 0);
     if (cnnMain->IsFile()) {
-        messages.expectTitled(u"This copy cannot be used: damaged."_s, style::critical);
+        messages.expectCritical(u"This copy cannot be used: damaged."_s);
         restore(0);
     } else {
         EXPECT_FALSE(control<QPushButton>(form(), "cmdRestore")->isEnabled());
@@ -140,14 +125,12 @@ TEST_F(BackupsTest, takesTheCopyInPlaceOfADamagedStore) {
     writeFile(strDatabasePath, content.replace(4096, 60'000, QByteArray(60'000, 'x')));
     toOpenConnection();
     expectQuestion();
-    messages.expectBeginning(u"The present store is damaged and cannot be copied."_s,
-                             style::yesNo + style::critical + style::secondButton, u"Gaugewell v2.1"_s,
-                             Answer::Yes);
+    messages.expectTitledBeginning(u"The present store is damaged and cannot be copied."_s,
+                                   style::yesNo + style::critical + style::secondButton, Answer::Yes);
     restore(1);
     EXPECT_EQ(storeRows(*cnnMain), before);
     EXPECT_EQ(contentOf(home() + u"/backup/damaged-2024-03-05-100100.mdb"), content);
     EXPECT_EQ(QFile::permissions(strDatabasePath) & (QFile::ReadGroup | QFile::ReadOther),
               QFile::Permissions());
 }
-
 } // namespace

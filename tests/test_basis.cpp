@@ -12,7 +12,6 @@
 #include <random>
 
 namespace {
-
 /// Each respondent's marks, weightage and score in turn.
 std::vector<RespondentAnswer> answersOf(const std::map<int, std::vector<int>>& marks) {
     std::vector<RespondentAnswer> answers;
@@ -37,22 +36,16 @@ const std::vector<RespondentAnswer> mixed = answersOf(
     {{1, {9, 9, 8, 8, 8, 8}}, {2, {6, 4, 6, 7, 9, 5}}, {3, {5, 8, 3, 8, 7, 6}}, {4, {7, 9, 8, 4, 6, 9}}});
 
 const Figure index = [](const std::vector<RatedAnswer>& answers) { return satisfactionIndex(answers); };
-const Figure weightage = meanWeightage;
-const Figure score = meanScore;
+const Figure weightage = meanWeightage, score = meanScore;
 
 TEST(BasisTest, marginsAreThoseOfASurveyPackage) {
-    const struct {
-        const std::vector<RespondentAnswer>& answers;
-        const Figure& figure;
-        int asked;
-        double margin;
-    } cases[] = {
+    const std::tuple<std::vector<RespondentAnswer>, Figure, int, double> cases[] = {
         {first, index, 8, 0.70785739},  {first, index, 20, 1.0010615},     {second, index, 8, 1.5479356},
         {second, index, 20, 2.1891115}, {first, weightage, 8, 0.55528902}, {first, weightage, 20, 0.78529726},
         {first, score, 8, 1.3882226},   {first, score, 20, 1.9632432},     {first, index, 5, 0},
     };
-    for (const auto& given : cases)
-        EXPECT_NEAR(marginOf(given.answers, given.asked, given.figure), given.margin, 1e-6) << given.margin;
+    for (const auto& [answers, figure, asked, margin] : cases)
+        EXPECT_NEAR(marginOf(answers, asked, figure), margin, 1e-6) << margin;
 }
 
 TEST(BasisTest, aChangeIsThatOfTheRespondentsOfBothDates) {
@@ -71,10 +64,9 @@ TEST(BasisTest, aChangeIsThatOfTheRespondentsOfBothDates) {
 
 TEST(BasisTest, respondentsAndRatingsAreCounted) {
     const Basis some = basisOf(first, 8, 24);
-    EXPECT_EQ(some.respondents, 5);
-    EXPECT_EQ(some.asked, 8);
-    EXPECT_EQ(some.ratings, 13) << "two lack a mark";
-    EXPECT_EQ(some.questions, 24);
+    EXPECT_EQ(std::tuple(some.respondents, some.asked, some.ratings, some.questions),
+              std::tuple(5, 8, 13, 24))
+        << "two lack a mark";
     EXPECT_FALSE(some.isTooFew() || some.isOfAll());
     const Basis none = basisOf(answersOf({{1, {0, 5}}, {2, {5, 5}}}), 1, 1);
     EXPECT_EQ(none.respondents, 1);
@@ -110,5 +102,4 @@ TEST(Period, beginsAndIsNamed) {
         EXPECT_EQ(nameOf(period, begin), QLatin1StringView(name));
     }
 }
-
 } // namespace

@@ -5,7 +5,6 @@
 #include "feedback/frmFeedBackObj.h"
 #include "platform/ado/sqlitesession.h"
 #include "reference/frmCustomer.h"
-#include "tests/support/surveyfile.h"
 #include "tests/support/surveytest.h"
 
 #include <QElapsedTimer>
@@ -15,10 +14,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-using namespace Qt::StringLiterals;
-
 namespace {
-
 constexpr int many = 250;
 int changesLeft = 0;
 
@@ -27,8 +23,7 @@ void dieAtChange(void*, int, const char*, const char*, sqlite3_int64) {
         std::raise(SIGKILL);
 }
 
-class BigStoreTest : public SurveyTest {
-protected:
+struct BigStoreTest : SurveyTest {
     void fill(int customers, int questions) const {
         cnnMain->BeginTrans();
         for (int i = 1; i < customers; ++i)
@@ -67,9 +62,7 @@ protected:
         frmNewSurvey::instance().toSaveParamAndQuest();
     }
     static void readSurveyFile() { ::readSurveyFile(homePath(u"filled.xls"_s)); }
-
-    /// Runs `save` in a child process that is killed at its `atChange`-th row change (0: never). Returns
-    /// whether it was killed.
+    /// Whether a child process that runs `save` was killed at its `atChange`-th row change (0: never).
     static bool killedWhile(void (*save)(), int atChange = 0) {
         cnnMain->Close();
         const pid_t child = fork();
@@ -122,5 +115,4 @@ TEST_F(BigStoreTest, aKilledSaveIsAllOrNothing) {
         EXPECT_NE(rows(content), before) << "the save itself";
     }
 }
-
 } // namespace

@@ -4,24 +4,16 @@
 #include "exchange/frmSetting.h"
 #include "feedback/frmFeedBackObj.h"
 #include "improvement/frmImprovementPlan.h"
-#include "platform/forms/clock.h"
-#include "platform/forms/dtpicker.h"
 #include "reference/frmCustomer.h"
 #include "reference/frmParameter.h"
 #include "survey/frmEditExistingSurvey.h"
 #include "tests/support/changedrows.h"
 #include "tests/support/gridform.h"
 
-#include <QRadioButton>
 #include <QTableWidget>
-#include <QTimer>
-
-using namespace Qt::StringLiterals;
 
 namespace {
-
-class ChangedMeanwhileTest : public StoreTest, protected ChangedRows {
-protected:
+struct ChangedMeanwhileTest : StoreTest, protected ChangedRows {
     void SetUp() override {
         StoreTest::SetUp();
         add(u"customer"_s, {{"custname", u"Acme"_s}, {"Address", u"Hill 1"_s}, {"telno", u"12"_s}});
@@ -50,7 +42,7 @@ protected:
                     const std::function<void(const QString&)>& enter, const std::function<QString()>& shown,
                     const std::vector<Case>& cases) {
         for (const Case& given : cases) {
-            SCOPED_TRACE(testing::Message() << given.others.toStdString() << int(given.answer));
+            SCOPED_TRACE(testing::Message() << given.others << int(given.answer));
             enter(given.mine);
             if (!given.others.isEmpty())
                 other(u"update %1 set "_s.arg(table) + given.others);
@@ -100,8 +92,7 @@ TEST_F(ChangedMeanwhileTest, respondentsParametersAndQuestionsAreComparedToo) {
     press(frmCustomer::instance(), "cmdSaveRespondent");
     EXPECT_EQ(rows(u"select respondentdesignation from respondent"_s), QStringList(u"Chief"_s));
 
-    frmParameter& form = frmParameter::instance();
-    form.Show();
+    frmParameter& form = show<frmParameter>();
     const EditedGrid parameters{form, "grdParameterDtls", "txtParameterDtls"};
     parameters.enter(1, 1, u"Supply"_s);
     other(u"update parameter set parametername='Shipping'"_s);
@@ -121,8 +112,7 @@ TEST_F(ChangedMeanwhileTest, respondentsParametersAndQuestionsAreComparedToo) {
 TEST_F(ChangedMeanwhileTest, theMarksOfAnAnswerAreCompared) {
     addQuestionnaire(1, addSurvey(1, {2024, 3, 5}), {1});
     addScore(1, 1, 1, {2024, 3, 5}, 4, 5);
-    frmFeedBackObj& form = frmFeedBackObj::instance();
-    form.Show();
+    frmFeedBackObj& form = show<frmFeedBackObj>();
     const EditedGrid marks{form, "grdDtls", "txtDtls"};
     ASSERT_EQ(marks.row(1), u"On time?|4|5|"_s);
     expectKept<frmFeedBackObj>(
@@ -138,8 +128,7 @@ TEST_F(ChangedMeanwhileTest, theFieldsOfAnActionAreCompared) {
     const Replaced<forms::todayHook> fixedDay{[] { return QDate(2024, 3, 5); }};
     run(u"insert into actionplan (customerid, Date, Action, targetdate, Status) values "
         "(1, '2024-03-05', 'Call', null, False)"_s);
-    frmImprovementPlan& form = frmImprovementPlan::instance();
-    form.Show();
+    frmImprovementPlan& form = show<frmImprovementPlan>();
     auto* words = control<QLineEdit>(form, "txtDescription");
     const auto enter = [words](const QString& text) {
         if (text.isEmpty())
@@ -172,8 +161,7 @@ TEST_F(ChangedMeanwhileTest, aQuestionnaireRewrittenByTwoIsAskedAbout) {
     for (const QString& text : {u"Sturdy?"_s, u"Cheap?"_s})
         addQuestion(1, text);
     addQuestionnaire(1, addSurvey(1, {2024, 3, 5}), {1, 2});
-    frmEditExistingSurvey& form = frmEditExistingSurvey::instance();
-    form.Show();
+    frmEditExistingSurvey& form = show<frmEditExistingSurvey>();
     auto* grid = control<forms::MSHFlexGrid>(form, "grdParamAndQuest");
     const auto remove = [&](int row) {
         grid->setRow(row);
@@ -183,26 +171,23 @@ TEST_F(ChangedMeanwhileTest, aQuestionnaireRewrittenByTwoIsAskedAbout) {
         return rows(u"select questionid from responquesindex order by [Order]"_s).join(u' ');
     };
     const QString othersThree = u"update responquesindex set questionid=3 where questionid=2"_s;
-    const struct {
-        Keep answer;
-        QString stored;
-        int shown; ///< questions in the grid
-    } cases[] = {{Keep::Both, u"1 3"_s, 1}, {Keep::Stored, u"1 3"_s, 2}, {Keep::Mine, u"2"_s, 1}};
-    for (const auto& given : cases) {
+    const std::tuple<Keep, QString, int> cases[] = {
+        {Keep::Both, u"1 3"_s, 1}, {Keep::Stored, u"1 3"_s, 2}, {Keep::Mine, u"2"_s, 1}};
+    for (const auto& [keep, kept, onShow] : cases) {
         run(u"delete from responquesindex"_s);
         addQuestionnaire(1, 1, {1, 2});
         form.toRefreshGrid();
         run(othersThree);
         asked.clear();
-        answer = given.answer;
+        answer = keep;
         remove(1);
         ASSERT_EQ(asked.size(), 1U);
         EXPECT_EQ(asked[0], (ChangedRow{u"Questionnaire of Ann, 05/03/2024"_s,
                                         {{u"Questions"_s, u"2 questions"_s,
                                           u"+ Cheap? (Delivery)\n− Sturdy? (Delivery)"_s,
                                           u"− On time? (Delivery)"_s}}}));
-        EXPECT_EQ(ids(), given.stored);
-        EXPECT_EQ(grid->Rows() - 2, given.shown);
+        EXPECT_EQ(ids(), kept);
+        EXPECT_EQ(grid->Rows() - 2, onShow) << "questions in the grid";
         expectIdle();
     }
     run(u"insert into responquesindex (respondentid, surveyid, questionid, [Order]) values (1, 1, 3, 2)"_s);
@@ -243,5 +228,4 @@ TEST_F(ChangedMeanwhileTest, theDialogAsksAndLosesNothingByDefault) {
         EXPECT_EQ(shown, (QStringList{u"Tel.No"_s, u"12"_s, u"99"_s, u"34"_s}));
     }
 }
-
 } // namespace

@@ -1,25 +1,20 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/chart/mschart.h"
+#include "tests/support/files.h"
 
 #include <QApplication>
 #include <QContextMenuEvent>
-#include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
-#include <gtest/gtest.h>
 
 #include <set>
 
-using namespace Qt::StringLiterals;
-using chart::DataArray;
-using chart::MSChart;
+using chart::DataArray, chart::MSChart;
 
 namespace {
-
 using Picked = std::vector<std::pair<int, int>>; // series and point
 
-class ChartTest : public ::testing::Test {
-protected:
+struct ChartTest : ::testing::Test {
     void SetUp() override {
         shown.resize(800, 360);
         shown.setValueScale({.Minimum = 0, .Maximum = 11, .MajorDivision = 11, .MinorDivision = 1});
@@ -28,7 +23,6 @@ protected:
         shown.show();
         ASSERT_TRUE(QTest::qWaitForWindowActive(&shown));
     }
-
     /// Fills the data grid by columns; 0 is Null.
     void fill(const std::vector<std::vector<double>>& columns) {
         DataArray cells(static_cast<int>(columns.front().size()), static_cast<int>(columns.size()));
@@ -139,7 +133,7 @@ TEST_F(ChartTest, referencesAndMarks) {
     }
     EXPECT_GE(inks.size(), 2U) << "two lines on one value";
     const QColor ring = compared.pixelColor(shown.PointPosition(1, 1) + QPoint(6, 0));
-    EXPECT_TRUE(ring.red() > 150 && ring.green() < 120) << ring.name().toStdString();
+    EXPECT_TRUE(ring.red() > 150 && ring.green() < 120) << ring.name();
     for (int series : {1, 2})
         shown.SeriesItem(series) = {};
     EXPECT_EQ(shown.Picture(), plain);
@@ -157,9 +151,8 @@ TEST_F(ChartTest, manySeries) {
     const QTemporaryDir folder;
     ASSERT_TRUE(shown.SavePicture(folder.filePath(u"paper.svg"_s), {690, 377}));
     ASSERT_TRUE(shown.SavePicture(folder.filePath(u"paper.png"_s), {690, 377}, 2));
-    QFile drawing(folder.filePath(u"paper.svg"_s));
-    ASSERT_TRUE(drawing.open(QIODevice::ReadOnly));
-    EXPECT_EQ(drawing.readAll().count("parameter"), 12) << "names on paper are whole";
+    EXPECT_EQ(contentOf(folder.filePath(u"paper.svg"_s)).count("parameter"), 12)
+        << "names on paper are whole";
     const QImage paper(folder.filePath(u"paper.png"_s));
     EXPECT_EQ(paper.width(), 1380);
     EXPECT_NEAR(paper.height(), 754, 3);
@@ -176,5 +169,4 @@ TEST_F(ChartTest, manySeries) {
     }
     EXPECT_EQ(looks.size(), 12u);
 }
-
 } // namespace

@@ -1,33 +1,19 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The form that checks survey files before they are read.
-#include "core/MDIMain.h"
-#include "core/base/progress.h"
 #include "exchange/frmCheckFiles.h"
 #include "exchange/frmCompareAnswers.h"
 #include "exchange/frmReading.h"
-#include "platform/forms/lists.h"
 #include "tests/support/checktest.h"
 #include "tests/support/listview.h"
 
-#include <QApplication>
-#include <QDir>
 #include <QDropEvent>
-#include <QLabel>
 #include <QMimeData>
-#include <QPushButton>
 #include <QTableWidget>
-#include <QTimer>
-#include <QTreeView>
 #include <QUrl>
 
-using namespace Qt::StringLiterals;
-namespace style = forms::style;
-
 namespace {
-
 /// The form with files of Ann (5 March) and Bob (4 April).
-class CheckFormTest : public CheckTest {
-protected:
+struct CheckFormTest : CheckTest {
     enum Column { Tick, File, Customer, Respondent, Date, Judgement };
 
     void SetUp() override {
@@ -37,14 +23,9 @@ protected:
             "values ('Acme', 'Bob', 2, 'bob.xls', '2024-04-04', 2)"_s);
     }
     QString fillBob(int score) const {
-        return fill(u"bob.xls"_s, {{"I2", bob},
-                                   {"I3", QDate(2024, 4, 4)},
-                                   {"I5", 2},
-                                   {"B9", u"Respondent Name : Bob"_s},
-                                   {"C14", score},
-                                   {"I16", {}},
-                                   {"B16", {}},
-                                   {"B17", {}}});
+        const Cells keys{
+            {"I2", bob}, {"I3", QDate(2024, 4, 4)}, {"I5", 2}, {"B9", u"Respondent Name : Bob"_s}};
+        return fill(u"bob.xls"_s, keys + Cells{{"C14", score}, {"I16", {}}, {"B16", {}}, {"B17", {}}});
     }
     static frmCheckFiles& form() { return frmCheckFiles::instance(); }
     static QTreeView& list() { return *control<QTreeView>(form(), "lsvFiles"); }
@@ -81,9 +62,6 @@ protected:
         QCoreApplication::processEvents();
         return enter.isAccepted() && event.isAccepted();
     }
-
-    QString picked; // in the open dialog
-    Replaced<forms::openFileHook> openDialog{[this](const auto&) { return picked; }};
 };
 
 TEST_F(CheckFormTest, filesAreTickedSortedAndJudgedAnew) {
@@ -172,8 +150,7 @@ TEST_F(CheckFormTest, filesAndFoldersCanBeDropped) {
     EXPECT_FALSE(drop(MDIMain::instance(), {QUrl(u"https://example.com/a.xls"_s)}));
     EXPECT_EQ(frmCheckFiles::loaded(), nullptr);
 
-    frmReading& reading = frmReading::instance();
-    reading.Show();
+    frmReading& reading = show<frmReading>();
     const auto* lines = control<forms::ListBox>(reading, "lstXlsFiles");
     EXPECT_TRUE(drop(reading, {file}));
     EXPECT_TRUE(drop(reading, {file, QUrl::fromLocalFile(folder)}));
@@ -198,19 +175,10 @@ TEST_F(CheckFormTest, filesAndFoldersCanBeDropped) {
 }
 
 TEST_F(CheckFormTest, aCheckCanBeCancelled) {
-    const int delay = std::exchange(Progress::delay, 0);
-    QTimer watch;
-    QObject::connect(&watch, &QTimer::timeout, &watch, [] {
-        auto* dialog = qobject_cast<QProgressDialog*>(QApplication::activeModalWidget());
-        if (dialog && dialog->labelText() == u"Checking bob.xls")
-            dialog->findChild<QPushButton*>()->click();
-    });
-    watch.start();
-    add({fill(u"ann.xls"_s), fillBob(3), fill(u"bad.xls"_s)});
-    Progress::delay = delay;
+    const QStringList files{fill(u"ann.xls"_s), fillBob(3), fill(u"bad.xls"_s)};
+    cancelAt(u"Checking bob.xls"_s, [&] { add(files); });
     EXPECT_EQ(shown(), QStringList{u"x ann.xls ready"_s});
     EXPECT_EQ(summary(),
               u"1 file: 1 ready, 0 identical, 0 changing, 0 faulty. 1 ticked. Cancelled: 2 not checked."_s);
 }
-
 } // namespace

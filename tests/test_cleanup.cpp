@@ -4,19 +4,10 @@
 #include "tests/support/listview.h"
 #include "tests/support/surveytest.h"
 
-#include <QLabel>
-#include <QPushButton>
-
-using namespace Qt::StringLiterals;
-namespace style = forms::style;
-using forms::Answer;
-
 namespace {
-
 /// A store with rows of every table, of which those of the customer Gone, of the respondent Dan of Acme and
 /// of the parameter Dropped have lost what they belong to.
-class CleanUpTest : public SurveyTest {
-protected:
+struct CleanUpTest : SurveyTest {
     void SetUp() override {
         SurveyTest::SetUp();
         addRows(acme, ann, question[0], 1);
@@ -30,8 +21,7 @@ protected:
         addScore(dan, question[0], 1, today, 1, 1);
         addScore(ann, why, 1, today, 1, 1);
         run(u"insert into responquesindex values (1, 1, 99, 1)"_s);
-        run(u"insert into segment (custid, respondentid, kind, name) values (1, %1, 'Role', 'Lead')"_s.arg(
-            dan));
+        add(u"segment"_s, {{"custid", 1}, {"respondentid", dan}, {"kind", u"Role"_s}, {"name", u"Lead"_s}});
         run(u"insert into target (paramid, target) values (%1, 8)"_s.arg(dropped));
         run(u"insert into reading (started) values ('2024-01-01T10:00:00')"_s);
         run(u"insert into readingfile (readingid, filename, respondentid, answers) "
@@ -48,27 +38,21 @@ protected:
         addQuestionnaire(respondent, surveyid, {questionid});
         addScore(respondent, questionid, surveyid, today, 4, 8);
         addWords(respondent, questionid, surveyid, today, u"Fine"_s, 2);
-        const QString ids = u"%1, %2"_s.arg(custid).arg(respondent);
-        run(u"insert into log (custname, respname, respid, xlsfilename) values ('%1', 'Cora', %2, 'Cora.xls')"_s
-                .arg(name)
-                .arg(respondent));
+        add(u"log"_s, {{"custname", name}, {"respid", respondent}, {"xlsfilename", u"Cora.xls"_s}});
         run(u"insert into actionplan (customerid, [Action]) values (%1, 'Call')"_s.arg(custid));
         run(u"insert into standardmessage values (%1, 'Dear')"_s.arg(custid));
-        run(u"insert into dispatch (custid, respondentid, surveyid) values (%1, %2)"_s.arg(ids).arg(
-            surveyid));
-        run(u"insert into reminder select dispatchid, '2024-03-06' from dispatch where custid=%1"_s.arg(
-            custid));
-        run(u"insert into segment (custid, respondentid, kind, name) values (%1, 'Role', 'Lead')"_s.arg(ids));
+        const int dispatch =
+            add(u"dispatch"_s, {{"custid", custid}, {"respondentid", respondent}, {"surveyid", surveyid}});
+        run(u"insert into reminder values (%1, '2024-03-06')"_s.arg(dispatch));
+        add(u"segment"_s,
+            {{"custid", custid}, {"respondentid", respondent}, {"kind", u"Role"_s}, {"name", u"Lead"_s}});
         run(u"insert into target values (%1, %2, 8)"_s.arg(paramid).arg(custid));
         if (respondent == 1) {
             run(u"insert into reading (started) values ('2024-01-01T10:00:00')"_s);
             run(u"insert into readingfile (readingid, filename, respondentid, answers) values (1, 'a', 1, '[]')"_s);
         }
     }
-    static frmCleanUp& form() {
-        frmCleanUp::instance().Show();
-        return frmCleanUp::instance();
-    }
+    static frmCleanUp& form() { return show<frmCleanUp>(); }
     static QString done() { return control<QLabel>(form(), "lblDone")->text(); }
 
     QStringList visible; ///< the rows of the store without those that are left behind
@@ -84,17 +68,16 @@ TEST_F(CleanUpTest, removesWhatNobodySeesAfterACopy) {
     press(form(), "cmdSearch");
     EXPECT_EQ(done(), u"18 rows can be removed."_s);
     const QString asked = u"Remove this for good? The store is copied before.\r\n\r\n"_s + expected;
-    messages.expectTitled(asked, style::yesNo + style::information + style::secondButton, Answer::No);
+    messages.expectAsked(asked, Answer::No);
     press(form(), "cmdRemove");
     EXPECT_EQ(listBackups(strDatabasePath).size(), 0);
 
-    messages.expectTitled(asked, style::yesNo + style::information + style::secondButton, Answer::Yes);
-    messages.expectTitled(u"These survey files are in the register no more. Delete them yourself:\r\n"_s +
-                              path(u"Cora.xls"_s),
-                          style::information);
+    messages.expectAsked(asked, Answer::Yes);
+    messages.expectInformation(
+        u"These survey files are in the register no more. Delete them yourself:\r\n"_s + path(u"Cora.xls"_s));
     press(form(), "cmdRemove");
     expectIdle();
-    EXPECT_TRUE(done().startsWith(u"18 rows removed. Protocol: "_s + home())) << done().toStdString();
+    EXPECT_TRUE(done().startsWith(u"18 rows removed. Protocol: "_s + home())) << done();
     EXPECT_EQ(listBackups(strDatabasePath).size(), 1);
     EXPECT_EQ(rows(u"select filename, answers from readingfile where readingfileid=2"_s),
               QStringList(u"erased|[]"_s));
@@ -118,9 +101,8 @@ TEST_F(CleanUpTest, aCancelledOrFailedRemovalChangesNothing) {
 
     press(form(), "cmdSearch");
     refuse(u"delete on target"_s);
-    messages.expectBeginning(u"Remove this for good?"_s,
-                             style::yesNo + style::information + style::secondButton, u"Gaugewell v2.1"_s,
-                             Answer::Yes);
+    messages.expectTitledBeginning(u"Remove this for good?"_s,
+                                   style::yesNo + style::information + style::secondButton, Answer::Yes);
     expectFault(Refused);
     press(form(), "cmdRemove");
     allow();
@@ -134,8 +116,8 @@ TEST_F(CleanUpTest, theFileIsRewritten) {
         addWords(bob, question[4], 1, today, QString(500'000, u'x'));
     run(u"delete * from feedbackdescriptive where respondentid=2"_s);
     const auto expectQuestion = [this] {
-        messages.expectBeginning(u"Write the file"_s, style::yesNo + style::information + style::secondButton,
-                                 u"Gaugewell v2.1"_s, Answer::Yes);
+        messages.expectTitledBeginning(u"Write the file"_s,
+                                       style::yesNo + style::information + style::secondButton, Answer::Yes);
     };
     OtherProgram::endWaiting();
     other.lock();
@@ -148,5 +130,4 @@ TEST_F(CleanUpTest, theFileIsRewritten) {
     press(form(), "cmdRewrite");
     EXPECT_EQ(done(), u"The file has 1 MB, before 6 MB."_s);
 }
-
 } // namespace

@@ -9,10 +9,7 @@
 #include <array>
 #include <map>
 
-using namespace Qt::StringLiterals;
-
 namespace {
-
 /// The script by which nodes hand over a state. These begin with the same data and send each other only what
 /// has been written since, which needs no more than the donor's position at the joiner.
 constexpr const char* transfer = R"sh(#!/bin/sh
@@ -35,8 +32,7 @@ QString library() {
     return QFile::exists(usual) ? usual : u"/usr/lib64/galera-4/libgalera_smm.so"_s;
 }
 
-class ClusterTest : public ::testing::Test {
-protected:
+struct ClusterTest : ::testing::Test {
     static void SetUpTestSuite() {
         if (!QFile::exists(library()))
             return;
@@ -58,7 +54,7 @@ protected:
         for (std::size_t i = 0; i < nodes.size(); ++i) {
             nodes[i] = std::make_unique<PrivateServer>(first, optionsOf(i, i == 0));
             admins[i].ConnectionString = nodes[i]->connection(u"tally"_s);
-            EXPECT_TRUE(opens(admins[i])) << nodes[i]->log().right(3000).toStdString();
+            EXPECT_TRUE(opens(admins[i])) << nodes[i]->log().right(3000);
         }
     }
     static void TearDownTestSuite() {
@@ -132,8 +128,7 @@ protected:
     }
 
     struct Ports {
-        int client;
-        int group;
+        int client, group;
         int writes; ///< those that a node has missed
     };
     inline static std::unique_ptr<QTemporaryDir> folder;
@@ -144,8 +139,7 @@ protected:
 };
 
 TEST_F(ClusterTest, whatOneNodeConfirmsIsReadOnAnotherAndAConflictIsToldAsSuch) {
-    ado::Connection one;
-    ado::Connection other;
+    ado::Connection one, other;
     open(one, 0);
     open(other, 2);
     const QString all = u"select name, content from programsetting order by name"_s;
@@ -181,8 +175,7 @@ TEST_F(ClusterTest, programsGoOnWhenANodeIsCutOffAndAnotherIsKilled) {
     std::array<ado::Connection, 2> programs;
     open(programs[0], 0);
     open(programs[1], 1);
-    QStringList confirmed;
-    QStringList refused;
+    QStringList confirmed, refused;
     qint64 longest = 0; // milliseconds of a step with its failures
     for (int step = 0; step < steps; ++step) {
         if (const auto event = events.find(step); event != events.end())
@@ -200,12 +193,12 @@ TEST_F(ClusterTest, programsGoOnWhenANodeIsCutOffAndAnotherIsKilled) {
     }
     RecordProperty("refused", refused.join(u" / "_s).toStdString());
     EXPECT_LT(longest, 15000);
-    EXPECT_LE(refused.size(), 8) << refused.join(u'\n').toStdString();
+    EXPECT_LE(refused.size(), 8) << refused.join(u'\n');
     EXPECT_GE(refused.size(), 2) << "a node was cut off and a node was killed";
     for (const QString& sentence : refused)
         EXPECT_TRUE(sentence.startsWith(u"The connection to the database server is lost."_s) ||
                     sentence.contains(u"is cut off from its cluster."_s) || sentence.contains(u"Try again"_s))
-            << sentence.toStdString();
+            << sentence;
 
     EXPECT_TRUE(opens(admins[0])) << "healed";
     QStringList seen;
@@ -216,15 +209,14 @@ TEST_F(ClusterTest, programsGoOnWhenANodeIsCutOffAndAnotherIsKilled) {
         for (const QString& row :
              rows(store, u"select custname, count(*) as number from customer, respondent where "
                          "customer.custid=respondent.custid group by custname order by custname"_s)) {
-            EXPECT_TRUE(row.endsWith(u"|qlonglong 2"_s)) << row.toStdString();
+            EXPECT_TRUE(row.endsWith(u"|qlonglong 2"_s)) << row;
             whole << row.section(u'|', 0, 0).section(u' ', 1);
         }
         EXPECT_EQ(rows(store, u"select custid from customer"_s).size(), whole.size()) << "no half";
         for (const QString& name : confirmed)
-            EXPECT_TRUE(whole.contains(name)) << name.toStdString() << " on node " << living;
+            EXPECT_TRUE(whole.contains(name)) << name << " on node " << living;
         EXPECT_TRUE(seen.isEmpty() || seen == whole) << "both nodes have the same";
         seen = whole;
     }
 }
-
 } // namespace

@@ -6,6 +6,7 @@
 #include "platform/forms/listview.h"
 #include "reference/gridpaste.h"
 #include "tests/support/replaced.h"
+#include "tests/support/text.h"
 
 #include <QApplication>
 #include <QCalendarWidget>
@@ -15,13 +16,9 @@
 #include <QVBoxLayout>
 #include <gtest/gtest.h>
 
-using namespace Qt::StringLiterals;
-
 namespace {
-
 /// A window with controls below one another.
-class Controls : public ::testing::Test {
-protected:
+struct Controls : ::testing::Test {
     void showWindow(const QWidgetList& controls) {
         auto* layout = new QVBoxLayout(&window);
         for (QWidget* control : controls)
@@ -153,12 +150,12 @@ TEST_F(Controls, datesAreTypedAsAWhole) {
             changes = 0;
             for (const QChar c : text)
                 QTest::sendKeyEvent(QTest::Click, date, Qt::Key_unknown, QString(c), Qt::NoModifier);
-            EXPECT_EQ(date->Value(), old) << "while typing " << text.toStdString();
+            EXPECT_EQ(date->Value(), old) << "while typing " << text;
             QTest::keyClick(date, leaves);
-            EXPECT_EQ(date->Value(), taken.isValid() ? taken : old) << text.toStdString();
-            EXPECT_EQ(changes, taken.isValid() ? 1 : 0) << text.toStdString();
+            EXPECT_EQ(date->Value(), taken.isValid() ? taken : old) << text;
+            EXPECT_EQ(changes, taken.isValid() ? 1 : 0) << text;
             EXPECT_EQ(date->text(), taken.isValid() ? taken.toString(u"dd/MM/yyyy") : text);
-            EXPECT_NE(date->toolTip().isEmpty(), !taken.isValid()) << "marked: " << text.toStdString();
+            EXPECT_NE(date->toolTip().isEmpty(), !taken.isValid()) << "marked: " << text;
             EXPECT_EQ(other->hasFocus(), leaves == Qt::Key_Tab) << "one Tab leaves";
         }
     }
@@ -237,8 +234,7 @@ TEST_F(Controls, clipboardTextIsSplitIntoRowsOfCells) {
         {u"\"\"\tx"_s, {{{}, u"x"_s}}},
         {{}, {{QString()}}}};
     for (const auto& [text, cells] : cases)
-        EXPECT_EQ(cellsOfBlock(text), cells) << text.toStdString();
+        EXPECT_EQ(cellsOfBlock(text), cells) << text;
     EXPECT_EQ(withoutControlCharacters(u"a\r\n\tb\u2028c"_s), u"a b c"_s);
 }
-
 } // namespace

@@ -20,13 +20,9 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-using namespace Qt::StringLiterals;
-
 namespace {
-
 /// A store of one table and a layout for it; the preview is captured instead of shown.
-class CrystalTest : public ::testing::Test {
-protected:
+struct CrystalTest : ::testing::Test {
     void SetUp() override {
         makeStore("insert into visit values ('Ann', '2002-03-15', 7, -1, 'first'),"
                   " ('Zoë', '2002-03-16', 0, 0, 'second'), ('ann', '2002-03-17', 8.5, null, 'third')");
@@ -49,17 +45,11 @@ protected:
                   "%2\n</report>\n"_s.arg(table, inside)
                       .toUtf8());
     }
-    /// Runs the report and returns the text of its failure; empty if none.
     QString failure() {
-        try {
-            report.setAction(crystal::RunReport);
-        } catch (const Failure& error) {
-            return error.text();
-        }
-        return {};
+        return failureOf([this] { report.setAction(crystal::RunReport); });
     }
     QStringList pages() {
-        EXPECT_EQ(failure().toStdString(), "");
+        EXPECT_EQ(failure(), QString());
         if (!run)
             return {};
         const QString pdf = directory.filePath(u"out.pdf"_s);
@@ -95,7 +85,7 @@ TEST_F(CrystalTest, layoutErrorsAreReportedWithFileAndLine) {
         const crystal::CrystalReport before = report;
         writeLayout(guestColumn);
         change();
-        EXPECT_TRUE(failure().contains(sentence)) << failure().toStdString();
+        EXPECT_TRUE(failure().contains(sentence)) << failure();
         report = before;
     }
     EXPECT_EQ(run, nullptr);
@@ -117,7 +107,7 @@ TEST_F(CrystalTest, recordsAreChosenGroupedAndShownByTheLayout) {
         u"{visit.guest} = ['ANN'] and {Visit.Day}>=date(2002,03,16)and {visit.day}<=date(2002,03,17)"_s;
     const QString text = pages().value(0);
     expectInOrder(text, {u"Guest: ann"_s, u"1 visit"_s, u"17/03/2002 8.5 open"_s, u"Mean 8.50"_s});
-    EXPECT_FALSE(text.contains(u"Zoë"_s)) << text.toStdString();
+    EXPECT_FALSE(text.contains(u"Zoë"_s)) << text;
 
     writeLayout(u"<value label='Guest' field='guest'/><column field='day' width='1' heading='Day'/>"_s);
     report.SelectionFormula = u"{visit.guest} = ['Zoë and {x.y}= ']and {visit.day}=date(2002,3,5)"_s;
@@ -154,7 +144,7 @@ TEST_F(CrystalTest, readsWithoutChangingTheDatabase) {
     connection.OpenReadOnly(report.DataFiles(0), u"secret"_s);
     EXPECT_THROW(connection.Execute(u"delete from visit"_s), Failure);
     ASSERT_TRUE(QFile::setPermissions(report.DataFiles(0), QFile::ReadOwner));
-    EXPECT_EQ(failure().toStdString(), "");
+    EXPECT_EQ(failure(), QString());
     EXPECT_EQ(QDir(directory.path()).entryList(QDir::Files), (QStringList{u"store.mdb"_s, u"visit.rpt"_s}));
 }
 
@@ -162,7 +152,7 @@ TEST_F(CrystalTest, aTableHasTheGroupsAndTheValuesOfItsRows) {
     writeLayout(
         u"<group field='guest' label='Guest:'/><column field='day' format='date' width='1' heading='Day'/>"
         "<column field='mark' format='number' decimals='2' zero='none' width='1' heading='Mark' mean='yes'/>"_s);
-    ASSERT_EQ(failure().toStdString(), "");
+    ASSERT_EQ(failure(), QString());
     tables::Table table = crystal::tableOf(*run);
     EXPECT_EQ(table.rows[0][1], QVariant(QDate(2002, 3, 15)));
     EXPECT_EQ(tables::tabSeparated(table).toStdString(), "Guest\tDay\tMark\nAnn\t15/03/2002\t7\n"
@@ -176,7 +166,7 @@ TEST_F(CrystalTest, thePreviewTurnsPagesPrintsAndSaves) {
     QElapsedTimer timer;
     timer.start();
     const Replaced<crystal::previewHook> real(crystal::PreviewWindow::show);
-    ASSERT_EQ(failure().toStdString(), "");
+    ASSERT_EQ(failure(), QString());
     EXPECT_LT(timer.elapsed(), 2000);
     QPointer<QMainWindow> window = qobject_cast<QMainWindow*>(QApplication::topLevelWidgets().value(0));
     ASSERT_TRUE(window);
@@ -210,5 +200,4 @@ TEST_F(CrystalTest, thePreviewTurnsPagesPrintsAndSaves) {
     EXPECT_TRUE(QApplication::clipboard()->text().startsWith(u"Guest\nGuest1\n"));
     press("close");
 }
-
 } // namespace

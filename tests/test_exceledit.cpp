@@ -4,12 +4,10 @@
 #include "platform/excel/bookfile.h"
 #include "platform/excel/editor.h"
 
-using namespace Qt::StringLiterals;
 using excel::Value;
 using namespace excel::biff;
 
 namespace {
-
 const QString password = u"kvtwpa"_s;
 
 // A workbook of one worksheet: a sample's global records without `leftOut`, `globals`, then `sheet`.
@@ -55,10 +53,9 @@ Records records(const QByteArray& text) {
 QString longText(int i) {
     return QString(1 + (i * 37) % 3000, i % 3 == 0 ? QChar(0x4E00 + i) : QChar(u'a' + i % 26));
 }
-
 } // namespace
 
-class ExcelEdit : public ExcelFiles {};
+struct ExcelEdit : ExcelFiles {};
 
 // Cells outside the cleared range are kept.
 TEST_F(ExcelEdit, xlrdReadsWhatIsWrittenIntoWorkbooksOfEachProgram) {
@@ -72,7 +69,7 @@ TEST_F(ExcelEdit, xlrdReadsWhatIsWrittenIntoWorkbooksOfEachProgram) {
         {u"12"_s, u"12"_s},
         {manyRecords, manyRecords}};
     for (const QString& sample : sampleNames) {
-        SCOPED_TRACE(qPrintable(sample));
+        SCOPED_TRACE(sample);
         const excel::Workbook book = application.Workbooks().Open(samplePath(sample));
         const excel::Worksheet sheet = book.Worksheets(firstSheet(sample));
         sheet.Unprotect(password);
@@ -90,8 +87,7 @@ TEST_F(ExcelEdit, xlrdReadsWhatIsWrittenIntoWorkbooksOfEachProgram) {
             ASSERT_EQ(cells[u"A%1"_s.arg(200 + i)][u"value"].toString(), longText(i)) << i;
         const QJsonObject before = readByXlrd(samplePath(sample));
         for (auto at = before.begin(); at != before.end(); ++at)
-            EXPECT_TRUE(at.value() == cells[at.key()] || at.value()[u"type"].toInt() == 0)
-                << qPrintable(at.key());
+            EXPECT_TRUE(at.value() == cells[at.key()] || at.value()[u"type"].toInt() == 0) << at.key();
     }
 }
 
@@ -103,7 +99,7 @@ TEST_F(ExcelEdit, protectionIsKeptAndChecked) {
                     sheet.Range(u"A2"_s).setValue(1);
                 }).contains(u"\"Form\" of the file \"t_xlwt.xls\" is protected"_s));
     for (const QString& wrong : {u"KVTWPA"_s, u""_s, u"caf\u00E9"_s})
-        EXPECT_FALSE(errorOf([&] { sheet.Unprotect(wrong); }).isEmpty()) << qPrintable(wrong);
+        EXPECT_FALSE(errorOf([&] { sheet.Unprotect(wrong); }).isEmpty()) << wrong;
     sheet.Unprotect(password);
     sheet.Range(u"A2"_s).setValue(1);
 }
@@ -130,9 +126,9 @@ TEST_F(ExcelEdit, clearLeavesPlainCellsAndTheRowsAbove) {
     EXPECT_EQ(editor.value({0, 2}).text(), u"1"_s);
     // Above the cleared area, right of it, and within it (one in the formatted row).
     for (const Place& place : {Place{1, 1}, Place{1, 2}, Place{3, 3}, Place{100, 3}})
-        EXPECT_EQ(formatOf(place), column) << qPrintable(place.name());
+        EXPECT_EQ(formatOf(place), column) << place.name();
     for (const Place& place : {Place{100, 2}, Place{3, 0}})
-        EXPECT_EQ(formatOf(place), plain) << qPrintable(place.name());
+        EXPECT_EQ(formatOf(place), plain) << place.name();
     EXPECT_FALSE(again.sheet(0).isMerged({3, 0}));
     EXPECT_TRUE(again.sheet(0).isMerged({2, 0})); // crosses the edge
     EXPECT_LT(again.sheet(0).cells.cells().size(), 20U);
@@ -183,9 +179,7 @@ TEST_F(ExcelEdit, oddWorkbooksAreOpenedAsOtherProgramsOpenThem) {
 
 // Row heights stop at the maximum; a sheet with too much text is no longer wrapped.
 TEST_F(ExcelEdit, rowHeightAndWrappingAreLimited) {
-    constexpr int rows = 700;
-    constexpr int handSet = 1;
-    constexpr int unwrapped = rows;
+    constexpr int rows = 700, handSet = 1, unwrapped = rows;
     constexpr quint16 highest = 8190;
     Book book(bookStream({}, records("0208 0100 0000 0000 2c01 00000000 4001 0f00")));
     Editor editor(book, 0);

@@ -9,12 +9,10 @@
 
 #include <QRandomGenerator>
 
-using namespace Qt::StringLiterals;
 using namespace excel::biff;
 using excel::Value;
 
 namespace {
-
 // A workbook's records as comparable lines, without offsets.
 QStringList content(const CompoundFile& file) {
     const QByteArray& stream = file.data(file.findStream(u"workbook"));
@@ -51,10 +49,9 @@ QByteArray renamed(QStringView name) {
     putName(content, content.indexOf(QByteArray("W\0o\0r\0k\0b\0o\0o\0k\0", 16)), name);
     return content;
 }
-
 } // namespace
 
-class ExcelFormat : public ExcelFiles {};
+struct ExcelFormat : ExcelFiles {};
 
 // Cells may be reordered by parsing and writing a sheet; all else keeps its order.
 TEST_F(ExcelFormat, savingAndEditingLoseNothing) {
@@ -72,7 +69,7 @@ TEST_F(ExcelFormat, savingAndEditingLoseNothing) {
         return lines;
     };
     for (const QString& name : sampleNames) {
-        SCOPED_TRACE(qPrintable(name));
+        SCOPED_TRACE(name);
         const QByteArray original = contentOf(samplePath(name));
         BookFile file(name, original);
         const CompoundFile before = CompoundFile::parse(original);
@@ -228,12 +225,11 @@ TEST_F(ExcelFormat, reportsTheActualFileType) {
         const QString error = errorOf([&] { application.Workbooks().Open(path(u"file.xls"_s)); });
         EXPECT_TRUE(error.startsWith(u"The file \"file.xls\" ") && error.endsWith(u'.') &&
                     error.contains(QString::fromLatin1(phrase)))
-            << phrase << ": " << qPrintable(error);
+            << phrase << ": " << error;
     }
     for (const auto& [file, phrase] :
          {std::pair(path(u"none.xls"_s), u"was not found"_s), {folder.path(), u"folder"_s}})
-        EXPECT_TRUE(errorOf([&] { application.Workbooks().Open(file); }).contains(phrase))
-            << qPrintable(phrase);
+        EXPECT_TRUE(errorOf([&] { application.Workbooks().Open(file); }).contains(phrase)) << phrase;
 }
 
 TEST_F(ExcelFormat, aFailedSaveLeavesTheOldFile) {
@@ -263,8 +259,7 @@ TEST_F(ExcelFormat, aWorkbookStreamWithTheOlderNameIsRead) {
 // Damaged files are refused with a sentence or saved readably; they never crash or hang the program.
 TEST_F(ExcelFormat, mutatedFilesAreRefusedOrReadable) {
     QRandomGenerator random(20240229);
-    int readable = 0;
-    int refused = 0;
+    int readable = 0, refused = 0;
     for (int round = 0; round < 2500; ++round) {
         QByteArray content = sample(round % int(sampleNames.size()));
         if (round % 5 == 0)

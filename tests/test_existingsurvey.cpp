@@ -1,25 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "core/MDIMain.h"
 #include "platform/crystal/crystalreport.h"
 #include "survey/frmEditExistingSurvey.h"
 #include "survey/frmPasteSurvey.h"
-#include "tests/support/storecompare.h"
 #include "tests/support/surveytest.h"
 
-#include <QAction>
-#include <QDir>
-#include <QTimer>
-
-using namespace Qt::StringLiterals;
-using forms::Answer;
-
 namespace {
-
 const QDate early{2024, 1, 31};
 const QString lateText = u"04/03/2024"_s;
 
-class ExistingTest : public SurveyTest {
-protected:
+struct ExistingTest : SurveyTest {
     static frmEditExistingSurvey& edit() {
         control<QAction>(MDIMain::instance(), "mnuEditSurvey")->trigger();
         return frmEditExistingSurvey::instance();
@@ -41,7 +30,7 @@ protected:
         const QString asked = u"You are about to delete the survey dated %1 for Customer - %2\r\nAre you "
                               "sure you want to delete...?"_s;
         messages.expectTitled(asked.arg(date, control<forms::ComboBox>(edit(), "cmbCustomer")->Text()),
-                              forms::style::yesNo + forms::style::secondButton, answer);
+                              style::yesNo + style::secondButton, answer);
     }
     void pressDelete(const QString& date, Answer answer = Answer::Yes, bool isRefused = false) {
         if (!date.isEmpty())
@@ -80,12 +69,11 @@ TEST_F(ExistingTest, withoutADateNothingIsChanged) {
     const QStringList before = storeRows(*cnnMain);
     auto* questions = control<forms::TreeView>(form, "trvParameter");
     questions->setCurrentItem(questions->topLevelItem(0)->child(0));
-    messages.expectTitled(u"No Survey Date available......"_s, forms::style::noIcon);
+    messages.expectTitled(u"No Survey Date available......"_s, style::noIcon);
     keyOn(form, "trvParameter", Qt::Key_Return);
     pressDelete({});
-    messages.expectCritical(
-        u"No Survey Date available for the Selected Respondent...Import from other survey "
-        "cannot be performed.."_s);
+    messages.expectCritical(u"No Survey Date available for the Selected Respondent...Import from other "
+                            "survey cannot be performed.."_s);
     press(form, "cmdCopy");
     press(form, "cmdRemove");
     EXPECT_EQ(panel(), u"Removing...."_s);
@@ -279,5 +267,4 @@ TEST_F(ExistingTest, deletingAndCopyingTouchOnlyTheIntendedRows) {
     EXPECT_EQ(removedRows(before, copied), QStringList());
     EXPECT_EQ(removedRows(copied, before), (QStringList{row.arg(4).arg(3), row.arg(5).arg(3)}));
 }
-
 } // namespace

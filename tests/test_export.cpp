@@ -1,24 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "core/MDIMain.h"
 #include "exchange/files/filenames.h"
 #include "exchange/files/lastmarks.h"
 #include "exchange/files/surveylog.h"
 #include "exchange/frmSetting.h"
 #include "feedback/frmFeedBackObj.h"
-#include "platform/forms/commondialog.h"
 #include "platform/mapi/client.h"
 #include "tests/support/gridform.h"
-#include "tests/support/surveyfile.h"
 #include "tests/support/surveytest.h"
 
-#include <QAction>
-#include <QDir>
-
-using namespace Qt::StringLiterals;
-using forms::Answer;
-
 namespace {
-
 const QString name = u"713.xls"_s; // made of the keys of survey, customer and respondent
 const QString wordsAsked =
     u"insert into feedbackdescriptive (respondentid, questionid, surveyid, surveydate, weightage) values "_s;
@@ -35,10 +25,8 @@ QString shownCell(const QString& address, const QJsonObject& cell) {
     return parts.join(u' ');
 }
 
-/// Exports today's questionnaire of respondent 3, Ann, in survey 7: question 0 under Delivery, 3 and 4 under
-/// Quality.
-class ExportTest : public SurveyTest {
-protected:
+/// Today's questionnaire of respondent 3, Ann, in survey 7 has question 0 of Delivery, 3 and 4 of Quality.
+struct ExportTest : SurveyTest {
     void SetUp() override {
         SurveyTest::SetUp();
         strCompanyName = u"Larkmoor"_s;
@@ -52,12 +40,11 @@ protected:
     frmNewSurvey& open() { return SurveyTest::open(1); }
     static void letUserNameFiles() { run(u"update setting set checkeduser=True"_s); }
     void expectOverwrite(Answer answer, const QString& owners = {}) {
-        messages.expectTitled(name +
-                                  u" file apready exist for Respondent - Ann for Survey Date - "
-                                  u"05/03/2024....Do you want to overwrite?\r\n" +
-                                  owners,
-                              forms::style::yesNo + forms::style::information + forms::style::secondButton,
-                              answer);
+        messages.expectAsked(name +
+                                 u" file apready exist for Respondent - Ann for Survey Date - "
+                                 u"05/03/2024....Do you want to overwrite?\r\n" +
+                                 owners,
+                             answer);
     }
     void press(const char* button = "cmdExport") {
         ::press(open(), button);
@@ -118,8 +105,7 @@ TEST_F(ExportTest, theExportedFileAsReadByXlrd) {
         EXPECT_EQ(shownCell(address, seen[address].toObject()), cell);
     }
     for (const QString& address : u"A14 B14 C14 D14 E14 F14 B18 C18 D18 F18 B19"_s.split(u' '))
-        EXPECT_EQ(seen[address][u"fill"] == u"C0C0C0"_s, seen[address][u"locked"].toBool())
-            << address.toStdString();
+        EXPECT_EQ(seen[address][u"fill"] == u"C0C0C0"_s, seen[address][u"locked"].toBool()) << address;
 }
 
 TEST_F(ExportTest, anExistingFileIsOverwrittenInPlace) {
@@ -179,7 +165,7 @@ TEST_F(ExportTest, theUserNamesTheFile) {
     };
     typed << u"/elsewhere/TAKEN.xls"_s << u"/elsewhere/  "_s;
     expectDuplicate();
-    messages.expectTitled(u"Survey File Export cancelled..."_s, forms::style::information);
+    messages.expectInformation(u"Survey File Export cancelled..."_s);
     press();
     EXPECT_EQ(rows(u"select xlsfilename from log"_s), QStringList{u"taken.xls"_s});
     EXPECT_EQ(QDir(home()).entryList({u"*.xls"_s}), QStringList{u"template.xls"_s});
@@ -271,5 +257,4 @@ TEST_F(ExportTest, mailAndNoQuestions) {
     for (const char* button : {"cmdmail", "cmdExport"})
         press(button);
 }
-
 } // namespace

@@ -1,23 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "core/base/progress.h"
 #include "exchange/frmExportAnswers.h"
-#include "platform/forms/commondialog.h"
-#include "platform/forms/dtpicker.h"
-#include "platform/forms/lists.h"
 #include "tests/support/surveytest.h"
 
-#include <QApplication>
-#include <QLabel>
-#include <QProgressDialog>
-#include <QPushButton>
-#include <QTimer>
-
-using namespace Qt::StringLiterals;
-
 namespace {
-
-class ExportAnswers : public SurveyTest {
-protected:
+struct ExportAnswers : SurveyTest {
     /// Ann's questionnaire has the questions 4, 0 and 2, and she has answered 3 before it was taken out.
     /// Brown's respondent has answered on an earlier date. What nobody can see any more is stored, too.
     void SetUp() override {
@@ -33,25 +19,15 @@ protected:
         addScore(cora, question[0], 2, today.addDays(-9), 3, 10);
         addScore(gone, question[0], 3, today, 1, 1);
         addScore(ann, dropped, 1, today, 1, 1);
-        addWords(ann, question[4], u"=A,\nbut"_s + QString(3000, u'ö'));
-        addWords(bob, question[4], {});
+        addWords(ann, question[4], 1, today, u"=A,\nbut"_s + QString(3000, u'ö'), 3);
+        addWords(bob, question[4], 1, today, {}, 3);
         addSurvey(brown, today.addDays(30));
         run(u"delete * from customer where custname='Gone'"_s);
         run(u"delete * from parameter where parametername='Dropped'"_s);
         frmExportAnswers::instance().Show();
     }
-    static void addWords(int respondentid, int questionid, const QString& words) {
-        add(u"feedbackdescriptive"_s, {{"respondentid", respondentid},
-                                       {"questionid", questionid},
-                                       {"surveydate", today},
-                                       {"weightage", 3},
-                                       {"Description", words}});
-    }
     static QString done() { return control<QLabel>(frmExportAnswers::instance(), "lblDone")->text(); }
     QString written() const { return QString::fromUtf8(contentOf(path(u"out.csv"_s))); }
-
-    QString chosen;
-    Replaced<forms::saveFileHook> dialog{[this](const auto&) { return chosen; }};
 };
 
 const QString head =
@@ -80,7 +56,7 @@ TEST_F(ExportAnswers, aRowForEachAnswerInOrder) {
         {"one day", -1, today, today, head + annsAndBobs},
         {"a customer without answers then", 1, today, today, {}},
     };
-    chosen = path(u"out.csv"_s);
+    named = path(u"out.csv"_s);
     for (const auto& given : cases) {
         SCOPED_TRACE(given.about);
         writeFile(path(u"out.csv"_s), "old");
@@ -91,9 +67,8 @@ TEST_F(ExportAnswers, aRowForEachAnswerInOrder) {
         control<forms::DTPicker>(form, "dtFrom")->setValue(given.first);
         control<forms::DTPicker>(form, "dtTo")->setValue(given.last);
         if (given.expected.isEmpty())
-            messages.expectTitled(
-                u"There are no answers of these customers in this period. Nothing has been written."_s,
-                forms::style::information);
+            messages.expectInformation(
+                u"There are no answers of these customers in this period. Nothing has been written."_s);
         customers->setFocus();
         key(Qt::Key_Return);
         EXPECT_EQ(written(), given.expected.isEmpty() ? u"old"_s : given.expected);
@@ -103,7 +78,7 @@ TEST_F(ExportAnswers, aRowForEachAnswerInOrder) {
                                          : u"%1 answers written to out.csv"_s.arg(answers));
         expectIdle();
     }
-    chosen = path(u"out"_s);
+    named = path(u"out"_s);
     press(form, "cmdAll");
     press(form, "cmdExport");
     EXPECT_TRUE(contentOf(path(u"out.xlsx"_s)).startsWith("PK"));
@@ -116,32 +91,21 @@ TEST_F(ExportAnswers, whatDoesNotEndLeavesTheOlderFile) {
         "with recursive n(i) as (select 1 union all select i + 1 from n where i < 900) "
         "select 1, 1, 1, '2024-03-05', 1, 1 from n, (select 1 union select 2 union select 3) as times"_s);
     frmExportAnswers& form = frmExportAnswers::instance();
-    chosen = path(u"out.csv"_s);
+    named = path(u"out.csv"_s);
     writeFile(path(u"out.csv"_s), "old");
-    const int delay = std::exchange(Progress::delay, 0);
-    QTimer watch;
-    QObject::connect(&watch, &QTimer::timeout, &watch, [] {
-        if (auto* progress = qobject_cast<QProgressDialog*>(QApplication::activeModalWidget()))
-            progress->findChild<QPushButton*>()->click();
-    });
-    watch.start();
-    press(form, "cmdExport");
-    watch.stop();
-    Progress::delay = delay;
+    cancelAt({}, [&] { press(form, "cmdExport"); });
     EXPECT_EQ(done(), u"Cancelled. Nothing has been written."_s);
     EXPECT_EQ(written(), u"old"_s);
     whileLocked([&] { press(form, "cmdExport"); });
     EXPECT_EQ(written(), u"old"_s);
     press(form, "cmdExport");
     EXPECT_EQ(written().count(u"\r\n"_s), 2700 + 7);
-    chosen = path(u"absent/out.csv"_s);
-    messages.expectBeginning(u"The table could not be saved as "_s + chosen);
+    named = path(u"absent/out.csv"_s);
+    messages.expectBeginning(u"The table could not be saved as "_s + named);
     press(form, "cmdExport");
     control<forms::ListBox>(form, "lstCustomers")->clearSelection();
-    messages.expectTitled(u"Choose the customers whose answers are to be exported."_s,
-                          forms::style::information);
+    messages.expectInformation(u"Choose the customers whose answers are to be exported."_s);
     press(form, "cmdExport");
     expectIdle();
 }
-
 } // namespace

@@ -1,29 +1,23 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Faults of the environment: full disk, read-only home, locked store, damaged or newer store.
-#include "core/MDIMain.h"
 #include "core/base/backup.h"
 #include "core/storecheck.h"
+#include "exchange/files/homefile.h"
 #include "exchange/reading.h"
 #include "feedback/frmFeedBackObj.h"
 #include "platform/ado/sqlitesession.h"
 #include "reference/frmCustomer.h"
 #include "tests/support/agreed.h"
-#include "tests/support/storecompare.h"
 #include "tests/support/surveytest.h"
 
-#include <QDir>
 #include <QElapsedTimer>
-#include <QProcess>
 #include <csignal>
 #include <sqlite3.h>
 #include <sys/fsuid.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
-using namespace Qt::StringLiterals;
-
 namespace {
-
 const QString copyFails = u"The copy of the database"_s;
 /// Limits the size of this process's files, as on a full disk.
 void limitFiles(rlim_t bytes) {
@@ -42,19 +36,17 @@ int fillAfterRegister(unsigned, void*, void* statement, void*) {
 }
 
 /// Ann has the questions 0 and 4 of the catalogue today; filled.xls is her answer.
-class FaultsTest : public SurveyTest {
-protected:
+struct FaultsTest : SurveyTest {
     void SetUp() override {
         SurveyTest::SetUp();
         addStored(ann, today, {0, 4});
         copyHomeFile(u"template.xls"_s);
-        fill("filled.xls", 30000);
+        fill(u"filled.xls"_s, 30000);
+        file = u"The file '"_s + strDatabasePath + u"' ";
     }
-    void fill(const char* name, int letters) const {
-        saveFile(QString::fromLatin1(name), ann,
-                 {{"C14", 7}, {"D14", 9}, {"D16", 3}, {"B17", QString(letters, u'w')}});
+    void fill(const QString& name, int letters) const {
+        saveFile(name, ann, {{"C14", 7}, {"D14", 9}, {"D16", 3}, {"B17", QString(letters, u'w')}});
     }
-    QString path(const char* name) const { return home() + u'/' + QLatin1StringView(name); }
     /// The same with the files opened as the user nobody if the test runs as root.
     static QStringList messagesWithoutRights(const std::function<void()>& work) {
         constexpr uid_t nobody = 65534;
@@ -66,7 +58,6 @@ protected:
         toOpenConnection();
         return result;
     }
-
     /// The store cannot grow.
     static void fillStore() {
         ado::Connection other; // of a connection with own tables, SQLite cannot vacuum the store
@@ -83,7 +74,7 @@ protected:
         grid->setTextMatrix(2, 4, QString(50000, u'd'));
         frmFeedBackObj::instance().toSaveDtls();
     }
-    static void readFile() { readSurveyFile(QString(homeDirectory() + u"/filled.xls")); }
+    static void readFile() { readSurveyFile(homePath(u"filled.xls"_s)); }
     static void deleteRespondent() { press(frmCustomer::instance(), "cmdDeleteRespondent"); }
     static void exportSurvey() { press(frmNewSurvey::instance(), "cmdExport"); }
     void showForms() {
@@ -92,6 +83,9 @@ protected:
         frmCustomer::instance().Show();
     }
 
+    QString file; ///< how messages about the store begin
+    const QString goBackTo = u"\r\n\r\nTo go back to a copy of it, put one of these in its "
+                             "place, the newest first:\r\n"_s;
     // Answers that were read from a file while Feedback was not active have changed under it.
     Replaced<changedHook> mine{[](const ChangedRow&) { return Keep::Mine; }};
 };
@@ -110,7 +104,7 @@ TEST_F(FaultsTest, aFullDiskIsReportedAndChangesNeitherStoreNorFiles) {
     EXPECT_NE(storeRows(*cnnMain), before);
 
     // The survey file is the old one or none; its row is in the register already. There is no message.
-    QByteArray file = "none";
+    QByteArray former = "none";
     for (int round = 0; round < 2; ++round) {
         sqlite3* store = ado::databaseOf(*cnnMain);
         sqlite3_trace_v2(store, SQLITE_TRACE_PROFILE, fillAfterRegister, nullptr);
@@ -118,23 +112,23 @@ TEST_F(FaultsTest, aFullDiskIsReportedAndChangesNeitherStoreNorFiles) {
         sqlite3_trace_v2(store, 0, nullptr, nullptr);
         limitFiles(RLIM_INFINITY);
         EXPECT_EQ(rows(u"select xlsfilename from log"_s), QStringList{u"111.xls"_s});
-        EXPECT_EQ(QFile::exists(path("111.xls")) ? contentOf(path("111.xls")) : "none", file);
+        EXPECT_EQ(QFile::exists(path(u"111.xls"_s)) ? contentOf(path(u"111.xls"_s)) : "none", former);
         EXPECT_EQ(messagesAgreedTo(exportSurvey).filter(exported).size(), 1);
-        file = contentOf(path("111.xls"));
+        former = contentOf(path(u"111.xls"_s));
     }
     EXPECT_EQ(QDir(home()).entryList({u"111.xls*"_s}), QStringList{u"111.xls"_s});
-    EXPECT_FALSE(QFile::permissions(path("111.xls")) & QFileDevice::Permissions(0x0077)) << "of others";
+    EXPECT_FALSE(QFile::permissions(path(u"111.xls"_s)) & QFileDevice::Permissions(0x0077)) << "of others";
 
     forgetBackup();
-    ASSERT_TRUE(QDir(path("backup")).removeRecursively());
+    ASSERT_TRUE(QDir(path(u"backup"_s)).removeRecursively());
     limitFiles(40000);
     const QStringList reported = messagesAgreedTo(deleteRespondent);
     limitFiles(RLIM_INFINITY);
     ASSERT_EQ(reported.size(), 1);
     EXPECT_TRUE(reported[0].contains(copyFails) && reported[0].contains(u"Nothing has been changed"))
-        << reported[0].toStdString();
+        << reported[0];
     EXPECT_EQ(value(u"select count(*) from respondent"_s), u"2"_s);
-    EXPECT_EQ(QDir(path("backup")).entryList(QDir::Files), QStringList());
+    EXPECT_EQ(QDir(path(u"backup"_s)).entryList(QDir::Files), QStringList());
     EXPECT_EQ(messagesAgreedTo(deleteRespondent), QStringList());
     EXPECT_EQ(listBackups(strDatabasePath).size(), 1);
 }
@@ -154,7 +148,7 @@ TEST_F(FaultsTest, aReadOnlyHomeIsReportedByEachCommand) {
     EXPECT_EQ(messagesWithoutRights(exportSurvey).filter(readOnly).size(), 1); // the row; marks are its own
     chmod(u"u+w"_s);
     EXPECT_EQ(storeRows(*cnnMain), before);
-    EXPECT_FALSE(QFile::exists(path("111.xls")));
+    EXPECT_FALSE(QFile::exists(path(u"111.xls"_s)));
 }
 
 TEST_F(FaultsTest, aLockedStoreIsReportedAfterAWait) {
@@ -170,7 +164,6 @@ TEST_F(FaultsTest, anUnusableStoreIsReportedAtStartAndANewerOneRefused) {
     const auto reported = [](StoreState state) {
         return messagesAgreedTo([&] { EXPECT_EQ(checkStore(strDatabasePath), state); }).value(0);
     };
-    const QString file = u"The file '"_s + strDatabasePath + u"' ";
     runRaw(u"pragma user_version = 3"_s);
     EXPECT_EQ(reported(StoreState::Newer),
               file + u"was made by a newer version of this program and needs that version."_s);
@@ -188,10 +181,7 @@ TEST_F(FaultsTest, anUnusableStoreIsReportedAtStartAndANewerOneRefused) {
                         whole.first(100) + QByteArray(4000, '\xA5') + whole.mid(4100)}) {
         writeFile(strDatabasePath, damaged);
         EXPECT_EQ(reported(StoreState::Faulty),
-                  file +
-                      u"is damaged or no database.\r\n\r\nTo go back to a copy of it, put one of "
-                      "these in its place, the newest first:\r\n"_s +
-                      copies.join(u"\r\n"_s));
+                  file + u"is damaged or no database." + goBackTo + copies.join(u"\r\n"_s));
     }
     writeFile(strDatabasePath, {}); // a store without any table
     EXPECT_TRUE(reported(StoreState::Faulty).contains(u"It lacks: customer, respondent, "_s));
@@ -202,20 +192,14 @@ TEST_F(FaultsTest, damageInsideTheStoreIsReportedMeanwhileAndNeverCopied) {
     backUpBeforeLoss();
     forgetBackup();
     const QStringList copies = listBackups(strDatabasePath);
-    const qint64 size = value(u"pragma page_size"_s).toLongLong();
-    const qint64 page =
-        value(u"select rootpage from sqlite_master where name='standardmessage'"_s).toLongLong();
+    const int size = value(u"pragma page_size"_s).toInt();
+    const int page = value(u"select rootpage from sqlite_master where name='standardmessage'"_s).toInt();
     cnnMain->Close();
     const QByteArray whole = contentOf(strDatabasePath);
     writeFile(strDatabasePath,
               whole.first((page - 1) * size) + QByteArray(size, '\xA5') + whole.mid(page * size));
     toOpenConnection();
     EXPECT_EQ(checkStore(strDatabasePath), StoreState::Good) << "the start reads no rows";
-    const QStringList reported{
-        u"The file '"_s + strDatabasePath +
-        u"' is damaged inside: what is saved now can be lost.\r\n\r\nTo go back to a copy "
-        "of it, put one of these in its place, the newest first:\r\n"_s +
-        copies[0]};
     QStringList shown = messagesAgreedTo([] { const StoreInspection ends(strDatabasePath); });
     shown += messagesAgreedTo([] {
         const StoreInspection inspection(strDatabasePath);
@@ -224,25 +208,25 @@ TEST_F(FaultsTest, damageInsideTheStoreIsReportedMeanwhileAndNeverCopied) {
         cnnMain->RollbackTrans();
         QTest::qWait(500);
     });
-    EXPECT_EQ(shown, reported);
-    EXPECT_TRUE(messagesAgreedTo(deleteRespondent)
-                    .value(0)
-                    .startsWith(u"Error : 11\r\nThe database is damaged, and so would be its copy '"_s));
+    EXPECT_EQ(shown, QStringList(file + u"is damaged inside: what is saved now can be lost." + goBackTo +
+                                 copies[0]));
+    const QString refusal = messagesAgreedTo(deleteRespondent).value(0);
+    EXPECT_TRUE(refusal.startsWith(u"Error : 11\r\nThe database is damaged, and so would be its copy '"_s));
     EXPECT_EQ(value(u"select count(*) from respondent"_s), u"2"_s);
-    EXPECT_EQ(QDir(path("backup")).entryList(QDir::Files).size(), 1);
+    EXPECT_EQ(QDir(path(u"backup"_s)).entryList(QDir::Files).size(), 1);
 }
 
 TEST_F(FaultsTest, aMissingOrReplacedStoreIsReported) {
     showForms();
     for (const bool replaced : {true, false}) {
-        ASSERT_TRUE(QFile::rename(strDatabasePath, path("away.mdb")));
-        EXPECT_EQ(replaced && QFile::copy(path("away.mdb"), strDatabasePath), replaced);
+        ASSERT_TRUE(QFile::rename(strDatabasePath, path(u"away.mdb"_s)));
+        EXPECT_EQ(replaced && QFile::copy(path(u"away.mdb"_s), strDatabasePath), replaced);
         EXPECT_EQ(
             messagesAgreedTo(saveAnswers),
             QStringList{u"Error : 8\r\nThe database file has been moved, deleted or replaced meanwhile. "
                         "Close the program and start it again."_s});
         QFile::remove(strDatabasePath);
-        ASSERT_TRUE(QFile::rename(path("away.mdb"), strDatabasePath));
+        ASSERT_TRUE(QFile::rename(path(u"away.mdb"_s), strDatabasePath));
     }
     EXPECT_EQ(messagesAgreedTo(saveAnswers), QStringList());
 }
@@ -250,22 +234,19 @@ TEST_F(FaultsTest, aMissingOrReplacedStoreIsReported) {
 /// The files before the one that does not fit share its transaction: all are rolled back and reported.
 TEST_F(FaultsTest, readingManyFilesUntilTheDiskIsFull) {
     QStringList files, titles;
-    for (const char* name : {"1.xls", "2.xls", "3.xls", "4.xls"}) {
+    for (const QString& name : {u"1.xls"_s, u"2.xls"_s, u"3.xls"_s, u"4.xls"_s}) {
         fill(name, files.size() == 2 ? 30000 : 5);
-        addToRegister(QString::fromLatin1(name));
+        addToRegister(name);
         files << path(name);
-        titles << QString::fromLatin1(name);
+        titles << name;
     }
     QStringList bad;
     EXPECT_EQ(messagesAgreedTo([&] { bad = readSurveyFiles({files.first()}).bad; }), QStringList());
     fillStore();
-    EXPECT_EQ(messagesAgreedTo([&] {
-                  bad += readSurveyFiles({files.begin() + 1, files.end()}).bad;
-              }).size(),
-              1);
+    const auto readOthers = [&] { bad += readSurveyFiles({files.begin() + 1, files.end()}).bad; };
+    EXPECT_EQ(messagesAgreedTo(readOthers).size(), 1);
     runRaw(u"pragma max_page_count = 100000000"_s);
     EXPECT_EQ(bad, titles.mid(1));
     EXPECT_EQ(rows(u"select xlsfilename from log where Status=True"_s), titles.first(1));
 }
-
 } // namespace

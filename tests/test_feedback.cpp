@@ -2,13 +2,7 @@
 #include "feedback/frmFeedBackObj.h"
 #include "tests/support/gridform.h"
 
-#include <QApplication>
-#include <QLabel>
-
-using namespace Qt::StringLiterals;
-
 namespace {
-
 const QDate march(2006, 3, 14);
 const QString price = u"How do you rate the price?"_s;
 const QString wishes = u"What do you wish?"_s;
@@ -17,8 +11,7 @@ const QString objective =
     u"select questionid, weightage, score, surveyid, surveydate from feedbackobjective"_s;
 const QString descriptive = u"select Description, weightage from feedbackdescriptive"_s;
 
-class FeedbackTest : public StoreTest {
-protected:
+struct FeedbackTest : StoreTest {
     void SetUp() override {
         StoreTest::SetUp();
         acme = addCustomer(u"Acme"_s);
@@ -29,10 +22,7 @@ protected:
         survey = addSurvey(acme, march);
         addQuestionnaire(ann, survey, questions);
     }
-    static frmFeedBackObj& open() {
-        frmFeedBackObj::instance().Show();
-        return frmFeedBackObj::instance();
-    }
+    static frmFeedBackObj& open() { return show<frmFeedBackObj>(); }
     static EditedGrid grid() { return {frmFeedBackObj::instance(), "grdDtls", "txtDtls"}; }
     static QString label(const char* name) {
         return control<QLabel>(frmFeedBackObj::instance(), name)->text();
@@ -44,9 +34,7 @@ protected:
                QLatin1StringView(marks) + u'|' + QString::number(survey) + u"|14/03/2006";
     }
 
-    int acme = 0;
-    int ann = 0;
-    int survey = 0;
+    int acme = 0, ann = 0, survey = 0;
     std::vector<int> questions;
 };
 
@@ -63,7 +51,7 @@ TEST_F(FeedbackTest, cellsAcceptOnlyValidInput) {
     };
     for (const auto& [row, col, typed, cell] : cases) {
         grid().enter(row, col, typed);
-        EXPECT_EQ(grid().text(row, col), cell) << typed.toStdString();
+        EXPECT_EQ(grid().text(row, col), cell) << typed;
     }
     grid().enter(3, 2, u"8"_s);
     QInputMethodEvent composed;
@@ -77,7 +65,7 @@ TEST_F(FeedbackTest, cellsAcceptOnlyValidInput) {
     for (const auto& [pasted, cell] : pastes) {
         grid().box->selectAll();
         EditedGrid::paste(pasted);
-        EXPECT_EQ(grid().text(3, 2), cell) << pasted.toStdString();
+        EXPECT_EQ(grid().text(3, 2), cell) << pasted;
     }
 }
 
@@ -97,10 +85,8 @@ TEST_F(FeedbackTest, marksAreCheckedWhenTypedAndReplacedWhenEntered) {
     EXPECT_EQ(grid().text(1, 2), u"7"_s);
     EditedGrid::paste(u"8\t6\n5\n"_s); // the second question takes words: a weightage, no score
     EXPECT_EQ(grid().row(1) + grid().row(2), price + u"|8|6|" + wishes + u"|5||");
-    messages.expectTitled(
-        u"The pasted cells do not fit from here on: “6” has no place in row 2, column 3. Nothing has been "
-        "pasted."_s,
-        forms::style::information);
+    messages.expectInformation(u"The pasted cells do not fit from here on: “6” has no place in row 2, column "
+                               "3. Nothing has been pasted."_s);
     EditedGrid::paste(u"8\n7\t6"_s);
     EXPECT_EQ(grid().row(1) + grid().row(2), price + u"|8|6|" + wishes + u"|5||");
 }
@@ -115,10 +101,8 @@ TEST_F(FeedbackTest, answersAreSavedForTheirOwnerOnly) {
     for (const QString& change :
          {u"update customer set custname='Acme Ltd'"_s, u"delete * from respondent"_s}) {
         run(change);
-        messages.expectTitled(
-            u"The customer or respondent has changed meanwhile. Choose the respondent anew to see the "
-            "answers as they are stored. Nothing has been saved."_s,
-            forms::style::critical);
+        messages.expectCritical(u"The customer or respondent has changed meanwhile. Choose the respondent "
+                                "anew to see the answers as they are stored. Nothing has been saved."_s);
         press(form, "cmdSave");
         EXPECT_EQ(rows(objective), QStringList{});
         run(u"update customer set custname='Acme'"_s);
@@ -151,11 +135,8 @@ TEST_F(FeedbackTest, newAnswersAreStoredAndEmptiedOnesFollowTheirColumn) {
 TEST_F(FeedbackTest, answersThatCannotBeReadAreNotSavedAsBlanks) {
     addScore(ann, questions[0], survey, march, 9, 8);
     frmFeedBackObj& form = open();
-    runRaw(u"alter table feedbackobjective rename to elsewhere"_s);
-    expectFault(NoTable);
-    clickDate(0);
-    runRaw(u"alter table elsewhere rename to feedbackobjective"_s);
-    messages.expectTitled(u"Cannot Save.....Question details are missing"_s, forms::style::critical);
+    withoutTable(u"feedbackobjective"_s, [] { clickDate(0); });
+    messages.expectCritical(u"Cannot Save.....Question details are missing"_s);
     press(form, "cmdSave");
     EXPECT_EQ(rows(objective), QStringList{score(0, "9|8")});
 }
@@ -185,7 +166,7 @@ TEST_F(FeedbackTest, selectionsShowTheirSurvey) {
     clickDate(1);
     EXPECT_EQ(grid().row(1) + label("lblSDate"), wishes + u"|||15/03/2006");
     keyOn(form, "cmbCusName", Qt::Key_Down); // to a customer without a survey
-    messages.expectTitled(u"Cannot Save.....Question details are missing"_s, forms::style::critical);
+    messages.expectCritical(u"Cannot Save.....Question details are missing"_s);
     press(form, "cmdSave");
     EXPECT_EQ(rows(descriptive), QStringList{});
 }
@@ -198,10 +179,8 @@ TEST_F(FeedbackTest, aFailureIsReportedAndTheFormStaysUsable) {
     EXPECT_EQ(grid().grid->Rows(), 4) << "no row is added behind the last question";
     // Another program deletes the second question: the rows before it are saved.
     run(u"delete * from responquesindex where questionid="_s + QString::number(questions[1]));
-    messages.expectTitled(
-        u"“%1” has left this survey. The answers above it have been saved, this one and those "
-        "below have not."_s.arg(wishes),
-        forms::style::critical);
+    messages.expectCritical(u"“%1” has left this survey. The answers above it have been saved, this one and "
+                            "those below have not."_s.arg(wishes));
     press(form, "cmdSave");
     EXPECT_EQ(rows(objective), QStringList{score(0, "1|0")});
     clickDate(0);
@@ -209,5 +188,4 @@ TEST_F(FeedbackTest, aFailureIsReportedAndTheFormStaysUsable) {
     press(form, "cmdSave");
     EXPECT_EQ(rows(objective), (QStringList{score(0, "1|0"), score(2, "9|0")}));
 }
-
 } // namespace

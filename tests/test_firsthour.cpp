@@ -1,34 +1,20 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What leads a new user: the start page, the status bar's second panel, the company name, the list of
-// windows.
-#include "core/MDIMain.h"
+// What leads a new user: the start page, the status bar, the company name, the list of windows.
 #include "core/Main.h"
 #include "core/frmCompanyName.h"
 #include "feedback/frmFeedBackObj.h"
 #include "platform/desktop/opener.h"
 #include "platform/excel/application.h"
-#include "platform/forms/lists.h"
-#include "platform/forms/listview.h"
 #include "reference/frmCustomer.h"
 #include "reference/frmParameter.h"
 #include "search/frmSearch.h"
 #include "tests/support/files.h"
 #include "tests/support/storetest.h"
 
-#include <QAction>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMdiArea>
-#include <QMdiSubWindow>
-#include <QMenu>
 #include <QToolButton>
 
-using namespace Qt::StringLiterals;
-
 namespace {
-
-class FirstHourTest : public StoreTest {
-protected:
+struct FirstHourTest : StoreTest {
     QWidget& page() { return *control<QWidget>(MDIMain::instance(), "startPage"); }
     bool waitForPage() {
         return QTest::qWaitFor([this] { return page().isVisible(); });
@@ -86,8 +72,7 @@ TEST_F(FirstHourTest, theStatusBarSaysWhatWasDoneAndOpensTheFolderOfAFile) {
     EXPECT_FALSE(hint->isVisible());
     press(form, "cmdSaveCustomer");
     EXPECT_EQ(done(), u"Nothing to save"_s);
-    frmSearch& search = frmSearch::instance();
-    search.Show();
+    frmSearch& search = show<frmSearch>();
     control<QLineEdit>(search, "txtKeyword")->setText(u"nothing"_s);
     press(search, "cmdOK");
     EXPECT_EQ(done(), u"0 hits"_s);
@@ -106,8 +91,7 @@ TEST_F(FirstHourTest, theStatusBarSaysWhatWasDoneAndOpensTheFolderOfAFile) {
 }
 
 TEST_F(FirstHourTest, theCompanyNameIsKeptInItsFileOrInTheForm) {
-    frmCompanyName& form = frmCompanyName::instance();
-    form.Show();
+    frmCompanyName& form = show<frmCompanyName>();
     auto* name = control<QLineEdit>(form, "txtName");
     name->clear();
     QTest::keyClicks(name, u" Larkmoor's "_s);
@@ -149,5 +133,4 @@ TEST_F(FirstHourTest, aFileOfATypeWithoutAProgramIsNotHandedOver) {
     writeFile(file, QByteArray(10, '\0'));
     EXPECT_EQ(desktop::openFile(file), desktop::NoProgram);
 }
-
 } // namespace

@@ -1,25 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "core/MDIMain.h"
 #include "improvement/frmImprovementPlan.h"
-#include "platform/forms/clock.h"
-#include "platform/forms/dtpicker.h"
 #include "tests/support/listview.h"
 
-#include <QAction>
-#include <QApplication>
-#include <QDir>
-#include <QLineEdit>
-#include <QRadioButton>
-
-using namespace Qt::StringLiterals;
-using forms::Answer;
-
 namespace {
-
 const QString stored = u"select customerid, Date, Action, targetdate, Status from actionplan order by 1, 2"_s;
 
-class ImprovementTest : public StoreTest {
-protected:
+struct ImprovementTest : StoreTest {
     Replaced<forms::todayHook> fixedDay{[] { return QDate(2024, 3, 5); }};
 
     void SetUp() override {
@@ -63,8 +49,7 @@ protected:
         EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
     }
     void popUpDelete(int row, Answer answer) {
-        messages.expectTitled(u"Do you want to delete"_s, forms::style::yesNo + forms::style::secondButton,
-                              answer);
+        messages.expectTitled(u"Do you want to delete"_s, style::yesNo + style::secondButton, answer);
         popUp(row, {Qt::Key_D});
     }
 };
@@ -201,5 +186,4 @@ TEST_F(ImprovementTest, aDeletionThatFailsPartWayDeletesNothing) {
     form().toDeleteActionForSelectedCustomer();
     EXPECT_EQ(rows(stored), before);
 }
-
 } // namespace

@@ -11,13 +11,9 @@
 #include <QUrlQuery>
 #include <csignal>
 
-using namespace Qt::StringLiterals;
-
 namespace {
-
 /// A stand-in for the mail client: xdg-email calls a hook script, which records the mailto URL.
-class MailTest : public ::testing::Test {
-protected:
+struct MailTest : ::testing::Test {
     void SetUp() override {
         qputenv("PATH", folder.path().toUtf8() + ':' + path);
         qputenv("MAIL_RECORD", record.toUtf8());
@@ -45,14 +41,8 @@ protected:
         messages.AttachmentPathName = file;
         return messages;
     }
-    /// Sends the message and returns the text of the failure; empty if none.
     static QString failureOf(mapi::MAPIMessages messages) {
-        try {
-            messages.setAction(mapi::SendByDialog);
-        } catch (const Failure& failure) {
-            return failure.text();
-        }
-        return {};
+        return ::failureOf([&] { messages.setAction(mapi::SendByDialog); });
     }
 
     QTemporaryDir folder;
@@ -69,7 +59,7 @@ TEST_F(MailTest, theClientReceivesUnusualTextsAndNamesUnchanged) {
         {u"--attach"_s, u"\tWeiß, \"Grün\" <b>&amp;\\t\\c"_s, u"x,y.xls"_s},
     };
     for (const auto& [recipient, text, name] : mails) {
-        ASSERT_EQ(failureOf(message(recipient, text, attachment(name))), QString()) << qPrintable(name);
+        ASSERT_EQ(failureOf(message(recipient, text, attachment(name))), QString()) << name;
         const QUrl url(QString::fromUtf8(contentOf(record)), QUrl::StrictMode);
         const QUrlQuery query(url);
         EXPECT_EQ(url.path(QUrl::FullyDecoded), recipient);
@@ -86,9 +76,9 @@ TEST_F(MailTest, failuresToReachTheClientAreReported) {
     const auto messageWith = [](const QString& file) { return message(u"ann@example.com"_s, u"."_s, file); };
     mapi::MAPIMessages good = messageWith(attachment(u"a.xls"_s));
     installClient("exit 1");
-    EXPECT_EQ(failureOf(good),
-              u"The mail was not handed over: the mail program reported a failure, or the mail "
-              "was cancelled.");
+    EXPECT_EQ(
+        failureOf(good),
+        u"The mail was not handed over: the mail program reported a failure, or the mail was cancelled.");
     const QString missing = folder.filePath(u"none.xls"_s);
     EXPECT_EQ(failureOf(messageWith(missing)), u"The file to attach is missing: "_s + missing);
     EXPECT_TRUE(failureOf(messageWith(attachment(u"a\\nb.xls"_s))).contains(u"backslash"_s));
@@ -116,5 +106,4 @@ TEST_F(MailTest, theClientIsTheDesktopsMailtoHandler) {
     qputenv("PATH", "/nowhere");
     EXPECT_FALSE(mapi::hasClient());
 }
-
 } // namespace

@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Starting, the main window with its help, and ending.
-#include "core/MDIMain.h"
 #include "core/Main.h"
 #include "core/base/busy.h"
-#include "core/base/failure.h"
 #include "core/frmSplash.h"
 #include "core/onehome.h"
 #include "core/store/transaction.h"
@@ -11,43 +9,28 @@
 #include "platform/desktop/helpwindow.h"
 #include "platform/desktop/opener.h"
 #include "platform/desktop/windowstate.h"
-#include "platform/forms/commondialog.h"
 #include "reference/frmCustomer.h"
 #include "reference/frmParameter.h"
 #include "survey/frmSelectSurvey.h"
 #include "tests/support/files.h"
 #include "tests/support/storetest.h"
 
-#include <QAction>
-#include <QApplication>
-#include <QDir>
-#include <QLabel>
-#include <QLineEdit>
-#include <QListWidget>
 #include <QStyle>
 #include <QSysInfo>
-#include <QTimer>
 #include <sys/stat.h>
 
-using namespace Qt::StringLiterals;
-using forms::Answer;
-
 namespace {
-
-class MainWindowTest : public StoreTest {
-protected:
+struct MainWindowTest : StoreTest {
     void removeStore() { ASSERT_TRUE(QFile::rename(path(u"Tallywell.mdb"_s), path(u"moved.mdb"_s))); }
     /// Whether the program goes on when it has found no store and the user answers so.
     bool locate(Answer answer, const QString& message = {}) {
         messages.expect(u"Database not found in the current directory,...Locate the database to connect"_s,
-                        forms::style::okCancel, u"Brackwell"_s, answer);
+                        style::okCancel, u"Brackwell"_s, answer);
         if (!message.isEmpty())
             messages.expect(message);
         return toCreateDSN(u"gwl"_s, found);
     }
 
-    QString located; // in the open dialog
-    Replaced<forms::openFileHook> openDialog{[this](const auto&) { return located; }};
     QString found;
 };
 
@@ -58,9 +41,9 @@ TEST_F(MainWindowTest, theStoreInTheHomeIsUsedElseOneIsLocatedOrTheProgramEnds) 
     removeStore();
     EXPECT_FALSE(locate(Answer::Cancel));
     EXPECT_FALSE(locate(Answer::Ok, u"Must choose the database"_s));
-    located = path(u"moved.mdb"_s);
+    picked = path(u"moved.mdb"_s);
     EXPECT_TRUE(locate(Answer::Ok));
-    EXPECT_EQ(found, located);
+    EXPECT_EQ(found, picked);
     toOpenConnection();
     EXPECT_EQ(cnnMain->State(), ado::StateOpen);
 }
@@ -111,7 +94,7 @@ TEST_F(MainWindowTest, aSecondProgramInAHomeBringsTheFirstToTheFrontOrReportsWhe
         messages.expect(where + here + u"' (process "_s +
                             QString::number(QCoreApplication::applicationPid()) +
                             u") and does not answer. End it there before you start it again.",
-                        forms::style::critical);
+                        style::critical);
         EXPECT_FALSE(start());
     }
     for (const Answer answer : {Answer::No, Answer::Yes}) {
@@ -132,7 +115,7 @@ TEST_F(MainWindowTest, anUnwritableRegistryIsReportedOnlyForALocatedStore) {
     toOpenConnection();
     EXPECT_EQ(cnnMain->State(), ado::StateClosed);
     removeStore();
-    located = path(u"moved.mdb"_s);
+    picked = path(u"moved.mdb"_s);
     EXPECT_TRUE(locate(Answer::Ok, u"DSN Creation Failed"_s)) << "the program continues";
 }
 
@@ -188,7 +171,7 @@ TEST_F(MainWindowTest, aFailureThatLeavesAHandlerIsShownAndTheProgramContinues) 
         const Busy window;
         throw Failure::ofSubscript();
     });
-    const auto expectShown = [&] { messages.expect(u"Subscript out of range"_s, forms::style::critical); };
+    const auto expectShown = [&] { messages.expect(u"Subscript out of range"_s, style::critical); };
     expectShown();
     fails.deliver();
     expectIdle();
@@ -272,8 +255,7 @@ TEST_F(MainWindowTest, aPresentationThatCannotBeOpenedIsReported) {
     const Replaced<desktop::openFileHook> opens([](const QString&) { return desktop::SmallestSuccess - 1; });
     messages.expect(u"Error running "_s + show +
                         u"...\r\nPlease ensure that you have MS PowerPoint installed.",
-                    forms::style::information, u"Gaugwell"_s);
+                    style::information, u"Gaugwell"_s);
     control<QAction>(MDIMain::instance(), "mnuGettingStarted")->trigger();
 }
-
 } // namespace

@@ -5,25 +5,15 @@
 #include "improvement/frmImprovementPlan.h"
 #include "platform/chart/labelplaces.h"
 #include "platform/chart/mschart.h"
-#include "platform/forms/dtpicker.h"
-#include "platform/forms/lists.h"
-#include "platform/forms/listview.h"
 #include "tests/support/listview.h"
 #include "tests/support/reporttest.h"
 
-#include <QAction>
-#include <QCheckBox>
 #include <QComboBox>
 #include <QContextMenuEvent>
 #include <QDoubleSpinBox>
 #include <QImage>
-#include <QLineEdit>
-#include <QTimer>
-
-using namespace Qt::StringLiterals;
 
 namespace {
-
 TEST(LabelPlaces, labelsCoverNeitherEachOtherNorMarkersNorObstaclesNorTheOutside) {
     const QRectF area(0, 0, 300, 200);
     std::vector<QPointF> points{{2, 100}, {298, 100}, {150, 2}, {150, 198}};
@@ -56,11 +46,7 @@ TEST(Quadrants, aPointOnTheMeanIsAboveIt) {
     }
 }
 
-const QDate spring{2024, 3, 1};
-const QDate autumn{2024, 9, 1};
-
-class MatrixAidsTest : public ReportTest {
-protected:
+struct MatrixAidsTest : ReportTest {
     void SetUp() override {
         ReportTest::SetUp();
         addCustomer(u"Acme"_s);
@@ -182,7 +168,7 @@ TEST_F(MatrixAidsTest, aidsAreDrawnAndRememberedAndGoAgain) {
     const QString text = print(form(), u"Performance Matrix Report"_s);
     for (const QString& word : {u"Acme"_s, u"01/09/2024"_s, u"own values: score 7.50, weightage 5.00"_s,
                                 u"Weightage Score"_s, u"3 Speed"_s, u"+2.00"_s, u"Concentrate here"_s})
-        EXPECT_TRUE(text.contains(word)) << text.toStdString();
+        EXPECT_TRUE(text.contains(word)) << text;
     press(Qt::Key_G);
     EXPECT_FALSE(print(form(), u"Performance Matrix Report"_s).contains(u"Concentrate here"));
     press(Qt::Key_G);
@@ -252,7 +238,7 @@ TEST_F(MatrixAidsTest, aDotBecomesAnActionOfTheFirstFreeDay) {
     form().Show();
     const QString question =
         u"The description of an action has not been saved.\r\nDo you want to replace it?"_s;
-    messages.expectTitled(question, forms::style::yesNo + forms::style::secondButton, forms::Answer::No);
+    messages.expectTitled(question, style::yesNo + style::secondButton, Answer::No);
     start();
     EXPECT_TRUE(description->text().endsWith(u"Second carrier"_s));
     press(plan, "cmdSave");
@@ -263,11 +249,9 @@ TEST_F(MatrixAidsTest, aDotBecomesAnActionOfTheFirstFreeDay) {
 
     form().Show();
     run(u"delete from customer"_s);
-    messages.expectTitled(u"The customer Acme is no longer in the database. Nothing has been changed."_s,
-                          forms::style::critical);
+    messages.expectCritical(u"The customer Acme is no longer in the database. Nothing has been changed."_s);
     start();
     EXPECT_EQ(control<forms::ListView>(plan, "lsvDtls")->ListCount(), 0) << "of the former customer";
     expectIdle();
 }
-
 } // namespace

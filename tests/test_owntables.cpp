@@ -8,14 +8,9 @@
 #include "tests/support/replaced.h"
 
 #include <sys/wait.h>
-#include <unistd.h>
-
-using namespace Qt::StringLiterals;
 
 namespace {
-
-class OwnTablesTest : public EnginesTest {
-protected:
+struct OwnTablesTest : EnginesTest {
     /// A connection to that store with its own tables; the last name is of no table.
     static void open(ado::Connection& mine, const ado::Connection& store) {
         mine.ConnectionString = store.ConnectionString;
@@ -34,8 +29,7 @@ protected:
 TEST_F(OwnTablesTest, eachProgramSeesItsOwnRows) {
     const QString all = u"select * from reportlinktable order by score"_s;
     onBoth([&](ado::Connection& store) {
-        ado::Connection one;
-        ado::Connection other;
+        ado::Connection one, other;
         open(one, store);
         open(other, store);
         store.BeginTrans();
@@ -130,8 +124,7 @@ TEST_F(OwnTablesTest, ownTablesHaveTheStoredColumnsAndIndexes) {
     ado::Connection onServer;
     open(onServer, server);
     const QString made = rows(onServer, u"show create table reportlinktable"_s).value(0);
-    EXPECT_TRUE(made.contains(u"TEMPORARY") && made.contains(u"KEY \"reportlinktable_question\""))
-        << made.toStdString();
+    EXPECT_TRUE(made.contains(u"TEMPORARY") && made.contains(u"KEY \"reportlinktable_question\"")) << made;
 }
 
 TEST_F(OwnTablesTest, aReadOnlyFileHasThemToo) {
@@ -146,8 +139,7 @@ TEST_F(OwnTablesTest, aReadOnlyFileHasThemToo) {
 
 TEST_F(OwnTablesTest, aReportPrintsTheRowsOfItsConnection) {
     onBoth([&](ado::Connection& store) {
-        ado::Connection one;
-        ado::Connection other;
+        ado::Connection one, other;
         open(one, store);
         open(other, store);
         fill(one, u"mine"_s);
@@ -166,10 +158,9 @@ TEST_F(OwnTablesTest, aReportPrintsTheRowsOfItsConnection) {
         crystal::savePdf(*run, pdf);
         QStringList pages = pdfPages(pdf);
         EXPECT_TRUE(pages.value(0).contains(u"05/03/2024"_s) && pages[0].contains(u"mine Score"_s))
-            << pages.value(0).toStdString();
+            << pages.value(0);
         EXPECT_FALSE(pages[0].contains(u"theirs"_s));
         return pages;
     });
 }
-
 } // namespace

@@ -2,14 +2,10 @@
 #include "reference/frmParameter.h"
 #include "tests/support/gridform.h"
 
-using namespace Qt::StringLiterals;
-using forms::Answer;
 using Cell = std::pair<int, int>;
 
 namespace {
-
-class ParameterTest : public StoreTest {
-protected:
+struct ParameterTest : StoreTest {
     static EditedGrid parameters() {
         return {frmParameter::instance(), "grdParameterDtls", "txtParameterDtls"};
     }
@@ -73,10 +69,8 @@ TEST_F(ParameterTest, pastedQuestionsFollowTheRulesOfTheirColumns) {
     EditedGrid::paste(u"Is it fair?\ts\nWhat else?\tDescriptive\n"_s);
     EXPECT_EQ(questions().text(1, 2) + questions().text(2, 2), u"ScoreDescriptive"_s);
     questions().box->selectAll();
-    messages.expectTitled(
-        u"With the pasted text the cell would hold 256 characters; it takes 255. Nothing has been "
-        "pasted."_s,
-        forms::style::information);
+    messages.expectInformation(
+        u"With the pasted text the cell would hold 256 characters; it takes 255. Nothing has been pasted."_s);
     EditedGrid::paste(QString(256, u'w'));
     EXPECT_EQ(questions().text(1, 1), u"Is it fair?"_s);
 }
@@ -121,7 +115,7 @@ TEST_F(ParameterTest, deletingAParameterSavesTheRemainingRows) {
     const auto removeFirst = [&](std::optional<Answer> answer) {
         if (answer)
             messages.expectTitled(u"Deleting of parameter will delete all the Corresponding records"_s,
-                                  forms::style::okCancel + forms::style::secondButton, *answer);
+                                  style::okCancel + style::secondButton, *answer);
         parameters().click(1, 1);
         press(form, "cmdDeleteParameter");
         return names();
@@ -134,5 +128,4 @@ TEST_F(ParameterTest, deletingAParameterSavesTheRemainingRows) {
     EXPECT_EQ(removeFirst({}), QStringList());
     EXPECT_EQ(parameters().text(1, 1), u""_s) << "the last one; no grid row is taken away";
 }
-
 } // namespace

@@ -2,23 +2,13 @@
 #include "analysis/figures/performancematrix.h"
 #include "analysis/frmPerformanceMatrix.h"
 #include "platform/chart/mschart.h"
-#include "platform/forms/commondialog.h"
-#include "platform/forms/flexgrid.h"
-#include "platform/forms/lists.h"
-#include "platform/forms/listview.h"
 #include "tests/support/listview.h"
 #include "tests/support/reporttest.h"
 
-#include <QAction>
-#include <QClipboard>
 #include <QGuiApplication>
 #include <QImage>
-#include <QPushButton>
-
-using namespace Qt::StringLiterals;
 
 namespace {
-
 using Answers = std::vector<RatedAnswer>;
 
 /// n answers whose weightages and scores have these sums.
@@ -65,11 +55,7 @@ TEST(MatrixPlaces, coincidingPointsMoveApart) {
     EXPECT_THROW(next(5.67, 2.5), Failure);
 }
 
-const QDate spring{2024, 3, 1};
-const QDate autumn{2024, 9, 1};
-
-class PerformanceMatrixTest : public ReportTest {
-protected:
+struct PerformanceMatrixTest : ReportTest {
     void SetUp() override {
         ReportTest::SetUp();
         addRespondent(addCustomer(u"Acme"_s), u"Ann"_s);
@@ -93,9 +79,8 @@ protected:
     }
     static void clickDate(int index) { clickEntry(form(), "lstSurveyDates", index); }
     void expectTip(int point, const QString& name, const QString& weightage, const QString& score) {
-        messages.expectTitled(u"Parameter  : "_s + name + u"\r\nWeightage : " + weightage +
-                                  u"\r\nScore         : " + score,
-                              forms::style::information);
+        messages.expectInformation(u"Parameter  : "_s + name + u"\r\nWeightage : " + weightage +
+                                   u"\r\nScore         : " + score);
         QTest::mouseClick(drawn, Qt::LeftButton, {}, drawn->PointPosition(1, point));
     }
     QStringList gridRows() {
@@ -134,7 +119,7 @@ TEST_F(PerformanceMatrixTest, viewShowsChartAndGrid) {
     expectTip(2, u"Care"_s, u"7.00"_s, u"3.00"_s); // drawn displaced, with its true figures
     expectTip(4, u"Speed"_s, u"2.00"_s, u"9.00"_s);
 
-    messages.expectTitled(u"No record(s) present to view Performance Matrix"_s, forms::style::information);
+    messages.expectInformation(u"No record(s) present to view Performance Matrix"_s);
     clickDate(1);
     EXPECT_FALSE(isExpanded());
     clickDate(0);
@@ -165,7 +150,7 @@ TEST_F(PerformanceMatrixTest, theBasisStandsInTheListTheTipAndTheChart) {
                            "question rated"_s,
                            u"Price|4.00|2.40 to 5.60|5.25|1.47 to 9.03|3 of 5 respondents, 3 of 5 questions "
                            "rated"_s}));
-    messages.expectBeginning(u"Parameter  : Care"_s, forms::style::information, titleWithVersion);
+    messages.expectTitledBeginning(u"Parameter  : Care"_s, style::information);
     QTest::mouseClick(drawn, Qt::LeftButton, {}, drawn->PointPosition(1, 1));
     QTest::keyClick(&form(), Qt::Key_B, Qt::AltModifier);
     EXPECT_EQ(drawn->Picture().size(), plain.size());
@@ -203,21 +188,18 @@ TEST_F(PerformanceMatrixTest, picturesAreSavedAndFailuresReported) {
     ASSERT_EQ(actions.size(), 7);
     actions[4]->trigger();
     EXPECT_EQ(QGuiApplication::clipboard()->text(), u"Parameter\tScore\tWeightage\nPrice\t3\t7"_s);
-    QString answer;
-    const Replaced<forms::saveFileHook> dialog([&](const auto&) { return answer; });
     for (const int kind : {1, 2, 3}) {
-        answer = home() + (kind == 1 ? u"/a.PNG"_s : u"/a"_s);
+        named = home() + (kind == 1 ? u"/a.PNG"_s : u"/a"_s);
         actions[kind]->trigger();
     }
     EXPECT_GT(QImage(home() + u"/a.PNG"_s).width(), 2000);
     EXPECT_TRUE(pdfPages(home() + u"/a.pdf"_s).value(0).contains(u"Weightage"));
     EXPECT_TRUE(QFile::exists(home() + u"/a.svg"_s));
     messages.expect(home() + u"/a.pdf already exists.\r\nDo you want to replace it?"_s,
-                    forms::style::yesNo + forms::style::secondButton, {}, forms::Answer::No);
+                    style::yesNo + style::secondButton, {}, Answer::No);
     actions[3]->trigger();
-    answer = home() + u"/none/a.png"_s;
-    messages.expect(u"The picture could not be saved as "_s + answer, forms::style::critical);
+    named = home() + u"/none/a.png"_s;
+    messages.expect(u"The picture could not be saved as "_s + named, style::critical);
     actions[1]->trigger();
 }
-
 } // namespace

@@ -4,28 +4,15 @@
 #include "core/frmPerson.h"
 #include "exchange/files/readingundo.h"
 #include "exchange/reading.h"
-#include "platform/forms/commondialog.h"
 #include "tests/support/listview.h"
 #include "tests/support/surveytest.h"
 
-#include <QDir>
-#include <QLabel>
-#include <QListWidget>
-#include <QPushButton>
-#include <QRadioButton>
 #include <QTextBrowser>
-#include <QTimer>
-
-using namespace Qt::StringLiterals;
-namespace style = forms::style;
-using forms::Answer;
 
 namespace {
-
 /// Everything of Ann has "Secret" in it or her name. She has answered by 111.xls, of which an .xlsx file has
 /// come back, and by a file of a name that Bob's has as well. Bob and an action name her.
-class PersonTest : public SurveyTest {
-protected:
+struct PersonTest : SurveyTest {
     void SetUp() override {
         SurveyTest::SetUp();
         addStored(ann, today, {0, 4});
@@ -40,8 +27,7 @@ protected:
         run(u"insert into reminder values (1, '2024-03-06')"_s);
         for (const QString& name : {u"111.xls"_s, u"both.xls"_s})
             addToRegister(name);
-        addToRegister(u"both.xls"_s, bob);
-        run(u"update log set respname='Bob' where respid=2"_s);
+        addToRegister(u"both.xls"_s, bob, u"Bob"_s);
         for (const auto& [name, respondent, words] : {std::tuple(u"111.xls"_s, ann, u"Secret one"_s),
                                                       {u"111.xls"_s, ann, u"Secret\ntwo"_s},
                                                       {u"112.xls"_s, bob, u"Line\nAnn"_s}})
@@ -60,14 +46,13 @@ protected:
     }
     static frmPerson& form() { return frmPerson::instance(); }
     static QString page() { return control<QTextBrowser>(form(), "txtPage")->toPlainText(); }
-
     /// The file that is left is said afterwards.
     void eraseAll(const std::function<void(frmErase&)>& steps) {
         erase(steps, Answer::Yes, [this] {
-            messages.expectBeginning(
+            messages.expectTitledBeginning(
                 u"Delete these files yourself:\n  "_s + path(u"both.xls"_s) +
                     u": another respondent has a file of this name, or it is no survey file\n",
-                style::information, u"Gaugewell v2.1"_s);
+                style::information);
         });
     }
     /// Presses Erase and, in the dialog, does the steps and presses its button.
@@ -78,9 +63,8 @@ protected:
             frmErase& dialog = frmErase::instance();
             EXPECT_TRUE(QTest::qWaitFor([&] { return dialog.isActiveWindow(); }));
             steps(dialog);
-            messages.expectBeginning(u"Erase Ann of Acme? This cannot be undone.\r\n\r\n"_s,
-                                     style::yesNo + style::critical + style::secondButton,
-                                     u"Gaugewell v2.1"_s, answer);
+            messages.expectTitledBeginning(u"Erase Ann of Acme? This cannot be undone.\r\n\r\n"_s,
+                                           style::yesNo + style::critical + style::secondButton, answer);
             expected();
             press(dialog, "cmdErase");
             if (frmErase::loaded())
@@ -95,7 +79,6 @@ protected:
             found << u"the file of the store"_s;
         return found + QDir(home()).entryList({u"111.*"_s});
     }
-    const QString sharedFile = u": another respondent has a file of this name, or it is no survey file\n"_s;
 };
 
 TEST_F(PersonTest, showsAndSavesEverything) {
@@ -105,14 +88,12 @@ TEST_F(PersonTest, showsAndSavesEverything) {
                            u"Answers in words|1"_s, u"Register of survey files|2"_s, u"Handed over|1"_s,
                            u"Reminders|1"_s, u"Files read|2"_s, u"Answers in the records of readings|4"_s,
                            u"Texts that name the person|3"_s, u"Survey files|3"_s}));
-    QString chosen;
-    const Replaced<forms::saveFileHook> dialog{[&](const auto&) { return chosen; }};
     for (const auto& [button, name] : {std::pair("cmdPage", u"out.html"_s), {"cmdTable", u"out.csv"_s}}) {
-        chosen = path(name);
+        named = path(name);
         press(form(), button);
         const QString content = QString::fromUtf8(contentOf(path(name)));
         for (const QString& text : {u"ann@secret.test"_s, u"Secret.xls"_s, u"Secret one"_s, u"Ask ANN"_s})
-            EXPECT_TRUE(content.contains(text)) << name.toStdString() << text.toStdString();
+            EXPECT_TRUE(content.contains(text)) << name << text;
         EXPECT_EQ(QFile::permissions(path(name)) & (QFile::ReadGroup | QFile::ReadOther),
                   QFile::Permissions());
     }
@@ -138,8 +119,7 @@ TEST_F(PersonTest, keepsTheMarksAndNothingElse) {
     const QString protocol =
         QString::fromUtf8(contentOf(protocols + QDir(protocols).entryList(QDir::Files).value(0)));
     EXPECT_EQ(page().trimmed(), protocol.trimmed());
-    EXPECT_TRUE(protocol.contains(u"Survey files deleted: 2\n  111.xls\n  111.xlsx\n"_s))
-        << protocol.toStdString();
+    EXPECT_TRUE(protocol.contains(u"Survey files deleted: 2\n  111.xls\n  111.xlsx\n"_s)) << protocol;
     EXPECT_EQ(value(u"select what from protocol"_s).left(25), u"Respondent 1 erased: Answ"_s);
     EXPECT_FALSE(protocol.contains(QRegularExpression(u"(?i)secret|\\bann\\b|both"_s)));
 
@@ -177,5 +157,4 @@ TEST_F(PersonTest, changesNothingUnlessAllOfItCanBeErased) {
     });
     EXPECT_EQ(QDir(home()).entryList({u"111.*"_s}).size(), 2);
 }
-
 } // namespace

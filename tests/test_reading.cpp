@@ -1,24 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "exchange/frmReading.h"
 #include "feedback/frmFeedBackObj.h"
-#include "platform/forms/lists.h"
 #include "tests/support/gridform.h"
 #include "tests/support/surveytest.h"
 
-#include <QDir>
-
-using namespace Qt::StringLiterals;
-namespace style = forms::style;
-
 namespace {
-
 const QString overflow = u"Overflow"_s;
 const QString mismatch = u"Type mismatch"_s;
 const QString remarksHead = u"Read as it stands, but worth a look:\r\n"_s;
 
 /// Ann has the questions 0 and 4 of the catalogue in the survey of today, exported under the name ann.xls.
-class ReadingTest : public SurveyTest {
-protected:
+struct ReadingTest : SurveyTest {
     void SetUp() override {
         SurveyTest::SetUp();
         addStored(ann, today, {0, 4});
@@ -42,8 +34,7 @@ protected:
     }
     void importFiles(const QStringList& names = {u"ann.xls"_s}) {
         picked = path(names.join(u'\n' + home() + u'/'));
-        frmReading& form = frmReading::instance();
-        form.Show();
+        frmReading& form = show<frmReading>();
         press(form, "cmdBrowse");
         auto* list = control<forms::ListBox>(form, "lstXlsFiles");
         EXPECT_EQ(list->ListCount(), names.size());
@@ -66,15 +57,13 @@ protected:
     }
     /// Reads by the form of one respondent's answers.
     void readSelected() {
-        frmFeedBackObj::instance().Show();
-        press(frmFeedBackObj::instance(), "cmdRead");
+        press(show<frmFeedBackObj>(), "cmdRead");
         EXPECT_EQ(messages.left(), 0);
     }
     static QStringList shown() {
         const EditedGrid grid(frmFeedBackObj::instance(), "grdDtls", "txtDtls");
         return {grid.row(1), grid.row(2)};
     }
-
     /// Reads by both forms and compares Ann's and Bob's answers ("Ann's/Bob's"). A failing conversion names
     /// the last cell and ends the read; anything else reported is a remark.
     void expectRead(const Cells& cells, const QStringList& reported, const QString& expected) {
@@ -99,19 +88,13 @@ protected:
             EXPECT_EQ(rows(u"select xlsfilename, Status from log"_s).value(0), u"ann.xls|True");
         }
     }
-
-    QString picked; // in the open dialog
-    Replaced<forms::openFileHook> openDialog{[this](const auto&) { return picked; }};
 };
 
 TEST_F(ReadingTest, cellsBecomeAnswersOrEndTheRead) {
     const QString all = u"1:9,7 5:3  It's good /"_s;
     const QString noWords = u"1:9,7/"_s;
-    const struct {
-        QStringList reported;
-        QString expected;
-        Cells changes; // one at a time
-    } cases[] = {
+    const std::tuple<QStringList, QString, Cells> cases[] = {
+        // of the cells one is changed at a time
         {{}, all, {{"D14", 9}, {"I3", u"05/03/2024"_s}, {"I3", 45356}}}, // the cell shows dates
         {{}, u"1:9,7 5:3 -/"_s, {{"B17", u"  Type your Answer here "_s}}},
         {{}, u"1:9,7 5:3 12.5/"_s, {{"B17", 12.5}}},
@@ -197,8 +180,7 @@ TEST_F(ReadingTest, answersReadElsewhereAreNotSavedOver) {
     frmFeedBackObj::instance().Show();
     fill({{"D14", 9}, {"C14", 7}});
     importFiles();
-    frmFeedBackObj::instance().Show();
-    press(frmFeedBackObj::instance(), "cmdSave");
+    press(show<frmFeedBackObj>(), "cmdSave");
     EXPECT_EQ(answers(ann), u"1:9,7 5:0 -"_s);
 }
 
@@ -258,8 +240,7 @@ TEST_F(ReadingTest, aFileWithTooMuchTextIsNotReadAtAll) {
 
 TEST_F(ReadingTest, aRefusedFileLeavesWhatHasBeenTyped) {
     addScore(ann, question[0], 1, today, 5, 0);
-    frmFeedBackObj& form = frmFeedBackObj::instance();
-    form.Show();
+    frmFeedBackObj& form = show<frmFeedBackObj>();
     EditedGrid(form, "grdDtls", "txtDtls").enter(1, 2, u"8"_s);
     fill({{"D14", u"nine"_s}});
     messages.expect(failureAt("D14"));
@@ -272,11 +253,10 @@ TEST_F(ReadingTest, aFileOpenInASpreadsheetIsAskedFor) {
     for (const QString& lock : {u".~lock.ann.xls#"_s, u"~$ann.xls"_s}) {
         const bool goesOn = lock.startsWith(u'~');
         copyHomeFile(u"template.xls"_s, lock);
-        messages.expectOpenElsewhere(u"ann.xls"_s, goesOn ? forms::Answer::Yes : forms::Answer::No);
+        messages.expectOpenElsewhere(u"ann.xls"_s, goesOn ? Answer::Yes : Answer::No);
         goesOn ? readSelected() : importFiles();
         EXPECT_EQ(answers(ann).isEmpty(), !goesOn);
         QFile::remove(path(lock));
     }
 }
-
 } // namespace

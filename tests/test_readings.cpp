@@ -13,16 +13,9 @@
 #include "tests/support/surveytest.h"
 
 #include <QCryptographicHash>
-#include <QPushButton>
-
-using namespace Qt::StringLiterals;
-namespace style = forms::style;
-using forms::Answer;
 
 namespace {
-
-class ReadingsTest : public SurveyTest {
-protected:
+struct ReadingsTest : SurveyTest {
     void SetUp() override {
         SurveyTest::SetUp();
         addStored(ann, today, {0, 4});
@@ -53,21 +46,17 @@ protected:
     }
 
     // The form.
-    static frmReadingRuns& form() {
-        frmReadingRuns::instance().Show();
-        return frmReadingRuns::instance();
-    }
+    static frmReadingRuns& form() { return show<frmReadingRuns>(); }
     static const forms::ListView& list(const char* name) { return *control<forms::ListView>(form(), name); }
     void undo(int row, const QString& effects, Answer answer = Answer::Yes) {
         ::clickRow(list("lsvRuns"), row);
         const QString reading = list("lsvRuns").Text(row, 0);
         const QString files = list("lsvRuns").Text(row, 2);
-        messages.expectTitled(u"Undo the reading of %1, %2?\r\n\r\n"_s.arg(
-                                  reading, files == u"1" ? u"1 file"_s : files + u" files") +
-                                  effects,
-                              style::yesNo + style::information + style::secondButton, answer);
+        messages.expectAsked(u"Undo the reading of %1, %2?\r\n\r\n"_s.arg(
+                                 reading, files == u"1" ? u"1 file"_s : files + u" files") +
+                                 effects,
+                             answer);
         press(form(), "cmdUndo");
-        EXPECT_EQ(messages.left(), 0);
         expectIdle();
     }
     static inline const QString removed = u"2 answers that it added are taken out."_s;
@@ -80,11 +69,8 @@ protected:
 TEST_F(ReadingsTest, bothDoorsRecordWhoReadWhatAndUndoTakesItBack) {
     const QStringList empty = answersAndRegister();
     const QString words = u"\"Gut\"\nund sch\u00F6n \U0001F600"_s;
-    Replaced<forms::openFileHook> dialog{[&](const auto&) -> QString {
-        return filled(u"ann.xls"_s, ann, 7, words) + u'\n' + filled(u"bob.xls"_s, bob, 8);
-    }};
-    frmReading& reading = frmReading::instance();
-    reading.Show();
+    picked = filled(u"ann.xls"_s, ann, 7, words) + u'\n' + filled(u"bob.xls"_s, bob, 8);
+    frmReading& reading = show<frmReading>();
     press(reading, "cmdBrowse");
     clickEntry(reading, "lstXlsFiles", 0);
     clickEntry(reading, "lstXlsFiles", 1, Qt::ControlModifier);
@@ -93,8 +79,7 @@ TEST_F(ReadingsTest, bothDoorsRecordWhoReadWhatAndUndoTakesItBack) {
     const QStringList afterImport = answersAndRegister();
 
     filled(u"ann.xls"_s, ann, 9, words);
-    frmFeedBackObj::instance().Show();
-    press(frmFeedBackObj::instance(), "cmdRead");
+    press(show<frmFeedBackObj>(), "cmdRead");
     const QString login = desktop::loginName();
     ASSERT_NE(login, QString());
     EXPECT_EQ(listed(list("lsvRuns")), QStringList({u"05/03/2024 10:30|%1|1|0|1|1|"_s.arg(login),
@@ -135,7 +120,7 @@ TEST_F(ReadingsTest, anAnswerChangedSinceStaysAndIsNamed) {
                                                            {u"t3 r5 r8 t9"_s, u"9"_s, u"9"_s}};
     for (const bool isFirstFirst : {true, false}) {
         for (const auto& [steps, afterFirst, afterBoth] : cases) {
-            SCOPED_TRACE(steps.toStdString());
+            SCOPED_TRACE(steps);
             for (const char* table : {"feedbackobjective", "feedbackdescriptive", "reading", "readingfile"})
                 run(u"delete * from "_s + QLatin1StringView(table));
             for (const QString& step : steps.split(u' ')) {
@@ -214,18 +199,18 @@ TEST_F(ReadingsTest, killedOrLockedTheUndoIsWholeOrNotAtAll) {
 }
 
 TEST_F(ReadingsTest, readingsOlderThanAYearAreThinnedOutByChoice) {
-    messages.expectTitled(u"No reading is older than a year."_s, style::information);
+    messages.expectInformation(u"No reading is older than a year."_s);
     press(form(), "cmdThin");
-    messages.expectTitled(u"Choose the reading to undo."_s, style::information);
+    messages.expectInformation(u"Choose the reading to undo."_s);
     press(form(), "cmdUndo");
     read(u"ann.xls"_s, ann, 5);
     now = now.addYears(1).addSecs(60);
     read(u"bob.xls"_s, bob, 5);
     for (const Answer answer : {Answer::No, Answer::Yes}) {
-        messages.expectTitled(u"1 reading is older than a year. Remove what was stored before and after, to "
-                              "make the database smaller? They stay in this list and cannot be undone any "
-                              "more."_s,
-                              style::yesNo + style::information + style::secondButton, answer);
+        messages.expectAsked(u"1 reading is older than a year. Remove what was stored before and after, to "
+                             "make the database smaller? They stay in this list and cannot be undone any "
+                             "more."_s,
+                             answer);
         press(form(), "cmdThin");
         EXPECT_EQ(list("lsvRuns").Text(1, 6), answer == Answer::Yes ? u"Thinned out"_s : QString());
     }
@@ -243,11 +228,9 @@ TEST_F(ReadingsTest, aStoreThatCouldNotBeUpgradedIsReadWithoutARecord) {
     toOpenConnection();
     read(u"ann.xls"_s, ann, 5);
     EXPECT_EQ(scores(), u"1:5"_s);
-    messages.expectTitled(u"This database could not be updated to this version of the program: readings are "
-                          "not recorded in it and cannot be undone. See the help, topic Readings."_s,
-                          style::critical);
+    messages.expectCritical(u"This database could not be updated to this version of the program: readings "
+                            "are not recorded in it and cannot be undone. See the help, topic Readings."_s);
     form();
     EXPECT_EQ(list("lsvRuns").ListCount(), 0);
 }
-
 } // namespace

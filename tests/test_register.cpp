@@ -1,28 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "core/base/changedrow.h"
 #include "exchange/frmLogDetails.h"
 #include "exchange/frmMessage.h"
 #include "exchange/frmReading.h"
 #include "exchange/mailer.h"
-#include "platform/forms/lists.h"
 #include "platform/mapi/client.h"
 #include "tests/support/changedrows.h"
 #include "tests/support/listview.h"
 #include "tests/support/surveyfile.h"
 
-#include <QDir>
 #include <QPlainTextEdit>
-#include <QTimer>
-
-using namespace Qt::StringLiterals;
-namespace style = forms::style;
-using forms::Answer;
 
 namespace {
-
 /// Acme's files a.xls, b.xls, c.xls for Ann, Bob and Cy; Ann alone has an address.
-class RegisterTest : public StoreTest {
-protected:
+struct RegisterTest : StoreTest {
     void SetUp() override {
         StoreTest::SetUp();
         acme = addCustomer(u"Acme"_s);
@@ -36,10 +26,7 @@ protected:
             "('Acme', '2024-03-05', 'Ann', 'a.xls', True), ('Acme', '2024-03-05', 'Bob', 'b.xls', False), "
             "('Acme', '2024-03-05', 'Cy', 'c.xls', null)"_s);
     }
-    static frmLogDetails& form() {
-        frmLogDetails::instance().Show();
-        return frmLogDetails::instance();
-    }
+    static frmLogDetails& form() { return show<frmLogDetails>(); }
     static forms::ListView& list() { return *control<forms::ListView>(form(), "lsvDtls"); }
     static void choose(const std::vector<int>& rows) {
         for (int row = 0; row < list().ListCount(); ++row)
@@ -54,7 +41,7 @@ protected:
     }
     void expectDelete(const QString& name, Answer answer = Answer::Yes) {
         messages.expectTitled(u"Are you sure you want to delete the Survey File - "_s + name,
-                              forms::style::yesNo + forms::style::secondButton, answer);
+                              style::yesNo + style::secondButton, answer);
     }
     /// Mails the chosen files and returns the mails.
     QStringList mailChosen() {
@@ -67,7 +54,6 @@ protected:
     int acme = 0;
     bool hasClient = true;
     QString failsOn; // the attachment that cannot be mailed
-    QString picked;
     QStringList mails;
     ShownFiles opened;
     Replaced<mapi::hasClientHook> client{[this] { return hasClient; }};
@@ -76,7 +62,6 @@ protected:
             throw Failure(u"The client was cancelled."_s);
         mails << mail.subject + u'|' + mail.text + u'|' + mail.recipient + u'|' + mail.attachmentPath;
     }};
-    Replaced<forms::openFileHook> openDialog{[this](const auto&) { return picked; }};
 };
 
 TEST_F(RegisterTest, listsAndOpensTheFilesOfACustomer) {
@@ -166,7 +151,7 @@ TEST_F(RegisterTest, deletesTheChosenFiles) {
         expectDelete(name);
         messages.expect(
             name + u" Survey File not found in the Current Directory......Kindly locate the file to Delete"_s,
-            forms::style::okCancel + forms::style::secondButton, {}, answer);
+            style::okCancel + style::secondButton, {}, answer);
         if (!right)
             messages.expect(
                 u"Invalid Survey File Selected ..You must select It's.xls Survey File to Delete"_s,
@@ -240,5 +225,4 @@ TEST_F(RegisterTest, theStandardMessageIsStored) {
                                             {{u"Message"_s, stored.trimmed(), u"Theirs"_s, u"Mine"_s}}}));
     EXPECT_EQ(value(u"select standardmessage from standardmessage"_s), u"Mine"_s);
 }
-
 } // namespace

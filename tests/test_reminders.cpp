@@ -3,7 +3,6 @@
 #include "tests/support/responsestest.h"
 
 namespace {
-
 TEST_F(ResponsesTest, remindsThoseWhoHaveNotAnswered) {
     strCompanyName = u"Larkmoor"_s;
     run(u"update respondent set emailid='ann@example.com' where respondentname='Ann'"_s);
@@ -24,14 +23,14 @@ TEST_F(ResponsesTest, remindsThoseWhoHaveNotAnswered) {
     form();
     tickAll();
     const auto remind = [&](const QString& last, const QString& asked, Answer answer, bool fails = false) {
-        expectTitled(u"These have been left out:\r\nBob of Acme, 05/03/2024: has answered\r\n"_s + last);
+        messages.expectInformation(
+            u"These have been left out:\r\nBob of Acme, 05/03/2024: has answered\r\n"_s + last);
         if (fails) {
-            expectAsked(asked, Answer::Yes);
+            messages.expectAsked(asked, Answer::Yes);
             expectFault(Refused);
         }
-        expectAsked(asked, answer);
+        messages.expectAsked(asked, answer);
         press(form(), "cmdRemind");
-        EXPECT_EQ(messages.left(), 0);
         expectIdle();
         return std::exchange(mails, {});
     };
@@ -103,5 +102,4 @@ TEST_F(ResponsesTest, theStoresSettingsAreEditedAndKeptApartFromDefaults) {
     edit([&](auto& dialog) { EXPECT_EQ(control<QSpinBox>(dialog, "spnDays")->value(), 14); });
     EXPECT_EQ(foot(), u"asked 3, answered 0, 0 %"_s);
 }
-
 } // namespace

@@ -3,7 +3,6 @@
 #include "tests/support/responsestest.h"
 
 namespace {
-
 TEST_F(ResponsesTest, theStateFollowsFromAnswersAndDueDate) {
     const QDate yesterday = today.addDays(-1), never;
     const struct {
@@ -91,9 +90,8 @@ TEST_F(ResponsesTest, bothMailDoorsNoteTheFirstHandOver) {
     toOpenConnection();
     press(frmLogDetails::instance(), "cmdmail");
     EXPECT_EQ(mails.size(), 10);
-    messages.expectCritical(
-        u"This database could not be updated to this version of the program: it cannot keep what has been "
-        "handed over and reminded. See the help, topic Responses."_s);
+    messages.expectCritical(u"This database could not be updated to this version of the program: it cannot "
+                            "keep what has been handed over and reminded. See the help, topic Responses."_s);
     form();
     EXPECT_EQ(shown().size(), 3);
 }
@@ -137,7 +135,7 @@ TEST_F(ResponsesTest, filtersAndHeadingsKeepTheTicks) {
     type(u"05032023"_s);
     key(Qt::Key_Return);
     EXPECT_EQ(shown().size(), 4);
-    messages.expectTitled(u"Tick one or more respondents first."_s, style::information);
+    messages.expectInformation(u"Tick one or more respondents first."_s);
     press(form(), "cmdHandedOver"); // a row that was not shown has lost its tick
 }
 
@@ -153,9 +151,9 @@ TEST_F(ResponsesTest, handsOverAndMovesDueDatesByHand) {
     };
     EXPECT_EQ(dispatches(), all(u"15/03/2024"_s)) << "due 14 days later";
     const QString tooEarly = u": handed over on 01/03/2024"_s;
-    expectTitled(u"The due date is before the day of handing over of:\r\nAnn of Acme, 05/03/2024"_s +
-                 tooEarly + u"\r\nBob of Acme, 05/03/2024" + tooEarly + u"\r\nCora of Brown, 01/02/2024" +
-                 tooEarly);
+    messages.expectInformation(
+        u"The due date is before the day of handing over of:\r\nAnn of Acme, 05/03/2024"_s + tooEarly +
+        u"\r\nBob of Acme, 05/03/2024" + tooEarly + u"\r\nCora of Brown, 01/02/2024" + tooEarly);
     enterDate("cmdDue", "dtDue", {u"29022024"_s, u"04032024"_s});
     EXPECT_EQ(dispatches(), all(u"04/03/2024"_s));
     EXPECT_EQ(shown()[2], u"Brown|Cora|01/02/2024|01/03/2024|04/03/2024|overdue||"_s);
@@ -176,22 +174,21 @@ TEST_F(ResponsesTest, handsOverAndMovesDueDatesByHand) {
     const QString replacing =
         u"%1 of the 3 respondents %2 been handed a survey file already. Replace the dates "
         "that are noted? No keeps them."_s;
-    expectAsked(replacing.arg(u"3"_s, u"have"_s), Answer::No);
+    messages.expectAsked(replacing.arg(u"3"_s, u"have"_s), Answer::No);
     press(form(), "cmdHandedOver");
     messages.expectCritical(u"Bob of Acme, 05/03/2024 was handed over on 22/03/2024, after the due date. "
                             "Nothing has been changed."_s);
     enterDate("cmdDue", "dtDue", {u"21032024"_s},
               u"update dispatch set handedover='2024-03-22' where respondentid=%1"_s.arg(bob));
-    messages.expectCritical(
-        u"The questionnaire of Bob of Acme, 05/03/2024 is no longer in the database. Nothing "
-        "has been changed."_s);
+    messages.expectCritical(u"The questionnaire of Bob of Acme, 05/03/2024 is no longer in the database. "
+                            "Nothing has been changed."_s);
     enterDate("cmdDue", "dtDue", {u"24032024"_s},
               u"delete * from respondent where respondentid=%1"_s.arg(bob));
     EXPECT_EQ(dispatches().replaceInStrings(u"22/03"_s, u"01/03"_s), before);
 
     run(u"delete * from dispatch where respondentid=%1"_s.arg(ann));
     control<forms::DTPicker>(form(), "dtFrom")->setValue({2024, 1, 1}); // reads the rows again
-    expectAsked(replacing.arg(u"1"_s, u"has"_s).replace(u'3', u'2'), Answer::No);
+    messages.expectAsked(replacing.arg(u"1"_s, u"has"_s).replace(u'3', u'2'), Answer::No);
     enterDate("cmdHandedOver", "dtHandedOver", {u"02032024"_s});
     ::clickRow(list(), 0, Qt::LeftButton, {}, Tick);
     enterDate("cmdHandedOver", "dtHandedOver", {u"03032024"_s},
@@ -201,5 +198,4 @@ TEST_F(ResponsesTest, handsOverAndMovesDueDatesByHand) {
                                          u"%1|2||03/03/2024|01/04/2024"_s.arg(cora)}))
         << "another's change of what is not edited here stays";
 }
-
 } // namespace

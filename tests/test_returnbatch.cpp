@@ -1,31 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A batch of returned files is checked, imported, undone and imported again.
-#include "core/MDIMain.h"
 #include "exchange/frmCheckFiles.h"
 #include "exchange/frmReading.h"
 #include "exchange/frmReadingRuns.h"
 #include "exchange/surveyexport.h"
-#include "platform/excel/application.h"
-#include "platform/forms/lists.h"
+#include "tests/support/listview.h"
 #include "tests/support/surveytest.h"
 
-#include <QAction>
-#include <QDir>
-#include <QFileInfo>
-#include <QLabel>
-#include <QRegularExpression>
-#include <QTreeView>
-
-using namespace Qt::StringLiterals;
-namespace style = forms::style;
-using forms::Answer;
-
 namespace {
-
 constexpr int goodFiles = 20;
 
-class ReturnBatch : public SurveyTest {
-protected:
+struct ReturnBatch : SurveyTest {
     void SetUp() override {
         SurveyTest::SetUp();
         copyHomeFile(u"template.xls"_s);
@@ -38,7 +23,6 @@ protected:
     QString returned(const QString& name) const { return path(u"returned/"_s + name); }
     QString wordsOf(int i) const { return u"Réponse \"%1\",\nligne 2"_s.arg(i); }
     int scoreOf(int i) const { return 1 + i % 9; }
-
     /// The exported and filled file of a respondent, moved to the folder of returned files; its name.
     QString fill(int i, const Cells& changed = {}) {
         const QString name =
@@ -46,9 +30,9 @@ protected:
         const excel::Workbook book = excel::Application().Workbooks().Open(path(name));
         const excel::Worksheet sheet = book.Worksheets(u"Sheet1"_s);
         sheet.Unprotect(u"kvtwpa"_s);
-        for (const Cells& cells : {Cells{{"C14", scoreOf(i)}, {"D14", 5}, {"B19", wordsOf(i)}}, changed})
-            for (const auto& [address, value] : cells)
-                sheet.Range(QString::fromLatin1(address)).setValue(value);
+        for (const auto& [address, value] :
+             Cells{{"C14", scoreOf(i)}, {"D14", 5}, {"B19", wordsOf(i)}} + changed)
+            sheet.Range(QString::fromLatin1(address)).setValue(value);
         sheet.Protect(u"kvtwpa"_s);
         book.Save();
         EXPECT_TRUE(QFile::rename(path(name), returned(name)));
@@ -62,13 +46,12 @@ protected:
         convertByOffice(type, files, path(u"saved"_s));
         for (const QString& name : names) {
             const QString saved = name.chopped(3) + type;
-            EXPECT_TRUE(QFile::remove(returned(name)) &&
-                        QFile::rename(path(u"saved/"_s + saved), returned(saved)));
+            EXPECT_TRUE(QFile::remove(returned(name)));
+            EXPECT_TRUE(QFile::rename(path(u"saved/"_s + saved), returned(saved)));
         }
     }
     void makeGoodFiles();
     void makeOtherFiles();
-
     /// All rows but those of the readings, without the keys of the answers: these are new after an import.
     static QStringList store() {
         static const QRegularExpression answerKey(u"^(feedback[a-z]+)\\|\\d+"_s);
@@ -98,26 +81,23 @@ protected:
         rows.sort();
         return rows;
     }
-    static QTreeView& checkedList() { return *control<QTreeView>(frmCheckFiles::instance(), "lsvFiles"); }
-    static QString cell(int row, int column) {
-        return checkedList().model()->index(row, column).data().toString();
-    }
+    static QTreeView& list() { return *control<QTreeView>(frmCheckFiles::instance(), "lsvFiles"); }
+    static QString cell(int row, int column) { return list().model()->index(row, column).data().toString(); }
     static void tick(int row) {
-        const QModelIndex at = checkedList().model()->index(row, 1);
-        checkedList().scrollTo(at);
-        QTest::mouseClick(checkedList().viewport(), Qt::LeftButton, {},
-                          checkedList().visualRect(at).center());
+        list().scrollTo(list().model()->index(row, 1));
+        ::clickRow(list(), row, Qt::LeftButton, {}, 1);
         key(Qt::Key_Space);
     }
     void checkThem() {
-        frmReading::instance().Show();
-        press(frmReading::instance(), "cmdBrowse");
+        const QString folder = returned({});
+        picked = folder + QDir(folder).entryList(QDir::Files, QDir::Name).join(u'\n' + folder);
+        press(show<frmReading>(), "cmdBrowse");
         press(frmReading::instance(), "cmdCheck");
     }
     void importThem() {
         messages.expectBeginning(u"Read as it stands, but worth a look:\r\n"_s, style::information);
         messages.expect(u"Import Done...."_s, style::information);
-        QTest::keyClick(&checkedList(), Qt::Key_I, Qt::AltModifier);
+        QTest::keyClick(&list(), Qt::Key_I, Qt::AltModifier);
         EXPECT_TRUE(QTest::qWaitFor([this] { return messages.left() == 0; }));
         expectIdle();
     }
@@ -125,12 +105,6 @@ protected:
     QList<int> respondents;
     std::map<QString, QString> expected; ///< verdicts other than "ready", by file
     const int changing = 27, identical = 28;
-    Replaced<forms::openFileHook> dialog{[this](const auto&) -> QString {
-        QStringList paths;
-        for (const QFileInfo& file : QDir(path(u"returned"_s)).entryInfoList(QDir::Files, QDir::Name))
-            paths << file.filePath();
-        return paths.join(u'\n');
-    }};
 };
 
 /// Six formats by three programs.
@@ -166,9 +140,8 @@ void ReturnBatch::makeOtherFiles() {
                 {u"again.xls"_s, u"twice in this list"_s}};
     addScore(respondents[changing], question[0], 1, today, 4, 2);
     expected[fill(changing)] = u"changes stored answers"_s;
-    for (const int number : {0, 1})
-        addScore(respondents[identical], question[std::size_t(number)], 1, today, number == 0 ? 5 : 0,
-                 number == 0 ? scoreOf(identical) : 0);
+    addScore(respondents[identical], question[0], 1, today, 5, scoreOf(identical));
+    addScore(respondents[identical], question[1], 1, today, 0, 0);
     addWords(respondents[identical], question[4], 1, today, wordsOf(identical));
     expected[fill(identical)] = u"read already, identical"_s;
 }
@@ -179,13 +152,13 @@ TEST_F(ReturnBatch, isCheckedImportedUndoneAndImportedAgain) {
     const QStringList before = store();
     checkThem();
     EXPECT_EQ(store(), before);
-    ASSERT_EQ(checkedList().model()->rowCount(), 31);
+    ASSERT_EQ(list().model()->rowCount(), 31);
     int changingRow = -1;
     for (int row = 0; row < 31; ++row) {
         const QString name = cell(row, 1);
         const auto found = expected.find(name);
         EXPECT_EQ(cell(row, 5), found == expected.end() ? u"ready"_s : found->second)
-            << name.toStdString() << ": " << cell(row, 10).toStdString();
+            << name << ": " << cell(row, 10);
         if (cell(row, 5).startsWith(u"changes"))
             changingRow = row;
     }
@@ -198,9 +171,8 @@ TEST_F(ReturnBatch, isCheckedImportedUndoneAndImportedAgain) {
     EXPECT_EQ(summary->text(), u"31 files: 0 ready, 22 identical, 0 changing, 9 faulty. 22 ticked."_s);
 
     MDIMain::instance().findChild<QAction*>(u"mnuReadings"_s)->trigger();
-    messages.expectBeginning(u"Undo the reading of"_s,
-                             style::yesNo + style::information + style::secondButton, u"Gaugewell v2.1"_s,
-                             Answer::Yes);
+    messages.expectTitledBeginning(u"Undo the reading of"_s,
+                                   style::yesNo + style::information + style::secondButton, Answer::Yes);
     QTest::keyClick(&frmReadingRuns::instance(), Qt::Key_U, Qt::AltModifier);
     EXPECT_TRUE(QTest::qWaitFor([this] { return messages.left() == 0; }));
     EXPECT_EQ(store(), before);
@@ -211,5 +183,4 @@ TEST_F(ReturnBatch, isCheckedImportedUndoneAndImportedAgain) {
     importThem();
     EXPECT_EQ(store(), after);
 }
-
 } // namespace

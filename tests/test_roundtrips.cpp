@@ -9,9 +9,6 @@
 #include "exchange/reading.h"
 #include "feedback/frmFeedBackObj.h"
 #include "platform/ado/datasources.h"
-#include "platform/forms/clock.h"
-#include "platform/forms/dtpicker.h"
-#include "platform/forms/lists.h"
 #include "reference/frmCustomer.h"
 #include "reference/frmParameter.h"
 #include "reference/frmSegments.h"
@@ -20,19 +17,13 @@
 #include "tests/support/relay.h"
 #include "tests/support/surveyfile.h"
 
-#include <QTreeView>
-
-using namespace Qt::StringLiterals;
-
 namespace {
-
 /// Before the fixtures look for it.
 const bool isOnServer = qputenv("GAUGEWELL_TEST_STORE", "server");
 
 const QDate day{2024, 3, 5};
 
-class RoundTripsTest : public StoreTest {
-protected:
+struct RoundTripsTest : StoreTest {
     void SetUp() override {
         ASSERT_TRUE(isOnServer);
         StoreTest::SetUp();
@@ -67,8 +58,7 @@ protected:
         }
         cnnMain->CommitTrans();
     }
-    /// Of the third run: in the first two the server compiles the statements, those that add and those that
-    /// change.
+    /// Of the third run: in the first two the server compiles the statements that add and that change.
     long tripsOf(const std::function<void()>& command) const {
         command();
         command();
@@ -104,8 +94,7 @@ protected:
     }
 
     std::unique_ptr<Relay> relay;
-    int rowsNow = 0;
-    int turn = 0;
+    int rowsNow = 0, turn = 0;
 };
 
 template <class... Forms> void unload() {
@@ -121,11 +110,7 @@ TEST_F(RoundTripsTest, doNotGrowWithTheRows) {
         return Form::instance();
     };
     const auto index = []() -> frmSatisfactionIndex& { return frmSatisfactionIndex::instance(); };
-    const struct {
-        const char* command;
-        long most;
-        std::function<void()> run;
-    } commands[] = {
+    const std::tuple<const char*, long, std::function<void()>> commands[] = {
         {"open customers", 2, [&] { reload(frmCustomer::instance()); }},
         {"save customers", 8,
          [&] {
@@ -201,9 +186,10 @@ TEST_F(RoundTripsTest, doNotGrowWithTheRows) {
         unload<frmCustomer, frmParameter, frmEditExistingSurvey, frmFeedBackObj, frmResponses,
                frmSatisfactionIndex, frmPerformanceMatrix, frmSegments, frmCompareGroups>();
         for (std::size_t i = 0; i < std::size(commands); ++i) {
-            SCOPED_TRACE(commands[i].command);
-            const long trips = tripsOf(commands[i].run);
-            EXPECT_LE(trips, commands[i].most);
+            const auto& [name, most, command] = commands[i];
+            SCOPED_TRACE(name);
+            const long trips = tripsOf(command);
+            EXPECT_LE(trips, most);
             if (count == few)
                 tripsOfFew.push_back(trips);
             else
@@ -221,5 +207,4 @@ TEST_F(RoundTripsTest, doNotGrowWithTheRows) {
     const auto compare = [&](bool isToEnd) { readGroupPoints(choice, [=](int, int) { return isToEnd; }); };
     EXPECT_LT(tripsOf([&] { compare(false); }), tripsOf([&] { compare(true); }));
 }
-
 } // namespace

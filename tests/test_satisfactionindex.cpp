@@ -2,22 +2,12 @@
 #include "analysis/figures/satisfactionindex.h"
 #include "analysis/frmSatisfactionIndex.h"
 #include "platform/chart/mschart.h"
-#include "platform/forms/dtpicker.h"
-#include "platform/forms/lists.h"
-#include "platform/forms/listview.h"
 #include "tests/support/listview.h"
 #include "tests/support/reporttest.h"
 
-#include <QCheckBox>
-#include <QPushButton>
-
-using namespace Qt::StringLiterals;
-
 namespace {
-
 constexpr auto none = std::nullopt;
-constexpr std::int16_t largest = 32767;
-constexpr std::int16_t smallest = -32768;
+constexpr std::int16_t largest = 32767, smallest = -32768;
 
 TEST(SatisfactionIndex, ofGroups) {
     const std::tuple<const char*, std::vector<RatedAnswer>, double> cases[] = {
@@ -49,14 +39,10 @@ TEST(SatisfactionIndex, leavingSixteenBitsIsAnOverflow) {
         EXPECT_THROW(satisfactionIndex(answers), Failure);
 }
 
-const QDate spring{2024, 3, 1};
 const QDate summer{2024, 6, 1};
-const QDate autumn{2024, 9, 1};
 
-class SatisfactionIndexTest : public ReportTest {
-protected:
-    /// Acme has answers to Price on three dates and to Service on two, and none to Quality; Brown has
-    /// nothing.
+struct SatisfactionIndexTest : ReportTest {
+    /// Acme has answers to Price on three dates, to Service on two, to Quality on none; Brown has nothing.
     void SetUp() override {
         ReportTest::SetUp();
         const int acme = addCustomer(u"Acme"_s);
@@ -92,8 +78,7 @@ protected:
                 i, std::count(names.begin(), names.end(), parameters->List(i).toStdString()));
     }
     void expectNoRecords() {
-        messages.expectTitled(u"No record(s) present to evaluates Satisfaction Index"_s,
-                              forms::style::information);
+        messages.expectInformation(u"No record(s) present to evaluates Satisfaction Index"_s);
     }
     void expectTip(int point, const QString& index) {
         messages.expect(u"Satisfaction Index : "_s + index);
@@ -104,8 +89,7 @@ protected:
     }
 
     forms::ListBox* parameters = nullptr;
-    forms::DTPicker* from = nullptr;
-    forms::DTPicker* to = nullptr;
+    forms::DTPicker *from = nullptr, *to = nullptr;
     chart::MSChart* drawn = nullptr;
 };
 
@@ -180,7 +164,6 @@ TEST_F(SatisfactionIndexTest, theBasisStandsInTheListTheTipAndTheChart) {
     messages.expectBeginning(u"Satisfaction Index : "_s);
     QTest::mouseClick(drawn, Qt::LeftButton, {}, drawn->PointPosition(1, 1));
     frmSatisfactionIndex::unload();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     form().Show();
     EXPECT_TRUE(control<QCheckBox>(form(), "chkBasis")->isChecked()) << "remembered";
 }
@@ -195,7 +178,7 @@ TEST_F(SatisfactionIndexTest, targetsStandInTheChartTheTipAndTheReport) {
     const QImage plain = drawn->Picture();
     expectTip(1, u"7.3333335"_s);
     const QString withoutTargets = print(form(), u"Survey Report"_s);
-    EXPECT_FALSE(withoutTargets.contains(u"arget")) << withoutTargets.toStdString();
+    EXPECT_FALSE(withoutTargets.contains(u"arget")) << withoutTargets;
     QTest::keyClick(&form(), Qt::Key_T, Qt::AltModifier);
     EXPECT_NE(drawn->Picture(), plain);
     expectTip(1, u"7.3333335\r\nTarget: 7.35"_s);
@@ -208,7 +191,6 @@ TEST_F(SatisfactionIndexTest, targetsStandInTheChartTheTipAndTheReport) {
         EXPECT_EQ(drawn->SeriesItem(series).ComparedWith.has_value(),
                   parameters->List(series - 1) != u"Quality");
     frmSatisfactionIndex::unload();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     form().Show();
     auto* targets = control<QCheckBox>(form(), "chkTargets");
     EXPECT_TRUE(targets->isChecked()) << "remembered";
@@ -248,5 +230,4 @@ TEST_F(SatisfactionIndexTest, overflowIsSilentAndKeepsWhatWasWritten) {
     EXPECT_EQ(drawn->RowCount(), 2);
     expectIdle();
 }
-
 } // namespace

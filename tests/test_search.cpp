@@ -1,21 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "core/MDIMain.h"
 #include "feedback/frmFeedBackObj.h"
 #include "improvement/frmImprovementPlan.h"
-#include "platform/forms/flexgrid.h"
-#include "platform/forms/lists.h"
 #include "search/frmSearch.h"
 #include "tests/support/listview.h"
 
-#include <QAction>
-#include <QLineEdit>
-
-using namespace Qt::StringLiterals;
-
 namespace {
-
-class SearchTest : public StoreTest {
-protected:
+struct SearchTest : StoreTest {
     static frmSearch& form() { return frmSearch::instance(); }
     static forms::ListView& list() { return *control<forms::ListView>(form(), "lsvDtls"); }
     static QLineEdit& box() { return *control<QLineEdit>(form(), "txtKeyword"); }
@@ -68,7 +58,7 @@ TEST_F(SearchTest, findsKeywordsInQuestionsAnswersAndActions) {
         {u"late a1 a2 a3 a4 a5 a6 a7 a8 a9 b0"_s, {}}, // eleven
     };
     for (const auto& [keywords, hits] : table) {
-        EXPECT_EQ(search(keywords), hits) << keywords.toStdString();
+        EXPECT_EQ(search(keywords), hits) << keywords;
         EXPECT_EQ(value(u"select count(*) from search"_s).toInt(), hits.size());
     }
 
@@ -107,10 +97,8 @@ TEST_F(SearchTest, aHitOpensItsFormAndTheSearchStaysBehind) {
 TEST_F(SearchTest, aHitIsFoundInAnOlderFormOrNothingIsShownForIt) {
     fillSmall();
     run(u"update actionplan set Date = '2024-03-05' where Action is null"_s); // not the hit's
-    frmFeedBackObj& feedback = frmFeedBackObj::instance();
-    feedback.Show();
-    frmImprovementPlan& plan = frmImprovementPlan::instance();
-    plan.Show();
+    frmFeedBackObj& feedback = show<frmFeedBackObj>();
+    frmImprovementPlan& plan = show<frmImprovementPlan>();
     const QDate march(2024, 3, 5);
     const int aaron = addCustomer(u"Aaron"_s);
     const int bea = addRespondent(aaron, u"Bea"_s);
@@ -126,7 +114,7 @@ TEST_F(SearchTest, aHitIsFoundInAnOlderFormOrNothingIsShownForIt) {
     EXPECT_EQ(control<forms::ComboBox>(feedback, "cmbCusName")->Text(), u"Aaron"_s);
     EXPECT_EQ(grid->TextMatrix(1, 2), u"7"_s);
     run(u"delete * from survey"_s);
-    messages.expectTitled(u"The survey of this hit is no longer there."_s, forms::style::information);
+    messages.expectInformation(u"The survey of this hit is no longer there."_s);
     openHit();
     EXPECT_EQ(grid->TextMatrix(1, 1), QString()) << "nothing else is shown for it";
 
@@ -136,10 +124,9 @@ TEST_F(SearchTest, aHitIsFoundInAnOlderFormOrNothingIsShownForIt) {
     openHit();
     EXPECT_EQ(customer() + shownAction(), u"AaronLate again"_s);
     run(u"delete * from customer where custid = 2"_s);
-    messages.expectTitled(u"The customer of this hit is no longer there."_s, forms::style::information);
+    messages.expectInformation(u"The customer of this hit is no longer there."_s);
     openHit();
     EXPECT_EQ(customer() + shownAction(), QString());
     EXPECT_EQ(control<forms::ListView>(plan, "lsvDtls")->ListCount(), 0);
 }
-
 } // namespace

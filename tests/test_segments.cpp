@@ -7,29 +7,19 @@
 #include "analysis/frmSatisfactionIndex.h"
 #include "core/store/segments.h"
 #include "platform/chart/mschart.h"
-#include "platform/forms/dtpicker.h"
-#include "platform/forms/lists.h"
 #include "reference/frmSegments.h"
 #include "tests/support/changedrows.h"
 #include "tests/support/listview.h"
 #include "tests/support/surveytest.h"
 
-#include <QLabel>
-#include <QLineEdit>
-#include <QTreeView>
-
 #include <random>
 
-using namespace Qt::StringLiterals;
-
 namespace {
-
 const QDate march{2024, 3, 1};
 const QDate may{2024, 5, 1};
 
 /// Brown has Cora, beside Acme's Ann and Bob.
-class SegmentsTest : public SurveyTest {
-protected:
+struct SegmentsTest : SurveyTest {
     void SetUp() override {
         SurveyTest::SetUp();
         brown = addCustomer(u"Brown"_s);
@@ -113,8 +103,7 @@ TEST_F(SegmentsTest, aGroupOfOneCustomerHasTheGivenIndex) {
     addScore(ann, question[4], 1, may, 5, 5);
     for (const QDate& date : {march, may})
         addStored(ann, date, {0, 2});
-    frmSatisfactionIndex& given = frmSatisfactionIndex::instance();
-    given.Show();
+    frmSatisfactionIndex& given = show<frmSatisfactionIndex>();
     control<QListWidget>(given, "lstParameter")->selectAll();
     control<forms::DTPicker>(given, "dtTo")->setValue(may);
     press(given, "cmdView");
@@ -182,9 +171,8 @@ TEST_F(SegmentsTest, groupsAreGivenByKeysAndSaved) {
     key(Qt::Key_Down);
     key(Qt::Key_A, Qt::ControlModifier);
     key(Qt::Key_Delete);
-    messages.expectTitled(u"The changes of groups have not been saved. Close the window without them?"_s,
-                          forms::style::yesNo + forms::style::information + forms::style::secondButton,
-                          forms::Answer::No);
+    messages.expectAsked(u"The changes of groups have not been saved. Close the window without them?"_s,
+                         Answer::No);
     key(Qt::Key_Escape);
     press(form(), "cmdSave");
     EXPECT_EQ(groups(), (QStringList{u"Region Acme: East"_s, all[1], all[3]}));
@@ -207,12 +195,9 @@ TEST_F(SegmentsTest, onlyMyChangesAreWritten) {
     press(form(), "cmdSave");
     EXPECT_EQ(groups(), (QStringList{u"Region Acme: Mine"_s, u"Region Bob of Acme: Theirs"_s,
                                      u"Region Brown: Theirs"_s}));
-    runRaw(u"alter table respondent rename to elsewhere"_s);
     list()->selectAll();
     typeInto("cboKind", u"Size"_s);
-    expectFault(NoTable);
-    key(Qt::Key_E, Qt::AltModifier); // is not done to the former kind
-    runRaw(u"alter table elsewhere rename to respondent"_s);
+    withoutTable(u"respondent"_s, [] { key(Qt::Key_E, Qt::AltModifier); }); // is not done to the former kind
     EXPECT_EQ(control<QComboBox>(form(), "cboKind")->currentText(), u"Region"_s);
     EXPECT_EQ(control<QLabel>(form(), "lblSummary")->text(), u"2 customers and 4 respondents"_s);
     give({4, 5}, u"Twins"_s);
@@ -232,17 +217,16 @@ TEST_F(SegmentsTest, onlyMyChangesAreWritten) {
 
 TEST_F(SegmentsTest, groupsAreComparedInLinesAndPoints) {
     frmCompareGroups::instance().Show();
-    messages.expectTitled(u"There are no groups yet. Put customers and respondents into groups with Tools, "
-                          "Segments."_s,
-                          forms::style::information);
+    messages.expectInformation(
+        u"There are no groups yet. Put customers and respondents into groups with Tools, "
+        "Segments."_s);
     press(frmCompareGroups::instance(), "cmdView");
     frmCompareGroups::unload();
     put(acme, 0, u"North"_s);
     put(brown, 0, u"South"_s);
     addScore(ann, question[0], 1, march, 5, 8);
     addScore(cora, question[2], 2, may, 4, 6);
-    frmCompareGroups& form = frmCompareGroups::instance();
-    form.Show();
+    frmCompareGroups& form = show<frmCompareGroups>();
     auto* drawn = control<chart::MSChart>(form, "mschart");
     const auto* figures = control<forms::ListView>(form, "lsvFigures");
     control<forms::DTPicker>(form, "dtTo")->setValue(may);
@@ -268,11 +252,9 @@ TEST_F(SegmentsTest, groupsAreComparedInLinesAndPoints) {
                            u"South|Quality|4.00|6.00|1 of 1 respondent, 1 of 1 question rated"_s}));
     EXPECT_EQ(std::pair(drawn->GetData(2, 3), drawn->GetData(2, 4)),
               (std::pair(std::optional(6.0), std::optional(4.0))));
-    messages.expectTitled(u"There are no rated answers of these groups between these dates."_s,
-                          forms::style::information);
+    messages.expectInformation(u"There are no rated answers of these groups between these dates."_s);
     control<forms::DTPicker>(form, "dtFrom")->setValue(may.addDays(1));
     press(form, "cmdView");
     EXPECT_FALSE(drawn->isVisible());
 }
-
 } // namespace

@@ -4,12 +4,8 @@
 #include "tests/support/certificates.h"
 #include "tests/support/enginestest.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
-
-class ServerFaultsTest : public ::testing::Test {
-protected:
+struct ServerFaultsTest : ::testing::Test {
     static void SetUpTestSuite() {
         certificates = std::make_unique<Certificates>();
         port = freePort();
@@ -18,7 +14,7 @@ protected:
     }
     static void TearDownTestSuite() { host.reset(); }
     void SetUp() override {
-        ASSERT_TRUE(host->isRunning()) << host->log().toStdString();
+        ASSERT_TRUE(host->isRunning()) << host->log();
         root.ConnectionString = host->connection({});
         root.Open();
         for (const QString& sql :
@@ -85,10 +81,10 @@ TEST_F(ServerFaultsTest, aServerThatCannotBeUsedSaysWhy) {
         {here(u"UID=reader;PWD="_s + ado::braced(u"x;{y}"_s)),
          u"The user 'reader' has not the right INSERT on 'customer' of the database server."_s}};
     for (const auto& [connection, sentence] : table)
-        EXPECT_EQ(said(connection), sentence) << connection.toStdString();
+        EXPECT_EQ(said(connection), sentence) << connection;
     for (const QString& connection :
          {here(), at(u"localhost:%1"_s.arg(port)), at(u"nowhere.invalid, "_s + dead + u", " + mine)})
-        EXPECT_EQ(said(connection, u"select 1"_s), QString()) << connection.toStdString();
+        EXPECT_EQ(said(connection, u"select 1"_s), QString()) << connection;
 
     show(u"elsewhere"_s);
     EXPECT_EQ(said(here()), server + u"shows the certificate of another host.");
@@ -187,5 +183,4 @@ TEST_F(ServerFaultsTest, aLostConnectionIsNoticedAndNothingOfItsTransactionIsSav
         EXPECT_EQ(rows(root, u"select custname from tally.customer"_s), QStringList{u"QString Acme"_s});
     }
 }
-
 } // namespace

@@ -6,13 +6,10 @@
 
 #include <future>
 
-using namespace Qt::StringLiterals;
 using Lock = ado::Recordset::Lock;
 
 namespace {
-
-class ServerLocksTest : public EnginesTest {
-protected:
+struct ServerLocksTest : EnginesTest {
     void SetUp() override {
         EnginesTest::SetUp();
         other.ConnectionString = server.ConnectionString;
@@ -86,5 +83,4 @@ TEST_F(ServerLocksTest, aRecordChangedSinceItWasReadIsNotOverwritten) {
     EXPECT_EQ(rows(other, u"select * from protocol"_s), QStringList());
     EXPECT_EQ(rows(server, u"select * from protocol"_s), QStringList()) << "the server has rolled back";
 }
-
 } // namespace

@@ -6,7 +6,6 @@
 #include "exchange/reading.h"
 #include "feedback/frmFeedBackObj.h"
 #include "platform/ado/datasources.h"
-#include "platform/forms/commondialog.h"
 #include "tests/support/agreed.h"
 #include "tests/support/certificates.h"
 #include "tests/support/enginestest.h"
@@ -15,10 +14,7 @@
 #include <dlfcn.h>
 #include <mysql.h>
 
-using namespace Qt::StringLiterals;
-
 namespace {
-
 int statementsSeen = 0;
 int failingStatement = 0; ///< before it the fault happens; 0: never
 std::function<void()> fault;
@@ -31,7 +27,6 @@ void countStatement() {
 template <class Function> Function libraryFunction(const char* name) {
     return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
 }
-
 } // namespace
 
 // The client library's functions by which a program's commands reach the server.
@@ -48,11 +43,9 @@ extern "C" int STDCALL mysql_real_query(MYSQL* connection, const char* text, uns
 }
 
 namespace {
-
 /// Ann has the questions 0 and 4 of the catalogue today; three files hold her answers. The data source leads
 /// to two hosts, of which one runs at a time on the same data.
-class ServerLossTest : public SurveyTest {
-protected:
+struct ServerLossTest : SurveyTest {
     static void SetUpTestSuite() {
         certificates = std::make_unique<Certificates>();
         ports = {freePort(), freePort()};
@@ -72,7 +65,7 @@ protected:
                 name, ann, {{"C14", 7}, {"D14", 9}, {"D16", 3}, {"B17", QString(u"word "_s + name)}}));
             add(u"log"_s, {{"custname", u"Acme"_s}, {"respid", ann}, {"xlsfilename", name}});
         }
-        ASSERT_TRUE(host->isRunning()) << host->log().toStdString();
+        ASSERT_TRUE(host->isRunning()) << host->log();
         makeStore(root, *host);
         copyAllRows(*cnnMain, root);
         const QString source =
@@ -114,7 +107,7 @@ protected:
         host->kill();
         std::swap(ports[0], ports[1]); // options() names the one that runs
         host->start(options(0));
-        ASSERT_TRUE(host->isRunning()) << host->log().toStdString();
+        ASSERT_TRUE(host->isRunning()) << host->log();
         root.Open();
     }
 
@@ -133,7 +126,6 @@ protected:
         QFile::remove(path(u"111.xls"_s));
         press(frmNewSurvey::instance(), "cmdExport");
     }
-
     /// Ends the connection, and then the server, at every nth statement of the command until it survives;
     /// expects each time that it is told and that the check finds the store as it may be.
     void loseDuring(const std::function<void()>& command, int endEach, int killEach,
@@ -164,7 +156,7 @@ protected:
             }
             EXPECT_TRUE(!said.isEmpty() &&
                         said[0].contains(u"The connection to the database server is lost."_s))
-                << said.join(u'\n').toStdString();
+                << said.join(u'\n');
             check(rowsBefore);
             EXPECT_EQ(messagesDuring(command), QStringList()) << "on the next host";
         }
@@ -179,7 +171,6 @@ protected:
     ado::Connection root;
     std::vector<ReturnedFile> files;
     QStringList unread; ///< files that a reading has named
-    const Replaced<forms::saveFileHook> unnamed{[](const forms::CommonDialog&) { return QString(); }};
     Replaced<changedHook> mine{[](const ChangedRow&) { return Keep::Mine; }};
 };
 
@@ -219,7 +210,7 @@ TEST_F(ServerLossTest, filesAreReadWhollyOrNamed) {
     loseDuring([this] { readFiles(); }, 3, 20,
                [this](const QStringList&) {
                    const QStringList read = ::rows(root, u"select xlsfilename from log where status=true"_s);
-                   EXPECT_EQ(read.size() + unread.size(), 3) << unread.join(u' ').toStdString();
+                   EXPECT_EQ(read.size() + unread.size(), 3) << unread.join(u' ');
                    EXPECT_EQ(::rows(root, u"select * from readingfile"_s).size(), read.size());
                    EXPECT_EQ(::rows(root, u"select * from feedbackdescriptive"_s).size(),
                              read.isEmpty() ? 0 : 1);
@@ -241,5 +232,4 @@ TEST_F(ServerLossTest, anExportLeavesNoFileWithoutQuestions) {
                    }
                });
 }
-
 } // namespace

@@ -2,19 +2,15 @@
 // Workbooks of newer Excel and OpenDocument files, read through the objects for Excel 97-2003 workbooks.
 #include "tests/packagefiles.h"
 
-using namespace Qt::StringLiterals;
-using excel::Value;
-using excel::Worksheet;
+using excel::Value, excel::Worksheet;
 
 namespace {
-
 using Cells = std::vector<std::pair<const char*, Value>>; // address and value
 
 void expectCells(const Worksheet& sheet, const Cells& cells) {
     for (const auto& [address, value] : cells) {
         const Value read = sheet.Range(QString::fromLatin1(address)).Value();
-        EXPECT_TRUE(read == value) << address << ": " << qPrintable(read.text()) << ", not "
-                                   << qPrintable(value.text());
+        EXPECT_TRUE(read == value) << address << ": " << read.text() << ", not " << value.text();
     }
 }
 
@@ -31,10 +27,9 @@ bool isKept(int row, int column, const Value& value) {
 Value asConverted(const Value& value) {
     return value.truth() ? Value(*value.truth() ? 1 : 0) : value;
 }
-
 } // namespace
 
-class SheetFormats : public PackageFiles {};
+struct SheetFormats : PackageFiles {};
 
 // What LibreOffice makes of a workbook has the same value in every cell.
 TEST_F(SheetFormats, conversionsReadAsTheWorkbookTheyCameFrom) {
@@ -47,7 +42,7 @@ TEST_F(SheetFormats, conversionsReadAsTheWorkbookTheyCameFrom) {
     for (const QString& file : files) {
         const excel::Workbook book = application.Workbooks().Open(file);
         for (const QString& type : {u"xlsx"_s, u"ods"_s}) {
-            SCOPED_TRACE(qPrintable(file + u' ' + type));
+            SCOPED_TRACE(file + u' ' + type);
             const excel::Workbook other =
                 application.Workbooks().Open(file.chopped(3) + type); // beside the workbook
             ASSERT_EQ(other.SheetNames(), book.SheetNames());
@@ -62,8 +57,8 @@ TEST_F(SheetFormats, conversionsReadAsTheWorkbookTheyCameFrom) {
                             continue;
                         compared += value.isBlank() ? 0 : 1;
                         EXPECT_TRUE(asConverted(same.Cells(row, column).Value()) == asConverted(value))
-                            << row << ',' << column << ' ' << qPrintable(value.text()) << ", read "
-                            << qPrintable(same.Cells(row, column).Value().text());
+                            << row << ',' << column << ' ' << value.text() << ", read "
+                            << same.Cells(row, column).Value().text();
                     }
             }
         }

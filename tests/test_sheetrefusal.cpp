@@ -6,16 +6,14 @@
 
 #include <unistd.h>
 
-using namespace Qt::StringLiterals;
-using excel::Value;
-using excel::Worksheet;
+using excel::Value, excel::Worksheet;
 
-class SheetRefusal : public PackageFiles {};
+struct SheetRefusal : PackageFiles {};
 
 TEST_F(SheetRefusal, refusesOtherFilesByWhatTheyAre) {
     const QByteArray cell = "<row><c><v>1</v></c></row>";
     const auto changed = [](Parts parts, const QString& part, const QByteArray& from, const QByteArray& to) {
-        EXPECT_TRUE(parts[part].contains(from)) << qPrintable(part);
+        EXPECT_TRUE(parts[part].contains(from)) << part;
         parts[part].replace(from, to);
         return parts;
     };
@@ -76,7 +74,7 @@ TEST_F(SheetRefusal, refusesOtherFilesByWhatTheyAre) {
         const QString error = refusalOf(parts);
         EXPECT_TRUE(error.startsWith(u"The file \"a.xls\" ") && error.endsWith(u'.') &&
                     error.contains(QString::fromUtf8(phrase)))
-            << phrase << ": " << qPrintable(error);
+            << phrase << ": " << error;
     }
 }
 
@@ -88,7 +86,7 @@ TEST_F(SheetRefusal, refusesWhatLibreOfficeHasEncrypted) {
     runScript(u"office.py"_s, {cases[0].first, cases[1].first, cases[2].first});
     for (const auto& [file, reason] : cases) {
         const QString error = errorOf([&] { application.Workbooks().Open(file); });
-        EXPECT_TRUE(error.endsWith(QString::fromLatin1(reason))) << reason << ' ' << qPrintable(error);
+        EXPECT_TRUE(error.endsWith(QString::fromLatin1(reason))) << reason << ' ' << error;
     }
 }
 
@@ -149,8 +147,7 @@ TEST_F(SheetRefusal, givesValuesAndRefusesEveryChange) {
 TEST_F(SheetRefusal, mutatedPartsAreRefusedOrRead) {
     const QString workbook = copyOf(u"filled_by_lo.xls"_s);
     QRandomGenerator random(20240229);
-    int read = 0;
-    int refused = 0;
+    int read = 0, refused = 0;
     alarm(240); // ends a hanging test
     for (const QString& type : {u"xlsx"_s, u"ods"_s}) {
         convertByOffice(type, {workbook}, folder.path());
@@ -180,7 +177,7 @@ TEST_F(SheetRefusal, mutatedPartsAreRefusedOrRead) {
                 for (const QString& name : book.SheetNames())
                     book.Worksheets(name).Cells(1, 1).Value();
             });
-            EXPECT_TRUE(error.isEmpty() || error.startsWith(u"The file \"m.xls\" ")) << qPrintable(error);
+            EXPECT_TRUE(error.isEmpty() || error.startsWith(u"The file \"m.xls\" ")) << error;
             ++(error.isEmpty() ? read : refused);
         }
     }

@@ -1,15 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/support/enginestest.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
-
 /// Runs the program's statements that the dialect could misread on both engines. The stores' texts contain
 /// words that the dialect translates (True, False, a date in marks, .order, delete * from), and its dates are
 /// also valid with day and month exchanged: a misread statement finds other rows.
-class StatementTest : public EnginesTest {
-protected:
+struct StatementTest : EnginesTest {
     void SetUp() override {
         EnginesTest::SetUp();
         const QStringList contents = statements(uR"(
@@ -112,22 +108,21 @@ TEST_F(StatementTest, selectsFindTheirRows) {
 )"_s);
     ASSERT_EQ(table.size(), 34);
     for (const QString& row : table) {
-        SCOPED_TRACE(row.toStdString());
+        SCOPED_TRACE(row);
         const QString sql = row.section(u' ', 3);
         const auto lock = row.section(u' ', 1, 1) == u"write" ? ado::Recordset::Lock::Optimistic
                                                               : ado::Recordset::Lock::ReadOnly;
         for (ado::Connection* store : {&file, &server})
-            EXPECT_EQ(failureOf([&] { ado::Recordset(sql, *store, lock); }).toStdString(), "");
+            EXPECT_EQ(failureOf([&] { ado::Recordset(sql, *store, lock); }), QString());
         EXPECT_EQ(foundByBoth(sql).size(), row.section(u' ', 0, 0).toInt());
         const QString reach = row.section(u' ', 2, 2);
         QString steps = plan(sql);
         const QString first = steps.section(u';', 0, 0);
         // The parameters are few in any store: only they may be scanned.
-        EXPECT_TRUE(reach == u"scan" || !steps.remove(u"SCAN parameter;"_s).contains(u"SCAN"))
-            << steps.toStdString();
+        EXPECT_TRUE(reach == u"scan" || !steps.remove(u"SCAN parameter;"_s).contains(u"SCAN")) << steps;
         EXPECT_TRUE(reach != u"own" || first.contains(u"customer") || first.contains(u"survey") ||
                     first.contains(u"respondent"))
-            << steps.toStdString();
+            << steps;
     }
 }
 
@@ -136,9 +131,8 @@ TEST_F(StatementTest, changesAreTheSame) {
         u"insert into actionplan (customerid, [Date], [Action], Status) values (2, # 03/06/2002#, 'x', True)"_s);
     EXPECT_EQ(found(u"select [Date], Status from actionplan where actionid=4"_s),
               QStringList{u"QDate 06/03/2002|bool True"_s});
-    runOnBoth(
-        u"insert into search (sdate, [Desc], Id, custname) select surveydate, 'It''s', 2+1, custname from "
-        "(select * from objquery where( question like '%FALS%')) as hits"_s);
+    runOnBoth(u"insert into search (sdate, [Desc], Id, custname) select surveydate, 'It''s', 2+1, custname "
+              "from (select * from objquery where( question like '%FALS%')) as hits"_s);
     EXPECT_EQ(found(u"select * from search where ID=3 and search.desc='IT''S'"_s).size(), 4);
     runOnBoth(u"update readingfile set answers=null where readingid in "
               "(select readingid from reading where undone is null)"_s);
@@ -159,7 +153,7 @@ TEST_F(StatementTest, deletingACustomerOrParameterRemovesItsDependentsOnly) {
         {u"responquery"_s, 0}, {u"objquery"_s, 0},        {u"existingsurvey"_s, 0},
         {u"scatter"_s, 0}};
     for (const auto& [name, count] : left)
-        EXPECT_EQ(foundByBoth(u"select * from "_s + name).size(), count) << name.toStdString();
+        EXPECT_EQ(foundByBoth(u"select * from "_s + name).size(), count) << name;
     runOnBoth(u"delete * from parameter where paramid=1"_s);
     EXPECT_EQ(found(u"select questionid from questions"_s), QStringList{u"qlonglong 3"_s});
 }
@@ -177,5 +171,4 @@ TEST_F(StatementTest, theMatrixAndTheIndexUseScoreQuestionsOnly) {
         EXPECT_EQ(found(u"select score from "_s + answers), QStringList{u"qlonglong 8"_s});
     }
 }
-
 } // namespace

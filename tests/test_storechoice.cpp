@@ -5,25 +5,14 @@
 #include "core/signin.h"
 #include "exchange/files/homefile.h"
 #include "platform/desktop/secret.h"
-#include "platform/forms/commondialog.h"
 #include "reference/frmCustomer.h"
 #include "tests/support/privateserver.h"
 #include "tests/support/storetest.h"
 
-#include <QLabel>
-#include <QLineEdit>
-#include <QRadioButton>
-#include <QRegularExpression>
-#include <QTimer>
-
-using namespace Qt::StringLiterals;
-
 namespace {
-
 const QString notAccepted = u"The database server does not accept the user 'ann' or the password."_s;
 
-class StoreChoiceTest : public StoreTest {
-protected:
+struct StoreChoiceTest : StoreTest {
     static void SetUpTestSuite() { server = std::make_unique<PrivateServer>(); }
     static void TearDownTestSuite() { server.reset(); }
     void TearDown() override {
@@ -46,7 +35,7 @@ protected:
         runAsAdministrator({u"drop database if exists "_s + name, u"drop user if exists ann@localhost"_s});
         const QString said = runScript({name, u"ann@localhost"_s});
         const auto password = QRegularExpression(u"the password is (\\S+)"_s).match(said);
-        EXPECT_TRUE(password.hasMatch()) << said.toStdString();
+        EXPECT_TRUE(password.hasMatch()) << said;
         return password.captured(1);
     }
     static void runAsAdministrator(const QStringList& statements) {
@@ -60,8 +49,7 @@ protected:
         return {.server = server->socket(), .database = database, .user = u"ann"_s, .authority = {}};
     }
     static void enter(const StoreChoice& choice, const QString& password) {
-        frmStore& form = frmStore::instance();
-        form.Show();
+        frmStore& form = show<frmStore>();
         control<QRadioButton>(form, "opnServer")->click();
         for (const auto& [name, text] : {std::pair{"txtServer", choice.server},
                                          {"txtDatabase", choice.database},
@@ -94,8 +82,7 @@ TEST_F(StoreChoiceTest, theScriptNeverTouchesWhatIsThere) {
               "password.\n"_s);
     for (const QStringList& arguments :
          {QStringList{u"mysql"_s}, QStringList{u"a b"_s}, QStringList{u"fine"_s, u"a'b"_s}, QStringList{}})
-        EXPECT_TRUE(runScript(arguments).startsWith(u"makeserverstore.sh: "))
-            << arguments.join(u' ').toStdString();
+        EXPECT_TRUE(runScript(arguments).startsWith(u"makeserverstore.sh: ")) << arguments.join(u' ');
 }
 
 TEST_F(StoreChoiceTest, aStoreMovesToTheServerAndBackIntoAFile) {
@@ -103,9 +90,9 @@ TEST_F(StoreChoiceTest, aStoreMovesToTheServerAndBackIntoAFile) {
     addRespondent(addCustomer(u"Zoë"_s), u"Ann"_s);
     enter(choiceOf(u"tally"_s), password);
     const QString copy = path(u"Tallywell.mdb"_s);
-    messages.expectTitled(u"The server has as many rows as the file, table by table, and is in use from now "
-                          "on. The file '%1' stays as it is. Survey files are not moved."_s.arg(copy),
-                          forms::style::information);
+    messages.expectInformation(
+        u"The server has as many rows as the file, table by table, and is in use from now "
+        "on. The file '%1' stays as it is. Survey files are not moved."_s.arg(copy));
     press(frmStore::instance(), "cmdMove");
     EXPECT_FALSE(cnnMain->IsFile());
     EXPECT_EQ(readStoreChoice(), choiceOf(u"tally"_s));
@@ -120,9 +107,8 @@ TEST_F(StoreChoiceTest, aStoreMovesToTheServerAndBackIntoAFile) {
     }
 
     enter(choiceOf(u"tally"_s), {}); // the password in use
-    const Replaced<forms::saveFileHook> name{[&](const forms::CommonDialog&) { return copy; }};
-    messages.expectTitled(u"The store has been copied into the file '"_s + copy + u"'.",
-                          forms::style::information);
+    named = copy;
+    messages.expectInformation(u"The store has been copied into the file '"_s + copy + u"'.");
     press(frmStore::instance(), "cmdCopy");
     EXPECT_EQ(QDir(path(u"backup"_s)).entryList(QDir::Files).size(), 1) << "of the file that was replaced";
     control<QRadioButton>(frmStore::instance(), "opnFile")->click();
@@ -135,7 +121,7 @@ TEST_F(StoreChoiceTest, aStoreMovesToTheServerAndBackIntoAFile) {
     messages.expectTitled(
         u"The database on the server has data of 2 customers. Is all of that to be deleted and "
         "replaced by this store?"_s,
-        forms::style::yesNo + forms::style::critical + forms::style::secondButton, forms::Answer::No);
+        style::yesNo + style::critical + style::secondButton, Answer::No);
     press(frmStore::instance(), "cmdMove");
     EXPECT_TRUE(cnnMain->IsFile());
     messages.expectCritical(u"This file is the store in use. Choose another name."_s);
@@ -234,9 +220,8 @@ TEST_F(StoreChoiceTest, aStartAsksUntilThePasswordIsRight) {
     hasKeyring = false;
     keyring.clear();
     answers << password;
-    messages.expectTitled(
-        u"This desktop has no service that keeps passwords. The password will be asked for at each start."_s,
-        forms::style::information);
+    messages.expectInformation(
+        u"This desktop has no service that keeps passwords. The password will be asked for at each start."_s);
     EXPECT_EQ(start(), QStringList(QString()));
     toOpenConnection();
     EXPECT_EQ(customers(), QStringList());
@@ -262,5 +247,4 @@ TEST_F(StoreChoiceTest, theFolderOfSurveyFilesIsTheStores) {
     enterFolder({});
     EXPECT_EQ(surveyFilePath(u"a.xls"_s), path(u"a.xls"_s));
 }
-
 } // namespace

@@ -5,12 +5,8 @@
 #include "tests/support/enginestest.h"
 #include "tests/support/storecompare.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
-
-class StoreCopyTest : public EnginesTest {
-protected:
+struct StoreCopyTest : EnginesTest {
     static void fill(ado::Connection& store) {
         for (const QString& name : {u"Gone"_s, u"Zoë & “Söhne” 😀"_s, u"Gone"_s})
             add(store, u"customer"_s, {{"custname", name}, {"Address", u"a\r\nb"_s}});
@@ -84,5 +80,4 @@ TEST_F(StoreCopyTest, theBackupOfAServersStoreIsAFile) {
     EXPECT_EQ(server.Errors().Count(), 1);
     EXPECT_EQ(QDir(folder.filePath(u"backup"_s)).entryList(QDir::Files).size(), 1);
 }
-
 } // namespace

@@ -3,12 +3,8 @@
 #include "exchange/files/surveychecker.h"
 #include "tests/support/checktest.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
-
-class SurveyCheckTest : public CheckTest {
-protected:
+struct SurveyCheckTest : CheckTest {
     static QString judged(const CheckedFile& file) {
         QString text = wordOf(file.verdict) + u"|"_s + file.remark;
         if (!file.answers.empty())
@@ -93,15 +89,12 @@ TEST_F(SurveyCheckTest, otherFilesAreNamedByWhatTheyAre) {
     copyHomeFile(u"template.xls"_s);
     writeFile(path(u"text.xls"_s), "no workbook");
     QFile::copy(QStringLiteral(GAUGEWELL_SOURCE "/tests/data/xls/t_xlwt.xls"), path(u"other.xls"_s));
-    const struct {
-        QString name;
-        QString beginning;
-    } cases[] = {{u"template.xls"_s, u"no survey file|I2: empty"_s},
-                 {u"text.xls"_s, u"unreadable|The file \"text.xls\" "_s},
-                 {u"missing.xls"_s, u"unreadable|The file "_s},
-                 {u"other.xls"_s, u"no survey file|The file \"other.xls\" has no sheet \"Sheet1\""_s}};
+    const std::pair<QString, QString> cases[] = {
+        {u"template.xls"_s, u"no survey file|I2: empty"_s},
+        {u"text.xls"_s, u"unreadable|The file \"text.xls\" "_s},
+        {u"missing.xls"_s, u"unreadable|The file "_s},
+        {u"other.xls"_s, u"no survey file|The file \"other.xls\" has no sheet \"Sheet1\""_s}};
     for (const auto& [name, beginning] : cases)
         EXPECT_EQ(judged(SurveyChecker().check(path(name))).left(beginning.size()), beginning);
 }
-
 } // namespace

@@ -3,7 +3,6 @@
 // and their reports, with a restart in between.
 #include "analysis/frmPerformanceMatrix.h"
 #include "analysis/frmSatisfactionIndex.h"
-#include "core/MDIMain.h"
 #include "core/Main.h"
 #include "exchange/files/cellmap.h"
 #include "exchange/frmReading.h"
@@ -16,17 +15,10 @@
 #include "survey/frmNewSurvey.h"
 #include "survey/frmPasteSurvey.h"
 #include "survey/frmSelectSurvey.h"
-#include "tests/support/files.h"
 #include "tests/support/gridform.h"
 #include "tests/support/reporttest.h"
 
-#include <QMenu>
-#include <QTimer>
-
-using namespace Qt::StringLiterals;
-
 namespace {
-
 const QStringList parameters{u"Delivery"_s, u"Price"_s, u"Service"_s};
 const QStringList dates{u"15/03/2024"_s, u"16/06/2024"_s};
 constexpr int scored = 3; // questions of a parameter; the one after them is Descriptive
@@ -105,13 +97,11 @@ void composeAll() {
     }
 }
 
-class SurveyCycleTest : public ReportTest {
-protected:
+struct SurveyCycleTest : ReportTest {
     void SetUp() override {
         ReportTest::SetUp();
         copyHomeFile(u"template.xls"_s);
     }
-
     /// Composes Ann's first questionnaire; copies the others from it.
     void composeFor(int person, int date) {
         shortcut(Qt::Key_N);
@@ -138,9 +128,7 @@ protected:
         files << path(rows(u"select xlsfilename from log"_s).last());
         key(Qt::Key_Escape);
     }
-
-    /// Fills the files in and saves them in LibreOffice; the cells of questions are found by the question's
-    /// text.
+    /// Fills the files in and saves them in LibreOffice; finds the cells by the questions' texts.
     void fillFiles() {
         ASSERT_TRUE(QDir(home()).mkdir(u"filled"_s));
         QStringList filled;
@@ -167,7 +155,6 @@ protected:
         }
         convertByOffice(u"xls"_s, filled, home());
     }
-
     /// Reads the files of the first date one by one, the others at once.
     void readFiles() {
         shortcut(Qt::Key_O);
@@ -185,7 +172,7 @@ protected:
         press(reading, "cmdBrowse");
         control<QWidget>(reading, "lstXlsFiles")->setFocus();
         shortcut(Qt::Key_A);
-        messages.expect(u"Import Done...."_s, forms::style::information);
+        messages.expect(u"Import Done...."_s, style::information);
         press(reading, "cmdImport");
         expectIdle();
         key(Qt::Key_Escape);
@@ -239,8 +226,6 @@ protected:
     }
 
     QStringList files; // by date and person
-    QString picked;    // in the open dialog
-    Replaced<forms::openFileHook> openDialog{[this](const auto&) { return picked; }};
 };
 
 TEST_F(SurveyCycleTest, fromAnEmptyStoreToTheAnalysesAndBackAfterARestart) {
@@ -257,5 +242,4 @@ TEST_F(SurveyCycleTest, fromAnEmptyStoreToTheAnalysesAndBackAfterARestart) {
     ASSERT_NO_FATAL_FAILURE(showIndex());
     showMatrix();
 }
-
 } // namespace

@@ -2,18 +2,12 @@
 #include "survey/frmEditExistingSurvey.h"
 #include "tests/support/surveytest.h"
 
-#include <QApplication>
 #include <QDrag>
 #include <QDropEvent>
 #include <QHeaderView>
-#include <QLabel>
 #include <QMimeData>
 
-using namespace Qt::StringLiterals;
-using forms::Answer;
-
 namespace {
-
 const QDate later{2024, 4, 1};
 
 void drop(QWidget* target, const QMimeData* carried) {
@@ -24,8 +18,7 @@ void drop(QWidget* target, const QMimeData* carried) {
     QApplication::sendEvent(target, &end);
 }
 
-/// Drags the node at that point of the tree by mouse and drops it on the target, or elsewhere if there is
-/// none.
+/// Drags the node at that point of the tree by mouse to the target, or elsewhere if there is none.
 void dragNode(forms::TreeView* tree, const QPoint& node, QWidget* target) {
     const Replaced<forms::TreeView::dragHook> carries([target](QDrag& carried) {
         if (target)
@@ -41,18 +34,16 @@ void dragNode(forms::TreeView* tree, const QPoint& node, QWidget* target) {
     QTest::mouseRelease(source, Qt::LeftButton, {}, node);
 }
 
-class EditorTest : public SurveyTest {
-protected:
+struct EditorTest : SurveyTest {
     static frmSelectSurvey& select() {
-        frmSelectSurvey& form = frmSelectSurvey::instance();
-        form.Show();
+        frmSelectSurvey& form = show<frmSelectSurvey>();
         return form;
     }
     void expectQuestion(Answer answer) {
         messages.expectTitled(
             u"Survey already exists for Selected Survey Date,Customer and Respondent....\r\n"
             "Do you wish to Edit the same Survey....Press 'Yes' to continue"_s,
-            forms::style::yesNo + forms::style::information, answer);
+            style::yesNo + style::information, answer);
     }
     enum Gesture { Button, DoubleClick, Enter, Drag };
 
@@ -278,5 +269,4 @@ TEST_F(EditorTest, aFailingStepLeavesTheStoreAsItWas) {
     EXPECT_EQ(stored(bob), u"05/03 1:0 2:1 3:3"_s);
     EXPECT_EQ(grid()->Row(), 1);
 }
-
 } // namespace

@@ -1,12 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copy and Save Table in the windows of the program, by mouse and keys.
-#include "core/MDIMain.h"
 #include "exchange/frmCheckFiles.h"
 #include "improvement/frmImprovementPlan.h"
-#include "platform/forms/commondialog.h"
-#include "platform/forms/flexgrid.h"
-#include "platform/forms/lists.h"
-#include "platform/forms/listview.h"
 #include "platform/forms/treeview.h"
 #include "platform/forms/viewtable.h"
 #include "reference/frmCustomer.h"
@@ -14,18 +9,11 @@
 #include "tests/support/files.h"
 #include "tests/support/storetest.h"
 
-#include <QApplication>
-#include <QClipboard>
 #include <QContextMenuEvent>
-#include <QMenu>
 #include <QWindow>
 
-using namespace Qt::StringLiterals;
-
 namespace {
-
-class TableMenu : public StoreTest {
-protected:
+struct TableMenu : StoreTest {
     void SetUp() override {
         StoreTest::SetUp();
         addRespondent(addCustomer(u"Acme"_s), u"Ann"_s);
@@ -64,7 +52,7 @@ protected:
     static void choose(Qt::Key letter) { QTest::keyClick(QApplication::activePopupWidget(), letter); }
     /// Saves the table under that name.
     void save(QAbstractScrollArea& table, const QString& name) {
-        const Replaced<forms::saveFileHook> dialog([&](const auto&) { return path(name); });
+        named = path(name);
         menuKey(table);
         choose(Qt::Key_S);
     }
@@ -101,18 +89,17 @@ TEST_F(TableMenu, aGridIsCopiedAndSavedWithoutItsKeys) {
     save(grid, u"saved"_s);
     EXPECT_TRUE(contentOf(path(u"saved.xlsx"_s)).startsWith("PK")) << "a name without a suffix";
     messages.expect(path(u"saved.xlsx already exists.\r\nDo you want to replace it?"_s),
-                    forms::style::yesNo + forms::style::secondButton, {}, forms::Answer::No);
+                    style::yesNo + style::secondButton, {}, Answer::No);
     save(grid, u"saved"_s);
     messages.expectBeginning(u"The table could not be saved as "_s + path(u"absent/t.csv"_s),
-                             forms::style::critical);
+                             style::critical);
     save(grid, u"absent/t.csv"_s);
 }
 
 TEST_F(TableMenu, listsAreCopiedByRowsAndTheGivenMenuStays) {
     run(u"insert into actionplan (customerid, Date, Action, targetdate, Status) "
         "values (1, '2024-03-05', 'Call', '2024-04-05', 0)"_s);
-    frmImprovementPlan& plan = frmImprovementPlan::instance();
-    plan.Show();
+    frmImprovementPlan& plan = show<frmImprovementPlan>();
     clickEntry(plan, "lstCusName", 1);
     auto& names = *control<forms::ListBox>(plan, "lstCusName");
     EXPECT_EQ(copied(names), names.Text());
@@ -140,5 +127,4 @@ TEST_F(TableMenu, aTreeHasAColumnForEachLevelAndHiddenColumnsStayAway) {
     list.setSelected(1, true);
     EXPECT_EQ(tables::tabSeparated(forms::chosenIn(list)), u"b"_s);
 }
-
 } // namespace

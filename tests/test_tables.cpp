@@ -1,41 +1,26 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Tables written to files, read back by other programs' eyes: exact bytes, and the XML of the sheet.
-#include "platform/failure/failure.h"
 #include "platform/tables/tablefile.h"
+#include "tests/support/files.h"
 
 #include <QDate>
 #include <QDir>
-#include <QFile>
-#include <QProcess>
 #include <QTemporaryDir>
-#include <gtest/gtest.h>
-
-using namespace Qt::StringLiterals;
 
 namespace {
-
-class Tables : public ::testing::Test {
-protected:
+struct Tables : ::testing::Test {
     QString path(const QString& name) const { return folder.filePath(name); }
-    static QByteArray contents(const QString& file) {
-        QFile read(file);
-        EXPECT_TRUE(read.open(QIODevice::ReadOnly)) << file.toStdString();
-        return read.readAll();
-    }
     /// The cells of a workbook's first sheet and what is said of it, as openpyxl reads them.
     static QString workbook(const QString& file) {
-        QProcess python;
-        python.start(u"/usr/bin/python3"_s, {u"-c"_s, QString::fromUtf8(R"(
+        const QString script = uR"(
 import sys, openpyxl
 sheet = openpyxl.load_workbook(sys.argv[1]).active
 print(sheet.freeze_panes, sheet.auto_filter.ref, all(cell.font.b for cell in sheet[1]), sheet["A2"].font.b)
 for row in sheet:
     print("|".join(repr(c.value) + (" " + c.number_format if c.is_date else "") for c in row))
 print(*[round(sheet.column_dimensions[column].width) for column in "AB"])
-)"),
-                                             file});
-        EXPECT_TRUE(python.waitForFinished());
-        return QString::fromUtf8(python.readAllStandardOutput() + python.readAllStandardError()).trimmed();
+)"_s;
+        return QString::fromUtf8(outputOf(u"/usr/bin/python3"_s, {u"-c"_s, script, file})).trimmed();
     }
 
     QTemporaryDir folder;
@@ -53,7 +38,7 @@ TEST_F(Tables, aTableIsTheSameInBothFormats) {
                   {u"Ärger – ж 😀"_s, QDate(1899, 1, 1)},
                   {u"1=1"_s, qQNaN()}};
     tables::save(table, path(u"t.CSV"_s));
-    EXPECT_EQ(contents(path(u"t.CSV"_s)).toStdString(),
+    EXPECT_EQ(contentOf(path(u"t.CSV"_s)).toStdString(),
               "\"Größe, \"\"Name\"\"\",'=Sum\r\n\"a,b\",2.5\r\n"
               "\"say \"\"x\"\"\",-3\r\n\"two\nlines\",05/03/2024\r\n"
               "'=1+1,Yes\r\n'+1,'-1\r\n'@a,'\tb\r\n\"'\rc\",\r\n"
@@ -84,24 +69,20 @@ TEST_F(Tables, columnsOfNumbersOrDatesAreRecognised) {
 TEST_F(Tables, whatCannotBeWrittenLeavesTheOlderFile) {
     QDir(folder.path()).mkdir(u"folder.csv"_s);
     for (const QString& name : {u"absent/t.xlsx"_s, u"absent/t.csv"_s, u"folder.csv"_s})
-        EXPECT_THROW(tables::save({{u"a"_s}, {}}, path(name)), Failure) << name.toStdString();
+        EXPECT_THROW(tables::save({{u"a"_s}, {}}, path(name)), Failure) << name;
     for (const QString& name : {u"kept.xlsx"_s, u"kept.csv"_s}) {
         tables::save({{u"older"_s}, {}}, path(name));
-        const QByteArray older = contents(path(name));
+        const QByteArray older = contentOf(path(name));
         tables::openTableFile(path(name), {u"newer"_s})->addRow({u"abandoned"_s});
-        EXPECT_EQ(contents(path(name)), older) << name.toStdString();
+        EXPECT_EQ(contentOf(path(name)), older) << name;
     }
-    const QByteArray older = contents(path(u"kept.xlsx"_s));
-    try {
-        tables::save({{u"newer"_s}, {{QString(32768, u'x')}}}, path(u"kept.xlsx"_s));
-        ADD_FAILURE() << "a text that does not fit";
-    } catch (const Failure& failure) {
-        EXPECT_EQ(failure.text(),
-                  u"The table could not be saved as %1: a cell of a workbook holds 32767 characters, "
-                  "row 1 has a longer text; save the table as .csv."_s.arg(path(u"kept.xlsx"_s)));
-    }
-    EXPECT_EQ(contents(path(u"kept.xlsx"_s)), older);
+    const QByteArray older = contentOf(path(u"kept.xlsx"_s));
+    EXPECT_EQ(failureOf([&] {
+                  tables::save({{u"newer"_s}, {{QString(32768, u'x')}}}, path(u"kept.xlsx"_s));
+              }),
+              u"The table could not be saved as %1: a cell of a workbook holds 32767 characters, "
+              "row 1 has a longer text; save the table as .csv."_s.arg(path(u"kept.xlsx"_s)));
+    EXPECT_EQ(contentOf(path(u"kept.xlsx"_s)), older);
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 2) << "no file beside them is left";
 }
-
 } // namespace

@@ -1,19 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/frmTargets.h"
-#include "platform/forms/lists.h"
 #include "reference/frmCustomer.h"
 #include "tests/support/changedrows.h"
 #include "tests/support/storetest.h"
 
 #include <QTableWidget>
 
-using namespace Qt::StringLiterals;
-namespace style = forms::style;
-
 namespace {
-
-class TargetsTest : public StoreTest {
-protected:
+struct TargetsTest : StoreTest {
     void SetUp() override {
         StoreTest::SetUp();
         addCustomer(u"Acme"_s);
@@ -47,9 +41,8 @@ protected:
     static QStringList stored() {
         return rows(u"select paramid, custid, target from target order by paramid, custid, target"_s);
     }
-    void expectLoss(forms::Answer answer) {
-        messages.expectTitled(u"Targets have been changed and not saved. Give up these changes?"_s,
-                              style::yesNo + style::information + style::secondButton, answer);
+    void expectLoss(Answer answer) {
+        messages.expectAsked(u"Targets have been changed and not saved. Give up these changes?"_s, answer);
     }
 };
 
@@ -74,8 +67,7 @@ TEST_F(TargetsTest, whatIsNoTargetIsRefused) {
     for (const QString& text : {u"11"_s, u"10.01"_s, u"7.123"_s, u"-1"_s, u"high"_s, u"."_s, u"1e1"_s}) {
         enter(1, text);
         messages.expectCritical(u"“%1” is no target of Price: a target is a number from 0 to 10 with two "
-                                u"decimals at most. Nothing "
-                                "has been saved."_s.arg(text));
+                                "decimals at most. Nothing has been saved."_s.arg(text));
         press(form(), "cmdSave");
         EXPECT_EQ(grid().currentRow(), 1);
     }
@@ -89,27 +81,24 @@ TEST_F(TargetsTest, changesAreNotLostUnasked) {
     key(Qt::Key_Escape); // takes back the typing only
     EXPECT_EQ(shown().last(), QString());
     enter(2, u"4"_s);
-    expectLoss(forms::Answer::No);
+    expectLoss(Answer::No);
     customers().setListIndex(2);
     EXPECT_EQ(customers().ListIndex(), 0);
-    expectLoss(forms::Answer::No);
+    expectLoss(Answer::No);
     key(Qt::Key_Escape);
     EXPECT_EQ(shown().last(), u"4"_s);
-    expectLoss(forms::Answer::Yes);
+    expectLoss(Answer::Yes);
     customers().setListIndex(2);
     EXPECT_EQ(shown(), (QStringList{{}, u"5.00"_s, {}}));
     enter(0, u"0"_s, false);
-    expectLoss(forms::Answer::Yes);
+    expectLoss(Answer::Yes);
     press(form(), "cmdClose");
     EXPECT_EQ(frmTargets::loaded(), nullptr);
     EXPECT_EQ(stored().size(), 3);
 }
 
 TEST_F(TargetsTest, theListHasTheCustomersAndTheOneOnShow) {
-    runRaw(u"alter table target rename to elsewhere"_s);
-    expectFault(NoTable);
-    customers().setListIndex(1);
-    runRaw(u"alter table elsewhere rename to target"_s);
+    withoutTable(u"target"_s, [] { customers().setListIndex(1); });
     EXPECT_EQ(QStringList(customers().Text()) << shown()[0], (QStringList{u"All customers"_s, u"7.35"_s}))
         << "the choice without its targets";
     customers().setListIndex(1);
@@ -173,7 +162,7 @@ TEST_F(TargetsTest, ofTwoUsersEachWritesTheirOwnChanges) {
         run(u"delete * from target where custid=1"_s);
         run(u"insert into target (paramid, custid, target) values (2, 1, 6)"_s);
         if (given.isAsked && given.answer == Keep::Both)
-            expectLoss(forms::Answer::Yes);
+            expectLoss(Answer::Yes);
         customers().setListIndex(0);
         customers().setListIndex(1);
     }
@@ -181,9 +170,8 @@ TEST_F(TargetsTest, ofTwoUsersEachWritesTheirOwnChanges) {
     run(u"delete * from customer where custid=1"_s);
     messages.expectCritical(u"The customer has been deleted meanwhile. Nothing has been saved."_s);
     press(form(), "cmdSave");
-    expectLoss(forms::Answer::Yes);
+    expectLoss(Answer::Yes);
     customers().setListIndex(0);
     EXPECT_EQ(stored().size(), 3);
 }
-
 } // namespace

@@ -1,21 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Two programs walk at random in one store of a server, each watched by its own oracle. Set
-// GAUGEWELL_WALK_SEED, GAUGEWELL_WALK_SEEDS and GAUGEWELL_WALK_EVENTS to change the walks. A failure prints
-// the seed, the step and the last events of one of them; the same seed need not fail again, as the programs
-// meet by chance.
+// Two programs walk at random in one store of a server, each watched by its own oracle; test_randomwalk.cpp
+// names the variables. As the programs meet by chance, a seed that has failed need not fail again.
 #include "tests/walk/oracle.h"
 #include "tests/walk/world.h"
 
-#include <QDir>
-#include <QProcess>
-
-using namespace Qt::StringLiterals;
 using walk::setting;
 
 namespace {
-
-class TwoWalks : public walk::World, public ::testing::WithParamInterface<int> {
-protected:
+struct TwoWalks : walk::World, ::testing::WithParamInterface<int> {
     ado::Connection master;
 
     void SetUp() override {
@@ -40,14 +32,13 @@ protected:
 };
 
 TEST_P(TwoWalks, everyRowKeepsItsOwner) {
-    QProcess ada;
-    QProcess ben;
+    QProcess ada, ben;
     start(ada, u"ada"_s, GetParam());
     start(ben, u"ben"_s, GetParam() + 1000);
     for (QProcess* program : {&ada, &ben}) {
         EXPECT_TRUE(program->waitForFinished(300000)) << "still walking";
         EXPECT_TRUE(program->exitStatus() == QProcess::NormalExit && program->exitCode() == 0)
-            << program->readAll().toStdString();
+            << QString::fromUtf8(program->readAll());
     }
 }
 
@@ -55,5 +46,4 @@ INSTANTIATE_TEST_SUITE_P(Seeds, TwoWalks,
                          ::testing::Range(setting("GAUGEWELL_WALK_SEED", 1),
                                           setting("GAUGEWELL_WALK_SEED", 1) +
                                               setting("GAUGEWELL_WALK_SEEDS", 4)));
-
 } // namespace

@@ -1,29 +1,19 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Backups of the store. A database of version 1 becomes one of version 2, with all its rows, or stays as it
-// is.
+// Backups of the store. One of version 1 becomes one of version 2, with all its rows, or stays as it is.
 #include "core/base/backup.h"
 #include "core/storecheck.h"
 #include "core/storeupgrade.h"
 #include "platform/ado/store.h"
-#include "platform/forms/clock.h"
 #include "tests/support/files.h"
 #include "tests/support/killed.h"
 #include "tests/support/storecompare.h"
 #include "tests/support/storetest.h"
 
-#include <QDir>
-#include <QRegularExpression>
-
 #include <sys/fsuid.h>
 #include <sys/stat.h>
-#include <unistd.h>
-
-using namespace Qt::StringLiterals;
 
 namespace {
-
-class BackupTest : public StoreTest {
-protected:
+struct BackupTest : StoreTest {
     void SetUp() override {
         StoreTest::SetUp();
         addCustomer(u"Acme"_s);
@@ -35,7 +25,7 @@ protected:
 TEST_F(BackupTest, storeAndBackupsAreOwnerOnlyAndAnEmptyStoreIsNotCopied) {
     backUpBeforeLoss();
     for (const QString& file : QStringList{strDatabasePath, path(u"backup"_s)} + listBackups(strDatabasePath))
-        EXPECT_FALSE(QFile::permissions(file) & QFileDevice::Permissions(0x0077)) << file.toStdString();
+        EXPECT_FALSE(QFile::permissions(file) & QFileDevice::Permissions(0x0077)) << file;
     for (const char* table : {"parameter", "customer"}) {
         forgetBackup();
         backUpBeforeLoss();
@@ -47,8 +37,8 @@ TEST_F(BackupTest, storeAndBackupsAreOwnerOnlyAndAnEmptyStoreIsNotCopied) {
 }
 
 TEST_F(BackupTest, newestBackupsAreKeptDespiteClockChanges) {
-    const QString withoutNumber = u"-2023-01-01-101500.mdb"_s, notOurs = u"-of my own.mdb"_s;
-    const QString killedWhileCopied = u"-2024-01-01-101500-1.mdb.part"_s;
+    const QString withoutNumber = u"-2023-01-01-101500.mdb"_s, notOurs = u"-of my own.mdb"_s,
+                  killedWhileCopied = u"-2024-01-01-101500-1.mdb.part"_s;
     for (const QString& name : {withoutNumber, notOurs, killedWhileCopied})
         ASSERT_TRUE(QFile::copy(strDatabasePath, path(u"backup/Tallywell"_s + name)));
     QStringList expected;
@@ -69,8 +59,7 @@ TEST_F(BackupTest, newestBackupsAreKeptDespiteClockChanges) {
     EXPECT_EQ(storeRows(copy, u"customer"_s).size(), 12) << "Acme and eleven";
 }
 
-class UpgradeTest : public StoreTest {
-protected:
+struct UpgradeTest : StoreTest {
     void SetUp() override {
         StoreTest::SetUp();
         fresh = definitions();
@@ -147,7 +136,7 @@ TEST_F(UpgradeTest, aStoreThatCannotBeUpgradedStaysAsItIs) {
             u"The file '"_s + strDatabasePath +
                 u"' could not be updated to this version of the program and is used as it "
                 u"is. The next start tries again.\r\n\r\n",
-            forms::style::critical);
+            style::critical);
         upgradeStore(strDatabasePath);
     };
     {
@@ -191,5 +180,4 @@ TEST_F(UpgradeTest, killedAtAnyStatementItIsVersion1Or2Whole) {
     }
     EXPECT_GT(killed, 38) << "the statements of the scripts";
 }
-
 } // namespace

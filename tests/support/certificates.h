@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "tests/support/text.h"
+
 #include <QProcess>
 #include <QTemporaryDir>
 
@@ -11,15 +13,15 @@ public:
     Certificates() {
         QProcess openssl;
         openssl.setWorkingDirectory(folder.path());
-        openssl.start(QStringLiteral("sh"), {QStringLiteral("-ec"), QString::fromLatin1(script)});
+        openssl.start(u"sh"_s, {u"-ec"_s, QString::fromLatin1(script)});
         openssl.waitForFinished(30000);
     }
-    QString file(const QString& name) const { return folder.filePath(name + QStringLiteral(".pem")); }
+    QString file(const QString& name) const { return folder.filePath(name + u".pem"_s); }
     /// The options of a server that listens on 127.0.0.1 and shows that certificate.
-    QStringList options(int port, const QString& name = QStringLiteral("here")) const {
-        return {QStringLiteral("--bind-address=127.0.0.1"), QStringLiteral("--port=%1").arg(port),
-                QStringLiteral("--ssl-ca=") + file(QStringLiteral("authority")),
-                QStringLiteral("--ssl-cert=") + file(name), QStringLiteral("--ssl-key=") + file(name)};
+    QStringList options(int port, const QString& name = u"here"_s) const {
+        return {u"--bind-address=127.0.0.1"_s, u"--port=%1"_s.arg(port),
+                u"--ssl-ca="_s + file(u"authority"_s), u"--ssl-cert="_s + file(name),
+                u"--ssl-key="_s + file(name)};
     }
 
 private:

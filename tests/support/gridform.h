@@ -1,13 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "platform/forms/flexgrid.h"
 #include "tests/support/storetest.h"
 
-#include <QClipboard>
 #include <QGuiApplication>
 #include <QHeaderView>
-#include <QLineEdit>
 
 /// A grid edited in place, driven by mouse and keys.
 struct EditedGrid {

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "platform/forms/listview.h"
 #include "tests/support/storetest.h"
 
 #include <QHeaderView>

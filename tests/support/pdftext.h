@@ -8,9 +8,7 @@
 
 /// The text of each page of a PDF as read by pdftotext, with runs of blanks collapsed.
 inline QStringList pdfPages(const QString& file) {
-    const QByteArray text =
-        outputOf(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), QStringLiteral("-enc"),
-                                               QStringLiteral("UTF-8"), file, QStringLiteral("-")});
+    const QByteArray text = outputOf(u"pdftotext"_s, {u"-layout"_s, u"-enc"_s, u"UTF-8"_s, file, u"-"_s});
     QStringList pages = QString::fromUtf8(text).split(u'\f');
     pages.removeLast(); // each page ends with a form feed
     for (QString& page : pages)
@@ -23,8 +21,7 @@ inline void expectInOrder(const QString& text, const QStringList& words) {
     qsizetype place = 0;
     for (const QString& word : words) {
         const qsizetype found = text.indexOf(word, place);
-        ASSERT_GE(found, 0) << "'" << word.toStdString() << "' is missing or out of order in:\n"
-                            << text.toStdString();
+        ASSERT_GE(found, 0) << "'" << word << "' is missing or out of order in:\n" << text;
         place = found + word.size();
     }
 }

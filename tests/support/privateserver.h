@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "tests/support/text.h"
+
 #include <QDir>
 #include <QFile>
 #include <QProcess>
@@ -30,14 +32,14 @@ inline int freePort() {
 /// "tester" with the password "secret" may do everything, the user "member" everything in database "tally".
 class PrivateServer {
 public:
-    PrivateServer() : PrivateServer({QStringLiteral("--skip-networking")}) {}
+    PrivateServer() : PrivateServer({u"--skip-networking"_s}) {}
     explicit PrivateServer(const QStringList& options) {
         const QString system = systemScripts();
-        make.start(program(), arguments() << QStringLiteral("--bootstrap"));
+        make.start(program(), arguments() << u"--bootstrap"_s);
         make.write("create database mysql;\nuse mysql;\n");
         for (const char* name :
              {"mysql_system_tables", "mysql_performance_tables", "mysql_system_tables_data"}) {
-            QFile script(system + QLatin1Char('/') + QLatin1String(name) + QStringLiteral(".sql"));
+            QFile script(system + QLatin1Char('/') + QLatin1String(name) + u".sql"_s);
             if (script.open(QIODevice::ReadOnly))
                 make.write(script.readAll());
         }
@@ -50,17 +52,16 @@ public:
     }
     /// A server on a copy of the data of one that has ended.
     PrivateServer(const PrivateServer& ended, const QStringList& options) {
-        make.start(QStringLiteral("cp"), {QStringLiteral("-r"), ended.data(), folder.path()});
+        make.start(u"cp"_s, {u"-r"_s, ended.data(), folder.path()});
         make.waitForFinished(60000);
         start(options);
     }
     ~PrivateServer() { end(); }
     PrivateServer& operator=(const PrivateServer&) = delete;
-
     /// Starts on its data, which outlive a server that was killed if an option says so.
     void start(const QStringList& options) {
-        server.setStandardErrorFile(folder.filePath(QStringLiteral("log")));
-        server.start(program(), arguments() << QStringLiteral("--socket=") + socket() << options);
+        server.setStandardErrorFile(folder.filePath(u"log"_s));
+        server.start(program(), arguments() << u"--socket="_s + socket() << options);
         static_cast<void>(
             QTest::qWaitFor([this] { return isRunning() || server.state() == QProcess::NotRunning; }, 30000));
     }
@@ -84,43 +85,41 @@ public:
         close(client);
         return isTaken;
     }
-    QString socket() const { return folder.filePath(QStringLiteral("socket")); }
-    QString data() const { return folder.filePath(QStringLiteral("data")); }
+    QString socket() const { return folder.filePath(u"socket"_s); }
+    QString data() const { return folder.filePath(u"data"_s); }
     /// The connection string of a database.
-    QString connection(const QString& database, const QString& password = QStringLiteral("secret")) const {
-        return QStringLiteral("SOCKET=%1;DATABASE=%2;UID=tester;PWD=%3").arg(socket(), database, password);
+    QString connection(const QString& database, const QString& password = u"secret"_s) const {
+        return u"SOCKET=%1;DATABASE=%2;UID=tester;PWD=%3"_s.arg(socket(), database, password);
     }
     /// What the server said; for the message of a failing test.
-    QByteArray log() {
-        QFile file(folder.filePath(QStringLiteral("log")));
-        return make.readAllStandardError() + (file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray());
+    QString log() {
+        QFile file(folder.filePath(u"log"_s));
+        file.open(QIODevice::ReadOnly);
+        return QString::fromUtf8(make.readAllStandardError() + file.readAll());
     }
 
 private:
-    static QString program() {
-        return QStandardPaths::findExecutable(QStringLiteral("mariadbd"), {QStringLiteral("/usr/sbin")});
-    }
+    static QString program() { return QStandardPaths::findExecutable(u"mariadbd"_s, {u"/usr/sbin"_s}); }
     /// In memory where there is room: a fresh store waits for the disk more than a thousand times.
     static QString place() {
         constexpr qint64 room = 500'000'000; // bytes
-        const QString memory = QStringLiteral("/dev/shm");
+        const QString memory = u"/dev/shm"_s;
         const bool isRoomy = QStorageInfo(memory).bytesAvailable() > room;
-        return (isRoomy ? memory : QDir::tempPath()) + QStringLiteral("/gaugewell-XXXXXX");
+        return (isRoomy ? memory : QDir::tempPath()) + u"/gaugewell-XXXXXX"_s;
     }
     static QString systemScripts() {
-        const QString folder = QStringLiteral("/usr/share/mariadb");
-        return QDir(folder).exists() ? folder : QStringLiteral("/usr/share/mysql");
+        const QString folder = u"/usr/share/mariadb"_s;
+        return QDir(folder).exists() ? folder : u"/usr/share/mysql"_s;
     }
     QStringList arguments() const {
-        QStringList list{
-            QStringLiteral("--no-defaults"), QStringLiteral("--datadir=") + data(),
-            // A server that starts deletes the temporary tables in its folder.
-            QStringLiteral("--tmpdir=") + folder.path(), QStringLiteral("--innodb-buffer-pool-size=32M"),
-            QStringLiteral("--innodb-log-file-size=8M"), QStringLiteral("--innodb-flush-log-at-trx-commit=0"),
-            QStringLiteral("--innodb-flush-method=nosync"), QStringLiteral("--sync-frm=0")};
-        QDir(folder.path()).mkdir(QStringLiteral("data"));
+        QStringList list{u"--no-defaults"_s, u"--datadir="_s + data(),
+                         // A server that starts deletes the temporary tables in its folder.
+                         u"--tmpdir="_s + folder.path(), u"--innodb-buffer-pool-size=32M"_s,
+                         u"--innodb-log-file-size=8M"_s, u"--innodb-flush-log-at-trx-commit=0"_s,
+                         u"--innodb-flush-method=nosync"_s, u"--sync-frm=0"_s};
+        QDir(folder.path()).mkdir(u"data"_s);
         if (geteuid() == 0)
-            list << QStringLiteral("--user=root");
+            list << u"--user=root"_s;
         return list;
     }
 

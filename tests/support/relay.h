@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QString>
+#include "tests/support/text.h"
+
 #include <QTemporaryDir>
 
 #include <array>
 #include <atomic>
 #include <chrono>
 #include <list>
-#include <mutex>
 #include <thread>
 
 #include <sys/prctl.h>
@@ -41,14 +41,13 @@ public:
             ::close(line.server);
         }
     }
-    QString socket() const { return folder.filePath(QStringLiteral("relay")); }
+    QString socket() const { return folder.filePath(u"relay"_s); }
     /// Those begun so far, on all connections.
     long roundTrips() const { return trips; }
 
 private:
     struct Line {
-        int client;
-        int server;
+        int client, server;
         std::atomic<bool> isAnswered = true;
         std::thread there, back;
         void end() const {

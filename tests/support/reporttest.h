@@ -3,31 +3,27 @@
 
 #include "platform/crystal/crystalreport.h"
 #include "platform/crystal/output.h"
-#include "platform/forms/clock.h"
 #include "tests/support/pdftext.h"
 #include "tests/support/storetest.h"
 
-#include <QDir>
-
 /// A store with the program's layouts; a report is captured instead of shown. Today is the last day of 2024.
-class ReportTest : public StoreTest {
-protected:
-    static inline const QDate today{2024, 12, 31};
+struct ReportTest : StoreTest {
+    static inline const QDate spring{2024, 3, 1}, autumn{2024, 9, 1}, today{2024, 12, 31};
     Replaced<forms::todayHook> fixedDay{[] { return today; }};
 
     void SetUp() override {
         StoreTest::SetUp();
         const QDir source(QStringLiteral(GAUGEWELL_SOURCE "/home"));
-        for (const QString& file : source.entryList({QStringLiteral("*.rpt")}))
+        for (const QString& file : source.entryList({u"*.rpt"_s}))
             copyHomeFile(file);
-        strCompanyName = QStringLiteral("Larkmoor Ltd");
+        strCompanyName = u"Larkmoor Ltd"_s;
     }
     /// The pages of the last report, read from its PDF; none if none was run.
     QStringList takePages() {
         if (!shown)
             return {};
-        crystal::savePdf(*std::exchange(shown, nullptr), home() + QStringLiteral("/out.pdf"));
-        return pdfPages(home() + QStringLiteral("/out.pdf"));
+        crystal::savePdf(*std::exchange(shown, nullptr), home() + u"/out.pdf"_s);
+        return pdfPages(home() + u"/out.pdf"_s);
     }
     /// Prints by the form and returns the report's text; fails unless its window has that title.
     QString print(QWidget& form, const QString& expectedTitle) {

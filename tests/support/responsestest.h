@@ -11,18 +11,11 @@
 #include "tests/support/listview.h"
 #include "tests/support/surveytest.h"
 
-#include <QLabel>
 #include <QPlainTextEdit>
 #include <QSpinBox>
-#include <QTimer>
-
-using namespace Qt::StringLiterals;
-namespace style = forms::style;
-using forms::Answer;
 
 /// Ann and Bob are asked the questions 0 and 4 today, Cora of Brown on 1 February.
-class ResponsesTest : public SurveyTest {
-protected:
+struct ResponsesTest : SurveyTest {
     enum Column { Tick, Customer, Respondent, Date, HandedOver, Due, State };
 
     void SetUp() override {
@@ -33,10 +26,7 @@ protected:
         cora = addRespondent(brown, u"Cora"_s);
         addQuestionnaire(cora, addSurvey(brown, {2024, 2, 1}), {question[0]});
     }
-    static frmResponses& form() {
-        frmResponses::instance().Show();
-        return frmResponses::instance();
-    }
+    static frmResponses& form() { return show<frmResponses>(); }
     static QTreeView& list() { return *control<QTreeView>(form(), "lsvResponses"); }
     /// The rows of the list in its order, their texts joined by a bar.
     static QStringList shown() { return listed(list()).replaceInStrings(QRegularExpression(u"^\\|"_s), {}); }
@@ -69,10 +59,6 @@ protected:
             }
         });
     }
-    void expectAsked(const QString& text, Answer answer) {
-        messages.expectTitled(text, style::yesNo + style::information + style::secondButton, answer);
-    }
-    void expectTitled(const QString& text) { messages.expectTitled(text, style::information); }
     static QStringList dispatches() {
         return rows(
             u"select respondentid, surveyid, filename, handedover, due from dispatch order by 1, 2"_s);
@@ -86,8 +72,7 @@ protected:
     }
     void registerFile(const QString& name, const QString& respondent, int id) const {
         copyHomeFile(u"template.xls"_s, name);
-        run(u"insert into log (custname, respname, respid, xlsfilename, sdate, surveyid) values "
-            "('Acme', '%1', %2, '%3', '2024-03-05', 1)"_s.arg(respondent, QString::number(id), name));
+        addToRegister(name, id, respondent);
     }
 
     int cora = 0;

@@ -3,6 +3,7 @@
 
 #include "platform/ado/recordset.h"
 #include "platform/ado/session.h"
+#include "tests/support/text.h"
 
 #include <QStringList>
 
@@ -11,8 +12,8 @@
 
 /// The rows of a table that meet a condition ("1=1" for all), as "table|field|field...", sorted.
 inline QStringList storeRows(ado::Connection& store, const QString& table,
-                             const QString& condition = QStringLiteral("1=1")) {
-    ado::Recordset records(QStringLiteral("select * from [") + table + u"] where " + condition, store);
+                             const QString& condition = u"1=1"_s) {
+    ado::Recordset records(u"select * from ["_s + table + u"] where " + condition, store);
     QStringList result;
     for (; !records.Eof(); records.MoveNext()) {
         QString row = table;

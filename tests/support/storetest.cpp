@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/support/storetest.h"
 
-#include "core/MDIMain.h"
 #include "core/Main.h"
 #include "core/base/backup.h"
 #include "core/store/transaction.h"
@@ -9,13 +8,6 @@
 #include "tests/support/serverstore.h"
 
 #include <QAbstractButton>
-#include <QApplication>
-#include <QFile>
-#include <QListWidget>
-#include <QMdiArea>
-#include <QMdiSubWindow>
-
-using namespace Qt::StringLiterals;
 
 void expectNoTransaction() {
     EXPECT_FALSE(Transaction::isOpen() || (cnnMain && cnnMain->InTransaction()))
@@ -25,7 +17,7 @@ void expectNoTransaction() {
 forms::Answer ExpectedMessages::take(const forms::Message& message) {
     expectNoTransaction();
     if (waiting.empty()) {
-        ADD_FAILURE() << "unexpected message: " << message.text.toStdString();
+        ADD_FAILURE() << "unexpected message: " << message.text;
         return forms::Answer::Cancel;
     }
     const Expected next = waiting.front();
@@ -35,18 +27,17 @@ forms::Answer ExpectedMessages::take(const forms::Message& message) {
     } else {
         EXPECT_EQ(message.text, next.message.text);
     }
-    EXPECT_EQ(message.style, next.message.style) << message.text.toStdString();
-    EXPECT_EQ(message.title, next.message.title) << message.text.toStdString();
+    EXPECT_EQ(message.style, next.message.style) << message.text;
+    EXPECT_EQ(message.title, next.message.title) << message.text;
     return next.answer;
 }
 
 ExpectedMessages::~ExpectedMessages() {
     for (const Expected& missing : waiting)
-        ADD_FAILURE() << "message never came: " << missing.message.text.toStdString();
+        ADD_FAILURE() << "message never came: " << missing.message.text;
 }
 
 namespace {
-
 /// The server of all tests of this program, when the environment asks for tests on a server.
 class ServerOfTests : public ::testing::Environment {
 public:
@@ -72,7 +63,6 @@ void useServer(const PrivateServer& host) {
                 .join(QChar())),
         1);
 }
-
 } // namespace
 
 void StoreTest::SetUp() {
@@ -157,12 +147,7 @@ void StoreTest::refuse(const QString& change, const QString& condition) {
 }
 
 int StoreTest::add(const QString& table, const std::vector<std::pair<const char*, QVariant>>& fields) {
-    ado::Recordset records(u"select * from "_s + table, *cnnMain, ado::Recordset::Lock::Optimistic);
-    records.AddNew();
-    for (const auto& [name, value] : fields)
-        records[name] = value;
-    records.Update();
-    return records.FieldAt(0).Value().toInt();
+    return ::add(*cnnMain, table, fields).toInt();
 }
 
 void StoreTest::addQuestionnaire(int respondentid, int surveyid, const std::vector<int>& questions) {

@@ -1,22 +1,43 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "core/MDIMain.h"
 #include "core/base/failure.h"
 #include "core/base/gblGlobal.h"
 #include "platform/desktop/application.h"
+#include "platform/forms/clock.h"
+#include "platform/forms/commondialog.h"
+#include "platform/forms/dtpicker.h"
+#include "platform/forms/flexgrid.h"
+#include "platform/forms/lists.h"
+#include "platform/forms/listview.h"
 #include "platform/forms/msgbox.h"
 #include "tests/support/replaced.h"
+#include "tests/support/text.h"
 
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QClipboard>
+#include <QDir>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
+#include <QTreeView>
 #include <gtest/gtest.h>
 
 #include <deque>
 
-/// Prints texts in gtest's failure messages.
-inline void PrintTo(const QString& text, std::ostream* out) {
-    *out << '"' << text.toStdString() << '"';
-}
+namespace style = forms::style;
 
 /// Fails if a transaction is open: the store would be locked while a message is shown.
 void expectNoTransaction();
@@ -24,42 +45,50 @@ void expectNoTransaction();
 /// The messages that a test expects, in order. An unexpected or missing message fails the test.
 class ExpectedMessages {
 public:
+    using Answer = forms::Answer;
     ~ExpectedMessages();
-    void expect(const QString& text, int style = 0, const QString& title = {},
-                forms::Answer answer = forms::Answer::Ok) {
+    void expect(const QString& text, int style = 0, const QString& title = {}, Answer answer = Answer::Ok) {
         waiting.push_back({{text, style, title}, answer, false});
     }
     /// Expects a message of the failure handler whose text begins like this.
     void expectBeginning(const QString& beginning, int style = 0, const QString& title = {},
-                         forms::Answer answer = forms::Answer::Ok) {
+                         Answer answer = Answer::Ok) {
         waiting.push_back({{beginning, style, title}, answer, true});
     }
-    /// Expects a message with the program's usual title.
-    void expectTitled(const QString& text, int style, forms::Answer answer = forms::Answer::Ok) {
-        expect(text, style, QStringLiteral("Gaugewell v2.1"), answer);
+    /// Expects a message with the program's usual title, that is, or begins with, the text.
+    void expectTitled(const QString& text, int style, Answer answer = Answer::Ok) {
+        expect(text, style, u"Gaugewell v2.1"_s, answer);
     }
-    void expectCritical(const QString& text) { expectTitled(text, forms::style::critical); }
+    void expectTitledBeginning(const QString& beginning, int style, Answer answer = Answer::Ok) {
+        expectBeginning(beginning, style, u"Gaugewell v2.1"_s, answer);
+    }
+    void expectCritical(const QString& text) { expectTitled(text, style::critical); }
+    void expectInformation(const QString& text) { expectTitled(text, style::information); }
+    /// Expects a question to which Enter answers No.
+    void expectAsked(const QString& text, Answer answer) {
+        expectTitled(text, style::yesNo + style::information + style::secondButton, answer);
+    }
     /// Expects the question after an export.
-    void expectExported(forms::Answer answer = forms::Answer::No) {
-        expectTitled(QStringLiteral("Survey File Exported...Do you want to view the file? "),
-                     forms::style::yesNo + forms::style::information, answer);
+    void expectExported(Answer answer = Answer::No) {
+        expectTitled(u"Survey File Exported...Do you want to view the file? "_s,
+                     style::yesNo + style::information, answer);
     }
     /// Expects the question about a file that another program has locked.
-    void expectOpenElsewhere(const QString& file, forms::Answer answer) {
-        expectTitled(
-            file + u" seems to be open in a spreadsheet program. What has been typed there and not been "
-                   "saved is missing in it. Go on all the same?",
-            forms::style::yesNo + forms::style::information + forms::style::secondButton, answer);
+    void expectOpenElsewhere(const QString& file, Answer answer) {
+        expectAsked(file +
+                        u" seems to be open in a spreadsheet program. What has been typed there and not been "
+                        "saved is missing in it. Go on all the same?",
+                    answer);
     }
     int left() const { return static_cast<int>(waiting.size()); }
 
 private:
     struct Expected {
         forms::Message message;
-        forms::Answer answer;
+        Answer answer;
         bool beginning;
     };
-    forms::Answer take(const forms::Message& message);
+    Answer take(const forms::Message& message);
 
     std::deque<Expected> waiting;
     Replaced<forms::messageHook> hook{[this](const forms::Message& message) { return take(message); }};
@@ -69,9 +98,9 @@ private:
 /// Opens a fresh store in a temporary home and shows the main window.
 class StoreTest : public ::testing::Test {
 protected:
+    using Answer = forms::Answer;
     void SetUp() override;
     void TearDown() override;
-
     /// The records of a select; the fields of each are joined by a bar.
     static QStringList rows(const QString& sql);
     /// The first field of the first record.
@@ -85,37 +114,40 @@ protected:
     static QString messageOf(Fault fault);
     void expectFault(Fault fault) { messages.expectBeginning(messageOf(fault)); }
     /// Changes such as "insert on customer" are refused from now on where the row meets the condition.
-    static void refuse(const QString& change, const QString& condition = QStringLiteral("1=1"));
-    static void allow() { runRaw(QStringLiteral("drop trigger refuses")); }
+    static void refuse(const QString& change, const QString& condition = u"1=1"_s);
+    static void allow() { runRaw(u"drop trigger refuses"_s); }
+    /// Runs a step while the table is missing; expects one message.
+    void withoutTable(const QString& table, const std::function<void()>& step) {
+        runRaw(u"alter table %1 rename to elsewhere"_s.arg(table));
+        expectFault(NoTable);
+        step();
+        runRaw(u"alter table elsewhere rename to "_s + table);
+    }
     /// Adds a record and returns its key, the first field.
     static int add(const QString& table, const std::vector<std::pair<const char*, QVariant>>& fields);
 
     // Builders
     static int addCustomer(const QString& name) {
-        return add(QStringLiteral("customer"), {{"custname", name}, {"Address", QStringLiteral(" ")}});
+        return add(u"customer"_s, {{"custname", name}, {"Address", u" "_s}});
     }
-    static int addRespondent(int custid, const QString& name,
-                             const QString& designation = QStringLiteral("Buyer")) {
-        return add(QStringLiteral("respondent"), {{"custid", custid},
-                                                  {"respondentname", name},
-                                                  {"respondentdesignation", designation},
-                                                  {"emailid", QStringLiteral("")}});
+    static int addRespondent(int custid, const QString& name, const QString& designation = u"Buyer"_s) {
+        return add(u"respondent"_s, {{"custid", custid},
+                                     {"respondentname", name},
+                                     {"respondentdesignation", designation},
+                                     {"emailid", u""_s}});
     }
-    static int addParameter(const QString& name) {
-        return add(QStringLiteral("parameter"), {{"parametername", name}});
-    }
+    static int addParameter(const QString& name) { return add(u"parameter"_s, {{"parametername", name}}); }
     static int addQuestion(int paramid, const QString& text, bool score = true) {
-        return add(QStringLiteral("questions"), {{"question", text}, {"Type", score}, {"paramid", paramid}});
+        return add(u"questions"_s, {{"question", text}, {"Type", score}, {"paramid", paramid}});
     }
     static int addSurvey(int custid, const QDate& date) {
-        return add(QStringLiteral("survey"), {{"sdate", date}, {"custid", custid}});
+        return add(u"survey"_s, {{"sdate", date}, {"custid", custid}});
     }
     static void addQuestionnaire(int respondentid, int surveyid, const std::vector<int>& questions);
     static void addScore(int respondentid, int questionid, int surveyid, const QDate& date,
                          const QVariant& weightage, const QVariant& score);
     static void addWords(int respondentid, int questionid, int surveyid, const QDate& date,
                          const QString& words, int weightage = 0);
-
     /// The connection string of everybody's master on the server of the tests, if they run on one.
     static QString masterConnection();
     QString home() const { return directory.path(); }
@@ -130,6 +162,9 @@ protected:
     void expectIdle() const;
 
     ExpectedMessages messages;
+    QString picked, named; ///< in the dialogs that open files and save one; empty: cancelled
+    Replaced<forms::openFileHook> openDialog{[this](const auto&) { return picked; }};
+    Replaced<forms::saveFileHook> saveDialog{[this](const auto&) { return named; }};
 
 private:
     QTemporaryDir directory;
@@ -140,6 +175,12 @@ template <class Control> Control* control(QWidget& form, const char* name) {
     auto* found = form.findChild<Control*>(QLatin1StringView(name));
     EXPECT_NE(found, nullptr) << name;
     return found;
+}
+
+/// Shows a form.
+template <class Form> Form& show() {
+    Form::instance().Show();
+    return Form::instance();
 }
 
 /// Clicks a button by its object name.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/excel/application.h"
+#include "tests/support/text.h"
 
 #include <map>
 
@@ -14,37 +15,36 @@ struct ShownFiles {
     QStringList paths;
 };
 
-using Cells = std::vector<std::pair<const char*, excel::Value>>; // address and content
+using Cells = QList<std::pair<const char*, excel::Value>>; // address and content
 
 /// A survey file: the cells that the reader uses, and the respondent's entries.
 struct SurveyFile {
-    int respondentid = 1;
-    int surveyid = 1;
+    int respondentid = 1, surveyid = 1;
     QDate date{2024, 3, 5};
     std::vector<std::pair<int, bool>> questions;  ///< questionid, whether it is a Score question
     std::map<QString, excel::Value> entered = {}; ///< by address such as "C14"; locked cells too
 
     void saveAs(const QString& path) const {
-        std::map<QString, excel::Value> cells{{QStringLiteral("I2"), QString::number(respondentid)},
-                                              {QStringLiteral("I3"), date},
-                                              {QStringLiteral("I4"), QString::number(questions.size())},
-                                              {QStringLiteral("I5"), QString::number(surveyid)}};
+        std::map<QString, excel::Value> cells{{u"I2"_s, QString::number(respondentid)},
+                                              {u"I3"_s, date},
+                                              {u"I4"_s, QString::number(questions.size())},
+                                              {u"I5"_s, QString::number(surveyid)}};
         int row = 14;
         for (const auto& [questionid, isScore] : questions) {
-            cells[QStringLiteral("I%1").arg(row)] = QString::number(questionid);
+            cells[u"I%1"_s.arg(row)] = QString::number(questionid);
             if (!isScore)
-                cells[QStringLiteral("B%1").arg(row + 1)] = QStringLiteral("Type your Answer here");
+                cells[u"B%1"_s.arg(row + 1)] = u"Type your Answer here"_s;
             row += isScore ? 2 : 3;
         }
         const excel::Workbook workbook =
             excel::Application().Workbooks().Open(QStringLiteral(GAUGEWELL_SOURCE "/home/template.xls"));
-        const excel::Worksheet sheet = workbook.Worksheets(QStringLiteral("Sheet1"));
-        sheet.Unprotect(QStringLiteral("kvtwpa"));
+        const excel::Worksheet sheet = workbook.Worksheets(u"Sheet1"_s);
+        sheet.Unprotect(u"kvtwpa"_s);
         for (const auto& [address, value] : cells)
             sheet.Range(address).setValue(value);
         for (const auto& [address, value] : entered)
             sheet.Range(address).setValue(value);
-        sheet.Protect(QStringLiteral("kvtwpa"));
+        sheet.Protect(u"kvtwpa"_s);
         workbook.SaveAs(path);
     }
 };

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "platform/forms/clock.h"
-#include "platform/forms/flexgrid.h"
+#include "core/base/progress.h"
 #include "platform/forms/treeview.h"
 #include "survey/frmNewSurvey.h"
 #include "survey/frmSelectSurvey.h"
@@ -12,41 +11,37 @@
 #include "tests/support/storetest.h"
 #include "tests/support/surveyfile.h"
 
+#include <QProgressDialog>
+
 /// A customer with two respondents and a catalogue of five questions, numbered from 0: 0 and 1 under
 /// Delivery, 2 to 4 under Quality. Today is 5 March 2024.
-class SurveyTest : public StoreTest {
-protected:
+struct SurveyTest : StoreTest {
     static inline const QDate today{2024, 3, 5};
     Replaced<forms::todayHook> fixedDay{[] { return today; }};
 
     void SetUp() override {
         StoreTest::SetUp();
-        acme = addCustomer(QStringLiteral("Acme"));
-        ann = addRespondent(acme, QStringLiteral("Ann"));
-        bob = addRespondent(acme, QStringLiteral("Bob"));
-        const int delivery = addParameter(QStringLiteral("Delivery"));
-        const int quality = addParameter(QStringLiteral("Quality"));
-        question = {addQuestion(delivery, QStringLiteral("On time?")),
-                    addQuestion(delivery, QStringLiteral("Overall?")),
-                    addQuestion(quality, QStringLiteral("Overall?")),
-                    addQuestion(quality, QStringLiteral("Sturdy?")),
-                    addQuestion(quality, QStringLiteral("What else?"), false)};
+        acme = addCustomer(u"Acme"_s);
+        ann = addRespondent(acme, u"Ann"_s);
+        bob = addRespondent(acme, u"Bob"_s);
+        const int delivery = addParameter(u"Delivery"_s);
+        const int quality = addParameter(u"Quality"_s);
+        question = {addQuestion(delivery, u"On time?"_s), addQuestion(delivery, u"Overall?"_s),
+                    addQuestion(quality, u"Overall?"_s), addQuestion(quality, u"Sturdy?"_s),
+                    addQuestion(quality, u"What else?"_s, false)};
     }
-
     /// The surveyid of a customer's survey; 0 if none.
     static int surveyOf(const QString& customer, const QDate& date) {
         return findSurveyKey({customer, {}, ado::toText(date)}).surveyid;
     }
-
     /// Stores a questionnaire of these questions of the catalogue.
     void addStored(int respondentid, const QDate& date, std::vector<int> questions) {
-        const int found = surveyOf(QStringLiteral("Acme"), date);
+        const int found = surveyOf(u"Acme"_s, date);
         const int surveyid = found == 0 ? addSurvey(acme, date) : found;
         for (int& number : questions)
             number = question.at(static_cast<std::size_t>(number));
         addQuestionnaire(respondentid, surveyid, questions);
     }
-
     /// Saves a survey file of the questions 0 and 4 of today with these cells entered; returns its path.
     QString saveFile(const QString& name, int respondentid, const Cells& cells) const {
         SurveyFile file{.respondentid = respondentid,
@@ -57,12 +52,10 @@ protected:
         return path(name);
     }
     /// Adds a file of today's survey to the register.
-    static void addToRegister(const QString& name, int respondentid = 1) {
-        run(QStringLiteral("insert into log (custname, respname, respid, xlsfilename, sdate, surveyid) "
-                           "values ('Acme', 'Ann', %1, '%2', '2024-03-05', 1)")
-                .arg(QString::number(respondentid), name));
+    static void addToRegister(const QString& name, int id = 1, const QString& respondent = u"Ann"_s) {
+        run(u"insert into log (custname, respname, respid, xlsfilename, sdate, surveyid) values "
+            "('Acme', '%1', %2, '%3', '2024-03-05', 1)"_s.arg(respondent, QString::number(id), name));
     }
-
     /// The questionnaires of a respondent: "05/03 1:4 2:0" are the questions 4 and 0 in positions 1 and 2.
     static QString stored(int respondentid) {
         QStringList words;
@@ -79,23 +72,19 @@ protected:
         }
         return words.join(u' ');
     }
-
     /// Deletes a question from the catalogue, as another program would.
     void dropQuestion(int number) const {
-        run(QStringLiteral("delete * from questions where questionid=%1")
-                .arg(question.at(static_cast<std::size_t>(number))));
+        run(u"delete * from questions where questionid=%1"_s.arg(
+            question.at(static_cast<std::size_t>(number))));
     }
-
     /// Opens the editor for a respondent of Acme, today; edits an existing questionnaire.
     frmNewSurvey& open(int respondent = 0) {
-        frmSelectSurvey& selection = frmSelectSurvey::instance();
-        selection.Show();
+        frmSelectSurvey& selection = show<frmSelectSurvey>();
         selection.lstRespondent()->setListIndex(respondent);
         blnSurveyPasted = true; // opens without the question
         selection.cmdBlankSurvey();
         return frmNewSurvey::instance();
     }
-
     /// Runs a step while another program locks the store; expects one message.
     void whileLocked(const std::function<void()>& step) {
         OtherProgram::endWaiting();
@@ -105,23 +94,34 @@ protected:
         other.unlock();
         expectIdle();
     }
-
+    /// Runs a step and cancels it as soon as its progress says that.
+    static void cancelAt(const QString& progress, const std::function<void()>& step) {
+        const int delay = std::exchange(Progress::delay, 0);
+        QTimer watch;
+        QObject::connect(&watch, &QTimer::timeout, &watch, [&] {
+            const auto* dialog = qobject_cast<QProgressDialog*>(QApplication::activeModalWidget());
+            if (dialog && dialog->labelText().startsWith(progress))
+                dialog->findChild<QPushButton*>()->click();
+        });
+        watch.start();
+        step();
+        Progress::delay = delay;
+    }
     /// Runs a step while the customer or respondent of that name is renamed; expects it to be refused.
     void withoutOwner(const QString& name, const std::function<void()>& step) {
         const auto rename = [](const QString& from, const QString& to) {
-            run(QStringLiteral("update customer set custname = '%1' where custname = '%2'").arg(to, from));
-            run(QStringLiteral("update respondent set respondentname = '%1' where respondentname = '%2'")
-                    .arg(to, from));
+            run(u"update customer set custname = '%1' where custname = '%2'"_s.arg(to, from));
+            run(u"update respondent set respondentname = '%1' where respondentname = '%2'"_s.arg(to, from));
         };
-        rename(name, QStringLiteral("Other"));
+        rename(name, u"Other"_s);
         const QStringList before = storeRows(*cnnMain);
-        messages.expectCritical((name == u"Acme" ? QStringLiteral("The customer Acme")
-                                                 : u"The respondent " + name + u" of Acme") +
-                                u" is no longer in the database. Nothing has been changed.");
+        messages.expectCritical(
+            (name == u"Acme" ? u"The customer Acme"_s : u"The respondent " + name + u" of Acme") +
+            u" is no longer in the database. Nothing has been changed.");
         step();
         EXPECT_EQ(messages.left(), 0);
         EXPECT_EQ(storeRows(*cnnMain), before);
-        rename(QStringLiteral("Other"), name);
+        rename(u"Other"_s, name);
     }
 
     static forms::TreeView* tree() {
@@ -147,9 +147,7 @@ protected:
         press(frmNewSurvey::instance(), "cmdAdd");
     }
 
-    int acme = 0;
-    int ann = 0;
-    int bob = 0;
+    int acme = 0, ann = 0, bob = 0;
     std::vector<int> question; // questionid by number
     OtherProgram other;
 };

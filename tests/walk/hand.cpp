@@ -1,25 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Mouse, keys and clipboard of the walk.
-#include "core/MDIMain.h"
-#include "platform/forms/flexgrid.h"
 #include "tests/walk/walker.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
-#include <QApplication>
-#include <QClipboard>
 #include <QComboBox>
 #include <QContextMenuEvent>
-#include <QLineEdit>
-#include <QMenu>
-#include <QRegularExpression>
 #include <QWheelEvent>
-
-using namespace Qt::StringLiterals;
 
 namespace walk {
 namespace {
-
 /// The active form, a dialog or the main window.
 QWidget* activeWindow(QWidget* on) {
     return on == &MDIMain::instance() && activeForm() ? activeForm() : on;
@@ -42,7 +32,6 @@ QWidgetList aims(QWidget* on) {
     }
     return result;
 }
-
 } // namespace
 
 Qt::KeyboardModifiers Walker::anyModifiers() {
@@ -204,5 +193,4 @@ void Walker::paste() {
     QApplication::clipboard()->setText(text);
     QTest::keyClick(target, Qt::Key_V, Qt::ControlModifier);
 }
-
 } // namespace walk

@@ -1,20 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/walk/oracle.h"
 
-#include "core/MDIMain.h"
-#include "platform/forms/flexgrid.h"
-#include "platform/forms/lists.h"
 #include "platform/forms/treeview.h"
 
 #include <QAbstractButton>
-#include <QApplication>
-#include <QMdiSubWindow>
-
-using namespace Qt::StringLiterals;
 
 namespace walk {
 namespace {
-
 /// A table whose rows have owners.
 struct OwnedTable {
     QString writers;      ///< forms whose commands may write it
@@ -55,7 +47,6 @@ const std::map<QString, OwnedTable> ownedTables{
     {u"segment"_s, {u"frmSegments frmErase frmCleanUp"_s, {0}, {}, {0, 1, 2}}},
     {u"setting"_s, {u"frmSetting"_s, {}}},
     {u"target"_s, {u"frmTargets frmCleanUp"_s, {0}, {0, 1}, {0, 1}}}};
-
 } // namespace
 
 Oracle::Oracle(bool shared) : isShared(shared) {
@@ -270,5 +261,4 @@ QString Oracle::faultOfChange(const QString& table, const QStringList& row, cons
             commands.contains(u"cmdUndo") ? isOfUndoneReading(row, now) : owner.respondents.contains(row[1]);
     return owned ? QString() : u"%1 has written another owner's %2"_s.arg(owner.form, table);
 }
-
 } // namespace walk

@@ -6,12 +6,10 @@
 #include "tests/walk/writers.h"
 
 #include <QPointer>
-#include <QSet>
 
 #include <map>
 
 namespace walk {
-
 template <class Control> const Control* child(const QWidget& form, const char* name) {
     return form.findChild<Control*>(QLatin1StringView(name));
 }
@@ -33,24 +31,20 @@ struct Owner {
     QSet<QString> parameters;
 };
 
-/// Checks the program after each event. It reads the store through its own connection and the controls of the
-/// forms, and calls no procedure of the program. What another program has written is left to that one's
-/// oracle.
+/// Checks the program after each event by its own connection to the store and the forms' controls, and calls
+/// no procedure of the program. What another program has written is left to that one's oracle.
 class Oracle {
 public:
     /// Shared: another program writes the store too, and the server records who writes.
     explicit Oracle(bool isShared);
     /// The tables that it reads.
     static QStringList tables();
-
     /// Call before an event with the widget that receives it.
     void begin(const QWidget* target);
     /// Call after the event. Returns what is wrong; empty if nothing.
     QString fault(bool isIdle);
     /// The store was locked during the event; a form may have failed to read it.
-    void noteLock() {
-        maybeUnread = {QStringLiteral("frmNewSurvey"), QStringLiteral("frmEditExistingSurvey")};
-    }
+    void noteLock() { maybeUnread = {u"frmNewSurvey"_s, u"frmEditExistingSurvey"_s}; }
     /// A message was shown; a command may have ended without effect.
     void noteMessage() { messageShown = true; }
     /// A command that may write was run.
@@ -101,5 +95,4 @@ private:
     std::map<const QObject*, QString> clickedTexts; // of each list's last Click
     QObject hooks;                                  // the context of all connections
 };
-
 } // namespace walk

@@ -1,12 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Whose rows a form shows, by the names in it.
-#include "platform/forms/lists.h"
 #include "tests/walk/oracle.h"
 
-using namespace Qt::StringLiterals;
-
 namespace walk {
-
 QSet<QString> Oracle::idsOf(const QString& table, int nameField, const QString& name, Names names,
                             const QSet<QString>& customers) const {
     QSet<QString> ids;
@@ -65,5 +61,4 @@ Owner Oracle::ownerOf(const QWidget* form, Names names) const {
     }
     return result;
 }
-
 } // namespace walk

@@ -1,18 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // walkingprogram HOME SOURCE SEED EVENTS: a random walk in a store that another program shares. Prints the
 // fault, if any, and then returns 1.
-#include "core/MDIMain.h"
 #include "core/Main.h"
 #include "platform/ado/datasources.h"
 #include "platform/ado/store.h"
-#include "platform/desktop/application.h"
-#include "platform/forms/clock.h"
 #include "tests/walk/walker.h"
 
 #include <cstdlib>
 #include <iostream>
-
-using namespace Qt::StringLiterals;
 
 int main(int argc, char** argv) {
     const desktop::Application application(argc, argv);
@@ -33,6 +28,6 @@ int main(int argc, char** argv) {
     const QString fault = walk::Walker(arguments[3].toInt(), /*isShared=*/true).run(arguments[4].toInt());
     MDIMain::destroy();
     cnnMain.reset();
-    std::cerr << fault.toStdString() << '\n';
+    std::cerr << fault << '\n';
     return fault.isEmpty() ? 0 : 1;
 }

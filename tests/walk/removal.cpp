@@ -2,12 +2,8 @@
 // What the erasure of a person and a clean-up may change.
 #include "tests/walk/oracle.h"
 
-using namespace Qt::StringLiterals;
-
 namespace walk {
-
-/// Rows of the person are changed or gone; of others only the texts of the same customer that name the
-/// person.
+/// Rows of the person change or go; of others only texts of the same customer that name the person.
 QString Oracle::faultOfErasure(const QString& table, const QStringList& row, const Rows& now) const {
     const std::map<QString, int> respondentFields{{u"respondent"_s, 0},  {u"responquesindex"_s, 0},
                                                   {u"segment"_s, 1},     {u"feedbackobjective"_s, 1},
@@ -38,5 +34,4 @@ QString Oracle::faultOfCleanUp(const QString& table, const QStringList& row) con
         (table == u"dispatch" && isStored(u"respondent"_s, row[2]) && isStored(u"survey"_s, row[3]));
     return isKept ? u"a clean-up has removed what is seen: "_s + table : QString();
 }
-
 } // namespace walk

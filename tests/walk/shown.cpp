@@ -2,23 +2,9 @@
 // Compares the forms with the rows that the oracle has read.
 #include "tests/walk/oracle.h"
 
-#include "core/MDIMain.h"
-#include "platform/forms/flexgrid.h"
-#include "platform/forms/lists.h"
-#include "platform/forms/listview.h"
-
-#include <QApplication>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMdiArea>
-#include <QMdiSubWindow>
-
 #include <algorithm>
 
-using namespace Qt::StringLiterals;
-
 namespace walk {
-
 QString textOf(const QWidget& form, const char* name) {
     const QWidget* found = child<QWidget>(form, name);
     if (const auto* label = qobject_cast<const QLabel*>(found))
@@ -208,5 +194,4 @@ QString Oracle::faultWhenIdle() {
         return u"the status bar still says \"%1\""_s.arg(word);
     return {};
 }
-
 } // namespace walk

@@ -1,21 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/walk/walker.h"
 
-#include "core/MDIMain.h"
-#include "platform/forms/flexgrid.h"
-
-#include <QApplication>
-#include <QDir>
 #include <QDrag>
 #include <QDropEvent>
-#include <QMenu>
 #include <QMimeData>
-#include <QTimer>
-
-using namespace Qt::StringLiterals;
 
 namespace walk {
-
 QWidget* eventTarget() {
     if (QWidget* popup = QApplication::activePopupWidget())
         return popup;
@@ -40,20 +30,19 @@ Walker::Walker(int withSeed, bool shared)
 
 /// Answers a message at random.
 forms::Answer Walker::answer(const forms::Message& message) {
-    using forms::Answer;
     oracle.noteMessage();
     note(u"message \"%1\""_s.arg(message.text.simplified().left(60)));
     if (cnnMain && cnnMain->InTransaction() && fault.isEmpty())
         fault = u"a message while a transaction is open: "_s + message.text;
     switch (message.style & 0xF) {
-    case forms::style::okCancel:
-        return oneIn(2) ? Answer::Ok : Answer::Cancel;
-    case forms::style::yesNo:
-        return oneIn(2) ? Answer::Yes : Answer::No;
-    case forms::style::retryCancel:
-        return oneIn(2) ? Answer::Retry : Answer::Cancel;
+    case style::okCancel:
+        return oneIn(2) ? forms::Answer::Ok : forms::Answer::Cancel;
+    case style::yesNo:
+        return oneIn(2) ? forms::Answer::Yes : forms::Answer::No;
+    case style::retryCancel:
+        return oneIn(2) ? forms::Answer::Retry : forms::Answer::Cancel;
     default:
-        return Answer::Ok;
+        return forms::Answer::Ok;
     }
 }
 
@@ -179,20 +168,16 @@ void Walker::openSomething() {
             !action->menu() && !leftOut.contains(action->objectName()))
             actions << action;
     }
-    static const QStringList writing{
-        u"mnuObjective"_s,       u"mnuObjective"_s,    u"mnuObjective"_s,         u"mnuEditSurvey"_s,
-        u"mnuEditSurvey"_s,      u"mnuNewSurvey"_s,    u"mnuNewSurvey"_s,         u"mnuImprovementPlan"_s,
-        u"mnuImprovementPlan"_s, u"mnuPrameter"_s,     u"mnuCusAndResp"_s,        u"mnuReadMultipleFiles"_s,
-        u"mnuSearch"_s,          u"mnuEmailSurveys"_s, u"mnuReadMultipleFiles"_s, u"mnuReadings"_s,
-        u"mnuReadings"_s,        u"mnuSegments"_s,     u"mnuSegments"_s,          u"mnuCompareGroups"_s,
-        u"mnuTargets"_s,         u"mnuResponses"_s,    u"mnuResponses"_s,         u"mnuPerson"_s,
-        u"mnuCleanUp"_s};
+    static const QStringList writing =
+        u"Objective Objective Objective EditSurvey EditSurvey NewSurvey NewSurvey ImprovementPlan "
+        "ImprovementPlan Prameter CusAndResp ReadMultipleFiles Search EmailSurveys ReadMultipleFiles "
+        "Readings Readings Segments Segments CompareGroups Targets Responses Responses Person CleanUp"_s
+            .split(u' ');
     QAction* action = anyOf(actions);
     if (!oneIn(3))
-        action = MDIMain::instance().findChild<QAction*>(anyOf(writing));
+        action = MDIMain::instance().findChild<QAction*>(u"mnu"_s + anyOf(writing));
     note(u"menu "_s + action->objectName());
     oracle.begin(nullptr);
     action->trigger();
 }
-
 } // namespace walk

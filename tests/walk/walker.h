@@ -3,18 +3,14 @@
 
 #include "platform/crystal/crystalreport.h"
 #include "platform/desktop/opener.h"
-#include "platform/forms/commondialog.h"
 #include "platform/forms/treeview.h"
 #include "platform/mapi/client.h"
 #include "tests/support/otherprogram.h"
-#include "tests/support/replaced.h"
 #include "tests/walk/oracle.h"
 
-#include <deque>
 #include <random>
 
 namespace walk {
-
 /// The window that receives events: a popup, a modal dialog or else the main window.
 QWidget* eventTarget();
 QString nameOf(const QWidget* widget);
@@ -24,9 +20,7 @@ QString nameOf(const QWidget* widget);
 class Walker {
 public:
     explicit Walker(int seed, bool isShared = false);
-
-    /// Runs that many events or stops at the first fault. Returns the fault with seed, step and last events;
-    /// empty if none.
+    /// Runs that many events or to a fault. Returns it with seed, step and last events; empty if none.
     QString run(int events);
 
 private:
@@ -60,8 +54,7 @@ private:
     Oracle oracle;
     OtherProgram blocker; // locks the store for one event
     bool locked = false;
-    int left = 0;
-    int done = 0;
+    int left = 0, done = 0;
     int depth = 0; // of nested event loops: dialogs and menus
     std::deque<QString> recent;
     QString fault;
@@ -80,5 +73,4 @@ private:
     Replaced<forms::TreeView::dragHook> dragging{[this](QDrag&) { dropNode(); }};
     Replaced<endHook> end{[] {}};
 };
-
 } // namespace walk

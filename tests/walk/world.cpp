@@ -1,13 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/walk/world.h"
 
-#include <QDir>
 #include <QHashFunctions>
 
-using namespace Qt::StringLiterals;
-
 namespace walk {
-
 void World::SetUp() {
     QHashSeed::setDeterministicGlobalSeed();
     SurveyTest::SetUp();
@@ -40,5 +36,4 @@ void World::SetUp() {
            "select 'Acme', respondentname, respondentid, 'file' || respondentid || '.xls', '2024-03-05', 1 "
            "from respondent where custid = 1"_s);
 }
-
 } // namespace walk

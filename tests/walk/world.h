@@ -4,10 +4,8 @@
 #include "tests/support/surveytest.h"
 
 namespace walk {
-
 /// Three customers with respondents, surveys, answers, actions and survey files.
-class World : public SurveyTest {
-protected:
+struct World : SurveyTest {
     Replaced<forms::nowHook> time{[] { return QDateTime({2024, 3, 5}, {12, 0}); }};
 
     void SetUp() override;
@@ -17,5 +15,4 @@ protected:
 inline int setting(const char* variable, int otherwise) {
     return qEnvironmentVariableIsSet(variable) ? qEnvironmentVariableIntValue(variable) : otherwise;
 }
-
 } // namespace walk

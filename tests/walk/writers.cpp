@@ -6,7 +6,6 @@
 using namespace Qt::StringLiterals;
 
 namespace walk {
-
 void Writers::record(ado::Connection& server, const QStringList& tables) {
     const auto run = [&](const QString& sql) { server.session()->prepare({sql, {}}).step(); };
     run(u"create or replace database walk"_s);
@@ -41,5 +40,4 @@ void Writers::read(ado::Connection& store) {
         othersDeleted = othersDeleted || (!isMine && written.column(2).toString() == u"delete");
     }
 }
-
 } // namespace walk

@@ -6,14 +6,11 @@
 #include <QSet>
 
 namespace walk {
-
-/// Tells the rows of a server that this program has written from those of another, which signs in as another
-/// user.
+/// Tells the rows that this program has written from those of another, which signs in as another user.
 class Writers {
 public:
     /// Makes the server record who writes these tables from now on. The connection has every right.
     static void record(ado::Connection& server, const QStringList& tables);
-
     /// Reads what has been committed since the last call.
     void read(ado::Connection& store);
     /// Whether someone else has written the row, or deleted it with the row that it belongs to.
@@ -28,5 +25,4 @@ private:
     QSet<QString> others;
     bool othersDeleted = false;
 };
-
 } // namespace walk
