@@ -48,7 +48,7 @@ bool RegisterMailer::mailFile(const QString& customer, const RegisteredFile& fil
 std::optional<QString> RegisterMailer::locate(const QString& fileName) {
     forms::msgBox(fileName + u" file not found in the Home directory..Kindly locate the file to attach",
                   style::information);
-    cmnDlg.Filter = u"*.xls|*.xls|*.xls"_s + returnedFilter;
+    cmnDlg.Filter = u"*.xls|*.xls"_s + returnedFilter;
     cmnDlg.Flags = forms::HideReadOnly;
     cmnDlg.CancelError = true;
     skipsFailedSteps = true;

@@ -290,7 +290,7 @@ void frmFeedBackObj::showReadAnswers() {
 }
 
 void frmFeedBackObj::toLocateXlsFile() {
-    cmnDlg.Filter = u"*.xls|*.xls|*.xls"_s + returnedFilter;
+    cmnDlg.Filter = u"*.xls|*.xls"_s + returnedFilter;
     cmnDlg.Flags = forms::HideReadOnly;
     cmnDlg.ShowOpen();
     if (cmnDlg.FileName.trimmed().isEmpty() || cmnDlg.FileTitle == u"Template.xls")

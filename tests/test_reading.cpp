@@ -98,6 +98,7 @@ TEST_F(ReadingTest, cellsBecomeAnswersOrEndTheRead) {
         {{}, all, {{"D14", 9}, {"I3", u"05/03/2024"_s}, {"I3", 45356}}}, // the cell shows dates
         {{}, u"1:9,7 5:3 -/"_s, {{"B17", u"  Type your Answer here "_s}}},
         {{}, u"1:9,7 5:3 12.5/"_s, {{"B17", 12.5}}},
+        {{}, u"1:9,7 5:3 /"_s, {{"B17", {}}}}, // no Null
         {{}, u"1:9,8 5:3  It's good /"_s, {{"C14", u" 7.5 "_s}}},
         {{}, noWords, {{"I16", {}}, {"I4", u"0"_s}}},
         {{}, u"/"_s, {{"I4", -1000}}},
@@ -163,6 +164,7 @@ TEST_F(ReadingTest, theFileOfTheSelectionIsFoundOrLocated) {
         style::critical);
     readSelected();
     EXPECT_EQ(answers(ann), QString());
+    EXPECT_TRUE(offered.endsWith(u";;Survey Files (*.xls *.xlsx *.xlsm *.ods)"));
     picked = path(u"elsewhere/Ann's.xls"_s);
     readSelected();
     EXPECT_EQ(shown(), (QStringList{u"On time?|9|7|"_s, u"What else?|||Good"_s}));

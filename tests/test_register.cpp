@@ -119,6 +119,7 @@ TEST_F(RegisterTest, aFileToMailIsLocated) {
         return mailChosen();
     };
     EXPECT_EQ(mailAll(path(u"c.xls"_s), u"Wrong Survey file selected....."_s).size(), 1);
+    EXPECT_TRUE(offered.endsWith(u";;Survey Files (*.xls *.xlsx *.xlsm *.ods)"));
     const QStringList all = mailAll(moved);
     EXPECT_EQ(all.size(), 3);
     EXPECT_EQ(all.value(1), mail(u"."_s, u"No email address found"_s, u"moved/It's.xls"_s));

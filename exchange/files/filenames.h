@@ -12,8 +12,9 @@ inline constexpr QStringView templateFile = u"template.xls";
 /// has the typographic one, the disk the one that was typed.
 bool isSameTitle(const QString& one, const QString& other);
 
-/// What an open dialog for returned survey files offers after its own filter.
-inline constexpr QStringView returnedFilter = u"|Survey Files (*.xls *.xlsx *.ods)|*.xls *.xlsx *.ods";
+/// What an open dialog for returned survey files offers after its own filter, which is one of whole pairs.
+inline constexpr QStringView returnedFilter =
+    u"|Survey Files (*.xls *.xlsx *.xlsm *.ods)|*.xls *.xlsx *.xlsm *.ods";
 
 /// Whether a file is the registered one, as it was handed out or saved in another format: "A.xlsx", "A.xlsm"
 /// and "A.ods" are returned for "A.xls" and "A".

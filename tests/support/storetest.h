@@ -163,7 +163,11 @@ protected:
 
     ExpectedMessages messages;
     QString picked, named; ///< in the dialogs that open files and save one; empty: cancelled
-    Replaced<forms::openFileHook> openDialog{[this](const auto&) { return picked; }};
+    QString offered;       ///< by the last dialog that opened files: its filters
+    Replaced<forms::openFileHook> openDialog{[this](const auto& dialog) {
+        offered = forms::qtFilter(dialog.Filter);
+        return picked;
+    }};
     Replaced<forms::saveFileHook> saveDialog{[this](const auto&) { return named; }};
 
 private:
