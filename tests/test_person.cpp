@@ -100,6 +100,9 @@ TEST_F(PersonTest, showsAndSavesEverything) {
 }
 
 TEST_F(PersonTest, keepsTheMarksAndNothingElse) {
+    SurveyFile unanswered{.date = today.addDays(1), .questions = {{question[4], false}}};
+    unanswered.saveAs(path(u"111.xls"_s));
+    ASSERT_EQ(readSurveyFiles({path(u"111.xls"_s)}).bad, QStringList());
     eraseAll([](frmErase& dialog) {
         control<QListWidget>(dialog, "lstCopies")->item(0)->setCheckState(Qt::Checked);
     });
@@ -111,7 +114,7 @@ TEST_F(PersonTest, keepsTheMarksAndNothingElse) {
     EXPECT_EQ(value(u"select [Action] from actionplan"_s),
               u"Ask Erased respondent 1 (2) or Erased respondent 1 (2), not Anna"_s);
     EXPECT_EQ(rows(u"select Description from feedbackdescriptive"_s),
-              QStringList({{}, u"Line\nErased respondent 1 (2)"_s}));
+              QStringList({{}, u"Line\nErased respondent 1 (2)"_s, {}}));
     EXPECT_EQ(listBackups(strDatabasePath), QStringList());
     EXPECT_TRUE(QFile::exists(path(u"both.xls"_s)) && QFile::exists(path(u"1111.xls"_s)));
 
@@ -123,7 +126,7 @@ TEST_F(PersonTest, keepsTheMarksAndNothingElse) {
     EXPECT_EQ(value(u"select what from protocol"_s).left(25), u"Respondent 1 erased: Answ"_s);
     EXPECT_FALSE(protocol.contains(QRegularExpression(u"(?i)secret|\\bann\\b|both"_s)));
 
-    for (const int reading : {3, 2, 1}) // their undoing meets what they left
+    for (const int reading : {4, 3, 2, 1}) // their undoing meets what they left
         EXPECT_TRUE(undoReading(reading, QDateTime::currentDateTime()).kept.empty()) << reading;
     EXPECT_EQ(rows(u"select Description from feedbackdescriptive"_s), QStringList());
 }

@@ -116,13 +116,13 @@ void Eraser::eraseAnswers() {
                 u"delete * from responquesindex"_s);
 }
 
-/// The answers before and after without their words, as those in the store are now: a reading can still be
-/// undone.
+/// The answers before and after without their words, as those in the store are now, where a Null stays one: a
+/// reading can still be undone.
 QString withoutWords(const QString& json) {
     std::vector<AnswerChange> changes = changesFromJson(json);
     for (AnswerChange& change : changes) {
         for (std::optional<AnswerState>* state : {&change.before, &change.after}) {
-            if (*state && !change.isScore)
+            if (*state && !change.isScore && (*state)->content.isValid())
                 (*state)->content = QString();
         }
     }
