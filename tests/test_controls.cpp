@@ -79,8 +79,9 @@ TEST_F(Controls, aRightClickOnAReportListSelectsTheRow) {
 TEST_F(Controls, aClickOnAHeadingSortsAReportListAndRowsKeepTheirNumbers) {
     auto* list = new forms::ListView;
     list->setColumns({{u"Date"_s, 0.3}, {u"Marks"_s, 0.3}, {u"Name"_s, 0.4}});
-    list->setItems(
-        {{u"31/03/2026"_s, u"9"_s, u"b"_s}, {u"30/06/2025"_s, u"10"_s, u"A"_s}, {u""_s, u"-2.5"_s, u"c"_s}});
+    list->setItems({{u"01/03/2026"_s, u"+9.00"_s, u"b"_s},
+                    {u"30/06/2025 17:30"_s, u"1,010.5 MB"_s, u"A"_s},
+                    {u""_s, u"-2.5"_s, u"c"_s}});
     showWindow({list});
     const auto names = [&] {
         QString shown;

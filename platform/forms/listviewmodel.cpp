@@ -1,59 +1,88 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/forms/listviewmodel.h"
 
-#include "platform/tables/table.h"
-
 #include <QCollator>
 #include <QDate>
+#include <QRegularExpression>
 #include <QSize>
 
 #include <algorithm>
 #include <numeric>
 
+using namespace Qt::StringLiterals;
+
 namespace forms {
 namespace {
 
-/// The values of a column, by row.
-std::vector<QVariant> valuesOf(const std::vector<QStringList>& rows, int column) {
-    tables::Table table;
-    table.headings << QString();
-    for (const QStringList& row : rows)
-        table.rows.push_back({row.value(column)});
-    tables::recogniseColumns(table);
-    std::vector<QVariant> values;
-    for (const QVariantList& row : table.rows)
-        values.push_back(row[0].toString().isEmpty() ? QVariant() : row[0]);
-    return values;
+/// What the rows are sorted by; an invalid value for an empty text.
+using Keys = std::vector<QVariant>;
+
+/// The number of "12", "+0.25", "1,234" or "9.5 MB"; nothing for other texts.
+QVariant numberOf(const QString& text) {
+    static const QRegularExpression form(u"^([+-]?)(\\d[\\d,]*(?:\\.\\d+)?)(?: MB)?$"_s);
+    const QRegularExpressionMatch match = form.match(text);
+    const QString number = match.captured(1) + match.captured(2).remove(u',');
+    return match.hasMatch() ? QVariant(number.toDouble()) : QVariant();
+}
+
+/// The seconds of "31/12/2026", "31/12/2026 23:59" or "31/12/2026 23:59:59"; nothing for other texts.
+QVariant momentOf(const QString& text) {
+    constexpr qsizetype dateSize = 10;
+    constexpr double secondsPerDay = 86400;
+    const QTime midnight(0, 0);
+    const QDate date = QDate::fromString(text.left(dateSize), u"dd/MM/yyyy"_s);
+    const QTime time =
+        text.size() == dateSize ? midnight : QTime::fromString(text.mid(dateSize + 1), Qt::ISODate);
+    return date.isValid() && time.isValid()
+               ? QVariant(double(date.toJulianDay()) * secondsPerDay + midnight.secsTo(time))
+               : QVariant();
+}
+
+/// False when a text of the column does not convert.
+bool convert(const std::vector<QStringList>& rows, int column, QVariant (*keyOf)(const QString&),
+             Keys& keys) {
+    keys.assign(rows.size(), {});
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+        const QString text = rows[row].value(column);
+        if (text.isEmpty())
+            continue;
+        keys[row] = keyOf(text);
+        if (!keys[row].isValid())
+            return false;
+    }
+    return true;
+}
+
+/// Numbers or moments if all texts of the column are some, else the texts.
+Keys keysOf(const std::vector<QStringList>& rows, int column) {
+    Keys keys;
+    if (!convert(rows, column, numberOf, keys) && !convert(rows, column, momentOf, keys))
+        convert(
+            rows, column, [](const QString& text) { return QVariant(text); }, keys);
+    return keys;
 }
 
 class Before {
 public:
-    Before(std::vector<QVariant> columnValues, Qt::SortOrder order)
-        : values(std::move(columnValues)), isAscending(order == Qt::AscendingOrder) {
+    Before(Keys columnKeys, Qt::SortOrder order)
+        : keys(std::move(columnKeys)), isAscending(order == Qt::AscendingOrder) {
         texts.setCaseSensitivity(Qt::CaseInsensitive);
     }
     bool operator()(int left, int right) const {
-        const QVariant& one = values[std::size_t(left)];
-        const QVariant& other = values[std::size_t(right)];
+        const QVariant& one = keys[std::size_t(left)];
+        const QVariant& other = keys[std::size_t(right)];
         if (!one.isValid() || !other.isValid())
             return one.isValid() && !other.isValid();
-        const int difference = compare(one, other);
-        return isAscending ? difference < 0 : difference > 0;
+        return isAscending ? isBefore(one, other) : isBefore(other, one);
     }
 
 private:
-    int compare(const QVariant& one, const QVariant& other) const {
-        switch (tables::kindOf(one)) {
-        case tables::Kind::Number:
-            return one.toDouble() < other.toDouble() ? -1 : int(one.toDouble() > other.toDouble());
-        case tables::Kind::Date:
-            return int(other.toDate().daysTo(one.toDate()));
-        default:
-            return texts.compare(one.toString(), other.toString());
-        }
+    bool isBefore(const QVariant& one, const QVariant& other) const {
+        return one.typeId() == QMetaType::Double ? one.toDouble() < other.toDouble()
+                                                 : texts.compare(one.toString(), other.toString()) < 0;
     }
 
-    std::vector<QVariant> values;
+    Keys keys;
     bool isAscending;
     QCollator texts;
 };
@@ -93,7 +122,7 @@ void ListViewModel::arrange() {
     order.resize(rows.size());
     std::iota(order.begin(), order.end(), 0);
     if (sortColumn >= 0)
-        std::stable_sort(order.begin(), order.end(), Before(valuesOf(rows, sortColumn), direction));
+        std::stable_sort(order.begin(), order.end(), Before(keysOf(rows, sortColumn), direction));
 }
 
 void ListViewModel::sort(int column, Qt::SortOrder sortOrder) {

@@ -26,8 +26,9 @@ public:
     QModelIndex indexOfRow(int row) const;
     /// Empty outside the list.
     QString text(int row, int column) const;
-    /// By the values of a column: numbers, dates (dd/mm/yyyy) or texts, the rows without one at the end. A
-    /// column below 0 restores the order in which they were set. Rows that are set later are sorted as well.
+    /// By the values of a column: numbers (with sign, commas or MB), dates (dd/mm/yyyy, with or without the
+    /// time) or texts, the rows without one at the end. A column below 0 restores the order in which they
+    /// were set. Rows that are set later are sorted as well.
     void sort(int column, Qt::SortOrder sortOrder) override;
 
     int rowCount(const QModelIndex& parent = {}) const override;
