@@ -88,6 +88,14 @@ TEST_F(FirstHourTest, theStatusBarSaysWhatWasDoneAndOpensTheFolderOfAFile) {
     messages.expect(u"There is no program that opens the folder '"_s + home() + u"'.");
     folder->click();
     EXPECT_EQ(opened, home());
+
+    const int width = MDIMain::instance().width();
+    showStatus(QString(300, u'm'));
+    showDone(QString(300, u'm'));
+    QApplication::sendPostedEvents();
+    EXPECT_EQ(MDIMain::instance().width(), width) << "a long name widens nothing";
+    EXPECT_GT(MDIMain::instance().stsBar->Panels(1).width(), width / 3);
+    showStatus({});
 }
 
 TEST_F(FirstHourTest, theCompanyNameIsKeptInItsFileOrInTheForm) {

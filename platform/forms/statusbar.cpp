@@ -2,11 +2,19 @@
 #include "platform/forms/statusbar.h"
 
 #include <QFileInfo>
+#include <QPainter>
+#include <QStyle>
 #include <QToolButton>
 
 using namespace Qt::StringLiterals;
 
 namespace forms {
+
+void Panel::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    style()->drawItemText(&painter, rect(), int(alignment()), palette(), isEnabled(),
+                          fontMetrics().elidedText(text(), Qt::ElideMiddle, width()), foregroundRole());
+}
 
 StatusBar::StatusBar(QWidget* parent)
     : QStatusBar(parent), work(makePanel(u"panel1"_s)), done(makePanel(u"panel2"_s)),
@@ -33,6 +41,11 @@ void StatusBar::showDone(const QString& text, const QString& file) {
     done->setText(text);
     openFolder->setToolTip(QFileInfo(file).absolutePath());
     openFolder->setVisible(!file.isEmpty());
+}
+
+void StatusBar::resizeEvent(QResizeEvent* event) {
+    done->setMaximumWidth(width() / 2);
+    QStatusBar::resizeEvent(event);
 }
 
 } // namespace forms

@@ -9,6 +9,7 @@ class QToolButton;
 namespace forms {
 
 /// A text field of a status bar. A new text is painted at once, since long steps run without the event loop.
+/// One that does not fit is cut in its middle: a long name must not widen the window.
 class Panel : public QLabel {
     Q_OBJECT
 
@@ -19,9 +20,14 @@ public:
         QLabel::setText(text);
         repaint();
     }
+    QSize minimumSizeHint() const override { return {0, QLabel::minimumSizeHint().height()}; }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
 };
 
-/// A status bar with two panels. Panel 1 says what is being done, panel 2 what was done last.
+/// A status bar with two panels. Panel 1 says what is being done, panel 2, at most half of it, what was done
+/// last.
 class StatusBar : public QStatusBar {
     Q_OBJECT
 
@@ -35,6 +41,9 @@ public:
 
 Q_SIGNALS:
     void folderAsked(const QString& folder);
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     Panel* makePanel(const QString& name);
