@@ -142,19 +142,21 @@ bool SurveyExport::askForName() {
         // The register's statements take no plain apostrophe, so the file name has none either.
         const QString chosen = toStoredText(cmnDlg.FileTitle);
         // The dialog asks before it replaces a file, but only for the name and folder that it shows.
-        if (mayTakeName(chosen, chosen == cmnDlg.FileTitle &&
-                                    QFileInfo(cmnDlg.FileName).dir() == QDir(surveyFolder()))) {
+        const bool isFree = mayTakeName(chosen, chosen == cmnDlg.FileTitle &&
+                                                    QFileInfo(cmnDlg.FileName).dir() == QDir(surveyFolder()));
+        if (isFree && mayUseFile(surveyFilePath(chosen))) {
             result.fileName = chosen;
             return true;
         }
-        forms::msgBox(u"Duplicate Survey File...Cannot Save Duplicate Survey File..."_s, style::critical,
-                      titleWithVersion);
+        if (!isFree)
+            forms::msgBox(u"Duplicate Survey File...Cannot Save Duplicate Survey File..."_s, style::critical,
+                          titleWithVersion);
     }
 }
 
 bool SurveyExport::mayTakeName(const QString& fileName, bool isConfirmed) const {
     return !lookedUp([&] { return isFileNameLogged(fileName); }) && !isProgramsOwnFile(fileName) &&
-           (isConfirmed || !toCheckFileExists(fileName)) && mayUseFile(surveyFilePath(fileName));
+           (isConfirmed || !toCheckFileExists(fileName));
 }
 
 /// A workbook that could not be saved is closed without its changes: they would go into the template.

@@ -175,7 +175,10 @@ TEST_F(ExportTest, theUserNamesTheFile) {
         typed << u"/elsewhere/"_s + own;
         expectDuplicate();
     }
-    typed << u"/elsewhere/Ann's Écho v1.2"_s;
+    for (const QString& open : {u"open.xls"_s, u"~$open.xls"_s})
+        copyHomeFile(u"template.xls"_s, open);
+    messages.expectOpenElsewhere(u"open.xls"_s, Answer::No);
+    typed << path(u"open.xls"_s) << u"/elsewhere/Ann's Écho v1.2"_s;
     messages.expectExported(Answer::Yes);
     press();
     const QString chosen = u"Ann\u2019s Écho v1.2"_s;
