@@ -31,6 +31,15 @@ void widenForTitle(QMessageBox& box) {
         layout->addItem(new QSpacerItem(title + frame, 0), layout->rowCount(), 0, 1, layout->columnCount());
 }
 
+/// Enter presses the first button or, if the style says so, the second one, in whichever order the desktop
+/// places them.
+void setButtons(QMessageBox& box, int messageStyle, QMessageBox::StandardButton first,
+                QMessageBox::StandardButton second) {
+    box.setStandardButtons(first | second);
+    box.setDefaultButton(messageStyle & style::secondButton ? second : first);
+    box.setEscapeButton(second);
+}
+
 Answer showMessage(const Message& message) {
     QMessageBox box(Form::owner());
     box.setWindowTitle(message.title.isEmpty() ? applicationTitle : message.title);
@@ -43,18 +52,13 @@ Answer showMessage(const Message& message) {
     }
     switch (message.style & 0xF) {
     case style::okCancel:
-        box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
-        if (message.style & style::secondButton)
-            box.setDefaultButton(QMessageBox::Cancel);
+        setButtons(box, message.style, QMessageBox::Ok, QMessageBox::Cancel);
         break;
     case style::yesNo:
-        box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
-        box.setEscapeButton(QMessageBox::No);
-        if (message.style & style::secondButton)
-            box.setDefaultButton(QMessageBox::No);
+        setButtons(box, message.style, QMessageBox::Yes, QMessageBox::No);
         break;
     case style::retryCancel:
-        box.setStandardButtons(QMessageBox::Retry | QMessageBox::Cancel);
+        setButtons(box, message.style, QMessageBox::Retry, QMessageBox::Cancel);
         break;
     default:
         box.setStandardButtons(QMessageBox::Ok);
