@@ -33,12 +33,14 @@ void frmSplash::onLoad() {
 }
 
 void frmSplash::showWhile(const QString& word, const std::function<void()>& work) {
+    Timer1->stop(); // a message of the work lets it fire
     ui->lblWork->setText(word);
     ui->lblWork->show();
     Show();
     QApplication::processEvents(QEventLoop::ExcludeUserInputEvents); // paints the word
     work();
     ui->lblWork->hide();
+    Timer1->start();
 }
 
 bool frmSplash::onKeyDown(int key) {

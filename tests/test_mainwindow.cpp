@@ -121,8 +121,11 @@ TEST_F(MainWindowTest, anUnwritableRegistryIsReportedOnlyForALocatedStore) {
 
 TEST_F(MainWindowTest, theTimerClosesTheSplashForm) {
     MDIMain::instance().hide();
-    frmSplash::instance().Show();
-    control<QTimer>(frmSplash::instance(), "Timer1")->setInterval(1);
+    frmSplash& splash = frmSplash::instance();
+    control<QTimer>(splash, "Timer1")->setInterval(1);
+    splash.showWhile(u"Updating the database..."_s, [] { QTest::qWait(20); }); // as while it shows a message
+    EXPECT_FALSE(MDIMain::isShown());
+    splash.Show();
     EXPECT_TRUE(QTest::qWaitFor([] { return MDIMain::isShown(); }));
     EXPECT_EQ(frmSplash::loaded(), nullptr);
 }
