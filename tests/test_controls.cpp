@@ -4,15 +4,19 @@
 #include "platform/forms/flexgrid.h"
 #include "platform/forms/lists.h"
 #include "platform/forms/listview.h"
+#include "platform/forms/msgbox.h"
 #include "reference/gridpaste.h"
 #include "tests/support/replaced.h"
 #include "tests/support/text.h"
 
 #include <QApplication>
 #include <QCalendarWidget>
+#include <QDialogButtonBox>
 #include <QHeaderView>
+#include <QProxyStyle>
 #include <QPushButton>
 #include <QTest>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <gtest/gtest.h>
 
@@ -141,7 +145,8 @@ TEST_F(Controls, datesAreTypedAsAWhole) {
                                                 {u"01022024"_s, {2024, 2, 1}},
                                                 {u"٣١/١٢/٢٠٢٦"_s, {2026, 12, 31}},
                                                 {u"29/2/2023"_s, {}},
-                                                {u"1/1/2101"_s, {}},
+                                                {u"1/1/2101"_s, {2101, 1, 1}},
+                                                {u"1/1/1600"_s, {}},
                                                 {u"1/2/24"_s, {}},
                                                 {u"tomorrow"_s, {}}};
     for (const auto& [text, taken] : cases) {
@@ -178,14 +183,30 @@ TEST_F(Controls, aCalendarIsOpenedByKeysAndCodeMaySetAnyDate) {
     EXPECT_EQ(date->text(), u"30/11/1220"_s);
     QTest::keyClick(date, Qt::Key_Return);
     EXPECT_EQ(date->Value(), QDate(1220, 11, 30));
-    date->setValue({2100, 12, 31});
+    date->setValue({9999, 12, 31});
     QTest::keyClick(date, Qt::Key_Up);
-    EXPECT_EQ(date->Value(), QDate(2100, 12, 31));
+    EXPECT_EQ(date->Value(), QDate(9999, 12, 31));
     date->lineEdit()->selectAll();
     QTest::keyClicks(date, u"1/2"_s);
     QFocusEvent toMenu(QEvent::FocusOut, Qt::PopupFocusReason);
     QCoreApplication::sendEvent(date, &toMenu);
     EXPECT_EQ(date->toolTip(), QString()) << "still being typed";
+}
+
+TEST_F(Controls, enterAnswersAMessageByItsFirstButtonUnlessThatOneLosesSomething) {
+    struct SecondButtonFirst : QProxyStyle { // as some desktops place them
+        int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                      QStyleHintReturn* data) const override {
+            return hint == SH_DialogButtonLayout ? int(QDialogButtonBox::GnomeLayout)
+                                                 : QProxyStyle::styleHint(hint, option, widget, data);
+        }
+    };
+    QApplication::setStyle(new SecondButtonFirst);
+    using forms::Answer;
+    for (const auto& [style, answer] : {std::pair(4, Answer::Yes), {4 + 256, Answer::No}, {1, Answer::Ok}}) {
+        QTimer::singleShot(0, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Return); });
+        EXPECT_EQ(forms::msgBox(u"Sure?"_s, style), answer) << style;
+    }
 }
 
 TEST_F(Controls, aGridMarksItsCurrentCellAndEmitsEveryMove) {

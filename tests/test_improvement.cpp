@@ -112,7 +112,7 @@ TEST_F(ImprovementTest, whatIsTypedGoesToTheDateTypedAfterIt) {
     };
     enter(u"Write"_s);
     typeDate(u"31/2/2024"_s);
-    messages.expectCritical(u"“31/2/2024” is no date. Enter it as day/month/year, from 1900 to 2100."_s);
+    messages.expectCritical(u"“31/2/2024” is no date. Enter it as day/month/year, from 1601 to 9999."_s);
     press(form(), "cmdSave");
     EXPECT_EQ(rows(stored), before);
     EXPECT_TRUE(date("dtdate").hasFocus());

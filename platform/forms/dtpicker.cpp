@@ -16,8 +16,8 @@ using namespace Qt::StringLiterals;
 namespace forms {
 namespace {
 
-const QDate first{1900, 1, 1};
-const QDate last{2100, 12, 31};
+const QDate first{1601, 1, 1};
+const QDate last{9999, 12, 31};
 
 /// Whether the focus is lost only until a menu or another window returns it.
 bool isForAWhile(const QFocusEvent& event) {
@@ -95,7 +95,7 @@ bool DTPicker::requireDates(std::initializer_list<DTPicker*> pickers) {
     for (DTPicker* picker : pickers) {
         if (picker->readText())
             continue;
-        msgBox(u"“%1” is no date. Enter it as day/month/year, from 1900 to 2100."_s.arg(picker->text()),
+        msgBox(u"“%1” is no date. Enter it as day/month/year, from 1601 to 9999."_s.arg(picker->text()),
                style::critical, u"Gaugewell v2.1"_s);
         picker->setFocus();
         return false;
@@ -113,7 +113,7 @@ void DTPicker::mark(bool unreadable) {
                          QColor((ground.red() * 2 + 255) / 3, ground.green() * 2 / 3, ground.blue() * 2 / 3));
     }
     lineEdit()->setPalette(colours);
-    setToolTip(unreadable ? u"This is no date (day/month/year, 1900 to 2100). The date in use is %1."_s.arg(
+    setToolTip(unreadable ? u"This is no date (day/month/year, 1601 to 9999). The date in use is %1."_s.arg(
                                 shown(value))
                           : QString());
 }

@@ -9,7 +9,7 @@
 
 namespace forms {
 
-/// The date of a text d/m/yyyy, of the years 1900 to 2100: with /, ., - or blanks between the parts, or eight
+/// The date of a text d/m/yyyy, of the years 1601 to 9999: with /, ., - or blanks between the parts, or eight
 /// digits (ddmmyyyy). Digits of every script are accepted. Invalid for any other text.
 QDate dateOfText(const QString& text);
 
