@@ -335,5 +335,9 @@ void CatalogueTable::remove(const QString& deletion) {
         return;
     backUpBeforeLoss();
     cnnMain->Execute(deletion);
+    showRemoved();
+}
+
+void CatalogueTable::showRemoved() const {
     showDone(u"1 "_s + noun + u" deleted");
 }

@@ -72,6 +72,8 @@ public:
     /// Backs up the database and executes the deletion of the current row. Does nothing if the row is not
     /// stored. Throws Failure.
     void remove(const QString& deletion);
+    /// Says in the status bar that a row was deleted.
+    void showRemoved() const;
 
 private:
     int keyColumn() const { return static_cast<int>(fields.size()); }

@@ -189,7 +189,8 @@ void frmParameter::toDeleteparameter() {
             toRefreshQuestionDtls();
         if (questions->owner() != paramid) // still unknown whether it has questions
             return;
-        if (!paramid.isEmpty() && confirmDeletion(paramid))
+        const bool removes = !paramid.isEmpty() && confirmDeletion(paramid);
+        if (removes)
             parameters->remove(u"delete * from parameter where paramid="_s + paramid);
         if (grid->Rows() > 2) {
             // Stores the edits of the other rows. The last row comes back with the reload if it is still
@@ -199,6 +200,8 @@ void frmParameter::toDeleteparameter() {
             toRefreshQuestionDtls(); // the save may ask about it, over the form
             parameters->editCurrent();
             cmdSaveParameter();
+            if (removes)
+                parameters->showRemoved(); // and not what the save has written
         }
         toRefreshPrameterDetails();
         parameters->editCurrent();

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/MDIMain.h"
 #include "reference/frmParameter.h"
 #include "tests/support/gridform.h"
 
@@ -124,6 +125,7 @@ TEST_F(ParameterTest, deletingAParameterSavesTheRemainingRows) {
     EXPECT_EQ(parameters().text(3, 1), u"Support"_s);
     EXPECT_EQ(removeFirst(Answer::Ok), (QStringList{u"Delivery time"_s, u"Support"_s}));
     EXPECT_EQ(value(u"select count(*) from questions"_s), u"0"_s);
+    EXPECT_TRUE(MDIMain::instance().stsBar->Panels(2).Text().startsWith(u"1 parameter deleted"));
     EXPECT_EQ(removeFirst({}), QStringList{u"Support"_s}) << "has no questions: asks nothing";
     EXPECT_EQ(removeFirst({}), QStringList());
     EXPECT_EQ(parameters().text(1, 1), u""_s) << "the last one; no grid row is taken away";
