@@ -17,6 +17,7 @@ namespace {
 
 constexpr int helpContext = 1;
 constexpr int designationColumn = 2;
+constexpr int telephoneColumn = 3;
 
 QVariant nullWhenEmpty(const QString& text) {
     return text.isEmpty() ? ado::Null : QVariant(toStoredText(text));
@@ -95,7 +96,7 @@ void frmCustomer::onLoad() {
 void frmCustomer::toSetWidthForCusGrid() {
     setHeadsAndWidths(ui->grdCustomerDtls,
                       {u"Customer Name"_s, u"Customer Address"_s, u"Tel.No"_s, u"Email"_s},
-                      {0.05, 0.25, 0.35, 0.14, 0.2, 0});
+                      {0.05, 0.25, 0.35, 0.1, 0.2, 0});
 }
 
 void frmCustomer::toSetWidthForResGrid() {
@@ -123,6 +124,7 @@ void frmCustomer::showLastRespondent() {
 
 void frmCustomer::toRefreshCustomerDetails() {
     customers->read(u"select * from customer"_s);
+    ui->grdCustomerDtls->fitColumn(telephoneColumn);
 }
 
 void frmCustomer::toRefreshRespondentDetails() {
@@ -162,14 +164,25 @@ QString frmCustomer::duplicateTest(int row) const {
         return u"select * from respondent where respondentname='"_s + name + u"' and custid=" +
                customers->key() + u" and respondentdesignation='" + designation + u"'";
     }
-    const QString customer = customers->cell(ui->grdCustomerDtls->Row(), 1);
     return u"select * from respondent where respondentname='"_s + filteredName.value_or(QString()) +
-           u"' and custid=" + QString::number(toGetCustID(customer)) + u" and respondentdesignation='" +
+           u"' and custid=" + QString::number(testedCustid) + u" and respondentdesignation='" +
            filteredDesignation.value_or(QString()) + u"'";
+}
+
+/// The current customer's, found by its name if a new row has an apostrophe. The look-up fails, and finds
+/// none, while the name has one that is not saved yet.
+int frmCustomer::custidByName() const {
+    for (int row = 1; row < ui->grdRespondentDtls->Rows(); ++row) {
+        const QString texts = respondents->cell(row, 1) + respondents->cell(row, designationColumn);
+        if (respondents->key(row).isEmpty() && toFilterApostrophe(texts))
+            return toGetCustID(customers->cell(ui->grdCustomerDtls->Row(), 1));
+    }
+    return 0;
 }
 
 void frmCustomer::toSaveRespondentDetails() {
     if (respondents->owner() == customers->key()) {
+        testedCustid = custidByName(); // shows its failure, so before the transaction
         respondents->save();
         return;
     }

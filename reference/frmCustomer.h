@@ -49,9 +49,11 @@ private:
     void writeCustomer(int row, ado::Recordset& customer) const;
     QString duplicateTest(int row) const;
     QString respondentSelect(int row) const;
+    int custidByName() const;
     void writeRespondent(int row, ado::Recordset& respondent) const;
 
     std::unique_ptr<Ui::frmCustomer> ui;
     CatalogueTable* customers = nullptr;
     CatalogueTable* respondents = nullptr;
+    int testedCustid = 0; ///< for the duplicate test of texts with an apostrophe, during a save
 };

@@ -158,6 +158,27 @@ TEST_F(CustomerTest, edgeCasesOfTheDuplicateCheck) {
         press(form, "cmdSaveRespondent");
         EXPECT_EQ(countOf(u"respondent where emailid is not null"_s), QLatin1StringView(count));
     }
+    customers().enter(1, 1, u"O'Hara"_s); // not saved: it cannot be looked up, and so no duplicate is found
+    press(form, "cmdAddRespondent");
+    respondents().enter(6, 1, u"D'Arcy"_s);
+    respondents().enter(6, 2, u"Buyer's"_s);
+    messages.expectBeginning(u"Error : -3100\r\n"_s);
+    press(form, "cmdSaveRespondent");
+    EXPECT_EQ(countOf(u"respondent where emailid is not null"_s), u"6"_s);
+}
+
+TEST_F(CustomerTest, theColumnOfNumbersIsWiderThanItsShareOnlyForLongOnes) {
+    addCustomer(u"Acme"_s);
+    run(u"update customer set telno='123'"_s);
+    frmCustomer& form = open();
+    const forms::MSHFlexGrid& grid = *customers().grid;
+    const auto share = [&] { return double(grid.columnWidth(2)) / grid.width(); };
+    EXPECT_NEAR(share(), 0.1, 0.01);
+    const QString number = u"+44 1632 960 123 ext. 45"_s;
+    run(u"update customer set telno='"_s + number + u"'");
+    form.toRefreshCustomerDetails();
+    EXPECT_GT(grid.columnWidth(2), grid.fontMetrics().horizontalAdvance(number));
+    EXPECT_NEAR(double(grid.ColWidth(3)) / grid.gridWidth(), 0.1, 0.001);
 }
 
 TEST_F(CustomerTest, deletingAsksOnlyIfTheCustomerHasRespondents) {

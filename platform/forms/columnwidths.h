@@ -19,6 +19,7 @@ public:
 
     /// The share that the user gave the column, else the given one. A hidden column (0) stays hidden.
     double share(int column, double given);
+    bool isRemembered(int column) const { return shares && shares->contains(column); }
     void remember(int column, double share);
 
 private:

@@ -136,6 +136,11 @@ void MSHFlexGrid::setColWidth(int column, int twips) {
     applyWidths();
 }
 
+void MSHFlexGrid::fitColumn(int column) {
+    fitted = column;
+    applyWidths();
+}
+
 void MSHFlexGrid::rememberWidth(int column, double share) {
     shares[column] = share;
     widths.remember(column, share);
@@ -144,10 +149,12 @@ void MSHFlexGrid::rememberWidth(int column, double share) {
 void MSHFlexGrid::applyWidths() {
     movingCursor = true;
     for (auto it = shares.cbegin(); it != shares.cend(); ++it) {
-        const int pixels = static_cast<int>(std::lround(it.value() * width()));
+        int pixels = static_cast<int>(std::lround(it.value() * width()));
         if (it.key() < cells->fixedColumns()) {
             verticalHeader()->setFixedWidth(qMax(1, pixels));
         } else {
+            if (it.key() == fitted && !widths.isRemembered(fitted))
+                pixels = qBound(pixels, sizeHintForColumn(fitted - cells->fixedColumns()), 2 * pixels);
             setColumnHidden(it.key() - cells->fixedColumns(), pixels == 0);
             setColumnWidth(it.key() - cells->fixedColumns(), pixels);
         }

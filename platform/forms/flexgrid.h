@@ -51,6 +51,9 @@ public:
     int ColWidth(int column) const;
     /// The column keeps its share of the grid's width when the grid is resized; 0 hides it.
     void setColWidth(int column, int twips);
+    /// From now on the column is drawn up to twice as wide as its share where its texts need it, unless the
+    /// user has dragged it. Call it again after a change of the texts.
+    void fitColumn(int column);
 
     /// The cursor's row gets a tint: for a grid whose commands concern a row.
     void setMarksRow(bool marks) { marksRow = marks; }
@@ -105,6 +108,7 @@ private:
     bool movingCursor = false;
     bool marksRow = false;
     QHash<int, double> shares; ///< of the grid's width, by column
+    int fitted = 0;            ///< the column of fitColumn
     ColumnWidths widths{*this};
 };
 
