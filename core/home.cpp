@@ -44,7 +44,7 @@ void writeCompanyName(const QString& name) {
 
 bool toCreateDSN(const QString& dataSourceName, QString& databasePath) {
     const QString beside = homeDirectory() + u"/Tallywell.mdb"_s;
-    if (QFile::exists(beside)) {
+    if (QFileInfo(beside).isFile()) {
         databasePath = beside;
         desktop::keepToOwner(beside);
         // A failure is reported when the connection is opened.

@@ -25,6 +25,8 @@ frmEditExistingSurvey::frmEditExistingSurvey()
     setCaption(u"Edit Survey"_s);
     resize(1080, 530);
     editor->grdParamAndQuest->setMinimumHeight(160);
+    editor->lblAssign->setObjectName(u"Label2"_s);
+    editor->lblRemove->setObjectName(u"Label5"_s);
     editor->lblRemove->setText(u"'Double Click'  to remove the selected Row"_s);
     lists = {this, ui->cmbCustomer, ui->lstRespondent, ui->lstSurvetDates};
     using Self = frmEditExistingSurvey;

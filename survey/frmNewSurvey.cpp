@@ -5,6 +5,7 @@
 #include "survey/frmPasteSurvey.h"
 #include "survey/frmSelectSurvey.h"
 #include "ui_frmNewSurvey.h"
+#include "ui_surveyeditor.h"
 
 using namespace Qt::StringLiterals;
 
@@ -12,6 +13,10 @@ frmNewSurvey::frmNewSurvey() : DefaultForm(Kind::SubWindow), ui(std::make_unique
     auto* head = new QWidget(this);
     ui->setupUi(head);
     setUp(head);
+    editor->lblAvailable->setObjectName(u"Label4"_s);
+    editor->lblSelected->setObjectName(u"Label5"_s);
+    editor->lblAssign->setObjectName(u"Label6"_s);
+    editor->lblRemove->setObjectName(u"Label7"_s);
     setCaption(u"New Survey"_s);
     resize(1080, 520);
 }
