@@ -16,8 +16,9 @@ inline QString numbers(int count) {
     return u"with recursive n(i) as (select 1 union all select i + 1 from n where i < %1) "_s.arg(count);
 }
 
-/// Fills the empty store in a file that cnnMain has open: 500 answers and more for each customer.
-inline void buildStore(int customers) {
+/// Fills the empty store in a file that cnnMain has open: 500 answers and more for each customer, five
+/// questions for each parameter.
+inline void buildStore(int customers, int parameters = 40) {
     using namespace Qt::StringLiterals;
 
     const QString many = u"case when custid = %1 then "_s.arg(measured);
@@ -27,7 +28,7 @@ inline void buildStore(int customers) {
     run(u"insert into respondent (respondentid, custid, respondentname) "_s + numbers(4) +
         u"select custid * 10 + i, custid, 'Respondent ' || i from customer, n where i <= " + many +
         u"4 else 2 end");
-    run(u"insert into parameter (paramid, parametername) "_s + numbers(40) +
+    run(u"insert into parameter (paramid, parametername) "_s + numbers(parameters) +
         u"select i, 'Parameter ' || i from n");
     run(u"insert into questions (questionid, paramid, question, Type) "_s + numbers(5) +
         u"select paramid * 5 - 5 + i, paramid, 'Question ' || i || ' of ' || parametername, True from "

@@ -7,13 +7,15 @@ cd "$(dirname "$0")/.."
 tools/packages.sh build tests peers
 cmake --preset release -DGAUGEWELL_BENCH=ON >/dev/null
 benches=(bench_index bench_segments bench_search bench_reading bench_start bench_surveyexport bench_answerexport bench_responses
-  bench_server crowd)
+  bench_forms bench_server crowd)
 cmake --build --preset release --target "${benches[@]}"
 export QT_QPA_PLATFORM=offscreen:configfile=$PWD/tests/data/screen.json
 for name in index segments search reading start answerexport responses; do
   echo "== $name =="
   "build/release/bench/bench_$name"
 done
+echo "== every form, 10 million answers =="
+build/release/bench/bench_forms || true # says what is missed
 echo "== a file beside a server =="
 build/release/bench/bench_server
 echo "== ten programs at once, for a minute each =="
