@@ -50,7 +50,7 @@ frmTargets::~frmTargets() = default;
 
 void frmTargets::onLoad() {
     toCenterForm(*this);
-    guarded([] {
+    guarded([this] {
         if (!hasTargetTable())
             throw Refusal(u"This database could not be updated to this version of the program: it takes no "
                           "targets. See the help, topic Targets."_s);
@@ -71,7 +71,7 @@ bool frmTargets::fillCustomers(bool isKept) {
         if (!hasTargetTable())
             return;
         std::vector<std::pair<QString, int>> customers{{u"All customers"_s, allCustomers}};
-        ado::Recordset stored(u"select * from customer"_s, *cnnMain);
+        ado::Recordset stored(u"select custid, custname from customer order by custid"_s, *cnnMain);
         for (; !stored.Eof(); stored.MoveNext())
             customers.emplace_back(stored["custname"].Text(), stored["custid"].Value().toInt());
         const QSignalBlocker quiet(ui->cmbCustomer);
@@ -79,8 +79,7 @@ bool frmTargets::fillCustomers(bool isKept) {
                                    [this](const auto& customer) { return customer.second == custid; }))
             customers.emplace_back(ui->cmbCustomer->Text(), custid);
         ui->cmbCustomer->Clear();
-        for (const auto& [name, key] : customers)
-            ui->cmbCustomer->addItem(name, key);
+        ui->cmbCustomer->AddItems(customers);
         ui->cmbCustomer->setListIndex(qMax(0, ui->cmbCustomer->findData(custid)));
     });
 }

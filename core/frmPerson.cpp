@@ -32,8 +32,7 @@ void fill(forms::ComboBox& list, const QString& sql) {
     const QVariant chosen = list.currentData();
     const QSignalBlocker quiet(list);
     list.Clear();
-    for (const auto& [name, key] : entries)
-        list.addItem(name, key);
+    list.AddItems(entries);
     list.setListIndex(chosen.isValid() ? list.findData(chosen) : -1);
 }
 

@@ -98,7 +98,7 @@ void frmLogDetails::toFillCustomerList() {
     guarded([this] {
         const QString chosen = chosenCustomer();
         QStringList names;
-        ado::Recordset customer(u"select * from customer"_s, *cnnMain);
+        ado::Recordset customer(u"select custname from customer order by custid"_s, *cnnMain);
         for (; !customer.Eof(); customer.MoveNext())
             names << customer["custname"].Text();
         QStringList listed;
@@ -107,8 +107,7 @@ void frmLogDetails::toFillCustomerList() {
         if (listed == names)
             return;
         ui->cmbCustomer->Clear();
-        for (const QString& name : names)
-            ui->cmbCustomer->AddItem(name);
+        ui->cmbCustomer->AddItems(names);
         ui->cmbCustomer->setListIndex(int(names.indexOf(chosen))); // its click fills the list of files
     });
 }

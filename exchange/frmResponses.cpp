@@ -85,7 +85,6 @@ void frmResponses::onLoad() {
 }
 
 void frmResponses::setUpFilters() {
-    fillCustomers();
     ui->cmbState->AddItem(u"All states"_s);
     for (const ResponseState state : allResponseStates)
         ui->cmbState->AddItem(wordOf(state));
@@ -133,8 +132,7 @@ bool frmResponses::fillCustomers() {
         const QVariant chosen = ui->cmbCustomer->currentData();
         const QSignalBlocker quiet(ui->cmbCustomer);
         ui->cmbCustomer->Clear();
-        for (const auto& [name, custid] : customers)
-            ui->cmbCustomer->addItem(name, custid);
+        ui->cmbCustomer->AddItems(customers);
         ui->cmbCustomer->setListIndex(std::max(0, ui->cmbCustomer->findData(chosen)));
     });
 }

@@ -3,11 +3,13 @@
 
 #include "core/base/gblGlobal.h"
 
-/// Replaces the entries of a list by a field of the records of a select. Throws Failure.
-/// unchanged.
+/// Replaces the entries of a list by a field of the records of a select. Throws Failure, after which the list
+/// is empty or, if the select itself failed, unchanged.
 template <class List> void fillList(List& list, const QString& sql, const char* field) {
     ado::Recordset records(sql, *cnnMain);
     list.Clear();
+    QStringList texts;
     for (; !records.Eof(); records.MoveNext())
-        list.AddItem(records[field].Text());
+        texts << records[field].Text();
+    list.AddItems(texts);
 }

@@ -2,10 +2,15 @@
 #include "platform/forms/lists.h"
 
 #include <QKeyEvent>
+#include <QListView>
 #include <QMouseEvent>
+#include <QScreen>
+#include <QStandardItemModel>
+#include <QStyle>
 #include <QTextDocument>
 #include <QWheelEvent>
 
+#include <algorithm>
 #include <utility>
 
 namespace forms {
@@ -19,9 +24,24 @@ void ComboBox::Clear() {
 }
 
 void ComboBox::AddItem(const QString& text) {
+    AddItems({text});
+}
+
+void ComboBox::AddItems(const QStringList& texts) {
     const int before = currentIndex();
-    addItem(text);
+    addItems(texts);
     setCurrentIndex(before); // otherwise the first entry would be picked
+}
+
+void ComboBox::AddItems(const std::vector<std::pair<QString, int>>& textsAndKeys) {
+    QList<QStandardItem*> items;
+    for (const auto& [text, key] : textsAndKeys) {
+        items << new QStandardItem(text);
+        items.last()->setData(key, Qt::UserRole);
+    }
+    const int before = currentIndex();
+    qobject_cast<QStandardItemModel*>(model())->invisibleRootItem()->appendRows(items);
+    setCurrentIndex(before);
 }
 
 void ComboBox::setListIndex(int index) {
@@ -29,6 +49,26 @@ void ComboBox::setListIndex(int index) {
         return;
     setCurrentIndex(index);
     Q_EMIT Click();
+}
+
+void ComboBox::showPopup() {
+    constexpr std::ptrdiff_t measured = 50; // among so many of the most characters is the widest, or nearly
+    QStringList texts;
+    for (int i = 0; i < count(); ++i)
+        texts << itemText(i);
+    const auto longest = texts.begin() + std::min<std::ptrdiff_t>(measured, texts.size());
+    std::partial_sort(texts.begin(), longest, texts.end(),
+                      [](const QString& a, const QString& b) { return a.size() > b.size(); });
+    int width = 0;
+    for (auto text = texts.begin(); text != longest; ++text)
+        width = std::max(width, fontMetrics().horizontalAdvance(*text));
+    auto* list = qobject_cast<QListView*>(view());
+    list->setUniformItemSizes(true);
+    const int margins = 2 * (style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, list) + 1 +
+                             style()->pixelMetric(QStyle::PM_DefaultFrameWidth, nullptr, list));
+    const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, list);
+    list->setMinimumWidth(std::min(width + margins + bar, screen()->availableGeometry().width()));
+    QComboBox::showPopup();
 }
 
 void ComboBox::wheelEvent(QWheelEvent* event) {

@@ -4,10 +4,14 @@
 #include <QComboBox>
 #include <QListWidget>
 
+#include <utility>
+#include <vector>
+
 namespace forms {
 
 /// A drop-down list. Click is emitted when the user picks an entry, even the current one, and when code moves
-/// ListIndex to another entry; adding entries picks none.
+/// ListIndex to another entry; adding entries picks none. A list of thousands needs the size adjust policy
+/// AdjustToMinimumContentsLengthWithIcon: otherwise Qt lays out every entry to find the width of the box.
 class ComboBox : public QComboBox {
     Q_OBJECT
 
@@ -16,12 +20,18 @@ public:
 
     void Clear();
     void AddItem(const QString& text);
+    void AddItems(const QStringList& texts);
+    /// Texts with what currentData and findData know them by.
+    void AddItems(const std::vector<std::pair<QString, int>>& textsAndKeys);
     int ListCount() const { return count(); }
     /// Index of the picked entry from 0, or -1.
     int ListIndex() const { return currentIndex(); }
     void setListIndex(int index);
     QString List(int index) const { return itemText(index); }
     QString Text() const { return currentText(); }
+
+    /// The list is as wide as its longest entries, whatever the width of the box.
+    void showPopup() override;
 
 Q_SIGNALS:
     void Click();
@@ -44,6 +54,7 @@ public:
 
     void Clear();
     void AddItem(const QString& text) { addItem(text); }
+    void AddItems(const QStringList& texts) { addItems(texts); }
     int ListCount() const { return count(); }
     QString List(int index) const;
     /// Shows a note behind an entry's text and as its tool tip; an empty one removes it. List and Text do not
