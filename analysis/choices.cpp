@@ -7,7 +7,7 @@
 using namespace Qt::StringLiterals;
 
 void listCustomers(forms::ComboBox& list) {
-    fillList(list, u"select * from customer"_s, "custname");
+    fillList(list, u"select custname from customer order by custid"_s, "custname");
 }
 
 void listSurveyDates(forms::ListBox& list, const QString& customer) {

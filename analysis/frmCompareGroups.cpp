@@ -56,8 +56,7 @@ bool refill(forms::ListBox& list, const QStringList& texts) {
 
 /// The first survey in the store.
 QDate firstSurvey() {
-    ado::Recordset first(u"select * from survey where sdate=(select min(sdate) from survey)"_s, *cnnMain);
-    return first.Eof() ? QDate() : first["sdate"].Value().toDate();
+    return ado::Recordset(u"select min(sdate) from survey"_s, *cnnMain).FieldAt(0).Value().toDate();
 }
 
 } // namespace

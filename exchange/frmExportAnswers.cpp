@@ -46,7 +46,8 @@ void frmExportAnswers::onLoad() {
     ui->dtTo->setValue(forms::today());
     guarded([this] {
         ui->dtTo->setValue(std::max(forms::today(), latestSurveyDate()));
-        ado::Recordset customers(u"select * from customer order by custname, custid"_s, *cnnMain);
+        ado::Recordset customers(u"select custname, custid from customer order by custname, custid"_s,
+                                 *cnnMain);
         for (; !customers.Eof(); customers.MoveNext()) {
             ui->lstCustomers->AddItem(customers["custname"].Text());
             ui->lstCustomers->item(ui->lstCustomers->count() - 1)

@@ -115,7 +115,9 @@ SurveyContext frmFeedBackObj::chosen() const {
 }
 
 bool frmFeedBackObj::toFillcmbCustomername() {
-    return guarded([this] { fillList(*ui->cmbCusName, u"select * from customer"_s, "custname"); });
+    return guarded([this] {
+        fillList(*ui->cmbCusName, u"select custname from customer order by custid"_s, "custname");
+    });
 }
 
 void frmFeedBackObj::toFillListView() {

@@ -118,8 +118,9 @@ int frmImprovementPlan::customerRow(const QString& name) const {
 }
 
 bool frmImprovementPlan::toFilllstCustomername() {
-    return guarded(
-        [this] { fillList(*ui->lstCusName, u"select * from customer order by custname asc"_s, "custname"); });
+    return guarded([this] {
+        fillList(*ui->lstCusName, u"select custname from customer order by custname asc"_s, "custname");
+    });
 }
 
 QString frmImprovementPlan::currentCustomer() const {

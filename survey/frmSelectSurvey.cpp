@@ -57,7 +57,9 @@ void frmSelectSurvey::onLoad() {
 }
 
 void frmSelectSurvey::toFillCustomerList() {
-    guarded([this] { fillList(*ui->cmbCustomer, u"select * from customer"_s, "custname"); });
+    guarded([this] {
+        fillList(*ui->cmbCustomer, u"select custname from customer order by custid"_s, "custname");
+    });
 }
 
 void frmSelectSurvey::cmbCustomer_Click() {

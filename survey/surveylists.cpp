@@ -13,7 +13,13 @@ SurveyContext SurveyLists::picked() const {
 
 void SurveyLists::toFillCustomerList() const {
     guarded([this] {
-        fillList(*cmbCustomer, u"select distinct(custname) from existingsurvey order by custname"_s,
+        // One questionnaire of each customer is looked for. The view existingsurvey would look up each
+        // customer again.
+        fillList(*cmbCustomer,
+                 u"select distinct(custname) from customer where exists (select * from survey "
+                 "join respondent on respondent.custid=survey.custid where survey.custid=customer.custid "
+                 "and exists (select * from responquesindex where responquesindex.surveyid=survey.surveyid "
+                 "and responquesindex.respondentid=respondent.respondentid)) order by custname"_s,
                  "custname");
     });
 }
