@@ -62,6 +62,15 @@ TEST_F(Controls, onlyTheLeftButtonOnAnEntrySelects) {
     }
 }
 
+TEST_F(Controls, theListOfANarrowBoxShowsItsWidestEntry) {
+    forms::ComboBox box;
+    box.AddItems({u"Acme"_s, u"Wilhelmina Manufacturing and Sons of Wallasey"_s, u"Zeta"_s});
+    box.resize(90, box.sizeHint().height());
+    box.show();
+    box.showPopup();
+    EXPECT_GE(box.view()->viewport()->width(), box.view()->sizeHintForColumn(0));
+}
+
 TEST_F(Controls, aRightClickOnAReportListSelectsTheRow) {
     auto* list = new forms::ListView;
     list->setColumns({{u"Name"_s, 1.0}});

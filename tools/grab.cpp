@@ -316,6 +316,20 @@ bool grabPerson() {
     return saved;
 }
 
+/// Makes a copy of the store in HOME.
+bool grabUpkeep() {
+    const auto pressed = [](forms::Form& form, const QStringList& buttons, const QString& name) {
+        form.Show();
+        for (const QString& button : buttons)
+            form.findChild<QAbstractButton*>(button)->click();
+        const bool saved = save(MDIMain::instance(), name);
+        form.Unload();
+        return saved;
+    };
+    return pressed(frmCleanUp::instance(), {u"cmdSearch"_s}, u"frmCleanUp"_s) &&
+           pressed(frmBackups::instance(), {u"cmdBackUp"_s, u"cmdCheck"_s}, u"frmBackups"_s);
+}
+
 bool grabSearch() {
     frmSearch& form = frmSearch::instance();
     form.Show();
@@ -374,6 +388,7 @@ int main(int argc, char** argv) {
     saved = grabSegments() && saved;
     saved = grabResponses() && saved;
     saved = grabPerson() && saved;
+    saved = grabUpkeep() && saved;
     saved = grabEditor() && saved;
     saved = grabIndex() && saved;
     saved = grabTargets() && saved;

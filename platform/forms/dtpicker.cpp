@@ -32,6 +32,17 @@ QString shown(const QDate& date) {
         .arg(date.year(), 4, 10, QChar(u'0'));
 }
 
+/// The calendar shows the days of other months as disabled: in a dark theme that text can be as dark as the
+/// ground.
+QPalette withReadableDisabledText(QPalette colours) {
+    const QColor text = colours.color(QPalette::Text);
+    const QColor ground = colours.color(QPalette::Base);
+    colours.setColor(QPalette::Disabled, QPalette::Text,
+                     QColor((text.red() + ground.red()) / 2, (text.green() + ground.green()) / 2,
+                            (text.blue() + ground.blue()) / 2));
+    return colours;
+}
+
 } // namespace
 
 QDate dateOfText(const QString& text) {
@@ -189,6 +200,7 @@ void DTPicker::showPopup() {
     calendar->setDateEditEnabled(false);                                    // dates are typed in the box
     calendar->setDateRange(first, last);
     calendar->setSelectedDate(value);
+    calendar->setPalette(withReadableDisabledText(palette()));
     const auto take = [this, calendar](const QDate& picked) {
         calendar->close();
         setValue(picked);

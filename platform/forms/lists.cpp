@@ -16,6 +16,7 @@
 namespace forms {
 
 ComboBox::ComboBox(QWidget* parent) : QComboBox(parent) {
+    setIconSize({0, 0}); // a size policy with room for icons would make the box higher than its neighbours
     connect(this, &QComboBox::activated, this, [this] { Q_EMIT Click(); });
 }
 
