@@ -67,12 +67,18 @@ void frmBackups::fillCopies() {
 }
 
 void frmBackups::cmdBackUp_Click() {
-    const bool isDone = guarded([this] {
+    bool isCopied = false;
+    const bool isDone = guarded([&] {
         const Busy copying(*this, u"Copying the store......"_s);
-        copyStore(*cnnMain, strDatabasePath);
+        Progress progress(*this, 0);
+        progress.step(u"Copying the store"_s);
+        isCopied = copyStore(*cnnMain, strDatabasePath,
+                             [&](const QString& table) { return progress.stepOrGoOn(table); });
     });
     fillCopies();
-    if (!isDone || copies.empty())
+    if (isDone && !isCopied)
+        ui->lblDone->setText(u"Cancelled."_s);
+    if (!isCopied || copies.empty())
         return;
     ui->lsvCopies->setCurrentRow(0);
     ui->lsvCopies->setSelected(0, true);
@@ -140,18 +146,23 @@ bool frmBackups::askRestore(const StoreCopy& copy) {
 
 bool frmBackups::restore(const StoreCopy& copy) {
     bool isDamaged = !cnnMain || cnnMain->State() != ado::StateOpen;
-    const auto replaces = [this](const std::function<void()>& work) {
-        return guardedUnconnected(u"Error : "_s, [&] {
-            const Busy restoring(*this, u"Restoring the copy......"_s);
-            work();
-        });
-    };
     bool isRestored = false;
+    const auto replaces = [&](const std::function<bool(const ado::Step&)>& work) {
+        return guardedUnconnected(u"Error : "_s,
+                                  [&] {
+                                      const Busy restoring(*this, u"Restoring the copy......"_s);
+                                      Progress progress(*this, 0);
+                                      progress.step(u"Restoring the copy"_s);
+                                      isRestored = work([&] { return progress.goOn(); });
+                                      if (!isRestored && !isDamaged)
+                                          ui->lblDone->setText(u"Cancelled. Nothing has been changed."_s);
+                                  }) &&
+               isRestored;
+    };
     if (!isDamaged)
-        isRestored = replaces([&] {
-            isDamaged = isPresentDamaged();
-            if (!isDamaged)
-                restoreCopy(copy.path);
+        replaces([&](const ado::Step& step) {
+            isDamaged = isPresentDamaged(step);
+            return !isDamaged && step() && restoreCopy(copy.path, step);
         });
     if (isDamaged)
         isRestored =
@@ -159,7 +170,7 @@ bool frmBackups::restore(const StoreCopy& copy) {
                           "the same? The damaged file is kept beside the copies."_s,
                           style::yesNo + style::critical + style::secondButton,
                           titleWithVersion) == forms::Answer::Yes &&
-            replaces([&] { replaceDamagedStore(copy.path); });
+            replaces([&](const ado::Step&) { return !replaceDamagedStore(copy.path).isEmpty(); });
     if (!isRestored)
         reconnect();
     return isRestored;

@@ -94,6 +94,14 @@ void frmCleanUp::cmdSearch_Click() {
                                            : counted(found.rows()) + u" can be removed.");
 }
 
+/// False when the user has cancelled.
+bool frmCleanUp::copyBefore() {
+    Progress progress(*this, 0);
+    progress.step(u"Copying the store"_s);
+    return copyStore(*cnnMain, strDatabasePath,
+                     [&](const QString& table) { return progress.stepOrGoOn(table); });
+}
+
 void frmCleanUp::cmdRemove_Click() {
     if (forms::msgBox(
             u"Remove this for good? The store is copied before.\r\n\r\n"_s + linesOf(found, u"\r\n"_s),
@@ -102,7 +110,9 @@ void frmCleanUp::cmdRemove_Click() {
     OrphanResult removed;
     const bool isDone = guarded([&] {
         const Busy removing(*this, u"Cleaning up......"_s);
-        copyStore(*cnnMain, strDatabasePath);
+        removed.isCancelled = !copyBefore();
+        if (removed.isCancelled)
+            return;
         Progress progress(*this, countOrphanSteps());
         removed = removeOrphans([&](const QString& what) { return progress.step(what); }, forms::nowHook());
     });
@@ -139,10 +149,14 @@ void frmCleanUp::cmdRewrite_Click() {
             style::yesNo + style::information + style::secondButton, titleWithVersion) != forms::Answer::Yes)
         return;
     const qint64 before = megabytesOf(strDatabasePath);
-    if (guarded([this] {
+    bool isWritten = false;
+    if (guarded([&] {
             const Busy rewriting(*this, u"Writing the file......"_s);
-            rewriteStore();
+            Progress progress(*this, 0);
+            progress.step(u"Writing the file anew"_s);
+            isWritten = rewriteStore([&] { return progress.goOn(); });
         }))
         ui->lblDone->setText(
-            u"The file has %1 MB, before %2 MB."_s.arg(megabytesOf(strDatabasePath)).arg(before));
+            isWritten ? u"The file has %1 MB, before %2 MB."_s.arg(megabytesOf(strDatabasePath)).arg(before)
+                      : u"Cancelled."_s);
 }

@@ -24,6 +24,7 @@ private:
     bool onKeyDown(int key) override;
     void show(const OrphanResult& result);
     void cmdSearch_Click();
+    bool copyBefore();
     void cmdRemove_Click();
     void cmdRewrite_Click();
     void showRemoved(const OrphanResult& removed);

@@ -4,6 +4,7 @@
 #include "core/base/backup.h"
 #include "core/base/busy.h"
 #include "core/base/gblGlobal.h"
+#include "core/base/progress.h"
 #include "core/base/shell.h"
 #include "exchange/fewlines.h"
 #include "platform/forms/clock.h"
@@ -142,7 +143,10 @@ void frmErase::cmdErase_Click() {
         outcome.remove(copy, outcome.removedCopies);
     outcome.keptCopies = copies(false);
     try {
-        rewriteStore();
+        Progress progress(*this, 0);
+        progress.step(u"Writing the file anew"_s);
+        if (!rewriteStore([&] { return progress.goOn(); }))
+            outcome.rewriteFault = u"cancelled"_s;
     } catch (const Failure& failure) {
         outcome.rewriteFault = failure.text();
         cnnMain->Errors().Clear(); // said in the protocol

@@ -11,8 +11,8 @@
 
 #include <QDir>
 
-#include <chrono>
-#include <future>
+#include <filesystem>
+#include <system_error>
 
 using namespace Qt::StringLiterals;
 
@@ -26,13 +26,19 @@ QDateTime dateOf(const QFileInfo& copy) {
     return named.isValid() ? named : copy.lastModified();
 }
 
-/// A copy of a file that only its owner can read, removed at the end of the scope: the copy before a loss may
-/// displace the oldest one.
+/// A file beside the store that only its owner can read, removed at the end of the scope: the copy before a
+/// loss may displace the oldest one. As a link it takes no time and no room; only a copy can become the
+/// store.
 class Staged {
 public:
-    explicit Staged(const QString& from) : path(strDatabasePath + u".restore") {
+    enum As { Link, Copy };
+
+    Staged(const QString& from, As wanted) : path(strDatabasePath + u".restore") {
         QFile::remove(path);
-        if (!QFile::copy(from, path) ||
+        std::error_code fault; // the file system may have no links
+        if (wanted == Link)
+            std::filesystem::create_hard_link(from.toStdU16String(), path.toStdU16String(), fault);
+        if (((wanted == Copy || fault) && !QFile::copy(from, path)) ||
             !QFile::setPermissions(path, QFileDevice::ReadOwner | QFileDevice::WriteOwner))
             throw Refusal(u"'%1' cannot be copied. Nothing has been changed."_s.arg(from));
     }
@@ -54,20 +60,11 @@ std::vector<StoreCopy> findStoreCopies() {
     return copies;
 }
 
-CopyFault checkCopy(const QString& path, const CheckStep& step) {
-    constexpr std::chrono::milliseconds pause(50);
+CopyFault checkCopy(const QString& path, const ado::Step& step) {
     ado::QuickCheck check(path, ado::QuickCheck::Depth::Full);
-    std::future<bool> damage = std::async(std::launch::async, [&] { return check.findsDamage(); });
-    bool isCancelled = false;
-    while (damage.wait_for(pause) != std::future_status::ready) {
-        if (!isCancelled && !step()) {
-            isCancelled = true;
-            check.stop();
-        }
-    }
-    if (damage.get())
+    if (check.findsDamage(step))
         return {u"damaged"_s};
-    if (isCancelled)
+    if (check.isStopped())
         return {{}, true};
     try {
         ado::Connection copy;
@@ -82,8 +79,8 @@ CopyFault checkCopy(const QString& path, const CheckStep& step) {
     return {};
 }
 
-bool isPresentDamaged() {
-    return ado::QuickCheck(strDatabasePath).findsDamage();
+bool isPresentDamaged(const ado::Step& step) {
+    return ado::QuickCheck(strDatabasePath).findsDamage(step);
 }
 
 int countErasedSince(const QDateTime& moment) {
@@ -105,19 +102,20 @@ int countErasedSince(const QDateTime& moment) {
     }
 }
 
-void restoreCopy(const QString& path) {
-    const Staged staged(path);
-    copyStore(*cnnMain, strDatabasePath);
+bool restoreCopy(const QString& path, const ado::Step& step) {
+    const Staged staged(path, Staged::Link);
+    if (!copyStore(*cnnMain, strDatabasePath, [&](const QString&) { return step(); }))
+        return false;
     cnnMain->Close();
     try {
-        ado::restoreStore(strDatabasePath, staged.path);
+        return ado::restoreStore(strDatabasePath, staged.path, step);
     } catch (const Failure& failure) {
         throw Refusal(failure.text());
     }
 }
 
 QString replaceDamagedStore(const QString& path) {
-    const Staged staged(path);
+    const Staged staged(path, Staged::Copy);
     if (cnnMain)
         cnnMain->Close();
     QString kept = QFileInfo(path).absoluteDir().filePath(

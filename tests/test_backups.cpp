@@ -2,6 +2,7 @@
 #include "core/base/backup.h"
 #include "core/frmBackups.h"
 #include "core/restart.h"
+#include "platform/ado/restore.h"
 #include "tests/support/listview.h"
 #include "tests/support/surveytest.h"
 
@@ -89,6 +90,25 @@ TEST_F(BackupsTest, staysWithTheStoreWhenThatFails) {
             u"The database is in use by another program. Close that program and try again."_s);
         restore(0);
     }
+    EXPECT_EQ(storeRows(*cnnMain), before);
+}
+
+TEST_F(BackupsTest, aCancelledCopyOrReturnLeavesAllAsItWas) {
+    if (!cnnMain->IsFile())
+        GTEST_SKIP();
+    run(u"insert into protocol with recursive n(i) as (select 1 union all select i + 1 from n where i < 16) "
+        "select '2024', hex(zeroblob(600000)) from n"_s); // several steps
+    backUp();
+    addCustomer(u"New"_s);
+    const QStringList before = storeRows(*cnnMain);
+    const QStringList copies = listBackups(strDatabasePath);
+    EXPECT_FALSE(copyStore(*cnnMain, strDatabasePath, [](const QString&) { return false; }));
+    EXPECT_EQ(QFileInfo(copies.first()).dir().entryList(QDir::Files).size(), copies.size());
+    addCustomer(u"Newer"_s); // the store is not locked
+    run(u"delete from customer where custname='Newer'"_s);
+    cnnMain->Close();
+    EXPECT_FALSE(ado::restoreStore(strDatabasePath, copies.first(), [] { return false; }));
+    toOpenConnection();
     EXPECT_EQ(storeRows(*cnnMain), before);
 }
 

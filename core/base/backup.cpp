@@ -4,6 +4,7 @@
 #include "core/base/busy.h"
 #include "core/base/gblGlobal.h"
 #include "core/base/storescripts.h"
+#include "platform/ado/sqlitesession.h"
 #include "platform/ado/store.h"
 #include "platform/desktop/ownerfile.h"
 #include "platform/forms/clock.h"
@@ -96,19 +97,24 @@ void backUpBeforeLoss() {
 bool copyStoreTo(ado::Connection& store, const QString& path, const CopyStep& step) {
     if (!store.IsFile())
         return copyFromServer(store, path, step);
-    store.BackupTo(path);
-    return true;
+    if (!step) {
+        store.BackupTo(path);
+        return true;
+    }
+    return ado::backUp(store, path, [&] { return step({}); });
 }
 
-void copyStore(ado::Connection& store, const QString& databasePath) {
+bool copyStore(ado::Connection& store, const QString& databasePath, const CopyStep& step) {
     const QDir folder = backupFolder(databasePath);
     desktop::makeOwnersFolder(folder.path());
     const QStringList copies = copiesIn(folder);
     const int number = copies.isEmpty() ? 1 : numberOf(copies.last()) + 1;
     const QString stamp = forms::nowHook().toString(u"yyyy-MM-dd-HHmmss");
     const QString path = folder.filePath(u"Tallywell-%1-%2.mdb"_s.arg(stamp).arg(number));
-    copyStoreTo(store, path);
+    if (!copyStoreTo(store, path, step))
+        return false;
     dropOldCopies(folder);
+    return true;
 }
 
 QStringList listBackups(const QString& databasePath) {

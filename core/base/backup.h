@@ -12,13 +12,13 @@
 /// written or is damaged; the caller must then not delete anything.
 void backUpBeforeLoss();
 
-/// Copies the store into a file of that path, which is replaced only when the copy is complete. A server's
-/// store calls `step`; false when that has cancelled. Throws Failure, also recorded in the connection's
-/// errors.
+/// Copies the store into a file of that path, which is replaced only when the copy is complete. `step` is
+/// called for each thousand rows of a server's store, and a few times a second for a file, with no name;
+/// false when it has cancelled. Throws Failure, also recorded in the connection's errors.
 bool copyStoreTo(ado::Connection& store, const QString& path, const CopyStep& step = {});
 
-/// Copies a database in any case; otherwise likewise.
-void copyStore(ado::Connection& store, const QString& databasePath);
+/// Copies a database in any case; otherwise likewise. False, without a copy, when the step has cancelled.
+bool copyStore(ado::Connection& store, const QString& databasePath, const CopyStep& step = {});
 
 /// Full paths of the backup copies of a database, newest first.
 QStringList listBackups(const QString& databasePath);

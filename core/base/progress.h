@@ -19,6 +19,8 @@ public:
     bool step(const QString& name);
     /// Within a long step. False once the user has cancelled.
     bool goOn();
+    /// For commands that name some of their steps.
+    bool stepOrGoOn(const QString& name) { return name.isEmpty() ? goOn() : step(name); }
 
     inline static int delay = 500; ///< milliseconds
 

@@ -7,6 +7,7 @@
 #include "core/store/transaction.h"
 #include "core/store/worktable.h"
 #include "exchange/files/answerhistory.h"
+#include "platform/ado/restore.h"
 
 #include <algorithm>
 #include <functional>
@@ -270,18 +271,15 @@ ErasurePlan erasePerson(const Person& shown, const ErasureChoice& choice, const 
     return done;
 }
 
-void rewriteStore() {
+bool rewriteStore(const ado::Step& step) {
     fillWorkTable([] {
         for (const QString& table : workTables())
             cnnMain->Execute(u"delete * from "_s + ado::quoted(table));
     });
     if (!cnnMain->IsFile())
-        return;
-    ado::Connection file; // of a connection with own tables, SQLite cannot vacuum the store
-    file.ConnectionString = connectionText();
-    try {
-        file.Open();
-        file.Execute(u"vacuum"_s);
+        return true;
+    try { // of a connection with own tables, SQLite cannot vacuum the store
+        return ado::rewriteFile(strDatabasePath, step);
     } catch (const Failure& failure) {
         throw Refusal(failure.text()); // cnnMain has no record of it
     }

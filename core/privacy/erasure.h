@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/privacy/person.h"
+#include "platform/ado/besides.h"
 
 #include <QDateTime>
 
@@ -33,5 +34,5 @@ ErasurePlan planErasure(const Person& person, const ErasureChoice& choice);
 ErasurePlan erasePerson(const Person& shown, const ErasureChoice& choice, const QDateTime& now);
 
 /// Rewrites a store in a file, so that nothing of what was deleted is left in it, and empties the work
-/// tables. Does nothing more for a server's.
-void rewriteStore();
+/// tables. Does nothing more for a server's. False, with the file as it was, when the step has cancelled.
+bool rewriteStore(const ado::Step& step = {});

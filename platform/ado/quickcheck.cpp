@@ -35,6 +35,11 @@ bool QuickCheck::findsDamage() {
     return findsDamage(uri + "?immutable=1") && findsDamage(uri);
 }
 
+bool QuickCheck::findsDamage(const Step& step) {
+    return besides(
+        step, [this] { return findsDamage(); }, [this] { stop(); });
+}
+
 bool QuickCheck::findsDamage(const QByteArray& uri) {
     sqlite3* database = nullptr;
     const int opened = sqlite3_open_v2(

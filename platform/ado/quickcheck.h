@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/ado/besides.h"
+
 #include <QString>
 
 #include <mutex>
@@ -19,6 +21,9 @@ public:
     /// Runs in any thread and does not block writers of an intact file. False for an intact file, for one
     /// that cannot be opened, and when stopped.
     bool findsDamage();
+    /// Likewise, in another thread while this one calls the step. False too when the step has cancelled.
+    bool findsDamage(const Step& step);
+    bool isStopped() const { return stopped; }
     /// From any thread: ends a running check as soon as SQLite allows it, and each later one at once.
     void stop();
 

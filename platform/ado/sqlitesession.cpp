@@ -4,6 +4,7 @@
 #include "platform/ado/casefold.h"
 #include "platform/ado/connection.h"
 #include "platform/ado/quickcheck.h"
+#include "platform/ado/restore.h"
 #include "platform/ado/sqlitestatement.h"
 #include "platform/ado/store.h"
 
@@ -202,29 +203,59 @@ void SqliteSession::runScript(const QByteArray& script) {
     }
 }
 
-void SqliteSession::backupTo(const QString& path) {
+namespace {
+
+/// Keeps other programs from writing to a database, which would begin its copying anew.
+class ReadLock {
+public:
+    explicit ReadLock(sqlite3* locked) : database(sqlite3_get_autocommit(locked) != 0 ? locked : nullptr) {
+        if (database)
+            sqlite3_exec(database, "begin; select 1 from sqlite_schema", nullptr, nullptr, nullptr);
+    }
+    ReadLock(const ReadLock&) = delete;
+    ReadLock& operator=(const ReadLock&) = delete;
+    ~ReadLock() {
+        if (database && sqlite3_get_autocommit(database) == 0)
+            sqlite3_exec(database, "commit", nullptr, nullptr, nullptr);
+    }
+
+private:
+    sqlite3* database;
+};
+
+/// False when the step has cancelled. The target has the result code.
+bool copyPages(sqlite3* from, sqlite3* target, const Step& step) {
+    const ReadLock lock(from);
+    return copyAllPages(sqlite3_backup_init(target, "main", from, "main"), step) != SQLITE_INTERRUPT;
+}
+
+} // namespace
+
+bool SqliteSession::backupTo(const QString& path, const Step& step) {
     const QString beside = path + u".part";
     QFile::remove(beside);
     sqlite3* target = nullptr;
     int code = makeOwnersFile(beside) ? sqlite3_open(beside.toUtf8().constData(), &target) : SQLITE_CANTOPEN;
+    bool isCancelled = false;
     if (code == SQLITE_OK) {
-        sqlite3_backup* copy = sqlite3_backup_init(target, "main", database, "main");
-        if (copy) {
-            sqlite3_backup_step(copy, -1);
-            sqlite3_backup_finish(copy);
-        }
+        isCancelled = !copyPages(database, target, step);
         code = sqlite3_errcode(target);
     }
     sqlite3_close(target);
-    if (code == SQLITE_OK && QuickCheck(beside).findsDamage()) {
+    QuickCheck check(beside);
+    if (!isCancelled && code == SQLITE_OK && check.findsDamage(step)) {
         QFile::remove(beside);
         fail({SQLITE_CORRUPT, u"The database is damaged, and so would be its copy '"_s + path +
                                   u"'. Nothing has been changed."});
     }
+    if (isCancelled || check.isStopped()) {
+        QFile::remove(beside);
+        return false;
+    }
     const bool copied =
         code == SQLITE_OK && (!QFile::exists(path) || QFile::remove(path)) && QFile::rename(beside, path);
     if (copied)
-        return;
+        return true;
     QFile::remove(beside);
     if (code == SQLITE_BUSY || code == SQLITE_LOCKED || code == SQLITE_CORRUPT)
         fail(code);
@@ -232,6 +263,10 @@ void SqliteSession::backupTo(const QString& path) {
           u"The copy of the database '"_s + path +
               u"' cannot be written. Nothing has been changed. Is the disk full or the folder "
               u"read-only?"});
+}
+
+bool backUp(const Connection& file, const QString& path, const Step& step) {
+    return std::dynamic_pointer_cast<SqliteSession>(file.session())->backupTo(path, step);
 }
 
 sqlite3* databaseOf(const Connection& connection) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/ado/besides.h"
 #include "platform/ado/session.h"
 
 #include <QSet>
@@ -44,7 +45,9 @@ public:
     int schemaVersion() override;
     void makeOwnTables(const QStringList& names) override;
     void runScript(const QByteArray& script) override;
-    void backupTo(const QString& path) override;
+    void backupTo(const QString& path) override { backupTo(path, {}); }
+    /// Likewise; false, without a copy, when the step has cancelled.
+    bool backupTo(const QString& path, const Step& step);
 
 private:
     std::shared_ptr<Compiled> compile(const QString& sql) override;
@@ -55,5 +58,8 @@ private:
 
 /// The database of a connection to a file; null for any other.
 sqlite3* databaseOf(const Connection& connection);
+
+/// BackupTo of a connection to a file, with a step; false when that has cancelled.
+bool backUp(const Connection& file, const QString& path, const Step& step);
 
 } // namespace ado
