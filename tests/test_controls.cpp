@@ -62,9 +62,15 @@ TEST_F(Controls, onlyTheLeftButtonOnAnEntrySelects) {
     }
 }
 
-TEST_F(Controls, theListOfANarrowBoxShowsItsWidestEntry) {
+TEST_F(Controls, aBoxAsksForItsWidestEntryAndItsListShowsIt) {
     forms::ComboBox box;
-    box.AddItems({u"Acme"_s, u"Wilhelmina Manufacturing and Sons of Wallasey"_s, u"Zeta"_s});
+    QComboBox plain; // measures them all
+    box.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    const QStringList names{u"Acme"_s, u"Wilhelmina Manufacturing and Sons of Wallasey"_s, u"Zeta"_s};
+    box.AddItems(names);
+    plain.addItems(names);
+    EXPECT_NEAR(box.sizeHint().width(), plain.sizeHint().width(), 2);
+    EXPECT_EQ(box.sizeHint().height(), plain.sizeHint().height());
     box.resize(90, box.sizeHint().height());
     box.show();
     box.showPopup();

@@ -22,27 +22,49 @@ ComboBox::ComboBox(QWidget* parent) : QComboBox(parent) {
 
 void ComboBox::Clear() {
     clear();
+    widest = 0;
 }
 
 void ComboBox::AddItem(const QString& text) {
-    AddItems({text});
+    AddItems(QStringList{text});
 }
 
 void ComboBox::AddItems(const QStringList& texts) {
     const int before = currentIndex();
     addItems(texts);
     setCurrentIndex(before); // otherwise the first entry would be picked
+    measure(texts);
 }
 
 void ComboBox::AddItems(const std::vector<std::pair<QString, int>>& textsAndKeys) {
+    QStringList texts;
     QList<QStandardItem*> items;
     for (const auto& [text, key] : textsAndKeys) {
+        texts << text;
         items << new QStandardItem(text);
         items.last()->setData(key, Qt::UserRole);
     }
     const int before = currentIndex();
     qobject_cast<QStandardItemModel*>(model())->invisibleRootItem()->appendRows(items);
     setCurrentIndex(before);
+    measure(texts);
+}
+
+/// The widest of the texts is among those of the most characters, or hardly wider.
+void ComboBox::measure(QStringList texts) {
+    const auto longest = texts.begin() + std::min<std::ptrdiff_t>(50, texts.size());
+    std::partial_sort(texts.begin(), longest, texts.end(),
+                      [](const QString& a, const QString& b) { return a.size() > b.size(); });
+    for (auto text = texts.begin(); text != longest; ++text)
+        widest = std::max(widest, fontMetrics().horizontalAdvance(*text));
+    updateGeometry();
+}
+
+QSize ComboBox::sizeHint() const {
+    QSize size = QComboBox::sizeHint();
+    if (sizeAdjustPolicy() == AdjustToMinimumContentsLengthWithIcon && minimumContentsLength() == 0)
+        size.rwidth() += widest; // to the frame
+    return size;
 }
 
 void ComboBox::setListIndex(int index) {
@@ -53,22 +75,12 @@ void ComboBox::setListIndex(int index) {
 }
 
 void ComboBox::showPopup() {
-    constexpr std::ptrdiff_t measured = 50; // among so many of the most characters is the widest, or nearly
-    QStringList texts;
-    for (int i = 0; i < count(); ++i)
-        texts << itemText(i);
-    const auto longest = texts.begin() + std::min<std::ptrdiff_t>(measured, texts.size());
-    std::partial_sort(texts.begin(), longest, texts.end(),
-                      [](const QString& a, const QString& b) { return a.size() > b.size(); });
-    int width = 0;
-    for (auto text = texts.begin(); text != longest; ++text)
-        width = std::max(width, fontMetrics().horizontalAdvance(*text));
     auto* list = qobject_cast<QListView*>(view());
     list->setUniformItemSizes(true);
     const int margins = 2 * (style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, list) + 1 +
                              style()->pixelMetric(QStyle::PM_DefaultFrameWidth, nullptr, list));
     const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, list);
-    list->setMinimumWidth(std::min(width + margins + bar, screen()->availableGeometry().width()));
+    list->setMinimumWidth(std::min(widest + margins + bar, screen()->availableGeometry().width()));
     QComboBox::showPopup();
 }
 

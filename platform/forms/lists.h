@@ -12,6 +12,7 @@ namespace forms {
 /// A drop-down list. Click is emitted when the user picks an entry, even the current one, and when code moves
 /// ListIndex to another entry; adding entries picks none. A list of thousands needs the size adjust policy
 /// AdjustToMinimumContentsLengthWithIcon: otherwise Qt lays out every entry to find the width of the box.
+/// With a minimum length of 0 the box is then as wide as its longest entries where there is room.
 class ComboBox : public QComboBox {
     Q_OBJECT
 
@@ -30,6 +31,7 @@ public:
     QString List(int index) const { return itemText(index); }
     QString Text() const { return currentText(); }
 
+    QSize sizeHint() const override;
     /// The list is as wide as its longest entries, whatever the width of the box.
     void showPopup() override;
 
@@ -40,6 +42,11 @@ protected:
     /// The wheel scrolls and picks nothing: an accidental pick would lose what was typed for the previous
     /// entry.
     void wheelEvent(QWheelEvent* event) override;
+
+private:
+    void measure(QStringList texts);
+
+    int widest = 0; ///< of the entries, in pixels
 };
 
 /// A list. Click is emitted when the user clicks an entry with the left button, also a chosen one, or changes
