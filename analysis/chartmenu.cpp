@@ -39,6 +39,7 @@ void addChartMenu(chart::MSChart& drawn, const QSize& size, const std::function<
     add(u"&Copy picture"_s, [&drawn] { drawn.EditCopy(); });
     for (const QString& kind : {u"PNG"_s, u"SVG"_s, u"PDF"_s})
         add(u"Save picture as "_s + kind + u"...", [&drawn, kind, size] { savePicture(drawn, kind, size); });
+    drawn.pointTable = points;
     forms::addTableActions(drawn, u"Copy &Table"_s, points, points);
 }
 

@@ -6,10 +6,12 @@
 #include "core/base/gblGlobal.h"
 #include "core/base/shell.h"
 #include "platform/forms/msgbox.h"
+#include "platform/forms/readernames.h"
 #include "ui_frmTargets.h"
 
 #include <QApplication>
 #include <QHeaderView>
+#include <QStyledItemDelegate>
 
 #include <algorithm>
 
@@ -28,6 +30,20 @@ QTableWidgetItem* fixedItem(const QString& text) {
     return item;
 }
 
+class NamedEditors : public QStyledItemDelegate {
+public:
+    explicit NamedEditors(QAbstractItemView& edited) : QStyledItemDelegate(&edited), view(edited) {}
+    QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                          const QModelIndex& index) const override {
+        QWidget* editor = QStyledItemDelegate::createEditor(parent, option, index);
+        forms::nameEditor(*editor, view, index);
+        return editor;
+    }
+
+private:
+    QAbstractItemView& view;
+};
+
 } // namespace
 
 frmTargets::frmTargets() : DefaultForm(Kind::SubWindow), ui(std::make_unique<Ui::frmTargets>()) {
@@ -40,6 +56,7 @@ frmTargets::frmTargets() : DefaultForm(Kind::SubWindow), ui(std::make_unique<Ui:
     head->setSectionResizeMode(ParameterColumn, QHeaderView::Stretch);
     for (const int column : {TargetColumn, ForAllColumn})
         ui->grdTargets->horizontalHeaderItem(column)->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    ui->grdTargets->setItemDelegate(new NamedEditors(*ui->grdTargets));
     connect(ui->cmbCustomer, &forms::ComboBox::Click, this, &frmTargets::cmbCustomer_Click);
     connect(ui->cmdSave, &QPushButton::clicked, this, &frmTargets::cmdSave_Click);
     connect(ui->cmdHelp, &QPushButton::clicked, this, [] { showHelpTopic(helpContext); });

@@ -16,6 +16,7 @@
 #include "platform/forms/columnwidths.h"
 #include "platform/forms/form.h"
 #include "platform/forms/msgbox.h"
+#include "platform/forms/readernames.h"
 #include "platform/forms/tablemenu.h"
 
 #include <QAction>
@@ -118,6 +119,7 @@ MDIMain::MDIMain() : stsBar(new forms::StatusBar(this)), area(new QMdiArea(this)
     makeToolbar();
     makeWindowList();
     makeStartPage();
+    forms::nameForReader(*this);
     new DropTarget(*this, [](const QStringList& paths) {
         frmCheckFiles::instance().Show();
         frmCheckFiles::instance().checkFiles(paths);

@@ -5,7 +5,9 @@
 #include "core/store/store.h"
 #include "platform/desktop/windowstate.h"
 #include "platform/failure/failure.h"
+#include "platform/spoken/adopted.h"
 
+#include <QAccessibleWidget>
 #include <QEvent>
 #include <QLabel>
 #include <QMdiArea>
@@ -44,6 +46,8 @@ StartPage::StartPage(QMdiArea* mdiArea) : QWidget(mdiArea->viewport()), area(mdi
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(margin, margin, margin, margin);
     hide();
+    // Qt's own interface of the area knows its windows only, and a screen reader would not find the page.
+    spoken::adopt(*area, [](QWidget& all) { return new QAccessibleWidget(&all, QAccessible::LayeredPane); });
     area->viewport()->installEventFilter(this);
     // A form closes at the end of its event.
     connect(area, &QMdiArea::subWindowActivated, this, &StartPage::follow, Qt::QueuedConnection);

@@ -174,5 +174,7 @@ QVariant CheckedFilesModel::headerData(int section, Qt::Orientation orientation,
         return {};
     if (role == Qt::TextAlignmentRole)
         return alignmentOf(section);
+    if (role == Qt::AccessibleTextRole && section == Tick)
+        return u"Ticked"_s;
     return role == Qt::DisplayRole ? QVariant(heads.value(section)) : QVariant();
 }

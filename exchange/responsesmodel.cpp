@@ -138,6 +138,8 @@ QVariant ResponsesModel::headerData(int section, Qt::Orientation orientation, in
         return {};
     if (role == Qt::TextAlignmentRole)
         return alignmentOf(section);
+    if (role == Qt::AccessibleTextRole && section == Tick)
+        return u"Ticked"_s;
     return role == Qt::DisplayRole ? QVariant(heads.value(section)) : QVariant();
 }
 

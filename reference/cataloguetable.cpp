@@ -10,6 +10,7 @@
 #include "core/store/transaction.h"
 #include "platform/forms/flexgrid.h"
 #include "platform/forms/msgbox.h"
+#include "platform/spoken/notice.h"
 #include "reference/gridtools.h"
 
 #include <set>
@@ -205,8 +206,12 @@ void CatalogueTable::readOf(const QString& newOwner, const QString& sql) {
 
 void CatalogueTable::setOwner(const std::optional<QString>& newOwner) {
     shownOwner = newOwner;
-    if (unsavedHint)
-        unsavedHint->setVisible(shownOwner == QString());
+    const bool isUnsaved = shownOwner == QString();
+    if (unsavedHint && isUnsaved == unsavedHint->isHidden()) {
+        unsavedHint->setVisible(isUnsaved);
+        if (isUnsaved)
+            spoken::announce(*unsavedHint);
+    }
 }
 
 bool CatalogueTable::save() {

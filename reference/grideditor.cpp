@@ -5,6 +5,7 @@
 #include "platform/forms/celltip.h"
 #include "platform/forms/flexgrid.h"
 #include "platform/forms/msgbox.h"
+#include "platform/forms/readernames.h"
 #include "reference/gridpaste.h"
 
 #include <QApplication>
@@ -79,6 +80,7 @@ void GridEditor::setEdit(int col, int row) {
     if (grid->Col() < 1 || grid->Col() > rule.lastColumn || grid->cellRect().isEmpty())
         return;
     box->setGeometry(grid->cellRect());
+    forms::nameEditor(*box, *grid, grid->currentIndex());
     box->show();
     if (focused)
         box->setFocus();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/chart/mschart.h"
 #include "tests/support/files.h"
+#include "tests/support/heard.h"
 
 #include <QApplication>
 #include <QContextMenuEvent>
@@ -88,6 +89,38 @@ TEST_F(ChartTest, keysSelectPoints) {
     fill({{0, 0}});
     press({Qt::Key_Right, Qt::Key_Down, Qt::Key_Left});
     EXPECT_EQ(picked.size(), 5u) << "no point, no move";
+}
+
+TEST_F(ChartTest, aReaderReadsTheTableAndIsToldThePoint) {
+    const Heard heard;
+    shown.setAccessibleName(u"Index"_s);
+    shown.pointTable = [] {
+        return tables::Table{{u"Parameter"_s, u"Index"_s},
+                             {{u"Price"_s, 5.0}, {u"Price"_s, double(7.3F)}, {u"Service"_s, 6.0}}};
+    };
+    shown.tipText = [](int, int point) -> QString { return u"point "_s + QString::number(point); };
+    fill({{0, 5, 0, 7}, {6, 0, 0, 0}});
+    QAccessibleInterface& table = *QAccessible::queryAccessibleInterface(&shown);
+    EXPECT_EQ(table.text(QAccessible::Name), u"Index"_s);
+    ASSERT_EQ(table.role(), QAccessible::Table);
+    QStringList read;
+    for (int i = 0; i < table.childCount(); ++i) {
+        EXPECT_EQ(table.indexOfChild(table.child(i)), i);
+        read << table.child(i)->text(QAccessible::Name);
+    }
+    EXPECT_EQ(read.join(u'|'), u"Parameter|Index|Price|5|Price|7.3|Service|6"_s);
+    EXPECT_EQ(table.tableInterface()->rowDescription(2), u"Service"_s);
+    shown.setFocus();
+    for (const Qt::Key key : {Qt::Key_Right, Qt::Key_Right, Qt::Key_Down})
+        QTest::keyClick(&shown, key);
+    EXPECT_EQ(heard.take(), (QStringList{u"Price|Index|5|point 2"_s, u"Price|Index|7.3|point 4"_s,
+                                         u"Service|Index|6|point 1"_s}));
+    QAccessibleInterface* last = table.tableInterface()->cellAt(2, 1);
+    EXPECT_TRUE(last->state().focused);
+    shown.pointTable = [] { return tables::Table{{u"Parameter"_s}, {}}; };
+    fill({{1}});
+    EXPECT_FALSE(last->isValid());
+    EXPECT_EQ(table.childCount(), 1) << "the new table";
 }
 
 /// Two columns per series, in any order of x; markers at the edge of the scale are drawn whole.

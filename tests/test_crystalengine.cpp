@@ -9,6 +9,7 @@
 #include "tests/support/pdftext.h"
 #include "tests/support/replaced.h"
 
+#include <QAccessible>
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
@@ -198,6 +199,9 @@ TEST_F(CrystalTest, thePreviewTurnsPagesPrintsAndSaves) {
     EXPECT_TRUE(window->statusBar()->currentMessage().contains(u"no/such.pdf: The PDF cannot be written"_s));
     press("copyTable");
     EXPECT_TRUE(QApplication::clipboard()->text().startsWith(u"Guest\nGuest1\n"));
+    const auto* read = QAccessible::queryAccessibleInterface(window->findChild<crystal::PageView*>());
+    EXPECT_EQ(read->child(0)->text(QAccessible::Name), u"Guest"_s);
+    EXPECT_EQ(read->child(1)->text(QAccessible::Name), u"Guest1"_s);
     press("close");
 }
 } // namespace

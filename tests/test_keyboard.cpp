@@ -1,15 +1,21 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Every form can be used by keyboard alone and is deleted when it is closed.
+// Every form can be used by keyboard alone, is read by a screen reader, and is deleted when it is closed.
 #include "core/MDIMain.h"
+#include "platform/chart/mschart.h"
+#include "platform/forms/flexgrid.h"
 #include "platform/forms/lists.h"
 #include "platform/forms/msgbox.h"
+#include "tests/support/heard.h"
 #include "tests/support/surveytest.h"
 #include "tools/allforms.h"
 
+#include <QAction>
 #include <QApplication>
-#include <QLabel>
+#include <QClipboard>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QTableView>
+#include <QTreeView>
 
 using namespace Qt::StringLiterals;
 
@@ -62,14 +68,76 @@ protected:
         }
         return round;
     }
-    static QString nameOf(const QWidget& form, QWidget* control) {
-        if (auto* button = qobject_cast<QAbstractButton*>(control); button && !button->text().isEmpty())
-            return button->text();
-        for (const QLabel* label : form.findChildren<QLabel*>()) {
-            if (label->buddy() == control)
-                return label->text();
+    /// What a screen reader calls a control. The name of a combo box is what is chosen in it: its label
+    /// counts.
+    static QString nameOf(QAccessibleInterface& control) {
+        for (const auto& [label, relation] : control.relations(QAccessible::Label)) {
+            if (!label->text(QAccessible::Name).isEmpty())
+                return label->text(QAccessible::Name);
         }
-        return control->accessibleName();
+        return control.role() == QAccessible::ComboBox ? QString() : control.text(QAccessible::Name);
+    }
+    /// The columns of a filled table that a reader could not tell apart, by their number.
+    static QString columnsWithoutHead(const QWidget& widget, QAccessibleTableInterface& table) {
+        QString without;
+        for (int column = 0; table.rowCount() > 0 && column < table.columnCount(); ++column) {
+            const auto* grid = qobject_cast<const QTableView*>(&widget);
+            const auto* list = qobject_cast<const QTreeView*>(&widget);
+            if ((grid && grid->isColumnHidden(column)) || (list && list->isColumnHidden(column)) ||
+                (list && list->isHeaderHidden()) || widget.inherits("QListView"))
+                continue;
+            const auto heads = table.cellAt(0, column)->tableCellInterface()->columnHeaderCells();
+            if (heads.isEmpty() || heads[0]->text(QAccessible::Name).isEmpty())
+                without += QString::number(column) + u' ';
+        }
+        return without;
+    }
+    static void expectIsReadAsCopied(const QWidget& chart) {
+        chart.findChild<QAction*>(u"copyTable"_s)->trigger();
+        QAccessibleInterface& table = *QAccessible::queryAccessibleInterface(const_cast<QWidget*>(&chart));
+        QString read;
+        for (int i = 0, columns = table.tableInterface()->columnCount(); i < table.childCount(); ++i)
+            read += table.child(i)->text(QAccessible::Name) + ((i + 1) % columns == 0 ? u'\n' : u'\t');
+        EXPECT_GT(table.tableInterface()->rowCount(), 0);
+        EXPECT_EQ(read.trimmed(), QApplication::clipboard()->text());
+    }
+    static void expectTicksAreTold(QAbstractItemView& view) {
+        const QModelIndex first = view.model()->index(0, 0);
+        if (!(first.flags() & Qt::ItemIsUserCheckable) || !first.data(Qt::CheckStateRole).isValid())
+            return;
+        view.setCurrentIndex(first);
+        Heard::take();
+        view.model()->setData(first, Qt::Checked, Qt::CheckStateRole);
+        EXPECT_EQ(Heard::take().value(0), u"checked"_s);
+    }
+    static void expectIsSpoken(const QWidget& window, const std::string& name) {
+        EXPECT_FALSE(window.windowTitle().isEmpty()) << name;
+        for (QWidget* widget : window.findChildren<QWidget*>()) {
+            const std::string what = name + '.' + widget->objectName().toStdString();
+            const QWidget* outer = widget->parentWidget();
+            if ((!isControl(widget) && widget->focusPolicy() == Qt::NoFocus) ||
+                outer->inherits("QComboBox") || outer->inherits("QAbstractSpinBox") ||
+                outer->inherits("QComboBoxPrivateContainer"))
+                continue;
+            QAccessibleInterface& control = *QAccessible::queryAccessibleInterface(widget);
+            EXPECT_FALSE(nameOf(control).isEmpty())
+                << what << ": no name " << widget->metaObject()->className();
+            const bool isOfQt = qobject_cast<QAbstractItemView*>(outer->parentWidget()) ||
+                                widget->objectName().endsWith(u"_ext_button");
+            for (QAccessibleInterface* at = &control; !isOfQt && at->object() != &window; at = at->parent())
+                ASSERT_GE(at->parent()->indexOfChild(at), 0) << what << " is not found";
+            if (QAccessibleTableInterface* table = control.tableInterface()) {
+                EXPECT_EQ(columnsWithoutHead(*widget, *table), QString()) << what << ": columns";
+            }
+            const auto* grid = qobject_cast<const forms::MSHFlexGrid*>(outer->parentWidget());
+            if (grid && widget->isVisible() && widget->inherits("QLineEdit")) {
+                EXPECT_TRUE(nameOf(control).startsWith(grid->TextMatrix(0, grid->Col()) + u", ")) << what;
+            }
+            if (auto* view = qobject_cast<QAbstractItemView*>(widget); view && view->isVisible())
+                expectTicksAreTold(*view);
+            if (widget->inherits("chart::MSChart") && widget->isVisible())
+                expectIsReadAsCopied(*widget);
+        }
     }
 };
 
@@ -88,7 +156,6 @@ TEST_F(KeyboardTest, everyFormWorksByKeyboard) {
             };
             EXPECT_TRUE(round.contains(control) || std::any_of(round.begin(), round.end(), inGroup))
                 << what << ": no Tab";
-            EXPECT_FALSE(nameOf(form, control).isEmpty()) << what << ": no name";
             const auto* button = qobject_cast<QAbstractButton*>(control);
             const QKeySequence mnemonic = button ? QKeySequence::mnemonic(button->text()) : QKeySequence();
             EXPECT_FALSE(mnemonics.contains(mnemonic)) << what << ": " << mnemonic.toString().toStdString();
@@ -104,7 +171,8 @@ TEST_F(KeyboardTest, everyFormWorksByKeyboard) {
     }
 }
 
-TEST_F(KeyboardTest, everyFormFitsASmallScreen) {
+TEST_F(KeyboardTest, everyFormFitsASmallScreenAndIsSpoken) {
+    const Heard heard;
     const QSize small(960, 510); // 1920 x 1080 at 200 %, without the title bar
     MDIMain::instance().resize(small);
     const Replaced<forms::messageHook> ignored([](const forms::Message&) { return forms::Answer::Ok; });
@@ -117,6 +185,7 @@ TEST_F(KeyboardTest, everyFormFitsASmallScreen) {
                 button->click();
         }
         QCoreApplication::processEvents(); // layouts
+        expectIsSpoken(form, any.name);
         const QWidget& window = form.isWindow() ? form : *form.parentWidget();
         const QRect place = form.isWindow() ? QRect({}, window.minimumSizeHint()) : window.geometry();
         EXPECT_TRUE(QRect({}, form.isWindow() ? small : window.parentWidget()->size()).contains(place))
@@ -131,6 +200,14 @@ TEST_F(KeyboardTest, everyFormFitsASmallScreen) {
         any.close();
         deleteClosedForms();
     }
+    showHelpTopic(1);
+    for (const QWidget* window : QApplication::topLevelWidgets()) {
+        if (window->isVisible())
+            expectIsSpoken(*window, window->objectName().toStdString());
+    }
+    heard.take();
+    showDone(u"6 questions saved"_s);
+    EXPECT_TRUE(heard.take().value(0).startsWith(u"6 questions saved")) << "the status bar";
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 
 #include "platform/chart/plotfile.h"
 #include "platform/chart/plotview.h"
+#include "platform/spoken/spokentable.h"
 
 #include <QClipboard>
 #include <QContextMenuEvent>
@@ -44,6 +45,7 @@ MSChart::MSChart(QWidget* parent) : QWidget(parent), view(new PlotView(this)) {
     setMouseTracking(true);
     setValueScale({});
     view->beforePaint = [this] { drawIfChanged(); };
+    spoken::readAsTable(*this, [this] { return pointTable ? pointTable() : tables::Table(); });
 }
 
 MSChart::~MSChart() = default;
@@ -148,6 +150,7 @@ Series& MSChart::SeriesItem(int number) {
 void MSChart::Refresh() {
     changed = true;
     view->update();
+    spoken::tableChanged(*this);
 }
 
 void MSChart::drawIfChanged() {
@@ -277,14 +280,27 @@ MSChart::Point MSChart::nextSeries(Point from, int direction) const {
     return from;
 }
 
+/// The row of a point in pointTable, from 0; -1 for none.
+int MSChart::tableRow(const Point& wanted) const {
+    int before = 0;
+    for (int series = 1; wanted && series <= wanted.series; ++series) {
+        const int end = series < wanted.series ? RowCount() : wanted.row - 1;
+        for (int point = 1; point <= end; ++point)
+            before += exists({series, point}) ? 1 : 0;
+    }
+    return wanted ? before : -1;
+}
+
 void MSChart::moveTo(const Point& point) {
     current = exists(point) ? point : Point{}; // stays when a search finds none
     if (current && hasFocus()) {
         view->mark(coordinates(current));
         setAccessibleDescription(tipOf(current));
+        spoken::comeToRow(*this, tableRow(current));
     } else {
         view->mark(std::nullopt);
         setAccessibleDescription({});
+        spoken::comeToRow(*this, -1);
     }
 }
 

@@ -3,6 +3,7 @@
 
 #include "platform/chart/dataarray.h"
 #include "platform/chart/drawing.h"
+#include "platform/tables/table.h"
 
 #include <QWidget>
 
@@ -78,6 +79,10 @@ public:
     /// Text of a point's tool tip; when unset, its name and figures.
     std::function<QString(int series, int point)> tipText;
 
+    /// What a screen reader reads in place of the picture: a row for each point, series by series. When
+    /// unset, nothing.
+    std::function<tables::Table()> pointTable;
+
     /// Redraws the chart.
     void Refresh();
     /// Puts a picture of the chart on the clipboard.
@@ -124,6 +129,7 @@ private:
     bool exists(const Point& point) const { return coordinates(point).has_value(); }
     Point nextInSeries(Point from, int direction) const;
     Point nextSeries(Point from, int direction) const;
+    int tableRow(const Point& point) const;
     void moveTo(const Point& point);
 
     PlotView* view;

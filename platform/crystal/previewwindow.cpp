@@ -7,7 +7,10 @@
 #include "platform/crystal/reportfailure.h"
 #include "platform/crystal/reporttable.h"
 #include "platform/desktop/windowstate.h"
+#include "platform/forms/readernames.h"
 #include "platform/forms/tablemenu.h"
+#include "platform/spoken/notice.h"
+#include "platform/spoken/spokentable.h"
 
 #include <QApplication>
 #include <QDir>
@@ -67,7 +70,9 @@ PreviewWindow::PreviewWindow(std::shared_ptr<const Report> shown, const QString&
     addActions();
     const auto table = [this] { return tableOf(*report); };
     forms::addTableMenu(*view, table, table);
+    spoken::readAsTable(*view, table);
     statusBar();
+    forms::nameForReader(*this);
 }
 
 void PreviewWindow::addActions() {
@@ -134,6 +139,7 @@ void PreviewWindow::attempt(const QString& success, const std::function<void()>&
     } catch (const Failure& error) {
         statusBar()->showMessage(error.text());
     }
+    spoken::announce(*statusBar());
     QApplication::restoreOverrideCursor();
 }
 

@@ -2,6 +2,7 @@
 #include "platform/desktop/helpwindow.h"
 
 #include "platform/desktop/windowstate.h"
+#include "platform/spoken/notice.h"
 
 #include <QFile>
 #include <QHBoxLayout>
@@ -18,6 +19,7 @@
 #include <QTextBlock>
 #include <QTextBrowser>
 #include <QTextDocumentFragment>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -49,8 +51,10 @@ HelpWindow::HelpWindow()
     resize(860, 600);
     keepOnScreen(*this);
     contents->setAccessibleName(tr("Topics"));
+    text->setAccessibleName(tr("Text"));
     sought->setPlaceholderText(tr("Find in help"));
     sought->setClearButtonEnabled(true);
+    sought->findChild<QToolButton*>()->setAccessibleName(tr("Clear"));
 
     auto* back = new QPushButton(tr("&Back"), this);
     auto* label = new QLabel(tr("&Find:"), this);
@@ -176,6 +180,7 @@ void HelpWindow::find() {
     }
     found->setText(isFound ? foundText(text->textCursor())
                            : tr("\u201c%1\u201d is not in the help").arg(sought->text()));
+    spoken::announce(*found);
 }
 
 QString HelpWindow::foundText(const QTextCursor& hit) const {

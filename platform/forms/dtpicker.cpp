@@ -3,6 +3,7 @@
 
 #include "platform/forms/msgbox.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QCalendarWidget>
 #include <QKeyEvent>
@@ -79,6 +80,10 @@ void DTPicker::setValue(const QDate& date) {
     if (text() != shown(value))
         showValue();
     mark(false);
+    if (changed && hasFocus()) { // by a key that steps, or from the calendar
+        QAccessibleValueChangeEvent stepped(this, shown(value));
+        QAccessible::updateAccessibility(&stepped);
+    }
     if (changed)
         Q_EMIT Change();
 }
@@ -127,6 +132,7 @@ void DTPicker::mark(bool unreadable) {
     setToolTip(unreadable ? u"This is no date (day/month/year, 1601 to 9999). The date in use is %1."_s.arg(
                                 shown(value))
                           : QString());
+    setAccessibleDescription(toolTip());
 }
 
 void DTPicker::step(int by) {

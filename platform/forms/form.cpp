@@ -2,6 +2,7 @@
 #include "platform/forms/form.h"
 
 #include "platform/forms/dtpicker.h"
+#include "platform/forms/readernames.h"
 #include "platform/forms/tablemenu.h"
 
 #include <QAction>
@@ -64,6 +65,7 @@ void Form::loadInto() {
     for (QPushButton* button : findChildren<QPushButton*>())
         button->setAutoDefault(true); // Enter presses the button that has the focus
     addTableMenus(*this);
+    nameForReader(*this);
     onLoad();
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/forms/statusbar.h"
 
+#include "platform/spoken/notice.h"
+
 #include <QFileInfo>
 #include <QPainter>
 #include <QStyle>
@@ -41,6 +43,7 @@ void StatusBar::showDone(const QString& text, const QString& file) {
     done->setText(text);
     openFolder->setToolTip(QFileInfo(file).absolutePath());
     openFolder->setVisible(!file.isEmpty());
+    spoken::announce(*done);
 }
 
 void StatusBar::resizeEvent(QResizeEvent* event) {

@@ -4,7 +4,6 @@
 #include "platform/forms/flexgrid.h"
 
 #include <QHeaderView>
-#include <QLabel>
 #include <QListView>
 #include <QTreeView>
 
@@ -33,16 +32,6 @@ std::vector<int> columnsOf(const QAbstractItemView& view) {
             columns.push_back(column);
     }
     return columns;
-}
-
-QString nameOf(const QAbstractItemView& view) {
-    if (!view.accessibleName().isEmpty())
-        return view.accessibleName();
-    for (const QLabel* label : view.window()->findChildren<QLabel*>()) {
-        if (label->buddy() == &view)
-            return label->text().remove(u'&').remove(u':').trimmed();
-    }
-    return {};
 }
 
 QVariant valueOf(const QModelIndex& index) {
@@ -79,7 +68,7 @@ tables::Table nodesOf(const QTreeView& tree) {
         levels = std::max(levels, table.rows.back().size());
     });
     table.headings = QStringList(levels);
-    table.headings[0] = nameOf(tree);
+    table.headings[0] = tree.accessibleName();
     for (QVariantList& row : table.rows)
         row.resize(levels);
     return table;
@@ -120,7 +109,7 @@ tables::Table tableOf(const QAbstractItemView& view) {
     const std::vector<int> columns = columnsOf(view);
     for (const int column : columns)
         table.headings << (headOf(view) ? view.model()->headerData(column, Qt::Horizontal).toString()
-                                        : nameOf(view));
+                                        : view.accessibleName());
     eachRow(view, [&](const QModelIndex& first) { table.rows.push_back(rowOf(first, columns)); });
     if (const auto* grid = qobject_cast<const MSHFlexGrid*>(&view))
         addFixedColumn(*grid, table);
