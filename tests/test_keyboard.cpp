@@ -201,6 +201,8 @@ TEST_F(KeyboardTest, everyFormFitsASmallScreenAndIsSpoken) {
         deleteClosedForms();
     }
     showHelpTopic(1);
+    const auto* page = control<QWidget>(MDIMain::instance(), "startPage");
+    EXPECT_TRUE(QTest::qWaitFor([page] { return page->isVisible(); }));
     for (const QWidget* window : QApplication::topLevelWidgets()) {
         if (window->isVisible())
             expectIsSpoken(*window, window->objectName().toStdString());
