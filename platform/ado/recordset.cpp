@@ -68,6 +68,7 @@ void Recordset::Close() {
     columns.reset();
     cells.clear();
     written.clear();
+    writes.clear();
     position = 0;
 }
 
@@ -130,7 +131,8 @@ Field Recordset::operator[](const char* name) {
     requireOpen();
     const QLatin1StringView wanted(name);
     for (auto i = static_cast<std::size_t>(hidden()); i < columns->size(); ++i) {
-        if ((*columns)[i].name.compare(wanted, Qt::CaseInsensitive) == 0)
+        const QString& column = (*columns)[i].name;
+        if (column.size() == wanted.size() && column.compare(wanted, Qt::CaseInsensitive) == 0)
             return {*this, static_cast<int>(i)};
     }
     session->fail({number::itemNotFound, u"There is no column '"_s + wanted + u"'."});
@@ -182,23 +184,41 @@ void Recordset::Update() {
     changed.assign(columns->size(), false);
 }
 
-void Recordset::insertRow() {
-    QString names, marks;
-    QVariantList values;
+/// Adds or changes a record with the changed fields; kept, since many records are written alike.
+const QString& Recordset::statementToWrite() {
+    if (changed == writes && adding == writesNew)
+        return writing;
+    QStringList names;
     for (std::size_t i = 0; i < columns->size(); ++i) {
-        if (!changed[i])
-            continue;
-        const QStringView comma = values.isEmpty() ? u"" : u", ";
-        names += comma + (*columns)[i].quoted;
-        marks += comma + u'?';
-        values << pending[i];
+        if (changed[i])
+            names << (*columns)[i].quoted;
     }
-    if (values.isEmpty()) { // a record of defaults
-        names = quoted(session->keyOf(table));
-        marks = u"null"_s;
+    writes = changed;
+    writesNew = adding;
+    const QString key = quoted(session->keyOf(table));
+    if (!adding)
+        writing = u"update "_s + quoted(table) + u" set " + names.join(u" = ?, "_s) + u" = ? where " + key +
+                  u" = ?";
+    else if (names.isEmpty()) // a record of defaults
+        writing = u"insert into "_s + quoted(table) + u" (" + key + u") values (null)";
+    else
+        writing = u"insert into "_s + quoted(table) + u" (" + names.join(u", "_s) + u") values (?" +
+                  u", ?"_s.repeated(names.size() - 1) + u')';
+    return writing;
+}
+
+QVariantList Recordset::changedValues() const {
+    QVariantList values;
+    values.reserve(qsizetype(changed.size()) + 1);
+    for (std::size_t i = 0; i < changed.size(); ++i) {
+        if (changed[i])
+            values << pending[i];
     }
-    const RecordWrite record{u"insert into "_s + quoted(table) + u" (" + names + u") values (" + marks + u')',
-                             values};
+    return values;
+}
+
+void Recordset::insertRow() {
+    const RecordWrite record{statementToWrite(), changedValues()};
     isBatched ? session->write(record) : session->writeNow(record);
     // The new record may or may not be among those that the select would still return, so fetching ends here.
     exhausted = true;
@@ -217,20 +237,11 @@ void Recordset::keepNew() {
 
 void Recordset::updateRow() {
     const qlonglong id = currentRow()->toLongLong();
-    QString settings;
-    QVariantList values;
-    for (std::size_t i = 0; i < columns->size(); ++i) {
-        if (!changed[i])
-            continue;
-        settings += (values.isEmpty() ? u"" : u", ") + (*columns)[i].quoted + u" = ?";
-        values << pending[i];
-    }
+    QVariantList values = changedValues();
     if (values.isEmpty())
         return;
     values << id;
-    const RecordWrite record{u"update "_s + quoted(table) + u" set " + settings + u" where " +
-                                 quoted(session->keyOf(table)) + u" = ?",
-                             values, true};
+    const RecordWrite record{statementToWrite(), values, true};
     isBatched ? session->write(record) : session->writeNow(record);
     isBatched ? keepChanged() : static_cast<void>(written.insert(position));
 }

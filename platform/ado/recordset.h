@@ -90,6 +90,8 @@ private:
     bool fetch();
     std::size_t rowCount() const { return cells.size() / columns->size(); }
     QVariant* currentRow();
+    const QString& statementToWrite();
+    QVariantList changedValues() const;
     void insertRow();
     void updateRow();
     void keepNew();
@@ -110,6 +112,9 @@ private:
     bool adding = false;
     std::vector<QVariant> pending; ///< values to be written, in the store's form
     std::vector<bool> changed;     ///< whether each of them has changed
+    QString writing;               ///< the statement for the record written last, ...
+    std::vector<bool> writes;      ///< ... which is the same for all with the same changed fields
+    bool writesNew = false;
 };
 
 } // namespace ado

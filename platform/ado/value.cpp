@@ -154,9 +154,11 @@ bool isWhole(const QVariant& value, qlonglong smallest, qlonglong largest) {
 }
 
 qlonglong toWhole(const QVariant& value, qlonglong smallest, qlonglong largest) {
-    if (value.typeId() == QMetaType::LongLong) {
-        const qlonglong whole = value.toLongLong();
-        if (whole >= smallest && whole <= largest)
+    bool isExact = false;
+    const int type = value.typeId();
+    if (type == QMetaType::LongLong || type == QMetaType::Int || type == QMetaType::QString) {
+        const qlonglong whole = value.toLongLong(&isExact);
+        if (isExact && whole >= smallest && whole <= largest)
             return whole;
     }
     const double rounded = roundHalfEven(toNumber(value));
