@@ -5,8 +5,8 @@
 #include "core/store/worktable.h"
 #include "survey/questionnaires/questionnaire.h"
 
-#include <map>
-#include <set>
+#include <unordered_map>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 using Lock = ado::Recordset::Lock;
@@ -25,27 +25,14 @@ QString selectQuestions(const Keys& keys) {
            keys.respondentid + u" and sdate=#" + keys.date + u"#";
 }
 
-void fillQuestions(const Keys& keys) {
-    ado::Recordset responquery(selectQuestions(keys) + orderOfQuestions(), *cnnMain);
-    ado::Recordset reportlinktable(u"select * from reportlinktable"_s, *cnnMain, Lock::BatchOptimistic);
-    for (; !responquery.Eof(); responquery.MoveNext()) {
-        reportlinktable.AddNew();
-        for (const char* field : {"question", "respondentname", "custname", "Type", "sdate", "custid",
-                                  "respondentid", "questionid", "paramid"})
-            reportlinktable[field] = responquery[field].Value();
-        reportlinktable["Parameter"] = responquery["parametername"].Value();
-        reportlinktable.Update();
-    }
-}
-
-/// The marks of an answer; empty for Null.
+/// The marks of an answer.
 struct Marks {
-    QString weightage;
-    QString score;
+    QVariant weightage;
+    QVariant score;
 };
 
 /// Those of the latest earlier survey, by questionid.
-std::map<QString, Marks> readLastMarks(bool isScore, const Keys& keys, HistoryOrder order) {
+std::unordered_map<int, Marks> readLastMarks(bool isScore, const Keys& keys, HistoryOrder order) {
     const bool newestFirst = order == HistoryOrder::NewestFirst;
     ado::Recordset history((isScore ? u"select questionid,weightage,score from objquery"_s
                                     : u"select questionid,weightage from descquery"_s) +
@@ -53,37 +40,48 @@ std::map<QString, Marks> readLastMarks(bool isScore, const Keys& keys, HistoryOr
                                u" and surveydate < #" + keys.date + u"# order by surveydate" +
                                (newestFirst ? u" desc" : u" asc"),
                            *cnnMain);
-    std::map<QString, Marks> last;
+    const ado::Field questionid = history["questionid"];
+    const ado::Field weightage = history["weightage"];
+    const ado::Field score = history[isScore ? "score" : "weightage"];
+    std::unordered_map<int, Marks> last;
     for (; !history.Eof(); history.MoveNext()) {
-        const Marks marks{history["weightage"].Text(), isScore ? history["score"].Text() : QString()};
-        const QString questionid = history["questionid"].Text();
-        newestFirst ? last.try_emplace(questionid, marks) : last.insert_or_assign(questionid, marks);
+        const Marks marks{weightage.Value(), isScore ? score.Value() : QVariant()};
+        const int id = questionid.Value().toInt();
+        newestFirst ? last.try_emplace(id, marks) : last.insert_or_assign(id, marks);
     }
     return last;
 }
 
-void copyMark(const QString& mark, ado::Recordset& target, const char* field) {
-    if (!mark.isEmpty() && mark != u"0")
-        target[field] = mark;
+/// A mark of 0 is shown as none.
+QVariant shown(const QVariant& mark) {
+    const QString text = ado::toText(mark);
+    return text.isEmpty() || text == u"0" ? QVariant() : mark;
 }
 
-/// Only the first row of a question gets its marks.
-void fillMarks(const Keys& keys, HistoryOrder order) {
-    const std::map<QString, Marks> scores = readLastMarks(true, keys, order);
-    const std::map<QString, Marks> words = readLastMarks(false, keys, order);
-    ado::Recordset row(u"select * from reportlinktable where respondentid="_s + keys.respondentid, *cnnMain,
-                       Lock::BatchOptimistic);
-    row.RecordCount(); // takes all before the first is changed
-    std::set<QString> filled;
-    for (; !row.Eof(); row.MoveNext()) {
-        const QString questionid = row["questionid"].Text();
-        const std::map<QString, Marks>& last = row["Type"].Value().toBool() ? scores : words;
-        const auto marks = last.find(questionid);
-        if (!filled.insert(questionid).second || marks == last.end())
-            continue;
-        copyMark(marks->second.weightage, row, "weightage");
-        copyMark(marks->second.score, row, "score");
-        row.Update();
+/// The questions of the survey, each with the marks given last; only its first row of a question has them.
+void fillQuestions(const Keys& keys, HistoryOrder order) {
+    auto scores = readLastMarks(true, keys, order);
+    auto words = readLastMarks(false, keys, order);
+    ado::Recordset responquery(selectQuestions(keys) + orderOfQuestions(), *cnnMain);
+    ado::Recordset reportlinktable(u"select * from reportlinktable"_s, *cnnMain, Lock::BatchOptimistic);
+    std::vector<std::pair<ado::Field, ado::Field>> copied{
+        {responquery["parametername"], reportlinktable["Parameter"]}};
+    for (const char* field : {"question", "respondentname", "custname", "Type", "sdate", "custid",
+                              "respondentid", "questionid", "paramid"})
+        copied.emplace_back(responquery[field], reportlinktable[field]);
+    const ado::Field questionid = responquery["questionid"];
+    const ado::Field type = responquery["Type"];
+    ado::Field weightage = reportlinktable["weightage"];
+    ado::Field score = reportlinktable["score"];
+    for (; !responquery.Eof(); responquery.MoveNext()) {
+        reportlinktable.AddNew();
+        for (auto& [from, to] : copied)
+            to = from.Value();
+        auto& last = type.Value().toBool() ? scores : words;
+        const auto marks = last.extract(questionid.Value().toInt());
+        weightage = marks ? shown(marks.mapped().weightage) : ado::Null; // all rows by one statement
+        score = marks ? shown(marks.mapped().score) : ado::Null;
+        reportlinktable.Update();
     }
 }
 
@@ -96,7 +94,6 @@ void toGetTheLastScoreAndWeightage(const SurveyKey& survey, HistoryOrder order) 
             return;
         const Keys keys{QString::number(survey.custid), QString::number(survey.respondentid),
                         toSqlDate(survey.date)};
-        fillQuestions(keys);
-        fillMarks(keys, order);
+        fillQuestions(keys, order);
     });
 }

@@ -12,7 +12,7 @@ void resetLogStatus(const SurveyKey& survey) {
     ado::Recordset log(u"select * from log where respid="_s + QString::number(survey.respondentid) +
                            u" and sdate=#" + toSqlDate(survey.date) + u"#",
                        *cnnMain, Lock::Optimistic);
-    if (log.Eof())
+    if (log.Eof() || log["Status"].Value() == QVariant(false))
         return;
     log["Status"] = false;
     log.Update();

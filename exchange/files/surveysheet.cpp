@@ -3,6 +3,8 @@
 
 #include "core/store/store.h"
 
+#include <optional>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -30,25 +32,6 @@ void writeCells(const excel::Worksheet& sheet, const std::vector<cellmap::Cell>&
         writeCell(sheet, cell);
 }
 
-/// Writes the blocks of a parameter from that row on; returns the row below them.
-int writeParameter(const excel::Worksheet& sheet, const QString& parameter, int row) {
-    ado::Recordset reportlinktable(u"select * from reportlinktable where parameter='"_s + parameter + u"'",
-                                   *cnnMain);
-    for (bool first = true; !reportlinktable.Eof(); reportlinktable.MoveNext(), first = false) {
-        const bool isScore = reportlinktable["Type"].Value().toBool();
-        writeCells(sheet,
-                   cellmap::blockCells(row, {.questionid = reportlinktable["questionid"].Text(),
-                                             .text = reportlinktable["question"].Text(),
-                                             .isScore = isScore,
-                                             .lastScore = reportlinktable["score"].Value().toInt(),
-                                             .lastWeightage = reportlinktable["weightage"].Value().toInt(),
-                                             .parameter = parameter,
-                                             .startsParameter = first}));
-        row += cellmap::blockRows(isScore);
-    }
-    return row;
-}
-
 } // namespace
 
 void fillSurveySheet(const excel::Worksheet& sheet, const cellmap::Head& head) {
@@ -60,13 +43,26 @@ void fillSurveySheet(const excel::Worksheet& sheet, const cellmap::Head& head) {
                                        u" order by parameter asc, rowid",
                                    *cnnMain);
     writeCell(sheet, cellmap::questionCountCell(reportlinktable.RecordCount()));
-    int row = cellmap::firstRow;
-    while (!reportlinktable.Eof()) {
+    const ado::Field type = reportlinktable["Type"];
+    const ado::Field questionid = reportlinktable["questionid"];
+    const ado::Field question = reportlinktable["question"];
+    const ado::Field score = reportlinktable["score"];
+    const ado::Field weightage = reportlinktable["weightage"];
+    const ado::Field name = reportlinktable["Parameter"];
+    std::optional<QString> parameter; // of the blocks above
+    for (int row = cellmap::firstRow; !reportlinktable.Eof(); reportlinktable.MoveNext()) {
         // To the store, names that differ in case only are one parameter.
-        const QString parameter = reportlinktable["Parameter"].Text();
-        row = writeParameter(sheet, parameter, row);
-        while (!reportlinktable.Eof() &&
-               reportlinktable["Parameter"].Text().compare(parameter, Qt::CaseInsensitive) == 0)
-            reportlinktable.MoveNext();
+        const bool starts = !parameter || name.Text().compare(*parameter, Qt::CaseInsensitive) != 0;
+        if (starts)
+            parameter = name.Text();
+        const bool isScore = type.Value().toBool();
+        writeCells(sheet, cellmap::blockCells(row, {.questionid = questionid.Text(),
+                                                    .text = question.Text(),
+                                                    .isScore = isScore,
+                                                    .lastScore = score.Value().toInt(),
+                                                    .lastWeightage = weightage.Value().toInt(),
+                                                    .parameter = *parameter,
+                                                    .startsParameter = starts}));
+        row += cellmap::blockRows(isScore);
     }
 }
