@@ -4,10 +4,12 @@
 #include "analysis/figures/ratings.h"
 #include "core/store/store.h"
 #include "core/store/textlookup.h"
+#include "platform/ado/forwardrows.h"
 
 #include <iterator>
 #include <map>
 #include <optional>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -49,26 +51,25 @@ QString selectWithRespondents(const AnswerChoice& choice) {
 
 /// Nothing when an answer's parameter is written in another way than those chosen.
 std::optional<std::vector<DateGroup>> readTogether(const AnswerChoice& choice, bool withRespondents) {
-    ado::Recordset answers(withRespondents
-                               ? selectWithRespondents(choice)
-                               : u"select parametername,surveydate,weightage,score from scatterqry where "_s +
-                                     conditionOf(choice),
-                           *cnnMain);
-    const ado::Field parametername = answers["parametername"];
-    const ado::Field surveydate = answers["surveydate"];
-    const ado::Field weightage = answers["weightage"];
-    const ado::Field score = answers["score"];
-    const ado::Field respondentid = answers.FieldAt(answers.FieldCount() - 1);
+    ado::ForwardRows answers(
+        withRespondents ? selectWithRespondents(choice)
+                        : u"select parametername,surveydate,weightage,score from scatterqry where "_s +
+                              conditionOf(choice),
+        *cnnMain, ado::ForwardRows::Expected::Few);
     std::vector<AnswerGroups> byParameter(std::size_t(choice.parameters.size()));
-    for (; !answers.Eof(); answers.MoveNext()) {
-        const QString parameter = parametername.Text();
-        const qsizetype place = choice.parameters.size() == 1 ? 0 : choice.parameters.indexOf(parameter);
+    QString parameter;
+    qsizetype place = -1; // of the parameter
+    while (answers.next()) {
+        if (QString next = answers.text(0); place < 0 || next != parameter) {
+            parameter = std::move(next);
+            place = choice.parameters.size() == 1 ? 0 : choice.parameters.indexOf(parameter);
+        }
         if (place < 0)
             return std::nullopt;
-        DateGroup& group = byParameter[std::size_t(place)].of(parameter, surveydate.Value().toDate());
-        group.answers.push_back({toRating(weightage), toRating(score)});
+        DateGroup& group = byParameter[std::size_t(place)].of(parameter, answers.date(1));
+        group.answers.push_back({toRating(answers.value(2)), toRating(answers.value(3))});
         if (withRespondents)
-            group.respondentids.push_back(respondentid.Value().toInt());
+            group.respondentids.push_back(answers.number(4));
     }
     std::vector<DateGroup> all;
     for (AnswerGroups& ofParameter : byParameter)

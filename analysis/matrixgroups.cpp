@@ -3,6 +3,7 @@
 
 #include "analysis/figures/ratings.h"
 #include "core/store/store.h"
+#include "platform/ado/forwardrows.h"
 
 using namespace Qt::StringLiterals;
 
@@ -19,14 +20,12 @@ MatrixGroup& groupOf(std::vector<MatrixGroup>& groups, const QString& parameter)
 } // namespace
 
 std::vector<MatrixGroup> readMatrixGroups(const QString& customer, const QDate& date) {
-    ado::Recordset answers(u"select * from scatter where custname='"_s + customer + u"' and sdate=#" +
-                               toSqlDate(date) + u"# ",
-                           *cnnMain);
-    const ado::Field parametername = answers["parametername"];
-    const ado::Field weightage = answers["weightage"];
-    const ado::Field score = answers["score"];
+    ado::ForwardRows answers(u"select parametername, weightage, score from scatter where custname='"_s +
+                                 customer + u"' and sdate=#" + toSqlDate(date) + u"#",
+                             *cnnMain, ado::ForwardRows::Expected::Few);
     std::vector<MatrixGroup> groups;
-    for (; !answers.Eof(); answers.MoveNext())
-        groupOf(groups, parametername.Text()).answers.push_back({toRating(weightage), toRating(score)});
+    while (answers.next())
+        groupOf(groups, answers.text(0))
+            .answers.push_back({toRating(answers.value(1)), toRating(answers.value(2))});
     return groups;
 }

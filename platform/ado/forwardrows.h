@@ -9,12 +9,13 @@
 namespace ado {
 
 /// The rows of one select, each of which is gone when the next is asked for: memory does not grow with their
-/// number. A server hands them over in pieces, between which other statements can run; from a file they are
-/// read as they are asked for, and no other program can save meanwhile. Every operation that fails records
-/// and throws a Failure.
+/// number. A server hands over many in pieces, between which other statements can run, and a few at once,
+/// which saves waiting for it; from a file they are read as they are asked for, and no other program can
+/// save meanwhile. Every operation that fails records and throws a Failure.
 class ForwardRows {
 public:
-    ForwardRows(const QString& sql, Connection& connection);
+    enum class Expected { Many, Few };
+    ForwardRows(const QString& sql, Connection& connection, Expected expected = Expected::Many);
 
     /// Moves to the next row, the first one to begin with; false at the end.
     bool next() { return source.step(); }
