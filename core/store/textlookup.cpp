@@ -19,6 +19,7 @@ QString looseText(const QString& text) {
     return loose.normalized(QString::NormalizationForm_KD);
 }
 
+/// Sorted, each once.
 QStringList columnOf(const std::vector<QStringList>& keys, qsizetype column) {
     std::set<QString> texts;
     for (const QStringList& key : keys)
@@ -46,7 +47,10 @@ TextLookup::TextLookup(QString tableOrQuery, std::vector<const char*> textFields
       wanted(wantedField) {}
 
 QString TextLookup::select(const QString& textCondition) const {
-    return u"select * from "_s + table + u" where " + textCondition +
+    QStringList columns{QLatin1StringView(wanted)};
+    for (const char* field : fields)
+        columns << QLatin1StringView(field);
+    return u"select "_s + columns.join(u',') + u" from " + table + u" where " + textCondition +
            (condition.isEmpty() ? QString() : u" and "_s + condition);
 }
 
@@ -72,11 +76,11 @@ bool TextLookup::readTogether(const std::vector<QStringList>& keys) {
     for (; !records.Eof(); records.MoveNext()) {
         QStringList texts;
         for (std::size_t i = 0; i < fields.size(); ++i) {
-            texts << records[fields[i]].Text();
-            if (!asked[i].contains(texts.last()))
+            texts << records.FieldAt(int(i) + 1).Text();
+            if (!std::binary_search(asked[i].begin(), asked[i].end(), texts.last()))
                 return false;
         }
-        known->try_emplace(texts, records[wanted].Text());
+        known->try_emplace(texts, records.FieldAt(0).Text());
     }
     return true;
 }
@@ -90,5 +94,5 @@ QString TextLookup::find(const QStringList& texts) const {
     for (std::size_t i = 0; i < fields.size(); ++i)
         conditions << QLatin1StringView(fields[i]) + u"='"_s + texts[qsizetype(i)] + u'\'';
     ado::Recordset records(select(conditions.join(u" and "_s)), *cnnMain);
-    return records.Eof() ? QString() : records[wanted].Text();
+    return records.Eof() ? QString() : records.FieldAt(0).Text();
 }

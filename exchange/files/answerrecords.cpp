@@ -49,10 +49,10 @@ void AnswerRecords::read() {
             records.Bookmark());
 }
 
-bool AnswerRecords::find(const AnswerKeys& keys) {
-    if (begun.contains(keyOf(keys)))
+bool AnswerRecords::find(const Key& key) {
+    if (begun.contains(key))
         read(); // what was written to it is sent before
-    const auto place = places.find(keyOf(keys));
+    const auto place = places.find(key);
     if (place == places.end())
         return false;
     records.setBookmark(place->second);
@@ -60,22 +60,29 @@ bool AnswerRecords::find(const AnswerKeys& keys) {
 }
 
 bool AnswerRecords::begin(const AnswerKeys& keys) {
-    const bool isStored = find(keys);
+    const Key key = keyOf(keys);
+    const bool isStored = find(key);
+    begin(key, keys, isStored);
+    return isStored;
+}
+
+void AnswerRecords::begin(const Key& key, const AnswerKeys& keys, bool isStored) {
     if (!isStored)
         records.AddNew();
-    begun.insert(keyOf(keys));
+    begun.insert(key);
     records["respondentid"] = keys.respondentid;
     records["questionid"] = keys.questionid;
     records["surveydate"] = keys.surveydate;
     records["surveyid"] = keys.surveyid;
-    return isStored;
 }
 
 std::optional<AnswerState> AnswerRecords::replace(const AnswerKeys& keys, int weightage,
                                                   const QVariant& content) {
-    std::optional<AnswerState> before =
-        find(keys) ? std::optional(answerState(records, isScore)) : std::nullopt;
-    begin(keys);
+    const Key key = keyOf(keys);
+    std::optional<AnswerState> before;
+    if (find(key))
+        before = answerState(records, isScore);
+    begin(key, keys, before.has_value());
     records["weightage"] = weightage;
     records[isScore ? "score" : "Description"] = content;
     records.Update();

@@ -15,7 +15,7 @@ public:
     AnswerRecords(bool scores, const std::set<QString>& respondentids, const std::set<QDate>& dates);
 
     /// Moves to the stored answer; false when there is none.
-    bool find(const AnswerKeys& keys);
+    bool find(const AnswerKeys& keys) { return find(keyOf(keys)); }
     /// Moves to the stored answer, or begins a new one, and sets its keys. False for a new one.
     bool begin(const AnswerKeys& keys);
     /// The answer that was found or begun.
@@ -27,6 +27,8 @@ private:
     using Key = std::tuple<int, int, QDate>; // respondent, question
     static Key keyOf(const AnswerKeys& keys);
     void read();
+    bool find(const Key& key);
+    void begin(const Key& key, const AnswerKeys& keys, bool isStored);
 
     bool isScore;
     QString select;
