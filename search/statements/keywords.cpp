@@ -7,28 +7,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString clauseOf(SearchPass pass, const QString& keyword) {
-    switch (pass) {
-    case SearchPass::Objective:
-        return u" question like '%"_s + keyword + u"%'";
-    case SearchPass::Descriptive:
-        return u" question like '%"_s + keyword + u"%' or description like '%" + keyword + u"%'";
-    case SearchPass::Action:
-        return u" action like '%"_s + keyword + u"%'";
-    }
-    return {};
-}
-
-QString beginningOf(SearchPass pass) {
-    switch (pass) {
-    case SearchPass::Objective:
-        return u"select * from objquery where"_s;
-    case SearchPass::Descriptive:
-        return u"select * from descquery where"_s;
-    case SearchPass::Action:
-        return u"select * from action where"_s;
-    }
-    return {};
+/// Whether the column contains any of the keywords.
+QString containsAny(const QString& column, const QStringList& keywords) {
+    QStringList clauses;
+    for (const QString& keyword : keywords)
+        clauses << column + u" like '%"_s + keyword + u"%'";
+    return u'(' + clauses.join(u" or "_s) + u')';
 }
 
 /// The source columns of a hit, in the order of the work table's fields.
@@ -53,11 +37,23 @@ QStringList keywordsOf(const QString& text) {
     return keywords;
 }
 
+/// Questions are looked through in the catalogue and not with each of their answers. Where the keywords are
+/// not found, `exists` spares the way through all customers and their respondents, which hits are met on.
 QString searchSql(SearchPass pass, const QStringList& keywords) {
-    QStringList clauses;
-    for (const QString& keyword : keywords)
-        clauses << clauseOf(pass, keyword);
-    return beginningOf(pass) + u"(" + clauses.join(u" or ") + u")";
+    const QString asked = u"questionid in (select questionid from questions where "_s +
+                          containsAny(u"question"_s, keywords) + u')';
+    const QString words = u'(' + asked + u" or " + containsAny(u"description"_s, keywords) + u')';
+    switch (pass) {
+    case SearchPass::Objective:
+        return u"select * from objquery where exists (select 1 from questions where "_s +
+               containsAny(u"question"_s, keywords) + u") and " + asked;
+    case SearchPass::Descriptive:
+        return u"select * from descquery where exists (select 1 from feedbackdescriptive where "_s + words +
+               u") and " + words;
+    case SearchPass::Action:
+        return u"select * from action where "_s + containsAny(u"action"_s, keywords);
+    }
+    return {};
 }
 
 QString hitInsertion(SearchPass pass, const QStringList& keywords) {
