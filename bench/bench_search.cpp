@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The keyword search over 1,000,000 answers of 2,000 customers, 100,000 answers in words and 100,000 actions:
-// a keyword with few hits, one with 100,000, and three keywords. Bound: one 'like' pass of the SQLite C API
-// over the same texts. Usage: bench_search [CUSTOMERS]
+// a keyword without a hit, one with 100,000 hits, and several keywords. Bound: the same select read to its
+// end by the SQLite C API. Usage: bench_search [CUSTOMERS]
 #include "core/Main.h"
 #include "core/base/gblGlobal.h"
 #include "platform/ado/casefold.h"
@@ -67,7 +67,7 @@ template <class Work> double timeOf(Work work) {
     return best;
 }
 
-/// One pass over the texts of all three sources with the conditions of the search.
+/// Reads the hits of all three sources.
 int likePass(sqlite3* database, const QStringList& keywords) {
     int hits = 0;
     for (const SearchPass pass : {SearchPass::Objective, SearchPass::Descriptive, SearchPass::Action}) {
@@ -122,7 +122,7 @@ int main(int argc, char** argv) {
     sqlite3_open(path.toUtf8().constData(), &database);
     ado::registerTextRules(database);
     std::printf("milliseconds, best of 5, without waiting for the disk\n"
-                "pass: the same texts met once by 'like'; search: work table filled (goal: ratio at most 3)\n"
+                "pass: the hits selected; search: work table filled (goal: 100,000 hits in 300)\n"
                 "fill: list filled from the work table; show: rows set in the view and drawn\n\n"
                 "keywords                     hits      pass    search  ratio      fill      show\n");
     for (const QString& words : {u"unheard"_s, u"buyer"_s, u"17 buyer"_s, u"unheard lorry goods"_s})
