@@ -380,20 +380,10 @@ int main(int argc, char** argv) {
     for (const AnyForm& form : allForms())
         saved = grabForm(form) && saved;
     // Again with data or a chart.
-    saved = grabReading() && saved;
-    saved = grabCheck() && saved;
-    saved = grabChanged() && saved;
-    saved = grabPopups() && saved;
-    saved = grabServer() && saved;
-    saved = grabSegments() && saved;
-    saved = grabResponses() && saved;
-    saved = grabPerson() && saved;
-    saved = grabUpkeep() && saved;
-    saved = grabEditor() && saved;
-    saved = grabIndex() && saved;
-    saved = grabTargets() && saved;
-    saved = grabMatrix() && saved;
-    saved = grabSearch() && saved; // after the charts: its note in the status bar stays
+    for (bool (*grabAgain)() : {grabReading, grabCheck, grabChanged, grabPopups, grabServer, grabSegments,
+                                grabResponses, grabPerson, grabUpkeep, grabEditor, grabIndex, grabTargets,
+                                grabMatrix, grabSearch}) // last: its note in the status bar stays
+        saved = grabAgain() && saved;
     for (const int context : {0, 201, 12, 217, 218, 219}) // the contents, a long topic, some with tables
         saved = grabHelp(context) && saved;
     MDIMain::destroy();
