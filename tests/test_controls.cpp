@@ -216,6 +216,8 @@ TEST_F(Controls, enterAnswersAMessageByItsFirstButtonUnlessThatOneLosesSomething
                                                  : QProxyStyle::styleHint(hint, option, widget, data);
         }
     };
+    const auto restored =
+        qScopeGuard([name = QApplication::style()->name()] { QApplication::setStyle(name); });
     QApplication::setStyle(new SecondButtonFirst);
     using forms::Answer;
     for (const auto& [style, answer] : {std::pair(4, Answer::Yes), {4 + 256, Answer::No}, {1, Answer::Ok}}) {
