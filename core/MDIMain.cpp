@@ -5,6 +5,7 @@
 #include "core/base/gblGlobal.h"
 #include "core/base/pictures.h"
 #include "core/menus.h"
+#include "core/programstyle.h"
 #include "core/startpage.h"
 #include "exchange/droppedfiles.h"
 #include "exchange/frmCheckFiles.h"
@@ -26,7 +27,6 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenuBar>
-#include <QProxyStyle>
 #include <QToolBar>
 #include <QToolButton>
 
@@ -55,17 +55,6 @@ QAction* makeAction(const MenuEntry& entry, QObject* owner) {
     return action;
 }
 
-/// The desktop style with our own picture for the menu overflow button. The default one would load Qt's image
-/// plugins at each start.
-class Style : public QProxyStyle {
-public:
-    QIcon standardIcon(StandardPixmap icon, const QStyleOption* option,
-                       const QWidget* widget) const override {
-        return icon == SP_ToolBarHorizontalExtensionButton ? picture(u"more"_s)
-                                                           : QProxyStyle::standardIcon(icon, option, widget);
-    }
-};
-
 } // namespace
 
 MDIMain& MDIMain::instance() {
@@ -90,7 +79,7 @@ bool MDIMain::isOnlyForm(const QWidget& form) const {
 }
 
 MDIMain::MDIMain() : stsBar(new forms::StatusBar(this)), area(new QMdiArea(this)) {
-    auto* style = new Style;
+    auto* style = new ProgramStyle;
     style->setParent(qApp);
     QApplication::setStyle(style);
     setObjectName(u"MDIMain"_s);

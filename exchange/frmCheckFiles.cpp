@@ -13,7 +13,7 @@
 #include "exchange/files/surveychecker.h"
 #include "exchange/frmCompareAnswers.h"
 #include "exchange/reading.h"
-#include "exchange/tickdelegate.h"
+#include "exchange/toggleticks.h"
 #include "platform/forms/msgbox.h"
 #include "ui_frmCheckFiles.h"
 
@@ -73,7 +73,6 @@ void frmCheckFiles::setUpList() {
         {CheckedFilesModel::Same, u"Same"},
         {CheckedFilesModel::Changed, u"Changed"},
         {CheckedFilesModel::LeftOut, u"Left Out"}};
-    ui->lsvFiles->setItemDelegateForColumn(CheckedFilesModel::Tick, new TickDelegate(this));
     head->resizeSection(CheckedFilesModel::Tick, tickWidth);
     for (const auto& [column, text] : widest) {
         const int mark = column == CheckedFilesModel::Judgement ? markSize + margins : 0;

@@ -10,7 +10,7 @@
 #include "exchange/frmResponseSettings.h"
 #include "exchange/reminding.h"
 #include "exchange/responsesmodel.h"
-#include "exchange/tickdelegate.h"
+#include "exchange/toggleticks.h"
 #include "platform/forms/clock.h"
 #include "platform/forms/msgbox.h"
 #include "ui_frmResponses.h"
@@ -51,7 +51,6 @@ frmResponses::~frmResponses() = default;
 
 void frmResponses::setUpList() {
     ui->lsvResponses->setModel(model);
-    ui->lsvResponses->setItemDelegateForColumn(ResponsesModel::Tick, new TickDelegate(this));
     QHeaderView* head = ui->lsvResponses->header();
     head->setSortIndicator(-1,
                            Qt::AscendingOrder); // by customer, date and respondent until a head is clicked
