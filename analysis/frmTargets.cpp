@@ -67,7 +67,7 @@ frmTargets::~frmTargets() = default;
 
 void frmTargets::onLoad() {
     toCenterForm(*this);
-    guarded([this] {
+    guarded([] {
         if (!hasTargetTable())
             throw Refusal(u"This database could not be updated to this version of the program: it takes no "
                           "targets. See the help, topic Targets."_s);
