@@ -89,6 +89,8 @@ protected:
             const auto heads = table.cellAt(0, column)->tableCellInterface()->columnHeaderCells();
             if (heads.isEmpty() || heads[0]->text(QAccessible::Name).isEmpty())
                 without += QString::number(column) + u' ';
+            for (QAccessibleInterface* head : grid || list ? heads : QList<QAccessibleInterface*>())
+                QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(head)); // new at each question
         }
         return without;
     }
